@@ -1,0 +1,41 @@
+# Shared by the scripts: places, messages, and Wine handled so that nothing is left running.
+# To be sourced with the repository root as the current directory.
+CACHE=${BRENNVAR_CACHE:-${XDG_CACHE_HOME:-$HOME/.cache}/brennvar}
+export DEPS_PREFIX=$CACHE/deps
+PREFIX_TEMPLATE=$CACHE/prefix
+export WINEDEBUG=${WINEDEBUG:--all}
+export WINEDLLOVERRIDES="mscoree,mshtml="       # no pop-ups that offer optional parts of Wine
+
+say()  { printf '== %s\n' "$*"; }
+fail() { printf '%s: %s\n' "$(basename "$0")" "$*" >&2; exit 1; }
+
+# start_wine FOLDER: makes a prefix of our own in FOLDER and starts its background processes. They are started
+# with their output closed: a test runner that shares its output with them would wait for them for ever.
+start_wine() {
+    export WINEPREFIX=$1
+    rm -rf "$WINEPREFIX"
+    mkdir -p "$(dirname "$WINEPREFIX")"
+    cp -a "$PREFIX_TEMPLATE" "$WINEPREFIX"
+    wineserver -p
+    wine cmd /c ver >/dev/null 2>&1 </dev/null
+}
+
+stop_wine() { [ -n "${WINEPREFIX:-}" ] && wineserver -k >/dev/null 2>&1; return 0; }
+
+# start_display: an X server of our own on a free display number, its process id in XVFB_PID.
+start_display() {
+    local number_file; number_file=$(mktemp)
+    Xvfb -displayfd 3 -screen 0 1280x900x24 -nolisten tcp 3>"$number_file" >/dev/null 2>&1 &
+    XVFB_PID=$!
+    local i
+    for ((i = 0; i < 200; i++)); do
+        [ -s "$number_file" ] && break
+        kill -0 "$XVFB_PID" 2>/dev/null || fail "Xvfb did not start"
+        sleep 0.05
+    done
+    [ -s "$number_file" ] || fail "Xvfb did not start"
+    export DISPLAY=:$(cat "$number_file")
+    rm -f "$number_file"
+}
+
+stop_display() { [ -n "${XVFB_PID:-}" ] && kill "$XVFB_PID" 2>/dev/null; return 0; }

@@ -1,0 +1,50 @@
+// Owners for the kinds of Windows handles that the program holds. Empty is INVALID_HANDLE_VALUE for files, pipes
+// and devices, null for everything else.
+#pragma once
+
+#include "base/UniqueHandle.h"
+#include "base/Windows_win.h"
+
+namespace brennvar {
+
+struct FileHandleTraits {
+    using Type = HANDLE;
+    static Type Empty() noexcept { return INVALID_HANDLE_VALUE; }
+    static void Close(Type handle) noexcept { ::CloseHandle(handle); }
+};
+struct KernelHandleTraits {
+    using Type = HANDLE;
+    static Type Empty() noexcept { return nullptr; }
+    static void Close(Type handle) noexcept { ::CloseHandle(handle); }
+};
+struct FindHandleTraits {
+    using Type = HANDLE;
+    static Type Empty() noexcept { return INVALID_HANDLE_VALUE; }
+    static void Close(Type handle) noexcept { ::FindClose(handle); }
+};
+struct KeyTraits {
+    using Type = HKEY;
+    static Type Empty() noexcept { return nullptr; }
+    static void Close(Type key) noexcept { ::RegCloseKey(key); }
+};
+struct IconTraits {
+    using Type = HICON;
+    static Type Empty() noexcept { return nullptr; }
+    static void Close(Type icon) noexcept { ::DestroyIcon(icon); }
+};
+struct FontTraits {
+    using Type = HFONT;
+    static Type Empty() noexcept { return nullptr; }
+    static void Close(Type font) noexcept { ::DeleteObject(font); }
+};
+
+using UniqueFile = UniqueHandle<FileHandleTraits>;  // file, pipe or device
+using UniqueEvent = UniqueHandle<KernelHandleTraits>;
+using UniqueProcess = UniqueHandle<KernelHandleTraits>;
+using UniqueToken = UniqueHandle<KernelHandleTraits>;
+using UniqueFind = UniqueHandle<FindHandleTraits>;
+using UniqueKey = UniqueHandle<KeyTraits>;
+using UniqueIcon = UniqueHandle<IconTraits>;
+using UniqueFont = UniqueHandle<FontTraits>;
+
+}  // namespace brennvar

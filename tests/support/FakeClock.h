@@ -1,0 +1,26 @@
+// A clock that tests move by hand. Sleeping moves it and is recorded.
+#pragma once
+
+#include <vector>
+
+#include "base/Clock.h"
+
+namespace brennvar::test {
+
+class FakeClock final : public Clock {
+public:
+    FileTime now = 132'000'000'000'000'000;  // some moment in 2019
+    LocalDate today{.year = 2026, .month = 3, .day = 9};
+    std::vector<std::chrono::milliseconds> sleeps;
+    bool stopped = false;  // what a requested stop does to every wait
+
+    [[nodiscard]] FileTime UtcNow() const override { return now; }
+    [[nodiscard]] LocalDate Today() const override { return today; }
+    bool Sleep(std::chrono::milliseconds duration) override {
+        sleeps.push_back(duration);
+        now += static_cast<FileTime>(duration.count()) * (kFileTimePerSecond / 1000);
+        return !stopped;
+    }
+};
+
+}  // namespace brennvar::test
