@@ -35,18 +35,31 @@ SortKey KeyOf(const ListenerEntry& entry) {
     return {.high = Pack(entry.protocol, ~SwapAddress(entry.localAddress)), .low = SwapPort(entry.localPort)};
 }
 
-// One table of the driver, or nothing when the request fails. The buffer has the size that the driver expects and
-// lives only here; the table keeps what was filled.
+// A piece of an entry at the end is ignored.
 template <RecordType Entry>
-std::optional<std::vector<Entry>> ReadTable(Device& device, std::uint32_t code, std::size_t bufferSize) {
-    const std::unique_ptr<std::byte[]> buffer(new (std::nothrow) std::byte[bufferSize]());
-    if (!buffer) return std::nullopt;
-    const auto returned = device.Read(code, std::span(buffer.get(), bufferSize));
-    if (!returned) return std::nullopt;
-    std::vector<Entry> table(std::min(*returned, bufferSize) / sizeof(Entry));
-    if (!table.empty()) std::memcpy(table.data(), buffer.get(), table.size() * sizeof(Entry));
-    return table;
+std::vector<Entry> DecodeEntries(std::span<const std::byte> answer) {
+    std::vector<Entry> entries(answer.size() / sizeof(Entry));
+    if (!entries.empty()) std::memcpy(entries.data(), answer.data(), entries.size() * sizeof(Entry));
+    return entries;
 }
+
+// What the driver put into a buffer of the size that it expects. The buffer is large and lives for one request.
+class TableAnswer {
+public:
+    TableAnswer(Device& device, std::uint32_t code, std::size_t bufferSize)
+        : m_buffer(new (std::nothrow) std::byte[bufferSize]) {
+        if (!m_buffer) return;  // without the memory the request counts as failed
+        std::memset(m_buffer.get(), 0, bufferSize);
+        const auto returned = device.Read(code, std::span(m_buffer.get(), bufferSize));
+        if (returned) m_answer = std::span(m_buffer.get(), std::min(*returned, bufferSize));
+    }
+    // Nothing when the request failed; valid as long as this object.
+    [[nodiscard]] const std::optional<std::span<const std::byte>>& Bytes() const { return m_answer; }
+
+private:
+    std::unique_ptr<std::byte[]> m_buffer;
+    std::optional<std::span<const std::byte>> m_answer;
+};
 
 }  // namespace
 
@@ -58,18 +71,29 @@ bool ListenerComesBefore(const ListenerEntry& left, const ListenerEntry& right) 
     return IsLess(KeyOf(left), KeyOf(right));
 }
 
+std::vector<ConnectionEntry> DecodeConnections(std::span<const std::byte> answer) {
+    auto entries = DecodeEntries<ConnectionEntry>(answer);
+    std::sort(entries.begin(), entries.end(), ConnectionComesBefore);
+    return entries;
+}
+
+std::vector<ListenerEntry> DecodeListeners(std::span<const std::byte> answer) {
+    auto entries = DecodeEntries<ListenerEntry>(answer);
+    std::sort(entries.begin(), entries.end(), ListenerComesBefore);
+    return entries;
+}
+
 std::optional<DriverTables> ReadDriverTables(DeviceOpener& opener) {
     const auto device = opener.Open(kDriverInfoDeviceName);
     if (!device) return std::nullopt;
-    auto connections = ReadTable<ConnectionEntry>(*device, kControlReadConnections, kConnectionTableSize);
-    if (!connections) return std::nullopt;
-
-    DriverTables tables{.connections = std::move(*connections), .listeners = {}};
-    if (auto listeners = ReadTable<ListenerEntry>(*device, kControlReadListeners, kListenerTableSize)) {
-        tables.listeners = std::move(*listeners);
+    DriverTables tables;
+    {
+        const TableAnswer answer(*device, kControlReadConnections, kConnectionTableSize);
+        if (!answer.Bytes()) return std::nullopt;
+        tables.connections = DecodeConnections(*answer.Bytes());
     }
-    std::sort(tables.connections.begin(), tables.connections.end(), ConnectionComesBefore);
-    std::sort(tables.listeners.begin(), tables.listeners.end(), ListenerComesBefore);
+    const TableAnswer answer(*device, kControlReadListeners, kListenerTableSize);
+    if (answer.Bytes()) tables.listeners = DecodeListeners(*answer.Bytes());
     return tables;
 }
 
