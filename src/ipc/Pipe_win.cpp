@@ -1,0 +1,139 @@
+#include "ipc/Pipe_win.h"
+
+#include <algorithm>
+
+#include "base/Handles_win.h"
+
+namespace brennvar {
+namespace {
+
+using std::chrono::milliseconds;
+using SteadyClock = std::chrono::steady_clock;
+
+// How long a wait of the system lasts before the stop is looked at again.
+constexpr milliseconds kWaitSlice{50};
+
+// What is left until the end, at most one slice; zero when nothing is left.
+milliseconds NextSlice(SteadyClock::time_point end) {
+    const auto left = std::chrono::ceil<milliseconds>(end - SteadyClock::now());
+    return std::clamp(left, milliseconds(0), kWaitSlice);
+}
+
+class WinPipeConnection final : public PipeConnection {
+public:
+    WinPipeConnection(UniqueFile pipe, UniqueEvent event, const StopSignal& stop)
+        : m_pipe(std::move(pipe)), m_event(std::move(event)), m_stop(stop) {}
+
+    [[nodiscard]] bool SetMessageMode() override {
+        DWORD mode = PIPE_READMODE_MESSAGE;
+        return ::SetNamedPipeHandleState(m_pipe.Get(), &mode, nullptr, nullptr) != FALSE;
+    }
+
+    [[nodiscard]] PipeOutcome Write(std::span<const std::byte> bytes, milliseconds pendingLimit) override {
+        OVERLAPPED overlapped = NewOverlapped();
+        const BOOL started =
+            ::WriteFile(m_pipe.Get(), bytes.data(), static_cast<DWORD>(bytes.size()), nullptr, &overlapped);
+        const DWORD error = started ? ERROR_SUCCESS : ::GetLastError();
+        const Completion end = Complete(error, overlapped, pendingLimit);
+        if (end.outcome == PipeOutcome::Done && end.size != bytes.size()) return PipeOutcome::Failed;
+        return end.outcome;
+    }
+
+    [[nodiscard]] PipeOutcome Transact(std::span<const std::byte> request, std::span<std::byte> answer,
+                                       std::size_t& receivedSize, milliseconds pendingLimit) override {
+        OVERLAPPED overlapped = NewOverlapped();
+        // The call only reads the request, though its type does not say so.
+        auto* requestData = const_cast<std::byte*>(request.data());
+        const BOOL started =
+            ::TransactNamedPipe(m_pipe.Get(), requestData, static_cast<DWORD>(request.size()), answer.data(),
+                                static_cast<DWORD>(answer.size()), nullptr, &overlapped);
+        const DWORD error = started ? ERROR_SUCCESS : ::GetLastError();
+        Completion end = Complete(error, overlapped, pendingLimit);
+        if (end.error == ERROR_MORE_DATA) {  // a longer answer: the buffer is full, the rest is of no interest
+            end = {.outcome = PipeOutcome::Done, .error = ERROR_SUCCESS, .size = answer.size()};
+        }
+        if (end.outcome == PipeOutcome::Done) receivedSize = std::min(end.size, answer.size());
+        return end.outcome;
+    }
+
+private:
+    struct Completion {
+        PipeOutcome outcome = PipeOutcome::Failed;
+        DWORD error = ERROR_SUCCESS;
+        std::size_t size = 0;  // bytes moved
+    };
+
+    [[nodiscard]] OVERLAPPED NewOverlapped() const {
+        OVERLAPPED overlapped{};
+        overlapped.hEvent = m_event.Get();  // each call resets it
+        return overlapped;
+    }
+
+    // The end of a call that began with the given error. Until this returns the system may use the caller's
+    // buffers.
+    [[nodiscard]] Completion Complete(DWORD error, OVERLAPPED& overlapped, milliseconds pendingLimit) {
+        // A call that failed at once has nothing to collect: waiting for it would never end.
+        if (error != ERROR_SUCCESS && error != ERROR_IO_PENDING) return {.error = error};
+        const bool isCancelled = error == ERROR_IO_PENDING && !WaitUntilSignalled(pendingLimit);
+        // Finds nothing to cancel when the call completes at this very moment; the result then counts.
+        if (isCancelled) ::CancelIoEx(m_pipe.Get(), &overlapped);
+        DWORD size = 0;
+        const BOOL done = ::GetOverlappedResult(m_pipe.Get(), &overlapped, &size, TRUE);
+        const DWORD endError = done ? ERROR_SUCCESS : ::GetLastError();
+        if (done) return {.outcome = PipeOutcome::Done, .size = size};
+        if (isCancelled && endError == ERROR_OPERATION_ABORTED) {
+            // The next transaction would get the late answer to this one.
+            m_pipe.Reset();
+            return {.outcome = PipeOutcome::TimedOut, .error = endError};
+        }
+        return {.error = endError};
+    }
+
+    // False at the limit and when the stop is requested.
+    [[nodiscard]] bool WaitUntilSignalled(milliseconds limit) const {
+        const auto end = SteadyClock::now() + limit;
+        for (;;) {
+            const milliseconds slice = NextSlice(end);
+            if (::WaitForSingleObject(m_event.Get(), static_cast<DWORD>(slice.count())) == WAIT_OBJECT_0)
+                return true;
+            if (slice == milliseconds(0) || m_stop.Requested()) return false;
+        }
+    }
+
+    UniqueFile m_pipe;
+    UniqueEvent m_event;
+    const StopSignal& m_stop;
+};
+
+}  // namespace
+
+bool WinPipeConnector::WaitForInstance(const std::string& name, milliseconds limit) {
+    const auto end = SteadyClock::now() + limit;
+    while (!m_stop.Requested()) {
+        // 0 would mean the time-out that the server chose.
+        const milliseconds slice = std::max(NextSlice(end), milliseconds(1));
+        if (::WaitNamedPipeA(name.c_str(), static_cast<DWORD>(slice.count()))) return true;
+        if (::GetLastError() != ERROR_SEM_TIMEOUT) return false;  // no such pipe
+        if (SteadyClock::now() >= end) return false;
+    }
+    return false;
+}
+
+std::unique_ptr<PipeConnection> WinPipeConnector::Open(const std::string& name) {
+    // A null access list: everyone may use what is opened here.
+    SECURITY_DESCRIPTOR descriptor{};
+    if (!::InitializeSecurityDescriptor(&descriptor, SECURITY_DESCRIPTOR_REVISION) ||
+        !::SetSecurityDescriptorDacl(&descriptor, TRUE, nullptr, FALSE)) {
+        return nullptr;
+    }
+    SECURITY_ATTRIBUTES attributes{
+        .nLength = sizeof attributes, .lpSecurityDescriptor = &descriptor, .bInheritHandle = TRUE};
+    UniqueEvent event(::CreateEventA(nullptr, TRUE, FALSE, nullptr));
+    if (!event) return nullptr;
+    UniqueFile pipe(::CreateFileA(name.c_str(), GENERIC_READ | GENERIC_WRITE, 0, &attributes, OPEN_EXISTING,
+                                  FILE_ATTRIBUTE_NORMAL | FILE_FLAG_OVERLAPPED, nullptr));
+    if (!pipe) return nullptr;
+    return std::make_unique<WinPipeConnection>(std::move(pipe), std::move(event), m_stop);
+}
+
+}  // namespace brennvar

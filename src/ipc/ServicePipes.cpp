@@ -1,0 +1,38 @@
+#include "ipc/ServicePipes.h"
+
+#include <algorithm>
+
+#include "ipc/PipeRecords.h"
+#include "ipc/PipeTransaction.h"
+
+namespace brennvar {
+
+bool ServicePipes::PipeTransact(const std::string& pipeName, std::span<const std::byte> request,
+                                std::span<std::byte> answer) {
+    std::fill(answer.begin(), answer.end(), std::byte{0});
+    m_lastWaitFoundService = WaitForPipe(m_connector, m_clock, pipeName, m_policy);
+    if (!m_lastWaitFoundService) return false;
+    const auto connection = m_connector.Open(pipeName);
+    return connection && TransactWhole(*connection, request, answer, m_policy.pendingLimit);
+}
+
+std::optional<std::string> ServicePipes::ResolveProcessPath(std::uint32_t processId) {
+    PidResolveRecord request{};
+    request.codeOrStatus = kServiceRequestCode;
+    request.processId = processId;
+    PidResolveRecord answer{};
+    if (!PipeTransact(kPidResolvePipeName, RecordBytes(request), WritableRecordBytes(answer))) return std::nullopt;
+    if (answer.codeOrStatus != kServiceAnswerValid) return std::nullopt;
+    return std::string(TextOf(answer.path).substr(0, kProcessPathSize - 1));
+}
+
+std::optional<std::string> ServicePipes::FetchTrayText() {
+    TrayTextRecord request{};
+    request.codeOrStatus = kServiceRequestCode;
+    TrayTextRecord answer{};
+    if (!PipeTransact(kTrayPipeName, RecordBytes(request), WritableRecordBytes(answer))) return std::nullopt;
+    if (answer.codeOrStatus != kServiceAnswerValid) return std::nullopt;
+    return std::string(TextOf(answer.text));
+}
+
+}  // namespace brennvar

@@ -1,0 +1,43 @@
+// Questions to the service that it answers at once: the path of a process, the next text for the tray.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <string>
+
+#include "ipc/PipePolicy.h"
+
+namespace brennvar {
+
+// Size of a process path as the interface keeps it, its final zero included.
+inline constexpr std::size_t kProcessPathSize = 260;
+
+// Used by one thread at a time; every call opens a connection of its own and blocks for the waits of the policy.
+class ServicePipes {
+public:
+    // Both are borrowed and must outlive the object.
+    ServicePipes(PipeConnector& connector, Clock& clock, PipePolicy policy = kTransactPolicy)
+        : m_connector(connector), m_clock(clock), m_policy(policy) {}
+
+    // One message out, one message in. True when an answer of at least answer.size() bytes came; otherwise answer
+    // is all zeros.
+    bool PipeTransact(const std::string& pipeName, std::span<const std::byte> request, std::span<std::byte> answer);
+
+    // At most 259 characters, possibly none. Nothing: the service does not know the process or cannot be asked.
+    [[nodiscard]] std::optional<std::string> ResolveProcessPath(std::uint32_t processId);
+    // At most 4095 characters. Nothing: there is no notice.
+    [[nodiscard]] std::optional<std::string> FetchTrayText();
+
+    // False after a call whose waits found no instance of the pipe: the next call would wait as long again.
+    [[nodiscard]] bool LastWaitFoundService() const { return m_lastWaitFoundService; }
+
+private:
+    PipeConnector& m_connector;
+    Clock& m_clock;
+    PipePolicy m_policy;
+    bool m_lastWaitFoundService = true;
+};
+
+}  // namespace brennvar

@@ -1,0 +1,95 @@
+// Named pipes for tests: a script of failures, a function that plays the server, a record of what was asked.
+#pragma once
+
+#include <algorithm>
+#include <cstring>
+#include <functional>
+#include <limits>
+#include <utility>
+#include <vector>
+
+#include "base/Bytes.h"
+#include "ipc/Pipe.h"
+
+namespace brennvar::test {
+
+class FakePipe final : public PipeConnector {
+public:
+    using Bytes = std::vector<std::byte>;
+    struct Wait {
+        std::string pipe;
+        std::chrono::milliseconds limit;
+    };
+    struct Message {
+        std::string pipe;
+        Bytes bytes;
+        std::chrono::milliseconds pendingLimit;
+    };
+    static constexpr int kAlways = std::numeric_limits<int>::max();
+
+    // The script.
+    int failingWaits = 0;  // so many waits fail before one succeeds; kAlways: there is no server
+    bool canOpen = true;
+    bool canSetMessageMode = true;
+    PipeOutcome outcome = PipeOutcome::Done;      // of every write and transaction
+    std::function<Bytes(const Message&)> server;  // the answer to a transaction; none: an empty one
+
+    // What was asked.
+    std::vector<Wait> waits;
+    std::vector<std::string> opened;
+    std::vector<Message> writes;
+    std::vector<Message> requests;
+    int openCount = 0;  // connections that are open now
+
+    [[nodiscard]] bool WaitForInstance(const std::string& name, std::chrono::milliseconds limit) override {
+        waits.push_back({.pipe = name, .limit = limit});
+        if (failingWaits == 0) return true;
+        if (failingWaits != kAlways) --failingWaits;
+        return false;
+    }
+
+    [[nodiscard]] std::unique_ptr<PipeConnection> Open(const std::string& name) override {
+        opened.push_back(name);
+        if (!canOpen) return nullptr;
+        return std::make_unique<Connection>(*this, name);
+    }
+
+private:
+    class Connection final : public PipeConnection {
+    public:
+        Connection(FakePipe& pipe, std::string name) : m_pipe(pipe), m_name(std::move(name)) { ++m_pipe.openCount; }
+        ~Connection() override { --m_pipe.openCount; }
+
+        [[nodiscard]] bool SetMessageMode() override { return m_isMessageMode = m_pipe.canSetMessageMode; }
+
+        [[nodiscard]] PipeOutcome Write(std::span<const std::byte> bytes,
+                                        std::chrono::milliseconds pendingLimit) override {
+            m_pipe.writes.push_back(MessageOf(bytes, pendingLimit));
+            return m_pipe.outcome;
+        }
+
+        [[nodiscard]] PipeOutcome Transact(std::span<const std::byte> request, std::span<std::byte> answer,
+                                           std::size_t& receivedSize,
+                                           std::chrono::milliseconds pendingLimit) override {
+            if (!m_isMessageMode) return PipeOutcome::Failed;  // as Windows does
+            m_pipe.requests.push_back(MessageOf(request, pendingLimit));
+            const Bytes sent = m_pipe.server ? m_pipe.server(m_pipe.requests.back()) : Bytes();
+            // Also a transaction that fails may have touched the buffer.
+            const std::size_t size = std::min(sent.size(), answer.size());
+            if (size > 0) std::memcpy(answer.data(), sent.data(), size);
+            if (m_pipe.outcome == PipeOutcome::Done) receivedSize = size;
+            return m_pipe.outcome;
+        }
+
+    private:
+        [[nodiscard]] Message MessageOf(std::span<const std::byte> bytes, std::chrono::milliseconds limit) const {
+            return {.pipe = m_name, .bytes = Bytes(bytes.begin(), bytes.end()), .pendingLimit = limit};
+        }
+
+        FakePipe& m_pipe;
+        std::string m_name;
+        bool m_isMessageMode = false;
+    };
+};
+
+}  // namespace brennvar::test
