@@ -1,0 +1,25 @@
+// The texts that the user sees. A language file translates them by number; the English text stands at the place of
+// use and stands in for whatever the file lacks.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "config/IniSource.h"
+
+namespace brennvar {
+
+class Language {
+public:
+    // The language file; null: English only.
+    explicit Language(std::unique_ptr<const IniSource> file);
+    // The text with this number, in the file's code page. English when the file has none, or an empty one, or the
+    // number is 0 (a text that is not translated). Any thread.
+    [[nodiscard]] std::string GetText(int number, std::string_view english) const;
+
+private:
+    std::unique_ptr<const IniSource> m_file;
+};
+
+}  // namespace brennvar

@@ -1,0 +1,106 @@
+#include "config/OptionTable.h"
+
+#include <algorithm>
+#include <iterator>
+
+namespace brennvar {
+namespace {
+
+// The identifier of the index-th ICMP type in one of the two blocks.
+constexpr OptionId Icmp(OptionId first, std::uint32_t index) {
+    return static_cast<OptionId>(static_cast<std::uint32_t>(first) + index);
+}
+
+// By default the machine may ping out and receive the answers and error reports, and nothing else of ICMP.
+constexpr OptionInfo kOptions[] = {
+    {OptionId::ProtectionMode, OptionKind::Number, 0, 0, ""},
+    {OptionId::BlockFileSharing, OptionKind::Flag, 0, 371, "Disable sharing of my files and printers"},
+    {OptionId::BlockNetworkNeighborhood, OptionKind::Flag, 0, 372, "Disable Network Neighborhood browsing"},
+    {OptionId::Password, OptionKind::Text, 0, 0, ""},
+    {OptionId::ShowSecurityMessages, OptionKind::Flag, 1, 373,
+     "Show security notification messages in the system tray"},
+    {OptionId::ShowBlockedMessages, OptionKind::Flag, 0, 504,
+     "Show blocked applications messages in the system tray"},
+    {OptionId::LoadAtStartup, OptionKind::Flag, 1, 374, "Automatically load firewall at Windows startup"},
+    {OptionId::IntrusionPrevention, OptionKind::Flag, 1, 376, "Enable Intrusion Prevention System"},
+    {OptionId::NetBiosProtection, OptionKind::Flag, 1, 377, "Enable NetBIOS Protection"},
+    {OptionId::BlockPlugAndPlay, OptionKind::Flag, 1, 379, "Block Universal Plug and Play traffic"},
+    {OptionId::MasqueradeFingerprint, OptionKind::Flag, 1, 380, "Enable OS fingerprint masquerading"},
+    {OptionId::FingerprintAuthentication, OptionKind::Flag, 1, 381, "Enable fingerprint authentication"},
+    {OptionId::AntiMacSpoofing, OptionKind::Flag, 1, 382, "Enable anti-MAC spoofing"},
+    {OptionId::AntiDnsSpoofing, OptionKind::Flag, 1, 383, "Enable anti-DNS spoofing"},
+    {OptionId::AntiIpSpoofing, OptionKind::Flag, 0, 384, "Enable anti-IP spoofing"},
+    {OptionId::BlockAttacker, OptionKind::Flag, 1, 385, "Automatically block attacker for:"},
+    {OptionId::BlockSeconds, OptionKind::Number, 600, 346, "second(s)"},
+    {OptionId::BlockFragments, OptionKind::Flag, 0, 558, "Block fragmented packets"},
+    {OptionId::DetectPortScan, OptionKind::Flag, 1, 386, "Enable portscan detection"},
+    {OptionId::DetectDos, OptionKind::Flag, 1, 387, "Enable DoS detection"},
+    {OptionId::LocalTraffic, OptionKind::Flag, 1, 388, "Enable local network traffic"},
+    {OptionId::TimeSynchronisation, OptionKind::Flag, 1, 389, "Enable time synchronisation"},
+    {OptionId::Dhcp, OptionKind::Flag, 1, 390, "Enable DHCP"},
+    {OptionId::Dns, OptionKind::Flag, 1, 391, "Enable DNS"},
+    {OptionId::ProcessDefense, OptionKind::Flag, 1, 579, "Enable Process Defense System"},
+    {OptionId::SecurityLog, OptionKind::Flag, 1, 393, "Enable Security Log"},
+    {OptionId::SystemLog, OptionKind::Flag, 1, 394, "Enable System Log"},
+    {OptionId::TrafficLog, OptionKind::Flag, 1, 395, "Enable Traffic Log"},
+    {OptionId::PacketLog, OptionKind::Flag, 0, 396, "Enable Packet Log"},
+    {OptionId::TrafficLogKilobytes, OptionKind::Number, 4096, 348, "Maximum traffic log size (KB):"},
+    {OptionId::PacketLogKilobytes, OptionKind::Number, 10240, 349, "Maximum packet log size (KB):"},
+    {OptionId::LogDays, OptionKind::Number, 30, 350, "Delete old log files after (days):"},
+    {OptionId::MailNotification, OptionKind::Flag, 0, 400, "Enable Notification"},
+    {OptionId::MailFrom, OptionKind::Text, 0, 352, "From:"},
+    {OptionId::MailTo, OptionKind::Text, 0, 353, "To:"},
+    {OptionId::MailCc, OptionKind::Text, 0, 354, "Cc:"},
+    {OptionId::MailSubject, OptionKind::Text, 0, 355, "Subject:"},
+    {OptionId::MailServer, OptionKind::Text, 0, 356, "Server:"},
+    {OptionId::MailLogin, OptionKind::Text, 0, 357, "Login:"},
+    {OptionId::MailPassword, OptionKind::Text, 0, 358, "Password:"},
+    {Icmp(OptionId::IcmpIncomingFirst, 0), OptionKind::Flag, 1, 0, "(0) Echo Reply"},
+    {Icmp(OptionId::IcmpIncomingFirst, 1), OptionKind::Flag, 1, 0, "(3) Dest. Unreachable"},
+    {Icmp(OptionId::IcmpIncomingFirst, 2), OptionKind::Flag, 0, 0, "(4) Source Quench"},
+    {Icmp(OptionId::IcmpIncomingFirst, 3), OptionKind::Flag, 0, 0, "(5) Redirect"},
+    {Icmp(OptionId::IcmpIncomingFirst, 4), OptionKind::Flag, 0, 0, "(8) Echo"},
+    {Icmp(OptionId::IcmpIncomingFirst, 5), OptionKind::Flag, 1, 0, "(11) Time Exceeded"},
+    {Icmp(OptionId::IcmpIncomingFirst, 6), OptionKind::Flag, 0, 0, "(12) Param. Problem"},
+    {Icmp(OptionId::IcmpIncomingFirst, 7), OptionKind::Flag, 0, 0, "(13) Timestamp"},
+    {Icmp(OptionId::IcmpIncomingFirst, 8), OptionKind::Flag, 0, 0, "(14) Timestamp Reply"},
+    {Icmp(OptionId::IcmpIncomingFirst, 9), OptionKind::Flag, 0, 0, "(17) Address Mask Rq."},
+    {Icmp(OptionId::IcmpIncomingFirst, 10), OptionKind::Flag, 0, 0, "(18) Address Mask Rp."},
+    {Icmp(OptionId::IcmpOutgoingFirst, 0), OptionKind::Flag, 0, 0, "(0) Echo Reply"},
+    {Icmp(OptionId::IcmpOutgoingFirst, 1), OptionKind::Flag, 0, 0, "(3) Dest. Unreachable"},
+    {Icmp(OptionId::IcmpOutgoingFirst, 2), OptionKind::Flag, 0, 0, "(4) Source Quench"},
+    {Icmp(OptionId::IcmpOutgoingFirst, 3), OptionKind::Flag, 0, 0, "(5) Redirect"},
+    {Icmp(OptionId::IcmpOutgoingFirst, 4), OptionKind::Flag, 1, 0, "(8) Echo"},
+    {Icmp(OptionId::IcmpOutgoingFirst, 5), OptionKind::Flag, 0, 0, "(11) Time Exceeded"},
+    {Icmp(OptionId::IcmpOutgoingFirst, 6), OptionKind::Flag, 0, 0, "(12) Param. Problem"},
+    {Icmp(OptionId::IcmpOutgoingFirst, 7), OptionKind::Flag, 0, 0, "(13) Timestamp"},
+    {Icmp(OptionId::IcmpOutgoingFirst, 8), OptionKind::Flag, 0, 0, "(14) Timestamp Reply"},
+    {Icmp(OptionId::IcmpOutgoingFirst, 9), OptionKind::Flag, 0, 0, "(17) Address Mask Rq."},
+    {Icmp(OptionId::IcmpOutgoingFirst, 10), OptionKind::Flag, 0, 0, "(18) Address Mask Rp."},
+    {OptionId::NotifyNewVersion, OptionKind::Flag, 1, 402, "Notify me about newer version"},
+    {OptionId::UpdateSignatures, OptionKind::Flag, 1, 403, "Automatically update signatures"},
+    {OptionId::ProxyHost, OptionKind::Text, 0, 0, "Host:"},
+    {OptionId::ProxyPort, OptionKind::Number, 0, 0, "Port:"},
+    {OptionId::ProxyLogin, OptionKind::Text, 0, 0, "Login:"},
+    {OptionId::ProxyPassword, OptionKind::Text, 0, 0, "Password:"},
+    {OptionId::ProxyType, OptionKind::Number, 0, 0, "Proxy Type:"},
+    {OptionId::AppInitProtection, OptionKind::Flag, 1, 581, "Enable AppInit DLL Protection"},
+    {OptionId::FilteringProxyPort, OptionKind::Number, 8215, 602, "Filtering proxy server port:"},
+};
+static_assert(std::is_sorted(std::begin(kOptions), std::end(kOptions),
+                             [](const OptionInfo& a, const OptionInfo& b) { return a.id < b.id; }));
+
+}  // namespace
+
+std::span<const OptionInfo> OptionTable() {
+    return kOptions;
+}
+
+const OptionInfo* FindOption(std::uint32_t id) {
+    const auto* const at =
+        std::lower_bound(std::begin(kOptions), std::end(kOptions), static_cast<OptionId>(id),
+                         [](const OptionInfo& info, OptionId wanted) { return info.id < wanted; });
+    return at != std::end(kOptions) && at->id == static_cast<OptionId>(id) ? at : nullptr;
+}
+
+}  // namespace brennvar

@@ -1,0 +1,50 @@
+// The record cipher by hand: the head of its keystream, computed with an RC4 of its own apart from the code under
+// test, and what it makes of records.
+#pragma once
+
+#include <cstddef>
+#include <cstring>
+#include <string>
+#include <string_view>
+#include <type_traits>
+
+namespace brennvar::test {
+
+inline std::string FromHex(std::string_view hex) {
+    const auto digit = [](char c) { return c <= '9' ? c - '0' : c - 'a' + 10; };
+    std::string bytes;
+    for (std::size_t i = 0; i + 1 < hex.size(); i += 2) {
+        bytes += static_cast<char>(digit(hex[i]) * 16 + digit(hex[i + 1]));
+    }
+    return bytes;
+}
+
+// 320 bytes, longer than any record of the tests.
+inline const std::string kKeystream = FromHex(
+    "0e1a89a0c66093e81f2286a6206f5e578af4d2896ec9bd277853ea89ce428a3f"
+    "8572338d85503bd5088aa0d853a9a4f4ba5ba43253b76204db674663f024c9c3"
+    "522839f6573f79520948a2453fe86b49c02f6171464e26d63d6ed788becf2449"
+    "e7be8bb2ef9e667925ff3f5598589abcfcc59a1742ea9cbd57ce2821ff8e3985"
+    "8b5b9890b8355c8d3fb7335ca9845cf742dc3f25ee78d045525848c43e92401d"
+    "123e4c106c37f90a01eacdfce3709967f18ca5408791d04321e8ff65c2a5c12c"
+    "a7c2fb8688f10340a79ed7fd6604ef5236cc0d10929bc9bf152ac7d743117c5e"
+    "4a86b97452186a0739102ed7fd56af05e7e3c2d9e0947fdc061428f8630b46f8"
+    "66becb2258f199d1732b94e6cac50fc57a5feea1b6e9808fdbe66471918c4972"
+    "5ae3d672b95ede074d212db4fad2c7b099fe361d95154fbb5a6a8a5e56e7d3c9");
+
+inline std::string EncipherByHand(std::string bytes, std::size_t recordSize) {
+    for (std::size_t i = 0; i < bytes.size(); ++i) {
+        bytes[i] = static_cast<char>(bytes[i] ^ kKeystream[i % recordSize]);
+    }
+    return bytes;
+}
+
+// The record's bytes as they stand in a plain file.
+template <class Record>
+requires std::is_trivially_copyable_v<Record> std::string BytesOf(const Record& record) {
+    std::string bytes(sizeof record, '\0');
+    std::memcpy(bytes.data(), &record, sizeof record);
+    return bytes;
+}
+
+}  // namespace brennvar::test
