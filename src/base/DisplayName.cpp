@@ -1,0 +1,25 @@
+#include "base/DisplayName.h"
+
+namespace brennvar {
+
+std::string FileNameOf(std::string_view path) {
+    const std::size_t backslash = path.rfind('\\');
+    if (backslash == std::string_view::npos || backslash + 1 == path.size()) return std::string(path);
+    return std::string(path.substr(backslash + 1));
+}
+
+std::string CutTo40(std::string text) {
+    constexpr std::size_t kLongest = 40;
+    constexpr std::string_view kDots = "...";
+    if (text.size() > kLongest) {
+        text.resize(kLongest - kDots.size());
+        text += kDots;
+    }
+    return text;
+}
+
+std::string DisplayNameOf(std::string_view path, std::string_view fileDescription) {
+    return fileDescription.empty() ? FileNameOf(path) : CutTo40(std::string(fileDescription));
+}
+
+}  // namespace brennvar

@@ -1,0 +1,19 @@
+// How a program is named to the user: by the description in its version resource, else by its file name.
+// All functions are pure; texts are in the ANSI code page.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace brennvar {
+
+// The part after the last backslash; the whole path when that part is empty.
+[[nodiscard]] std::string FileNameOf(std::string_view path);
+
+// Texts of up to 40 characters as they are, longer ones cut to 40 of which the last three are dots.
+[[nodiscard]] std::string CutTo40(std::string text);
+
+// The description cut to 40 characters or, when it is empty, the file name in its full length.
+[[nodiscard]] std::string DisplayNameOf(std::string_view path, std::string_view fileDescription);
+
+}  // namespace brennvar

@@ -1,0 +1,37 @@
+#include "base/Processes_win.h"
+
+#include <string>
+
+#include "base/Handles_win.h"
+// Needs the types of the header above.
+#include <tlhelp32.h>
+
+namespace brennvar {
+
+std::uint32_t FindProcessId(std::string_view imageName) {
+    const std::string name(imageName);
+    const UniqueFile snapshot(::CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS, 0));
+    if (!snapshot) return 0;
+    PROCESSENTRY32 entry{};
+    entry.dwSize = sizeof entry;
+    for (BOOL more = ::Process32First(snapshot.Get(), &entry); more;
+         more = ::Process32Next(snapshot.Get(), &entry)) {
+        if (::lstrcmpiA(entry.szExeFile, name.c_str()) == 0) return entry.th32ProcessID;
+    }
+    return 0;
+}
+
+bool EnableDebugPrivilege() {
+    HANDLE opened = nullptr;
+    if (!::OpenProcessToken(::GetCurrentProcess(), TOKEN_ADJUST_PRIVILEGES | TOKEN_QUERY, &opened)) return false;
+    const UniqueToken token(opened);
+    TOKEN_PRIVILEGES privileges{};
+    privileges.PrivilegeCount = 1;
+    privileges.Privileges[0].Attributes = SE_PRIVILEGE_ENABLED;
+    if (!::LookupPrivilegeValueA(nullptr, SE_DEBUG_NAME, &privileges.Privileges[0].Luid)) return false;
+    if (!::AdjustTokenPrivileges(token.Get(), FALSE, &privileges, 0, nullptr, nullptr)) return false;
+    // The call succeeds without enabling anything when the token lacks the privilege; the error code tells.
+    return ::GetLastError() == ERROR_SUCCESS;
+}
+
+}  // namespace brennvar

@@ -1,0 +1,42 @@
+#include "base/VersionInfo_win.h"
+
+#include <cstddef>
+#include <vector>
+
+#include "base/VersionBlock.h"
+#include "base/Windows_win.h"
+
+namespace brennvar {
+namespace {
+
+// A block cannot describe more than 64 KB of itself; the system reserves about twice that for its conversions.
+constexpr DWORD kLargestBlock = 1024 * 1024;
+
+std::vector<std::byte> ReadVersionBlock(const std::string& path) {
+    DWORD ignored = 0;
+    const DWORD size = ::GetFileVersionInfoSizeA(path.c_str(), &ignored);
+    if (size == 0 || size > kLargestBlock) return {};
+    std::vector<std::byte> block(size);
+    if (!::GetFileVersionInfoA(path.c_str(), 0, size, block.data())) return {};
+    return block;
+}
+
+std::string ToAnsi(const std::u16string& text) {
+    // UTF-16 is Windows' own wide text; only the type differs.
+    const std::wstring wide(text.begin(), text.end());
+    const auto length = static_cast<int>(wide.size());
+    const int size = ::WideCharToMultiByte(CP_ACP, 0, wide.data(), length, nullptr, 0, nullptr, nullptr);
+    if (size <= 0) return {};
+    std::string ansi(static_cast<std::size_t>(size), '\0');
+    ::WideCharToMultiByte(CP_ACP, 0, wide.data(), length, ansi.data(), size, nullptr, nullptr);
+    return ansi;
+}
+
+}  // namespace
+
+std::string ReadFileDescription(const std::string& path) {
+    // The block is searched by our own code: the system's query (VerQueryValue) believes the lengths in it.
+    return ToAnsi(FindFileDescription(ReadVersionBlock(path)));
+}
+
+}  // namespace brennvar
