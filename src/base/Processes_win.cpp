@@ -1,7 +1,7 @@
 #include "base/Processes_win.h"
 
-#include <string>
-
+#include "base/AsciiCase.h"
+#include "base/Bytes.h"
 #include "base/Handles_win.h"
 // Needs the types of the header above.
 #include <tlhelp32.h>
@@ -9,14 +9,13 @@
 namespace brennvar {
 
 std::uint32_t FindProcessId(std::string_view imageName) {
-    const std::string name(imageName);
     const UniqueFile snapshot(::CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS, 0));
     if (!snapshot) return 0;
     PROCESSENTRY32 entry{};
     entry.dwSize = sizeof entry;
     for (BOOL more = ::Process32First(snapshot.Get(), &entry); more;
          more = ::Process32Next(snapshot.Get(), &entry)) {
-        if (::lstrcmpiA(entry.szExeFile, name.c_str()) == 0) return entry.th32ProcessID;
+        if (EqualsIgnoringCase(TextOf(entry.szExeFile), imageName)) return entry.th32ProcessID;
     }
     return 0;
 }
