@@ -1,0 +1,55 @@
+// What the user is asked about a connection, and what the user says to it.
+#pragma once
+
+#include <string>
+
+namespace brennvar {
+
+enum class PromptAdvice { None, Allow, Deny };
+
+// The facts apart, for painting, and the whole text in its laid-down form, for the message control. All texts are
+// in the language of the user, without trailing line breaks.
+struct PromptQuestion {
+    // Facts. What is not known reads "unknown".
+    std::string path;  // of the program file, or "Unknown name"; as the peer gave it: a file name, no caption
+    std::string displayName;  // the program as the user knows it
+    bool applicationKnown = true;
+    std::string remoteHost;     // from the DNS log, at most 40 characters
+    std::string localAddress;   // "a.b.c.d:port", without ":port" when there is none
+    std::string remoteAddress;  // likewise
+    std::string service;        // what the remote port stands for
+    std::string protocol;       // "ICMP", "TCP", "UDP" or a number
+    PromptAdvice adviceKind = PromptAdvice::None;
+    std::string advice;
+
+    // Words that stand around them.
+    std::string wantsText;      // "is trying to communicate to"
+    std::string detailsTitle;   // "Connection details:"
+    std::string remoteLabel;    // "Remote host:"
+    std::string serviceLabel;   // "Reason:"
+    std::string protocolLabel;  // "Protocol:"
+    std::string adviceLabel;    // "General advice:"
+    std::string askText;        // "Allow this network communication?"
+
+    std::string body;  // all of the above in one text of several lines, broken by "\n"
+
+    // The dialog's own texts.
+    std::string caption;
+    std::string allowButton;
+    std::string denyButton;
+    std::string rememberText;  // three lines
+};
+
+struct PromptAnswer {
+    bool allow = false;
+    bool remember = false;
+    friend bool operator==(const PromptAnswer&, const PromptAnswer&) = default;
+};
+
+// The dialog ends with the number of its button: No (7, as Windows numbers it) denies, whatever else allows.
+inline constexpr int kDialogResultNo = 7;
+[[nodiscard]] constexpr PromptAnswer AnswerOfDialog(int dialogResult, bool remember) {
+    return {.allow = dialogResult != kDialogResultNo, .remember = remember};
+}
+
+}  // namespace brennvar

@@ -1,0 +1,110 @@
+#include "prompts/PromptText.h"
+
+#include <algorithm>
+#include <string_view>
+
+#include "base/DisplayName.h"
+#include "ipc/DriverRecords.h"
+#include "prompts/ServiceNameTable.h"
+
+namespace brennvar {
+namespace {
+
+constexpr std::string_view kUnknown = "unknown";
+
+// A program's description and a host's name come from outside: a line break in them could pass for a line of ours,
+// such as the advice.
+std::string OneLine(std::string text) {
+    std::replace_if(
+        text.begin(), text.end(), [](unsigned char c) { return c < 0x20 || c == 0x7F; }, ' ');
+    return text;
+}
+
+std::string EndpointText(Ipv4 address, std::uint16_t port) {
+    std::string text = FormatIpv4(address);
+    if (port != 0) {
+        text += ':';
+        AppendNumber(text, port);
+    }
+    return text;
+}
+
+std::string ProtocolText(std::uint32_t protocol) {
+    switch (protocol) {
+        case kProtocolIcmp: return "ICMP";
+        case kProtocolTcp: return "TCP";
+        case kProtocolUdp: return "UDP";
+        default: return std::to_string(protocol);
+    }
+}
+
+PromptAdvice AdviceKind(std::optional<std::uint32_t> advice) {
+    if (advice == 1U) return PromptAdvice::Allow;
+    if (advice == 0U) return PromptAdvice::Deny;
+    return PromptAdvice::None;
+}
+
+std::string AdviceText(PromptAdvice advice, const Language& language) {
+    switch (advice) {
+        case PromptAdvice::Allow: return language.GetText(486, "Allow");
+        case PromptAdvice::Deny: return language.GetText(487, "Deny");
+        case PromptAdvice::None: break;
+    }
+    return language.GetText(488, "None");
+}
+
+void FillFacts(PromptQuestion& question, const PromptFacts& facts, const Language& language) {
+    question.path = facts.path;
+    question.displayName = OneLine(DisplayNameOf(facts.path, facts.fileDescription));
+    question.applicationKnown = facts.applicationKnown;
+    question.remoteHost = facts.hostName.empty() ? std::string(kUnknown) : OneLine(CutTo40(facts.hostName));
+    question.localAddress = kUnknown;
+    question.remoteAddress = kUnknown;
+    if (facts.applicationKnown) {
+        question.localAddress = EndpointText(facts.localAddress, facts.localPort);
+        question.remoteAddress = EndpointText(facts.remoteAddress, facts.remotePort);
+    }
+    const ServiceName& service = FindServiceName(facts.remotePort, facts.protocol);
+    question.service = language.GetText(service.textNumber, service.english);
+    question.protocol = ProtocolText(facts.protocol);
+    question.adviceKind = AdviceKind(facts.advice);
+    question.advice = AdviceText(question.adviceKind, language);
+}
+
+void FillWords(PromptQuestion& question, const Language& language) {
+    question.wantsText = language.GetText(457, "is trying to communicate to");
+    question.detailsTitle = language.GetText(458, "Connection details:");
+    question.remoteLabel = language.GetText(155, "Remote host:");
+    question.serviceLabel = language.GetText(460, "Reason:");
+    question.protocolLabel = language.GetText(484, "Protocol:");
+    question.adviceLabel = language.GetText(485, "General advice:");
+    question.askText = language.GetText(489, "Allow this network communication?");
+    question.caption = language.GetText(444, "Confirm network connection");
+    question.allowButton = language.GetText(445, "Yes");
+    question.denyButton = language.GetText(446, "No");
+    question.rememberText = language.GetText(447, "Remember my answer") + "\n" +
+                            language.GetText(448, "and do not ask me next time") + "\n" +
+                            language.GetText(449, "for this application.");
+}
+
+std::string BodyOf(const PromptQuestion& q) {
+    return q.displayName + "\n" + q.wantsText + " " + q.remoteHost + ".\n\n" +  //
+           q.detailsTitle + "\n" +                                              //
+           q.remoteLabel + " " + q.remoteAddress + "\n" +                       //
+           q.serviceLabel + " " + q.service + "\n" +                            //
+           q.protocolLabel + " " + q.protocol + "\n\n" +                        //
+           q.adviceLabel + " " + q.advice + "\n\n" +                            //
+           q.askText;
+}
+
+}  // namespace
+
+PromptQuestion BuildPromptQuestion(const PromptFacts& facts, const Language& language) {
+    PromptQuestion question;
+    FillFacts(question, facts, language);
+    FillWords(question, language);
+    question.body = BodyOf(question);
+    return question;
+}
+
+}  // namespace brennvar

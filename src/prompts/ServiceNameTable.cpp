@@ -1,0 +1,46 @@
+#include "prompts/ServiceNameTable.h"
+
+#include "ipc/DriverRecords.h"
+
+namespace brennvar {
+namespace {
+
+constexpr ServiceName kServiceNames[] = {
+    {21, false, 461, "FTP - File transfer"},
+    {22, true, 462, "SSH - Remote login"},
+    {23, false, 463, "TELNET - Telnet"},
+    {25, false, 464, "SMTP - E-Mail sending"},
+    {43, false, 465, "WHOIS - WHOIS lookup"},
+    {53, true, 466, "DNS - Domain name resolution"},
+    {67, true, 467, "BOOTPS - BOOTP server"},
+    {68, true, 468, "BOOTPC - BOOTP client"},
+    {70, true, 469, "GOPHER - Internet Gopher"},
+    {79, false, 470, "FINGER - Finger"},
+    {80, true, 471, "HTTP - Web browsing"},
+    {88, true, 472, "KERBEROS - Kerberos"},
+    {107, true, 473, "RTELNET - Remote telnet"},
+    {110, true, 474, "POP3 - E-Mail checking"},
+    {119, false, 475, "NNTP - News transfer"},
+    {123, true, 476, "NTP - Time synchronisation"},
+    {137, true, 477, "NETBIOS - Netbios name service"},
+    {138, true, 478, "NETBIOS - Netbios datagram service"},
+    {139, true, 479, "NETBIOS - Netbios session service"},
+    {194, true, 480, "IRC - Internet relay chat"},
+    {389, true, 481, "LDAP - Lightweight directory access protocol"},
+    {443, true, 482, "HTTPS - Secure web connection"},
+};
+constexpr ServiceName kUnspecified = {0, false, 483, "Unspecified"};
+
+}  // namespace
+
+const ServiceName& FindServiceName(std::uint16_t remotePort, std::uint32_t protocol) {
+    for (const ServiceName& row : kServiceNames) {
+        if (row.remotePort != remotePort) continue;
+        // A port has one row: with the wrong protocol it means nothing.
+        const bool fits = protocol == kProtocolTcp || (row.alsoUdp && protocol == kProtocolUdp);
+        return fits ? row : kUnspecified;
+    }
+    return kUnspecified;
+}
+
+}  // namespace brennvar

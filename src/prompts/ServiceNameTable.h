@@ -1,0 +1,19 @@
+// What a connection is probably for, by its remote port.
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+
+namespace brennvar {
+
+struct ServiceName {
+    std::uint16_t remotePort;  // host order
+    bool alsoUdp;              // else the row is for TCP alone
+    int textNumber;            // in the language file
+    std::string_view english;
+};
+
+// The row for a remote port (host order) and an IP protocol number; "Unspecified" when no row fits both.
+[[nodiscard]] const ServiceName& FindServiceName(std::uint16_t remotePort, std::uint32_t protocol);
+
+}  // namespace brennvar
