@@ -1,0 +1,70 @@
+// A driver that answers anything: the input is what it puts into the block and the request, the rest of the input
+// serves as the texts of the outside. Whatever comes, a cycle ends with a well-formed answer or none.
+#include <algorithm>
+#include <cstdint>
+#include <cstdlib>
+#include <cstring>
+#include <string>
+
+#include "prompts/ConnectionPrompt.h"
+#include "support/FakeDevice.h"
+#include "unit/prompts/FakePromptWorld.h"
+
+namespace {
+
+using namespace brennvar;
+
+void Require(bool condition) {
+    if (!condition) std::abort();
+}
+
+// The record at the front of input, filled up with zeros where the input ends.
+template <RecordType Record>
+Record Take(std::span<const std::byte>& input) {
+    Record record{};
+    const auto taken = input.first(std::min(sizeof record, input.size()));
+    std::copy(taken.begin(), taken.end(), WritableRecordBytes(record).begin());
+    input = input.subspan(taken.size());
+    return record;
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    std::span<const std::byte> input = std::as_bytes(std::span(data, size));
+    const auto block = Take<PromptExchangeBlock>(input);
+    const auto request = Take<ConnectionPromptRequest>(input);
+    const std::string text(reinterpret_cast<const char*>(input.data()), input.size());
+
+    test::FakeDriver driver;
+    driver.exchange = [&](std::uint32_t, std::span<std::byte> given) {
+        const auto asked = DecodeRecord<PromptExchangeBlock>(given);
+        Require(asked.has_value());
+        // The driver gets addresses as numbers. NOLINTNEXTLINE(performance-no-int-to-ptr)
+        auto* const area = reinterpret_cast<void*>(static_cast<std::uintptr_t>(asked->requestAddress));
+        std::memcpy(area, &request, sizeof request);
+        std::memcpy(given.data(), &block, sizeof block);
+        return true;
+    };
+    const std::uint32_t processId = request.processId;
+    const Ipv4 remoteAddress = request.remoteAddress;
+    test::FakePromptWorld world;
+    world.processes[processId] = text.substr(0, 259);
+    world.hosts[remoteAddress] = text;
+    world.descriptions[std::string(TextOf(request.path))] = text;
+
+    ConnectionPromptService service(driver, world);
+    const bool present = block.questionPresent != 0;
+    Require(service.RunCycle() == (present ? PromptCycle::Answered : PromptCycle::NoQuestion));
+    Require(world.sent.size() == (present ? 1U : 0U));
+    for (const ConnectionPromptAnswer& answer : world.sent) {
+        Require(answer.kind == 3 && answer.processId == processId && answer.path[259] == 0);
+        Require((answer.decision == PromptDecision::None) == (processId == kNoProcess));
+    }
+    for (const PromptQuestion& question : world.questions) {
+        Require(!question.displayName.empty() && question.remoteHost.size() <= 40);
+        // The ten line breaks of the form, and none of a peer's.
+        Require(std::count(question.body.begin(), question.body.end(), '\n') == 10);
+    }
+    return 0;
+}
