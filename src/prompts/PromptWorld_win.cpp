@@ -1,0 +1,65 @@
+#include "prompts/PromptWorld_win.h"
+
+#include <memory>
+#include <utility>
+
+#include "base/Bytes.h"
+#include "base/NetworkAddresses_win.h"
+#include "base/VersionInfo_win.h"
+#include "config/Folders.h"
+#include "config/Ini_win.h"
+#include "config/Settings.h"
+#include "ipc/PipeWriteOnce.h"
+#include "logs/Lookups.h"
+#include "rules/ApplicationRules.h"
+
+namespace brennvar {
+
+WinPromptWorld::WinPromptWorld(std::string dataFolder, std::string installationFolder, PipeConnector& connector,
+                               Clock& clock, Asker ask)
+    : m_dataFolder(std::move(dataFolder)),
+      m_installationFolder(std::move(installationFolder)),
+      m_connector(connector),
+      m_clock(clock),
+      m_pipes(connector, clock),
+      m_ask(std::move(ask)) {}
+
+RuleAction WinPromptWorld::LookupAction(const std::string& path) {
+    return LookupApplicationAction(RulesFilePath(m_dataFolder), m_clock, path);
+}
+
+std::optional<std::uint32_t> WinPromptWorld::Advice(const std::string& path) {
+    return FindAdvice(m_dataFolder, path);
+}
+
+std::optional<std::string> WinPromptWorld::ResolveProcessPath(std::uint32_t processId) {
+    return m_pipes.ResolveProcessPath(processId);
+}
+
+std::string WinPromptWorld::HostName(Ipv4 address) {
+    return FindHostName(m_dataFolder, m_clock.Today(), address);
+}
+
+std::string WinPromptWorld::FileDescription(const std::string& path) {
+    return ReadFileDescription(path);
+}
+
+Ipv4 WinPromptWorld::LocalAddressFor(Ipv4 address) {
+    return FindLocalAddressFor(address);
+}
+
+Language WinPromptWorld::LoadLanguage() {
+    const std::string name = ReadLanguageName(CIni(SettingsFilePath(m_dataFolder)));
+    return Language(std::make_unique<CIni>(LanguageFilePath(m_installationFolder, name)));
+}
+
+PromptAnswer WinPromptWorld::Ask(const PromptQuestion& question) {
+    return m_ask(question);
+}
+
+void WinPromptWorld::SendAnswer(const ConnectionPromptAnswer& answer) {
+    // A service that is not there to take the answer has nothing to decide either; nobody is told.
+    (void)PipeWriteOnce(m_connector, m_clock, kConfirmPipeName, RecordBytes(answer));
+}
+
+}  // namespace brennvar
