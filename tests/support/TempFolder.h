@@ -33,7 +33,7 @@ public:
     [[nodiscard]] std::string File(std::string_view name) const { return (m_path / name).string(); }
 
     std::string Write(std::string_view name, std::string_view content) const {
-        const std::string path = File(name);
+        std::string path = File(name);
         std::ofstream(path, std::ios::binary).write(content.data(), static_cast<std::streamsize>(content.size()));
         return path;
     }
