@@ -27,6 +27,7 @@ constexpr ACCESS_MASK kWriteProcess = 0x0008 | 0x0020;  // PROCESS_VM_OPERATION 
 constexpr std::size_t kHostilePadding = 5;              // "odd": less than any record
 constexpr std::byte kHostileByte{0xFF};
 constexpr std::size_t kOddTotals = 27;
+constexpr std::size_t kOverstatement = sizeof(ConnectionEntry);
 
 struct Table {
     std::byte* bytes;
@@ -90,6 +91,11 @@ Hostility TakeHostility(std::uint32_t request) {
     return order.hostility;
 }
 
+// Claims more bytes than the caller's buffer holds. Wine passes the claim on and copies what fits.
+void Overstate(Request& request) {
+    request.written = request.outputSize + kOverstatement;
+}
+
 void Pad(Request& request, std::size_t size) {
     if (size > request.outputSize) size = request.outputSize;
     while (request.written < size) request.buffer[request.written++] = kHostileByte;
@@ -107,7 +113,7 @@ NTSTATUS ReadTable(const Table& table, std::uint32_t code, Request& request) {
     if (size != 0) RtlCopyMemory(request.buffer, table.bytes, size);
     request.written = size;
     if (hostility == Hostility::Odd) Pad(request, size + kHostilePadding);
-    if (hostility == Hostility::Long) Pad(request, request.outputSize);
+    if (hostility == Hostility::Long) Overstate(request);
     return STATUS_SUCCESS;
 }
 
@@ -119,7 +125,7 @@ NTSTATUS ReadTotals(Request& request) {
     request.written = sizeof(TrafficTotals);
     if (hostility == Hostility::Short) request.written = sizeof(TrafficTotals) / 2;
     if (hostility == Hostility::Odd) request.written = kOddTotals;
-    if (hostility == Hostility::Long) Pad(request, request.outputSize);
+    if (hostility == Hostility::Long) Overstate(request);
     return STATUS_SUCCESS;
 }
 
@@ -171,12 +177,9 @@ NTSTATUS FetchQuestion(Request& request) {
         ++g_driver.counts.fetched;
         block.questionId = question->question.id;
         block.questionPresent = hostility == Hostility::Odd ? 0xFFFFFFFF : 1;
-        request.written = hostility == Hostility::Short ? sizeof(block) / 2 : sizeof(block);
         RtlCopyMemory(request.buffer, &block, sizeof(block));
-        if (hostility == Hostility::Long) {
-            request.written = sizeof(block);
-            Pad(request, request.outputSize);
-        }
+        request.written = hostility == Hostility::Short ? sizeof(block) / 2 : sizeof(block);
+        if (hostility == Hostility::Long) Overstate(request);
         return STATUS_SUCCESS;
     }
     RtlCopyMemory(request.buffer, &block, sizeof(block));

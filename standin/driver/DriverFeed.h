@@ -30,7 +30,7 @@ enum class Hostility : std::uint32_t {
     None = 0,
     Fail = 1,   // the request fails
     Short = 2,  // half of the answer's bytes
-    Long = 3,   // the buffer is full to its last byte, with 0xFF behind the answer
+    Long = 3,   // the driver claims to have written 28 bytes more than the caller's buffer holds
     Odd = 4,    // a table has 5 bytes 0xFF behind its last entry; totals have 27 bytes; a question is present with
                 // 0xFFFFFFFF and its path fills the field without a zero
 };
