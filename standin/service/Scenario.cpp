@@ -200,6 +200,7 @@ Instruction ReadInstruction(Words& words) {
         return ProcessInstruction{processId, std::string(words.Text(sizeof(PidResolveRecord::path)))};
     }
     if (name == "connection") return ReadConnection(words);
+    if (name == "connections") return ConnectionsInstruction{words.Number()};
     if (name == "listener") return ReadListener(words);
     if (name == "clear-tables") return ClearTablesInstruction{};
     if (name == "totals") {
@@ -255,6 +256,7 @@ void ReadLine(std::string_view line, std::size_t number, Scenario& scenario) {
         return;
     }
     scenario.scriptsTables |= std::holds_alternative<ConnectionInstruction>(instruction) ||
+                              std::holds_alternative<ConnectionsInstruction>(instruction) ||
                               std::holds_alternative<ListenerInstruction>(instruction) ||
                               std::holds_alternative<ClearTablesInstruction>(instruction);
     scenario.scriptsTotals |= std::holds_alternative<TotalsInstruction>(instruction) ||
@@ -281,6 +283,21 @@ std::optional<std::uint32_t> ParseNumber32(std::string_view text) {
     const auto number = ParseWholeNumber(text);
     if (!number || *number > std::numeric_limits<std::uint32_t>::max()) return std::nullopt;
     return static_cast<std::uint32_t>(*number);
+}
+
+ConnectionEntry MadeUpConnection(std::uint32_t index) {
+    constexpr std::uint32_t kEstablishedOut = 4;
+    constexpr std::uint32_t kFirstLocalPort = 1024;
+    ConnectionEntry entry{};
+    entry.state = kEstablishedOut;
+    entry.localAddress = 0x0100A8C0;  // 192.168.0.1
+    entry.localPort = SwapPort(static_cast<std::uint16_t>(kFirstLocalPort + index % (0x10000 - kFirstLocalPort)));
+    entry.remoteAddress = SwapAddress(0x0A000000 + index);
+    entry.remotePort = SwapPort(443);
+    entry.processId = 1000 + index % 50;
+    entry.bytesIn = index;
+    entry.bytesOut = 2 * index;
+    return entry;
 }
 
 Scenario ParseScenario(std::string_view text) {

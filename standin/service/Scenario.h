@@ -40,6 +40,10 @@ struct ProcessInstruction {
 struct ConnectionInstruction {
     ConnectionEntry entry;
 };
+// That many made-up connections, for tests of size; MadeUpConnection says what they look like.
+struct ConnectionsInstruction {
+    std::uint32_t count;
+};
 struct ListenerInstruction {
     ListenerEntry entry;
 };
@@ -77,11 +81,11 @@ struct HostileInstruction {
 };
 struct ExitInstruction {};
 
-using Instruction =
-    std::variant<WaitInstruction, WaitForRecordsInstruction, QuestionInstruction, NoticeInstruction,
-                 ProcessInstruction, ConnectionInstruction, ListenerInstruction, ClearTablesInstruction,
-                 TotalsInstruction, RateInstruction, DnsInstruction, MacInstruction, AdviceInstruction,
-                 RuleInstruction, OptionInstruction, OptionTextInstruction, HostileInstruction, ExitInstruction>;
+using Instruction = std::variant<WaitInstruction, WaitForRecordsInstruction, QuestionInstruction, NoticeInstruction,
+                                 ProcessInstruction, ConnectionInstruction, ConnectionsInstruction,
+                                 ListenerInstruction, ClearTablesInstruction, TotalsInstruction, RateInstruction,
+                                 DnsInstruction, MacInstruction, AdviceInstruction, RuleInstruction,
+                                 OptionInstruction, OptionTextInstruction, HostileInstruction, ExitInstruction>;
 
 struct ScenarioFault {
     std::size_t line;  // counted from 1
@@ -94,6 +98,10 @@ struct Scenario {
     bool scriptsTables = false;         // it has a connection, listener or clear-tables line
     bool scriptsTotals = false;         // it has a totals or rate line
 };
+
+// The index-th (0, 1, 2 ...) made-up connection: established outgoing from 192.168.0.1 to 10.0.0.0 + index, port
+// 443. There are 50 processes, with the identifiers 1000 to 1049, in turn.
+[[nodiscard]] ConnectionEntry MadeUpConnection(std::uint32_t index);
 
 [[nodiscard]] Scenario ParseScenario(std::string_view text);
 

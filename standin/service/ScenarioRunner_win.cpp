@@ -6,9 +6,10 @@
 namespace brennvar::standin {
 namespace {
 
-// Table lines in a row reach the driver in one piece: a scenario may have a hundred thousand of them.
+// Table lines in a row reach the driver in one piece.
 bool FillsTables(const Instruction& instruction) {
     return std::holds_alternative<ConnectionInstruction>(instruction) ||
+           std::holds_alternative<ConnectionsInstruction>(instruction) ||
            std::holds_alternative<ListenerInstruction>(instruction) ||
            std::holds_alternative<ClearTablesInstruction>(instruction);
 }
@@ -50,6 +51,11 @@ void ScenarioRunner::Do(const ProcessInstruction& process) {
 
 void ScenarioRunner::Do(const ConnectionInstruction& connection) {
     m_feeder.AddConnection(connection.entry);
+}
+
+void ScenarioRunner::Do(const ConnectionsInstruction& connections) {
+    for (std::uint32_t index = 0; index < connections.count; ++index)
+        m_feeder.AddConnection(MadeUpConnection(index));
 }
 
 void ScenarioRunner::Do(const ListenerInstruction& listener) {

@@ -31,6 +31,7 @@ private:
     void Do(const NoticeInstruction& notice);
     void Do(const ProcessInstruction& process);
     void Do(const ConnectionInstruction& connection);
+    void Do(const ConnectionsInstruction& connections);
     void Do(const ListenerInstruction& listener);
     void Do(const ClearTablesInstruction& clear);
     void Do(const TotalsInstruction& totals);
