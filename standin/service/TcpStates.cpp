@@ -11,7 +11,7 @@ std::uint32_t DriverStateOf(std::uint32_t systemState, bool accepted) {
         case 6: return 5;                 // FIN_WAIT1
         case 7: return 6;                 // FIN_WAIT2
         case 8: return 8;                 // CLOSE_WAIT
-        case 9: return 9;                 // CLOSING: the driver has no code of its own for it
+        case 9:                           // CLOSING: the driver has no code of its own for it
         case 10: return 9;                // LAST_ACK
         case 11: return 7;                // TIME_WAIT
         case 12: return 10;               // DELETE_TCB

@@ -446,6 +446,20 @@ TEST(StandInTest, DiesInTheMiddleOfARequestAndIsReplaced) {
     EXPECT_EQ(Ask(R"(\\.\brennvarfw_nfo)", 0x8E872404, 0x2A0000)->size(), 14U);
 }
 
+TEST(StandInTest, UnloadsTheDriverUnderAnOpenHandle) {
+    StandInProcess first({"totals 1 1"});
+    const UniqueFile held = OpenDevice(R"(\\.\brennvarfw_nfo)");
+    ASSERT_TRUE(held) << first.Output();
+    first.Stop();
+    char totals[32];
+    DWORD returned = 0;
+    EXPECT_FALSE(::DeviceIoControl(held.Get(), 0x8E87240C, nullptr, 0, totals, 32, &returned, nullptr));
+
+    const StandInProcess second({"totals 2 2"});
+    ASSERT_TRUE(second.WaitForJournal("EVENT scenario-done")) << second.Output();
+    EXPECT_EQ(Ask(R"(\\.\brennvarfw_nfo)", 0x8E87240C, 32), Zeros(32, {{0, "\x02"}, {8, "\x02"}}));
+}
+
 TEST(StandInTest, AnswersLateOnRequest) {
     const StandInProcess standIn({}, "--no-driver --slow-ms 300");
     TrayTextRecord request{};
