@@ -309,7 +309,7 @@ TEST(StandInTest, KeepsAdvancedRulesTrustedProgramsAndLogs) {
     ASSERT_TRUE(SendCommand(Command(27)));
     EXPECT_TRUE(standIn.WaitForFile("trusted.conf", ""));
 
-    EXPECT_EQ(standIn.Read("advice.dat"), Zeros(404, {{0, "C:\\x.exe"}}));
+    EXPECT_TRUE(standIn.WaitForFile("advice.dat", Zeros(404, {{0, "C:\\x.exe"}})));
 
     // Logs of one day, then of that day and before.
     const std::string log = standIn.DataFolder() + R"(\Log\)";
@@ -334,6 +334,7 @@ TEST(StandInTest, KeepsAdvancedRulesTrustedProgramsAndLogs) {
 
 TEST(StandInTest, AnswersProcessPathsAndTheFilterQueue) {
     const StandInProcess standIn({R"(process 4711 C:\Program Files\x.exe)"}, "--no-driver");
+    ASSERT_TRUE(standIn.WaitForJournal("EVENT scenario-done")) << standIn.Output();
     PidResolveRecord request{};
     request.codeOrStatus = 1;
     request.processId = 4711;
