@@ -14,9 +14,10 @@ usage: brennvar [options]
   --no-driver         do not load brennvarfw.sys
   --slow-ms N         answer on the request pipes only after N milliseconds
   --die-after N       end the process in the middle of the N-th request on the process-path pipe
+  --stop              end the stand-in that is running, and wait for its end
   --help              show this text
 
-Ends on Ctrl+C, on the scenario's "exit", or when the event "BrennvarStandInStop" is set.
+Ends on Ctrl+C, on the scenario's "exit", by --stop, or when the event "BrennvarStandInStop" is set.
 )";
 
 std::optional<CommandLine> ParseCommandLine(const std::vector<std::string>& arguments) {
@@ -25,6 +26,10 @@ std::optional<CommandLine> ParseCommandLine(const std::vector<std::string>& argu
         const std::string& name = arguments[i];
         if (name == "--help") {
             line.help = true;
+            continue;
+        }
+        if (name == "--stop") {
+            line.stop = true;
             continue;
         }
         if (name == "--no-driver") {

@@ -16,6 +16,7 @@ struct CommandLine {
     std::uint32_t slowMilliseconds = 0;
     std::uint32_t dieAfter = 0;  // 0: never
     bool loadDriver = true;
+    bool stop = false;  // end the one that runs
     bool help = false;
 };
 

@@ -20,6 +20,8 @@ namespace {
 constexpr int kStartFailed = 1;
 constexpr int kBadInput = 2;
 constexpr DWORD kTickMilliseconds = 1000;
+constexpr DWORD kStopMilliseconds = 30000;
+constexpr DWORD kStopPauseMilliseconds = 10;
 constexpr char kSingleName[] = "BrennvarStandIn";  // a mutex that exists while a stand-in runs
 
 // For the console's control handler, which gets no context.
@@ -28,6 +30,20 @@ const Stop* g_stop = nullptr;
 BOOL WINAPI OnConsoleControl(DWORD) {
     g_stop->Request();
     return TRUE;
+}
+
+int StopTheOther() {
+    const UniqueEvent stop(::OpenEventA(EVENT_MODIFY_STATE, FALSE, kStopEventName));
+    if (!stop || !::SetEvent(stop.Get())) {
+        std::fprintf(stderr, "no stand-in is running\n");
+        return kStartFailed;
+    }
+    for (DWORD waited = 0; waited < kStopMilliseconds; waited += kStopPauseMilliseconds) {
+        if (!UniqueEvent(::OpenMutexA(SYNCHRONIZE, FALSE, kSingleName))) return 0;
+        ::Sleep(kStopPauseMilliseconds);
+    }
+    std::fprintf(stderr, "the stand-in does not end\n");
+    return kStartFailed;
 }
 
 std::optional<Scenario> LoadScenario(const std::string& path) {
@@ -135,6 +151,7 @@ int main(int count, char** arguments) {
         std::printf("%s", std::string(kUsage).c_str());
         return 0;
     }
+    if (line->stop) return StopTheOther();
     const auto scenario = LoadScenario(line->scenario);
     return scenario ? Run(*line, *scenario) : kBadInput;
 }

@@ -17,6 +17,10 @@ TEST(CommandLineTest, ReadsEveryOption) {
     EXPECT_FALSE(line->loadDriver);
     EXPECT_FALSE(line->help);
 
+    EXPECT_FALSE(line->stop);
+    EXPECT_TRUE(ParseCommandLine({"--stop"})->stop);
+    EXPECT_TRUE(ParseCommandLine({"--help"})->help);
+
     const auto nothing = ParseCommandLine({});
     ASSERT_TRUE(nothing);
     EXPECT_TRUE(nothing->loadDriver);
