@@ -1,0 +1,243 @@
+#include "service/DataFolder_win.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdio>
+
+#include "base/Handles_win.h"
+#include "service/RecordFile_win.h"
+// Needs what Windows_win.h brings.
+#include <shlobj.h>
+
+namespace brennvar::standin {
+namespace {
+
+constexpr std::string_view kOptionsFile = R"(\config.conf)";
+constexpr std::string_view kRulesFile = R"(\Rules\rules.conf)";
+constexpr std::string_view kAdvancedRulesFile = R"(\Rules\rules_advanced.conf)";
+constexpr std::string_view kTrustedFile = R"(\trusted.conf)";
+constexpr std::string_view kDomainFile = R"(\domain.conf)";
+constexpr std::uint32_t kMessageAction = 6;  // the first action code of the traffic log that reads "Message"
+constexpr std::size_t kDateLength = 8;       // YYYYMMDD
+
+bool EqualPaths(std::string_view left, std::string_view right) {
+    return left.size() == right.size() && ::_strnicmp(left.data(), right.data(), left.size()) == 0;
+}
+
+// A change that cannot be written is told on the console; the client has no way to learn of it.
+void Check(bool written, const std::string& path) {
+    if (!written) std::fprintf(stderr, "cannot write %s\n", path.c_str());
+}
+
+std::uint32_t IdentifierOf(const AdvancedRuleRecord& rule) {
+    return DecodeRecord<std::uint32_t>(rule.bytes).value_or(0);
+}
+
+std::vector<AdvancedRuleRecord>::iterator FindAdvancedRule(std::vector<AdvancedRuleRecord>& rules,
+                                                           std::uint32_t id) {
+    return std::find_if(rules.begin(), rules.end(), [&](const auto& rule) { return IdentifierOf(rule) == id; });
+}
+
+OptionRecord& FindOrAddOption(std::vector<OptionRecord>& options, std::uint32_t id) {
+    const auto found =
+        std::find_if(options.begin(), options.end(), [&](const auto& option) { return option.id == id; });
+    if (found != options.end()) return *found;
+    OptionRecord option{};
+    option.id = id;
+    return options.emplace_back(option);
+}
+
+bool IsDate(std::string_view text) {
+    return text.size() == kDateLength &&
+           std::all_of(text.begin(), text.end(), [](char digit) { return digit >= '0' && digit <= '9'; });
+}
+
+bool MakeFolder(const std::string& path) {
+    const int result = ::SHCreateDirectoryExA(nullptr, path.c_str(), nullptr);
+    return result == ERROR_SUCCESS || result == ERROR_ALREADY_EXISTS || result == ERROR_FILE_EXISTS;
+}
+
+}  // namespace
+
+std::string DataFolder::DefaultPath() {
+    std::array<char, MAX_PATH> folder{};
+    ::SHGetSpecialFolderPathA(nullptr, folder.data(), CSIDL_COMMON_APPDATA, TRUE);
+    return std::string(folder.data()) + R"(\Quorlan\Brennvar Firewall)";
+}
+
+bool DataFolder::Open(const std::string& path) {
+    std::array<char, MAX_PATH> full{};  // SHCreateDirectoryEx takes whole paths only
+    if (::GetFullPathNameA(path.c_str(), MAX_PATH, full.data(), nullptr) == 0) return false;
+    m_path = full.data();
+    return MakeFolder(m_path) && MakeFolder(m_path + R"(\Rules)") && MakeFolder(m_path + R"(\Log)");
+}
+
+std::string DataFolder::TodaysLog(std::string_view suffix) const {
+    SYSTEMTIME now;
+    ::GetLocalTime(&now);
+    std::array<char, kDateLength + 1> date{};
+    std::snprintf(date.data(), date.size(), "%04u%02u%02u", now.wYear % 10000U, now.wMonth % 100U, now.wDay % 100U);
+    return m_path + R"(\Log\)" + date.data() + std::string(suffix);
+}
+
+template <RecordType Record, class Change>
+void DataFolder::ChangeFile(std::string_view name, const Change& change) {
+    const std::scoped_lock lock(m_lock);
+    const std::string path = m_path + std::string(name);
+    Check(ChangeRecords<Record>(path, change), path);
+}
+
+void DataFolder::SetOption(std::uint32_t id, std::uint32_t value) {
+    ChangeFile<OptionRecord>(kOptionsFile, [&](auto& options) { FindOrAddOption(options, id).value = value; });
+}
+
+void DataFolder::SetOptionText(std::uint32_t id, std::string_view text) {
+    ChangeFile<OptionRecord>(kOptionsFile,
+                             [&](auto& options) { PutText(FindOrAddOption(options, id).text, text); });
+}
+
+void DataFolder::SetFolderName(const char* section, std::string_view name) {
+    const std::scoped_lock lock(m_lock);
+    const std::string path = m_path + R"(\settings.ini)";
+    Check(::WritePrivateProfileStringA(section, "Directory", std::string(name).c_str(), path.c_str()) != 0, path);
+}
+
+void DataFolder::SetRule(std::string_view path, RuleAction action) {
+    if (path.empty()) return;
+    ChangeFile<ApplicationRuleRecord>(kRulesFile, [&](auto& rules) {
+        const auto found = std::find_if(rules.begin(), rules.end(),
+                                        [&](const auto& rule) { return EqualPaths(TextOf(rule.path), path); });
+        if (found != rules.end()) {
+            found->action = action;
+            return;
+        }
+        ApplicationRuleRecord& rule = rules.emplace_back();
+        PutText(rule.path, path);
+        rule.action = action;
+    });
+}
+
+void DataFolder::RemoveRule(std::string_view path) {
+    ChangeFile<ApplicationRuleRecord>(kRulesFile, [&](auto& rules) {
+        std::erase_if(rules, [&](const auto& rule) { return EqualPaths(TextOf(rule.path), path); });
+    });
+}
+
+void DataFolder::AddAdvancedRule(const AdvancedRuleRecord& rule) {
+    ChangeFile<AdvancedRuleRecord>(kAdvancedRulesFile, [&](auto& rules) { rules.push_back(rule); });
+}
+
+void DataFolder::ReplaceAdvancedRule(std::uint32_t id, const AdvancedRuleRecord& rule) {
+    ChangeFile<AdvancedRuleRecord>(kAdvancedRulesFile, [&](auto& rules) {
+        const auto old = FindAdvancedRule(rules, id);
+        if (old != rules.end()) *old = rule;
+    });
+}
+
+void DataFolder::RemoveAdvancedRule(std::uint32_t id) {
+    ChangeFile<AdvancedRuleRecord>(kAdvancedRulesFile, [&](auto& rules) {
+        const auto rule = FindAdvancedRule(rules, id);
+        if (rule != rules.end()) rules.erase(rule);
+    });
+}
+
+void DataFolder::MoveAdvancedRule(std::uint32_t id, bool up) {
+    ChangeFile<AdvancedRuleRecord>(kAdvancedRulesFile, [&](auto& rules) {
+        const auto rule = FindAdvancedRule(rules, id);
+        if (rule == rules.end()) return;
+        if (up && rule != rules.begin()) std::iter_swap(rule, rule - 1);
+        if (!up && rule + 1 != rules.end()) std::iter_swap(rule, rule + 1);
+    });
+}
+
+void DataFolder::AddTrusted(std::string_view path) {
+    if (path.empty()) return;
+    ChangeFile<TrustedRecord>(kTrustedFile, [&](auto& trusted) {
+        TrustedRecord& record = trusted.emplace_back();
+        if (path.size() < sizeof(record.shortPath)) {
+            PutText(record.shortPath, path);
+        } else {
+            PutText(record.longPath, path);
+        }
+    });
+}
+
+void DataFolder::ClearTrusted() {
+    ChangeFile<TrustedRecord>(kTrustedFile, [](auto& trusted) { trusted.clear(); });
+}
+
+void DataFolder::AddDomain(std::string_view name) {
+    ChangeFile<DomainRecord>(kDomainFile, [&](auto& domains) {
+        DomainRecord record{};
+        for (const DomainRecord& domain : domains) record.id = std::max(record.id, domain.id);
+        ++record.id;
+        PutText(record.name, name);
+        domains.push_back(record);
+    });
+}
+
+void DataFolder::RemoveDomain(std::uint32_t id) {
+    ChangeFile<DomainRecord>(kDomainFile, [&](auto& domains) {
+        std::erase_if(domains, [&](const DomainRecord& domain) { return domain.id == id; });
+    });
+}
+
+bool DataFolder::HasDomain(std::string_view name) {
+    bool found = false;
+    ChangeFile<DomainRecord>(kDomainFile, [&](auto& domains) {
+        found = std::any_of(domains.begin(), domains.end(),
+                            [&](const DomainRecord& domain) { return EqualPaths(TextOf(domain.name), name); });
+    });
+    return found;
+}
+
+void DataFolder::Append(const std::string& path, std::span<const std::byte> record) {
+    const std::scoped_lock lock(m_lock);
+    Check(AppendToFile(path, record), path);
+}
+
+void DataFolder::LogEvent(std::string_view title) {
+    SYSTEMTIME now;
+    ::GetLocalTime(&now);
+    TrafficLogRecord record{};
+    record.second = now.wSecond;
+    record.minute = now.wMinute;
+    record.hour = now.wHour;
+    // As C's broken-down time counts: months from 0, years from 1900. Day of year and daylight flag stay 0.
+    record.restOfTime[0] = now.wDay;
+    record.restOfTime[1] = now.wMonth - 1U;
+    record.restOfTime[2] = now.wYear - 1900U;
+    record.restOfTime[3] = now.wDayOfWeek;
+    record.action = kMessageAction;
+    PutText(record.shortText, title);
+    Append(TodaysLog(".log"), RecordBytes(record));
+}
+
+void DataFolder::LogName(const DnsLogRecord& record) {
+    Append(TodaysLog("_dns.log"), RecordBytes(record));
+}
+
+void DataFolder::LogHardwareAddress(const MacLogRecord& record) {
+    Append(TodaysLog("_mac.log"), RecordBytes(record));
+}
+
+void DataFolder::AddAdvice(const AdviceRecord& record) {
+    Append(m_path + R"(\advice.dat)", RecordBytes(record));
+}
+
+void DataFolder::DeleteLogs(std::string_view date, bool earlierToo) {
+    if (!IsDate(date)) return;
+    const std::scoped_lock lock(m_lock);
+    const std::string folder = m_path + R"(\Log\)";
+    WIN32_FIND_DATAA entry;
+    const UniqueFind search(::FindFirstFileA((folder + "*.log").c_str(), &entry));
+    if (!search) return;
+    do {
+        const std::string name = entry.cFileName;
+        const std::string_view day = std::string_view(name).substr(0, kDateLength);
+        if (!IsDate(day) || (earlierToo ? day > date : day != date)) continue;
+        Check(::DeleteFileA((folder + name).c_str()) != 0, folder + name);
+    } while (::FindNextFileA(search.Get(), &entry));
+}
+
+}  // namespace brennvar::standin

@@ -1,0 +1,57 @@
+// What the driver is told: the machine's real tables and totals, or the scenario's. Any thread.
+#pragma once
+
+#include <mutex>
+#include <set>
+
+#include "driver/DriverFeed.h"
+#include "service/DriverLink_win.h"
+#include "service/MachineTables_win.h"
+
+namespace brennvar::standin {
+
+class DriverFeeder {
+public:
+    // What the scenario scripts is not read from the machine.
+    DriverFeeder(const DriverLink& driver, bool scriptsTables, bool scriptsTotals);
+
+    // These change the scripted tables; Push hands them to the driver.
+    void AddConnection(const ConnectionEntry& entry);
+    void AddListener(const ListenerEntry& entry);
+    void ClearTables();
+    void Push();
+
+    void SetTotals(const TrafficTotals& totals);
+    void SetRate(std::uint64_t inPerSecond, std::uint64_t outPerSecond);
+
+    // From now on no entry with that remote address, or of that process, is fed.
+    void DropAddress(Ipv4 address);
+    void DropProcess(std::uint32_t processId);
+
+    // Once a second: reads the machine, or moves the scripted totals on by their rate.
+    void Tick();
+
+    // Yields the question's identifier: 1, 2, 3 ...
+    [[nodiscard]] std::uint32_t QueueQuestion(const ConnectionPromptRequest& request);
+    void AnswerQuestion(std::uint32_t questionId);
+    void SetHostile(const HostileOrder& order);
+
+private:
+    void FeedTables();
+    void FeedTotals();
+
+    const DriverLink& m_driver;
+    const bool m_scriptsTables;
+    const bool m_scriptsTotals;
+    std::mutex m_lock;
+    Tables m_tables;
+    bool m_tablesChanged = true;
+    std::set<Ipv4> m_droppedAddresses;
+    std::set<std::uint32_t> m_droppedProcesses;
+    TrafficTotals m_totals{};
+    TrafficTotals m_rate{};  // per second
+    MachineTotals m_machineTotals;
+    std::uint32_t m_lastQuestionId = 0;
+};
+
+}  // namespace brennvar::standin

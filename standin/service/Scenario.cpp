@@ -1,0 +1,313 @@
+#include "service/Scenario.h"
+
+#include <array>
+#include <charconv>
+#include <limits>
+#include <utility>
+
+#include "base/Ipv4.h"
+
+namespace brennvar::standin {
+namespace {
+
+constexpr std::string_view kBlanks = " \t\r";
+
+struct Endpoint {
+    Ipv4 address;
+    std::uint16_t port;  // network order
+};
+
+std::string_view Trim(std::string_view text) {
+    const std::size_t begin = text.find_first_not_of(kBlanks);
+    if (begin == std::string_view::npos) return {};
+    return text.substr(begin, text.find_last_not_of(kBlanks) - begin + 1);
+}
+
+// A line's words from left to right. What cannot be read sets a flag that is asked once, at the end.
+class Words {
+public:
+    explicit Words(std::string_view line) : m_rest(Trim(line)) {}
+
+    [[nodiscard]] bool AllGood() const { return m_good && m_rest.empty(); }
+
+    std::string_view Word() {
+        const std::size_t end = std::min(m_rest.find_first_of(kBlanks), m_rest.size());
+        const std::string_view word = m_rest.substr(0, end);
+        m_rest = Trim(m_rest.substr(end));
+        if (word.empty()) m_good = false;
+        return word;
+    }
+    // What is left of the line, blanks inside it included, for a field of that size with its closing zero.
+    std::string_view OptionalText(std::size_t fieldSize) {
+        if (m_rest.size() >= fieldSize) m_good = false;
+        return std::exchange(m_rest, {});
+    }
+    std::string_view Text(std::size_t fieldSize) {
+        if (m_rest.empty()) m_good = false;
+        return OptionalText(fieldSize);
+    }
+    void Reject() { m_good = false; }
+    template <class T>
+    T Take(std::optional<T> value) {
+        if (!value) m_good = false;
+        return value.value_or(T{});
+    }
+    std::uint32_t Number() { return Take(ParseNumber32(Word())); }
+    std::uint64_t LongNumber() { return Take(ParseWholeNumber(Word())); }
+    std::uint32_t NumberOr(std::uint32_t fallback) { return m_rest.empty() ? fallback : Number(); }
+
+private:
+    std::string_view m_rest;
+    bool m_good = true;
+};
+
+template <class Value, std::size_t Size>
+std::optional<Value> Choose(const std::pair<std::string_view, Value> (&choices)[Size], std::string_view word) {
+    for (const auto& [name, value] : choices)
+        if (name == word) return value;
+    return std::nullopt;
+}
+
+std::optional<Endpoint> ParseEndpoint(std::string_view text) {
+    const std::size_t colon = text.find(':');
+    if (colon == std::string_view::npos) return std::nullopt;
+    const auto address = ParseIpv4(text.substr(0, colon));
+    const auto port = ParseNumber32(text.substr(colon + 1));
+    if (!address || !port || *port > 0xFFFF) return std::nullopt;
+    return Endpoint{*address, SwapPort(static_cast<std::uint16_t>(*port))};
+}
+
+std::optional<std::uint32_t> ParseProtocol(std::string_view word) {
+    constexpr std::pair<std::string_view, std::uint32_t> kNames[] = {
+        {"ip", kProtocolIp}, {"icmp", kProtocolIcmp}, {"tcp", kProtocolTcp}, {"udp", kProtocolUdp}};
+    const auto named = Choose(kNames, word);
+    return named ? named : ParseNumber32(word);
+}
+
+std::optional<std::uint32_t> ParseState(std::string_view word) {
+    constexpr std::pair<std::string_view, std::uint32_t> kNames[] = {
+        {"SYN-SENT", 1},   {"SYN-RCVD", 2},  {"ESTAB-IN", 3},   {"ESTAB-OUT", 4}, {"FIN-WAIT-1", 5},
+        {"FIN-WAIT-2", 6}, {"TIME-WAIT", 7}, {"CLOSE-WAIT", 8}, {"LAST-ACK", 9},  {"CLOSED", 10}};
+    const auto named = Choose(kNames, word);
+    return named ? named : ParseNumber32(word);
+}
+
+std::optional<std::uint32_t> ParseProcessId(std::string_view word) {
+    return word == "none" ? kNoProcess : ParseNumber32(word);
+}
+
+std::optional<RuleAction> ParseRuleAction(std::string_view word) {
+    constexpr std::pair<std::string_view, RuleAction> kNames[] = {
+        {"allow", RuleAction::Allow}, {"deny", RuleAction::Deny}, {"ask", RuleAction::Ask}};
+    return Choose(kNames, word);
+}
+
+std::optional<std::array<std::uint8_t, 6>> ParseHardwareAddress(std::string_view text) {
+    std::array<std::uint8_t, 6> address{};
+    constexpr std::size_t kTextSize = 6 * 2 + 5;  // "aa-bb-cc-dd-ee-ff"
+    if (text.size() != kTextSize) return std::nullopt;
+    for (std::size_t i = 0; i < address.size(); ++i) {
+        const char* const digits = text.data() + i * 3;
+        if (i + 1 < address.size() && digits[2] != '-') return std::nullopt;
+        const auto [end, error] = std::from_chars(digits, digits + 2, address[i], 16);
+        if (error != std::errc{} || end != digits + 2) return std::nullopt;
+    }
+    return address;
+}
+
+Instruction ReadQuestion(Words& words) {
+    QuestionInstruction question{};
+    question.request.protocol = words.Take(ParseProtocol(words.Word()));
+    const Endpoint local = words.Take(ParseEndpoint(words.Word()));
+    const Endpoint remote = words.Take(ParseEndpoint(words.Word()));
+    question.request.localAddress = local.address;
+    question.request.localPort = local.port;
+    question.request.remoteAddress = remote.address;
+    question.request.remotePort = remote.port;
+    question.request.processId = words.Take(ParseProcessId(words.Word()));
+    PutText(question.request.path, words.OptionalText(sizeof(ConnectionPromptRequest::path)));
+    return question;
+}
+
+Instruction ReadConnection(Words& words) {
+    ConnectionInstruction connection{};
+    connection.entry.state = words.Take(ParseState(words.Word()));
+    const Endpoint local = words.Take(ParseEndpoint(words.Word()));
+    const Endpoint remote = words.Take(ParseEndpoint(words.Word()));
+    connection.entry.localAddress = local.address;
+    connection.entry.localPort = local.port;
+    connection.entry.remoteAddress = remote.address;
+    connection.entry.remotePort = remote.port;
+    connection.entry.processId = words.Number();
+    connection.entry.bytesIn = words.Number();
+    connection.entry.bytesOut = words.Number();
+    return connection;
+}
+
+Instruction ReadListener(Words& words) {
+    ListenerInstruction listener{};
+    listener.entry.protocol = words.Take(ParseProtocol(words.Word()));
+    const Endpoint local = words.Take(ParseEndpoint(words.Word()));
+    listener.entry.localAddress = local.address;
+    listener.entry.localPort = local.port;
+    listener.entry.processId = words.Number();
+    return listener;
+}
+
+Instruction ReadMac(Words& words) {
+    MacInstruction mac{};
+    mac.record.address = words.Take(ParseIpv4(words.Word()));
+    const auto hardware = words.Take(ParseHardwareAddress(words.Word()));
+    std::copy(hardware.begin(), hardware.end(), mac.record.hardwareAddress);
+    return mac;
+}
+
+Instruction ReadHostile(Words& words) {
+    constexpr std::pair<std::string_view, std::uint32_t> kRequests[] = {{"connections", kControlReadConnections},
+                                                                        {"listeners", kControlReadListeners},
+                                                                        {"totals", kControlReadTotals},
+                                                                        {"question", kControlFetchQuestion}};
+    constexpr std::pair<std::string_view, Hostility> kHostilities[] = {
+        {"fail", Hostility::Fail}, {"short", Hostility::Short}, {"long", Hostility::Long}, {"odd", Hostility::Odd}};
+    HostileInstruction hostile{};
+    hostile.order.request = words.Take(Choose(kRequests, words.Word()));
+    hostile.order.hostility = words.Take(Choose(kHostilities, words.Word()));
+    hostile.order.answers = words.NumberOr(1);
+    return hostile;
+}
+
+Instruction ReadWaitForRecords(Words& words) {
+    constexpr std::pair<std::string_view, Channel> kChannels[] = {{"COMMAND", Channel::Command},
+                                                                  {"PID", Channel::Pid},
+                                                                  {"TRAY", Channel::Tray},
+                                                                  {"QUEUE", Channel::Queue},
+                                                                  {"CONFIRM", Channel::Confirm}};
+    WaitForRecordsInstruction wait{};
+    wait.channel = words.Take(Choose(kChannels, words.Word()));
+    wait.count = words.Number();
+    return wait;
+}
+
+Instruction ReadInstruction(Words& words) {
+    const std::string_view name = words.Word();
+    if (name == "wait") return WaitInstruction{words.Number()};
+    if (name == "wait-for-answers") return WaitForRecordsInstruction{Channel::Confirm, words.Number()};
+    if (name == "wait-for-records") return ReadWaitForRecords(words);
+    if (name == "question") return ReadQuestion(words);
+    if (name == "notice") return NoticeInstruction{std::string(words.Text(sizeof(TrayTextRecord::text)))};
+    if (name == "process") {
+        const std::uint32_t processId = words.Number();
+        return ProcessInstruction{processId, std::string(words.Text(sizeof(PidResolveRecord::path)))};
+    }
+    if (name == "connection") return ReadConnection(words);
+    if (name == "connections") return ConnectionsInstruction{words.Number()};
+    if (name == "listener") return ReadListener(words);
+    if (name == "clear-tables") return ClearTablesInstruction{};
+    if (name == "totals") {
+        TotalsInstruction totals{};
+        totals.totals.bytesIn = words.LongNumber();
+        totals.totals.bytesOut = words.LongNumber();
+        return totals;
+    }
+    if (name == "rate") {
+        const std::uint64_t in = words.LongNumber();
+        return RateInstruction{in, words.LongNumber()};
+    }
+    if (name == "dns") {
+        DnsInstruction dns{};
+        dns.record.address = words.Take(ParseIpv4(words.Word()));
+        PutText(dns.record.name, words.Text(sizeof(DnsLogRecord::name)));
+        return dns;
+    }
+    if (name == "mac") return ReadMac(words);
+    if (name == "advice") {
+        AdviceInstruction advice{};
+        const RuleAction action = words.Take(ParseRuleAction(words.Word()));
+        if (action == RuleAction::Ask) words.Reject();
+        advice.record.advice = action == RuleAction::Allow ? 1 : 0;
+        PutText(advice.record.path, words.Text(sizeof(AdviceRecord::path)));
+        return advice;
+    }
+    if (name == "rule") {
+        const RuleAction action = words.Take(ParseRuleAction(words.Word()));
+        return RuleInstruction{std::string(words.Text(sizeof(ApplicationRuleRecord::path))), action};
+    }
+    if (name == "option") {
+        const std::uint32_t id = words.Number();
+        return OptionInstruction{id, words.Number()};
+    }
+    if (name == "option-text") {
+        const std::uint32_t id = words.Number();
+        return OptionTextInstruction{id, std::string(words.OptionalText(sizeof(OptionRecord::text)))};
+    }
+    if (name == "hostile") return ReadHostile(words);
+    if (name == "exit") return ExitInstruction{};
+    words.Reject();
+    return ExitInstruction{};
+}
+
+void ReadLine(std::string_view line, std::size_t number, Scenario& scenario) {
+    const std::string_view trimmed = Trim(line);
+    if (trimmed.empty() || trimmed.front() == '#') return;
+    Words words(trimmed);
+    Instruction instruction = ReadInstruction(words);
+    if (!words.AllGood()) {
+        scenario.faults.push_back({number, std::string(trimmed)});
+        return;
+    }
+    scenario.scriptsTables |= std::holds_alternative<ConnectionInstruction>(instruction) ||
+                              std::holds_alternative<ConnectionsInstruction>(instruction) ||
+                              std::holds_alternative<ListenerInstruction>(instruction) ||
+                              std::holds_alternative<ClearTablesInstruction>(instruction);
+    scenario.scriptsTotals |= std::holds_alternative<TotalsInstruction>(instruction) ||
+                              std::holds_alternative<RateInstruction>(instruction);
+    scenario.instructions.push_back(std::move(instruction));
+}
+
+}  // namespace
+
+std::optional<std::uint64_t> ParseWholeNumber(std::string_view text) {
+    int base = 10;
+    if (text.starts_with("0x")) {
+        base = 16;
+        text.remove_prefix(2);
+    }
+    std::uint64_t number = 0;
+    const char* const end = text.data() + text.size();
+    const auto [rest, error] = std::from_chars(text.data(), end, number, base);
+    if (error != std::errc{} || rest != end) return std::nullopt;
+    return number;
+}
+
+std::optional<std::uint32_t> ParseNumber32(std::string_view text) {
+    const auto number = ParseWholeNumber(text);
+    if (!number || *number > std::numeric_limits<std::uint32_t>::max()) return std::nullopt;
+    return static_cast<std::uint32_t>(*number);
+}
+
+ConnectionEntry MadeUpConnection(std::uint32_t index) {
+    constexpr std::uint32_t kEstablishedOut = 4;
+    constexpr std::uint32_t kFirstLocalPort = 1024;
+    ConnectionEntry entry{};
+    entry.state = kEstablishedOut;
+    entry.localAddress = 0x0100A8C0;  // 192.168.0.1
+    entry.localPort = SwapPort(static_cast<std::uint16_t>(kFirstLocalPort + index % (0x10000 - kFirstLocalPort)));
+    entry.remoteAddress = SwapAddress(0x0A000000 + index);
+    entry.remotePort = SwapPort(443);
+    entry.processId = 1000 + index % 50;
+    entry.bytesIn = index;
+    entry.bytesOut = 2 * index;
+    return entry;
+}
+
+Scenario ParseScenario(std::string_view text) {
+    Scenario scenario;
+    for (std::size_t number = 1; !text.empty(); ++number) {
+        const std::size_t end = std::min(text.find('\n'), text.size());
+        ReadLine(text.substr(0, end), number, scenario);
+        text.remove_prefix(std::min(end + 1, text.size()));
+    }
+    return scenario;
+}
+
+}  // namespace brennvar::standin

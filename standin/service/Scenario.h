@@ -1,0 +1,112 @@
+// The scenario language: a text file, one instruction a line, carried out from top to bottom. docs/stand-ins.md
+// describes it for those who write scenarios. Reading is strict, and is done before anything starts.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <variant>
+#include <vector>
+
+#include "config/OptionRecord.h"
+#include "driver/DriverFeed.h"
+#include "ipc/DriverRecords.h"
+#include "ipc/PipeRecords.h"
+#include "logs/LogRecords.h"
+#include "rules/ApplicationRuleRecord.h"
+#include "service/JournalLine.h"
+
+namespace brennvar::standin {
+
+struct WaitInstruction {
+    std::uint32_t milliseconds;
+};
+// Waits until that many records have come in on the channel since the start.
+struct WaitForRecordsInstruction {
+    Channel channel;
+    std::uint32_t count;
+};
+struct QuestionInstruction {
+    ConnectionPromptRequest request;
+};
+struct NoticeInstruction {
+    std::string text;
+};
+struct ProcessInstruction {
+    std::uint32_t processId;
+    std::string path;
+};
+struct ConnectionInstruction {
+    ConnectionEntry entry;
+};
+// That many made-up connections, for tests of size; MadeUpConnection says what they look like.
+struct ConnectionsInstruction {
+    std::uint32_t count;
+};
+struct ListenerInstruction {
+    ListenerEntry entry;
+};
+struct ClearTablesInstruction {};
+struct TotalsInstruction {
+    TrafficTotals totals;
+};
+struct RateInstruction {
+    std::uint64_t inPerSecond;
+    std::uint64_t outPerSecond;
+};
+struct DnsInstruction {
+    DnsLogRecord record;
+};
+struct MacInstruction {
+    MacLogRecord record;
+};
+struct AdviceInstruction {
+    AdviceRecord record;
+};
+struct RuleInstruction {
+    std::string path;
+    RuleAction action;
+};
+struct OptionInstruction {
+    std::uint32_t id;
+    std::uint32_t value;
+};
+struct OptionTextInstruction {
+    std::uint32_t id;
+    std::string text;
+};
+struct HostileInstruction {
+    HostileOrder order;
+};
+struct ExitInstruction {};
+
+using Instruction = std::variant<WaitInstruction, WaitForRecordsInstruction, QuestionInstruction, NoticeInstruction,
+                                 ProcessInstruction, ConnectionInstruction, ConnectionsInstruction,
+                                 ListenerInstruction, ClearTablesInstruction, TotalsInstruction, RateInstruction,
+                                 DnsInstruction, MacInstruction, AdviceInstruction, RuleInstruction,
+                                 OptionInstruction, OptionTextInstruction, HostileInstruction, ExitInstruction>;
+
+struct ScenarioFault {
+    std::size_t line;  // counted from 1
+    std::string text;  // the line as it stands
+};
+
+struct Scenario {
+    std::vector<Instruction> instructions;
+    std::vector<ScenarioFault> faults;  // empty: every line was understood
+    bool scriptsTables = false;         // it has a connection, listener or clear-tables line
+    bool scriptsTotals = false;         // it has a totals or rate line
+};
+
+// The index-th (0, 1, 2 ...) made-up connection: established outgoing from 192.168.0.1 to 10.0.0.0 + index, port
+// 443. There are 50 processes, with the identifiers 1000 to 1049, in turn.
+[[nodiscard]] ConnectionEntry MadeUpConnection(std::uint32_t index);
+
+[[nodiscard]] Scenario ParseScenario(std::string_view text);
+
+// A whole decimal number, or a hexadecimal one after "0x"; nothing when it is anything else or needs more bits.
+[[nodiscard]] std::optional<std::uint64_t> ParseWholeNumber(std::string_view text);
+[[nodiscard]] std::optional<std::uint32_t> ParseNumber32(std::string_view text);
+
+}  // namespace brennvar::standin

@@ -1,0 +1,109 @@
+#include "service/ScenarioRunner_win.h"
+
+#include <array>
+#include <string>
+
+namespace brennvar::standin {
+namespace {
+
+// Table lines in a row reach the driver in one piece.
+bool FillsTables(const Instruction& instruction) {
+    return std::holds_alternative<ConnectionInstruction>(instruction) ||
+           std::holds_alternative<ConnectionsInstruction>(instruction) ||
+           std::holds_alternative<ListenerInstruction>(instruction) ||
+           std::holds_alternative<ClearTablesInstruction>(instruction);
+}
+
+}  // namespace
+
+void ScenarioRunner::Run(const Scenario& scenario) {
+    for (const Instruction& instruction : scenario.instructions) {
+        if (m_stop.Requested()) return;
+        if (!FillsTables(instruction)) m_feeder.Push();
+        std::visit([this](const auto& one) { Do(one); }, instruction);
+    }
+    m_feeder.Push();
+    m_journal.Event("scenario-done");
+}
+
+void ScenarioRunner::Do(const WaitInstruction& wait) {
+    (void)m_stop.Sleep(wait.milliseconds);
+}
+
+void ScenarioRunner::Do(const WaitForRecordsInstruction& wait) {
+    const std::array<HANDLE, 2> events{m_stop.Event(), m_progress.Changed()};
+    while (!m_stop.Requested() && m_progress.Count(wait.channel) < wait.count)
+        ::WaitForMultipleObjects(static_cast<DWORD>(events.size()), events.data(), FALSE, INFINITE);
+}
+
+void ScenarioRunner::Do(const QuestionInstruction& question) {
+    const std::uint32_t id = m_feeder.QueueQuestion(question.request);
+    m_journal.Event("question-queued " + std::to_string(id));
+}
+
+void ScenarioRunner::Do(const NoticeInstruction& notice) {
+    m_service.AddNotice(notice.text);
+}
+
+void ScenarioRunner::Do(const ProcessInstruction& process) {
+    m_service.AddProcess(process.processId, process.path);
+}
+
+void ScenarioRunner::Do(const ConnectionInstruction& connection) {
+    m_feeder.AddConnection(connection.entry);
+}
+
+void ScenarioRunner::Do(const ConnectionsInstruction& connections) {
+    for (std::uint32_t index = 0; index < connections.count; ++index)
+        m_feeder.AddConnection(MadeUpConnection(index));
+}
+
+void ScenarioRunner::Do(const ListenerInstruction& listener) {
+    m_feeder.AddListener(listener.entry);
+}
+
+void ScenarioRunner::Do(const ClearTablesInstruction&) {
+    m_feeder.ClearTables();
+}
+
+void ScenarioRunner::Do(const TotalsInstruction& totals) {
+    m_feeder.SetTotals(totals.totals);
+}
+
+void ScenarioRunner::Do(const RateInstruction& rate) {
+    m_feeder.SetRate(rate.inPerSecond, rate.outPerSecond);
+}
+
+void ScenarioRunner::Do(const DnsInstruction& dns) {
+    m_data.LogName(dns.record);
+}
+
+void ScenarioRunner::Do(const MacInstruction& mac) {
+    m_data.LogHardwareAddress(mac.record);
+}
+
+void ScenarioRunner::Do(const AdviceInstruction& advice) {
+    m_data.AddAdvice(advice.record);
+}
+
+void ScenarioRunner::Do(const RuleInstruction& rule) {
+    m_data.SetRule(rule.path, rule.action);
+}
+
+void ScenarioRunner::Do(const OptionInstruction& option) {
+    m_data.SetOption(option.id, option.value);
+}
+
+void ScenarioRunner::Do(const OptionTextInstruction& option) {
+    m_data.SetOptionText(option.id, option.text);
+}
+
+void ScenarioRunner::Do(const HostileInstruction& hostile) {
+    m_feeder.SetHostile(hostile.order);
+}
+
+void ScenarioRunner::Do(const ExitInstruction&) {
+    m_stop.Request();
+}
+
+}  // namespace brennvar::standin

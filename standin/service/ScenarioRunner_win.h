@@ -1,0 +1,56 @@
+// Carries a scenario out, instruction by instruction.
+#pragma once
+
+#include "service/DataFolder_win.h"
+#include "service/DriverFeeder_win.h"
+#include "service/Journal_win.h"
+#include "service/Scenario.h"
+#include "service/Service_win.h"
+#include "service/Stop_win.h"
+
+namespace brennvar::standin {
+
+class ScenarioRunner {
+public:
+    ScenarioRunner(const Stop& stop, Journal& journal, Progress& progress, DataFolder& data, DriverFeeder& feeder,
+                   Service& service)
+        : m_stop(stop),
+          m_journal(journal),
+          m_progress(progress),
+          m_data(data),
+          m_feeder(feeder),
+          m_service(service) {}
+
+    // Returns when the last instruction is done or the stop is requested.
+    void Run(const Scenario& scenario);
+
+private:
+    void Do(const WaitInstruction& wait);
+    void Do(const WaitForRecordsInstruction& wait);
+    void Do(const QuestionInstruction& question);
+    void Do(const NoticeInstruction& notice);
+    void Do(const ProcessInstruction& process);
+    void Do(const ConnectionInstruction& connection);
+    void Do(const ConnectionsInstruction& connections);
+    void Do(const ListenerInstruction& listener);
+    void Do(const ClearTablesInstruction& clear);
+    void Do(const TotalsInstruction& totals);
+    void Do(const RateInstruction& rate);
+    void Do(const DnsInstruction& dns);
+    void Do(const MacInstruction& mac);
+    void Do(const AdviceInstruction& advice);
+    void Do(const RuleInstruction& rule);
+    void Do(const OptionInstruction& option);
+    void Do(const OptionTextInstruction& option);
+    void Do(const HostileInstruction& hostile);
+    void Do(const ExitInstruction& exit);
+
+    const Stop& m_stop;
+    Journal& m_journal;
+    Progress& m_progress;
+    DataFolder& m_data;
+    DriverFeeder& m_feeder;
+    Service& m_service;
+};
+
+}  // namespace brennvar::standin

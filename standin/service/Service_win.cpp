@@ -1,0 +1,154 @@
+#include "service/Service_win.h"
+
+#include <array>
+#include <utility>
+
+namespace brennvar::standin {
+namespace {
+
+constexpr std::uint32_t kNotFound = 1;  // status of the process and tray pipes; 2 is the good one
+constexpr std::uint32_t kListed = 1;    // answers to a filter query
+constexpr std::uint32_t kNotListed = 2;
+constexpr UINT kDeathExitCode = 3;
+constexpr char kRefreshNotice[] = "REFRESH";
+
+// A record of exactly its size, or nothing.
+template <RecordType Record>
+std::optional<Record> Decode(Service::Bytes bytes) {
+    if (bytes.size() != sizeof(Record)) return std::nullopt;
+    return DecodeRecord<Record>(bytes);
+}
+
+template <RecordType Record>
+std::vector<std::byte> Encode(const Record& record) {
+    const auto bytes = RecordBytes(record);
+    return {bytes.begin(), bytes.end()};
+}
+
+std::string ImagePath(std::uint32_t processId) {
+    const UniqueProcess process(::OpenProcess(PROCESS_QUERY_LIMITED_INFORMATION, FALSE, processId));
+    std::array<char, sizeof(PidResolveRecord::path)> path{};
+    auto size = static_cast<DWORD>(path.size());
+    if (!process || !::QueryFullProcessImageNameA(process.Get(), 0, path.data(), &size)) return {};
+    return {path.data(), size};
+}
+
+}  // namespace
+
+Service::Service(DataFolder& data, DriverFeeder& feeder, std::uint32_t dieAfter)
+    : m_data(data), m_feeder(feeder), m_dieAfter(dieAfter) {}
+
+Service::Answer Service::HandleCommand(Bytes record) {
+    if (const auto command = Decode<CommandRecord>(record)) Apply(*command);
+    return std::nullopt;
+}
+
+void Service::Apply(const CommandRecord& command) {
+    switch (command.code) {
+        case CommandCode::EventReport: m_data.LogEvent(TextOf(command.eventTitle)); break;
+        case CommandCode::BlockAddress: m_feeder.DropAddress(command.address); break;
+        // The process lives on: only its rows go.
+        case CommandCode::TerminateProcess: m_feeder.DropProcess(command.processId); break;
+        case CommandCode::AddAdvancedRule: m_data.AddAdvancedRule(command.advancedRule); break;
+        case CommandCode::ModifyAdvancedRule:
+            m_data.ReplaceAdvancedRule(command.ruleId, command.advancedRule);
+            break;
+        case CommandCode::DeleteAdvancedRule: m_data.RemoveAdvancedRule(command.ruleId); break;
+        case CommandCode::SetOption: m_data.SetOption(command.optionId, command.optionValue); break;
+        case CommandCode::SetOptionText: m_data.SetOptionText(command.optionId, TextOf(command.optionText)); break;
+        case CommandCode::SetSkin: m_data.SetFolderName("Skin", TextOf(command.optionText)); break;
+        case CommandCode::SetLanguage: m_data.SetFolderName("Language", TextOf(command.optionText)); break;
+        case CommandCode::SetApplicationRule: ApplyRule(command); break;
+        case CommandCode::DeleteLogs: m_data.DeleteLogs(TextOf(command.subject), command.value != 0); break;
+        case CommandCode::AllowProcessText: m_data.AddTrusted(TextOf(command.optionText)); break;
+        case CommandCode::ResetTrusted: m_data.ClearTrusted(); break;
+        case CommandCode::MoveAdvancedRuleUp: m_data.MoveAdvancedRule(command.ruleId, true); break;
+        case CommandCode::MoveAdvancedRuleDown: m_data.MoveAdvancedRule(command.ruleId, false); break;
+        default: break;  // nothing to do here but to have it in the journal
+    }
+}
+
+void Service::ApplyRule(const CommandRecord& command) {
+    const std::string_view path = TextOf(command.subject);
+    switch (static_cast<RuleCommandAction>(command.value)) {
+        case RuleCommandAction::Deny: m_data.SetRule(path, RuleAction::Deny); break;
+        case RuleCommandAction::Allow: m_data.SetRule(path, RuleAction::Allow); break;
+        case RuleCommandAction::Ask: m_data.SetRule(path, RuleAction::Ask); break;
+        case RuleCommandAction::Remove: m_data.RemoveRule(path); break;
+        default: break;
+    }
+}
+
+Service::Answer Service::HandlePid(Bytes record) {
+    const auto request = Decode<PidResolveRecord>(record);
+    if (!request || request->codeOrStatus != kServiceRequestCode) return std::nullopt;
+    if (m_dieAfter != 0 && --m_dieAfter == 0) ::TerminateProcess(::GetCurrentProcess(), kDeathExitCode);
+    const std::string path = PathOfProcess(request->processId);
+    PidResolveRecord answer{};
+    answer.codeOrStatus = path.empty() ? kNotFound : kServiceAnswerValid;
+    answer.processId = request->processId;
+    PutText(answer.path, path);
+    return Encode(answer);
+}
+
+std::string Service::PathOfProcess(std::uint32_t processId) {
+    {
+        const std::scoped_lock lock(m_lock);
+        const auto found = m_processes.find(processId);
+        if (found != m_processes.end()) return found->second;
+    }
+    return ImagePath(processId);
+}
+
+Service::Answer Service::HandleTray(Bytes record) {
+    const auto request = Decode<TrayTextRecord>(record);
+    if (!request || request->codeOrStatus != kServiceRequestCode) return std::nullopt;
+    TrayTextRecord answer{};
+    answer.codeOrStatus = kNotFound;
+    const std::scoped_lock lock(m_lock);
+    if (!m_notices.empty()) {
+        answer.codeOrStatus = kServiceAnswerValid;
+        PutText(answer.text, m_notices.front());
+        m_notices.pop_front();
+    }
+    return Encode(answer);
+}
+
+Service::Answer Service::HandleQueue(Bytes record) {
+    const auto request = Decode<FilterQueueRecord>(record);
+    if (!request) return std::nullopt;
+    FilterQueueRecord answer{};
+    answer.code = kFilterAnswerValid;
+    switch (static_cast<FilterCode>(request->code)) {
+        case FilterCode::Query:
+            answer.answerValue = m_data.HasDomain(TextOf(request->text)) ? kListed : kNotListed;
+            return Encode(answer);
+        case FilterCode::AddEntry: m_data.AddDomain(TextOf(request->text)); return Encode(answer);
+        case FilterCode::DeleteEntry: m_data.RemoveDomain(request->entryOrValue); return Encode(answer);
+        default: return std::nullopt;  // the others are written only
+    }
+}
+
+Service::Answer Service::HandleConfirm(Bytes record) {
+    const auto answer = Decode<ConnectionPromptAnswer>(record);
+    if (!answer || answer->kind != kPromptAnswerKind) return std::nullopt;
+    const bool allow = answer->decision == PromptDecision::AllowAndRemember;
+    if (allow || answer->decision == PromptDecision::DenyAndRemember) {
+        m_data.SetRule(TextOf(answer->path), allow ? RuleAction::Allow : RuleAction::Deny);
+        AddNotice(kRefreshNotice);
+    }
+    m_feeder.AnswerQuestion(answer->questionId);
+    return std::nullopt;
+}
+
+void Service::AddNotice(std::string text) {
+    const std::scoped_lock lock(m_lock);
+    m_notices.push_back(std::move(text));
+}
+
+void Service::AddProcess(std::uint32_t processId, std::string path) {
+    const std::scoped_lock lock(m_lock);
+    m_processes[processId] = std::move(path);
+}
+
+}  // namespace brennvar::standin

@@ -1,0 +1,53 @@
+// What the service does with each record that comes in over its pipes.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <deque>
+#include <map>
+#include <mutex>
+#include <optional>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "ipc/CommandRecord.h"
+#include "ipc/PipeRecords.h"
+#include "service/DataFolder_win.h"
+#include "service/DriverFeeder_win.h"
+
+namespace brennvar::standin {
+
+class Service {
+public:
+    using Bytes = std::span<const std::byte>;
+    using Answer = std::optional<std::vector<std::byte>>;
+
+    // dieAfter: in the middle of which request for a process path the process ends; 0 for never.
+    Service(DataFolder& data, DriverFeeder& feeder, std::uint32_t dieAfter);
+
+    // One per pipe, each called on its pipe's thread. A record of a wrong length is left alone.
+    Answer HandleCommand(Bytes record);
+    Answer HandlePid(Bytes record);
+    Answer HandleTray(Bytes record);
+    Answer HandleQueue(Bytes record);
+    Answer HandleConfirm(Bytes record);
+
+    // Any thread.
+    void AddNotice(std::string text);
+    void AddProcess(std::uint32_t processId, std::string path);
+
+private:
+    void Apply(const CommandRecord& command);
+    void ApplyRule(const CommandRecord& command);
+    std::string PathOfProcess(std::uint32_t processId);
+
+    DataFolder& m_data;
+    DriverFeeder& m_feeder;
+    std::uint32_t m_dieAfter;
+    std::mutex m_lock;  // guards the two below
+    std::deque<std::string> m_notices;
+    std::map<std::uint32_t, std::string> m_processes;
+};
+
+}  // namespace brennvar::standin
