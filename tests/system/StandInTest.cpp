@@ -23,6 +23,8 @@ namespace {
 using namespace std::string_literals;
 using test::StandInProcess;
 
+constexpr auto kPatienceMs = static_cast<DWORD>(std::chrono::milliseconds(test::kPatience).count());
+
 constexpr char kApp[] = R"(C:\Tools\a.exe)";
 
 UniqueFile OpenDevice(const char* name) {
@@ -43,7 +45,7 @@ std::optional<std::string> Ask(const char* device, std::uint32_t request, DWORD 
 }
 
 bool WritePipe(const char* name, const void* record, DWORD size) {
-    if (!::WaitNamedPipeA(name, test::kPatienceMilliseconds)) return false;
+    if (!::WaitNamedPipeA(name, kPatienceMs)) return false;
     const UniqueFile pipe(::CreateFileA(name, GENERIC_READ | GENERIC_WRITE, 0, nullptr, OPEN_EXISTING, 0, nullptr));
     DWORD written = 0;
     return ::WriteFile(pipe.Get(), record, size, &written, nullptr) && written == size;
@@ -54,7 +56,7 @@ std::string Transact(const char* name, const Record& request) {
     std::string answer(sizeof(Record) + 1, '#');
     DWORD size = 0;
     if (!::CallNamedPipeA(name, const_cast<Record*>(&request), sizeof(request), answer.data(),
-                          static_cast<DWORD>(answer.size()), &size, test::kPatienceMilliseconds))
+                          static_cast<DWORD>(answer.size()), &size, kPatienceMs))
         return "failed";
     answer.resize(size);
     return answer;
@@ -109,11 +111,11 @@ TEST(StandInTest, AnswersTablesAndTotalsByteForByte) {
     CommandRecord block = Command(2);
     block.address = 0x04030201;
     ASSERT_TRUE(SendCommand(block));
-    EXPECT_TRUE(standIn.WaitUntil([&] { return Ask(R"(\\.\brennvarfw_nfo)", 0x8E872408, 0x540000) == second; }));
+    EXPECT_TRUE(test::WaitUntil([&] { return Ask(R"(\\.\brennvarfw_nfo)", 0x8E872408, 0x540000) == second; }));
     CommandRecord terminate = Command(3);
     terminate.processId = 16;
     ASSERT_TRUE(SendCommand(terminate));
-    EXPECT_TRUE(standIn.WaitUntil([&] { return Ask(R"(\\.\brennvarfw_nfo)", 0x8E872404, 0x2A0000) == ""; }));
+    EXPECT_TRUE(test::WaitUntil([&] { return Ask(R"(\\.\brennvarfw_nfo)", 0x8E872404, 0x2A0000) == ""; }));
 }
 
 TEST(StandInTest, FillsTheLargestTable) {
@@ -212,20 +214,20 @@ TEST(StandInTest, AppliesOptionRuleAndFolderCommands) {
     option.optionValue = 600;
     ASSERT_TRUE(SendCommand(option));
     EXPECT_TRUE(standIn.WaitForJournal("COMMAND 5596 0:08 5468:5802 5592:12")) << standIn.Output();
-    EXPECT_TRUE(standIn.WaitUntil([&] { return standIn.Read("config.conf").size() == 128; }));
+    EXPECT_TRUE(test::WaitUntil([&] { return standIn.Read("config.conf").size() == 128; }));
     EXPECT_EQ(standIn.Read("config.conf").substr(0, 16),
               "\x1C\x1A\x89\xA0\x9E\x62\x93\xE8\x1F\x22\x86\xA6\x20\x6F\x5E\x57"s);
     EXPECT_EQ(standIn.Read("config.conf").substr(120), "\x57\xCE\x28\x21\xFF\x8E\x39\x85"s);
     option.optionValue = 0;  // the record is changed, not added
     ASSERT_TRUE(SendCommand(option));
-    EXPECT_TRUE(standIn.WaitUntil(
+    EXPECT_TRUE(test::WaitUntil(
         [&] { return standIn.Read("config.conf").substr(0, 8) == "\x1C\x1A\x89\xA0\xC6\x60\x93\xE8"s; }));
     EXPECT_EQ(standIn.Read("config.conf").size(), 128U);
     CommandRecord text = Command(9);
     text.optionId = 35;
     PutText(text.optionText, "me@x");
     ASSERT_TRUE(SendCommand(text));
-    EXPECT_TRUE(standIn.WaitUntil([&] {
+    EXPECT_TRUE(test::WaitUntil([&] {
         const std::string file = standIn.Read("config.conf");
         return file.size() == 256 &&
                file.substr(128, 13) == "\x2D\x1A\x89\xA0\xC6\x60\x93\xE8\x72\x47\xC6\xDE\x20"s;
@@ -237,7 +239,7 @@ TEST(StandInTest, AppliesOptionRuleAndFolderCommands) {
     for (const auto& [value, stored] : {std::pair{0U, '\x59'}, {1U, '\x5A'}, {2U, '\x58'}}) {
         rule.value = value;
         ASSERT_TRUE(SendCommand(rule));
-        EXPECT_TRUE(standIn.WaitUntil([&, wanted = stored] {
+        EXPECT_TRUE(test::WaitUntil([&, wanted = stored] {
             const std::string file = standIn.Read(R"(Rules\rules.conf)");
             return file.size() == 264 && file[260] == wanted;
         })) << value;
@@ -259,7 +261,7 @@ TEST(StandInTest, AppliesOptionRuleAndFolderCommands) {
                                    (standIn.DataFolder() + R"(\settings.ini)").c_str());
         return std::string(name);
     };
-    EXPECT_TRUE(standIn.WaitUntil([&] { return folderName("Language") == "Deutsch"; }));
+    EXPECT_TRUE(test::WaitUntil([&] { return folderName("Language") == "Deutsch"; }));
     EXPECT_EQ(folderName("Skin"), "Dark");
 
     // A record of a wrong length is written down and left alone.
@@ -270,7 +272,7 @@ TEST(StandInTest, AppliesOptionRuleAndFolderCommands) {
 TEST(StandInTest, KeepsAdvancedRulesTrustedProgramsAndLogs) {
     StandInProcess standIn({"advice deny C:\\x.exe"}, "--no-driver");
     const auto waitForOrder = [&](const std::string& order) {
-        return standIn.WaitUntil(
+        return test::WaitUntil(
             [&] { return FirstBytes(standIn.Read(R"(Rules\rules_advanced.conf)"), 712) == order; });
     };
     CommandRecord command = Command(4);
@@ -302,7 +304,7 @@ TEST(StandInTest, KeepsAdvancedRulesTrustedProgramsAndLogs) {
     ASSERT_TRUE(SendCommand(command));
     PutText(command.optionText, std::string(34, 'a'));
     ASSERT_TRUE(SendCommand(command));
-    EXPECT_TRUE(standIn.WaitUntil([&] { return standIn.Read("trusted.conf").size() == 588; }));
+    EXPECT_TRUE(test::WaitUntil([&] { return standIn.Read("trusted.conf").size() == 588; }));
     EXPECT_EQ(FirstBytes(standIn.Read("trusted.conf"), 294), "\0a"s);
     EXPECT_EQ(standIn.Read("trusted.conf").substr(260, 1), "\x39");  // 'a' with the keystream's 0x58
     EXPECT_EQ(standIn.Read("trusted.conf").substr(294 + 260, 1), "\x58");
@@ -325,11 +327,11 @@ TEST(StandInTest, KeepsAdvancedRulesTrustedProgramsAndLogs) {
     command = Command(23);
     PutText(command.subject, "20200102");
     ASSERT_TRUE(SendCommand(command));
-    EXPECT_TRUE(standIn.WaitUntil([&] { return left() == "134"; }));
+    EXPECT_TRUE(test::WaitUntil([&] { return left() == "134"; }));
     PutText(command.subject, "20200103");
     command.value = 1;
     ASSERT_TRUE(SendCommand(command));
-    EXPECT_TRUE(standIn.WaitUntil([&] { return left() == "4"; }));
+    EXPECT_TRUE(test::WaitUntil([&] { return left() == "4"; }));
 }
 
 TEST(StandInTest, AnswersProcessPathsAndTheFilterQueue) {
@@ -410,22 +412,22 @@ TEST(StandInTest, FeedsTheMachinesOwnListenersOnceASecond) {
         const auto table = Ask(R"(\\.\brennvarfw_nfo)", 0x8E872404, 0x2A0000);
         return table && table->find(entry) != std::string::npos;
     };
-    EXPECT_TRUE(standIn.WaitUntil(isListed));
+    EXPECT_TRUE(test::WaitUntil(isListed));
     ::closesocket(socket);
-    EXPECT_TRUE(standIn.WaitUntil([&] { return !isListed(); }));
+    EXPECT_TRUE(test::WaitUntil([&] { return !isListed(); }));
     ::WSACleanup();
 }
 
 TEST(StandInTest, RefusesABadScenarioBeforeItStarts) {
     const StandInProcess standIn({"notice x", "", "listen tcp"});
-    EXPECT_EQ(standIn.WaitForEnd(), 2U);
+    EXPECT_EQ(standIn.WaitForEnd(), 2);
     EXPECT_NE(standIn.Output().find(":3: not understood: listen tcp"), std::string::npos) << standIn.Output();
     EXPECT_TRUE(standIn.Journal().empty());
 }
 
 TEST(StandInTest, EndsByItselfAndTakesTheDriverAway) {
     const StandInProcess standIn({"exit"});
-    EXPECT_EQ(standIn.WaitForEnd(), 0U);
+    EXPECT_EQ(standIn.WaitForEnd(), 0);
     EXPECT_EQ(standIn.Journal(), (std::vector<std::string>{"EVENT driver-loaded", "EVENT started",
                                                            "EVENT scenario-done", "EVENT stopped"}))
         << standIn.Output();
@@ -439,7 +441,7 @@ TEST(StandInTest, DiesInTheMiddleOfARequestAndIsReplaced) {
         const StandInProcess dying({}, "--die-after 2");
         EXPECT_EQ(Transact(R"(\\.\pipe\BRENNVAR_PID_RESOLVE)", request).size(), 520U) << dying.Output();
         EXPECT_EQ(Transact(R"(\\.\pipe\BRENNVAR_PID_RESOLVE)", request), "failed");
-        EXPECT_EQ(dying.WaitForEnd(), 3U);
+        EXPECT_EQ(dying.WaitForEnd(), 3);
     }
     // The driver that it left behind does not keep the next one from starting.
     const StandInProcess next({"listener tcp 1.1.1.1:1 1"});

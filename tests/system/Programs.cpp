@@ -1,0 +1,58 @@
+#include "Programs.h"
+
+#include <thread>
+
+namespace brennvar::test {
+
+bool WaitUntil(const std::function<bool()>& condition, std::chrono::milliseconds limit) {
+    const auto end = std::chrono::steady_clock::now() + limit;
+    while (!condition()) {
+        if (std::chrono::steady_clock::now() >= end) return false;
+        std::this_thread::sleep_for(std::chrono::milliseconds(10));
+    }
+    return true;
+}
+
+std::string BuiltProgram(const std::string& relativePath) {
+    std::string path(MAX_PATH, '\0');
+    path.resize(::GetModuleFileNameA(nullptr, path.data(), MAX_PATH));
+    return path.substr(0, path.rfind('\\')) + "\\" BRENNVAR_BUILD_FOLDER "\\" + relativePath;
+}
+
+RunningProgram::RunningProgram(std::string commandLine, const std::string& output) {
+    SECURITY_ATTRIBUTES inheritable{sizeof(inheritable), nullptr, TRUE};
+    const std::string sink = output.empty() ? "NUL" : output;
+    const UniqueFile file(::CreateFileA(sink.c_str(), GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_DELETE,
+                                        &inheritable, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
+    STARTUPINFOA startup{};
+    startup.cb = sizeof(startup);
+    startup.dwFlags = STARTF_USESTDHANDLES;
+    startup.hStdOutput = file.Get();
+    startup.hStdError = file.Get();
+    PROCESS_INFORMATION process{};
+    if (!::CreateProcessA(nullptr, commandLine.data(), nullptr, nullptr, TRUE, CREATE_NO_WINDOW, nullptr, nullptr,
+                          &startup, &process)) {
+        return;
+    }
+    ::CloseHandle(process.hThread);
+    m_process.Reset(process.hProcess);
+    m_id = process.dwProcessId;
+}
+
+RunningProgram::~RunningProgram() {
+    if (!IsRunning()) return;
+    ::TerminateProcess(m_process.Get(), 1);
+    ::WaitForSingleObject(m_process.Get(), INFINITE);
+}
+
+bool RunningProgram::IsRunning() const {
+    return m_process && ::WaitForSingleObject(m_process.Get(), 0) == WAIT_TIMEOUT;
+}
+
+long RunningProgram::WaitForEnd(std::chrono::milliseconds limit) const {
+    if (::WaitForSingleObject(m_process.Get(), static_cast<DWORD>(limit.count())) != WAIT_OBJECT_0) return -1;
+    DWORD code = 0;
+    return ::GetExitCodeProcess(m_process.Get(), &code) ? static_cast<long>(code) : -1;
+}
+
+}  // namespace brennvar::test

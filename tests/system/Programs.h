@@ -1,0 +1,42 @@
+// The programs under test, and waiting for what they do. Every wait is for a condition; the limit only ends a test
+// that has failed.
+#pragma once
+
+#include <chrono>
+#include <functional>
+#include <string>
+
+#include "base/Handles_win.h"
+
+namespace brennvar::test {
+
+// How long a test waits for anything before it fails. Nothing takes that long unless it is broken.
+inline constexpr std::chrono::seconds kPatience{30};
+
+// Polls until the condition holds; false when it still does not at the end of the limit.
+[[nodiscard]] bool WaitUntil(const std::function<bool()>& condition, std::chrono::milliseconds limit = kPatience);
+
+// The path of a built program, given relative to the build folder ("standin\\brennvar.exe").
+[[nodiscard]] std::string BuiltProgram(const std::string& relativePath);
+
+// A program started by the test; ended by the destructor if it still runs.
+class RunningProgram {
+public:
+    // Program and options as one command line. output: file for what it prints, or empty. IsRunning is false when
+    // the program could not be started.
+    explicit RunningProgram(std::string commandLine, const std::string& output = {});
+    RunningProgram(const RunningProgram&) = delete;
+    RunningProgram& operator=(const RunningProgram&) = delete;
+    ~RunningProgram();
+
+    [[nodiscard]] DWORD Id() const { return m_id; }
+    [[nodiscard]] bool IsRunning() const;
+    // The exit code once it has ended of its own accord; -1 when it has not within the limit.
+    [[nodiscard]] long WaitForEnd(std::chrono::milliseconds limit = kPatience) const;
+
+private:
+    UniqueProcess m_process;
+    DWORD m_id = 0;
+};
+
+}  // namespace brennvar::test
