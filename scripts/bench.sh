@@ -15,6 +15,7 @@ measures='
 decipher_rules    DecipherRules   CopyRules      speed  0.7
 look_up_rule      LookUpLastRule  ReadRulesFile  times  2.0
 read_70_options   ReadAllOptions  -              ms     5
+connections       SortAndFormat   SortAlone      times  3.0
 '
 
 repetitions=15
