@@ -5,6 +5,7 @@
 #include <optional>
 
 #include "base/AsciiCase.h"
+#include "base/DisplayName.h"
 #include "ipc/RecordFile.h"
 
 namespace brennvar {
@@ -53,11 +54,6 @@ ApplicationState StateOf(RuleAction action) {
     }
 }
 
-std::string_view FileNamePart(std::string_view path) {
-    const std::string_view name = path.substr(path.rfind('\\') + 1);
-    return name.empty() ? path : name;
-}
-
 }  // namespace
 
 RuleAction LookupApplicationAction(const std::string& rulesFile, Clock& clock, std::string_view path) {
@@ -84,7 +80,7 @@ std::vector<ApplicationRow> LoadApplicationRules(const std::string& rulesFile, C
         for (const ApplicationRuleRecord& record : records) {
             if (StateOf(record.action) != group) continue;
             const std::string_view path = TextOf(record.path);
-            rows.push_back({std::string(FileNamePart(path)), std::string(path), group});
+            rows.push_back({FileNameOf(path), std::string(path), group});
         }
     }
     return rows;
