@@ -8,7 +8,7 @@ std::string CIni::Read(const std::string& section, const std::string& key, const
     // A default that no file holds tells an absent key from one with an empty value, and keeps our fallback away
     // from the system, which strips trailing blanks from a default.
     constexpr char kAbsent[] = "\x01";
-    constexpr std::size_t kLongestValue = 64 * 1024;
+    constexpr std::size_t kLongestValue = 0x10000;
     std::string value(256, '\0');
     for (;;) {
         const DWORD length = ::GetPrivateProfileStringA(section.c_str(), key.c_str(), kAbsent, value.data(),

@@ -46,26 +46,17 @@ std::array<std::byte, kKeptStreamSize> MakeKeptStream() {
     return stream;
 }
 
-// A step of constant size through words of its own: compilers make vector instructions of it without having to
-// prove that data and stream do not overlap.
-template <std::size_t Words>
-void XorWords(std::byte* data, const std::byte* stream) {
-    std::uint64_t a[Words];
-    std::uint64_t b[Words];
-    std::memcpy(a, data, sizeof a);
-    std::memcpy(b, stream, sizeof b);
-    for (std::size_t i = 0; i < Words; ++i) a[i] ^= b[i];
-    std::memcpy(data, a, sizeof a);
-}
-
+// In words that are read, combined and written one at a time: compilers make vector instructions of this loop.
 void XorInto(std::span<std::byte> data, const std::byte* stream) {
-    constexpr std::size_t kWord = sizeof(std::uint64_t);
-    constexpr std::size_t kStepWords = 4;
+    std::uint64_t word = 0;
+    std::uint64_t mask = 0;
     std::size_t at = 0;
-    for (; data.size() - at >= kStepWords * kWord; at += kStepWords * kWord) {
-        XorWords<kStepWords>(data.data() + at, stream + at);
+    for (; data.size() - at >= sizeof word; at += sizeof word) {
+        std::memcpy(&word, data.data() + at, sizeof word);
+        std::memcpy(&mask, stream + at, sizeof mask);
+        word ^= mask;
+        std::memcpy(data.data() + at, &word, sizeof word);
     }
-    for (; data.size() - at >= kWord; at += kWord) XorWords<1>(data.data() + at, stream + at);
     for (; at < data.size(); ++at) data[at] ^= stream[at];
 }
 

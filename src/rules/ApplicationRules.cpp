@@ -1,31 +1,48 @@
 #include "rules/ApplicationRules.h"
 
 #include <algorithm>
+#include <cstring>
 #include <optional>
 
 #include "base/AsciiCase.h"
+#include "base/DisplayName.h"
 #include "ipc/RecordFile.h"
 
 namespace brennvar {
 namespace {
 
-// A path of fixed length against the path fields of many records. The field's end and the last characters decide
-// for nearly every record: programs differ in their file names, not in the folders before them.
+// A path against the path fields of many records. It is compared from its end, because programs differ in their
+// file names more than in the folders before them, and in words of eight characters.
 class PathMatcher {
 public:
     explicit PathMatcher(std::string_view path) : m_path(path) {}
     [[nodiscard]] bool operator()(const ApplicationRuleRecord& record) const {
-        const std::size_t size = m_path.size();
         // A field ends at its last byte even when that is not zero.
-        if (size >= sizeof record.path || (size < sizeof record.path - 1 && record.path[size] != '\0'))
-            return false;
-        for (std::size_t i = size; i > 0; --i) {
-            if (AsciiLower(record.path[i - 1]) != AsciiLower(m_path[i - 1])) return false;
+        constexpr std::size_t kLongest = sizeof record.path - 1;
+        const std::size_t size = m_path.size();
+        if (size > kLongest || (size < kLongest && record.path[size] != '\0')) return false;
+        std::size_t left = size;
+        for (; left >= kWord; left -= kWord) {
+            if (!WordsMatch(record.path + left - kWord, m_path.data() + left - kWord)) return false;
         }
-        return true;
+        return EqualsIgnoringCase({record.path, left}, m_path.substr(0, left));
     }
 
 private:
+    static constexpr std::size_t kWord = sizeof(std::uint64_t);
+
+    static bool WordsMatch(const char* a, const char* b) {
+        std::uint64_t x = 0;
+        std::uint64_t y = 0;
+        std::memcpy(&x, a, kWord);
+        std::memcpy(&y, b, kWord);
+        const std::uint64_t difference = x ^ y;
+        if (difference == 0) return true;
+        // The two cases of a letter differ in this bit alone; so do some pairs that are no letters.
+        constexpr std::uint64_t kCaseBits = 0x2020202020202020;
+        return (difference & ~kCaseBits) == 0 && EqualsIgnoringCase({a, kWord}, {b, kWord});
+    }
+
     std::string_view m_path;
 };
 
@@ -35,11 +52,6 @@ ApplicationState StateOf(RuleAction action) {
         case RuleAction::Allow: return ApplicationState::Allow;
         default: return ApplicationState::Ask;  // 0 and whatever the service may yet invent
     }
-}
-
-std::string_view FileNamePart(std::string_view path) {
-    const std::string_view name = path.substr(path.rfind('\\') + 1);
-    return name.empty() ? path : name;
 }
 
 }  // namespace
@@ -68,7 +80,7 @@ std::vector<ApplicationRow> LoadApplicationRules(const std::string& rulesFile, C
         for (const ApplicationRuleRecord& record : records) {
             if (StateOf(record.action) != group) continue;
             const std::string_view path = TextOf(record.path);
-            rows.push_back({std::string(FileNamePart(path)), std::string(path), group});
+            rows.push_back({FileNameOf(path), std::string(path), group});
         }
     }
     return rows;

@@ -172,7 +172,7 @@ TEST(RecordFileTest, CountsWholeRecordsOnly) {
 
 TEST(RecordFileTest, DeciphersEveryRecordOfALongFile) {
     // Two scanned pieces and a part of a third.
-    constexpr std::uint32_t kCount = 20'000;
+    constexpr std::uint32_t kCount = kScanSize / sizeof(Pair) * 5 / 2;
     std::string plain;
     for (std::uint32_t i = 0; i < kCount; ++i) plain += test::BytesOf(Pair{i, ~i});
     const test::TempFolder folder;
@@ -207,8 +207,9 @@ TEST(RecordFileTest, ScansWhatIsThereWhenTheFileChangesMeanwhile) {
         });
         return seen;
     };
-    EXPECT_EQ(scanWhileResizingTo(4 * kScanSize), 3 * kPiece);            // what was added is not seen
-    EXPECT_EQ(scanWhileResizingTo(kScanSize + 17 * 8 + 5), kPiece + 17);  // what was cut off is not invented
+    EXPECT_EQ(scanWhileResizingTo(4 * kScanSize), 3 * kPiece);  // what was added is not seen
+    EXPECT_EQ(scanWhileResizingTo(kScanSize + 17 * sizeof(Pair) + 5),
+              kPiece + 17);  // what was cut off is not invented
 }
 
 TEST(RecordFileTest, DoesNotReadAFileWholeThatIsTooLong) {

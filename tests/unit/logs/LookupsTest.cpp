@@ -4,7 +4,7 @@
 
 #include <filesystem>
 
-#include "base/Bytes.h"
+#include "ipc/RecordFile.h"
 #include "logs/LogFiles.h"
 #include "support/DataFolder.h"
 #include "support/GoldenCipher.h"
@@ -34,7 +34,7 @@ TEST(LookupsTest, TakesTheLatestHostNameOfAnAddress) {
     const std::string before = DnsRecord("\xC0\xA8\x01\x0A", "old.example");
     // Several scanned pieces, with a match in the first and in the last.
     std::string log = before + DnsRecord("\xC0\xA8\x01\x0A", "middle.example");
-    for (int i = 0; i < 600; ++i) log += DnsRecord("\x0A\x01\xA8\xC0", "reversed.example");
+    while (log.size() < 2 * kScanSize) log += DnsRecord("\x0A\x01\xA8\xC0", "reversed.example");
     log += before + DnsRecord("\xC0\xA8\x01\x0A", "new.example") +
            DnsRecord("\x01\x02\x03\x04", std::string(256, 'n'));
     const std::string cut = log + before.substr(0, 259);
