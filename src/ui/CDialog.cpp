@@ -1,0 +1,149 @@
+#include "ui/CDialog.h"
+
+namespace brennvar {
+
+CDialog::~CDialog() {
+    if (!m_window) return;
+    ::SetWindowLongPtrA(m_window, DWLP_USER, 0);
+    ::DestroyWindow(m_window);
+}
+
+bool CDialog::CreateModeless(HWND parent, int templateId) {
+    m_initFailed = false;
+    ::CreateDialogParamA(::GetModuleHandleA(nullptr), MAKEINTRESOURCEA(templateId), parent, &CDialog::Procedure,
+                         reinterpret_cast<LPARAM>(this));
+    if (m_window && m_initFailed) ::DestroyWindow(m_window);
+    return m_window != nullptr;
+}
+
+INT_PTR CDialog::DoModal(HWND owner, int templateId, Appearance appearance) {
+    m_appearance = appearance;
+    m_ended = false;
+    m_result = -1;
+    const bool unfocused = appearance == Appearance::Unfocused;
+    const HWND focus = ::GetFocus();
+    const bool ownerWasDisabled = owner && ::EnableWindow(owner, FALSE) != FALSE;
+    // An owned window disappears when its owner is minimised; a question must not, so it has none.
+    if (CreateModeless(unfocused ? nullptr : owner, templateId)) {
+        if (unfocused) {
+            ::SetWindowPos(m_window, HWND_TOPMOST, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+        }
+        if (!m_ended) ::ShowWindow(m_window, unfocused ? SW_SHOWNOACTIVATE : SW_SHOW);
+        RunLoop();
+    }
+    // Before the dialog goes, so that Windows does not pass the activation to another program.
+    if (owner && !ownerWasDisabled) ::EnableWindow(owner, TRUE);
+    const bool wasActive = m_window && ::GetActiveWindow() == m_window;
+    if (m_window) ::DestroyWindow(m_window);
+    if (owner && wasActive && !unfocused) ::SetActiveWindow(owner);
+    if (owner && ::GetActiveWindow() == owner && focus && ::IsChild(owner, focus)) ::SetFocus(focus);
+    return m_result;
+}
+
+void CDialog::RunLoop() {
+    while (!m_ended && m_window) {
+        MSG message;
+        const BOOL got = ::GetMessageA(&message, nullptr, 0, 0);
+        if (got == -1) return;
+        if (got == 0) {
+            ::PostQuitMessage(static_cast<int>(message.wParam));
+            return;
+        }
+        if (OnLoopMessage(message)) continue;
+        if (m_window && ::IsDialogMessageA(m_window, &message)) continue;
+        ::TranslateMessage(&message);
+        ::DispatchMessageA(&message);
+    }
+}
+
+void CDialog::End(INT_PTR result) {
+    if (m_ended) return;
+    m_ended = true;
+    m_result = result;
+    // The loop waits for messages: this one lets it look.
+    if (m_window) ::PostMessageA(m_window, WM_NULL, 0, 0);
+}
+
+void CDialog::OnCommand(int, int) {}
+LRESULT CDialog::OnNotify(NMHDR&) {
+    return 0;
+}
+void CDialog::OnTimer(UINT_PTR) {}
+void CDialog::OnSize(int, int) {}
+void CDialog::OnMinMaxInfo(MINMAXINFO&) {}
+void CDialog::OnDrawItem(const DRAWITEMSTRUCT&) {}
+HBRUSH CDialog::OnControlColor(HDC, HWND) {
+    return nullptr;
+}
+bool CDialog::OnEraseBackground(HDC) {
+    return false;
+}
+std::optional<LRESULT> CDialog::OnMessage(UINT, WPARAM, LPARAM) {
+    return std::nullopt;
+}
+bool CDialog::OnLoopMessage(const MSG&) {
+    return false;
+}
+
+INT_PTR CALLBACK CDialog::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept {
+    if (message == WM_INITDIALOG) {
+        reinterpret_cast<CDialog*>(lParam)->m_window = window;
+        ::SetWindowLongPtrA(window, DWLP_USER, lParam);
+    }
+    auto* dialog = reinterpret_cast<CDialog*>(::GetWindowLongPtrA(window, DWLP_USER));
+    if (!dialog) return FALSE;  // before WM_INITDIALOG, or the object is gone
+    INT_PTR handled = FALSE;
+    try {
+        handled = dialog->Dispatch(message, wParam, lParam);
+    } catch (...) {
+        // An exception must not cross Windows. The message counts as not handled; a dialog that could not be
+        // filled is not shown.
+        if (message == WM_INITDIALOG) dialog->m_initFailed = true;
+    }
+    if (message == WM_NCDESTROY) {
+        ::SetWindowLongPtrA(window, DWLP_USER, 0);
+        dialog->m_window = nullptr;
+    }
+    return handled;
+}
+
+INT_PTR CDialog::Dispatch(UINT message, WPARAM wParam, LPARAM lParam) {
+    const auto answer = [this](LRESULT result) -> INT_PTR {
+        ::SetWindowLongPtrA(m_window, DWLP_MSGRESULT, result);
+        return TRUE;
+    };
+    switch (message) {
+        // False keeps Windows from setting the focus, which would activate the dialog.
+        case WM_INITDIALOG: OnInitDialog(); return m_appearance == Appearance::Activated;
+        case WM_DESTROY: OnDestroy(); return TRUE;
+        case WM_CLOSE: OnClose(); return TRUE;
+        case WM_COMMAND:
+            if (LOWORD(wParam) == IDCANCEL) {
+                OnCancel();
+            } else {
+                OnCommand(LOWORD(wParam), HIWORD(wParam));
+            }
+            return TRUE;
+        case WM_NOTIFY: return answer(OnNotify(*reinterpret_cast<NMHDR*>(lParam)));
+        case WM_TIMER: OnTimer(wParam); return TRUE;
+        case WM_SIZE:
+            if (wParam != SIZE_MINIMIZED) OnSize(LOWORD(lParam), HIWORD(lParam));
+            return TRUE;
+        case WM_GETMINMAXINFO: OnMinMaxInfo(*reinterpret_cast<MINMAXINFO*>(lParam)); return TRUE;
+        case WM_DRAWITEM: OnDrawItem(*reinterpret_cast<const DRAWITEMSTRUCT*>(lParam)); return TRUE;
+        // The colour messages return their brush directly.
+        case WM_CTLCOLORSTATIC:
+        case WM_CTLCOLORBTN:
+        case WM_CTLCOLOREDIT:
+        case WM_CTLCOLORLISTBOX:
+        case WM_CTLCOLORDLG:
+            return reinterpret_cast<INT_PTR>(
+                OnControlColor(reinterpret_cast<HDC>(wParam), reinterpret_cast<HWND>(lParam)));
+        case WM_ERASEBKGND: return OnEraseBackground(reinterpret_cast<HDC>(wParam)) ? answer(TRUE) : FALSE;
+        default:
+            if (const std::optional<LRESULT> result = OnMessage(message, wParam, lParam)) return answer(*result);
+            return FALSE;
+    }
+}
+
+}  // namespace brennvar

@@ -1,0 +1,73 @@
+// Dialogs made from templates, modal, modeless or as a child window. All of this belongs to one thread.
+#pragma once
+
+#include <optional>
+
+#include "base/Windows_win.h"
+
+namespace brennvar {
+
+class CDialog {
+public:
+    // How a modal dialog appears.
+    enum class Appearance {
+        Activated,
+        Unfocused,  // above all other windows, while the keyboard stays with the program in use
+    };
+
+    CDialog() = default;
+    CDialog(const CDialog&) = delete;
+    CDialog& operator=(const CDialog&) = delete;
+    // Destroys the window if there still is one. OnDestroy is no longer called then: the derived part is gone.
+    virtual ~CDialog();
+
+    // Shows the dialog and runs a message loop until End is called; returns what End was given, or -1 when there
+    // is no such window. The owner (or null) is disabled meanwhile. A WM_QUIT ends the dialog with -1 and is
+    // posted again for the loop outside.
+    INT_PTR DoModal(HWND owner, int templateId, Appearance appearance = Appearance::Activated);
+    // A dialog without a loop of its own; not shown. False when it could not be made.
+    [[nodiscard]] bool CreateModeless(HWND parent, int templateId);
+
+    // Null while there is no window.
+    [[nodiscard]] HWND Window() const { return m_window; }
+    [[nodiscard]] HWND Item(int id) const { return ::GetDlgItem(m_window, id); }
+
+protected:
+    // Ends DoModal; without effect on a modeless dialog.
+    void End(INT_PTR result);
+
+    // Called once, when window and controls exist.
+    virtual void OnInitDialog() {}
+    virtual void OnDestroy() {}
+    // Esc, or a button with the number IDCANCEL.
+    virtual void OnCancel() { End(IDCANCEL); }
+    virtual void OnClose() { OnCancel(); }
+    // notification: 0 from a menu, else what the control reports (BN_CLICKED ...).
+    virtual void OnCommand(int id, int notification);
+    virtual LRESULT OnNotify(NMHDR& header);
+    virtual void OnTimer(UINT_PTR id);
+    virtual void OnSize(int width, int height);
+    virtual void OnMinMaxInfo(MINMAXINFO& info);
+    virtual void OnDrawItem(const DRAWITEMSTRUCT& item);
+    // The brush for a control's background, null for the usual one.
+    virtual HBRUSH OnControlColor(HDC dc, HWND control);
+    // True when the background has been painted.
+    virtual bool OnEraseBackground(HDC dc);
+    // Every other message; a value is its result, nothing leaves it to Windows.
+    virtual std::optional<LRESULT> OnMessage(UINT message, WPARAM wParam, LPARAM lParam);
+    // DoModal only: each message of the loop before the dialog's own keyboard handling. True: it is dealt with.
+    virtual bool OnLoopMessage(const MSG& message);
+
+private:
+    static INT_PTR CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept;
+    INT_PTR Dispatch(UINT message, WPARAM wParam, LPARAM lParam);
+    void RunLoop();
+
+    HWND m_window = nullptr;
+    Appearance m_appearance = Appearance::Activated;
+    bool m_ended = false;
+    bool m_initFailed = false;
+    INT_PTR m_result = -1;
+};
+
+}  // namespace brennvar

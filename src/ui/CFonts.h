@@ -1,0 +1,27 @@
+// The fonts of every window, and sizes in the pixels of the screen.
+#pragma once
+
+#include "base/Handles_win.h"
+
+namespace brennvar {
+
+// Pixels at 96 per inch to pixels of this screen. All layouts are written at 96 per inch.
+[[nodiscard]] int Scale(int pixels);
+
+class CFonts {
+public:
+    CFonts();
+    [[nodiscard]] HFONT Text() const { return m_text.Get(); }
+    [[nodiscard]] HFONT Bold() const { return m_bold.Get(); }
+    [[nodiscard]] HFONT Title() const { return m_title.Get(); }  // page titles: larger and bold
+
+private:
+    UniqueFont m_text;
+    UniqueFont m_bold;
+    UniqueFont m_title;
+};
+
+// Gives a font to a control without painting it yet.
+void SetControlFont(HWND control, HFONT font);
+
+}  // namespace brennvar

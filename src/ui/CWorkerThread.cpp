@@ -1,0 +1,36 @@
+#include "ui/CWorkerThread.h"
+
+#include <utility>
+
+namespace brennvar {
+
+CWorkerThread::CWorkerThread(std::function<void()> finished) : m_finished(std::move(finished)) {}
+
+CWorkerThread::~CWorkerThread() {
+    Stop();
+}
+
+bool CWorkerThread::Start(Job job) {
+    if (m_thread.joinable()) return false;
+    m_stop = std::make_unique<StopSignal>();
+    m_running = true;
+    m_thread = std::thread([this, job = std::move(job)] { Run(job); });
+    return true;
+}
+
+void CWorkerThread::Run(const Job& job) {
+    try {
+        job(*m_stop);
+    } catch (...) {  // NOLINT(bugprone-empty-catch): the job is over, and its receiver sees what it left
+    }
+    m_running = false;
+    m_finished();
+}
+
+void CWorkerThread::Stop() {
+    if (!m_thread.joinable()) return;
+    m_stop->Request();
+    m_thread.join();
+}
+
+}  // namespace brennvar

@@ -1,0 +1,38 @@
+#include "ui/Controls.h"
+
+#include "ui/CFonts.h"
+
+namespace brennvar {
+
+HWND CreateControl(HWND parent, const char* className, const std::string& text, DWORD style, int id, HFONT font) {
+    const HWND control =
+        ::CreateWindowExA(0, className, text.c_str(), WS_CHILD | WS_VISIBLE | style, 0, 0, 0, 0, parent,
+                          reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), ::GetModuleHandleA(nullptr), nullptr);
+    SetControlFont(control, font);
+    return control;
+}
+
+std::string TextOfWindow(HWND window) {
+    std::string text(static_cast<std::size_t>(::GetWindowTextLengthA(window)), '\0');
+    // The length may be an upper bound; what is copied counts.
+    const int length = ::GetWindowTextA(window, text.data(), static_cast<int>(text.size()) + 1);
+    text.resize(static_cast<std::size_t>(length));
+    return text;
+}
+
+void SetTextIfChanged(HWND control, const std::string& text) {
+    if (TextOfWindow(control) != text) ::SetWindowTextA(control, text.c_str());
+}
+
+SIZE MeasureText(HWND window, HFONT font, const std::string& text, int width) {
+    const HDC dc = ::GetDC(window);
+    const HGDIOBJ old = ::SelectObject(dc, font);
+    RECT box{0, 0, width, 0};
+    const UINT format = DT_CALCRECT | DT_NOPREFIX | (width > 0 ? DT_WORDBREAK : 0U);
+    ::DrawTextA(dc, text.c_str(), static_cast<int>(text.size()), &box, format);
+    ::SelectObject(dc, old);
+    ::ReleaseDC(window, dc);
+    return {box.right, box.bottom};
+}
+
+}  // namespace brennvar

@@ -1,0 +1,18 @@
+// Small steps that every window takes with its child controls.
+#pragma once
+
+#include <string>
+
+#include "base/Windows_win.h"
+
+namespace brennvar {
+
+// A child control of one of Windows' own classes, visible, of no size yet.
+HWND CreateControl(HWND parent, const char* className, const std::string& text, DWORD style, int id, HFONT font);
+[[nodiscard]] std::string TextOfWindow(HWND window);
+// Sets a text only when it differs, so that a text that is refreshed every second does not flicker.
+void SetTextIfChanged(HWND control, const std::string& text);
+// The size of a text in this font, broken into lines of at most this width (0: not broken).
+[[nodiscard]] SIZE MeasureText(HWND window, HFONT font, const std::string& text, int width);
+
+}  // namespace brennvar

@@ -1,0 +1,20 @@
+// Keeps windows on the visible part of a screen, clear of the task bar.
+#pragma once
+
+#include "base/Windows_win.h"
+
+namespace brennvar {
+
+// The rectangle moved, and made smaller if it must be, so that it lies inside the area.
+[[nodiscard]] RECT FitInto(RECT rectangle, const RECT& area);
+// The work area of the screen nearest to a rectangle, in screen coordinates.
+[[nodiscard]] RECT WorkAreaNear(const RECT& rectangle);
+// The work area of the main screen.
+[[nodiscard]] RECT MainWorkArea();
+// A rectangle of this size in the middle of an area, inside it even when it is too large.
+[[nodiscard]] RECT CenterIn(const RECT& area, SIZE size);
+
+// Puts a window into the middle of its owner, or of the main work area when there is no owner or it is not shown.
+void CenterWindow(HWND window, HWND owner);
+
+}  // namespace brennvar
