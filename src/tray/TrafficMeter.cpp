@@ -1,0 +1,41 @@
+#include "tray/TrafficMeter.h"
+
+#include <array>
+#include <cstdio>
+
+namespace brennvar {
+namespace {
+
+std::uint64_t Increase(std::uint64_t before, std::uint64_t now) { return now > before ? now - before : 0; }
+
+}  // namespace
+
+TrafficIncrease TrafficMeter::Tick(const TrafficTotals& totals) {
+    const TrafficIncrease now{.bytesIn = totals.bytesIn, .bytesOut = totals.bytesOut};
+    const TrafficIncrease before = m_last.value_or(now);
+    m_last = now;
+    return {.bytesIn = Increase(before.bytesIn, now.bytesIn), .bytesOut = Increase(before.bytesOut, now.bytesOut)};
+}
+
+std::string FormatRate(std::uint64_t bytes, std::uint64_t milliseconds) {
+    constexpr double kStep = 1024;
+    // The largest number that is still shown with its unit, so that it never reads "1024.0".
+    constexpr double kLimit = 1023.95;
+    constexpr std::array kUnits = {"KB/s", "MB/s", "GB/s", "TB/s"};
+    double rate = milliseconds == 0 ? 0 : static_cast<double>(bytes) * 1000 / static_cast<double>(milliseconds);
+    std::array<char, 32> text{};
+    if (rate < kStep - 0.5) {
+        std::snprintf(text.data(), text.size(), "%.0f B/s", rate);
+        return text.data();
+    }
+    rate /= kStep;
+    std::size_t unit = 0;
+    while (rate >= kLimit && unit + 1 < kUnits.size()) {
+        rate /= kStep;
+        ++unit;
+    }
+    std::snprintf(text.data(), text.size(), "%.1f %s", rate, kUnits[unit]);
+    return text.data();
+}
+
+}  // namespace brennvar

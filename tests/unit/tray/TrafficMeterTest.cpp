@@ -1,0 +1,51 @@
+#include "tray/TrafficMeter.h"
+
+#include <gtest/gtest.h>
+
+namespace brennvar {
+namespace {
+
+TrafficTotals Totals(std::uint64_t bytesIn, std::uint64_t bytesOut) {
+    TrafficTotals totals{};
+    totals.bytesIn = bytesIn;
+    totals.bytesOut = bytesOut;
+    return totals;
+}
+
+TEST(TrafficMeterTest, StartsAtZeroAndNeverGoesBelow) {
+    TrafficMeter meter;
+    EXPECT_EQ(meter.Tick(Totals(5'000'000'000, 7)), (TrafficIncrease{0, 0}));
+    EXPECT_EQ(meter.Tick(Totals(5'000'000'300, 7)), (TrafficIncrease{300, 0}));
+    // The driver was loaded anew: the counters start again, each for itself.
+    EXPECT_EQ(meter.Tick(Totals(100, 9)), (TrafficIncrease{0, 2}));
+    EXPECT_EQ(meter.Tick(Totals(150, 9)), (TrafficIncrease{50, 0}));
+    meter.Reset();
+    EXPECT_EQ(meter.Tick(Totals(90'000, 9'000)), (TrafficIncrease{0, 0}));
+}
+
+TEST(TrafficMeterTest, WritesRatesWithOneDecimal) {
+    struct Row {
+        std::uint64_t bytes;
+        std::uint64_t milliseconds;
+        std::string_view expected;
+    };
+    const Row rows[] = {
+        {0, 1000, "0 B/s"},
+        {5, 0, "0 B/s"},  // two ticks in the same millisecond
+        {1023, 1000, "1023 B/s"},
+        {1024, 1000, "1.0 KB/s"},
+        {2047, 2000, "1.0 KB/s"},  // 1023.5 bytes a second round up to the next unit
+        {1536, 1000, "1.5 KB/s"},
+        {1536, 500, "3.0 KB/s"},
+        {1024 * 1024 - 1, 1000, "1.0 MB/s"},
+        {20'971'520, 1000, "20.0 MB/s"},
+        {1ULL << 40, 1000, "1.0 TB/s"},
+        {1ULL << 52, 1000, "4096.0 TB/s"},  // the last unit has no limit
+    };
+    for (const Row& row : rows) {
+        EXPECT_EQ(FormatRate(row.bytes, row.milliseconds), row.expected) << row.bytes << " in " << row.milliseconds;
+    }
+}
+
+}  // namespace
+}  // namespace brennvar

@@ -1,0 +1,37 @@
+#include "tray/TrayNotice.h"
+
+#include <gtest/gtest.h>
+
+namespace brennvar {
+namespace {
+
+TEST(TrayNoticeTest, SplitsAtTheFirstBarAndKnowsTwoWords) {
+    using Kind = TrayNotice::Kind;
+    struct Row {
+        std::string_view given;
+        Kind kind;
+        std::string_view text;
+        std::string_view link;
+    };
+    const Row rows[] = {
+        {"REFRESH", Kind::Refresh, "REFRESH", ""},
+        {"REFRESH| ", Kind::Refresh, "REFRESH", ""},
+        {"ATTACK|http://x", Kind::Attack, "ATTACK", "http://x"},
+        {"Attack", Kind::Balloon, "Attack", ""},      // case counts
+        {"REFRESH |", Kind::Balloon, "REFRESH ", ""},  // and so does a blank
+        {" ATTACK", Kind::Balloon, " ATTACK", ""},
+        {"Port scan|  \thttp://a/b?c|d \r\n", Kind::Balloon, "Port scan", "http://a/b?c|d"},
+        {"text|", Kind::Balloon, "text", ""},
+        {"|link", Kind::Balloon, "", "link"},
+        {"", Kind::Balloon, "", ""},
+    };
+    for (const Row& row : rows) {
+        const TrayNotice notice = ParseTrayNotice(row.given);
+        EXPECT_EQ(notice.kind, row.kind) << row.given;
+        EXPECT_EQ(notice.text, row.text) << row.given;
+        EXPECT_EQ(notice.link, row.link) << row.given;
+    }
+}
+
+}  // namespace
+}  // namespace brennvar
