@@ -17,7 +17,8 @@ constexpr int kRetries = 59;
 }  // namespace
 
 CSystemTray::CSystemTray()
-    : CSystemTray([](DWORD action, NOTIFYICONDATAA& data) { return ::Shell_NotifyIconA(action, &data) != FALSE; }) {}
+    : CSystemTray([](DWORD action, NOTIFYICONDATAA& data) { return ::Shell_NotifyIconA(action, &data) != FALSE; }) {
+}
 
 CSystemTray::CSystemTray(NotifyCall notify)
     : m_notify(std::move(notify)), m_taskbarCreated(::RegisterWindowMessageA("TaskbarCreated")) {}

@@ -6,7 +6,9 @@
 namespace brennvar {
 namespace {
 
-std::uint64_t Increase(std::uint64_t before, std::uint64_t now) { return now > before ? now - before : 0; }
+std::uint64_t Increase(std::uint64_t before, std::uint64_t now) {
+    return now > before ? now - before : 0;
+}
 
 }  // namespace
 

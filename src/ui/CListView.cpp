@@ -38,6 +38,12 @@ void CListView::Create(HWND parent, int listId, int emptyTextId, HFONT font, std
         header.fmt = column.isNumber ? LVCFMT_RIGHT : LVCFMT_LEFT;
         header.cx = Scale(column.width);
         header.pszText = title.data();
+        if (column.takesRoom) {
+            m_wideColumn = index;
+            m_wideColumnLeast = header.cx;
+        } else {
+            m_otherWidth += header.cx;
+        }
         ::SendMessageA(m_list, LVM_INSERTCOLUMNA, static_cast<WPARAM>(index++), reinterpret_cast<LPARAM>(&header));
     }
     Refresh();
@@ -49,6 +55,10 @@ void CListView::Place(const RECT& place) const {
                    SWP_NOZORDER | SWP_NOACTIVATE);
     ::SetWindowPos(m_emptyText, nullptr, place.left + Scale(kMargin), place.top + Scale(kHeaderRoom),
                    std::max(0, width - 2 * Scale(kMargin)), Scale(kEmptyTextHeight), SWP_NOZORDER | SWP_NOACTIVATE);
+    if (m_wideColumn < 0) return;
+    // As if there was a vertical scroll bar, so that one that appears brings no horizontal one with it.
+    const int edges = 2 * ::GetSystemMetrics(SM_CXEDGE) + ::GetSystemMetrics(SM_CXVSCROLL);
+    ListView_SetColumnWidth(m_list, m_wideColumn, std::max(m_wideColumnLeast, width - edges - m_otherWidth));
 }
 
 void CListView::Refresh() {

@@ -21,8 +21,9 @@ public:
 
 struct ListColumn {
     std::string title;
-    int width = 0;          // at 96 pixels per inch
-    bool isNumber = false;  // aligned right
+    int width = 0;           // at 96 pixels per inch
+    bool isNumber = false;   // aligned right
+    bool takesRoom = false;  // one column takes the room that is left; width is its least one
 };
 
 class CListView {
@@ -49,6 +50,9 @@ private:
     HWND m_list = nullptr;
     HWND m_emptyText = nullptr;
     const ListRows* m_rows = nullptr;
+    int m_wideColumn = -1;      // the one that takes the room
+    int m_wideColumnLeast = 0;  // pixels
+    int m_otherWidth = 0;       // pixels of all others together
 };
 
 }  // namespace brennvar

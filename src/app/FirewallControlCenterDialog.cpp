@@ -1,0 +1,363 @@
+#include "app/FirewallControlCenterDialog.h"
+
+#include <shlobj.h>
+
+#include <utility>
+
+#include "base/NetworkAddresses_win.h"
+#include "base/Processes_win.h"
+#include "config/Folders.h"
+#include "config/Folders_win.h"
+#include "config/Ini_win.h"
+#include "config/Settings.h"
+#include "ipc/DriverTables.h"
+#include "ipc/ProcessPathCache.h"
+#include "rules/ApplicationRules.h"
+#include "tray/TrayNotice.h"
+#include "ui/Controls.h"
+#include "ui/MessageDialog.h"
+#include "ui/ResourceIds.h"
+#include "ui/WorkArea.h"
+#include "views/ApplicationsPage_win.h"
+#include "views/ConnectionsPage_win.h"
+
+namespace brennvar {
+namespace {
+
+// Private messages of the window.
+constexpr UINT kMessageLinkCompletions = WM_APP + 1;
+constexpr UINT kMessageTray = WM_APP + 10;     // 0x800A
+constexpr UINT kMessageWorkerFinished = 4846;  // to 4849, one per worker thread
+
+struct Timer {
+    UINT_PTR id;
+    UINT period;  // ms
+};
+constexpr Timer kStatisticsTimer{1, 1000};
+constexpr Timer kNetworkTimer{2, 1000};
+constexpr Timer kClockTimer{3, 1000};
+constexpr Timer kPromptTimer{4, 100};
+constexpr Timer kTrayTextTimer{5, 1000};
+constexpr Timer kGripTimer{6, 100};
+constexpr Timer kTimers[] = {kStatisticsTimer, kNetworkTimer,  kClockTimer,
+                             kPromptTimer,     kTrayTextTimer, kGripTimer};
+
+constexpr SIZE kFirstSize{1000, 680};
+constexpr SIZE kLeastSize{820, 560};
+constexpr int kFirstPage = IDM_CONNECTIONS;
+
+// Severity of a clock event in the service's log.
+constexpr std::uint32_t kSeverityWarning = 2;
+
+// How long the last commands may take; a service that is gone must not hold the program up.
+constexpr std::chrono::milliseconds kExitPatience{3000};
+
+UniqueIcon LoadProgramIcon(int widthMetric, int heightMetric) {
+    return UniqueIcon(static_cast<HICON>(::LoadImageA(::GetModuleHandleA(nullptr), MAKEINTRESOURCEA(IDI_PROGRAM),
+                                                      IMAGE_ICON, ::GetSystemMetrics(widthMetric),
+                                                      ::GetSystemMetrics(heightMetric), LR_DEFAULTCOLOR)));
+}
+
+Language OpenLanguage() {
+    const CIni settings(SettingsFilePath(GetDataFolder()));
+    return Language(std::make_unique<CIni>(LanguageFilePath(GetInstallationFolder(), ReadLanguageName(settings))));
+}
+
+}  // namespace
+
+FirewallControlCenterDialog::FirewallControlCenterDialog()
+    : m_clockCheck(m_clock.UtcNow()),
+      m_networkSignature(NetworkSignature(ReadInterfaceAddresses())),
+      m_link(PostWhenFinished(kMessageLinkCompletions)),
+      m_workers{CWorkerThread(PostWhenFinished(kMessageWorkerFinished)),
+                CWorkerThread(PostWhenFinished(kMessageWorkerFinished + 1)),
+                CWorkerThread(PostWhenFinished(kMessageWorkerFinished + 2)),
+                CWorkerThread(PostWhenFinished(kMessageWorkerFinished + 3))} {
+    EnableDebugPrivilege();  // without it the paths of some processes stay unknown
+    // With the folders above it; one that is there already is left as it is.
+    ::SHCreateDirectoryExA(nullptr, LogFolderPath(GetDataFolder()).c_str(), nullptr);
+    m_language = OpenLanguage();
+    m_userValues.WriteUserValue(kUserValueServerPid, FindProcessId("brennvar.exe"));
+    m_userValues.WriteUserValue(kUserValueGuiPid, FindProcessId("brennvargui.exe"));
+}
+
+void FirewallControlCenterDialog::Run() {
+    DoModal(nullptr, IDD_CONTROL_CENTER);
+}
+
+std::function<void()> FirewallControlCenterDialog::PostWhenFinished(UINT message) {
+    return [this, message] {
+        if (const HWND target = m_postTarget) ::PostMessageA(target, message, 0, 0);
+    };
+}
+
+void FirewallControlCenterDialog::OnInitDialog() {
+    m_postTarget = Window();
+    ::SetWindowTextA(Window(), m_language.GetText(41, "Brennvar Personal Firewall").c_str());
+    m_bigIcon = LoadProgramIcon(SM_CXICON, SM_CYICON);
+    m_smallIcon = LoadProgramIcon(SM_CXSMICON, SM_CYSMICON);
+    ::SendMessageA(Window(), WM_SETICON, ICON_BIG, reinterpret_cast<LPARAM>(m_bigIcon.Get()));
+    ::SendMessageA(Window(), WM_SETICON, ICON_SMALL, reinterpret_cast<LPARAM>(m_smallIcon.Get()));
+
+    CreatePages();
+    m_status.Create(Window());
+    const RECT place = CenterIn(MainWorkArea(), {Scale(kFirstSize.cx), Scale(kFirstSize.cy)});
+    ::SetWindowPos(Window(), nullptr, place.left, place.top, place.right - place.left, place.bottom - place.top,
+                   SWP_NOZORDER | SWP_NOACTIVATE);
+    m_pages.Open(kFirstPage);
+
+    CreateTray();
+    ShowWelcomeOnce();
+    SendStartCommands();
+    StartTimers();
+}
+
+void FirewallControlCenterDialog::OnDestroy() {
+    m_postTarget = nullptr;
+    for (const Timer& timer : kTimers) ::KillTimer(Window(), timer.id);
+}
+
+void FirewallControlCenterDialog::CreatePages() {
+    std::vector<PageHost::Entry> entries;
+    for (const PageInfo& info : PageList()) {
+        entries.push_back({.command = info.command,
+                           .caption = m_language.GetText(info.captionNumber, info.caption),
+                           .page = MakePage(info)});
+    }
+    (void)m_pages.Create(Window(), m_fonts, std::move(entries));  // a page without a window stays blank
+}
+
+std::unique_ptr<CPage> FirewallControlCenterDialog::MakePage(const PageInfo& info) {
+    std::string title = m_language.GetText(info.captionNumber, info.caption);
+    std::string line = m_language.GetText(info.lineNumber, info.line);
+    switch (info.command) {
+        case IDM_CONNECTIONS:
+            return std::make_unique<ConnectionsPage>(
+                m_fonts, m_language, std::move(title), std::move(line),
+                [this](std::function<void(ConnectionsPage::Reading)> done) {
+                    const std::string noProcess = m_language.GetText(313, "no process associated");
+                    m_link.Ask<ConnectionsPage::Reading>(
+                        [noProcess](ServicePipes& pipes) -> ConnectionsPage::Reading {
+                            WinDeviceOpener devices;
+                            const std::optional<DriverTables> tables = ReadDriverTables(devices);
+                            if (!tables) return std::nullopt;
+                            ProcessPathCache paths(pipes);
+                            return BuildConnectionRows(*tables, std::ref(paths), noProcess);
+                        },
+                        std::move(done));
+                },
+                [this](std::optional<std::size_t> count) { m_status.ShowConnections(count); });
+        case IDM_APPLICATIONS:
+            return std::make_unique<ApplicationsPage>(
+                m_fonts, m_language, std::move(title), std::move(line),
+                [this] { return LoadApplicationRules(RulesFilePath(GetDataFolder()), m_clock); });
+        default: return std::make_unique<CPage>(m_fonts, std::move(title), std::move(line));
+    }
+}
+
+void FirewallControlCenterDialog::CreateTray() {
+    // Without an icon the program runs on.
+    (void)m_tray.Create(
+        {.owner = Window(),
+         .callbackMessage = kMessageTray,
+         .iconId = IDI_PROGRAM,
+         .icon = m_smallIcon.Get(),
+         .tooltip = m_language.GetText(317, "Brennvar Personal Firewall - Your PC is in the safe hands!"),
+         .defaultCommand = IDM_OPEN});
+}
+
+void FirewallControlCenterDialog::ShowWelcomeOnce() {
+    std::uint32_t shown = 0;
+    if (m_userValues.ReadUserValue(kUserValueFirstRun, shown) && shown != 0) return;
+    const std::string text =
+        m_language.GetText(318, "Welcome to Brennvar Personal Firewall. It protects you") + " " +
+        m_language.GetText(319, "against unauthorized incoming and outgoing network traffic.") + " " +
+        m_language.GetText(320, "With its intuitive interface, you have complete overview") + " " +
+        m_language.GetText(321, "of your network communication and security events on your PC.");
+    m_tray.ShowTrayBalloon(text, m_language.GetText(323, "Welcome to Brennvar Personal Firewall"));
+    m_userValues.WriteUserValue(kUserValueFirstRun, 1);
+}
+
+void FirewallControlCenterDialog::SendStartCommands() {
+    m_link.Send([](CommandPipe& pipe) { pipe.CMD_SET_RUN_STATE(1); });
+    m_link.Send([](CommandPipe& pipe) { pipe.CMD_RELOAD_APPLICATION_RULES(); });
+    m_link.Send([](CommandPipe& pipe) { pipe.CMD_SET_VALUE_10(0); });
+}
+
+void FirewallControlCenterDialog::StartTimers() {
+    for (const Timer& timer : kTimers) ::SetTimer(Window(), timer.id, timer.period, nullptr);
+}
+
+void FirewallControlCenterDialog::OnTimer(UINT_PTR id) {
+    switch (id) {
+        case kStatisticsTimer.id: RefreshStatistics(); break;
+        case kNetworkTimer.id: CheckNetwork(); break;
+        case kClockTimer.id: CheckClock(); break;
+        case kTrayTextTimer.id: FetchTrayNotice(); break;
+        case kGripTimer.id: m_grip.Tick(Window()); break;
+        default: break;  // a tick may still come after its timer has gone
+    }
+}
+
+void FirewallControlCenterDialog::RefreshStatistics() {
+    const auto now = std::chrono::steady_clock::now();
+    const auto elapsed = std::chrono::duration_cast<std::chrono::milliseconds>(now - m_lastMeterTick).count();
+    m_lastMeterTick = now;
+    std::optional<TrafficIncrease> increase;
+    if (const std::optional<TrafficTotals> totals = ReadTrafficTotals(m_devices)) {
+        increase = m_meter.Tick(*totals);
+    } else {
+        m_meter.Reset();
+    }
+    m_status.ShowTraffic(increase, static_cast<std::uint64_t>(elapsed));
+    m_status.ShowService(m_link.Service());
+}
+
+void FirewallControlCenterDialog::CheckNetwork() {
+    const std::uint32_t signature = NetworkSignature(ReadInterfaceAddresses());
+    if (std::exchange(m_networkSignature, signature) == signature) return;
+    m_link.Send([](CommandPipe& pipe) { pipe.CMD_RELOAD_ADVANCED_RULES(); });
+}
+
+void FirewallControlCenterDialog::CheckClock() {
+    if (m_isCheckingClock) return;
+    m_isCheckingClock = true;
+    const ClockCheck::Jump jump = m_clockCheck.Tick(m_clock.UtcNow());
+    m_isCheckingClock = false;
+    if (jump == ClockCheck::Jump::None) return;
+    const bool past = jump == ClockCheck::Jump::Past;
+    m_link.Send([title = m_language.GetText(59, "System time changed"),
+                 subject = past ? m_language.GetText(60, "Past") : m_language.GetText(62, "Future"),
+                 detail = past ? m_language.GetText(61, "System time changed to the past")
+                               : m_language.GetText(63, "System time changed to the future")](CommandPipe& pipe) {
+        pipe.CMD_EVENT_REPORT(title, subject, kSeverityWarning, detail);
+    });
+}
+
+void FirewallControlCenterDialog::FetchTrayNotice() {
+    if (m_isFetchingTrayText) return;
+    m_isFetchingTrayText = true;
+    m_link.FetchTrayText([this](const std::optional<std::string>& text) {
+        m_isFetchingTrayText = false;
+        if (text) OnTrayText(*text);
+    });
+}
+
+void FirewallControlCenterDialog::OnTrayText(const std::string& text) {
+    const TrayNotice notice = ParseTrayNotice(text);
+    switch (notice.kind) {
+        case TrayNotice::Kind::Refresh: m_pages.OnRulesChanged(); break;
+        case TrayNotice::Kind::Attack: ++m_attackCount; break;
+        case TrayNotice::Kind::Balloon:
+            m_tray.ShowTrayBalloon(notice.text, m_language.GetText(41, "Brennvar Personal Firewall"));
+            break;
+    }
+}
+
+void FirewallControlCenterDialog::OnCommand(int id, int notification) {
+    // A menu sends 0, and so does a button that is pressed; everything else is a button's focus and the like.
+    if (notification != BN_CLICKED) return;
+    switch (id) {
+        case IDM_OPEN: RestoreWindow(); break;
+        case IDM_EXIT: ExitControlCenter(); break;
+        case IDM_TRAFFIC_LOG:
+            // The jobs fill and export the very lists of this page.
+            if (!AnyWorkerRunning()) OpenPage(id);
+            break;
+        default:
+            if (m_pages.HasPage(id)) OpenPage(id);
+            break;
+    }
+}
+
+void FirewallControlCenterDialog::OpenPage(int command) {
+    RestoreWindow();
+    m_pages.Open(command);
+}
+
+void FirewallControlCenterDialog::RestoreWindow() {
+    ::ShowWindow(Window(), ::IsIconic(Window()) ? SW_RESTORE : SW_SHOW);
+    ::SetForegroundWindow(Window());
+}
+
+std::optional<LRESULT> FirewallControlCenterDialog::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+    if (message >= kMessageWorkerFinished && message < kMessageWorkerFinished + kWorkerCount) {
+        OnWorkerFinished(message - kMessageWorkerFinished);
+        return 0;
+    }
+    switch (message) {
+        case kMessageLinkCompletions: m_link.RunCompletions(); return 0;
+        case kMessageTray:
+            m_tray.OnTrayNotification(static_cast<UINT>(wParam), static_cast<UINT>(lParam));
+            return 0;
+        case WM_ENTERSIZEMOVE: m_grip.OnEnterSizeMove(); return std::nullopt;
+        case WM_EXITSIZEMOVE: m_grip.OnExitSizeMove(); return std::nullopt;
+        case WM_NCHITTEST: {
+            const POINT point{static_cast<short>(LOWORD(lParam)), static_cast<short>(HIWORD(lParam))};
+            if (ResizeGrip::IsHit(Window(), point)) return HTBOTTOMRIGHT;
+            return std::nullopt;
+        }
+        default: return std::nullopt;
+    }
+}
+
+bool FirewallControlCenterDialog::OnLoopMessage(const MSG& message) {
+    const bool isReload = message.message == WM_KEYDOWN && message.wParam == VK_F5 &&
+                          (message.hwnd == Window() || ::IsChild(Window(), message.hwnd));
+    if (isReload && m_pages.Current()) m_pages.Current()->Reload();
+    return isReload;
+}
+
+void FirewallControlCenterDialog::OnSize(int width, int height) {
+    const int statusTop = height - Scale(StatusLine::kHeight);
+    m_pages.Place({0, 0, width, statusTop});
+    m_status.Place({0, statusTop, width, height});
+    // The corner's mark was painted where it is no longer.
+    ::InvalidateRect(Window(), nullptr, TRUE);
+}
+
+void FirewallControlCenterDialog::OnMinMaxInfo(MINMAXINFO& info) {
+    info.ptMinTrackSize = {Scale(kLeastSize.cx), Scale(kLeastSize.cy)};
+}
+
+bool FirewallControlCenterDialog::OnEraseBackground(HDC dc) {
+    RECT client{};
+    ::GetClientRect(Window(), &client);
+    ::FillRect(dc, &client, ::GetSysColorBrush(COLOR_3DFACE));
+    ResizeGrip::Paint(Window(), dc);
+    return true;
+}
+
+bool FirewallControlCenterDialog::AnyWorkerRunning() const {
+    for (const CWorkerThread& worker : m_workers) {
+        if (worker.Running()) return true;
+    }
+    return false;
+}
+
+void FirewallControlCenterDialog::ExitControlCenter() {
+    if (m_isExiting) return;
+    m_isExiting = true;
+    const std::string question = m_language.GetText(
+        505,
+        "Do you really want to exit Brennvar Personal Firewall? Warning: After this action, your system will be "
+        "not "
+        "protected against internet threats and your active connections could be lost. Continue anyway?");
+    MessageDialog dialog(m_fonts, {.caption = m_language.GetText(41, "Brennvar Personal Firewall"),
+                                   .message = question,
+                                   .ok = m_language.GetText(125, "OK"),
+                                   .cancel = m_language.GetText(1001, "Cancel")});
+    if (!dialog.Ask(Window()) || AnyWorkerRunning()) {
+        m_isExiting = false;
+        return;
+    }
+    // What follows can take kExitPatience; the user is done with the window now.
+    ::ShowWindow(Window(), SW_HIDE);
+    m_tray.RemoveIcon();
+    m_link.Send([](CommandPipe& pipe) { pipe.CMD_SHUTDOWN_FIRST(); });
+    m_link.Send([](CommandPipe& pipe) { pipe.CMD_SHUTDOWN_SECOND(); });
+    m_link.Stop(kExitPatience);
+    End(0);
+}
+
+}  // namespace brennvar

@@ -1,0 +1,106 @@
+// The control center: the main window and the owner of everything that lives as long as the program. It routes
+// commands, timers and messages; what they mean is decided by the page, the link or the prompt that gets them.
+#pragma once
+
+#include <array>
+#include <atomic>
+#include <chrono>
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "app/PageHost.h"
+#include "app/PageList.h"
+#include "app/ResizeGrip.h"
+#include "app/ServiceLink.h"
+#include "app/StatusLine.h"
+#include "base/ClockCheck.h"
+#include "base/StopSignal.h"
+#include "base/SystemClock.h"
+#include "config/Language.h"
+#include "config/UserValues_win.h"
+#include "ipc/Device_win.h"
+#include "tray/SystemTray_win.h"
+#include "tray/TrafficMeter.h"
+#include "ui/CDialog.h"
+#include "ui/CFonts.h"
+#include "ui/CWorkerThread.h"
+
+namespace brennvar {
+
+class FirewallControlCenterDialog final : public CDialog {
+public:
+    FirewallControlCenterDialog();
+
+    // Shows the window and returns when the user has left the program.
+    void Run();
+
+private:
+    static constexpr std::size_t kWorkerCount = 4;
+
+    void OnInitDialog() override;
+    void OnDestroy() override;
+    void OnClose() override { ExitControlCenter(); }
+    void OnCancel() override {}  // Esc does not leave the program
+    void OnCommand(int id, int notification) override;
+    void OnTimer(UINT_PTR id) override;
+    void OnSize(int width, int height) override;
+    void OnMinMaxInfo(MINMAXINFO& info) override;
+    bool OnEraseBackground(HDC dc) override;
+    std::optional<LRESULT> OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
+    bool OnLoopMessage(const MSG& message) override;
+
+    void CreatePages();
+    [[nodiscard]] std::unique_ptr<CPage> MakePage(const PageInfo& info);
+    void CreateTray();
+    void ShowWelcomeOnce();
+    void SendStartCommands();
+    void StartTimers();
+
+    // One per timer.
+    void RefreshStatistics();
+    void CheckNetwork();
+    void CheckClock();
+    void FetchTrayNotice();
+
+    void OnTrayText(const std::string& text);
+    void OnWorkerFinished(std::size_t index) { m_workers[index].Stop(); }
+    [[nodiscard]] bool AnyWorkerRunning() const;
+
+    void OpenPage(int command);
+    void RestoreWindow();
+    void ExitControlCenter();
+
+    [[nodiscard]] std::function<void()> PostWhenFinished(UINT message);
+
+    // Where other threads post to; null while there is no window.
+    std::atomic<HWND> m_postTarget = nullptr;
+
+    StopSignal m_neverStopped;  // waits on this thread are never cut short
+    SystemClock m_clock{m_neverStopped};
+    WinDeviceOpener m_devices;
+    ClockCheck m_clockCheck;
+    std::uint32_t m_networkSignature;
+    WinUserValues m_userValues;
+    Language m_language{nullptr};
+    CFonts m_fonts;
+    UniqueIcon m_bigIcon;
+    UniqueIcon m_smallIcon;
+
+    ServiceLink m_link;
+    std::array<CWorkerThread, kWorkerCount> m_workers;  // long jobs: filling a log list, exporting a log
+    CSystemTray m_tray;
+    PageHost m_pages;
+    StatusLine m_status{m_fonts, m_language};
+    ResizeGrip m_grip;
+
+    TrafficMeter m_meter;
+    std::chrono::steady_clock::time_point m_lastMeterTick{};
+    std::uint32_t m_attackCount = 0;
+    bool m_isCheckingClock = false;
+    bool m_isFetchingTrayText = false;
+    bool m_isExiting = false;
+};
+
+}  // namespace brennvar

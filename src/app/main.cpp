@@ -1,0 +1,41 @@
+// Entry of BrennvarGUI.exe.
+#include "app/FirewallControlCenterDialog.h"
+#include "base/Windows_win.h"
+// windows.h must stand before these.
+#include <commctrl.h>
+#include <objbase.h>
+
+namespace {
+
+[[nodiscard]] bool InitWindowClasses() {
+    INITCOMMONCONTROLSEX classes{};
+    classes.dwSize = sizeof(classes);
+    classes.dwICC = ICC_STANDARD_CLASSES | ICC_LISTVIEW_CLASSES | ICC_BAR_CLASSES;
+    return ::InitCommonControlsEx(&classes) != FALSE;
+}
+
+[[nodiscard]] bool IsSupportedPlatform() {
+    OSVERSIONINFOA version{};
+    version.dwOSVersionInfoSize = sizeof(version);
+    return ::GetVersionExA(&version) && version.dwPlatformId == VER_PLATFORM_WIN32_NT;
+}
+
+}  // namespace
+
+int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int) {
+    if (!InitWindowClasses()) return 0;
+    if (!IsSupportedPlatform()) {
+        // Before any language file is open, and without our own windows, which may not work there.
+        ::MessageBoxA(nullptr, "Brennvar Personal Firewall requires Windows 2000/XP/Vista operating system!",
+                      "Brennvar Personal Firewall", MB_OK | MB_ICONSTOP);
+        return 0;
+    }
+    // The shell's icons need COM.
+    const bool hasCom = SUCCEEDED(::CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED | COINIT_DISABLE_OLE1DDE));
+    {
+        brennvar::FirewallControlCenterDialog controlCenter;
+        controlCenter.Run();
+    }
+    if (hasCom) ::CoUninitialize();
+    return 0;
+}

@@ -1,0 +1,61 @@
+#include "views/ApplicationsPage_win.h"
+
+#include <utility>
+
+#include "ui/ResourceIds.h"
+
+namespace brennvar {
+
+ApplicationsPage::ApplicationsPage(const CFonts& fonts, const Language& language, std::string title,
+                                   std::string line, Loader load)
+    : CPage(fonts, std::move(title), std::move(line)), m_language(language), m_load(std::move(load)) {}
+
+void ApplicationsPage::OnCreateContent() {
+    const ListColumn columns[] = {{.title = m_language.GetText(1027, "Name"), .width = 200},
+                                  {.title = m_language.GetText(1026, "Path"), .width = 240, .takesRoom = true},
+                                  {.title = m_language.GetText(1028, "Action"), .width = 80}};
+    m_list.Create(Window(), IDC_PAGE_LIST, IDC_LIST_EMPTY, Fonts().Text(), columns, *this);
+    m_list.SetEmptyText(
+        m_language.GetText(1019,
+                           "There are no application rules yet.\nA program gets one when your answer to "
+                           "its question is remembered."));
+}
+
+std::string ApplicationsPage::CellText(int row, int column) const {
+    const ApplicationRow& application = m_rows[static_cast<std::size_t>(row)];
+    switch (column) {
+        case 0: return application.name;
+        case 1: return application.path;
+        case 2: return ActionText(application.state);
+        default: return {};
+    }
+}
+
+std::string ApplicationsPage::ActionText(ApplicationState action) const {
+    switch (action) {
+        case ApplicationState::Deny: return m_language.GetText(1, "Deny");
+        case ApplicationState::Allow: return m_language.GetText(2, "Allow");
+        default: return m_language.GetText(3, "Ask");
+    }
+}
+
+void ApplicationsPage::OnRulesChanged() {
+    // A hidden page reads them when it is opened.
+    if (IsShown()) Reload();
+}
+
+void ApplicationsPage::Reload() {
+    std::string selectedPath;
+    if (const int row = m_list.SelectedRow(); row >= 0) selectedPath = m_rows[static_cast<std::size_t>(row)].path;
+    m_rows = m_load();
+    int newRow = -1;
+    for (std::size_t row = 0; !selectedPath.empty() && row < m_rows.size(); ++row) {
+        if (m_rows[row].path != selectedPath) continue;
+        newRow = static_cast<int>(row);
+        break;
+    }
+    m_list.Refresh();
+    m_list.SelectRow(newRow);
+}
+
+}  // namespace brennvar

@@ -1,0 +1,42 @@
+// The Applications page: one row per application rule.
+#pragma once
+
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "config/Language.h"
+#include "rules/ApplicationRules.h"
+#include "ui/CListView.h"
+#include "ui/CPage.h"
+
+namespace brennvar {
+
+class ApplicationsPage final : public CPage, private ListRows {
+public:
+    using Loader = std::function<std::vector<ApplicationRow>()>;
+
+    ApplicationsPage(const CFonts& fonts, const Language& language, std::string title, std::string line,
+                     Loader load);
+
+    void Reload() override;
+    void OnRulesChanged() override;
+
+private:
+    void OnCreateContent() override;
+    void OnPlaceContent(const RECT& place) override { m_list.Place(place); }
+    void OnShow() override { Reload(); }
+    LRESULT OnNotify(NMHDR& header) override { return m_list.OnNotify(header); }
+    HBRUSH OnControlColor(HDC dc, HWND control) override { return m_list.OnControlColor(dc, control); }
+
+    [[nodiscard]] int RowCount() const override { return static_cast<int>(m_rows.size()); }
+    [[nodiscard]] std::string CellText(int row, int column) const override;
+    [[nodiscard]] std::string ActionText(ApplicationState action) const;
+
+    const Language& m_language;
+    const Loader m_load;
+    CListView m_list;
+    std::vector<ApplicationRow> m_rows;
+};
+
+}  // namespace brennvar

@@ -1,0 +1,53 @@
+// The Connections page: every connection and listening port with its process, read anew while the page is shown.
+#pragma once
+
+#include <cstddef>
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "config/Language.h"
+#include "ui/CListView.h"
+#include "ui/CPage.h"
+#include "views/ConnectionRows.h"
+
+namespace brennvar {
+
+class ConnectionsPage final : public CPage, private ListRows {
+public:
+    // Nothing: the driver cannot be read.
+    using Reading = std::optional<std::vector<ConnectionRow>>;
+    // Reads without keeping the caller waiting; calls done later, on the same thread.
+    using Reader = std::function<void(std::function<void(Reading)> done)>;
+    // Told how many rows the page shows, and nothing when it is hidden.
+    using CountShown = std::function<void(std::optional<std::size_t>)>;
+
+    ConnectionsPage(const CFonts& fonts, const Language& language, std::string title, std::string line, Reader read,
+                    CountShown countShown);
+
+    void Reload() override;
+
+private:
+    void OnCreateContent() override;
+    void OnPlaceContent(const RECT& place) override { m_list.Place(place); }
+    void OnShow() override;
+    void OnHide() override;
+    void OnTimer(UINT_PTR id) override;
+    LRESULT OnNotify(NMHDR& header) override { return m_list.OnNotify(header); }
+    HBRUSH OnControlColor(HDC dc, HWND control) override { return m_list.OnControlColor(dc, control); }
+
+    [[nodiscard]] int RowCount() const override { return static_cast<int>(m_rows.size()); }
+    [[nodiscard]] std::string CellText(int row, int column) const override;
+
+    void OnRead(Reading reading);
+
+    const Language& m_language;
+    const Reader m_read;
+    const CountShown m_countShown;
+    CListView m_list;
+    std::vector<ConnectionRow> m_rows;
+    bool m_isReading = false;
+};
+
+}  // namespace brennvar
