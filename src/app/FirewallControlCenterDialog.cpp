@@ -105,6 +105,7 @@ void FirewallControlCenterDialog::OnInitDialog() {
     ::SetWindowPos(Window(), nullptr, place.left, place.top, place.right - place.left, place.bottom - place.top,
                    SWP_NOZORDER | SWP_NOACTIVATE);
     m_pages.Open(kFirstPage);
+    SetFirstFocus(kFirstPage);
 
     CreateTray();
     ShowWelcomeOnce();

@@ -113,8 +113,13 @@ INT_PTR CDialog::Dispatch(UINT message, WPARAM wParam, LPARAM lParam) {
         return TRUE;
     };
     switch (message) {
-        // False keeps Windows from setting the focus, which would activate the dialog.
-        case WM_INITDIALOG: OnInitDialog(); return m_appearance == Appearance::Activated;
+        case WM_INITDIALOG:
+            OnInitDialog();
+            // False keeps Windows from setting the focus, which would activate the dialog.
+            if (m_appearance == Appearance::Unfocused) return FALSE;
+            if (m_firstFocus == 0) return TRUE;
+            ::SetFocus(Item(m_firstFocus));
+            return FALSE;
         case WM_DESTROY: OnDestroy(); return TRUE;
         case WM_CLOSE: OnClose(); return TRUE;
         case WM_COMMAND:

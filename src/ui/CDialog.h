@@ -38,6 +38,8 @@ protected:
 
     // Called once, when window and controls exist.
     virtual void OnInitDialog() {}
+    // In OnInitDialog: this control gets the focus first, and not the first one that Tab reaches.
+    void SetFirstFocus(int id) { m_firstFocus = id; }
     virtual void OnDestroy() {}
     // Esc, or a button with the number IDCANCEL.
     virtual void OnCancel() { End(IDCANCEL); }
@@ -67,6 +69,7 @@ private:
     Appearance m_appearance = Appearance::Activated;
     bool m_ended = false;
     bool m_initFailed = false;
+    int m_firstFocus = 0;
     INT_PTR m_result = -1;
 };
 

@@ -99,7 +99,7 @@ LRESULT CListView::OnNotify(NMHDR& header) const {
 
 HBRUSH CListView::OnControlColor(HDC dc, HWND control) const {
     if (control != m_emptyText) return nullptr;
-    ::SetTextColor(dc, ::GetSysColor(COLOR_GRAYTEXT));
+    ::SetTextColor(dc, ::GetSysColor(COLOR_WINDOWTEXT));
     ::SetBkColor(dc, ::GetSysColor(COLOR_WINDOW));
     return ::GetSysColorBrush(COLOR_WINDOW);
 }
