@@ -12,6 +12,7 @@
 #include "config/Settings.h"
 #include "ipc/DriverTables.h"
 #include "ipc/ProcessPathCache.h"
+#include "prompts/ConfirmationDialog_win.h"
 #include "rules/ApplicationRules.h"
 #include "tray/TrayNotice.h"
 #include "ui/Controls.h"
@@ -68,6 +69,8 @@ Language OpenLanguage() {
 FirewallControlCenterDialog::FirewallControlCenterDialog()
     : m_clockCheck(m_clock.UtcNow()),
       m_networkSignature(NetworkSignature(ReadInterfaceAddresses())),
+      m_promptWorld(GetDataFolder(), GetInstallationFolder(), m_promptConnector, m_clock,
+                    [this](const PromptQuestion& question) { return AskUser(question); }),
       m_link(PostWhenFinished(kMessageLinkCompletions)),
       m_workers{CWorkerThread(PostWhenFinished(kMessageWorkerFinished)),
                 CWorkerThread(PostWhenFinished(kMessageWorkerFinished + 1)),
@@ -194,6 +197,8 @@ void FirewallControlCenterDialog::OnTimer(UINT_PTR id) {
         case kStatisticsTimer.id: RefreshStatistics(); break;
         case kNetworkTimer.id: CheckNetwork(); break;
         case kClockTimer.id: CheckClock(); break;
+        // Ticks that come while a question is on screen do nothing.
+        case kPromptTimer.id: (void)m_prompts.RunCycle(); break;
         case kTrayTextTimer.id: FetchTrayNotice(); break;
         case kGripTimer.id: m_grip.Tick(Window()); break;
         default: break;  // a tick may still come after its timer has gone
@@ -242,6 +247,10 @@ void FirewallControlCenterDialog::FetchTrayNotice() {
         m_isFetchingTrayText = false;
         if (text) OnTrayText(*text);
     });
+}
+
+PromptAnswer FirewallControlCenterDialog::AskUser(const PromptQuestion& question) {
+    return ConfirmationDialog(m_fonts, m_language, question).Ask(Window());
 }
 
 void FirewallControlCenterDialog::OnTrayText(const std::string& text) {
@@ -337,7 +346,8 @@ bool FirewallControlCenterDialog::AnyWorkerRunning() const {
 }
 
 void FirewallControlCenterDialog::ExitControlCenter() {
-    if (m_isExiting) return;
+    // The driver waits for the answer to an open question; it comes first.
+    if (m_isExiting || m_prompts.IsBusy()) return;
     m_isExiting = true;
     const std::string question = m_language.GetText(
         505,

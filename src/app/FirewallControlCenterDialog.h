@@ -21,6 +21,9 @@
 #include "config/Language.h"
 #include "config/UserValues_win.h"
 #include "ipc/Device_win.h"
+#include "ipc/Pipe_win.h"
+#include "prompts/ConnectionPrompt.h"
+#include "prompts/PromptWorld_win.h"
 #include "tray/SystemTray_win.h"
 #include "tray/TrafficMeter.h"
 #include "ui/CDialog.h"
@@ -64,6 +67,7 @@ private:
     void CheckClock();
     void FetchTrayNotice();
 
+    [[nodiscard]] PromptAnswer AskUser(const PromptQuestion& question);
     void OnTrayText(const std::string& text);
     void OnWorkerFinished(std::size_t index) { m_workers[index].Stop(); }
     [[nodiscard]] bool AnyWorkerRunning() const;
@@ -87,6 +91,11 @@ private:
     CFonts m_fonts;
     UniqueIcon m_bigIcon;
     UniqueIcon m_smallIcon;
+
+    // A connection question stays on this thread, with its pipes.
+    WinPipeConnector m_promptConnector{m_neverStopped};
+    WinPromptWorld m_promptWorld;
+    ConnectionPromptService m_prompts{m_devices, m_promptWorld};
 
     ServiceLink m_link;
     std::array<CWorkerThread, kWorkerCount> m_workers;  // long jobs: filling a log list, exporting a log

@@ -16,6 +16,7 @@
 //   1017 the Connections list is empty: the driver is not reachable
 //   1018 the Connections list is empty: still being read
 //   1019 the Applications list is empty: there are no rules
+//   1029 Program file:
 #pragma once
 
 // Dialog templates

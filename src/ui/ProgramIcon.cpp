@@ -1,0 +1,35 @@
+#include "ui/ProgramIcon.h"
+
+#include <shellapi.h>
+
+#include "ui/ResourceIds.h"
+
+namespace brennvar {
+namespace {
+
+UniqueIcon LoadShellIcon(const std::string& path, IconSize size) {
+    // No system dialog about a drive without a disk.
+    DWORD oldMode = 0;
+    ::SetThreadErrorMode(SEM_FAILCRITICALERRORS, &oldMode);
+    SHFILEINFOA info{};
+    const UINT flags = SHGFI_ICON | (size == IconSize::Small ? SHGFI_SMALLICON : SHGFI_LARGEICON);
+    const DWORD_PTR found = ::SHGetFileInfoA(path.c_str(), 0, &info, sizeof(info), flags);
+    ::SetThreadErrorMode(oldMode, nullptr);
+    return UniqueIcon(found ? info.hIcon : nullptr);
+}
+
+}  // namespace
+
+UniqueIcon LoadIconOfProgram(const std::string& path, IconSize size) {
+    const bool isRemote = path.starts_with(R"(\\)");
+    if (!path.empty() && !isRemote) {
+        if (UniqueIcon icon = LoadShellIcon(path, size)) return icon;
+    }
+    const bool isSmall = size == IconSize::Small;
+    return UniqueIcon(
+        static_cast<HICON>(::LoadImageA(::GetModuleHandleA(nullptr), MAKEINTRESOURCEA(IDI_NO_ICON), IMAGE_ICON,
+                                        ::GetSystemMetrics(isSmall ? SM_CXSMICON : SM_CXICON),
+                                        ::GetSystemMetrics(isSmall ? SM_CYSMICON : SM_CYICON), LR_DEFAULTCOLOR)));
+}
+
+}  // namespace brennvar
