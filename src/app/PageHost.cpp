@@ -1,9 +1,5 @@
 #include "app/PageHost.h"
 
-#include "base/Windows_win.h"
-// windows.h must stand before commctrl.h.
-#include <commctrl.h>
-
 #include <utility>
 
 #include "ui/Controls.h"
@@ -16,7 +12,6 @@ constexpr int kMargin = 8;
 constexpr int kButtonTop = 16;
 constexpr int kButtonHeight = 40;
 constexpr int kButtonGap = 8;
-constexpr int kCaptionMargin = 8;
 
 }  // namespace
 
@@ -25,11 +20,8 @@ bool PageHost::Create(HWND parent, const CFonts& fonts, std::vector<Entry> entri
     m_entries = std::move(entries);
     for (const Entry& entry : m_entries) {
         // A check box that looks like a button: it can stay pressed for the page that is shown, and Tab reaches it.
-        const HWND button =
-            CreateControl(parent, "BUTTON", entry.caption, WS_TABSTOP | BS_CHECKBOX | BS_PUSHLIKE | BS_LEFT,
-                          entry.command, fonts.Text());
-        RECT margin{Scale(kCaptionMargin), 0, 0, 0};
-        Button_SetTextMargin(button, &margin);
+        CreateControl(parent, "BUTTON", entry.caption, WS_TABSTOP | BS_CHECKBOX | BS_PUSHLIKE, entry.command,
+                      fonts.Text());
     }
     CreateControl(parent, "STATIC", "", SS_ETCHEDVERT, IDC_COLUMN_LINE, fonts.Text());
     for (const Entry& entry : m_entries) {

@@ -17,7 +17,6 @@ bool CDialog::CreateModeless(HWND parent, int templateId) {
 }
 
 INT_PTR CDialog::DoModal(HWND owner, int templateId, Appearance appearance) {
-    m_appearance = appearance;
     m_ended = false;
     m_result = -1;
     const bool unfocused = appearance == Appearance::Unfocused;
@@ -29,6 +28,9 @@ INT_PTR CDialog::DoModal(HWND owner, int templateId, Appearance appearance) {
             ::SetWindowPos(m_window, HWND_TOPMOST, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
         }
         if (!m_ended) ::ShowWindow(m_window, unfocused ? SW_SHOWNOACTIVATE : SW_SHOW);
+        if (!m_ended && !unfocused) {
+            ::SetFocus(m_firstFocus ? Item(m_firstFocus) : ::GetNextDlgTabItem(m_window, nullptr, FALSE));
+        }
         RunLoop();
     }
     // Before the dialog goes, so that Windows does not pass the activation to another program.
@@ -115,10 +117,8 @@ INT_PTR CDialog::Dispatch(UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
         case WM_INITDIALOG:
             OnInitDialog();
-            // False keeps Windows from setting the focus, which would activate the dialog.
-            if (m_appearance == Appearance::Unfocused) return FALSE;
-            if (m_firstFocus == 0) return TRUE;
-            ::SetFocus(Item(m_firstFocus));
+            // False keeps Windows from setting the focus, which would activate a window that is not shown yet, or
+            // one that must not be activated at all. DoModal does it.
             return FALSE;
         case WM_DESTROY: OnDestroy(); return TRUE;
         case WM_CLOSE: OnClose(); return TRUE;

@@ -38,7 +38,7 @@ protected:
 
     // Called once, when window and controls exist.
     virtual void OnInitDialog() {}
-    // In OnInitDialog: this control gets the focus first, and not the first one that Tab reaches.
+    // DoModal: this control gets the focus first, and not the first one that Tab reaches.
     void SetFirstFocus(int id) { m_firstFocus = id; }
     virtual void OnDestroy() {}
     // Esc, or a button with the number IDCANCEL.
@@ -66,7 +66,6 @@ private:
     void RunLoop();
 
     HWND m_window = nullptr;
-    Appearance m_appearance = Appearance::Activated;
     bool m_ended = false;
     bool m_initFailed = false;
     int m_firstFocus = 0;

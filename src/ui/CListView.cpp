@@ -49,22 +49,29 @@ void CListView::Create(HWND parent, int listId, int emptyTextId, HFONT font, std
     Refresh();
 }
 
-void CListView::Place(const RECT& place) const {
+void CListView::Place(const RECT& place) {
     const int width = place.right - place.left;
     ::SetWindowPos(m_list, nullptr, place.left, place.top, width, place.bottom - place.top,
                    SWP_NOZORDER | SWP_NOACTIVATE);
     ::SetWindowPos(m_emptyText, nullptr, place.left + Scale(kMargin), place.top + Scale(kHeaderRoom),
                    std::max(0, width - 2 * Scale(kMargin)), Scale(kEmptyTextHeight), SWP_NOZORDER | SWP_NOACTIVATE);
-    if (m_wideColumn < 0) return;
-    // As if there was a vertical scroll bar, so that one that appears brings no horizontal one with it.
-    const int edges = 2 * ::GetSystemMetrics(SM_CXEDGE) + ::GetSystemMetrics(SM_CXVSCROLL);
-    ListView_SetColumnWidth(m_list, m_wideColumn, std::max(m_wideColumnLeast, width - edges - m_otherWidth));
+    FitWideColumn();
+}
+
+void CListView::FitWideColumn() {
+    RECT client{};
+    ::GetClientRect(m_list, &client);
+    // Only when the room has changed: in between the user may have chosen another width.
+    if (m_wideColumn < 0 || client.right == m_fittedWidth) return;
+    m_fittedWidth = client.right;
+    ListView_SetColumnWidth(m_list, m_wideColumn, std::max<int>(m_wideColumnLeast, client.right - m_otherWidth));
 }
 
 void CListView::Refresh() {
     const int count = m_rows->RowCount();
     if (SelectedRow() >= count) SelectRow(-1);
     ListView_SetItemCountEx(m_list, count, LVSICF_NOSCROLL | LVSICF_NOINVALIDATEALL);
+    FitWideColumn();  // a scroll bar may have come or gone
     ::InvalidateRect(m_list, nullptr, FALSE);
     ::ShowWindow(m_emptyText, count == 0 ? SW_SHOWNA : SW_HIDE);
 }

@@ -33,7 +33,7 @@ public:
     void Create(HWND parent, int listId, int emptyTextId, HFONT font, std::span<const ListColumn> columns,
                 const ListRows& rows);
 
-    void Place(const RECT& place) const;
+    void Place(const RECT& place);
     // Call it after the rows have changed. The scroll position stays; the row that was selected is chosen anew by
     // the caller, who knows where it went.
     void Refresh();
@@ -47,12 +47,15 @@ public:
     [[nodiscard]] HBRUSH OnControlColor(HDC dc, HWND control) const;
 
 private:
+    void FitWideColumn();
+
     HWND m_list = nullptr;
     HWND m_emptyText = nullptr;
     const ListRows* m_rows = nullptr;
     int m_wideColumn = -1;      // the one that takes the room
     int m_wideColumnLeast = 0;  // pixels
     int m_otherWidth = 0;       // pixels of all others together
+    LONG m_fittedWidth = 0;     // of the list when the column was fitted last
 };
 
 }  // namespace brennvar
