@@ -24,13 +24,15 @@ bool ResizeGrip::IsInZone(const RECT& client, POINT point) {
     return ::PtInRect(&zone, point) != FALSE;
 }
 
-void ResizeGrip::Tick(HWND window) {
-    if (m_isMoving || ::IsIconic(window) || ::IsZoomed(window)) return;
+bool ResizeGrip::IsMouseOver(HWND window) {
     POINT mouse{};
-    if (!::GetCursorPos(&mouse)) return;
-    const bool over = ::IsWindowEnabled(window) && IsInZoneOf(window, mouse) &&
-                      ::GetAncestor(::WindowFromPoint(mouse), GA_ROOT) == window;
-    if (over != HasSizingFrame(window)) SetFrame(window, over);
+    return ::GetCursorPos(&mouse) && ::IsWindowEnabled(window) && IsInZoneOf(window, mouse) &&
+           ::GetAncestor(::WindowFromPoint(mouse), GA_ROOT) == window;
+}
+
+void ResizeGrip::Update(HWND window, bool isMouseOver) {
+    if (m_isMoving || ::IsIconic(window) || ::IsZoomed(window)) return;
+    if (isMouseOver != HasSizingFrame(window)) SetFrame(window, isMouseOver);
 }
 
 bool ResizeGrip::IsHit(HWND window, POINT screenPoint) {

@@ -13,7 +13,9 @@ public:
     [[nodiscard]] static bool IsInZone(const RECT& client, POINT point);
 
     // To be called every 100 ms.
-    void Tick(HWND window);
+    void Tick(HWND window) { Update(window, IsMouseOver(window)); }
+    // The frame as it is to be while the mouse is over the corner, or is not.
+    void Update(HWND window, bool isMouseOver);
     // While the user moves or sizes the window its frame is left alone.
     void OnEnterSizeMove() { m_isMoving = true; }
     void OnExitSizeMove() { m_isMoving = false; }
@@ -22,6 +24,7 @@ public:
     static void Paint(HWND window, HDC dc);
 
 private:
+    [[nodiscard]] static bool IsMouseOver(HWND window);
     static void SetFrame(HWND window, bool on);
 
     bool m_isMoving = false;

@@ -87,7 +87,7 @@ void CSystemTray::StartAdding() {
 
 void CSystemTray::AddOrWait() {
     m_shown = Add();
-    if (m_shown || m_retriesLeft-- == 0) ::KillTimer(m_window, kRetryTimer);
+    if (m_shown || m_retriesLeft == 0) ::KillTimer(m_window, kRetryTimer);
     if (!m_shown || !m_waitingBalloon) return;
     const Balloon balloon = *std::exchange(m_waitingBalloon, std::nullopt);
     ShowTrayBalloon(balloon.text, balloon.title);
@@ -137,7 +137,11 @@ LRESULT CALLBACK CSystemTray::Procedure(HWND window, UINT message, WPARAM wParam
 
 void CSystemTray::Dispatch(UINT message, WPARAM wParam) {
     if (!m_wanted) return;
-    if (message == WM_TIMER && wParam == kRetryTimer && !m_shown) AddOrWait();
+    // A tick may still come after the timer has gone.
+    if (message == WM_TIMER && wParam == kRetryTimer && !m_shown && m_retriesLeft > 0) {
+        --m_retriesLeft;
+        AddOrWait();
+    }
     if (message == m_taskbarCreated) {
         // Sent as well when the screen changes and the icon is still there; adding it twice would fail.
         Delete();

@@ -17,7 +17,7 @@ TEST(TrayNoticeTest, SplitsAtTheFirstBarAndKnowsTwoWords) {
         {"REFRESH", Kind::Refresh, "REFRESH", ""},
         {"REFRESH| ", Kind::Refresh, "REFRESH", ""},
         {"ATTACK|http://x", Kind::Attack, "ATTACK", "http://x"},
-        {"Attack", Kind::Balloon, "Attack", ""},      // case counts
+        {"Attack", Kind::Balloon, "Attack", ""},       // case counts
         {"REFRESH |", Kind::Balloon, "REFRESH ", ""},  // and so does a blank
         {" ATTACK", Kind::Balloon, " ATTACK", ""},
         {"Port scan|  \thttp://a/b?c|d \r\n", Kind::Balloon, "Port scan", "http://a/b?c|d"},
