@@ -44,9 +44,14 @@ bool PageHost::Open(int command) {
     const Entry* const last = std::exchange(m_current, next);
     if (last) ::CheckDlgButton(m_parent, last->command, BST_UNCHECKED);
     ::CheckDlgButton(m_parent, next->command, BST_CHECKED);
+    // The keyboard must not stay in a page that nobody sees.
+    const HWND focus = ::GetFocus();
+    const bool takesFocus =
+        last && (focus == ::GetDlgItem(m_parent, last->command) || ::IsChild(last->page->Window(), focus));
     // The new page first, so that the window behind does not show through in between.
     next->page->Show();
     if (last) last->page->Hide();
+    if (takesFocus) ::SetFocus(::GetDlgItem(m_parent, next->command));
     return true;
 }
 

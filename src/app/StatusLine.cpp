@@ -33,7 +33,8 @@ void StatusLine::Create(HWND parent) {
 }
 
 void StatusLine::Place(const RECT& place) const {
-    constexpr UINT kKeep = SWP_NOZORDER | SWP_NOACTIVATE;
+    // Without their old pixels: when the window grows, the page has already painted over these.
+    constexpr UINT kKeep = SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOCOPYBITS;
     ::SetWindowPos(::GetDlgItem(m_parent, IDC_STATUS_LINE), nullptr, place.left, place.top,
                    place.right - place.left, 2, kKeep);
     int left = place.left + Scale(kMargin);

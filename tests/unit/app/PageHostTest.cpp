@@ -70,6 +70,21 @@ TEST_F(PageHostTest, ButtonsAreRealControlsWithTheirCaptions) {
     EXPECT_LE(place.right, Scale(PageHost::kColumnWidth));
 }
 
+TEST_F(PageHostTest, TakesTheKeyboardAlongFromAPageThatIsHidden) {
+    (void)host.Open(461);
+    const HWND inside = CreateControl(first->Window(), "EDIT", "", 0, 1, fonts.Text());
+    const HWND elsewhere = CreateControl(parent, "EDIT", "", 0, 2, fonts.Text());
+    ::SetFocus(inside);
+    ASSERT_EQ(::GetFocus(), inside);
+    (void)host.Open(462);
+    EXPECT_EQ(::GetFocus(), ::GetDlgItem(parent, 462));
+    (void)host.Open(461);
+    EXPECT_EQ(::GetFocus(), ::GetDlgItem(parent, 461));
+    ::SetFocus(elsewhere);
+    (void)host.Open(462);
+    EXPECT_EQ(::GetFocus(), elsewhere);
+}
+
 TEST_F(PageHostTest, AllPagesHearOfNewRules) {
     host.OnRulesChanged();
     EXPECT_EQ(first->rulesChanged, 1);
