@@ -12,7 +12,8 @@ namespace {
 
 struct WindowSearch {
     DWORD processId;
-    std::string text;  // caption or class
+    std::string text;      // caption or class
+    HWND other = nullptr;  // not this one
     HWND found = nullptr;
 };
 
@@ -20,7 +21,7 @@ BOOL CALLBACK MatchProgramWindow(HWND window, LPARAM parameter) {
     auto& search = *reinterpret_cast<WindowSearch*>(parameter);
     DWORD processId = 0;
     ::GetWindowThreadProcessId(window, &processId);
-    if (processId != search.processId || !::IsWindowVisible(window)) return TRUE;
+    if (processId != search.processId || window == search.other || !::IsWindowVisible(window)) return TRUE;
     char caption[256] = {};
     ::GetWindowTextA(window, caption, sizeof caption);
     if (search.text != caption) return TRUE;
@@ -66,8 +67,8 @@ private:
 
 }  // namespace
 
-HWND FindProgramWindow(DWORD processId, const std::string& caption) {
-    WindowSearch search{.processId = processId, .text = caption};
+HWND FindProgramWindow(DWORD processId, const std::string& caption, HWND other) {
+    WindowSearch search{.processId = processId, .text = caption, .other = other};
     ::EnumWindows(MatchProgramWindow, reinterpret_cast<LPARAM>(&search));
     return search.found;
 }

@@ -9,8 +9,9 @@
 
 namespace brennvar::test {
 
-// The visible top-level window of the process with this caption; null when there is none now.
-[[nodiscard]] HWND FindProgramWindow(DWORD processId, const std::string& caption);
+// The visible top-level window of the process with this caption, other than the given one; null when there is none
+// now.
+[[nodiscard]] HWND FindProgramWindow(DWORD processId, const std::string& caption, HWND other = nullptr);
 // The same, waited for; null when it did not come.
 [[nodiscard]] HWND WaitForProgramWindow(DWORD processId, const std::string& caption);
 

@@ -19,6 +19,13 @@ std::string BuiltProgram(const std::string& relativePath) {
     return path.substr(0, path.rfind('\\')) + "\\" BRENNVAR_BUILD_FOLDER "\\" + relativePath;
 }
 
+std::string Quoted(const std::string& path) {
+    std::string quoted(1, '"');
+    quoted += path;
+    quoted += '"';
+    return quoted;
+}
+
 RunningProgram::RunningProgram(std::string commandLine, const std::string& output) {
     SECURITY_ATTRIBUTES inheritable{sizeof(inheritable), nullptr, TRUE};
     const std::string sink = output.empty() ? "NUL" : output;

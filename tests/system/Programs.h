@@ -19,6 +19,9 @@ inline constexpr std::chrono::seconds kPatience{30};
 // The path of a built program, given relative to the build folder ("standin\\brennvar.exe").
 [[nodiscard]] std::string BuiltProgram(const std::string& relativePath);
 
+// A path as one word of a command line.
+[[nodiscard]] std::string Quoted(const std::string& path);
+
 // A program started by the test; ended by the destructor if it still runs.
 class RunningProgram {
 public:

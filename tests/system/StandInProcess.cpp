@@ -6,17 +6,6 @@
 #include <sstream>
 
 namespace brennvar::test {
-namespace {
-
-std::string Quoted(const std::string& text) {
-    std::string quoted(1, '"');
-    quoted += text;
-    quoted += '"';
-    return quoted;
-}
-
-}  // namespace
-
 StandInProcess::StandInProcess(const std::vector<std::string>& scenario, const std::string& options,
                                const std::string& dataFolder)
     : m_dataFolder(dataFolder.empty() ? m_ownFolder.Path() : dataFolder),

@@ -1,0 +1,70 @@
+#!/usr/bin/env bash
+# Installs what is missing, builds, installs into dist/, starts the stand-ins for service and driver and the control
+# center, and shows a connection question. Without a display it starts one of its own (Xvfb), plays a short scenario
+# and leaves screenshots in out/.
+#   --no-demo   no scenario: this machine's real connections, until the control center is closed
+#   --no-setup  skip the set-up script
+set -euo pipefail
+cd "$(dirname "$0")/.."
+. scripts/lib.sh
+
+demo=yes setup=yes
+for option in "$@"; do
+    case $option in
+        --no-demo) demo= ;;
+        --no-setup) setup= ;;
+        *) fail "unknown option $option" ;;
+    esac
+done
+[ -z "$setup" ] || scripts/setup.sh
+
+say "building"
+cmake --preset windows >/dev/null
+cmake --build --preset windows >/dev/null
+cmake --install build/windows >/dev/null
+
+cleanup() { stop_wine; stop_display; }
+trap cleanup EXIT
+watched=                                # somebody is looking
+if [ -n "${DISPLAY:-}" ]; then watched=yes; else start_display; fi
+start_wine "$PWD/build/prefix-run"
+
+standin=build/windows/standin/brennvar.exe
+data=$WINEPREFIX/drive_c/ProgramData/Quorlan/Brennvar\ Firewall
+mkdir -p "$data"
+
+say "starting the stand-ins"
+mkdir -p build/logs
+scenario=()
+[ -z "$demo" ] || scenario=(--scenario scripts/demo.scenario)
+wine "$standin" "${scenario[@]}" >build/logs/service.log 2>&1 </dev/null &
+service=$!
+until grep -qs "EVENT started" "$data/journal.txt"; do
+    kill -0 "$service" 2>/dev/null || { cat build/logs/service.log >&2; fail "the service stand-in did not start"; }
+    sleep 0.1
+done
+
+say "starting the control center"
+wine dist/BrennvarGUI.exe >/dev/null 2>&1 </dev/null &
+interface=$!
+
+if [ -z "$demo" ] || [ -n "$watched" ]; then
+    say "running until the control center is closed"
+    wait "$interface"
+    exit
+fi
+
+# Nobody is looking: work the windows, and keep pictures of them.
+drive() { wine build/windows/tests/system/demo_driver.exe "$@" >/dev/null </dev/null || fail "not done: $*"; }
+picture() { import -window root "out/$1.png"; say "out/$1.png"; }
+main="Brennvar Personal Firewall" question="Confirm network connection"
+mkdir -p out
+rm -f out/*.png
+
+drive "wait:$question"
+picture 1-question
+drive "press:$question:573" "press:$question:334" "gone:$question" "command:$main:462" "rows:$main:8"
+picture 2-connections
+drive "command:$main:439" "rows:$main:4"
+picture 3-applications
+grep -F " CONFIRM " "$data/journal.txt" | sed 's/^[0-9]* /answer received: /'

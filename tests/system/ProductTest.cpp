@@ -1,0 +1,267 @@
+// The finished program against the stand-ins: what a user sees, and what the service receives.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <optional>
+#include <random>
+#include <stdexcept>
+
+#include "Desktop.h"
+#include "StandInProcess.h"
+// Need windows.h, which Desktop.h brings.
+#include <commctrl.h>
+#include <shlobj.h>
+
+namespace brennvar::test {
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr char kCaption[] = "Brennvar Personal Firewall";
+constexpr char kQuestionCaption[] = "Confirm network connection";
+
+// Numbers of commands and controls that automation relies on.
+constexpr int kApplicationsCommand = 439;
+constexpr int kConnectionsCommand = 462;
+constexpr int kExitCommand = 376;
+constexpr int kYes = 334;
+constexpr int kNo = 337;
+constexpr int kRemember = 573;
+constexpr int kMessageText = 340;
+
+// A program that is asked about, and its path in hexadecimal.
+constexpr char kAurora[] = R"(C:\Program Files\Aurora\aurora.exe)";
+constexpr char kAuroraHex[] = "433A5C50726F6772616D2046696C65735C4175726F72615C6175726F72612E657865";
+
+// The data folder that the interface looks into, emptied.
+std::string EmptyDataFolder() {
+    char common[MAX_PATH] = {};
+    if (!::SHGetSpecialFolderPathA(nullptr, common, CSIDL_COMMON_APPDATA, TRUE)) {
+        throw std::runtime_error("no folder for common application data");
+    }
+    std::string folder = std::string(common) + R"(\Quorlan\Brennvar Firewall)";
+    std::filesystem::remove_all(folder);
+    std::filesystem::create_directories(folder);
+    return folder;
+}
+
+void WriteWholeFile(const std::string& path, const std::string& content) {
+    std::filesystem::create_directories(std::filesystem::path(path).parent_path());
+    std::ofstream(path, std::ios::binary) << content;
+}
+
+class ProductTest : public ::testing::Test {
+protected:
+    void SetUp() override {
+        m_data = EmptyDataFolder();
+        ::RegDeleteTreeA(HKEY_CURRENT_USER, R"(Software\Quorlan)");
+    }
+
+    void StartService(const std::vector<std::string>& scenario, const std::string& options = "") {
+        m_service.emplace(scenario, options, m_data);
+        ASSERT_TRUE(m_service->WaitForJournal("EVENT started")) << m_service->Output();
+    }
+
+    // Starts the interface and waits for its window.
+    void StartInterface() {
+        m_interface.emplace(Quoted(BuiltProgram(R"(src\app\BrennvarGUI.exe)")));
+        m_window = WaitForProgramWindow(m_interface->Id(), kCaption);
+        ASSERT_NE(m_window, nullptr);
+    }
+
+    // Waits until that many records have come in on the channel.
+    [[nodiscard]] bool WaitForRecords(const std::string& channel, std::size_t count) const {
+        return WaitUntil([&] { return m_service->Journal(channel).size() >= count; });
+    }
+
+    // Sends the exit command and answers its confirmation with the button of that number.
+    [[nodiscard]] bool AskToExit(int button) const {
+        ::PostMessageA(m_window, WM_COMMAND, kExitCommand, 0);
+        HWND confirmation = nullptr;
+        return WaitUntil([&] {
+                   confirmation = FindProgramWindow(m_interface->Id(), kCaption, m_window);
+                   return confirmation != nullptr;
+               }) &&
+               PressWhenEnabled(confirmation, button) && WaitUntil([&] { return !::IsWindow(confirmation); });
+    }
+
+    [[nodiscard]] HWND WaitForQuestion() const { return WaitForProgramWindow(m_interface->Id(), kQuestionCaption); }
+
+    using Rows = std::vector<std::vector<std::string>>;
+    // Opens the page and reads its list until the rows are as wanted; the last ones read.
+    [[nodiscard]] Rows WaitForRows(int command, int columns, const std::function<bool(const Rows&)>& wanted) const {
+        DWORD_PTR ignored = 0;
+        ::SendMessageTimeoutA(m_window, WM_COMMAND, static_cast<WPARAM>(command), 0, SMTO_NORMAL, 5000, &ignored);
+        Rows rows;
+        (void)WaitUntil([&] {
+            const HWND list = FindVisibleChild(m_window, WC_LISTVIEWA);
+            if (list != nullptr) rows = ListRows(list, columns, 1000);
+            return wanted(rows);
+        });
+        return rows;
+    }
+    [[nodiscard]] Rows WaitForRows(int command, int columns, std::size_t count) const {
+        return WaitForRows(command, columns, [=](const Rows& rows) { return rows.size() == count; });
+    }
+
+    std::string m_data;
+    std::optional<StandInProcess> m_service;
+    std::optional<RunningProgram> m_interface;
+    HWND m_window = nullptr;
+};
+
+TEST_F(ProductTest, TellsTheServiceWhenItStartsAndWhenItEnds) {
+    StartService({});
+    StartInterface();
+    ASSERT_TRUE(WaitForRecords("COMMAND", 3));
+    std::vector<std::string> expected = {"COMMAND 5596 0:18 644:01", "COMMAND 5596 0:0C", "COMMAND 5596 0:0A"};
+    EXPECT_EQ(m_service->Journal("COMMAND"), expected);
+
+    // Cancelled, nothing happens; confirmed, the service is told and the process ends with 0.
+    ASSERT_TRUE(AskToExit(IDCANCEL));
+    EXPECT_LT(AnswerTime(m_window, 5s), 5s);
+    EXPECT_EQ(m_service->Journal("COMMAND"), expected);
+    ASSERT_TRUE(AskToExit(IDOK));
+    EXPECT_EQ(m_interface->WaitForEnd(), 0);
+    expected.insert(expected.end(), {"COMMAND 5596 0:0D", "COMMAND 5596 0:0B"});
+    EXPECT_EQ(m_service->Journal("COMMAND"), expected);
+}
+
+TEST_F(ProductTest, RememberedAnswerBecomesARuleThatAnswersTheNextQuestion) {
+    const std::string question = std::string("question tcp 10.1.2.3:49152 93.184.216.34:443 4242 ") + kAurora;
+    StartService({"dns 93.184.216.34 www.example.com", std::string("advice allow ") + kAurora, question,
+                  "wait-for-answers 1", question, "wait-for-answers 2"});
+    StartInterface();
+    const HWND dialog = WaitForQuestion();
+    ASSERT_NE(dialog, nullptr);
+    EXPECT_EQ(WindowText(::GetDlgItem(dialog, kMessageText)),
+              "aurora.exe\n"
+              "is trying to communicate to www.example.com.\n\n"
+              "Connection details:\n"
+              "Remote host: 93.184.216.34:443\n"
+              "Reason: HTTPS - Secure web connection\n"
+              "Protocol: TCP\n\n"
+              "General advice: Allow\n\n"
+              "Allow this network communication?");
+    EXPECT_EQ(WindowText(::GetDlgItem(dialog, kRemember)),
+              "Remember my answer\nand do not ask me next time\nfor this application.");
+    EXPECT_FALSE(::IsWindowEnabled(m_window)) << "the question is modal to the control center";
+
+    ASSERT_TRUE(PressWhenEnabled(dialog, kRemember));
+    ASSERT_TRUE(WaitUntil([&] { return ::IsDlgButtonChecked(dialog, kRemember) == BST_CHECKED; }));
+    ASSERT_TRUE(PressWhenEnabled(dialog, kYes));
+    ASSERT_TRUE(m_service->WaitForJournal("EVENT scenario-done"));
+
+    const auto answers = m_service->Journal("CONFIRM");
+    ASSERT_EQ(answers.size(), 2U);
+    // Kind 3, decision 3 (allow and remember), question 1 and then 2, process 4242.
+    EXPECT_EQ(answers[0], std::string("CONFIRM 276 0:03 4:03 8:01 12:") + kAuroraHex + " 272:9210");
+    EXPECT_EQ(answers[1], std::string("CONFIRM 276 0:03 4:03 8:02 12:") + kAuroraHex + " 272:9210");
+    EXPECT_EQ(FindProgramWindow(m_interface->Id(), kQuestionCaption), nullptr);
+    EXPECT_EQ(WaitForRows(kApplicationsCommand, 3, 1), (Rows{{"aurora.exe", kAurora, "Allow"}}));
+}
+
+TEST_F(ProductTest, NoWithoutRememberingIsAskedAgain) {
+    const std::string question = std::string("question udp 10.1.2.3:49152 10.9.9.9:53 4242 ") + kAurora;
+    StartService({question, "wait-for-answers 1", question});
+    StartInterface();
+    for (int round = 1; round <= 2; ++round) {
+        const HWND dialog = WaitForQuestion();
+        ASSERT_NE(dialog, nullptr) << round;
+        ASSERT_TRUE(PressWhenEnabled(dialog, kNo));
+        ASSERT_TRUE(WaitUntil([&] { return !::IsWindow(dialog); }));
+        ASSERT_TRUE(WaitForRecords("CONFIRM", static_cast<std::size_t>(round)));
+    }
+    EXPECT_EQ(m_service->Journal("CONFIRM").front(),
+              std::string("CONFIRM 276 0:03 4:02 8:01 12:") + kAuroraHex + " 272:9210");
+}
+
+TEST_F(ProductTest, QuestionWithoutAProcessIsAnsweredWithoutADialog) {
+    StartService({"question tcp 10.1.2.3:1 10.9.9.9:2 none"});
+    StartInterface();
+    ASSERT_TRUE(WaitForRecords("CONFIRM", 1));
+    EXPECT_EQ(m_service->Journal("CONFIRM").front(), "CONFIRM 276 0:03 8:01 272:FFFFFFFF");
+}
+
+TEST_F(ProductTest, ListsTheDriversConnections) {
+    // The process ids are higher than those of the programs that run here.
+    StartService({"process 900077 C:\\Windows\\Aurora.exe",
+                  "connection 12 10.1.2.3:49153 93.184.216.34:80 900078 0 0",
+                  "connection ESTAB-OUT 10.1.2.3:49152 93.184.216.34:443 900077 1000 2000",
+                  "listener udp 10.0.0.1:53 900077", "listener udp 10.0.0.2:53 900077"});
+    StartInterface();
+    // By the driver's state number, even where it is shown as unknown; listeners last, the higher address first.
+    const Rows expected = {{"aurora.exe", "10.1.2.3:49152 -> 93.184.216.34:443", "ESTAB-OUT"},
+                           {"no process associated", "10.1.2.3:49153 -> 93.184.216.34:80", "?"},
+                           {"aurora.exe", "10.0.0.2:53", "LISTEN-UDP"},
+                           {"aurora.exe", "10.0.0.1:53", "LISTEN-UDP"}};
+    EXPECT_EQ(WaitForRows(kConnectionsCommand, 3, [&](const Rows& rows) { return rows == expected; }), expected);
+}
+
+TEST_F(ProductTest, DeadServiceNeverFreezesTheWindow) {
+    const auto start = std::chrono::steady_clock::now();
+    StartInterface();
+    EXPECT_LT(std::chrono::steady_clock::now() - start, 3s);
+
+    // Long enough for every timer and for the waits of the transports, with the pages opened meanwhile.
+    auto longest = 0ms;
+    const int pages[] = {461, kConnectionsCommand, 429, 437, kApplicationsCommand, 463};
+    for (int round = 0; round < 600; ++round) {
+        if (round % 50 == 0) ::PostMessageA(m_window, WM_COMMAND, static_cast<WPARAM>(pages[round / 50 % 6]), 0);
+        longest = std::max(longest, AnswerTime(m_window, 5s));
+        ::Sleep(10);
+    }
+    RecordProperty("longest_answer_ms", static_cast<int>(longest.count()));
+    EXPECT_LE(longest, 200ms);
+
+    ASSERT_TRUE(AskToExit(IDOK));
+    EXPECT_EQ(m_interface->WaitForEnd(), 0) << "a dead service must not keep the process alive";
+}
+
+TEST_F(ProductTest, SurvivesAServiceThatDiesInTheMiddleOfATransaction) {
+    StartService({"connection ESTAB-OUT 10.1.2.3:49152 93.184.216.34:443 900077 0 0"}, "--die-after 1");
+    StartInterface();
+    EXPECT_EQ(WaitForRows(kConnectionsCommand, 1, 1), (Rows{{"no process associated"}}));
+    EXPECT_EQ(m_service->WaitForEnd(), 3);
+    EXPECT_LT(AnswerTime(m_window, 5s), 5s);
+    EXPECT_TRUE(m_interface->IsRunning());
+}
+
+TEST_F(ProductTest, SurvivesRandomBytesInEveryFile) {
+    std::mt19937 random(20260309);
+    const auto noise = [&](std::size_t size) {
+        std::string bytes(size, '\0');
+        std::generate(bytes.begin(), bytes.end(), [&] { return static_cast<char>(random()); });
+        return bytes;
+    };
+    for (const char* name : {"config.conf", "settings.ini", "advice.dat", R"(Rules\rules.conf)"}) {
+        WriteWholeFile(m_data + "\\" + name, noise(5000));
+    }
+    SYSTEMTIME today;
+    ::GetLocalTime(&today);
+    char log[64];
+    std::snprintf(log, sizeof log, R"(\Log\%04d%02d%02d_dns.log)", today.wYear, today.wMonth, today.wDay);
+    WriteWholeFile(m_data + log, noise(5000));
+    StartService({std::string("question 47 10.1.2.3:0 10.9.9.9:0 4242 ") + kAurora});
+    StartInterface();
+    const HWND dialog = WaitForQuestion();
+    ASSERT_NE(dialog, nullptr);
+    EXPECT_EQ(WindowText(::GetDlgItem(dialog, kMessageText)),
+              "aurora.exe\n"
+              "is trying to communicate to unknown.\n\n"
+              "Connection details:\n"
+              "Remote host: 10.9.9.9\n"
+              "Reason: Unspecified\n"
+              "Protocol: 47\n\n"
+              "General advice: None\n\n"
+              "Allow this network communication?");
+    ASSERT_TRUE(PressWhenEnabled(dialog, kNo));
+    ASSERT_TRUE(WaitForRecords("CONFIRM", 1));
+    // 5,000 bytes hold 18 whole rule records, whatever their bytes mean.
+    EXPECT_EQ(WaitForRows(kApplicationsCommand, 3, 18).size(), 18U);
+}
+
+}  // namespace
+}  // namespace brennvar::test
