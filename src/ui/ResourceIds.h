@@ -2,20 +2,29 @@
 // #defines and comments may stand here. Whoever drives the program from outside relies on these numbers.
 //
 // Texts that no language file has had so far use the numbers from 1001 upward, one number per text:
-//   1001 Cancel                         1020 Process
-//   1002 Firewall service: reachable    1021 Address
-//   1003 Firewall service: not reachable  1022 State
-//   1004 Firewall service: connecting   1023 PID
-//   1005 Driver: reachable              1024 Bytes in
-//   1006 Driver: not reachable          1025 Bytes out
-//   1007 Connections:                   1026 Path
-//   1008 In:                            1027 Name
-//   1009 Out:                           1028 Action
+//   1001 Cancel
+//   1002 Firewall service: reachable
+//   1003 Firewall service: not reachable
+//   1004 Firewall service: connecting
+//   1005 Driver: reachable
+//   1006 Driver: not reachable
+//   1007 Connections:
+//   1008 In:
+//   1009 Out:
 //   1010 to 1015 the line below the title of each page, in the order of the page buttons
 //   1016 the Connections list is empty: nothing is connected
 //   1017 the Connections list is empty: the driver is not reachable
 //   1018 the Connections list is empty: still being read
 //   1019 the Applications list is empty: there are no rules
+//   1020 Process
+//   1021 Address
+//   1022 State
+//   1023 PID
+//   1024 Bytes in
+//   1025 Bytes out
+//   1026 Path
+//   1027 Name
+//   1028 Action
 //   1029 Program file:
 #pragma once
 

@@ -17,7 +17,7 @@ void ApplicationsPage::OnCreateContent() {
     m_list.Create(Window(), IDC_PAGE_LIST, IDC_LIST_EMPTY, Fonts().Text(), columns, *this);
     m_list.SetEmptyText(
         m_language.GetText(1019,
-                           "There are no application rules yet.\nA program gets one when your answer to "
+                           "There are no application rules yet. A program gets one when your answer to "
                            "its question is remembered."));
 }
 

@@ -37,7 +37,8 @@ void ConnectionsPage::OnCreateContent() {
                                   {.title = m_language.GetText(1025, "Bytes out"), .width = 80, .isNumber = true},
                                   {.title = m_language.GetText(1026, "Path"), .width = 72, .takesRoom = true}};
     m_list.Create(Window(), IDC_PAGE_LIST, IDC_LIST_EMPTY, Fonts().Text(), columns, *this);
-    m_list.SetEmptyText(m_language.GetText(1018, "Reading the connections."));
+    m_list.SetEmptyText(m_language.GetText(
+        1018, "Reading the connections. This takes longer while the firewall service is not reachable."));
 }
 
 std::string ConnectionsPage::CellText(int row, int column) const {
@@ -83,7 +84,7 @@ void ConnectionsPage::OnRead(Reading reading) {
         // The rows stay as they were.
         m_list.SetEmptyText(m_language.GetText(1017,
                                                "The connections cannot be read: the firewall driver is not "
-                                               "reachable.\nThe list fills by itself when it is."));
+                                               "reachable. The list fills by itself when it is."));
         return;
     }
     m_list.SetEmptyText(m_language.GetText(1016, "There are no connections and no listening ports."));
