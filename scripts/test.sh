@@ -39,8 +39,8 @@ run_tests() {
     log=$logs/$title.log
     say "running $title tests"
     ctest --test-dir "build/$preset" --verbose --no-tests=error "$@" >"$log" 2>&1 </dev/null || status=$?
-    good=$(sum_of '[[]  PASSED  []] [0-9]+ test' "$log")
-    bad=$(sum_of '[[]  FAILED  []] [0-9]+ test' "$log")
+    good=$(count_cases PASSED "$log")
+    bad=$(count_cases FAILED "$log")
     if [ "$status" -ne 0 ]; then
         # A program that crashed or hung has not counted its cases.
         [ "$bad" -gt 0 ] || bad=1
@@ -51,9 +51,10 @@ run_tests() {
     echo "$title: $good passed, $bad failed"
 }
 
-# sum_of PATTERN FILE: the sum of the numbers in the lines that match.
-sum_of() {
-    grep -oE "$1" "$2" | grep -oE '[0-9]+' | awk '{ sum += $1 } END { print sum + 0 }'
+# count_cases OUTCOME FILE: the sum of the lines "[  OUTCOME  ] N tests" with which each test program ends.
+count_cases() {
+    awk -v mark="[  $1  ] " '(at = index($0, mark)) && substr($0, at + length(mark)) ~ /^[0-9]+ tests?/ {
+        sum += substr($0, at + length(mark)) + 0 } END { print sum + 0 }' "$2"
 }
 
 # Each fuzz target starts from its committed corpus; what it finds anew stays in the build folder.
