@@ -26,9 +26,9 @@
 #include "prompts/PromptWorld_win.h"
 #include "tray/SystemTray_win.h"
 #include "tray/TrafficMeter.h"
-#include "ui/CDialog.h"
-#include "ui/CFonts.h"
-#include "ui/CWorkerThread.h"
+#include "ui/Dialog.h"
+#include "ui/Fonts.h"
+#include "ui/WorkerThread.h"
 
 namespace brennvar {
 

@@ -6,8 +6,8 @@
 #include <vector>
 
 #include "base/Windows_win.h"
-#include "ui/CFonts.h"
-#include "ui/CPage.h"
+#include "ui/Fonts.h"
+#include "ui/Page.h"
 
 namespace brennvar {
 

@@ -1,6 +1,6 @@
 #include "app/ResizeGrip.h"
 
-#include "ui/CFonts.h"
+#include "ui/Fonts.h"
 
 namespace brennvar {
 namespace {

@@ -9,7 +9,7 @@
 #include "base/Windows_win.h"
 #include "config/Language.h"
 #include "tray/TrafficMeter.h"
-#include "ui/CFonts.h"
+#include "ui/Fonts.h"
 
 namespace brennvar {
 

@@ -5,8 +5,8 @@
 #include "base/Handles_win.h"
 #include "config/Language.h"
 #include "prompts/PromptQuestion.h"
-#include "ui/CDialog.h"
-#include "ui/CFonts.h"
+#include "ui/Dialog.h"
+#include "ui/Fonts.h"
 
 namespace brennvar {
 

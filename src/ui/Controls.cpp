@@ -1,6 +1,6 @@
 #include "ui/Controls.h"
 
-#include "ui/CFonts.h"
+#include "ui/Fonts.h"
 
 namespace brennvar {
 

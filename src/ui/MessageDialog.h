@@ -3,8 +3,8 @@
 
 #include <string>
 
-#include "ui/CDialog.h"
-#include "ui/CFonts.h"
+#include "ui/Dialog.h"
+#include "ui/Fonts.h"
 
 namespace brennvar {
 

@@ -7,8 +7,8 @@
 
 #include "config/Language.h"
 #include "rules/ApplicationRules.h"
-#include "ui/CListView.h"
-#include "ui/CPage.h"
+#include "ui/ListView.h"
+#include "ui/Page.h"
 
 namespace brennvar {
 

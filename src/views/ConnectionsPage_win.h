@@ -8,8 +8,8 @@
 #include <vector>
 
 #include "config/Language.h"
-#include "ui/CListView.h"
-#include "ui/CPage.h"
+#include "ui/ListView.h"
+#include "ui/Page.h"
 #include "views/ConnectionRows.h"
 
 namespace brennvar {

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "ui/CFonts.h"
+#include "ui/Fonts.h"
 
 namespace brennvar {
 namespace {

@@ -1,4 +1,4 @@
-#include "ui/CFonts.h"
+#include "ui/Fonts.h"
 
 namespace brennvar {
 namespace {

@@ -1,4 +1,4 @@
-#include "ui/CDialog.h"
+#include "ui/Dialog.h"
 
 #include <gtest/gtest.h>
 

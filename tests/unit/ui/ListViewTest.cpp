@@ -1,11 +1,11 @@
-#include "ui/CListView.h"
+#include "ui/ListView.h"
 
 #include <gtest/gtest.h>
 
 #include <set>
 
-#include "ui/CPage.h"
 #include "ui/Controls.h"
+#include "ui/Page.h"
 #include "ui/ResourceIds.h"
 
 namespace brennvar {

@@ -1,4 +1,4 @@
-#include "ui/CPage.h"
+#include "ui/Page.h"
 
 #include "ui/Controls.h"
 #include "ui/ResourceIds.h"

@@ -1,10 +1,10 @@
-#include "ui/CListView.h"
+#include "ui/ListView.h"
 
 #include <algorithm>
 #include <cstring>
 
-#include "ui/CFonts.h"
 #include "ui/Controls.h"
+#include "ui/Fonts.h"
 
 namespace brennvar {
 namespace {

@@ -4,8 +4,8 @@
 
 #include <string>
 
-#include "ui/CDialog.h"
-#include "ui/CFonts.h"
+#include "ui/Dialog.h"
+#include "ui/Fonts.h"
 
 namespace brennvar {
 

@@ -1,4 +1,4 @@
-#include "ui/CWorkerThread.h"
+#include "ui/WorkerThread.h"
 
 #include <utility>
 
