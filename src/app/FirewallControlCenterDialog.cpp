@@ -11,7 +11,6 @@
 #include "config/Ini_win.h"
 #include "config/Settings.h"
 #include "ipc/DriverTables.h"
-#include "ipc/ProcessPathCache.h"
 #include "prompts/ConfirmationDialog_win.h"
 #include "rules/ApplicationRules.h"
 #include "tray/TrayNotice.h"
@@ -71,7 +70,9 @@ FirewallControlCenterDialog::FirewallControlCenterDialog()
       m_networkSignature(NetworkSignature(ReadInterfaceAddresses())),
       m_promptWorld(GetDataFolder(), GetInstallationFolder(), m_promptConnector, m_clock,
                     [this](const PromptQuestion& question) { return AskUser(question); }),
-      m_link(PostWhenFinished(kMessageLinkCompletions)),
+      m_link(PostWhenFinished(kMessageLinkCompletions),
+             [](const StopSignal& stop) { return std::make_unique<WinPipeConnector>(stop); }),
+      m_reads(PostWhenFinished(kMessageLinkCompletions)),
       m_workers{CWorkerThread(PostWhenFinished(kMessageWorkerFinished)),
                 CWorkerThread(PostWhenFinished(kMessageWorkerFinished + 1)),
                 CWorkerThread(PostWhenFinished(kMessageWorkerFinished + 2)),
@@ -113,6 +114,7 @@ void FirewallControlCenterDialog::OnInitDialog() {
     CreateTray();
     ShowWelcomeOnce();
     SendStartCommands();
+    RefreshStatistics();
     StartTimers();
 }
 
@@ -122,6 +124,8 @@ void FirewallControlCenterDialog::OnDestroy() {
 }
 
 void FirewallControlCenterDialog::CreatePages() {
+    m_connections = std::make_unique<ConnectionsReader>(m_devices, m_reads, m_link,
+                                                        m_language.GetText(313, "no process associated"));
     std::vector<PageHost::Entry> entries;
     for (const PageInfo& info : PageList()) {
         entries.push_back({.command = info.command,
@@ -138,23 +142,18 @@ std::unique_ptr<CPage> FirewallControlCenterDialog::MakePage(const PageInfo& inf
         case IDM_CONNECTIONS:
             return std::make_unique<ConnectionsPage>(
                 m_fonts, m_language, std::move(title), std::move(line),
-                [this](std::function<void(ConnectionsPage::Reading)> done) {
-                    const std::string noProcess = m_language.GetText(313, "no process associated");
-                    m_link.Ask<ConnectionsPage::Reading>(
-                        [noProcess](ServicePipes& pipes) -> ConnectionsPage::Reading {
-                            WinDeviceOpener devices;
-                            const std::optional<DriverTables> tables = ReadDriverTables(devices);
-                            if (!tables) return std::nullopt;
-                            ProcessPathCache paths(pipes);
-                            return BuildConnectionRows(*tables, std::ref(paths), noProcess);
-                        },
-                        std::move(done));
-                },
+                [this](ConnectionsReader::Done done) { m_connections->Read(std::move(done)); },
                 [this](std::optional<std::size_t> count) { m_status.ShowConnections(count); });
         case IDM_APPLICATIONS:
             return std::make_unique<ApplicationsPage>(
                 m_fonts, m_language, std::move(title), std::move(line),
-                [this] { return LoadApplicationRules(RulesFilePath(GetDataFolder()), m_clock); });
+                [this](std::function<void(std::vector<ApplicationRow>)> done) {
+                    m_reads.Ask<std::vector<ApplicationRow>>(
+                        [this] { return LoadApplicationRules(RulesFilePath(GetDataFolder()), m_readsClock); },
+                        [done = std::move(done)](std::optional<std::vector<ApplicationRow>> rows) {
+                            done(std::move(rows).value_or(std::vector<ApplicationRow>()));
+                        });
+                });
         default: return std::make_unique<CPage>(m_fonts, std::move(title), std::move(line));
     }
 }
@@ -243,10 +242,18 @@ void FirewallControlCenterDialog::CheckClock() {
 void FirewallControlCenterDialog::FetchTrayNotice() {
     if (m_isFetchingTrayText) return;
     m_isFetchingTrayText = true;
-    m_link.FetchTrayText([this](const std::optional<std::string>& text) {
-        m_isFetchingTrayText = false;
-        if (text) OnTrayText(*text);
-    });
+    using Text = std::optional<std::string>;
+    m_link.Ask<Text>([](ServicePipes& pipes) { return pipes.FetchTrayText(); },
+                     [this](const std::optional<Text>& text) {
+                         m_isFetchingTrayText = false;
+                         if (text && *text) OnTrayText(**text);
+                     });
+}
+
+void FirewallControlCenterDialog::RunCompletions() {
+    m_link.RunCompletions();
+    m_reads.RunCompletions();
+    m_status.ShowService(m_link.Service());
 }
 
 PromptAnswer FirewallControlCenterDialog::AskUser(const PromptQuestion& question) {
@@ -296,7 +303,7 @@ std::optional<LRESULT> FirewallControlCenterDialog::OnMessage(UINT message, WPAR
         return 0;
     }
     switch (message) {
-        case kMessageLinkCompletions: m_link.RunCompletions(); return 0;
+        case kMessageLinkCompletions: RunCompletions(); return 0;
         case kMessageTray:
             m_tray.OnTrayNotification(static_cast<UINT>(wParam), static_cast<UINT>(lParam));
             return 0;
@@ -368,6 +375,7 @@ void FirewallControlCenterDialog::ExitControlCenter() {
     m_link.Send([](CommandPipe& pipe) { pipe.CMD_SHUTDOWN_FIRST(); });
     m_link.Send([](CommandPipe& pipe) { pipe.CMD_SHUTDOWN_SECOND(); });
     m_link.Stop(kExitPatience);
+    m_reads.Stop(std::chrono::milliseconds(0));
     End(0);
 }
 

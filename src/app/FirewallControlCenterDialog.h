@@ -13,7 +13,6 @@
 #include "app/PageHost.h"
 #include "app/PageList.h"
 #include "app/ResizeGrip.h"
-#include "app/ServiceLink.h"
 #include "app/StatusLine.h"
 #include "base/ClockCheck.h"
 #include "base/StopSignal.h"
@@ -21,7 +20,9 @@
 #include "config/Language.h"
 #include "config/UserValues_win.h"
 #include "ipc/Device_win.h"
+#include "ipc/LinkThread.h"
 #include "ipc/Pipe_win.h"
+#include "ipc/ServiceLink.h"
 #include "prompts/ConnectionPrompt.h"
 #include "prompts/PromptWorld_win.h"
 #include "tray/SystemTray_win.h"
@@ -29,6 +30,7 @@
 #include "ui/Dialog.h"
 #include "ui/Fonts.h"
 #include "ui/WorkerThread.h"
+#include "views/ConnectionsReader.h"
 
 namespace brennvar {
 
@@ -67,6 +69,7 @@ private:
     void CheckClock();
     void FetchTrayNotice();
 
+    void RunCompletions();
     [[nodiscard]] PromptAnswer AskUser(const PromptQuestion& question);
     void OnTrayText(const std::string& text);
     void OnWorkerFinished(std::size_t index) { m_workers[index].Stop(); }
@@ -98,6 +101,10 @@ private:
     ConnectionPromptService m_prompts{m_devices, m_promptWorld};
 
     ServiceLink m_link;
+    // Reads files and the driver's tables, which the service may hold or which may be large.
+    LinkThread m_reads;
+    SystemClock m_readsClock{m_reads.Stopping()};
+    std::unique_ptr<ConnectionsReader> m_connections;   // made when the language is known
     std::array<CWorkerThread, kWorkerCount> m_workers;  // long jobs: filling a log list, exporting a log
     CSystemTray m_tray;
     PageHost m_pages;

@@ -5,9 +5,9 @@
 #include <cstddef>
 #include <optional>
 
-#include "app/ServiceWatch.h"
 #include "base/Windows_win.h"
 #include "config/Language.h"
+#include "ipc/WatchedConnector.h"
 #include "tray/TrafficMeter.h"
 #include "ui/Fonts.h"
 

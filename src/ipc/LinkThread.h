@@ -1,5 +1,6 @@
-// The one thread that talks to the service, so that a missing service never freezes a window and commands arrive in
-// the order in which they were given.
+// A thread that does for the user-interface thread what may have to wait, one task after another. One such thread
+// talks to the service, so that a missing service never freezes a window and commands arrive in the order in which
+// they were given; another one reads files and the driver's tables.
 #pragma once
 
 #include <chrono>
@@ -7,8 +8,11 @@
 #include <cstddef>
 #include <deque>
 #include <functional>
+#include <memory>
 #include <mutex>
+#include <optional>
 #include <thread>
+#include <utility>
 
 #include "base/StopSignal.h"
 
@@ -31,6 +35,14 @@ public:
     // failures of the link are silent. The completion runs afterwards, in either case, inside RunCompletions, in
     // the order of the tasks. After the stop both are dropped.
     void Post(Task task, Task completion = {});
+
+    // The same for a task with a result: done gets it, or nothing when the task has thrown.
+    template <class Result>
+    void Ask(std::function<Result()> task, std::function<void(std::optional<Result>)> done) {
+        const auto result = std::make_shared<std::optional<Result>>();
+        Post([result, task = std::move(task)] { *result = task(); },
+             [result, done = std::move(done)] { done(std::move(*result)); });
+    }
 
     // User-interface thread: runs the completions that are waiting. A completion may call it again (a dialog that
     // pumps messages does). What a completion throws is dropped.

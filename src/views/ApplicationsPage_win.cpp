@@ -7,8 +7,8 @@
 namespace brennvar {
 
 ApplicationsPage::ApplicationsPage(const CFonts& fonts, const Language& language, std::string title,
-                                   std::string line, Loader load)
-    : CPage(fonts, std::move(title), std::move(line)), m_language(language), m_load(std::move(load)) {}
+                                   std::string line, Reader read)
+    : CPage(fonts, std::move(title), std::move(line)), m_language(language), m_read(std::move(read)) {}
 
 void ApplicationsPage::OnCreateContent() {
     const ListColumn columns[] = {{.title = m_language.GetText(1027, "Name"), .width = 200},
@@ -45,9 +45,13 @@ void ApplicationsPage::OnRulesChanged() {
 }
 
 void ApplicationsPage::Reload() {
+    m_read([this](std::vector<ApplicationRow> rows) { OnRead(std::move(rows)); });
+}
+
+void ApplicationsPage::OnRead(std::vector<ApplicationRow> rows) {
     std::string selectedPath;
     if (const int row = m_list.SelectedRow(); row >= 0) selectedPath = m_rows[static_cast<std::size_t>(row)].path;
-    m_rows = m_load();
+    m_rows = std::move(rows);
     int newRow = -1;
     for (std::size_t row = 0; !selectedPath.empty() && row < m_rows.size(); ++row) {
         if (m_rows[row].path != selectedPath) continue;

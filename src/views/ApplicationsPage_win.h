@@ -14,10 +14,11 @@ namespace brennvar {
 
 class ApplicationsPage final : public CPage, private ListRows {
 public:
-    using Loader = std::function<std::vector<ApplicationRow>()>;
+    // Reads the rules without keeping the caller waiting; calls done later, on the same thread.
+    using Reader = std::function<void(std::function<void(std::vector<ApplicationRow>)> done)>;
 
     ApplicationsPage(const CFonts& fonts, const Language& language, std::string title, std::string line,
-                     Loader load);
+                     Reader read);
 
     void Reload() override;
     void OnRulesChanged() override;
@@ -33,8 +34,10 @@ private:
     [[nodiscard]] std::string CellText(int row, int column) const override;
     [[nodiscard]] std::string ActionText(ApplicationState action) const;
 
+    void OnRead(std::vector<ApplicationRow> rows);
+
     const Language& m_language;
-    const Loader m_load;
+    const Reader m_read;
     CListView m_list;
     std::vector<ApplicationRow> m_rows;
 };

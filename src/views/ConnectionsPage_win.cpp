@@ -29,13 +29,13 @@ ConnectionsPage::ConnectionsPage(const CFonts& fonts, const Language& language, 
       m_countShown(std::move(countShown)) {}
 
 void ConnectionsPage::OnCreateContent() {
-    const ListColumn columns[] = {{.title = m_language.GetText(1020, "Process"), .width = 144},
-                                  {.title = m_language.GetText(1021, "Address"), .width = 256},
+    const ListColumn columns[] = {{.title = m_language.GetText(1020, "Process"), .width = 128},
+                                  {.title = m_language.GetText(1021, "Address"), .width = 240},
                                   {.title = m_language.GetText(1022, "State"), .width = 80},
                                   {.title = m_language.GetText(1023, "PID"), .width = 48, .isNumber = true},
                                   {.title = m_language.GetText(1024, "Bytes in"), .width = 80, .isNumber = true},
                                   {.title = m_language.GetText(1025, "Bytes out"), .width = 80, .isNumber = true},
-                                  {.title = m_language.GetText(1026, "Path"), .width = 72, .takesRoom = true}};
+                                  {.title = m_language.GetText(1026, "Path"), .width = 96, .takesRoom = true}};
     m_list.Create(Window(), IDC_PAGE_LIST, IDC_LIST_EMPTY, Fonts().Text(), columns, *this);
     m_list.SetEmptyText(m_language.GetText(
         1018, "Reading the connections. This takes longer while the firewall service is not reachable."));
@@ -72,14 +72,10 @@ void ConnectionsPage::OnTimer(UINT_PTR id) {
 }
 
 void ConnectionsPage::Reload() {
-    // A missing service can hold a reading up for long; the next one starts when it is over.
-    if (m_isReading) return;
-    m_isReading = true;
     m_read([this](Reading reading) { OnRead(std::move(reading)); });
 }
 
 void ConnectionsPage::OnRead(Reading reading) {
-    m_isReading = false;
     if (!reading) {
         // The rows stay as they were.
         m_list.SetEmptyText(m_language.GetText(1017,

@@ -11,15 +11,15 @@
 #include "ui/ListView.h"
 #include "ui/Page.h"
 #include "views/ConnectionRows.h"
+#include "views/ConnectionsReader.h"
 
 namespace brennvar {
 
 class ConnectionsPage final : public CPage, private ListRows {
 public:
-    // Nothing: the driver cannot be read.
-    using Reading = std::optional<std::vector<ConnectionRow>>;
-    // Reads without keeping the caller waiting; calls done later, on the same thread.
-    using Reader = std::function<void(std::function<void(Reading)> done)>;
+    using Reading = ConnectionsReader::Reading;
+    // Reads without keeping the caller waiting; calls done later, on the same thread, or not at all.
+    using Reader = std::function<void(ConnectionsReader::Done done)>;
     // Told how many rows the page shows, and nothing when it is hidden.
     using CountShown = std::function<void(std::optional<std::size_t>)>;
 
@@ -47,7 +47,6 @@ private:
     const CountShown m_countShown;
     CListView m_list;
     std::vector<ConnectionRow> m_rows;
-    bool m_isReading = false;
 };
 
 }  // namespace brennvar

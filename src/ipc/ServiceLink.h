@@ -1,0 +1,56 @@
+// The service as the windows see it: nothing here waits. What is asked is done on the link thread, first come,
+// first served, and what comes of it is handed over on the user-interface thread, where all of this is called.
+#pragma once
+
+#include <chrono>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <utility>
+
+#include "base/SystemClock.h"
+#include "ipc/CommandPipe.h"
+#include "ipc/LinkThread.h"
+#include "ipc/ServicePipes.h"
+#include "ipc/WatchedConnector.h"
+
+namespace brennvar {
+
+class ServiceLink {
+public:
+    // Makes the connector for the link thread; its waits are to end when the signal is requested.
+    using MakeConnector = std::function<std::unique_ptr<PipeConnector>(const StopSignal& stop)>;
+
+    // wake as for LinkThread: RunCompletions is to be called soon.
+    ServiceLink(std::function<void()> wake, const MakeConnector& makeConnector);
+    ServiceLink(const ServiceLink&) = delete;
+    ServiceLink& operator=(const ServiceLink&) = delete;
+    ~ServiceLink();
+
+    // Command after command, in the order of these calls.
+    void Send(std::function<void(CommandPipe&)> command);
+
+    // ask runs on the link thread; done gets its result on the user-interface thread, nothing when ask has failed.
+    // It is not called when the program ends before.
+    template <class Result>
+    void Ask(std::function<Result(ServicePipes&)> ask, std::function<void(std::optional<Result>)> done) {
+        m_thread.Ask<Result>([this, ask = std::move(ask)] { return ask(m_pipes); }, std::move(done));
+    }
+
+    void RunCompletions() { m_thread.RunCompletions(); }
+    // As the last wait for one of its pipes found it. It can change whenever a call is over.
+    [[nodiscard]] PeerState Service() const { return m_connector.State(); }
+    // Gives what was sent so far this long to arrive; afterwards nothing is sent any more.
+    void Stop(std::chrono::milliseconds limit) { m_thread.Stop(limit); }
+
+private:
+    LinkThread m_thread;
+    // Used on the link thread only; they exist before the first task and until the last one is over (Stop).
+    SystemClock m_clock;
+    std::unique_ptr<PipeConnector> m_pipeConnector;
+    WatchedConnector m_connector;
+    CommandPipe m_commands;
+    ServicePipes m_pipes;
+};
+
+}  // namespace brennvar
