@@ -49,6 +49,8 @@ constexpr int kFirstPage = IDM_CONNECTIONS;
 // Severity of a clock event in the service's log.
 constexpr std::uint32_t kSeverityWarning = 2;
 
+constexpr std::chrono::seconds kWelcomeDuration{20};
+
 // How long the last commands may take; a service that is gone must not hold the program up.
 constexpr std::chrono::milliseconds kExitPatience{3000};
 
@@ -177,7 +179,8 @@ void FirewallControlCenterDialog::ShowWelcomeOnce() {
         m_language.GetText(319, "against unauthorized incoming and outgoing network traffic.") + " " +
         m_language.GetText(320, "With its intuitive interface, you have complete overview") + " " +
         m_language.GetText(321, "of your network communication and security events on your PC.");
-    m_tray.ShowTrayBalloon(text, m_language.GetText(323, "Welcome to Brennvar Personal Firewall"));
+    m_tray.ShowTrayBalloon(text, m_language.GetText(323, "Welcome to Brennvar Personal Firewall"),
+                           kWelcomeDuration);
     m_userValues.WriteUserValue(kUserValueFirstRun, 1);
 }
 
@@ -196,8 +199,7 @@ void FirewallControlCenterDialog::OnTimer(UINT_PTR id) {
         case kStatisticsTimer.id: RefreshStatistics(); break;
         case kNetworkTimer.id: CheckNetwork(); break;
         case kClockTimer.id: CheckClock(); break;
-        // Ticks that come while a question is on screen do nothing.
-        case kPromptTimer.id: (void)m_prompts.RunCycle(); break;
+        case kPromptTimer.id: AnswerPendingQuestion(); break;
         case kTrayTextTimer.id: FetchTrayNotice(); break;
         case kGripTimer.id: m_grip.Tick(Window()); break;
         default: break;  // a tick may still come after its timer has gone
@@ -256,6 +258,12 @@ void FirewallControlCenterDialog::RunCompletions() {
     m_status.ShowService(m_link.Service());
 }
 
+void FirewallControlCenterDialog::AnswerPendingQuestion() {
+    // Ticks that come while a question is on screen do nothing. A cycle that has answered may have waited for the
+    // service with this thread, which must not look like a jump of the clock.
+    if (m_prompts.RunCycle() == PromptCycle::Answered) m_clockCheck.SkipNext();
+}
+
 PromptAnswer FirewallControlCenterDialog::AskUser(const PromptQuestion& question) {
     return ConfirmationDialog(m_fonts, m_language, question).Ask(Window());
 }
@@ -307,6 +315,10 @@ std::optional<LRESULT> FirewallControlCenterDialog::OnMessage(UINT message, WPAR
         case kMessageTray:
             m_tray.OnTrayNotification(static_cast<UINT>(wParam), static_cast<UINT>(lParam));
             return 0;
+        case WM_POWERBROADCAST:
+            // The clock went on while the machine slept.
+            if (wParam == PBT_APMRESUMEAUTOMATIC) m_clockCheck.SkipNext();
+            return TRUE;
         case WM_ENTERSIZEMOVE: m_grip.OnEnterSizeMove(); return std::nullopt;
         case WM_EXITSIZEMOVE: m_grip.OnExitSizeMove(); return std::nullopt;
         case WM_NCHITTEST: {

@@ -67,6 +67,7 @@ private:
     void RefreshStatistics();
     void CheckNetwork();
     void CheckClock();
+    void AnswerPendingQuestion();
     void FetchTrayNotice();
 
     void RunCompletions();

@@ -24,10 +24,9 @@ bool PageHost::Create(HWND parent, const CFonts& fonts, std::vector<Entry> entri
                       fonts.Text());
     }
     CreateControl(parent, "STATIC", "", SS_ETCHEDVERT, IDC_COLUMN_LINE, fonts.Text());
-    for (const Entry& entry : m_entries) {
-        if (!entry.page->Create(parent)) return false;
-    }
-    return true;
+    bool all = true;
+    for (const Entry& entry : m_entries) all = entry.page->Create(parent) && all;
+    return all;
 }
 
 const PageHost::Entry* PageHost::Find(int command) const {

@@ -21,11 +21,4 @@ std::span<const PageInfo> PageList() {
     return kPages;
 }
 
-std::optional<std::size_t> FindPage(int command) {
-    for (std::size_t index = 0; index < std::size(kPages); ++index) {
-        if (kPages[index].command == command) return index;
-    }
-    return std::nullopt;
-}
-
 }  // namespace brennvar

@@ -1,8 +1,6 @@
 // The pages of the control center in the order of their buttons.
 #pragma once
 
-#include <cstddef>
-#include <optional>
 #include <span>
 #include <string_view>
 
@@ -17,7 +15,5 @@ struct PageInfo {
 };
 
 [[nodiscard]] std::span<const PageInfo> PageList();
-// The place of a page in the list; nothing for a command that opens none.
-[[nodiscard]] std::optional<std::size_t> FindPage(int command);
 
 }  // namespace brennvar

@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <vector>
 
+#include "base/LocalPath_win.h"
 #include "base/VersionBlock.h"
 #include "base/Windows_win.h"
 
@@ -35,6 +36,7 @@ std::string ToAnsi(const std::u16string& text) {
 }  // namespace
 
 std::string ReadFileDescription(const std::string& path) {
+    if (!IsOnThisMachine(path)) return {};
     // The block is searched by our own code: the system's query (VerQueryValue) believes the lengths in it.
     return ToAnsi(FindFileDescription(ReadVersionBlock(path)));
 }

@@ -92,11 +92,11 @@ void CommandPipe::CMD_SET_OPTION_TEXT(std::uint32_t optionId, std::string_view t
     Send(record);
 }
 
-void CommandPipe::CMD_SET_APPLICATION_RULE(std::string_view path, std::uint32_t action) {
+void CommandPipe::CMD_SET_APPLICATION_RULE(std::string_view path, RuleCommandAction action) {
     CommandRecord record{};
     record.code = CommandCode::SetApplicationRule;
     PutText(record.subject, path);
-    record.value = action;
+    record.value = static_cast<std::uint32_t>(action);
     Send(record);
 }
 

@@ -50,8 +50,7 @@ public:
     void CMD_SET_LANGUAGE(std::string_view folderName);
     void CMD_SEND_TEST_MAIL();
     void CMD_RELOAD_SIGNATURES();
-    // action: 0, 1 or 2 as in the rules file; 3 removes the application.
-    void CMD_SET_APPLICATION_RULE(std::string_view path, std::uint32_t action);
+    void CMD_SET_APPLICATION_RULE(std::string_view path, RuleCommandAction action);
     // date: "yyyymmdd"; value: 1 when the dialog ended with its other result, 0 for OK.
     void CMD_DELETE_LOGS(std::string_view date, std::uint32_t value);
     void CMD_SET_RUN_STATE(std::uint32_t value);

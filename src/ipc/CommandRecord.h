@@ -45,6 +45,9 @@ enum class CommandCode : std::uint32_t {
     MoveAdvancedRuleDown = 31,
 };
 
+// The coding of SetApplicationRule, which is not that of the rules file (1 deny, 2 allow).
+enum class RuleCommandAction : std::uint32_t { Deny = 0, Allow = 1, Ask = 2, Remove = 3 };
+
 inline constexpr std::size_t kAdvancedRuleSize = 712;
 
 // One record of the advanced rules file, carried as it stands; its fields belong to the service and the editor.

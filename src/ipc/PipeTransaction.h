@@ -9,9 +9,9 @@
 
 namespace brennvar {
 
-// Switches to message mode and transacts. True when the whole answer came. Anything else, a short answer included,
-// leaves answer all zeros: half a record says nothing.
-[[nodiscard]] bool TransactWhole(PipeConnection& connection, std::span<const std::byte> request,
-                                 std::span<std::byte> answer, std::chrono::milliseconds pendingLimit);
+// Switches to message mode and transacts. Done when the whole answer came; a short answer counts as Failed.
+// Anything but Done leaves answer all zeros: half a record says nothing.
+[[nodiscard]] PipeOutcome TransactWhole(PipeConnection& connection, std::span<const std::byte> request,
+                                        std::span<std::byte> answer, std::chrono::milliseconds pendingLimit);
 
 }  // namespace brennvar

@@ -3,6 +3,9 @@
 #include <sys/stat.h>
 #include <sys/types.h>
 
+#include <cerrno>
+#include <cstdlib>
+
 namespace brennvar {
 namespace {
 
@@ -67,9 +70,22 @@ std::optional<RecordFile> RecordFile::OpenReadOnly(const std::string& path) {
     return Open(path, "rb");
 }
 
+// After a failed open: this user may not write the file at all, so that waiting for it is of no use.
+bool WasDenied() {
+#ifdef _WIN32
+    constexpr unsigned long kErrorAccessDenied = 5;  // of Windows; a file that is held gives a sharing violation
+    return _doserrno == kErrorAccessDenied;
+#else
+    return errno == EACCES;
+#endif
+}
+
 std::optional<RecordFile> RecordFile::RulesFileOpen(const std::string& path, Clock& clock) {
     if (StateOf(path) == PathState::SomethingElse) return std::nullopt;
     if (auto file = Open(path, "rb+")) return file;
+    if (WasDenied()) {
+        if (auto file = OpenReadOnly(path)) return file;
+    }
     const FileTime start = clock.UtcNow();
     for (int retry = 0; retry < kRecordFilePolicy.retries; ++retry) {
         if (StateOf(path) == PathState::MissingOrEmpty) {

@@ -10,10 +10,13 @@ namespace brennvar {
 bool ServicePipes::PipeTransact(const std::string& pipeName, std::span<const std::byte> request,
                                 std::span<std::byte> answer) {
     std::fill(answer.begin(), answer.end(), std::byte{0});
-    m_lastWaitFoundService = WaitForPipe(m_connector, m_clock, pipeName, m_policy);
-    if (!m_lastWaitFoundService) return false;
+    m_lastCallMetService = WaitForPipe(m_connector, m_clock, pipeName, m_policy);
+    if (!m_lastCallMetService) return false;
     const auto connection = m_connector.Open(pipeName);
-    return connection && TransactWhole(*connection, request, answer, m_policy.pendingLimit);
+    if (!connection) return false;
+    const PipeOutcome outcome = TransactWhole(*connection, request, answer, m_policy.pendingLimit);
+    m_lastCallMetService = outcome != PipeOutcome::TimedOut;
+    return outcome == PipeOutcome::Done;
 }
 
 std::optional<std::string> ServicePipes::ResolveProcessPath(std::uint32_t processId) {

@@ -30,14 +30,15 @@ public:
     // At most 4095 characters. Nothing: there is no notice.
     [[nodiscard]] std::optional<std::string> FetchTrayText();
 
-    // False after a call whose waits found no instance of the pipe: the next call would wait as long again.
-    [[nodiscard]] bool LastWaitFoundService() const { return m_lastWaitFoundService; }
+    // False after a call whose waits found no instance of the pipe, or that got no answer in time: the next call
+    // would wait as long again.
+    [[nodiscard]] bool LastCallMetService() const { return m_lastCallMetService; }
 
 private:
     PipeConnector& m_connector;
     Clock& m_clock;
     PipePolicy m_policy;
-    bool m_lastWaitFoundService = true;
+    bool m_lastCallMetService = true;
 };
 
 }  // namespace brennvar

@@ -155,7 +155,7 @@ void ConfirmationDialog::OnDrawItem(const DRAWITEMSTRUCT& item) {
     } rows[] = {
         {m_question.remoteLabel, m_question.remoteAddress, DT_END_ELLIPSIS},
         {m_question.protocolLabel, m_question.protocol, DT_END_ELLIPSIS},
-        {m_language.GetText(1029, "Program file:"), m_question.path, DT_PATH_ELLIPSIS},
+        {m_question.programLabel, m_question.path, DT_PATH_ELLIPSIS},
         {m_question.adviceLabel, m_question.advice, DT_END_ELLIPSIS},
     };
     for (const auto& row : rows) {

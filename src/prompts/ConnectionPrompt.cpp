@@ -13,6 +13,10 @@ namespace {
 // Stands for the path of a program that nobody knows, on screen and in the answer.
 constexpr char kUnknownPath[] = "Unknown name";
 
+// A path is used as the fixed fields of rules and answers hold it, 260 bytes with its zero: a rule for a longer one
+// would never be found again.
+constexpr std::size_t kLongestPath = sizeof ConnectionPromptAnswer::path - 1;
+
 std::uint64_t AddressOf(void* memory) {
     return reinterpret_cast<std::uintptr_t>(memory);
 }
@@ -56,8 +60,8 @@ PromptCycle ConnectionPromptService::FetchAndAnswer(Device& device) {
     answer.processId = m_request.processId;
     if (answer.processId != kNoProcess) {
         const Application application = FindApplication();
-        answer.decision = Decide(application);
         PutText(answer.path, application.path);
+        answer.decision = DecideOrDeny(application);
     }
     m_world.SendAnswer(answer);
     return PromptCycle::Answered;
@@ -75,11 +79,22 @@ bool ConnectionPromptService::FetchQuestion(Device& device) {
 }
 
 ConnectionPromptService::Application ConnectionPromptService::FindApplication() {
-    if (const std::string_view path = TextOf(m_request.path); !path.empty()) return {std::string(path), true};
+    if (const std::string_view path = TextOf(m_request.path); !path.empty()) {
+        return {std::string(path.substr(0, kLongestPath)), true};
+    }
     if (auto path = m_world.ResolveProcessPath(m_request.processId); path && !path->empty()) {
         return {*std::move(path), true};
     }
     return {kUnknownPath, false};
+}
+
+PromptDecision ConnectionPromptService::DecideOrDeny(const Application& application) {
+    try {
+        return Decide(application);
+    } catch (...) {
+        // The driver has handed the question out and waits for its answer, though it could not be asked.
+        return PromptDecision::DenyOnce;
+    }
 }
 
 PromptDecision ConnectionPromptService::Decide(const Application& application) {

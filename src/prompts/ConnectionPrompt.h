@@ -46,6 +46,7 @@ private:
     [[nodiscard]] PromptCycle FetchAndAnswer(Device& device);
     [[nodiscard]] bool FetchQuestion(Device& device);
     [[nodiscard]] Application FindApplication();
+    [[nodiscard]] PromptDecision DecideOrDeny(const Application& application);
     [[nodiscard]] PromptDecision Decide(const Application& application);
     [[nodiscard]] PromptQuestion BuildQuestion(const Application& application);
 

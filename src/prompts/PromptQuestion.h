@@ -28,10 +28,11 @@ struct PromptQuestion {
     std::string remoteLabel;    // "Remote host:"
     std::string serviceLabel;   // "Reason:"
     std::string protocolLabel;  // "Protocol:"
+    std::string programLabel;   // "Program file:"
     std::string adviceLabel;    // "General advice:"
     std::string askText;        // "Allow this network communication?"
 
-    std::string body;  // all of the above in one text of several lines, broken by "\n"
+    std::string body;  // the above in one text of several lines, without the program file, broken by "\n"
 
     // The dialog's own texts.
     std::string caption;

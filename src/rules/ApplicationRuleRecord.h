@@ -9,11 +9,8 @@
 
 namespace brennvar {
 
-// The file's coding. The command that changes a rule has another one (RuleCommandAction).
+// The file's coding. The command that changes a rule has another one (RuleCommandAction in ipc/CommandRecord.h).
 enum class RuleAction : std::uint32_t { Ask = 0, Deny = 1, Allow = 2 };  // any other value: ask
-
-// The coding of CommandCode::SetApplicationRule.
-enum class RuleCommandAction : std::uint32_t { Deny = 0, Allow = 1, Ask = 2, Remove = 3 };
 
 #pragma pack(push, 1)
 struct ApplicationRuleRecord {

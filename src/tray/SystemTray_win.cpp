@@ -58,15 +58,17 @@ void CSystemTray::RemoveIcon() {
     Delete();
 }
 
-void CSystemTray::ShowTrayBalloon(const std::string& text, const std::string& title) {
+void CSystemTray::ShowTrayBalloon(const std::string& text, const std::string& title,
+                                  std::chrono::seconds duration) {
     if (!m_wanted || text.empty()) return;
     if (!m_shown) {
-        m_waitingBalloon = Balloon{.text = text, .title = title};
+        m_waitingBalloon = Balloon{.text = text, .title = title, .duration = duration};
         return;
     }
     NOTIFYICONDATAA data = NewData();
     data.uFlags = NIF_INFO;
     data.dwInfoFlags = NIIF_INFO;
+    data.uTimeout = static_cast<UINT>(std::chrono::milliseconds(duration).count());
     PutText(data.szInfo, text);
     PutText(data.szInfoTitle, title);
     (void)m_notify(NIM_MODIFY, data);  // a notice that cannot be shown is lost silently
@@ -90,7 +92,7 @@ void CSystemTray::AddOrWait() {
     if (m_shown || m_retriesLeft == 0) ::KillTimer(m_window, kRetryTimer);
     if (!m_shown || !m_waitingBalloon) return;
     const Balloon balloon = *std::exchange(m_waitingBalloon, std::nullopt);
-    ShowTrayBalloon(balloon.text, balloon.title);
+    ShowTrayBalloon(balloon.text, balloon.title, balloon.duration);
 }
 
 bool CSystemTray::Add() {

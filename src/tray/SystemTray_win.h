@@ -1,6 +1,7 @@
 // The icon in the notification area and its notices. User-interface thread only.
 #pragma once
 
+#include <chrono>
 #include <functional>
 #include <optional>
 #include <string>
@@ -35,9 +36,11 @@ public:
     // on; the icon also comes back by itself when the task bar was made anew. False when there is no hidden window.
     bool Create(const Setup& setup);
     void RemoveIcon();
-    // A notice at the icon; text of at most 255 and title of at most 63 characters. While the icon is not there
-    // yet, the last notice is kept for it.
-    void ShowTrayBalloon(const std::string& text, const std::string& title);
+    // A notice at the icon; text of at most 255 and title of at most 63 characters, shown that long if the shell
+    // lets us say so (0: as long as the shell likes). While the icon is not there yet, the last notice is kept for
+    // it.
+    void ShowTrayBalloon(const std::string& text, const std::string& title,
+                         std::chrono::seconds duration = std::chrono::seconds(0));
     // What the owner's callback message carried.
     void OnTrayNotification(UINT iconId, UINT mouseMessage) const;
 
@@ -48,6 +51,7 @@ private:
     struct Balloon {
         std::string text;
         std::string title;
+        std::chrono::seconds duration;
     };
 
     static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept;

@@ -43,7 +43,7 @@ void CPage::Place(const RECT& place) {
 }
 
 void CPage::Show() {
-    if (m_shown) return;
+    if (m_shown || Window() == nullptr) return;
     m_shown = true;
     ::ShowWindow(Window(), SW_SHOWNA);
     OnShow();

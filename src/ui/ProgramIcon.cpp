@@ -2,6 +2,7 @@
 
 #include <shellapi.h>
 
+#include "base/LocalPath_win.h"
 #include "ui/ResourceIds.h"
 
 namespace brennvar {
@@ -21,8 +22,7 @@ UniqueIcon LoadShellIcon(const std::string& path, IconSize size) {
 }  // namespace
 
 UniqueIcon LoadIconOfProgram(const std::string& path, IconSize size) {
-    const bool isRemote = path.starts_with(R"(\\)");
-    if (!path.empty() && !isRemote) {
+    if (!path.empty() && IsOnThisMachine(path)) {
         if (UniqueIcon icon = LoadShellIcon(path, size)) return icon;
     }
     const bool isSmall = size == IconSize::Small;

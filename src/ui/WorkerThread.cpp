@@ -1,5 +1,6 @@
 #include "ui/WorkerThread.h"
 
+#include <system_error>
 #include <utility>
 
 namespace brennvar {
@@ -14,8 +15,12 @@ bool CWorkerThread::Start(Job job) {
     if (m_thread.joinable()) return false;
     m_stop = std::make_unique<StopSignal>();
     m_running = true;
-    m_thread = std::thread([this, job = std::move(job)] { Run(job); });
-    return true;
+    try {
+        m_thread = std::thread([this, job = std::move(job)] { Run(job); });
+    } catch (const std::system_error&) {  // the system has no thread to spare
+        m_running = false;
+    }
+    return m_thread.joinable();
 }
 
 void CWorkerThread::Run(const Job& job) {

@@ -2,8 +2,6 @@
 
 #include <utility>
 
-#include "ipc/ProcessPathCache.h"
-
 namespace brennvar {
 
 ConnectionsReader::ConnectionsReader(DeviceOpener& devices, LinkThread& reads, ServiceLink& link,
@@ -30,14 +28,17 @@ void ConnectionsReader::AskForPaths(std::shared_ptr<const DriverTables> tables, 
     m_isAsking = true;
     m_link.Ask<NamedRows>(
         [tables = std::move(tables), noProcess = m_noProcessText](ServicePipes& pipes) {
-            ProcessPathCache cache(pipes);
             NamedRows named;
-            named.rows = BuildConnectionRows(
-                *tables,
-                [&](std::uint32_t processId) {
-                    return named.paths.emplace(processId, cache(processId)).first->second;
-                },
-                noProcess);
+            bool isMissing = false;
+            const auto resolve = [&](std::uint32_t processId) -> std::optional<std::string> {
+                // One wait for a service that is not there is enough for a reading: the rest is unknown.
+                if (isMissing) return std::nullopt;
+                auto path = pipes.ResolveProcessPath(processId);
+                isMissing = !pipes.LastCallMetService();
+                named.paths.emplace(processId, path);
+                return path;
+            };
+            named.rows = BuildConnectionRows(*tables, resolve, noProcess);
             return named;
         },
         [this, number = m_latest, done = std::move(done)](std::optional<NamedRows> named) {

@@ -126,6 +126,7 @@ TEST_F(ProductTest, TellsTheServiceWhenItStartsAndWhenItEnds) {
     ASSERT_TRUE(AskToExit(IDOK));
     EXPECT_EQ(m_interface->WaitForEnd(), 0);
     expected.insert(expected.end(), {"COMMAND 5596 0:0D", "COMMAND 5596 0:0B"});
+    ASSERT_TRUE(WaitForRecords("COMMAND", expected.size()));
     EXPECT_EQ(m_service->Journal("COMMAND"), expected);
 }
 
@@ -225,6 +226,25 @@ TEST_F(ProductTest, SurvivesAServiceThatDiesInTheMiddleOfATransaction) {
     StartInterface();
     EXPECT_EQ(WaitForRows(kConnectionsCommand, 1, 1), (Rows{{"no process associated"}}));
     EXPECT_EQ(m_service->WaitForEnd(), 3);
+    EXPECT_LT(AnswerTime(m_window, 5s), 5s);
+    EXPECT_TRUE(m_interface->IsRunning());
+}
+
+TEST_F(ProductTest, SurvivesADriverThatAnswersNonsense) {
+    // The connections' answer claims more than was asked for, the listeners' request fails, the totals are cut
+    // short, and the question is longer than any path, without an end.
+    StartService({"connection ESTAB-OUT 10.1.2.3:49152 93.184.216.34:443 900077 0 0",
+                  "listener udp 10.0.0.1:53 900077", "hostile connections long 1000", "hostile listeners fail 1000",
+                  "hostile totals short 1000", "hostile question odd",
+                  std::string("question tcp 10.1.2.3:1 10.9.9.9:2 4242 ") + kAurora});
+    StartInterface();
+    const HWND dialog = WaitForQuestion();
+    ASSERT_NE(dialog, nullptr);
+    ASSERT_TRUE(PressWhenEnabled(dialog, kNo));
+    ASSERT_TRUE(WaitForRecords("CONFIRM", 1));
+    // What stands behind the real entry is zeros: the buffer is full of unknown connections, and all of it is ours.
+    EXPECT_EQ(WaitForRows(kConnectionsCommand, 3, [](const Rows& rows) { return rows.size() == 1000; }).size(),
+              1000U);
     EXPECT_LT(AnswerTime(m_window, 5s), 5s);
     EXPECT_TRUE(m_interface->IsRunning());
 }

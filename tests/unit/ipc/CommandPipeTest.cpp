@@ -64,7 +64,7 @@ TEST_F(CommandPipeTest, EverySenderFillsOnlyTheFieldsOfItsCommand) {
         {[](auto& p) { p.CMD_SET_LANGUAGE("English"); }, {{0, "\x13"}, {5472, "English"}}},
         {[](auto& p) { p.CMD_SEND_TEST_MAIL(); }, {{0, "\x14"}}},
         {[](auto& p) { p.CMD_RELOAD_SIGNATURES(); }, {{0, "\x15"}}},
-        {[](auto& p) { p.CMD_SET_APPLICATION_RULE("c:\\a.exe", 3); },
+        {[](auto& p) { p.CMD_SET_APPLICATION_RULE("c:\\a.exe", RuleCommandAction::Remove); },
          {{0, "\x16"}, {132, "c:\\a.exe"}, {644, "\3"}}},
         {[](auto& p) { p.CMD_DELETE_LOGS("20260309", 1); }, {{0, "\x17"}, {132, "20260309"}, {644, "\1"}}},
         {[](auto& p) { p.CMD_SET_RUN_STATE(1); }, {{0, "\x18"}, {644, "\1"}}},

@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include "ipc/ProcessPathCache.h"
 #include "support/FakeClock.h"
 #include "support/FakePipe.h"
 #include "support/RawBytes.h"
@@ -64,7 +63,7 @@ TEST_F(ServicePipesTest, TakesOnlyWholeAnswersWithStatusTwo) {
     for (const Row& row : rows) {
         Answer(row.answer);
         EXPECT_EQ(service.ResolveProcessPath(1), row.expected) << row.what;
-        EXPECT_TRUE(service.LastWaitFoundService()) << row.what;
+        EXPECT_TRUE(service.LastCallMetService()) << row.what;
     }
     Answer(ZerosWith(4099, {{0, "\2"}, {4, "ATTACK"}}));
     EXPECT_EQ(service.FetchTrayText(), std::nullopt);
@@ -84,6 +83,7 @@ TEST_F(ServicePipesTest, TreatsEveryFailureOfTheTransactionAsUnknown) {
     Answer(ZerosWith(520, {{0, "\2"}, {8, "p"}}));
     pipe.outcome = PipeOutcome::TimedOut;
     EXPECT_EQ(service.ResolveProcessPath(1), std::nullopt);
+    EXPECT_FALSE(service.LastCallMetService());
     pipe.outcome = PipeOutcome::Failed;
     EXPECT_EQ(service.ResolveProcessPath(1), std::nullopt);
     pipe.outcome = PipeOutcome::Done;
@@ -91,7 +91,7 @@ TEST_F(ServicePipesTest, TreatsEveryFailureOfTheTransactionAsUnknown) {
     EXPECT_EQ(service.ResolveProcessPath(1), std::nullopt);
     pipe.canOpen = false;
     EXPECT_EQ(service.ResolveProcessPath(1), std::nullopt);
-    EXPECT_TRUE(service.LastWaitFoundService());
+    EXPECT_TRUE(service.LastCallMetService());
     EXPECT_EQ(pipe.openCount, 0);
     EXPECT_TRUE(clock.sleeps.empty());
 }
@@ -106,7 +106,7 @@ TEST_F(ServicePipesTest, ClearsWhatAFailedTransactionLeftInTheAnswer) {
 TEST_F(ServicePipesTest, WaitsThirtyTimesAndThenKnowsThatTheServiceIsMissing) {
     pipe.failingWaits = FakePipe::kAlways;
     EXPECT_EQ(service.FetchTrayText(), std::nullopt);
-    EXPECT_FALSE(service.LastWaitFoundService());
+    EXPECT_FALSE(service.LastCallMetService());
     ASSERT_EQ(pipe.waits.size(), 30U);
     EXPECT_EQ(pipe.waits[29].limit, 10'000ms);
     EXPECT_EQ(clock.sleeps, std::vector<std::chrono::milliseconds>(29, 200ms));
@@ -115,30 +115,7 @@ TEST_F(ServicePipesTest, WaitsThirtyTimesAndThenKnowsThatTheServiceIsMissing) {
     pipe.failingWaits = 0;
     Answer(ZerosWith(4100, {{0, "\2"}, {4, "ATTACK"}}));
     EXPECT_EQ(service.FetchTrayText(), "ATTACK");
-    EXPECT_TRUE(service.LastWaitFoundService());
-}
-
-TEST_F(ServicePipesTest, CacheAsksForEachProcessOnce) {
-    Answer(ZerosWith(520, {{0, "\2"}, {8, "p"}}));
-    ProcessPathCache cache(service);
-    EXPECT_EQ(cache(1), "p");
-    Answer(ZerosWith(520, {{0, "\1"}}));
-    EXPECT_EQ(cache(1), "p");
-    EXPECT_EQ(cache(2), std::nullopt);
-    EXPECT_EQ(cache(2), std::nullopt);  // "unknown" is an answer, too
-    EXPECT_EQ(pipe.requests.size(), 2U);
-}
-
-TEST_F(ServicePipesTest, CacheAsksNoMoreOnceTheServiceIsMissing) {
-    Answer(ZerosWith(520, {{0, "\2"}, {8, "p"}}));
-    ProcessPathCache cache(service);
-    EXPECT_EQ(cache(1), "p");
-    pipe.failingWaits = FakePipe::kAlways;
-    pipe.waits.clear();
-    EXPECT_EQ(cache(2), std::nullopt);
-    EXPECT_EQ(cache(3), std::nullopt);
-    EXPECT_EQ(cache(1), "p");
-    EXPECT_EQ(pipe.waits.size(), 30U);
+    EXPECT_TRUE(service.LastCallMetService());
 }
 
 }  // namespace

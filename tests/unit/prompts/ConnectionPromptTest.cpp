@@ -222,7 +222,7 @@ TEST_F(ConnectionPromptTest, ReplacesAnUnknownAddressByTheOneUsedTowardsTheOther
 TEST_F(ConnectionPromptTest, EndsALongPathItself) {
     // No zero up to the end of the record: its last byte is taken as one.
     question.PutPath(std::string(288, 'p'));
-    EXPECT_EQ(QuestionOfCycle().path, std::string(287, 'p'));
+    EXPECT_EQ(QuestionOfCycle().path, std::string(259, 'p'));
     EXPECT_EQ(TextOf(world.sent.back().path), std::string(259, 'p'));
     EXPECT_EQ(world.sent.back().path[259], '\0');
     EXPECT_EQ(world.sent.back().processId, 4711U);
@@ -252,8 +252,7 @@ TEST_F(ConnectionPromptTest, RefusesASecondCycleWhileAQuestionIsOnScreen) {
 
 TEST_F(ConnectionPromptTest, IsReadyAgainAfterADialogThatThrew) {
     world.whileAsking = [] { throw std::runtime_error("no window"); };
-    EXPECT_THROW((void)service.RunCycle(), std::runtime_error);
-    EXPECT_TRUE(world.sent.empty());
+    EXPECT_EQ(AnswerOfCycle().decision, PromptDecision::DenyOnce);
     world.whileAsking = nullptr;
     EXPECT_EQ(TextOf(AnswerOfCycle().path), kMailPath);
 }

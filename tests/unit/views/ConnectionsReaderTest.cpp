@@ -29,6 +29,8 @@ public:
     bool WaitForInstance(const std::string&, std::chrono::milliseconds) override { return m_gate.get(); }
     std::unique_ptr<PipeConnection> Open(const std::string& name) override { return m_pipe.Open(name); }
 
+    test::FakePipe& Pipe() { return m_pipe; }  // before the gate is opened, or after the last answer
+
 private:
     std::shared_future<bool> m_gate;
     test::FakePipe m_pipe;
@@ -38,10 +40,15 @@ class ConnectionsReaderTest : public testing::Test {
 protected:
     std::promise<bool> gate;
     bool isGateOpen = false;
+    GatedConnector* connector = nullptr;
     test::FakeDriver driver;
     LinkThread reads{[] {}};
-    ServiceLink link{[] {}, [opened = gate.get_future().share()](
-                                const StopSignal&) { return std::make_unique<GatedConnector>(opened); }};
+    ServiceLink link{[] {},
+                     [this](const StopSignal&) {
+                         auto made = std::make_unique<GatedConnector>(gate.get_future().share());
+                         connector = made.get();
+                         return made;
+                     }};
     ConnectionsReader reader{driver, reads, link, "none"};
     int answers = 0;
     ConnectionsReader::Reading last;
@@ -98,6 +105,21 @@ TEST_F(ConnectionsReaderTest, ServiceThatHangsHoldsUpTheNamesAndNotTheList) {
         return last && last->size() == 1 && last->front().name == "a.exe";
     }));
     EXPECT_EQ(link.Service(), PeerState::Reachable);
+}
+
+TEST_F(ConnectionsReaderTest, ServiceThatDoesNotAnswerIsAskedOncePerReading) {
+    auto& table = driver.answers[kControlReadConnections];
+    const auto one = table;
+    for (std::uint8_t process = 8; process < 12; ++process) {
+        table.insert(table.end(), one.begin(), one.end());
+        table[table.size() - sizeof(ConnectionEntry) + offsetof(ConnectionEntry, processId)] = std::byte{process};
+    }
+    connector->Pipe().outcome = PipeOutcome::TimedOut;
+    OpenGate();
+    Read();
+    ASSERT_TRUE(RunUntil([&] { return answers == 1; }));
+    EXPECT_EQ(last->size(), 5U);
+    EXPECT_EQ(connector->Pipe().requests.size(), 1U);
 }
 
 TEST_F(ConnectionsReaderTest, SaysWhenTheDriverCannotBeRead) {
