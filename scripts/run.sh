@@ -61,7 +61,7 @@ main="Brennvar Personal Firewall" question="Confirm network connection"
 mkdir -p out
 rm -f out/*.png
 
-drive "wait:$question"
+drive "enabled:$question:334"
 picture 1-question
 drive "press:$question:573" "press:$question:334" "gone:$question" "command:$main:462" "rows:$main:8"
 picture 2-connections

@@ -2,6 +2,7 @@
 //   wait:CAPTION          until a visible window with this caption is there and answers
 //   gone:CAPTION          until it is not
 //   command:CAPTION:N     sends the window the command N, as a menu or a page button does
+//   enabled:CAPTION:ID    until the control ID of the window is enabled
 //   press:CAPTION:ID      presses the button ID of the window as soon as it is enabled
 //   rows:CAPTION:N        until a list of the window shows at least N rows
 // Exit code 0 when all steps were done, 1 at the first one that was not.
@@ -47,6 +48,10 @@ bool DoStep(const std::string& step) {
         return WaitForWindow(caption) &&
                ::PostMessageA(VisibleWindow(caption), WM_COMMAND, static_cast<WPARAM>(number), 0) &&
                AnswerTime(VisibleWindow(caption), kPatience) < kPatience;
+    }
+    if (verb == "enabled") {
+        return WaitForWindow(caption) &&
+               WaitUntil([&] { return ::IsWindowEnabled(::GetDlgItem(VisibleWindow(caption), number)) != FALSE; });
     }
     if (verb == "press") return WaitForWindow(caption) && PressWhenEnabled(VisibleWindow(caption), number);
     if (verb == "rows") return WaitUntil([&] { return ListHasRows(caption, number); });
