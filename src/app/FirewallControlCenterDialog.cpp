@@ -67,11 +67,18 @@ Language OpenLanguage() {
 
 }  // namespace
 
+UINT FirewallControlCenterDialog::OpenWindowMessage() {
+    static const UINT message = ::RegisterWindowMessageA("BrennvarGUI.OpenWindow");
+    return message;
+}
+
 FirewallControlCenterDialog::FirewallControlCenterDialog()
     : m_clockCheck(m_clock.UtcNow()),
       m_networkSignature(NetworkSignature(ReadInterfaceAddresses())),
-      m_promptWorld(GetDataFolder(), GetInstallationFolder(), m_promptConnector, m_clock,
-                    [this](const PromptQuestion& question) { return AskUser(question); }),
+      m_promptWorld(
+          GetDataFolder(), GetInstallationFolder(), m_promptConnector, m_clock,
+          [this](const PromptQuestion& question) { return AskUser(question); },
+          [this] { return m_link.Service(); }),
       m_link(PostWhenFinished(kMessageLinkCompletions),
              [](const StopSignal& stop) { return std::make_unique<WinPipeConnector>(stop); }),
       m_reads(PostWhenFinished(kMessageLinkCompletions)),
@@ -110,12 +117,12 @@ void FirewallControlCenterDialog::OnInitDialog() {
     const RECT place = CenterIn(MainWorkArea(), {Scale(kFirstSize.cx), Scale(kFirstSize.cy)});
     ::SetWindowPos(Window(), nullptr, place.left, place.top, place.right - place.left, place.bottom - place.top,
                    SWP_NOZORDER | SWP_NOACTIVATE);
+    SendStartCommands();  // before the page asks the service for anything
     m_pages.Open(kFirstPage);
     SetFirstFocus(kFirstPage);
 
     CreateTray();
     ShowWelcomeOnce();
-    SendStartCommands();
     RefreshStatistics();
     StartTimers();
 }
@@ -265,7 +272,7 @@ void FirewallControlCenterDialog::AnswerPendingQuestion() {
 }
 
 PromptAnswer FirewallControlCenterDialog::AskUser(const PromptQuestion& question) {
-    return ConfirmationDialog(m_fonts, m_language, question).Ask(Window());
+    return ConfirmationDialog(m_fonts, question).Ask(Window());
 }
 
 void FirewallControlCenterDialog::OnTrayText(const std::string& text) {
@@ -308,6 +315,10 @@ void FirewallControlCenterDialog::RestoreWindow() {
 std::optional<LRESULT> FirewallControlCenterDialog::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     if (message >= kMessageWorkerFinished && message < kMessageWorkerFinished + kWorkerCount) {
         OnWorkerFinished(message - kMessageWorkerFinished);
+        return 0;
+    }
+    if (message == OpenWindowMessage()) {
+        RestoreWindow();
         return 0;
     }
     switch (message) {

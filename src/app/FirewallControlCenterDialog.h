@@ -38,6 +38,9 @@ class FirewallControlCenterDialog final : public CDialog {
 public:
     FirewallControlCenterDialog();
 
+    // Broadcast by a second start of the program: the first one comes to the front.
+    [[nodiscard]] static UINT OpenWindowMessage();
+
     // Shows the window and returns when the user has left the program.
     void Run();
 

@@ -1,6 +1,6 @@
 // Entry of BrennvarGUI.exe.
 #include "app/FirewallControlCenterDialog.h"
-#include "base/Windows_win.h"
+#include "base/Handles_win.h"
 // windows.h must stand before these.
 #include <commctrl.h>
 #include <objbase.h>
@@ -28,6 +28,13 @@ int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int) {
         // Before any language file is open, and without our own windows, which may not work there.
         ::MessageBoxA(nullptr, "Brennvar Personal Firewall requires Windows 2000/XP/Vista operating system!",
                       "Brennvar Personal Firewall", MB_OK | MB_ICONSTOP);
+        return 0;
+    }
+    // One interface for each user's session: two would take questions and notices from each other.
+    const brennvar::UniqueMutex running(::CreateMutexA(nullptr, FALSE, "Local\\BrennvarGUI"));
+    if (::GetLastError() == ERROR_ALREADY_EXISTS) {
+        ::AllowSetForegroundWindow(ASFW_ANY);
+        ::PostMessageA(HWND_BROADCAST, brennvar::FirewallControlCenterDialog::OpenWindowMessage(), 0, 0);
         return 0;
     }
     // The shell's icons need COM.

@@ -40,6 +40,7 @@ struct FontTraits {
 
 using UniqueFile = UniqueHandle<FileHandleTraits>;  // file, pipe or device
 using UniqueEvent = UniqueHandle<KernelHandleTraits>;
+using UniqueMutex = UniqueHandle<KernelHandleTraits>;
 using UniqueProcess = UniqueHandle<KernelHandleTraits>;
 using UniqueToken = UniqueHandle<KernelHandleTraits>;
 using UniqueFind = UniqueHandle<FindHandleTraits>;

@@ -8,7 +8,10 @@ std::string ReadFolderName(const IniSource& settings, const std::string& section
     const std::string value = settings.Read(section, "Directory", fallback);
     const std::size_t first = value.find_first_not_of(kWhiteSpace);
     if (first == std::string::npos) return fallback;  // a blank name names no folder
-    return value.substr(first, value.find_last_not_of(kWhiteSpace) - first + 1);
+    std::string name = value.substr(first, value.find_last_not_of(kWhiteSpace) - first + 1);
+    // A folder beside the program and no other: texts and pictures from elsewhere could say anything.
+    const bool isElsewhere = name.find_first_of("\\/:") != std::string::npos || name == "." || name == "..";
+    return isElsewhere ? fallback : name;
 }
 
 }  // namespace

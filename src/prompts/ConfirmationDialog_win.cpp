@@ -45,9 +45,8 @@ void DrawLine(HDC dc, HFONT font, const RECT& place, std::string_view text, UINT
 
 }  // namespace
 
-ConfirmationDialog::ConfirmationDialog(const CFonts& fonts, const Language& language,
-                                       const PromptQuestion& question)
-    : m_fonts(fonts), m_language(language), m_question(question) {}
+ConfirmationDialog::ConfirmationDialog(const CFonts& fonts, const PromptQuestion& question)
+    : m_fonts(fonts), m_question(question) {}
 
 PromptAnswer ConfirmationDialog::Ask(HWND owner) {
     INT_PTR result = DoModal(owner, IDD_CONFIRMATION, Appearance::Unfocused);
@@ -155,7 +154,7 @@ void ConfirmationDialog::OnDrawItem(const DRAWITEMSTRUCT& item) {
     } rows[] = {
         {m_question.remoteLabel, m_question.remoteAddress, DT_END_ELLIPSIS},
         {m_question.protocolLabel, m_question.protocol, DT_END_ELLIPSIS},
-        {m_question.programLabel, m_question.path, DT_PATH_ELLIPSIS},
+        {m_question.programLabel, m_question.path, DT_PATH_ELLIPSIS | DT_END_ELLIPSIS},
         {m_question.adviceLabel, m_question.advice, DT_END_ELLIPSIS},
     };
     for (const auto& row : rows) {

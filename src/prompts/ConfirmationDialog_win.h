@@ -3,7 +3,6 @@
 #pragma once
 
 #include "base/Handles_win.h"
-#include "config/Language.h"
 #include "prompts/PromptQuestion.h"
 #include "ui/Dialog.h"
 #include "ui/Fonts.h"
@@ -17,7 +16,7 @@ public:
     static constexpr UINT_PTR kButtonTimer = 1;
 
     // All are borrowed for the life of the dialog.
-    ConfirmationDialog(const CFonts& fonts, const Language& language, const PromptQuestion& question);
+    ConfirmationDialog(const CFonts& fonts, const PromptQuestion& question);
 
     // Returns when the question is answered; messages of all windows of this thread go on meanwhile, but the owner
     // takes no input. Esc and the close button deny this once, whatever the check box says.
@@ -35,7 +34,6 @@ private:
     void Answer(int result);
 
     const CFonts& m_fonts;
-    const Language& m_language;
     const PromptQuestion& m_question;
     UniqueIcon m_icon;
     bool m_buttonsWork = false;

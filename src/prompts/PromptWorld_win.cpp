@@ -16,13 +16,14 @@
 namespace brennvar {
 
 WinPromptWorld::WinPromptWorld(std::string dataFolder, std::string installationFolder, PipeConnector& connector,
-                               Clock& clock, Asker ask)
+                               Clock& clock, Asker ask, ServiceState service)
     : m_dataFolder(std::move(dataFolder)),
       m_installationFolder(std::move(installationFolder)),
       m_connector(connector),
       m_clock(clock),
       m_pipes(connector, clock),
-      m_ask(std::move(ask)) {}
+      m_ask(std::move(ask)),
+      m_service(std::move(service)) {}
 
 RuleAction WinPromptWorld::LookupAction(const std::string& path) {
     return LookupApplicationAction(RulesFilePath(m_dataFolder), m_clock, path);
@@ -33,6 +34,8 @@ std::optional<std::uint32_t> WinPromptWorld::Advice(const std::string& path) {
 }
 
 std::optional<std::string> WinPromptWorld::ResolveProcessPath(std::uint32_t processId) {
+    // The waits for a service that is known to be missing would hold the windows up for seconds, for nothing.
+    if (m_service && m_service() == PeerState::Missing) return std::nullopt;
     return m_pipes.ResolveProcessPath(processId);
 }
 

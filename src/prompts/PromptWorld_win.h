@@ -7,6 +7,7 @@
 #include "base/Clock.h"
 #include "ipc/Pipe.h"
 #include "ipc/ServicePipes.h"
+#include "ipc/WatchedConnector.h"
 #include "prompts/PromptWorld.h"
 
 namespace brennvar {
@@ -16,10 +17,13 @@ public:
     // Shows the question modally; see PromptWorld::Ask.
     using Asker = std::function<PromptAnswer(const PromptQuestion& question)>;
 
+    // Whether the service is known to be there, from whoever calls it all the time.
+    using ServiceState = std::function<PeerState()>;
+
     // connector and clock are borrowed and must outlive the object. They belong to the user-interface thread: the
     // service's pipes are called on from it, with their waits.
     WinPromptWorld(std::string dataFolder, std::string installationFolder, PipeConnector& connector, Clock& clock,
-                   Asker ask);
+                   Asker ask, ServiceState service = {});
 
     [[nodiscard]] RuleAction LookupAction(const std::string& path) override;
     [[nodiscard]] std::optional<std::uint32_t> Advice(const std::string& path) override;
@@ -38,6 +42,7 @@ private:
     Clock& m_clock;
     ServicePipes m_pipes;
     Asker m_ask;
+    ServiceState m_service;
 };
 
 }  // namespace brennvar

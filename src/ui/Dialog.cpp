@@ -62,8 +62,11 @@ void CDialog::End(INT_PTR result) {
     if (m_ended) return;
     m_ended = true;
     m_result = result;
+    if (!m_window) return;
+    // Out of sight at once, even where the loop must wait for a dialog that was opened over this one.
+    ::ShowWindow(m_window, SW_HIDE);
     // The loop waits for messages: this one lets it look.
-    if (m_window) ::PostMessageA(m_window, WM_NULL, 0, 0);
+    ::PostMessageA(m_window, WM_NULL, 0, 0);
 }
 
 void CDialog::OnCommand(int, int) {}

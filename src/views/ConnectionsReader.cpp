@@ -1,8 +1,55 @@
 #include "views/ConnectionsReader.h"
 
+#include <algorithm>
+#include <chrono>
+#include <unordered_set>
 #include <utility>
 
 namespace brennvar {
+namespace {
+
+// How long a reading may ask the service for paths. Commands wait on the same thread; a service that answers at all
+// normally answers hundreds of times in this time.
+constexpr std::chrono::milliseconds kAskingTime{1000};
+
+// The process ids of the tables, those without a path so far first, so that a slow service gets to all in time.
+std::vector<std::uint32_t> ProcessIdsToAsk(const DriverTables& tables, const ProcessPaths& last) {
+    std::unordered_set<std::uint32_t> seen;
+    std::vector<std::uint32_t> ids;
+    const auto add = [&](std::uint32_t id) {
+        if (seen.insert(id).second) ids.push_back(id);
+    };
+    for (const ConnectionEntry& entry : tables.connections) add(entry.processId);
+    for (const ListenerEntry& entry : tables.listeners) add(entry.processId);
+    std::stable_partition(ids.begin(), ids.end(), [&](std::uint32_t id) { return !last.contains(id); });
+    return ids;
+}
+
+// Asks for each process once, until the time is over or a call has not met the service: a missing service is waited
+// for once in a reading, and what was not asked keeps its last path, or none.
+ProcessPaths ResolvePaths(const DriverTables& tables, const ProcessPaths& last, ServicePipes& pipes) {
+    const auto end = std::chrono::steady_clock::now() + kAskingTime;
+    bool isAsking = true;
+    ProcessPaths paths;
+    for (const std::uint32_t id : ProcessIdsToAsk(tables, last)) {
+        if (isAsking) {
+            paths.emplace(id, pipes.ResolveProcessPath(id));
+            isAsking = pipes.LastCallMetService() && std::chrono::steady_clock::now() < end;
+        } else if (const auto known = last.find(id); known != last.end() && pipes.LastCallMetService()) {
+            paths.insert(*known);
+        }
+    }
+    return paths;
+}
+
+PathResolver LookUpIn(const ProcessPaths& paths) {
+    return [&paths](std::uint32_t id) {
+        const auto known = paths.find(id);
+        return known == paths.end() ? std::nullopt : known->second;
+    };
+}
+
+}  // namespace
 
 ConnectionsReader::ConnectionsReader(DeviceOpener& devices, LinkThread& reads, ServiceLink& link,
                                      std::string noProcessText)
@@ -27,24 +74,16 @@ void ConnectionsReader::Read(Done done) {
 void ConnectionsReader::AskForPaths(std::shared_ptr<const DriverTables> tables, Done done) {
     m_isAsking = true;
     m_link.Ask<NamedRows>(
-        [tables = std::move(tables), noProcess = m_noProcessText](ServicePipes& pipes) {
+        [tables = std::move(tables), last = m_lastPaths, noProcess = m_noProcessText](ServicePipes& pipes) {
             NamedRows named;
-            bool isMissing = false;
-            const auto resolve = [&](std::uint32_t processId) -> std::optional<std::string> {
-                // One wait for a service that is not there is enough for a reading: the rest is unknown.
-                if (isMissing) return std::nullopt;
-                auto path = pipes.ResolveProcessPath(processId);
-                isMissing = !pipes.LastCallMetService();
-                named.paths.emplace(processId, path);
-                return path;
-            };
-            named.rows = BuildConnectionRows(*tables, resolve, noProcess);
+            named.paths = ResolvePaths(*tables, *last, pipes);
+            named.rows = BuildConnectionRows(*tables, LookUpIn(named.paths), noProcess);
             return named;
         },
         [this, number = m_latest, done = std::move(done)](std::optional<NamedRows> named) {
             m_isAsking = false;
             if (!named) return;
-            m_lastPaths = std::make_shared<const Paths>(std::move(named->paths));
+            m_lastPaths = std::make_shared<const ProcessPaths>(std::move(named->paths));
             Deliver(number, done, std::move(named->rows));
         });
 }
@@ -58,13 +97,7 @@ void ConnectionsReader::Deliver(unsigned number, const Done& done, Reading readi
 void ConnectionsReader::UseLastPaths(std::shared_ptr<const DriverTables> tables, Done done) {
     m_reads.Ask<std::vector<ConnectionRow>>(
         [tables = std::move(tables), paths = m_lastPaths, noProcess = m_noProcessText] {
-            return BuildConnectionRows(
-                *tables,
-                [&](std::uint32_t processId) {
-                    const auto known = paths->find(processId);
-                    return known == paths->end() ? std::nullopt : known->second;
-                },
-                noProcess);
+            return BuildConnectionRows(*tables, LookUpIn(*paths), noProcess);
         },
         [this, number = m_latest, done = std::move(done)](std::optional<std::vector<ConnectionRow>> rows) {
             if (rows) Deliver(number, done, std::move(*rows));

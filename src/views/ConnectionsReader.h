@@ -17,6 +17,9 @@
 
 namespace brennvar {
 
+// What the service said of each process: its path, or nothing when it does not know it.
+using ProcessPaths = std::unordered_map<std::uint32_t, std::optional<std::string>>;
+
 // All of this belongs to the user-interface thread.
 class ConnectionsReader {
 public:
@@ -35,10 +38,9 @@ public:
     void Read(Done done);
 
 private:
-    using Paths = std::unordered_map<std::uint32_t, std::optional<std::string>>;
     struct NamedRows {
         std::vector<ConnectionRow> rows;
-        Paths paths;
+        ProcessPaths paths;
     };
 
     void AskForPaths(std::shared_ptr<const DriverTables> tables, Done done);
@@ -49,7 +51,7 @@ private:
     LinkThread& m_reads;
     ServiceLink& m_link;
     const std::string m_noProcessText;
-    std::shared_ptr<const Paths> m_lastPaths = std::make_shared<Paths>();
+    std::shared_ptr<const ProcessPaths> m_lastPaths = std::make_shared<ProcessPaths>();
     unsigned m_latest = 0;     // number of the latest reading
     unsigned m_delivered = 0;  // number of the latest one that was handed over
     bool m_isReadingTables = false;

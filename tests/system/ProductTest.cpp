@@ -30,6 +30,7 @@ constexpr int kYes = 334;
 constexpr int kNo = 337;
 constexpr int kRemember = 573;
 constexpr int kMessageText = 340;
+constexpr int kServiceStatus = 920;
 
 // A program that is asked about, and its path in hexadecimal.
 constexpr char kAurora[] = R"(C:\Program Files\Aurora\aurora.exe)";
@@ -221,13 +222,39 @@ TEST_F(ProductTest, DeadServiceNeverFreezesTheWindow) {
     EXPECT_EQ(m_interface->WaitForEnd(), 0) << "a dead service must not keep the process alive";
 }
 
-TEST_F(ProductTest, SurvivesAServiceThatDiesInTheMiddleOfATransaction) {
-    StartService({"connection ESTAB-OUT 10.1.2.3:49152 93.184.216.34:443 900077 0 0"}, "--die-after 1");
+TEST_F(ProductTest, AsksAndListsWithoutAServiceAndStaysResponsive) {
+    // The service dies with its first process path to tell; the driver goes on with its table and its questions, of
+    // which neither says what program it is about.
+    StartService({"connection ESTAB-OUT 10.1.2.3:49152 93.184.216.34:443 900077 0 0",
+                  "question tcp 10.1.2.3:1 10.9.9.9:2 900078", "question tcp 10.1.2.3:1 10.9.9.9:2 900079"},
+                 "--die-after 1");
     StartInterface();
-    EXPECT_EQ(WaitForRows(kConnectionsCommand, 1, 1), (Rows{{"no process associated"}}));
     EXPECT_EQ(m_service->WaitForEnd(), 3);
-    EXPECT_LT(AnswerTime(m_window, 5s), 5s);
-    EXPECT_TRUE(m_interface->IsRunning());
+    EXPECT_EQ(WaitForRows(kConnectionsCommand, 1, 1), (Rows{{"no process associated"}}));
+    ASSERT_TRUE(WaitUntil([&] {
+        return WindowText(::GetDlgItem(m_window, kServiceStatus)) == "Firewall service: not reachable";
+    }));
+    for (int question = 1; question <= 2; ++question) {
+        const HWND dialog = WaitForQuestion();
+        ASSERT_NE(dialog, nullptr) << question;
+        ASSERT_TRUE(PressWhenEnabled(dialog, kNo));
+        auto longest = 0ms;
+        ASSERT_TRUE(WaitUntil([&] {
+            longest = std::max(longest, AnswerTime(m_window, 5s));
+            return !::IsWindow(dialog);
+        }));
+        EXPECT_LE(longest, 200ms);
+    }
+    EXPECT_LE(AnswerTime(m_window, 5s), 200ms);
+}
+
+TEST_F(ProductTest, SecondStartBringsTheFirstOneForward) {
+    StartInterface();
+    ::ShowWindow(m_window, SW_MINIMIZE);
+    ASSERT_TRUE(WaitUntil([&] { return ::IsIconic(m_window) != FALSE; }));
+    const RunningProgram second(Quoted(BuiltProgram(R"(src\app\BrennvarGUI.exe)")));
+    EXPECT_EQ(second.WaitForEnd(), 0);
+    EXPECT_TRUE(WaitUntil([&] { return ::IsIconic(m_window) == FALSE; }));
 }
 
 TEST_F(ProductTest, SurvivesADriverThatAnswersNonsense) {

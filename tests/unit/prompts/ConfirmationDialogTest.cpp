@@ -29,7 +29,6 @@ PromptQuestion SomeQuestion() {
 class ConfirmationDialogTest : public testing::Test {
 protected:
     CFonts fonts;
-    Language language{nullptr};
     PromptQuestion question = SomeQuestion();
     HWND dialogWindow = nullptr;
     HWND owner = nullptr;
@@ -50,7 +49,7 @@ protected:
     PromptAnswer Ask(std::function<void()> whenOpen) {
         look = std::move(whenOpen);
         ::PostMessageA(owner, kMessageLook, 0, 0);
-        return ConfirmationDialog(fonts, language, question).Ask(owner);
+        return ConfirmationDialog(fonts, question).Ask(owner);
     }
     [[nodiscard]] HWND Item(int id) const { return ::GetDlgItem(dialogWindow, id); }
     void Send(UINT message, WPARAM wParam) const { ::SendMessageA(dialogWindow, message, wParam, 0); }
