@@ -231,9 +231,8 @@ TEST_F(ProductTest, AsksAndListsWithoutAServiceAndStaysResponsive) {
     StartInterface();
     EXPECT_EQ(m_service->WaitForEnd(), 3);
     EXPECT_EQ(WaitForRows(kConnectionsCommand, 1, 1), (Rows{{"no process associated"}}));
-    ASSERT_TRUE(WaitUntil([&] {
-        return WindowText(::GetDlgItem(m_window, kServiceStatus)) == "Firewall service: not reachable";
-    }));
+    ASSERT_TRUE(WaitUntil(
+        [&] { return WindowText(::GetDlgItem(m_window, kServiceStatus)) == "Firewall service: not reachable"; }));
     for (int question = 1; question <= 2; ++question) {
         const HWND dialog = WaitForQuestion();
         ASSERT_NE(dialog, nullptr) << question;
