@@ -1,11 +1,10 @@
 // A driver that answers anything: the input is what it puts into the block and the request, the rest of the input
 // serves as the texts of the outside. Whatever comes, a cycle ends with a well-formed answer or none.
 #include <algorithm>
-#include <cstdint>
-#include <cstdlib>
 #include <cstring>
 #include <string>
 
+#include "FuzzInput.h"
 #include "prompts/ConnectionPrompt.h"
 #include "support/FakeDevice.h"
 #include "unit/prompts/FakePromptWorld.h"
@@ -13,10 +12,7 @@
 namespace {
 
 using namespace brennvar;
-
-void Require(bool condition) {
-    if (!condition) std::abort();
-}
+using fuzz::Require;
 
 // The record at the front of input, filled up with zeros where the input ends.
 template <RecordType Record>

@@ -1,18 +1,15 @@
 // Whatever the driver answers becomes sorted tables and well-formed rows. The first two bytes say where the answer
 // for the connections ends; the rest is the answer for the listeners.
 #include <algorithm>
-#include <cstdint>
-#include <cstdlib>
 
+#include "FuzzInput.h"
 #include "ipc/DriverTables.h"
 #include "support/FakeDevice.h"
 #include "views/ConnectionRows.h"
 
 namespace {
 
-void Require(bool condition) {
-    if (!condition) std::abort();
-}
+using brennvar::fuzz::Require;
 
 void CheckRow(const brennvar::ConnectionRow& row) {
     Require(row.state <= brennvar::kStateListenOther);

@@ -1,7 +1,6 @@
 // Whatever a pipe's server answers becomes a short text without zeros, or nothing.
-#include <cstdint>
-#include <cstdlib>
 
+#include "FuzzInput.h"
 #include "ipc/FilterQueue.h"
 #include "ipc/PipeRecords.h"
 #include "ipc/ServicePipes.h"
@@ -10,9 +9,7 @@
 
 namespace {
 
-void Require(bool condition) {
-    if (!condition) std::abort();
-}
+using brennvar::fuzz::Require;
 
 // A text may come only from a whole record of status 2, and is what stands in the record.
 void CheckText(const std::optional<std::string>& text, std::span<const std::byte> answer, std::size_t recordSize,

@@ -2,11 +2,6 @@
 // an ordinary character, the whole name becomes that of one file; it lies within the temporary folder all the same.
 #pragma once
 
-#include <filesystem>
-#include <fstream>
-#include <string>
-#include <string_view>
-
 #include "support/TempFolder.h"
 
 namespace brennvar::test {
@@ -14,15 +9,10 @@ namespace brennvar::test {
 class DataFolder {
 public:
     DataFolder() { std::filesystem::create_directories(Path()); }
-
     [[nodiscard]] std::string Path() const { return m_folder.File("data"); }
     [[nodiscard]] std::string File(std::string_view name) const { return Path() + std::string(name); }
-
     std::string Write(std::string_view name, std::string_view content) const {
-        std::string path = File(name);
-        std::filesystem::create_directories(std::filesystem::path(path).parent_path());
-        std::ofstream(path, std::ios::binary).write(content.data(), static_cast<std::streamsize>(content.size()));
-        return path;
+        return m_folder.Write("data" + std::string(name), content);
     }
 
 private:

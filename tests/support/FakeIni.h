@@ -1,4 +1,4 @@
-// An INI file in memory.
+// An INI file in memory: values by "section/key".
 #pragma once
 
 #include <map>
@@ -11,12 +11,12 @@ namespace brennvar::test {
 
 class FakeIni final : public IniSource {
 public:
-    using Values = std::map<std::pair<std::string, std::string>, std::string>;  // by section and key
+    using Values = std::map<std::string, std::string>;
 
     explicit FakeIni(Values values) : m_values(std::move(values)) {}
     [[nodiscard]] std::string Read(const std::string& section, const std::string& key,
                                    const std::string& fallback) const override {
-        const auto at = m_values.find({section, key});
+        const auto at = m_values.find(section + "/" + key);
         return at == m_values.end() ? fallback : at->second;
     }
 

@@ -16,10 +16,6 @@ namespace brennvar::test {
 class FakePipe final : public PipeConnector {
 public:
     using Bytes = std::vector<std::byte>;
-    struct Wait {
-        std::string pipe;
-        std::chrono::milliseconds limit;
-    };
     struct Message {
         std::string pipe;
         Bytes bytes;
@@ -35,14 +31,14 @@ public:
     std::function<Bytes(const Message&)> server;  // the answer to a transaction; none: an empty one
 
     // What was asked.
-    std::vector<Wait> waits;
+    std::vector<std::chrono::milliseconds> waits;  // the limits
     std::vector<std::string> opened;
     std::vector<Message> writes;
     std::vector<Message> requests;
     int openCount = 0;  // connections that are open now
 
-    [[nodiscard]] bool WaitForInstance(const std::string& name, std::chrono::milliseconds limit) override {
-        waits.push_back({.pipe = name, .limit = limit});
+    [[nodiscard]] bool WaitForInstance(const std::string&, std::chrono::milliseconds limit) override {
+        waits.push_back(limit);
         if (failingWaits == 0) return true;
         if (failingWaits != kAlways) --failingWaits;
         return false;

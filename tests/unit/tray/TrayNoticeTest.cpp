@@ -3,28 +3,21 @@
 #include <gtest/gtest.h>
 
 namespace brennvar {
-namespace {
 
 TEST(TrayNoticeTest, SplitsAtTheFirstBarAndKnowsTwoWords) {
     using Kind = TrayNotice::Kind;
     struct Row {
         std::string_view given;
         Kind kind;
-        std::string_view text;
-        std::string_view link;
+        std::string_view text, link;
     };
-    const Row rows[] = {
-        {"REFRESH", Kind::Refresh, "REFRESH", ""},
-        {"REFRESH| ", Kind::Refresh, "REFRESH", ""},
-        {"ATTACK|http://x", Kind::Attack, "ATTACK", "http://x"},
-        {"Attack", Kind::Balloon, "Attack", ""},       // case counts
-        {"REFRESH |", Kind::Balloon, "REFRESH ", ""},  // and so does a blank
-        {" ATTACK", Kind::Balloon, " ATTACK", ""},
-        {"Port scan|  \thttp://a/b?c|d \r\n", Kind::Balloon, "Port scan", "http://a/b?c|d"},
-        {"text|", Kind::Balloon, "text", ""},
-        {"|link", Kind::Balloon, "", "link"},
-        {"", Kind::Balloon, "", ""},
-    };
+    const Row rows[] = {{"REFRESH| ", Kind::Refresh, "REFRESH", ""},
+                        {"ATTACK|http://x", Kind::Attack, "ATTACK", "http://x"},
+                        {"Attack", Kind::Balloon, "Attack", ""},       // case counts
+                        {"REFRESH |", Kind::Balloon, "REFRESH ", ""},  // and so does a blank
+                        {"Port scan|  \thttp://a/b?c|d \r\n", Kind::Balloon, "Port scan", "http://a/b?c|d"},
+                        {"|link", Kind::Balloon, "", "link"},
+                        {"", Kind::Balloon, "", ""}};
     for (const Row& row : rows) {
         const TrayNotice notice = ParseTrayNotice(row.given);
         EXPECT_EQ(notice.kind, row.kind) << row.given;
@@ -33,5 +26,4 @@ TEST(TrayNoticeTest, SplitsAtTheFirstBarAndKnowsTwoWords) {
     }
 }
 
-}  // namespace
 }  // namespace brennvar
