@@ -83,7 +83,7 @@ std::vector<ListenerEntry> DecodeListeners(std::span<const std::byte> answer) {
     return entries;
 }
 
-std::optional<DriverTables> ReadDriverTables(DeviceOpener& opener) {
+std::optional<DriverTables> ReadConnectionTable(DeviceOpener& opener) {
     const auto device = opener.Open(kDriverInfoDeviceName);
     if (!device) return std::nullopt;
     DriverTables tables;

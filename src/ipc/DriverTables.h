@@ -28,7 +28,7 @@ struct DriverTables {
 
 // Nothing when the device is missing or the request for the connections fails: the view stays as it is. Without an
 // answer for the listeners their table is empty.
-[[nodiscard]] std::optional<DriverTables> ReadDriverTables(DeviceOpener& opener);
+[[nodiscard]] std::optional<DriverTables> ReadConnectionTable(DeviceOpener& opener);
 
 // Nothing when the device is missing or answers less than a whole record.
 [[nodiscard]] std::optional<TrafficTotals> ReadTrafficTotals(DeviceOpener& opener);

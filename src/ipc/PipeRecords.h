@@ -19,17 +19,26 @@ inline constexpr std::uint32_t kServiceRequestCode = 1;
 inline constexpr std::uint32_t kServiceAnswerValid = 2;
 
 #pragma pack(push, 1)
-// Request: code 1 and a process id. Answer: status (2 = found) and the executable's path.
-struct PidResolveRecord {
-    std::uint32_t codeOrStatus;  //   0
-    std::uint32_t processId;     //   4  not read in an answer
-    char path[512];              //   8  zero in a request
+struct PidResolveRequest {
+    std::uint32_t code;       //   0  always 1
+    std::uint32_t processId;  //   4
+    char unused8[512];        //   8
 };
 
-// Request: code 1. Answer: status (2 = valid) and the notice.
-struct TrayTextRecord {
-    std::uint32_t codeOrStatus;  //   0
-    char text[4096];             //   4  zero in a request
+struct PidResolveAnswer {
+    std::uint32_t status;   //   0  2 = found
+    std::uint32_t unused4;  //   4
+    char path[512];         //   8  of the executable
+};
+
+struct TrayTextRequest {
+    std::uint32_t code;  //   0  always 1
+    char unused4[4096];  //   4
+};
+
+struct TrayTextAnswer {
+    std::uint32_t status;  //   0  2 = there is a notice
+    char text[4096];       //   4
 };
 
 enum class FilterCode : std::uint32_t {
@@ -73,11 +82,14 @@ struct ConnectionPromptAnswer {
 };
 #pragma pack(pop)
 
-static_assert(RecordType<PidResolveRecord> && sizeof(PidResolveRecord) == 520);
-static_assert(offsetof(PidResolveRecord, codeOrStatus) == 0 && offsetof(PidResolveRecord, processId) == 4);
-static_assert(offsetof(PidResolveRecord, path) == 8);
-static_assert(RecordType<TrayTextRecord> && sizeof(TrayTextRecord) == 4100);
-static_assert(offsetof(TrayTextRecord, codeOrStatus) == 0 && offsetof(TrayTextRecord, text) == 4);
+static_assert(RecordType<PidResolveRequest> && sizeof(PidResolveRequest) == 520);
+static_assert(offsetof(PidResolveRequest, code) == 0 && offsetof(PidResolveRequest, processId) == 4);
+static_assert(RecordType<PidResolveAnswer> && sizeof(PidResolveAnswer) == 520);
+static_assert(offsetof(PidResolveAnswer, status) == 0 && offsetof(PidResolveAnswer, path) == 8);
+static_assert(RecordType<TrayTextRequest> && sizeof(TrayTextRequest) == 4100);
+static_assert(offsetof(TrayTextRequest, code) == 0);
+static_assert(RecordType<TrayTextAnswer> && sizeof(TrayTextAnswer) == 4100);
+static_assert(offsetof(TrayTextAnswer, status) == 0 && offsetof(TrayTextAnswer, text) == 4);
 static_assert(RecordType<FilterQueueRecord> && sizeof(FilterQueueRecord) == 6168);
 static_assert(offsetof(FilterQueueRecord, code) == 0 && offsetof(FilterQueueRecord, answerValue) == 8);
 static_assert(offsetof(FilterQueueRecord, text) == 12 && offsetof(FilterQueueRecord, entryOrValue) == 5132);

@@ -20,21 +20,21 @@ bool ServicePipes::PipeTransact(const std::string& pipeName, std::span<const std
 }
 
 std::optional<std::string> ServicePipes::ResolveProcessPath(std::uint32_t processId) {
-    PidResolveRecord request{};
-    request.codeOrStatus = kServiceRequestCode;
+    PidResolveRequest request{};
+    request.code = kServiceRequestCode;
     request.processId = processId;
-    PidResolveRecord answer{};
+    PidResolveAnswer answer{};
     if (!PipeTransact(kPidResolvePipeName, RecordBytes(request), WritableRecordBytes(answer))) return std::nullopt;
-    if (answer.codeOrStatus != kServiceAnswerValid) return std::nullopt;
+    if (answer.status != kServiceAnswerValid) return std::nullopt;
     return std::string(TextOf(answer.path).substr(0, kProcessPathSize - 1));
 }
 
 std::optional<std::string> ServicePipes::FetchTrayText() {
-    TrayTextRecord request{};
-    request.codeOrStatus = kServiceRequestCode;
-    TrayTextRecord answer{};
+    TrayTextRequest request{};
+    request.code = kServiceRequestCode;
+    TrayTextAnswer answer{};
     if (!PipeTransact(kTrayPipeName, RecordBytes(request), WritableRecordBytes(answer))) return std::nullopt;
-    if (answer.codeOrStatus != kServiceAnswerValid) return std::nullopt;
+    if (answer.status != kServiceAnswerValid) return std::nullopt;
     return std::string(TextOf(answer.text));
 }
 

@@ -60,7 +60,7 @@ void ConnectionsReader::Read(Done done) {
     m_isReadingTables = true;
     ++m_latest;
     m_reads.Ask<std::optional<DriverTables>>(
-        [this] { return ReadDriverTables(m_devices); },
+        [this] { return ReadConnectionTable(m_devices); },
         [this, done = std::move(done)](std::optional<std::optional<DriverTables>> answer) {
             m_isReadingTables = false;
             if (!answer || !*answer) return Deliver(m_latest, done, std::nullopt);

@@ -194,10 +194,10 @@ Instruction ReadInstruction(Words& words) {
     if (name == "wait-for-answers") return WaitForRecordsInstruction{Channel::Confirm, words.Number()};
     if (name == "wait-for-records") return ReadWaitForRecords(words);
     if (name == "question") return ReadQuestion(words);
-    if (name == "notice") return NoticeInstruction{std::string(words.Text(sizeof(TrayTextRecord::text)))};
+    if (name == "notice") return NoticeInstruction{std::string(words.Text(sizeof(TrayTextAnswer::text)))};
     if (name == "process") {
         const std::uint32_t processId = words.Number();
-        return ProcessInstruction{processId, std::string(words.Text(sizeof(PidResolveRecord::path)))};
+        return ProcessInstruction{processId, std::string(words.Text(sizeof(PidResolveAnswer::path)))};
     }
     if (name == "connection") return ReadConnection(words);
     if (name == "connections") return ConnectionsInstruction{words.Number()};

@@ -27,7 +27,7 @@ std::vector<std::byte> Encode(const Record& record) {
 
 std::string ImagePath(std::uint32_t processId) {
     const UniqueProcess process(::OpenProcess(PROCESS_QUERY_LIMITED_INFORMATION, FALSE, processId));
-    std::array<char, sizeof(PidResolveRecord::path)> path{};
+    std::array<char, sizeof(PidResolveAnswer::path)> path{};
     auto size = static_cast<DWORD>(path.size());
     if (!process || !::QueryFullProcessImageNameA(process.Get(), 0, path.data(), &size)) return {};
     return {path.data(), size};
@@ -80,13 +80,12 @@ void Service::ApplyRule(const CommandRecord& command) {
 }
 
 Service::Answer Service::HandlePid(Bytes record) {
-    const auto request = Decode<PidResolveRecord>(record);
-    if (!request || request->codeOrStatus != kServiceRequestCode) return std::nullopt;
+    const auto request = Decode<PidResolveRequest>(record);
+    if (!request || request->code != kServiceRequestCode) return std::nullopt;
     if (m_dieAfter != 0 && --m_dieAfter == 0) ::TerminateProcess(::GetCurrentProcess(), kDeathExitCode);
     const std::string path = PathOfProcess(request->processId);
-    PidResolveRecord answer{};
-    answer.codeOrStatus = path.empty() ? kNotFound : kServiceAnswerValid;
-    answer.processId = request->processId;
+    PidResolveAnswer answer{};
+    answer.status = path.empty() ? kNotFound : kServiceAnswerValid;
     PutText(answer.path, path);
     return Encode(answer);
 }
@@ -101,13 +100,13 @@ std::string Service::PathOfProcess(std::uint32_t processId) {
 }
 
 Service::Answer Service::HandleTray(Bytes record) {
-    const auto request = Decode<TrayTextRecord>(record);
-    if (!request || request->codeOrStatus != kServiceRequestCode) return std::nullopt;
-    TrayTextRecord answer{};
-    answer.codeOrStatus = kNotFound;
+    const auto request = Decode<TrayTextRequest>(record);
+    if (!request || request->code != kServiceRequestCode) return std::nullopt;
+    TrayTextAnswer answer{};
+    answer.status = kNotFound;
     const std::scoped_lock lock(m_lock);
     if (!m_notices.empty()) {
-        answer.codeOrStatus = kServiceAnswerValid;
+        answer.status = kServiceAnswerValid;
         PutText(answer.text, m_notices.front());
         m_notices.pop_front();
     }

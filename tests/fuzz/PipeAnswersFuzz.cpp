@@ -36,8 +36,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     };
     test::FakeClock clock;
     ServicePipes service(pipe, clock);
-    CheckText(service.ResolveProcessPath(1), answer, sizeof(PidResolveRecord), 8, kProcessPathSize - 1);
-    CheckText(service.FetchTrayText(), answer, sizeof(TrayTextRecord), 4, 4095);
+    CheckText(service.ResolveProcessPath(1), answer, sizeof(PidResolveAnswer), 8, kProcessPathSize - 1);
+    CheckText(service.FetchTrayText(), answer, sizeof(TrayTextAnswer), 4, 4095);
     const std::uint32_t verdict = FilterQueue(pipe, clock).FILTER_QUERY("site");
     Require(verdict <= 2 && (verdict == 0 || size >= sizeof(FilterQueueRecord)));
     return 0;

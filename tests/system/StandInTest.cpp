@@ -126,8 +126,8 @@ TEST(StandInTest, HandsAQuestionOutOnceAndTurnsItsAnswerIntoARule) {
     EXPECT_EQ(rules.substr(256), "\x66\xBE\xCB\x22\x5A\xF1\x99\xD1"s);
 
     // The notices come in their order, then there is none.
-    TrayTextRecord request{};
-    request.codeOrStatus = 1;
+    TrayTextRequest request{};
+    request.code = 1;
     EXPECT_EQ(Transact(R"(\\.\pipe\BRENNVAR_IPC_TRAY)", request), Zeros(4100, {{0, "\x02"}, {4, "REFRESH"}}));
     EXPECT_EQ(Transact(R"(\\.\pipe\BRENNVAR_IPC_TRAY)", request), Zeros(4100, {{0, "\x02"}, {4, "answered"}}));
     EXPECT_EQ(Transact(R"(\\.\pipe\BRENNVAR_IPC_TRAY)", request), Zeros(4100, {{0, "\x01"}}));
@@ -161,8 +161,8 @@ TEST(StandInTest, SpoilsTheNextAnswersOnRequest) {
 }
 
 TEST(StandInTest, DiesOnRequestOrOfABadScenarioAndIsReplaced) {
-    PidResolveRecord request{};
-    request.codeOrStatus = 1;
+    PidResolveRequest request{};
+    request.code = 1;
     {
         const StandInProcess dying({}, "--die-after 2");
         EXPECT_EQ(Transact(R"(\\.\pipe\BRENNVAR_PID_RESOLVE)", request).size(), 520U) << dying.Output();

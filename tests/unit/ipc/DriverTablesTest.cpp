@@ -45,7 +45,7 @@ TEST(DriverTablesTest, ReadsBothTablesThroughTheInfoDevice) {
     driver.answers[kConnections] =
         test::ZerosWith(28, {{0, "\4"}, {4, "\x0A\0\0\1\xC3\x50\xC0\xA8\7\x09\1\xBB\4\3\2\1\x10"sv}, {25, "\2"}});
     driver.answers[kListeners] = test::ZerosWith(14, {{0, "\x11"}, {4, "\x7F\0\0\1\0\x35\x08"sv}});
-    auto tables = ReadDriverTables(driver);
+    auto tables = ReadConnectionTable(driver);
     ASSERT_TRUE(tables && tables->connections.size() == 1 && tables->listeners.size() == 1);
     const ConnectionEntry got = tables->connections[0];
     ConnectionEntry connection = Connection(4, "10.0.0.1", 50000, "192.168.7.9", 443);
@@ -59,12 +59,12 @@ TEST(DriverTablesTest, ReadsBothTablesThroughTheInfoDevice) {
     EXPECT_EQ(driver.requests, (std::vector<std::size_t>{5'505'024, 2'752'512}));
     EXPECT_EQ(driver.openCount, 0);
     driver.answers.erase(kListeners);
-    tables = ReadDriverTables(driver);
+    tables = ReadConnectionTable(driver);
     EXPECT_TRUE(tables && tables->connections.size() == 1 && tables->listeners.empty());
     driver.answers.erase(kConnections);
-    EXPECT_FALSE(ReadDriverTables(driver));
+    EXPECT_FALSE(ReadConnectionTable(driver));
     driver.isPresent = false;
-    EXPECT_FALSE(ReadDriverTables(driver) || ReadTrafficTotals(driver));
+    EXPECT_FALSE(ReadConnectionTable(driver) || ReadTrafficTotals(driver));
 }
 
 TEST(DriverTablesTest, IgnoresAPieceOfAnEntryAndWhatIsClaimedBeyondTheBuffer) {
@@ -76,7 +76,7 @@ TEST(DriverTablesTest, IgnoresAPieceOfAnEntryAndWhatIsClaimedBeyondTheBuffer) {
     FakeDriver driver;
     driver.answers[kConnections] = driver.answers[kListeners] = RawBytes(10'000'000);
     driver.boast = 28;
-    const auto tables = ReadDriverTables(driver);
+    const auto tables = ReadConnectionTable(driver);
     ASSERT_TRUE(tables);
     EXPECT_EQ(tables->connections.size(), 196'608U);
     EXPECT_EQ(tables->listeners.size(), 196'608U);

@@ -19,8 +19,8 @@ class GatedConnector final : public PipeConnector {
 public:
     explicit GatedConnector(std::shared_future<bool> gate) : m_gate(std::move(gate)) {
         m_pipe.server = [](const test::FakePipe::Message&) {
-            PidResolveRecord answer{};
-            answer.codeOrStatus = kServiceAnswerValid;
+            PidResolveAnswer answer{};
+            answer.status = kServiceAnswerValid;
             PutText(answer.path, R"(C:\Tools\A.exe)");
             const auto bytes = RecordBytes(answer);
             return test::FakePipe::Bytes(bytes.begin(), bytes.end());
