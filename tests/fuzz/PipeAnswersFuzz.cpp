@@ -1,5 +1,4 @@
 // Whatever a pipe's server answers becomes a short text without zeros, or nothing.
-
 #include "FuzzInput.h"
 #include "ipc/FilterQueue.h"
 #include "ipc/PipeRecords.h"

@@ -5,7 +5,6 @@
 #include <cstring>
 #include <functional>
 #include <limits>
-#include <utility>
 #include <vector>
 
 #include "base/Bytes.h"
@@ -47,13 +46,13 @@ public:
     [[nodiscard]] std::unique_ptr<PipeConnection> Open(const std::string& name) override {
         opened.push_back(name);
         if (!canOpen) return nullptr;
-        return std::make_unique<Connection>(*this, name);
+        return std::make_unique<Connection>(*this);
     }
 
 private:
     class Connection final : public PipeConnection {
     public:
-        Connection(FakePipe& pipe, std::string name) : m_pipe(pipe), m_name(std::move(name)) { ++m_pipe.openCount; }
+        explicit Connection(FakePipe& pipe) : m_pipe(pipe) { ++m_pipe.openCount; }
         ~Connection() override { --m_pipe.openCount; }
 
         [[nodiscard]] bool SetMessageMode() override { return m_isMessageMode = m_pipe.canSetMessageMode; }
@@ -79,11 +78,11 @@ private:
 
     private:
         [[nodiscard]] Message MessageOf(std::span<const std::byte> bytes, std::chrono::milliseconds limit) const {
-            return {.pipe = m_name, .bytes = Bytes(bytes.begin(), bytes.end()), .pendingLimit = limit};
+            return {
+                .pipe = m_pipe.opened.back(), .bytes = Bytes(bytes.begin(), bytes.end()), .pendingLimit = limit};
         }
 
         FakePipe& m_pipe;
-        std::string m_name;
         bool m_isMessageMode = false;
     };
 };

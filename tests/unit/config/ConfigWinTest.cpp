@@ -1,7 +1,6 @@
 #include <gtest/gtest.h>
 
 #include "base/Windows_win.h"
-#include "config/Folders_win.h"
 #include "config/Ini_win.h"
 #include "config/RegKey_win.h"
 #include "config/UserValues_win.h"
@@ -17,11 +16,6 @@ TEST(IniWinTest, ReadsValuesOfAnyLengthAndKeepsTheFallbacksBlanks) {
         EXPECT_EQ(ini.Read("S", "k", "x"), text) << length;
         EXPECT_EQ(ini.Read("S", "absent", " with blanks  "), " with blanks  ");
     }
-}
-
-TEST(FoldersWinTest, FindsTheProgramsFolder) {
-    EXPECT_NE(::GetFileAttributesA((GetInstallationFolder() + "\\shell_tests.exe").c_str()),
-              INVALID_FILE_ATTRIBUTES);
 }
 
 TEST(UserValuesWinTest, LeavesTheVariableAsItWasUnlessThereIsANumber) {

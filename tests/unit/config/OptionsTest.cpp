@@ -15,13 +15,10 @@ constexpr char kConfig[] = R"(\config.conf)";
 
 class OptionReaderTest : public testing::Test {
 protected:
-    void WriteConfig(const std::string& plain) const {
-        m_folder.Write(kConfig, test::EncipherByHand(plain, sizeof(OptionRecord)));
-    }
-    static std::string Record(std::uint32_t id, std::uint32_t value, std::string_view text = "") {
-        OptionRecord record{.id = id, .value = value, .text = {}};
-        PutText(record.text, text);
-        return test::BytesOf(record);
+    void WriteConfig(const std::string& plain) const { m_folder.Write(kConfig, test::EncipherByHand(plain, 128)); }
+    static std::string Record(char id, char value, std::string text = "") {
+        text.resize(120, '\0');
+        return std::string{id, 0, 0, 0, value, 0, 0, 0} + text;
     }
 
     test::DataFolder m_folder;
@@ -32,8 +29,7 @@ protected:
 TEST_F(OptionReaderTest, ReadsTheFirstRecordOfAnOptionToTheEndOfItsText) {
     // Option 18, value 600, text "second(s)", by hand.
     const std::string golden = std::string("\x12\0\0\0\x58\x02\0\0second(s)", 17) + std::string(111, '\0');
-    WriteConfig(Record(0xFFFFFFFF, 3) + golden + Record(18, 9, "second") + std::string("\x26\0\0\0\0\0\0\0", 8) +
-                std::string(120, 'x'));
+    WriteConfig(Record(5, 3) + golden + Record(18, 9, "second") + Record(38, 0, std::string(120, 'x')));
     EXPECT_EQ(m_options.ReadOption(18, 1), 600U);
     EXPECT_EQ(m_options.ReadOptionText(18), "second(s)");
     EXPECT_EQ(m_options.ReadOption(38, 1), 0U);

@@ -47,11 +47,11 @@ TEST(DriverTablesTest, ReadsBothTablesThroughTheInfoDevice) {
     driver.answers[kListeners] = test::ZerosWith(14, {{0, "\x11"}, {4, "\x7F\0\0\1\0\x35\x08"sv}});
     auto tables = ReadConnectionTable(driver);
     ASSERT_TRUE(tables && tables->connections.size() == 1 && tables->listeners.size() == 1);
-    const ConnectionEntry got = tables->connections[0];
     ConnectionEntry connection = Connection(4, "10.0.0.1", 50000, "192.168.7.9", 443);
     connection.processId = 0x01020304;
-    EXPECT_EQ(std::memcmp(&got, &connection, 20), 0);
-    EXPECT_EQ(std::uint64_t{got.bytesIn} * 1000 + got.bytesOut, 16'512U);
+    connection.bytesIn = 16;
+    connection.bytesOut = 512;
+    EXPECT_EQ(std::memcmp(tables->connections.data(), &connection, 28), 0);
     ListenerEntry listener = Listener(17, "127.0.0.1", 53);
     listener.processId = 8;
     EXPECT_EQ(std::memcmp(tables->listeners.data(), &listener, 14), 0);
@@ -77,9 +77,7 @@ TEST(DriverTablesTest, IgnoresAPieceOfAnEntryAndWhatIsClaimedBeyondTheBuffer) {
     driver.answers[kConnections] = driver.answers[kListeners] = RawBytes(10'000'000);
     driver.boast = 28;
     const auto tables = ReadConnectionTable(driver);
-    ASSERT_TRUE(tables);
-    EXPECT_EQ(tables->connections.size(), 196'608U);
-    EXPECT_EQ(tables->listeners.size(), 196'608U);
+    EXPECT_TRUE(tables && tables->connections.size() == 196'608 && tables->listeners.size() == 196'608);
 }
 
 TEST(DriverTablesTest, SortsConnectionsUpwardsAndTheAddressesOfListenersDownwards) {
@@ -102,9 +100,7 @@ TEST(DriverTablesTest, ReadsTrafficTotalsWhenTheyAreWhole) {
     FakeDriver driver;
     driver.answers[kTotals] = test::ZerosWith(32, {{0, "\1\2\3\4\5\6\7\x08"}, {8, "\x0A"}, {16, "unread"}});
     const auto totals = ReadTrafficTotals(driver);
-    ASSERT_TRUE(totals);
-    EXPECT_EQ(std::uint64_t{totals->bytesIn}, 0x0807060504030201U);
-    EXPECT_EQ(std::uint64_t{totals->bytesOut}, 10U);
+    EXPECT_TRUE(totals && totals->bytesIn == 0x0807060504030201U && totals->bytesOut == 10);
     driver.answers[kTotals].pop_back();
     EXPECT_FALSE(ReadTrafficTotals(driver));
 }

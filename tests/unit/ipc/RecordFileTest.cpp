@@ -2,10 +2,9 @@
 
 #include <gtest/gtest.h>
 
-#include <array>
 #include <filesystem>
-#include <functional>
 
+#include "support/FakeClock.h"
 #include "support/GoldenCipher.h"
 #include "support/TempFolder.h"
 
@@ -20,23 +19,9 @@ struct Pair {
     friend bool operator==(const Pair&, const Pair&) = default;
 };
 
-// Pauses may take longer than they should, and something may happen in one of them.
-class EventfulClock final : public Clock {
-public:
-    int sleeps = 0;
-    std::chrono::milliseconds pause = 1ms;
-    std::function<bool(int sleep)> onSleep = [](int) { return true; };
-
-    [[nodiscard]] FileTime UtcNow() const override {
-        return static_cast<FileTime>(1 + sleeps * pause.count() * 10'000);
-    }
-    [[nodiscard]] LocalDate Today() const override { return {}; }
-    bool Sleep(std::chrono::milliseconds duration) override { return duration == 1ms && onSleep(++sleeps); }
-};
-
 TEST(RecordFileTest, CreatesAMissingFileButNothingForWhatIsNoFile) {
     const test::TempFolder folder;
-    EventfulClock clock;
+    test::FakeClock clock;
     auto file = RecordFile::RulesFileOpen(folder.File("rules.conf"), clock);
     ASSERT_TRUE(file);
     EXPECT_EQ(file->Rewind(), 0U);
@@ -45,40 +30,37 @@ TEST(RecordFileTest, CreatesAMissingFileButNothingForWhatIsNoFile) {
     EXPECT_FALSE(RecordFile::OpenReadOnly(folder.Path()));
     EXPECT_FALSE(RecordFile::OpenReadOnly(folder.File("absent.log")));
     EXPECT_FALSE(fs::exists(folder.File("absent.log")));
-    EXPECT_EQ(clock.sleeps, 0);
+    EXPECT_TRUE(clock.sleeps.empty());
 }
 
 #ifndef _WIN32  // there a test of its own holds a file as the service does
 TEST(RecordFileTest, WaitsForAHeldFileToALimitThenReadsOnly) {
     struct Row {
-        std::chrono::milliseconds pause;
-        int stopAt, changeAt, sleeps;
+        int slowness;
+        bool stopped;
+        std::size_t changeAt, sleeps;
         std::string change;
     };
     // 6,000 times; six seconds with the grain of the system's timer; until the program stops; until the service has
     // written the file, or removed it.
-    const Row rows[] = {{1ms, 0, 0, 6000, ""},
-                        {16ms, 0, 0, 375, ""},
-                        {1ms, 1, 0, 1, ""},
-                        {1ms, 0, 3, 3, "new content"},
-                        {1ms, 0, 2, 2, ""}};
-    for (const Row& row : rows) {
+    for (const Row& row : {Row{1, false, 0, 6000, ""}, Row{16, false, 0, 375, ""}, Row{1, true, 0, 1, ""},
+                           Row{1, false, 3, 3, "new content"}, Row{1, false, 2, 2, ""}}) {
         const test::TempFolder folder;
         const std::string path = folder.File("held");
         fs::create_symlink("/proc/self/exe", path);  // nobody may update a running program
-        EventfulClock clock;
-        clock.pause = row.pause;
-        clock.onSleep = [&](int sleep) {
-            if (sleep == row.changeAt) fs::remove(path);
-            if (sleep == row.changeAt && !row.change.empty()) folder.Write("held", row.change);
-            return sleep != row.stopAt;
+        test::FakeClock clock;
+        clock.slowness = row.slowness;
+        clock.stopped = row.stopped;
+        clock.whenSlept = [&] {
+            if (clock.sleeps.size() != row.changeAt) return;
+            fs::remove(path);
+            if (!row.change.empty()) folder.Write("held", row.change);
         };
         auto file = RecordFile::RulesFileOpen(path, clock);
         ASSERT_TRUE(file);
         const std::uint64_t size = file->Rewind();
         EXPECT_TRUE(row.changeAt == 0 ? size > 1000 : size == row.change.size()) << size;
-        EXPECT_EQ(clock.sleeps, row.sleeps);
-        EXPECT_TRUE(fs::exists(path));
+        EXPECT_EQ(clock.sleeps, std::vector<std::chrono::milliseconds>(row.sleeps, 1ms));
     }
 }
 #endif
@@ -88,7 +70,7 @@ TEST(RecordFileTest, DeciphersEveryWholeRecord) {
     constexpr std::size_t kMany = kScanSize / sizeof(Pair) * 5 / 2;
     const test::TempFolder folder;
     const std::string path = folder.File("records");
-    EventfulClock clock;
+    test::FakeClock clock;
     for (const std::size_t size : {std::size_t{0}, std::size_t{7}, std::size_t{8}, 8 * kMany + 7}) {
         std::string plain;
         std::vector<Pair> expected, scanned;

@@ -87,11 +87,9 @@ TEST_F(ConnectionPromptTest, AsksAndSendsTheAnswerByteForByte) {
     world.advice[kMailPath] = 0;
     world.texts["Language/DL_N_201_445"] = "Ja";
     const ConnectionPromptAnswer answer = Cycle();
-    EXPECT_EQ(0, std::memcmp(&answer,
-                             test::ZerosWith(
-                                 276, {{0, "\3"}, {4, "\1"}, {8, "\4\3\2\1"}, {12, kMailPath}, {272, "\x67\x12"}})
-                                 .data(),
-                             276));
+    const auto golden =
+        test::ZerosWith(276, {{0, "\3"}, {4, "\1"}, {8, "\4\3\2\1"}, {12, kMailPath}, {272, "\x67\x12"}});
+    EXPECT_EQ(std::memcmp(&answer, golden.data(), 276), 0);
     const PromptQuestion& asked = world.questions.at(0);
     EXPECT_EQ(asked.path, kMailPath);
     EXPECT_EQ(asked.localAddress, "192.168.0.5:49152");

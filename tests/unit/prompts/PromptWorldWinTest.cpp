@@ -15,7 +15,7 @@ TEST(PromptWorldWinTest, LoadsTheLanguageOfTheMomentAndSendsAnAnswerOnceOnly) {
     WinPromptWorld world{data.Path(), installation.Path(), pipe, clock, [](const auto&) { return PromptAnswer{}; }};
     installation.Write("Languages/Deutsch/default.ini", "[Language]\r\nDL_N_201_445=Ja\r\n");
     EXPECT_EQ(world.LoadLanguage().GetText(445, "Yes"), "Yes");
-    data.Write("settings.ini", "[Language]\r\nDirectory=Deutsch\r\n");
+    data.Write("settings.ini", "[Language]\r\nDirectory= \t\"Deutsch \"\r\n");
     EXPECT_EQ(world.LoadLanguage().GetText(445, "Yes"), "Ja");
 
     pipe.failingWaits = test::FakePipe::kAlways;

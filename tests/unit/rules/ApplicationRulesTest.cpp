@@ -11,6 +11,8 @@
 namespace brennvar {
 namespace {
 
+using namespace std::string_view_literals;
+
 class ApplicationRulesTest : public testing::Test {
 protected:
     void WriteRules(const std::string& plain) const {
@@ -34,23 +36,17 @@ TEST_F(ApplicationRulesTest, MatchesWholePathsWithoutRegardToCase) {
                         Rule(longest + 'x', 1) + Rule("", 1) + Rule("odd", 7);
     for (int i = 0; i < 2000; ++i) rules += Rule("C:\\" + std::to_string(i) + ".exe", 2);
     WriteRules(rules);
-    const std::pair<std::string, std::uint32_t> rows[] = {
-        {R"(C:\App.exe)", 1},  // the first of two
-        {R"(C:\App.ex)", 0},
-        {R"(C:\App.exe2)", 0},
-        {R"(:\App.exe)", 0},  // a part is another path
-        {"\xC4@[.EXE", 2},
-        {"\xE4@[.exe", 0},
-        {"\xC4`{.exe", 0},  // only ASCII letters have two cases
-        {longest, 1},
-        {longest + 'x', 0},
-        {std::string(400, 'p'), 0},  // its last byte is taken as zero
-        {"", 0},                     // even with an empty rule there
-        {std::string("odd\0x", 5), 0},
-        {"odd", 7},  // kept as it stands
-        {R"(C:\1999.exe)", 2},
-        {R"(C:\2000.exe)", 0}};
-    for (const auto& [path, action] : rows) EXPECT_EQ(Lookup(path), static_cast<RuleAction>(action)) << path;
+    // The first of two counts; only ASCII letters have two cases; a field's last byte is taken as zero; an unknown
+    // action is kept.
+    const std::pair<std::string, std::uint32_t> found[] = {
+        {R"(C:\App.exe)", 1}, {"\xC4@[.EXE", 2}, {longest, 1}, {"odd", 7}, {R"(C:\1999.exe)", 2}};
+    for (const auto& [path, action] : found) EXPECT_EQ(Lookup(path), static_cast<RuleAction>(action)) << path;
+    for (const std::string_view path : {R"(C:\App.ex)"sv, R"(C:\App.exe2)"sv, R"(:\App.exe)"sv, "\xE4@[.exe"sv,
+                                        "\xC4`{.exe"sv, "odd\0x"sv, R"(C:\2000.exe)"sv, ""sv}) {
+        EXPECT_EQ(Lookup(path), RuleAction::Ask) << path;
+    }
+    EXPECT_EQ(Lookup(longest + 'x'), RuleAction::Ask);
+    EXPECT_EQ(Lookup(std::string(400, 'p')), RuleAction::Ask);
     EXPECT_EQ(LoadApplicationRules(m_file, m_clock)[1].path, longest);
 }
 

@@ -3,21 +3,16 @@
 #include <gtest/gtest.h>
 
 namespace brennvar {
-namespace {
-
-TrafficTotals Totals(std::uint64_t bytesIn, std::uint64_t bytesOut) {
-    return {bytesIn, bytesOut, {}};
-}
 
 TEST(TrafficMeterTest, StartsAtZeroAndNeverGoesBelow) {
     TrafficMeter meter;
-    EXPECT_EQ(meter.Tick(Totals(5'000'000'000, 7)), (TrafficIncrease{0, 0}));
-    EXPECT_EQ(meter.Tick(Totals(5'000'000'300, 7)), (TrafficIncrease{300, 0}));
+    EXPECT_EQ(meter.Tick({5'000'000'000, 7, {}}), (TrafficIncrease{0, 0}));
+    EXPECT_EQ(meter.Tick({5'000'000'300, 7, {}}), (TrafficIncrease{300, 0}));
     // The driver was loaded anew: the counters start again, each for itself.
-    EXPECT_EQ(meter.Tick(Totals(100, 9)), (TrafficIncrease{0, 2}));
-    EXPECT_EQ(meter.Tick(Totals(150, 9)), (TrafficIncrease{50, 0}));
+    EXPECT_EQ(meter.Tick({100, 9, {}}), (TrafficIncrease{0, 2}));
+    EXPECT_EQ(meter.Tick({150, 9, {}}), (TrafficIncrease{50, 0}));
     meter.Reset();
-    EXPECT_EQ(meter.Tick(Totals(90'000, 9'000)), (TrafficIncrease{0, 0}));
+    EXPECT_EQ(meter.Tick({90'000, 9'000, {}}), (TrafficIncrease{0, 0}));
 }
 
 TEST(TrafficMeterTest, WritesRatesWithOneDecimal) {
@@ -35,5 +30,4 @@ TEST(TrafficMeterTest, WritesRatesWithOneDecimal) {
     }
 }
 
-}  // namespace
 }  // namespace brennvar

@@ -20,9 +20,7 @@ TEST(TrayNoticeTest, SplitsAtTheFirstBarAndKnowsTwoWords) {
                         {"", Kind::Balloon, "", ""}};
     for (const Row& row : rows) {
         const TrayNotice notice = ParseTrayNotice(row.given);
-        EXPECT_EQ(notice.kind, row.kind) << row.given;
-        EXPECT_EQ(notice.text, row.text) << row.given;
-        EXPECT_EQ(notice.link, row.link) << row.given;
+        EXPECT_TRUE(notice.kind == row.kind && notice.text == row.text && notice.link == row.link) << row.given;
     }
 }
 

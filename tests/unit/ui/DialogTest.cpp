@@ -25,19 +25,6 @@ private:
     void OnTimer(UINT_PTR id) override { onTimer(id); }
 };
 
-TEST(CDialogTest, WindowAndObjectMayGoInEitherOrder) {
-    auto dialog = std::make_unique<TestDialog>();
-    EXPECT_FALSE(dialog->CreateModeless(nullptr, 9999));  // no such template
-    ASSERT_TRUE(dialog->CreateModeless(nullptr, IDD_MESSAGE_OK));
-    ::DestroyWindow(dialog->Window());
-    EXPECT_EQ(dialog->Window(), nullptr);
-    // The object serves another window, which goes with it.
-    ASSERT_TRUE(dialog->CreateModeless(nullptr, IDD_MESSAGE_OK));
-    const HWND window = dialog->Window();
-    dialog.reset();
-    EXPECT_FALSE(::IsWindow(window));
-}
-
 TEST(CDialogTest, HandlesMessagesInsideAHandlerAndDropsWhatItThrows) {
     TestDialog dialog;
     std::string order;
@@ -54,10 +41,16 @@ TEST(CDialogTest, HandlesMessagesInsideAHandlerAndDropsWhatItThrows) {
     dialog.onCommand = [&](int) { ::DestroyWindow(dialog.Window()); };
     ::SendMessageA(dialog.Window(), WM_COMMAND, 9, 0);
     EXPECT_EQ(dialog.Window(), nullptr);
-    // A dialog that could not be filled is not shown.
+    // The object serves another window, but one that could not be filled is not shown.
     dialog.onInit = [] { throw std::runtime_error("init"); };
     EXPECT_FALSE(dialog.CreateModeless(nullptr, IDD_MESSAGE_OK));
     EXPECT_EQ(dialog.DoModal(nullptr, IDD_MESSAGE_OK), -1);
+    // A window goes with its object.
+    auto owned = std::make_unique<TestDialog>();
+    ASSERT_TRUE(owned->CreateModeless(nullptr, IDD_MESSAGE_OK));
+    const HWND window = owned->Window();
+    owned.reset();
+    EXPECT_FALSE(::IsWindow(window));
 }
 
 TEST(CDialogTest, OuterModalDialogWaitsForTheInnerOneAndStaysDisabled) {
