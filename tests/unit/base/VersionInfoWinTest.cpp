@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "base/LocalPath_win.h"
 #include "base/Windows_win.h"
 #include "support/TempFolder.h"
 
@@ -14,6 +15,13 @@ TEST(VersionInfoWinTest, ReadsTheDescriptionOfAProgramThatHasOne) {
     const test::TempFolder folder;
     EXPECT_EQ(ReadFileDescription(folder.File("absent.exe")), "");
     EXPECT_EQ(ReadFileDescription(folder.Write("text.exe", "MZ, and no program")), "");
+}
+
+TEST(LocalPathTest, KnowsPathsToOtherMachines) {
+    for (const char* path : {R"(\\host\share\a.exe)", "//host/share/a.exe", R"(\/host\a.exe)"}) {
+        EXPECT_FALSE(IsOnThisMachine(path)) << path;
+    }
+    for (const char* path : {R"(C:\a.exe)", "a.exe", R"(\a.exe)", ""}) EXPECT_TRUE(IsOnThisMachine(path)) << path;
 }
 
 }  // namespace brennvar

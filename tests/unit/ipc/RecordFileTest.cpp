@@ -95,7 +95,8 @@ TEST(RecordFileTest, ScansWhatIsThereWhenTheFileChangesMeanwhile) {
     const test::TempFolder folder;
     const std::string path = folder.Write("records", std::string(3 * kScanSize, 'x'));
     // What was added is not seen; what was cut off is not invented.
-    for (const auto& [size, seen] : {std::pair{4 * kScanSize, 3 * kPiece}, {kScanSize + 17 * 8 + 5, kPiece + 17}}) {
+    for (const auto& [size, seen] :
+         {std::pair{4 * kScanSize, 3 * kPiece}, {kScanSize + 17 * sizeof(Pair) + 5, kPiece + 17}}) {
         std::size_t count = 0;
         auto file = RecordFile::OpenReadOnly(path);
         ScanRecords<Pair>(*file, Cipher::Plain, [&, newSize = size](std::span<const Pair> records) {
