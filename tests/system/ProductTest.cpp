@@ -20,6 +20,7 @@ namespace {
 using namespace std::chrono_literals;
 
 constexpr char kCaption[] = "Brennvar Personal Firewall";
+constexpr char kRunningMutex[] = "Local\\BrennvarGUI";
 constexpr char kQuestionCaption[] = "Confirm network connection";
 
 // Numbers of commands and controls that automation relies on.
@@ -67,9 +68,11 @@ protected:
 
     // Starts the interface and waits for its window.
     void StartInterface() {
+        // A second one would only call the first: the one that the last test ended must be gone for good.
+        ASSERT_TRUE(WaitUntil([] { return !UniqueMutex(::OpenMutexA(SYNCHRONIZE, FALSE, kRunningMutex)); }));
         m_interface.emplace(Quoted(BuiltProgram(R"(src\app\BrennvarGUI.exe)")));
         m_window = WaitForProgramWindow(m_interface->Id(), kCaption);
-        ASSERT_NE(m_window, nullptr);
+        ASSERT_NE(m_window, nullptr) << (m_interface->IsRunning() ? "it runs" : "it has ended");
     }
 
     // Waits until that many records have come in on the channel.
