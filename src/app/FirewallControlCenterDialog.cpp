@@ -123,8 +123,9 @@ void FirewallControlCenterDialog::OnInitDialog() {
 
     CreateTray();
     ShowWelcomeOnce();
-    RefreshStatistics();
     StartTimers();
+    // The first look at the driver, as soon as the window is there and not only after a second.
+    ::PostMessageA(Window(), WM_TIMER, kStatisticsTimer.id, 0);
 }
 
 void FirewallControlCenterDialog::OnDestroy() {
