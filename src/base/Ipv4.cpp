@@ -10,16 +10,12 @@ void AppendNumber(std::string& text, std::uint32_t number) {
     text.append(digits, end);
 }
 
-void AppendIpv4(std::string& text, Ipv4 address) {
+std::string FormatIpv4(Ipv4 address) {
+    std::string text;
     for (unsigned shift = 0; shift < 32; shift += 8) {
         if (shift != 0) text += '.';
         AppendNumber(text, (address >> shift) & 0xFFU);
     }
-}
-
-std::string FormatIpv4(Ipv4 address) {
-    std::string text;
-    AppendIpv4(text, address);
     return text;
 }
 

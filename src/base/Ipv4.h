@@ -22,8 +22,7 @@ using Ipv4 = std::uint32_t;
 // "a.b.c.d", at most 15 characters.
 [[nodiscard]] std::string FormatIpv4(Ipv4 address);
 
-// Appends "a.b.c.d" without an allocation of its own; lists format hundreds of thousands of rows.
-void AppendIpv4(std::string& text, Ipv4 address);
+// Appends the number in decimal.
 void AppendNumber(std::string& text, std::uint32_t number);
 
 // Four decimal numbers of 0-255 with dots between and nothing else; anything else yields nothing.

@@ -1,10 +1,14 @@
 #include "views/ConnectionRows.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <cstring>
 #include <unordered_map>
 #include <utility>
+
+#include "base/AsciiCase.h"
+#include "base/DisplayName.h"
 
 namespace brennvar {
 namespace {
@@ -34,11 +38,8 @@ private:
     ProcessText Prepare(std::uint32_t processId) const {
         std::optional<std::string> path = m_resolvePath ? m_resolvePath(processId) : std::nullopt;
         if (!path || path->empty()) return {.name = m_noProcessText, .path = m_noProcessText};
-        for (char& letter : *path) {
-            if (letter >= 'A' && letter <= 'Z') letter = static_cast<char>(letter - 'A' + 'a');
-        }
-        std::string name = path->substr(path->rfind('\\') + 1);  // npos + 1 is 0: the whole path
-        if (name.empty()) name = *path;
+        std::transform(path->begin(), path->end(), path->begin(), AsciiLower);
+        std::string name = FileNameOf(*path);
         return {.name = std::move(name), .path = std::move(*path)};
     }
 
