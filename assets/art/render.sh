@@ -113,3 +113,33 @@ for name in shield status connections advanced options applications trafficlog a
     frames+=("$work/menu-$name.png")
 done
 join menu_icons.png "${frames[@]}"
+
+# Icons of the notification area, drawn for their sizes: 32 is twice 16.
+mkdir -p ../tray
+style=tray.css
+for name in idle_normal idle_allow idle_block traffic_in traffic_out traffic_both; do
+    frames=()
+    for size in 16:16 20:20 24:24 32:16; do
+        draw "tray${size#*:}.svg" "$work/tray-${size%:*}.png" "$name" "SIZE=${size%:*}"
+        frames+=("$work/tray-${size%:*}.png")
+    done
+    icon "../tray/$name.ico" "${frames[@]}"
+done
+
+# The product's icon, up to 32 pixels as in the notification area, and the icon of a program that has none.
+frames=()
+for size in 16:16 20:20 24:24 32:16; do
+    draw "tray${size#*:}.svg" "$work/shield-${size%:*}.png" idle_normal "SIZE=${size%:*}"
+    frames+=("$work/shield-${size%:*}.png")
+done
+for size in 48 64 256; do
+    draw shield.svg "$work/shield-$size.png" "" "SIZE=$size"
+    frames+=("$work/shield-$size.png")
+done
+icon ../shield.ico "${frames[@]}"
+frames=()
+for size in 16:16 24:24 32:16 48:16 64:16 256:16; do
+    draw "program${size#*:}.svg" "$work/program-${size%:*}.png" "" "SIZE=${size%:*}"
+    frames+=("$work/program-${size%:*}.png")
+done
+icon ../program.ico "${frames[@]}"
