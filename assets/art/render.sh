@@ -54,7 +54,7 @@ strip() {
 # labelled NAME KIND GROUND ICON X Y: a strip of three states, an icon at X, Y on a ground.
 labelled() {
     local name=$1 kind=$2 ground=$3 icon=$4 x=$5 y=$6 state frames=()
-    for state in rest hot down; do
+    for state in rest hot pressed; do
         draw "parts/$ground.svg" "$work/ground.png" "$kind $state"
         draw "$icon.svg" "$work/icon.png" "$kind $state"
         convert "$work/ground.png" "$work/icon.png" -geometry "+$x+$y" -composite "PNG32:$work/frame-$state.png"
@@ -70,8 +70,8 @@ icon() {
     convert "$@" "${plain[@]}" "$result"
 }
 
-three=$'rest\nhot\ndown'
-six=$'rest\nhot\ndown\nchecked rest\nchecked hot\nchecked down'
+three=$'rest\nhot\npressed'
+six=$'rest\nhot\npressed\nchecked rest\nchecked hot\nchecked pressed'
 
 for skin in ../Skins/Default ../Skins/Graphite; do
     palette=$(basename "$skin")
@@ -101,7 +101,7 @@ for skin in ../Skins/Default ../Skins/Graphite; do
         strip "$name" choice "$six" "$name"
     done
     for name in up down back slider1 slider2 slider3; do
-        strip "scrollbar_$name" scroll "$three" "scrollbar_$name"
+        strip "scrollbar_$name" "scroll $name" "$three" "scrollbar_$name"
     done
 done
 
