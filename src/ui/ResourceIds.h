@@ -26,6 +26,7 @@
 //   1027 Name
 //   1028 Action
 //   1029 Program file:
+//   1060 Close
 #pragma once
 
 // Dialog templates
