@@ -25,7 +25,6 @@
 //   1026 Path
 //   1027 Name
 //   1028 Action
-//   1029 Program file:
 //   1060 Close
 #pragma once
 
@@ -45,14 +44,14 @@
 #define IDC_DENY 337
 #define IDC_MESSAGE_TEXT 340
 #define IDC_REMEMBER 573
-#define IDC_PROGRAM_ICON 901
 #define IDC_PROGRAM_NAME 902
 #define IDC_HOST 903
 #define IDC_SERVICE 904
+#define IDC_PROGRAM_PATH 901
+#define IDC_WANTS 906
 
 // Message dialogs; the buttons are IDOK and IDCANCEL
 #define IDC_MESSAGE 905
-#define IDC_MESSAGE_ICON 906
 
 // Commands of the control center, from the tray menu and the page buttons alike
 #define IDM_OPEN 409
