@@ -26,6 +26,9 @@
 //   1027 Name
 //   1028 Action
 //   1060 Close
+//   1070 &Copy
+//   1071 Select &all
+//   1072 &Refresh
 #pragma once
 
 // Dialog templates
@@ -38,6 +41,9 @@
 // Icons
 #define IDI_PROGRAM 159  // also the number of the icon in the notification area
 #define IDI_NO_ICON 174  // stands for a program that has no icon of its own
+
+// Pictures
+#define IDR_MENU_IMAGES 960  // the strip of images for menus
 
 // ConfirmationDialog
 #define IDC_ALLOW 334
