@@ -26,6 +26,8 @@
 //   1027 Name
 //   1028 Action
 //   1060 Close
+//   1061 Version
+//   1062 Copyright (C) Quorlan
 //   1070 &Copy
 //   1071 Select &all
 //   1072 &Refresh
@@ -37,6 +39,7 @@
 #define IDD_MESSAGE_OK_CANCEL 442
 #define IDD_CONFIRMATION 570
 #define IDD_PAGE 900
+#define IDD_ABOUT 950
 
 // Icons
 #define IDI_PROGRAM 159  // also the number of the icon in the notification area
@@ -58,6 +61,11 @@
 
 // Message dialogs; the buttons are IDOK and IDCANCEL
 #define IDC_MESSAGE 905
+
+// About box
+#define IDC_PRODUCT_NAME 951
+#define IDC_PRODUCT_VERSION 952
+#define IDC_PRODUCT_COPYRIGHT 953
 
 // Commands of the control center, from the tray menu and the page buttons alike
 #define IDM_OPEN 409
