@@ -100,6 +100,7 @@ private:
                                           DWORD_PTR object) noexcept;
     static LRESULT CALLBACK OnWindowCreated(int code, WPARAM wParam, LPARAM lParam) noexcept;
 
+    void AdoptMenuWindow(HWND window) noexcept;
     UniqueMenu Build(const CPopupMenu& menu);
     std::optional<LRESULT> Dispatch(UINT message, WPARAM wParam, LPARAM lParam);
     // Null for an item of somebody else's menu.
@@ -127,6 +128,7 @@ private:
     const MenuColours m_colours;
     UniqueBrush m_ground;
     std::map<HMENU, const CPopupMenu*> m_menus;
+    std::vector<HWND> m_menuWindows;  // those that were made for this showing
 };
 
 int CMenuTracker::Track(POINT point, UINT flags) {
@@ -140,6 +142,10 @@ int CMenuTracker::Track(POINT point, UINT flags) {
     const HHOOK hook = ::SetWindowsHookExA(WH_CBT, &CMenuTracker::OnWindowCreated, nullptr, ::GetCurrentThreadId());
     const int chosen = ::TrackPopupMenu(menu.Get(), flags | TPM_RETURNCMD, point.x, point.y, 0, m_owner, nullptr);
     ::UnhookWindowsHookEx(hook);
+    // Windows may keep a menu's window for the next menu.
+    for (const HWND window : m_menuWindows) {
+        ::RemoveWindowSubclass(window, &CMenuTracker::MenuProcedure, kSubclassId);
+    }
     s_current = outer;
     ::RemoveWindowSubclass(m_owner, &CMenuTracker::OwnerProcedure, reinterpret_cast<UINT_PTR>(this));
     return chosen;
@@ -345,6 +351,15 @@ LRESULT CMenuTracker::ChooseByLetter(HMENU menu, char letter) const {
     return MAKELRESULT(next == matches.end() ? matches.front() : *next, MNC_SELECT);
 }
 
+void CMenuTracker::AdoptMenuWindow(HWND window) noexcept {
+    try {
+        m_menuWindows.push_back(window);
+    } catch (...) {
+        return;  // without memory the menu keeps Windows' own edge
+    }
+    ::SetWindowSubclass(window, &CMenuTracker::MenuProcedure, kSubclassId, reinterpret_cast<DWORD_PTR>(this));
+}
+
 LRESULT CALLBACK CMenuTracker::OnWindowCreated(int code, WPARAM wParam, LPARAM lParam) noexcept {
     if (code == HCBT_CREATEWND && s_current) {
         const auto window = reinterpret_cast<HWND>(wParam);
@@ -353,10 +368,7 @@ LRESULT CALLBACK CMenuTracker::OnWindowCreated(int code, WPARAM wParam, LPARAM l
         const bool isMenu = IS_INTRESOURCE(created->lpszClass)
                                 ? reinterpret_cast<ULONG_PTR>(created->lpszClass) == kMenuClass
                                 : ::lstrcmpA(created->lpszClass, kMenuClassName) == 0;
-        if (isMenu) {
-            ::SetWindowSubclass(window, &CMenuTracker::MenuProcedure, kSubclassId,
-                                reinterpret_cast<DWORD_PTR>(s_current));
-        }
+        if (isMenu) s_current->AdoptMenuWindow(window);
     }
     return ::CallNextHookEx(nullptr, code, wParam, lParam);
 }

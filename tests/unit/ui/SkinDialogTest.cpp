@@ -111,6 +111,8 @@ TEST_F(MessageDialogTest, IsAnsweredWithTheKeyboard) {
     ExpectFocus(IDCANCEL);
     m_owner.PostKey(VK_RETURN);
     EXPECT_FALSE(Ask());
+    m_owner.Post([] { ::PostMessageA(::GetFocus(), WM_SYSKEYDOWN, VK_F4, 1L << 29); });  // Alt+F4
+    EXPECT_FALSE(Ask());
     m_owner.PostMnemonic('c');
     EXPECT_FALSE(Ask());
     m_owner.PostMnemonic('o');
