@@ -16,6 +16,13 @@ struct PageEntry {
 
 constexpr PageEntry kPages[] = {
     {"controls", &MakeControlsGallery},
+    {"message", &MakeMessageGallery},
+    {"question", &MakeQuestionGallery},
+    {"confirmation", &MakeConfirmationGallery},
+    {"confirmation-deny", &MakeConfirmationDenyGallery},
+    {"about", &MakeAboutGallery},
+    {"menu", &MakeMenuGallery},
+    {"balloon", &MakeBalloonGallery},
 };
 
 class GalleryWindow final : public CWindow {
