@@ -8,8 +8,7 @@
 #include "base/Processes_win.h"
 #include "config/Folders.h"
 #include "config/Folders_win.h"
-#include "config/Ini_win.h"
-#include "config/Settings.h"
+#include "config/Resources_win.h"
 #include "ipc/DriverTables.h"
 #include "prompts/ConfirmationDialog_win.h"
 #include "rules/ApplicationRules.h"
@@ -58,11 +57,6 @@ UniqueIcon LoadProgramIcon(int widthMetric, int heightMetric) {
     return UniqueIcon(static_cast<HICON>(::LoadImageA(::GetModuleHandleA(nullptr), MAKEINTRESOURCEA(IDI_PROGRAM),
                                                       IMAGE_ICON, ::GetSystemMetrics(widthMetric),
                                                       ::GetSystemMetrics(heightMetric), LR_DEFAULTCOLOR)));
-}
-
-Language OpenLanguage() {
-    const CIni settings(SettingsFilePath(GetDataFolder()));
-    return Language(std::make_unique<CIni>(LanguageFilePath(GetInstallationFolder(), ReadLanguageName(settings))));
 }
 
 }  // namespace

@@ -32,10 +32,22 @@ struct IconTraits {
     static Type Empty() noexcept { return nullptr; }
     static void Close(Type icon) noexcept { ::DestroyIcon(icon); }
 };
-struct FontTraits {
-    using Type = HFONT;
+struct MenuTraits {
+    using Type = HMENU;
     static Type Empty() noexcept { return nullptr; }
-    static void Close(Type font) noexcept { ::DeleteObject(font); }
+    static void Close(Type menu) noexcept { ::DestroyMenu(menu); }
+};
+struct MemoryDcTraits {
+    using Type = HDC;
+    static Type Empty() noexcept { return nullptr; }
+    static void Close(Type dc) noexcept { ::DeleteDC(dc); }
+};
+// Fonts, brushes, pens, bitmaps and regions. None may be selected into a DC when it is closed.
+template <class Handle>
+struct GdiObjectTraits {
+    using Type = Handle;
+    static Type Empty() noexcept { return nullptr; }
+    static void Close(Type object) noexcept { ::DeleteObject(object); }
 };
 
 using UniqueFile = UniqueHandle<FileHandleTraits>;  // file, pipe or device
@@ -46,6 +58,12 @@ using UniqueToken = UniqueHandle<KernelHandleTraits>;
 using UniqueFind = UniqueHandle<FindHandleTraits>;
 using UniqueKey = UniqueHandle<KeyTraits>;
 using UniqueIcon = UniqueHandle<IconTraits>;
-using UniqueFont = UniqueHandle<FontTraits>;
+using UniqueMenu = UniqueHandle<MenuTraits>;
+using UniqueMemoryDc = UniqueHandle<MemoryDcTraits>;
+using UniqueFont = UniqueHandle<GdiObjectTraits<HFONT>>;
+using UniqueBrush = UniqueHandle<GdiObjectTraits<HBRUSH>>;
+using UniquePen = UniqueHandle<GdiObjectTraits<HPEN>>;
+using UniqueBitmap = UniqueHandle<GdiObjectTraits<HBITMAP>>;
+using UniqueRegion = UniqueHandle<GdiObjectTraits<HRGN>>;
 
 }  // namespace brennvar

@@ -1,5 +1,7 @@
 #include "ui/Dialog.h"
 
+#include "ui/Control.h"
+
 namespace brennvar {
 
 CDialog::~CDialog() {
@@ -138,13 +140,18 @@ INT_PTR CDialog::Dispatch(UINT message, WPARAM wParam, LPARAM lParam) {
             if (wParam != SIZE_MINIMIZED) OnSize(LOWORD(lParam), HIWORD(lParam));
             return TRUE;
         case WM_GETMINMAXINFO: OnMinMaxInfo(*reinterpret_cast<MINMAXINFO*>(lParam)); return TRUE;
-        case WM_DRAWITEM: OnDrawItem(*reinterpret_cast<const DRAWITEMSTRUCT*>(lParam)); return TRUE;
+        case WM_DRAWITEM:
+            if (!ReflectMessage(message, wParam, lParam)) {
+                OnDrawItem(*reinterpret_cast<const DRAWITEMSTRUCT*>(lParam));
+            }
+            return TRUE;
         // The colour messages return their brush directly.
         case WM_CTLCOLORSTATIC:
         case WM_CTLCOLORBTN:
         case WM_CTLCOLOREDIT:
         case WM_CTLCOLORLISTBOX:
         case WM_CTLCOLORDLG:
+            if (const std::optional<LRESULT> brush = ReflectMessage(message, wParam, lParam)) return *brush;
             return reinterpret_cast<INT_PTR>(
                 OnControlColor(reinterpret_cast<HDC>(wParam), reinterpret_cast<HWND>(lParam)));
         case WM_ERASEBKGND: return OnEraseBackground(reinterpret_cast<HDC>(wParam)) ? answer(TRUE) : FALSE;

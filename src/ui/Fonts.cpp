@@ -4,10 +4,11 @@ namespace brennvar {
 namespace {
 
 constexpr int kReferenceDpi = 96;
-constexpr int kPointsPerInch = 72;
 constexpr char kFace[] = "Segoe UI";
-constexpr int kTextPoints = 9;
-constexpr int kTitlePoints = 12;  // 16 pixels at 96 per inch
+// At 96 per inch. Above zero the height counts the whole line, below it the letters only.
+constexpr int kTextHeight = 15;
+constexpr int kBoldHeight = 16;
+constexpr int kTitleHeight = -16;
 
 int ScreenDpi() {
     const HDC screen = ::GetDC(nullptr);
@@ -16,10 +17,8 @@ int ScreenDpi() {
     return dpi;
 }
 
-UniqueFont MakeFont(int points, int weight) {
-    // Negative: the height of the letters without the line spacing.
-    const int height = -::MulDiv(points, ScreenDpi(), kPointsPerInch);
-    return UniqueFont(::CreateFontA(height, 0, 0, 0, weight, FALSE, FALSE, FALSE, DEFAULT_CHARSET,
+UniqueFont MakeFont(int height, int weight, BYTE charset) {
+    return UniqueFont(::CreateFontA(Scale(height), 0, 0, 0, weight, FALSE, FALSE, FALSE, charset,
                                     OUT_DEFAULT_PRECIS, CLIP_DEFAULT_PRECIS, CLEARTYPE_QUALITY,
                                     DEFAULT_PITCH | FF_SWISS, kFace));
 }
@@ -32,10 +31,10 @@ int Scale(int pixels) {
     return ::MulDiv(pixels, kDpi, kReferenceDpi);
 }
 
-CFonts::CFonts()
-    : m_text(MakeFont(kTextPoints, FW_NORMAL)),
-      m_bold(MakeFont(kTextPoints, FW_BOLD)),
-      m_title(MakeFont(kTitlePoints, FW_BOLD)) {}
+CFonts::CFonts(BYTE charset)
+    : m_text(MakeFont(kTextHeight, FW_NORMAL, charset)),
+      m_bold(MakeFont(kBoldHeight, FW_BOLD, charset)),
+      m_title(MakeFont(kTitleHeight, FW_BOLD, charset)) {}
 
 void SetControlFont(HWND control, HFONT font) {
     ::SendMessageA(control, WM_SETFONT, reinterpret_cast<WPARAM>(font), FALSE);

@@ -10,10 +10,11 @@ namespace brennvar {
 
 class CFonts {
 public:
-    CFonts();
+    // The character set of the active language (0: ANSI): it decides what the bytes of a text mean.
+    explicit CFonts(BYTE charset = ANSI_CHARSET);
     [[nodiscard]] HFONT Text() const { return m_text.Get(); }
-    [[nodiscard]] HFONT Bold() const { return m_bold.Get(); }
-    [[nodiscard]] HFONT Title() const { return m_title.Get(); }  // page titles: larger and bold
+    [[nodiscard]] HFONT Bold() const { return m_bold.Get(); }    // emphasised text
+    [[nodiscard]] HFONT Title() const { return m_title.Get(); }  // page titles, and what decides a question
 
 private:
     UniqueFont m_text;

@@ -1,0 +1,26 @@
+#include "config/Resources_win.h"
+
+#include <memory>
+
+#include "config/Folders.h"
+#include "config/Folders_win.h"
+#include "config/Ini_win.h"
+#include "config/Settings.h"
+
+namespace brennvar {
+
+std::string CurrentLanguageName() {
+    return ReadLanguageName(CIni(SettingsFilePath(GetDataFolder())));
+}
+
+Language OpenLanguage() {
+    return Language(std::make_unique<CIni>(LanguageFilePath(GetInstallationFolder(), CurrentLanguageName())));
+}
+
+Skin OpenSkin() {
+    const std::string name = ReadSkinName(CIni(SettingsFilePath(GetDataFolder())));
+    const std::string installation = GetInstallationFolder();
+    return Skin(std::make_unique<CIni>(SkinFilePath(installation, name)), SkinFolderPath(installation, name));
+}
+
+}  // namespace brennvar

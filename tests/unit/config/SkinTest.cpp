@@ -1,0 +1,37 @@
+#include "config/Skin.h"
+
+#include <gtest/gtest.h>
+
+#include "support/FakeIni.h"
+
+namespace brennvar {
+namespace {
+
+Skin SkinOf(test::FakeIni::Values values) {
+    return {std::make_unique<test::FakeIni>(std::move(values)), R"(C:\Skins\X)"};
+}
+
+TEST(SkinTest, ReadsEachPartOfAColourByItself) {
+    const Skin skin = SkinOf({{"Color/A_R", "1"},
+                              {"Color/B_R", "0"},
+                              {"Color/B_G", "255"},
+                              {"Color/B_B", "16"},
+                              {"Color/C_R", "256"},
+                              {"Color/C_G", "-1"},
+                              {"Color/C_B", "7x"}});
+    EXPECT_EQ(skin.GetSkinColor("A", 10, 2, 3), 0x030201U);
+    EXPECT_EQ(skin.GetSkinColor("B", 9, 9, 9), 0x10FF00U);
+    EXPECT_EQ(skin.GetSkinColor("C", 10, 11, 12), 0x0C0B0AU) << "no parts of a colour";
+    EXPECT_EQ(Skin(nullptr, "").GetSkinColor("A", 10, 11, 12), 0x0C0B0AU);
+}
+
+TEST(SkinTest, FindsPicturesInItsFolderOnly) {
+    const Skin skin = SkinOf({{"Image/A", "other.png"}, {"Image/B", R"(..\up.png)"}, {"Image/C", "D:x.png"}});
+    EXPECT_EQ(skin.GetSkinImagePath("A", "a.png"), R"(C:\Skins\X\other.png)");
+    EXPECT_EQ(skin.GetSkinImagePath("B", "b.png"), R"(C:\Skins\X\b.png)");
+    EXPECT_EQ(skin.GetSkinImagePath("C", "c.png"), R"(C:\Skins\X\c.png)");
+    EXPECT_EQ(skin.GetSkinImagePath("D", "d.png"), R"(C:\Skins\X\d.png)");
+}
+
+}  // namespace
+}  // namespace brennvar
