@@ -132,16 +132,15 @@ void FirewallControlCenterDialog::CreatePages() {
                                                         m_language.GetText(313, "no process associated"));
     std::vector<PageHost::Entry> entries;
     for (const PageInfo& info : PageList()) {
-        entries.push_back({.command = info.command,
-                           .caption = m_language.GetText(info.captionNumber, info.caption),
-                           .page = MakePage(info)});
+        entries.push_back(
+            {.command = info.command, .caption = m_language.GetText(info.caption), .page = MakePage(info)});
     }
     (void)m_pages.Create(Window(), m_fonts, std::move(entries));  // a page without a window stays blank
 }
 
 std::unique_ptr<CPage> FirewallControlCenterDialog::MakePage(const PageInfo& info) {
-    std::string title = m_language.GetText(info.captionNumber, info.caption);
-    std::string line = m_language.GetText(info.lineNumber, info.line);
+    std::string title = m_language.GetText(info.caption);
+    std::string line = m_language.GetText(info.line);
     switch (info.command) {
         case IDM_CONNECTIONS:
             return std::make_unique<ConnectionsPage>(
@@ -246,12 +245,12 @@ void FirewallControlCenterDialog::CheckClock() {
 void FirewallControlCenterDialog::FetchTrayNotice() {
     if (m_isFetchingTrayText) return;
     m_isFetchingTrayText = true;
-    using Text = std::optional<std::string>;
-    m_link.Ask<Text>([](ServicePipes& pipes) { return pipes.FetchTrayText(); },
-                     [this](const std::optional<Text>& text) {
-                         m_isFetchingTrayText = false;
-                         if (text && *text) OnTrayText(**text);
-                     });
+    using TrayText = std::optional<std::string>;
+    m_link.Ask<TrayText>([](ServicePipes& pipes) { return pipes.FetchTrayText(); },
+                         [this](const std::optional<TrayText>& text) {
+                             m_isFetchingTrayText = false;
+                             if (text && *text) OnTrayText(**text);
+                         });
 }
 
 void FirewallControlCenterDialog::RunCompletions() {

@@ -26,6 +26,13 @@
 //   1027 Name
 //   1028 Action
 //   1029 Program file:
+//   1100 to 1110 the ICMP types
+//   1111 Host:
+//   1112 Port:
+//   1113 Proxy Type:
+//   1114 unknown
+//   1115 Unknown name
+// Every text with its number: assets/Languages/English/default.ini.
 #pragma once
 
 // Dialog templates
