@@ -1,8 +1,11 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include "base/Windows_win.h"
 #include "config/Ini_win.h"
 #include "config/RegKey_win.h"
+#include "config/ResourceFolders_win.h"
 #include "config/UserValues_win.h"
 #include "support/TempFolder.h"
 
@@ -16,6 +19,19 @@ TEST(IniWinTest, ReadsValuesOfAnyLengthAndKeepsTheFallbacksBlanks) {
         EXPECT_EQ(ini.Read("S", "k", "x"), text) << length;
         EXPECT_EQ(ini.Read("S", "absent", " with blanks  "), " with blanks  ");
     }
+}
+
+TEST(ResourceFoldersWinTest, ListsFoldersWithoutFilesAndHiddenNames) {
+    const test::TempFolder folder;
+    for (const char* name :
+         {"English\\default.ini", "Two words\\default.ini", "a.b\\x", ".git\\x", "..x\\x", "file"}) {
+        folder.Write(name, "");
+    }
+    std::vector<std::string> names = ListResourceFolders(folder.Path());
+    std::sort(names.begin(), names.end());  // the system promises no order
+    EXPECT_EQ(names, (std::vector<std::string>{"English", "Two words", "a.b"}));
+    EXPECT_EQ(ListResourceFolders(folder.File("a.b")), std::vector<std::string>());
+    EXPECT_EQ(ListResourceFolders(folder.File("absent")), std::vector<std::string>());
 }
 
 TEST(UserValuesWinTest, LeavesTheVariableAsItWasUnlessThereIsANumber) {
