@@ -32,6 +32,7 @@
 //   1113 Proxy Type:
 //   1114 unknown
 //   1115 Unknown name
+//   1116 Apply
 // Every text with its number: assets/Languages/English/default.ini.
 #pragma once
 
@@ -83,3 +84,9 @@
 #define IDC_STATUS_OUT 924
 #define IDC_COLUMN_LINE 930
 #define IDC_STATUS_LINE 931
+#define IDC_OPTIONS_RESOURCES 960
+#define IDC_OPTIONS_SKIN_LABEL 961
+#define IDC_OPTIONS_SKIN 962
+#define IDC_OPTIONS_LANGUAGE_LABEL 963
+#define IDC_OPTIONS_LANGUAGE 964
+#define IDC_OPTIONS_APPLY_RESOURCES 965
