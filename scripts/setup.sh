@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Installs what building and testing need on Debian 12, and makes what is slow to make once:
-# the GoogleTest of the Windows flavour and a template Wine prefix. Safe to run twice: a second run only checks.
+# Installs what building and testing need on Debian 12, and makes what is slow to make once: the Windows flavours of
+# GoogleTest, libpng and libjpeg-turbo, and a template Wine prefix. Safe to run twice: a second run only checks.
 # Everything made here lies in the cache folder (BRENNVAR_CACHE, default ~/.cache/brennvar), not in the build folder.
 set -euo pipefail
 cd "$(dirname "$0")/.."
@@ -9,6 +9,8 @@ cd "$(dirname "$0")/.."
 packages=(
     ca-certificates git make cmake ninja-build g++ procps
     g++-mingw-w64-x86-64-posix                      # the Windows compiler
+    libpng-dev libjpeg62-turbo-dev zlib1g-dev       # the picture libraries of the host flavour
+    libz-mingw-w64-dev nasm dpkg-dev                # for those of the Windows flavour: zlib, and building the others
     googletest libgtest-dev libbenchmark-dev        # googletest: the sources for the Windows flavour
     clang clang-format clang-tidy libclang-rt-14-dev # fuzzing and checks
     wine wine64 fonts-wine fonts-open-sans          # running the Windows flavour
@@ -46,6 +48,71 @@ build_googletest() {
     touch "$stamp"
 }
 
+# An apt of our own in the folder $1 for the source packages of this Debian release, to be used with "-c $1/options"; the
+# user's apt files stay as they are. The mirrors are those from which the user's apt takes its packages, their keys
+# come from trusted.gpg.d. Needs no root.
+prepare_source_apt() {
+    local own=$1 codename
+    codename=$(. /etc/os-release && echo "$VERSION_CODENAME")
+    mkdir -p "$own/lists/partial" "$own/cache/archives/partial" "$own/parts"
+    # The code name of a suite is known only where apt has been updated, hence the look at the suite's own name as well.
+    apt-get indextargets --format '$(REPO_URI)|$(RELEASE)|$(CODENAME)|$(COMPONENT)' 'Created-By: Packages' | sort -u |
+        awk -F'|' -v c="$codename" 'index($2, c) == 1 || index($3, c) == 1 { print "deb-src", $1, $2, $4 }' \
+            >"$own/sources.list"
+    [ -s "$own/sources.list" ] || fail "apt knows no mirror of $codename"
+    cat >"$own/options" <<END
+Dir::Etc::SourceList "$own/sources.list";
+Dir::Etc::SourceParts "$own/parts";
+Dir::State::Lists "$own/lists";
+Dir::Cache "$own/cache";
+Debug::NoLocking "true";
+APT::Sandbox::User "$(id -un)";
+END
+    apt-get -c "$own/options" update -qq
+}
+
+# fetch_source PACKAGE VERSION FOLDER: unpacks a Debian source package, with Debian's patches, into FOLDER/source and
+# prints the version that it got. A mirror may not have VERSION any more, and may list one that it does not have yet:
+# then the newest that it has is taken.
+fetch_source() {
+    local package=$1 wanted=$2 folder=$3 version versions
+    versions=$(apt-cache -c "$folder/apt/options" --only-source showsrc "$package" |
+        awk '$1 == "Version:" { print $2 }' | sort -Vru)
+    for version in "$wanted" $versions; do
+        (cd "$folder" && apt-get -c "$folder/apt/options" source -qq --download-only "$package=$version") \
+            >"$folder/log" 2>&1 || continue
+        # apt has checked the files against the signed list.
+        dpkg-source --no-check -x "$folder/${package}_${version#*:}.dsc" "$folder/source" >"$folder/log" 2>&1 ||
+            { cat "$folder/log" >&2; return 1; }
+        echo "$version"
+        return
+    done
+    cat "$folder/log" >&2
+    return 1
+}
+
+# build_library SOURCE_PACKAGE HOST_PACKAGE OPTIONS...: a static library for Windows from Debian's source package, in
+# the version that HOST_PACKAGE has on the host.
+build_library() {
+    local package=$1 version; version=$(dpkg-query -W -f '${Version}' "$2"); shift 2
+    local stamp=$DEPS_PREFIX/$package-${version#*:}.done
+    [ -e "$stamp" ] && return
+    say "building $package $version for Windows"
+    local work got; work=$(mktemp -d)
+    prepare_source_apt "$work/apt"
+    got=$(fetch_source "$package" "$version" "$work") || fail "cannot fetch the sources of $package"
+    [ "$got" = "$version" ] || say "the mirror does not have that version: taking $got"
+    if ! { cmake -S "$work/source" -B "$work/build" -G Ninja -DCMAKE_BUILD_TYPE=Release \
+            -DCMAKE_TOOLCHAIN_FILE="$PWD/cmake/mingw-w64.cmake" \
+            -DCMAKE_INSTALL_PREFIX="$DEPS_PREFIX" -DCMAKE_INSTALL_LIBDIR="$DEPS_PREFIX/lib" "$@" &&
+        cmake --build "$work/build" && cmake --install "$work/build"; } >"$work/log" 2>&1; then
+        tail -n 60 "$work/log" >&2
+        fail "cannot build $package"
+    fi
+    rm -rf "$work"
+    echo "$got" >"$stamp"
+}
+
 # A fresh Wine prefix takes some ten seconds to make and under two to copy: one template serves every run.
 make_prefix_template() {
     local stamp=$PREFIX_TEMPLATE/.brennvar-ready
@@ -67,4 +134,6 @@ mkdir -p "$CACHE"
 exec 9>"$CACHE/.setup.lock" && flock 9      # two runs at once would make the same things twice
 install_packages
 build_googletest
+build_library libpng1.6 libpng-dev -DPNG_SHARED=OFF -DPNG_TESTS=OFF -DPNG_EXECUTABLES=OFF
+build_library libjpeg-turbo libjpeg62-turbo-dev -DENABLE_SHARED=OFF -DWITH_TURBOJPEG=OFF -DREQUIRE_SIMD=ON
 make_prefix_template

@@ -19,16 +19,15 @@ constexpr int kButtonHeight = 32;
 
 }  // namespace
 
-OptionsPage::OptionsPage(const CFonts& fonts, const Language& language, std::string title, std::string line,
-                         Resources resources)
-    : CPage(fonts, std::move(title), std::move(line)), m_language(language), m_resources(std::move(resources)) {}
+OptionsPage::OptionsPage(const CFonts& fonts, const Language& language, PageTexts texts, Resources resources)
+    : CPage(fonts, std::move(texts)), m_language(language), m_resources(std::move(resources)) {}
 
 void OptionsPage::OnCreateContent() {
     // Not sorted: as the system lists the folders.
     constexpr DWORD kList = CBS_DROPDOWNLIST | WS_VSCROLL | WS_TABSTOP;
-    const HFONT font = Fonts().Text();
+    const HFONT font = GetLook().fonts.Text();
     CreateControl(Window(), "STATIC", m_language.GetText(342, "Skins/Languages:"), SS_NOPREFIX,
-                  IDC_OPTIONS_RESOURCES, Fonts().Bold());
+                  IDC_OPTIONS_RESOURCES, GetLook().fonts.Bold());
     CreateControl(Window(), "STATIC", m_language.GetText(343, "Active skin:"), SS_NOPREFIX, IDC_OPTIONS_SKIN_LABEL,
                   font);
     CreateControl(Window(), "COMBOBOX", "", kList, IDC_OPTIONS_SKIN, font);

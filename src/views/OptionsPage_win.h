@@ -21,8 +21,7 @@ public:
         std::function<bool(const ResourceChoice& current, const ResourceChoice& chosen)> apply;
     };
 
-    OptionsPage(const CFonts& fonts, const Language& language, std::string title, std::string line,
-                Resources resources);
+    OptionsPage(const CFonts& fonts, const Language& language, PageTexts texts, Resources resources);
 
     void Reload() override;
 

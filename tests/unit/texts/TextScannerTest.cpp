@@ -68,7 +68,9 @@ TEST(TextScannerTest, ReportsWhatItCannotRead) {
                                           "Text{7, \"\\x141\"}",
                                           "Text{7, \"no end",
                                           "GetText(7, \"x\""}) {
-        const ScanResult result = ScanTexts("\n" + std::string(source));
+        std::string padded(1, '\n');
+        padded += source;
+        const ScanResult result = ScanTexts(padded);
         EXPECT_TRUE(result.texts.empty()) << source;
         ASSERT_EQ(result.faults.size(), 1U) << source;
         EXPECT_TRUE(result.faults[0].starts_with("line 2:")) << source << " " << result.faults[0];

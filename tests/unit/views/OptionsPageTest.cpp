@@ -24,8 +24,7 @@ protected:
     OptionsPage page{
         fonts,
         language,
-        "title",
-        "line",
+        {.title = "title", .line = "line", .empty = {}},
         {.skins = [this] { return skins; },
          .languages = [this] { return languages; },
          .current = [this] { return current; },

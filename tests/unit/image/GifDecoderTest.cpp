@@ -1,0 +1,109 @@
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "image/DecodeImage.h"
+#include "unit/image/ImageSamples.h"
+
+namespace brennvar {
+namespace {
+
+constexpr std::uint32_t kRed = 0xFFFF0000, kGreen = 0xFF00FF00, kBlue = 0xFF0000FF, kWhite = 0xFFFFFFFF;
+// A canvas with four colours: red, green, blue, white.
+const std::string kPalette = "91 00 00 ff0000 00ff00 0000ff ffffff";
+using Pixels = std::vector<std::uint32_t>;
+
+// The pixels of a file in hexadecimal digits; none when it is refused.
+Pixels Decode(const std::string& hex) {
+    const auto bitmap = DecodeImage(test::FromHex(hex));
+    return bitmap ? bitmap->pixels : Pixels{};
+}
+
+// An image of one row, of the stream of codes given.
+Pixels DecodeRow(const std::string& width, const std::string& symbolBits, const std::string& codes) {
+    return Decode("474946383761" + width + "0100" + kPalette + "2c 00000000" + width + "0100 00" + symbolBits +
+                  codes);
+}
+
+TEST(GifDecoderTest, PutsTheFirstFrameOnATransparentCanvas) {
+    const Pixels expected = {0, 0, 0, 0, kRed, kGreen, 0, kBlue, 0};
+    EXPECT_EQ(Decode(std::string(test::kGif)), expected);
+    EXPECT_EQ(Decode(std::string(test::kGif) + "2c 00000000 0300 0300 00 02 00 3b"), expected);  // a second frame
+}
+
+TEST(GifDecoderTest, PrefersThePaletteOfTheFrame) {
+    EXPECT_EQ(Decode("474946383761 0100 0100" + kPalette + "2c 0000 0000 0100 0100 80 123456 000000 02 02 4401 00"),
+              (Pixels{0xFF123456}));
+    EXPECT_EQ(Decode("474946383761 0100 0100 11 00 00 2c 0000 0000 0100 0100 00 02 02 4401 00"),
+              Pixels{});  // none at all
+}
+
+TEST(GifDecoderTest, PutsInterlacedRowsInOrder) {
+    // 1 x 5; stored are the rows 0, 4, 2, 1, 3 with the colours 0, 1, 2, 3, 0.
+    EXPECT_EQ(Decode("474946383761 0100 0500" + kPalette + "2c 0000 0000 0100 0500 40 02 03 443450 00"),
+              (Pixels{kRed, kWhite, kBlue, kRed, kGreen}));
+}
+
+TEST(GifDecoderTest, FollowsTheCodeThatIsJustBeingAdded) {
+    // clear 4, symbol 1, then 6, which stands for "1 1" only now, then 1.
+    EXPECT_EQ(DecodeRow("0400", "02", "02 8c53 00"), (Pixels{kGreen, kGreen, kGreen, kGreen}));
+    EXPECT_EQ(DecodeRow("0400", "02", "01 8c 01 53 00"),
+              (Pixels{kGreen, kGreen, kGreen, kGreen}));  // in two blocks
+}
+
+TEST(GifDecoderTest, RefusesCodesThatTheStreamCannotHave) {
+    EXPECT_EQ(DecodeRow("0300", "02", "02 cc01 00"), Pixels{});  // clear, 1, 7 where 6 is the next
+    EXPECT_EQ(DecodeRow("0300", "02", "02 b400 00"), Pixels{});  // clear, then 6: no string yet
+    EXPECT_EQ(DecodeRow("0400", "02", "02 8c0b 00"), Pixels{});  // the stream ends before the image is full
+    EXPECT_EQ(DecodeRow("0300", "03", "02 7800 00"), Pixels{});  // colour 7 of four
+    EXPECT_EQ(DecodeRow("0100", "01", "02 4401 00"), Pixels{});  // too few and too many bits a symbol
+    EXPECT_EQ(DecodeRow("0100", "09", "02 0002 00"), Pixels{});
+    EXPECT_EQ(DecodeRow("0100", "02", "02 4401"), Pixels{});  // the blocks do not end
+}
+
+TEST(GifDecoderTest, RefusesFramesThatAreEmptyOrLeaveTheCanvas) {
+    const std::string head = "474946383761 0200 0200" + kPalette + "2c";
+    const std::string pixel = "00 02 02 4401 00";
+    EXPECT_EQ(Decode(head + "0100 0100 0100 0100" + pixel), (Pixels{0, 0, 0, kRed}));
+    EXPECT_EQ(Decode(head + "0200 0100 0100 0100" + pixel), Pixels{});
+    EXPECT_EQ(Decode(head + "0100 0200 0100 0100" + pixel), Pixels{});
+    EXPECT_EQ(Decode(head + "ffff ffff 0100 0100" + pixel), Pixels{});
+    EXPECT_EQ(Decode(head + "0000 0000 0000 0100" + pixel), Pixels{});
+}
+
+// Codes never grow over 12 bits, and a full table stays as it is until a clear code.
+TEST(GifDecoderTest, KeepsAFullTable) {
+    constexpr unsigned kCount = 6000;
+    std::string stream;
+    unsigned bits = 0, bitCount = 0;
+    const auto put = [&](unsigned code, unsigned width) {
+        bits |= code << bitCount;
+        for (bitCount += width; bitCount >= 8; bitCount -= 8, bits >>= 8) stream += static_cast<char>(bits);
+    };
+    Pixels expected;
+    put(4, 3);
+    for (unsigned i = 0; i < kCount; ++i) {
+        // Before the i-th symbol the table holds the first 6 codes and one for each symbol but the first.
+        unsigned width = 3;
+        while (width < 12 && 6 + (i == 0 ? 0 : i - 1) >= 1U << width) ++width;
+        const unsigned symbol = (i * i >> 3) % 4;
+        put(symbol, width);
+        expected.push_back(Pixels{kRed, kGreen, kBlue, kWhite}[symbol]);
+    }
+    put(5, 12);
+    put(0, 7);
+    const auto bytes = std::as_bytes(std::span(stream));
+    auto file = test::FromHex("474946383761 7017 0100" + kPalette + "2c 0000 0000 7017 0100 00 02");
+    for (std::size_t at = 0; at < bytes.size(); at += 255) {
+        const auto piece = bytes.subspan(at, std::min<std::size_t>(255, bytes.size() - at));
+        file.push_back(static_cast<std::byte>(piece.size()));
+        file.insert(file.end(), piece.begin(), piece.end());
+    }
+    file.push_back(std::byte{0});
+    const auto bitmap = DecodeImage(file);
+    ASSERT_TRUE(bitmap);
+    EXPECT_EQ(bitmap->pixels, expected);
+}
+
+}  // namespace
+}  // namespace brennvar

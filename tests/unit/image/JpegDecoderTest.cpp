@@ -1,0 +1,80 @@
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <string>
+
+#include "image/DecodeImage.h"
+#include "unit/image/ImageSamples.h"
+
+namespace brennvar {
+namespace {
+
+std::optional<Bitmap> Decode(const std::string& hex) {
+    return DecodeImage(test::FromHex(hex));
+}
+
+// JPEG keeps colours approximately.
+bool IsNear(std::uint32_t pixel, std::uint32_t expected) {
+    for (int shift = 0; shift < 32; shift += 8) {
+        const auto part = [shift](std::uint32_t value) { return static_cast<int>(value >> shift & 0xFF); };
+        if (std::abs(part(pixel) - part(expected)) > 3) return false;
+    }
+    return true;
+}
+
+void ExpectAll(const Bitmap& bitmap, std::uint32_t expected) {
+    for (const std::uint32_t pixel : bitmap.pixels) ASSERT_TRUE(IsNear(pixel, expected)) << std::hex << pixel;
+}
+
+TEST(JpegDecoderTest, DecodesColours) {
+    const auto bitmap = Decode(std::string(test::kRgbJpeg));
+    ASSERT_TRUE(bitmap);
+    ASSERT_EQ(bitmap->width, 16);
+    ASSERT_EQ(bitmap->height, 8);
+    for (std::size_t i = 0; i < 16 * 8; ++i) {
+        ASSERT_TRUE(IsNear(bitmap->pixels[i], i % 16 < 8 ? 0xFFC81E3C : 0xFF1428DC)) << i;
+    }
+}
+
+TEST(JpegDecoderTest, DecodesProgressiveGrey) {
+    const auto bitmap = Decode(std::string(test::kGreyJpegHead) + std::string(test::kGreyJpegScans));
+    ASSERT_TRUE(bitmap);
+    ASSERT_EQ(bitmap->width, 8);
+    ASSERT_EQ(bitmap->height, 16);
+    for (std::size_t i = 0; i < 8 * 16; ++i) {
+        ASSERT_TRUE(IsNear(bitmap->pixels[i], i < 8 * 8 ? 0xFF282828 : 0xFFC8C8C8)) << i;
+    }
+}
+
+TEST(JpegDecoderTest, DecodesFourInksInBothDirections) {
+    const std::string marker(test::kAdobeMarker), rest(test::kInkJpeg);
+    const auto fromAdobe = Decode("ffd8" + marker + rest);
+    ASSERT_TRUE(fromAdobe);
+    ExpectAll(*fromAdobe, 0xFFC81E3C);
+    // Without the marker the same numbers (Y 148, Cb 145, Cr 23, K 200) are cyan, magenta, yellow and black.
+    const auto plain = Decode("ffd8" + rest);
+    ASSERT_TRUE(plain);
+    ExpectAll(*plain, 0xFF171832);
+}
+
+TEST(JpegDecoderTest, RefusesDamageThatTheLibraryWouldPaintOver) {
+    const std::string whole(test::kRgbJpeg);
+    EXPECT_FALSE(Decode(whole.substr(0, whole.size() - 8) + "ffd9"));  // two bytes of the scan are missing
+    EXPECT_FALSE(Decode(whole.substr(0, whole.size() - 4)));           // no end mark
+}
+
+TEST(JpegDecoderTest, GivesUpOnEndlessScans) {
+    const std::string head(test::kGreyJpegHead);
+    const auto decode = [&](int count) {
+        std::string file = head;
+        // The scan of the averages, each time in full precision.
+        for (int i = 0; i < count; ++i) file += "ffda0008 01 0100 00 00 00 09b5bf";
+        return Decode(file + "ffd9");
+    };
+    EXPECT_TRUE(decode(64));
+    EXPECT_FALSE(decode(65));
+    EXPECT_FALSE(decode(2000));
+}
+
+}  // namespace
+}  // namespace brennvar
