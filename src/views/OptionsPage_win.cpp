@@ -1,8 +1,8 @@
 #include "views/OptionsPage_win.h"
 
+#include <algorithm>
 #include <utility>
 
-#include "ui/Controls.h"
 #include "ui/ResourceIds.h"
 
 namespace brennvar {
@@ -10,12 +10,25 @@ namespace {
 
 constexpr int kRowHeight = 24;
 constexpr int kRowStep = 32;
-constexpr int kLabelWidth = 176;
 constexpr int kListWidth = 240;
-constexpr int kOpenListHeight = 240;
-constexpr int kTextOffset = 4;  // the labels stand in the middle of their row
-constexpr int kButtonWidth = 104;
-constexpr int kButtonHeight = 32;
+constexpr int kLabelWidth = 144;  // wider where the language needs it
+constexpr int kLabelGap = 16;
+
+void Fill(const CComboBox& list, const std::vector<std::string>& names, const std::string& selected) {
+    list.Clear();
+    for (std::size_t index = 0; index < names.size(); ++index) {
+        const int row = list.Add(names[index]);
+        if (row < 0) continue;
+        ::SendMessageA(list.Window(), CB_SETITEMDATA, static_cast<WPARAM>(row), static_cast<LPARAM>(index));
+        // Not the control's own search, which disregards case.
+        if (names[index] == selected) list.Select(row);
+    }
+}
+
+// Where nothing is selected, as in an empty list, nothing is to change.
+std::string SelectedOr(const CComboBox& list, const std::string& current) {
+    return list.Selected() < 0 ? current : list.ItemText(list.Selected());
+}
 
 }  // namespace
 
@@ -23,59 +36,41 @@ OptionsPage::OptionsPage(const CFonts& fonts, const Language& language, PageText
     : CPage(fonts, std::move(texts)), m_language(language), m_resources(std::move(resources)) {}
 
 void OptionsPage::OnCreateContent() {
-    // Not sorted: as the system lists the folders.
-    constexpr DWORD kList = CBS_DROPDOWNLIST | WS_VSCROLL | WS_TABSTOP;
-    const HFONT font = GetLook().fonts.Text();
-    CreateControl(Window(), "STATIC", m_language.GetText(342, "Skins/Languages:"), SS_NOPREFIX,
-                  IDC_OPTIONS_RESOURCES, GetLook().fonts.Bold());
-    CreateControl(Window(), "STATIC", m_language.GetText(343, "Active skin:"), SS_NOPREFIX, IDC_OPTIONS_SKIN_LABEL,
-                  font);
-    CreateControl(Window(), "COMBOBOX", "", kList, IDC_OPTIONS_SKIN, font);
-    CreateControl(Window(), "STATIC", m_language.GetText(344, "Active language:"), SS_NOPREFIX,
-                  IDC_OPTIONS_LANGUAGE_LABEL, font);
-    CreateControl(Window(), "COMBOBOX", "", kList, IDC_OPTIONS_LANGUAGE, font);
-    CreateControl(Window(), "BUTTON", m_language.GetText(1116, "Apply"), WS_TABSTOP | BS_PUSHBUTTON,
-                  IDC_OPTIONS_APPLY_RESOURCES, font);
+    constexpr DWORD kOneLine = SS_LEFT | SS_NOPREFIX | SS_CENTERIMAGE;
+    const Look& look = GetLook();
+    m_heading.Create(Window(), m_language.GetText(342, "Skins/Languages:"), LabelKind::Bold, kOneLine,
+                     IDC_OPTIONS_RESOURCES, look);
+    m_skinLabel.Create(Window(), m_language.GetText(343, "Active skin:"), LabelKind::Plain, kOneLine,
+                       IDC_OPTIONS_SKIN_LABEL, look);
+    m_skins.Create(Window(), IDC_OPTIONS_SKIN, look);
+    m_languageLabel.Create(Window(), m_language.GetText(344, "Active language:"), LabelKind::Plain, kOneLine,
+                           IDC_OPTIONS_LANGUAGE_LABEL, look);
+    m_languages.Create(Window(), IDC_OPTIONS_LANGUAGE, look);
+    m_apply.Create(Window(), kButtonDialog, m_language.GetText(1116, "Apply"), IDC_OPTIONS_APPLY_RESOURCES, look);
 }
 
 void OptionsPage::OnPlaceContent(const RECT& place) {
+    const int labelWidth =
+        std::max<int>({Scale(kLabelWidth), m_skinLabel.Measure(0).cx, m_languageLabel.Measure(0).cx});
+    const int listLeft = place.left + labelWidth + Scale(kLabelGap);
+    const int right = listLeft + Scale(kListWidth);
     int top = place.top;
-    const auto put = [&](int id, int left, int offset, int width, int height) {
-        ::SetWindowPos(Item(id), nullptr, place.left + Scale(left), top + Scale(offset), Scale(width),
-                       Scale(height), SWP_NOZORDER | SWP_NOACTIVATE);
+    const auto placeRow = [&](const CLabel& label, const CComboBox& list) {
+        label.Place({place.left, top, place.left + labelWidth, top + Scale(kRowHeight)});
+        list.Place({listLeft, top, right, top + Scale(kRowHeight)});
+        top += Scale(kRowStep);
     };
-    put(IDC_OPTIONS_RESOURCES, 0, 0, kLabelWidth + kListWidth, kRowHeight);
+    m_heading.Place({place.left, top, right, top + Scale(kRowHeight)});
     top += Scale(kRowStep);
-    put(IDC_OPTIONS_SKIN_LABEL, 0, kTextOffset, kLabelWidth, kRowHeight - kTextOffset);
-    put(IDC_OPTIONS_SKIN, kLabelWidth, 0, kListWidth, kOpenListHeight);
-    top += Scale(kRowStep);
-    put(IDC_OPTIONS_LANGUAGE_LABEL, 0, kTextOffset, kLabelWidth, kRowHeight - kTextOffset);
-    put(IDC_OPTIONS_LANGUAGE, kLabelWidth, 0, kListWidth, kOpenListHeight);
-    top += Scale(kRowStep);
-    put(IDC_OPTIONS_APPLY_RESOURCES, kLabelWidth + kListWidth - kButtonWidth, 0, kButtonWidth, kButtonHeight);
+    placeRow(m_skinLabel, m_skins);
+    placeRow(m_languageLabel, m_languages);
+    m_apply.MoveTo(right - m_apply.Size().cx, top);
 }
 
 void OptionsPage::Reload() {
     m_current = m_resources.current();
-    Fill(IDC_OPTIONS_SKIN, m_resources.skins(), m_current.skin);
-    Fill(IDC_OPTIONS_LANGUAGE, m_resources.languages(), m_current.language);
-}
-
-void OptionsPage::Fill(int id, const std::vector<std::string>& names, const std::string& selected) const {
-    const HWND list = Item(id);
-    ::SendMessageA(list, CB_RESETCONTENT, 0, 0);
-    for (std::size_t index = 0; index < names.size(); ++index) {
-        const LRESULT row = ::SendMessageA(list, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(names[index].c_str()));
-        if (row < 0) continue;
-        ::SendMessageA(list, CB_SETITEMDATA, static_cast<WPARAM>(row), static_cast<LPARAM>(index));
-        // Not the control's own search, which disregards case.
-        if (names[index] == selected) ::SendMessageA(list, CB_SETCURSEL, static_cast<WPARAM>(row), 0);
-    }
-}
-
-std::string OptionsPage::Selected(int id, const std::string& otherwise) const {
-    const bool isSelected = ::SendMessageA(Item(id), CB_GETCURSEL, 0, 0) != CB_ERR;
-    return isSelected ? TextOfWindow(Item(id)) : otherwise;
+    Fill(m_skins, m_resources.skins(), m_current.skin);
+    Fill(m_languages, m_resources.languages(), m_current.language);
 }
 
 void OptionsPage::OnCommand(int id, int notification) {
@@ -83,9 +78,8 @@ void OptionsPage::OnCommand(int id, int notification) {
 }
 
 void OptionsPage::Apply() {
-    // Where nothing is selected, as in an empty list, nothing is to change.
-    const ResourceChoice chosen{.skin = Selected(IDC_OPTIONS_SKIN, m_current.skin),
-                                .language = Selected(IDC_OPTIONS_LANGUAGE, m_current.language)};
+    const ResourceChoice chosen{.skin = SelectedOr(m_skins, m_current.skin),
+                                .language = SelectedOr(m_languages, m_current.language)};
     // The next choice is compared with what the service has got now.
     if (m_resources.apply(m_current, chosen)) m_current = chosen;
 }

@@ -7,6 +7,9 @@
 
 #include "config/Language.h"
 #include "config/ResourceChoice.h"
+#include "ui/Button.h"
+#include "ui/ComboBox.h"
+#include "ui/Label.h"
 #include "ui/Page.h"
 
 namespace brennvar {
@@ -31,12 +34,16 @@ private:
     void OnShow() override { Reload(); }
     void OnCommand(int id, int notification) override;
 
-    void Fill(int id, const std::vector<std::string>& names, const std::string& selected) const;
-    [[nodiscard]] std::string Selected(int id, const std::string& otherwise) const;
     void Apply();
 
     const Language& m_language;
     const Resources m_resources;
+    CLabel m_heading;
+    CLabel m_skinLabel;
+    CLabel m_languageLabel;
+    CComboBox m_skins;
+    CComboBox m_languages;
+    CButton m_apply;
     ResourceChoice m_current;  // as the lists were filled, or as the last choice was sent
 };
 
