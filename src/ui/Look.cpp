@@ -6,6 +6,8 @@
 
 namespace brennvar {
 
+Palette::Palette() : Palette(Skin(nullptr, "")) {}
+
 Palette::Palette(const Skin& skin)
     : frame1(skin.GetSkinColor("COLOR_FRAME_1", 168, 168, 168)),
       frame2(skin.GetSkinColor("COLOR_FRAME_2", 223, 223, 223)),

@@ -10,6 +10,8 @@ namespace brennvar {
 
 // The defaults are those of the light skin, so that a skin without these keys looks right.
 struct Palette {
+    // The defaults, for a control that has not been made yet.
+    Palette();
     explicit Palette(const Skin& skin);
 
     COLORREF frame1;         // COLOR_FRAME_1: outer frames

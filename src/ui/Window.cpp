@@ -2,6 +2,7 @@
 
 #include <windowsx.h>
 
+#include "ui/Control.h"
 #include "ui/Paint.h"
 
 namespace brennvar {
@@ -82,6 +83,11 @@ std::optional<LRESULT> CWindow::Dispatch(UINT message, WPARAM wParam, LPARAM lPa
         case WM_ENABLE: OnEnable(wParam != 0); return 0;
         case WM_SETFOCUS: OnFocus(true); return 0;
         case WM_KILLFOCUS: OnFocus(false); return 0;
+        case WM_CTLCOLORSTATIC:
+        case WM_CTLCOLORBTN:
+        case WM_CTLCOLOREDIT:
+        case WM_CTLCOLORLISTBOX:
+        case WM_DRAWITEM: return ReflectMessage(message, wParam, lParam);
         default: return DispatchInput(message, wParam, lParam);
     }
 }
