@@ -41,7 +41,7 @@ void CSkinDialog::OnInitDialog() {
     }
     OnCreateContent();
     // After the template's own controls: one of them with the number IDCANCEL is found first.
-    m_close.Create(Window(), kButtonClose, OpenLanguage().GetText(1060, "Close"), IDCANCEL, *m_look);
+    m_close.Create(Window(), kButtonClose, OpenLanguage().GetText(1043, "Close"), IDCANCEL, *m_look);
     const RECT client = Client();
     OnSize(client.right, client.bottom);
 }
