@@ -1,12 +1,14 @@
 // Dialogs, menus and balloons: each page opens its own over an empty window.
 #include <deque>
 #include <functional>
+#include <optional>
 #include <utility>
 
 #include "GalleryPage.h"
 #include "app/AboutDialog.h"
 #include "config/Resources_win.h"
 #include "prompts/ConfirmationDialog_win.h"
+#include "prompts/PromptText.h"
 #include "ui/Balloon.h"
 #include "ui/Button.h"
 #include "ui/MessageDialog.h"
@@ -29,28 +31,16 @@ private:
     const Open m_open;
 };
 
-PromptQuestion Question(PromptAdvice advice, const char* adviceText) {
-    PromptQuestion question;
-    question.path = R"(C:\Program Files\Aurora Browser Community Edition\application\bin\aurora.exe)";
-    question.displayName = "Aurora Browser & Mail";
-    question.remoteHost = "www.example.com";
-    question.remoteAddress = "93.184.216.34:443";
-    question.service = "HTTPS - Secure web connection";
-    question.protocol = "TCP";
-    question.adviceKind = advice;
-    question.advice = adviceText;
-    question.wantsText = "is trying to communicate to";
-    question.detailsTitle = "Connection details:";
-    question.remoteLabel = "Remote host:";
-    question.serviceLabel = "Reason:";
-    question.protocolLabel = "Protocol:";
-    question.adviceLabel = "General advice:";
-    question.askText = "Allow this network communication?";
-    question.caption = "Confirm network connection";
-    question.allowButton = "Yes";
-    question.denyButton = "No";
-    question.rememberText = "Remember my answer\nand do not ask me next time\nfor this application.";
-    return question;
+PromptFacts Facts(std::optional<std::uint32_t> advice) {
+    return {.path = R"(C:\Program Files\Aurora Browser Community Edition\application\bin\aurora.exe)",
+            .fileDescription = "Aurora Browser & Mail",
+            .protocol = 6,
+            .localAddress = 0x0A010203,
+            .localPort = 49152,
+            .remoteAddress = 0x5DB8D822,
+            .remotePort = 443,
+            .hostName = "www.example.com",
+            .advice = advice};
 }
 
 CPopupMenu TimedMenu(const std::string& mode, int first) {
@@ -63,26 +53,29 @@ CPopupMenu TimedMenu(const std::string& mode, int first) {
 }
 
 void OpenMenu(HWND window, const Look& look) {
+    const Language language = OpenLanguage();
     CPopupMenu menu;
-    menu.Add(409, "Brennvar Personal Firewall", MenuImage::Shield, {.isDefault = true});
+    menu.Add(409, language.GetText(41, "Brennvar Personal Firewall"), MenuImage::Shield, {.isDefault = true});
     menu.AddSeparator();
-    menu.AddSubMenu(TimedMenu("Block All", 435), "&Block All");
-    menu.Add(431, "&Normal", MenuImage::None, {.isChecked = true});
-    menu.AddSubMenu(TimedMenu("Allow All", 433), "A&llow All");
+    menu.AddSubMenu(TimedMenu(language.GetText(42, "Block All"), 435), language.GetText(42, "Block All"));
+    menu.Add(431, language.GetText(43, "Normal"), MenuImage::None, {.isChecked = true});
+    menu.AddSubMenu(TimedMenu(language.GetText(44, "Allow All"), 433), language.GetText(44, "Allow All"));
     menu.AddSeparator();
-    menu.Add(461, "&Statistics", MenuImage::Statistics);
-    menu.Add(462, "&Connections", MenuImage::Connections, {.isChecked = true});
-    menu.Add(429, "&Advanced", MenuImage::Advanced);
-    menu.Add(437, "&Options", MenuImage::Options, {.isDisabled = true});
+    menu.Add(461, language.GetText(45, "Statistics"), MenuImage::Statistics);
+    menu.Add(462, language.GetText(46, "Connections"), MenuImage::Connections, {.isChecked = true});
+    menu.Add(429, language.GetText(47, "Advanced"), MenuImage::Advanced);
+    menu.Add(437, language.GetText(48, "Options"), MenuImage::Options, {.isDisabled = true});
     menu.AddSeparator();
-    menu.Add(1, "&Copy\tCtrl+C", MenuImage::Copy);
-    menu.Add(2, "Re&fresh the list of connections\tCtrl+Shift+F5", MenuImage::Refresh);
+    menu.Add(1, language.GetText(1070, "&Copy") + "\tCtrl+C", MenuImage::Copy);
+    menu.Add(2, language.GetText(1071, "Select &all") + "\tCtrl+A", MenuImage::SelectAll);
+    menu.Add(3, language.GetText(1072, "&Refresh") + "\tF5", MenuImage::Refresh);
     menu.AddSeparator();
-    menu.Add(427, "About", MenuImage::About);
-    menu.Add(376, "E&xit Firewall", MenuImage::Exit);
+    menu.Add(427, language.GetText(52, "About"), MenuImage::About);
+    menu.Add(376, language.GetText(53, "Exit Firewall"), MenuImage::Exit);
     // Opens the sub-menu of Allow All.
-    for (const WPARAM key : {WPARAM{'L'}, WPARAM{VK_DOWN}, WPARAM{VK_DOWN}})
-        ::PostMessageA(window, WM_KEYDOWN, key, 0);
+    for (const int key : {VK_DOWN, VK_DOWN, VK_DOWN, VK_DOWN, VK_RIGHT}) {
+        ::PostMessageA(window, WM_KEYDOWN, static_cast<WPARAM>(key), 0);
+    }
     POINT corner{64, 16};
     ::ClientToScreen(window, &corner);
     const CSkinImage images = LoadMenuImages();
@@ -102,9 +95,10 @@ public:
         const auto at = [&](LONG left, LONG top) {
             return RECT{corner.x + left, corner.y + top, corner.x + left + 20, corner.y + top + 20};
         };
+        const Language language = OpenLanguage();
         const std::string text =
-            "Welcome to Brennvar Personal Firewall. It protects you against unauthorized incoming and outgoing "
-            "network traffic.";
+            language.GetText(318, "Welcome to Brennvar Personal Firewall. It protects you") + " " +
+            language.GetText(319, "against unauthorized incoming and outgoing network traffic.");
         const HICON shield = ::LoadIconA(::GetModuleHandleA(nullptr), MAKEINTRESOURCEA(IDI_PROGRAM));
         Add(look).Show({"A title", text, ""}, at(300, 200));
         Add(look).Show({"Brennvar Personal Firewall", text, "What does this mean?"}, at(700, 300),
@@ -122,29 +116,26 @@ private:
 };
 
 void OpenMessage(HWND window, const Look& look) {
-    MessageDialog(look.fonts, {.caption = "Brennvar Personal Firewall",
-                               .message = "The file could not be written.",
-                               .ok = "OK",
+    const Language language = OpenLanguage();
+    MessageDialog(look.fonts, {.caption = language.GetText(41, "Brennvar Personal Firewall"),
+                               .message = language.GetText(170, "Description is missing!"),
+                               .ok = language.GetText(125, "OK"),
                                .cancel = ""})
         .Ask(window);
 }
 
 void OpenQuestion(HWND window, const Look& look) {
-    MessageDialog(
-        look.fonts,
-        {.caption = "Brennvar Personal Firewall",
-         .message = "Do you really want to exit Brennvar Personal Firewall? Warning: After this action, your "
-                    "system will be not protected against internet threats and your active connections could "
-                    "be lost. Continue anyway?",
-         .ok = "OK",
-         .cancel = "Cancel"})
+    const Language language = OpenLanguage();
+    MessageDialog(look.fonts, {.caption = language.GetText(41, "Brennvar Personal Firewall"),
+                               .message = language.GetText(505, "Do you really want to exit?"),
+                               .ok = language.GetText(125, "OK"),
+                               .cancel = language.GetText(1001, "Cancel")})
         .Ask(window);
 }
 
-template <PromptAdvice kAdvice>
-void OpenConfirmation(HWND window, const Look& look) {
-    const char* word = kAdvice == PromptAdvice::Allow ? "Allow" : kAdvice == PromptAdvice::Deny ? "Deny" : "None";
-    (void)ConfirmationDialog(look.fonts, Question(kAdvice, word)).Ask(window);
+void OpenConfirmation(HWND window, const Look& look, std::optional<std::uint32_t> advice) {
+    const PromptQuestion question = BuildPromptQuestion(Facts(advice), OpenLanguage());
+    (void)ConfirmationDialog(look.fonts, question).Ask(window);
 }
 
 void OpenAbout(HWND window, const Look& look) {
@@ -160,10 +151,10 @@ std::unique_ptr<GalleryPage> MakeQuestionGallery() {
     return std::make_unique<OpeningPage>(&OpenQuestion);
 }
 std::unique_ptr<GalleryPage> MakeConfirmationGallery() {
-    return std::make_unique<OpeningPage>(&OpenConfirmation<PromptAdvice::Allow>);
+    return std::make_unique<OpeningPage>([](HWND window, const Look& look) { OpenConfirmation(window, look, 1); });
 }
 std::unique_ptr<GalleryPage> MakeConfirmationDenyGallery() {
-    return std::make_unique<OpeningPage>(&OpenConfirmation<PromptAdvice::Deny>);
+    return std::make_unique<OpeningPage>([](HWND window, const Look& look) { OpenConfirmation(window, look, 0); });
 }
 std::unique_ptr<GalleryPage> MakeAboutGallery() {
     return std::make_unique<OpeningPage>(&OpenAbout);

@@ -1,9 +1,12 @@
-// gallery.exe --page NAME: shows a page of controls until it is closed. The skin is the one of settings.ini.
+// gallery.exe --page NAME: shows a page of controls until it is closed. Skin and language are those of
+// settings.ini.
 #include <cstring>
 #include <memory>
 #include <string>
 
 #include "GalleryPage.h"
+#include "config/Charset.h"
+#include "config/Resources_win.h"
 #include "ui/Window.h"
 
 namespace brennvar::gallery {
@@ -59,7 +62,7 @@ std::unique_ptr<GalleryPage> MakePage() {
 }
 
 void Run() {
-    const CFonts fonts;
+    const CFonts fonts(GetFontCharset(CurrentLanguageName()));
     const Look look(fonts);
     const std::unique_ptr<GalleryPage> page = MakePage();
     GalleryWindow window(look, *page);
