@@ -10,6 +10,9 @@ namespace {
 
 constexpr int kRowHeight = 24;
 constexpr int kRowStep = 32;
+constexpr int kCardMargin = 16;
+constexpr int kCardTop = 32;  // below the title of the card
+constexpr int kCardHeight = 144;
 constexpr int kListWidth = 240;
 constexpr int kLabelWidth = 144;  // wider where the language needs it
 constexpr int kLabelGap = 16;
@@ -38,8 +41,7 @@ OptionsPage::OptionsPage(const CFonts& fonts, const Language& language, PageText
 void OptionsPage::OnCreateContent() {
     constexpr DWORD kOneLine = SS_LEFT | SS_NOPREFIX | SS_CENTERIMAGE;
     const Look& look = GetLook();
-    m_heading.Create(Window(), m_language.GetText(342, "Skins/Languages:"), LabelKind::Bold, kOneLine,
-                     IDC_OPTIONS_RESOURCES, look);
+    m_card.Create(Window(), m_language.GetText(342, "Skins/Languages:"), IDC_OPTIONS_RESOURCES, look);
     m_skinLabel.Create(Window(), m_language.GetText(343, "Active skin:"), LabelKind::Plain, kOneLine,
                        IDC_OPTIONS_SKIN_LABEL, look);
     m_skins.Create(Window(), IDC_OPTIONS_SKIN, look);
@@ -52,16 +54,16 @@ void OptionsPage::OnCreateContent() {
 void OptionsPage::OnPlaceContent(const RECT& place) {
     const int labelWidth =
         std::max<int>({Scale(kLabelWidth), m_skinLabel.Measure(0).cx, m_languageLabel.Measure(0).cx});
-    const int listLeft = place.left + labelWidth + Scale(kLabelGap);
+    const int left = place.left + Scale(kCardMargin);
+    const int listLeft = left + labelWidth + Scale(kLabelGap);
     const int right = listLeft + Scale(kListWidth);
-    int top = place.top;
+    m_card.Place({place.left, place.top, right + Scale(kCardMargin), place.top + Scale(kCardHeight)});
+    int top = place.top + Scale(kCardTop);
     const auto placeRow = [&](const CLabel& label, const CComboBox& list) {
-        label.Place({place.left, top, place.left + labelWidth, top + Scale(kRowHeight)});
+        label.Place({left, top, left + labelWidth, top + Scale(kRowHeight)});
         list.Place({listLeft, top, right, top + Scale(kRowHeight)});
         top += Scale(kRowStep);
     };
-    m_heading.Place({place.left, top, right, top + Scale(kRowHeight)});
-    top += Scale(kRowStep);
     placeRow(m_skinLabel, m_skins);
     placeRow(m_languageLabel, m_languages);
     m_apply.MoveTo(right - m_apply.Size().cx, top);

@@ -9,6 +9,7 @@
 #include "config/ResourceChoice.h"
 #include "ui/Button.h"
 #include "ui/ComboBox.h"
+#include "ui/GroupBox.h"
 #include "ui/Label.h"
 #include "ui/Page.h"
 
@@ -38,7 +39,7 @@ private:
 
     const Language& m_language;
     const Resources m_resources;
-    CLabel m_heading;
+    CGroupBox m_card;
     CLabel m_skinLabel;
     CLabel m_languageLabel;
     CComboBox m_skins;
