@@ -65,11 +65,13 @@ private:
     std::vector<int> m_notifications;
 };
 
-// A control as it stands on the screen, frame included, after it has painted what was invalid.
+// A control as it stands on the screen, frame included.
 class Screenshot {
 public:
-    explicit Screenshot(HWND control) {
-        ::RedrawWindow(control, nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
+    enum class When { Painted, AtOnce };  // after it has painted what was invalid, or without waiting for that
+
+    explicit Screenshot(HWND control, When when = When::Painted) {
+        if (when == When::Painted) ::RedrawWindow(control, nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
         RECT place{};
         ::GetWindowRect(control, &place);
         m_size = {WidthOf(place), HeightOf(place)};
