@@ -8,20 +8,22 @@
 #include "base/Processes_win.h"
 #include "config/Folders.h"
 #include "config/Folders_win.h"
+#include "config/ResourceFolders_win.h"
 #include "config/Resources_win.h"
 #include "ipc/DriverTables.h"
 #include "prompts/ConfirmationDialog_win.h"
 #include "rules/ApplicationRules.h"
 #include "tray/TrayNotice.h"
-#include "ui/Controls.h"
 #include "ui/MessageDialog.h"
 #include "ui/ResourceIds.h"
-#include "ui/WorkArea.h"
 #include "views/ApplicationsPage_win.h"
 #include "views/ConnectionsPage_win.h"
+#include "views/OptionsPage_win.h"
 
 namespace brennvar {
 namespace {
+
+using namespace std::chrono_literals;
 
 // Private messages of the window.
 constexpr UINT kMessageLinkCompletions = WM_APP + 1;
@@ -41,9 +43,10 @@ constexpr Timer kGripTimer{6, 100};
 constexpr Timer kTimers[] = {kStatisticsTimer, kNetworkTimer,  kClockTimer,
                              kPromptTimer,     kTrayTextTimer, kGripTimer};
 
-constexpr SIZE kFirstSize{1000, 680};
-constexpr SIZE kLeastSize{820, 560};
 constexpr int kFirstPage = IDM_CONNECTIONS;
+
+constexpr char kHelpPage[] = "https://www.brennvar.example/help/index.php";
+constexpr char kSupportPage[] = "https://www.brennvar.example/support/index.php";
 
 // Severity of a clock event in the service's log.
 constexpr std::uint32_t kSeverityWarning = 2;
@@ -52,6 +55,12 @@ constexpr std::chrono::seconds kWelcomeDuration{20};
 
 // How long the last commands may take; a service that is gone must not hold the program up.
 constexpr std::chrono::milliseconds kExitPatience{3000};
+// How long the service may take to write down a choice that it has received.
+constexpr std::chrono::milliseconds kSettingsPatience{1000};
+constexpr std::chrono::milliseconds kSettingsPause{20};
+
+constexpr INT_PTR kResultExit = 0;
+constexpr INT_PTR kResultRestart = 1;
 
 UniqueIcon LoadProgramIcon(int widthMetric, int heightMetric) {
     return UniqueIcon(static_cast<HICON>(::LoadImageA(::GetModuleHandleA(nullptr), MAKEINTRESOURCEA(IDI_PROGRAM),
@@ -67,7 +76,8 @@ UINT FirewallControlCenterDialog::OpenWindowMessage() {
 }
 
 FirewallControlCenterDialog::FirewallControlCenterDialog()
-    : m_clockCheck(m_clock.UtcNow()),
+    : FrameDialog(m_fonts, m_language, m_userValues),
+      m_clockCheck(m_clock.UtcNow()),
       m_networkSignature(NetworkSignature(ReadInterfaceAddresses())),
       m_promptWorld(
           GetDataFolder(), GetInstallationFolder(), m_promptConnector, m_clock,
@@ -88,8 +98,8 @@ FirewallControlCenterDialog::FirewallControlCenterDialog()
     m_userValues.WriteUserValue(kUserValueGuiPid, FindProcessId("brennvargui.exe"));
 }
 
-void FirewallControlCenterDialog::Run() {
-    DoModal(nullptr, IDD_CONTROL_CENTER);
+FirewallControlCenterDialog::Outcome FirewallControlCenterDialog::Run() {
+    return DoModal(nullptr, IDD_CONTROL_CENTER) == kResultRestart ? Outcome::Restart : Outcome::Exit;
 }
 
 std::function<void()> FirewallControlCenterDialog::PostWhenFinished(UINT message) {
@@ -100,19 +110,18 @@ std::function<void()> FirewallControlCenterDialog::PostWhenFinished(UINT message
 
 void FirewallControlCenterDialog::OnInitDialog() {
     m_postTarget = Window();
-    ::SetWindowTextA(Window(), m_language.GetText(41, "Brennvar Personal Firewall").c_str());
     m_bigIcon = LoadProgramIcon(SM_CXICON, SM_CYICON);
     m_smallIcon = LoadProgramIcon(SM_CXSMICON, SM_CYSMICON);
     ::SendMessageA(Window(), WM_SETICON, ICON_BIG, reinterpret_cast<LPARAM>(m_bigIcon.Get()));
     ::SendMessageA(Window(), WM_SETICON, ICON_SMALL, reinterpret_cast<LPARAM>(m_smallIcon.Get()));
 
-    CreatePages();
-    m_status.Create(Window());
-    const RECT place = CenterIn(MainWorkArea(), {Scale(kFirstSize.cx), Scale(kFirstSize.cy)});
-    ::SetWindowPos(Window(), nullptr, place.left, place.top, place.right - place.left, place.bottom - place.top,
-                   SWP_NOZORDER | SWP_NOACTIVATE);
+    m_connections = std::make_unique<ConnectionsReader>(m_devices, m_reads, m_link,
+                                                        m_language.GetText(313, "no process associated"));
+    CreateFrame(m_language.GetText(41, "Brennvar Personal Firewall"), PageEntries());
+    m_status.Create(Window(), GetLook());
+    RestorePlace();
     SendStartCommands();  // before the page asks the service for anything
-    m_pages.Open(kFirstPage);
+    Pages().Open(kFirstPage);
     SetFirstFocus(kFirstPage);
 
     CreateTray();
@@ -123,34 +132,34 @@ void FirewallControlCenterDialog::OnInitDialog() {
 }
 
 void FirewallControlCenterDialog::OnDestroy() {
+    FrameDialog::OnDestroy();
     m_postTarget = nullptr;
     for (const Timer& timer : kTimers) ::KillTimer(Window(), timer.id);
 }
 
-void FirewallControlCenterDialog::CreatePages() {
-    m_connections = std::make_unique<ConnectionsReader>(m_devices, m_reads, m_link,
-                                                        m_language.GetText(313, "no process associated"));
+std::vector<PageHost::Entry> FirewallControlCenterDialog::PageEntries() {
     std::vector<PageHost::Entry> entries;
     for (const PageInfo& info : PageList()) {
         entries.push_back({.command = info.command,
-                           .caption = m_language.GetText(info.captionNumber, info.caption),
-                           .page = MakePage(info)});
+                           .caption = m_language.GetText(info.caption),
+                           .make = [this, &info] { return MakePage(info); }});
     }
-    (void)m_pages.Create(Window(), m_fonts, std::move(entries));  // a page without a window stays blank
+    entries.push_back({.command = IDM_SUPPORT, .caption = m_language.GetText(1045, "Support"), .make = {}});
+    entries.push_back({.command = IDM_ABOUT, .caption = m_language.GetText(52, "About"), .make = {}});
+    return entries;
 }
 
 std::unique_ptr<CPage> FirewallControlCenterDialog::MakePage(const PageInfo& info) {
-    std::string title = m_language.GetText(info.captionNumber, info.caption);
-    std::string line = m_language.GetText(info.lineNumber, info.line);
+    PageTexts texts{.title = m_language.GetText(info.caption), .line = m_language.GetText(info.line), .empty = {}};
     switch (info.command) {
         case IDM_CONNECTIONS:
             return std::make_unique<ConnectionsPage>(
-                m_fonts, m_language, std::move(title), std::move(line),
+                m_fonts, m_language, std::move(texts),
                 [this](ConnectionsReader::Done done) { m_connections->Read(std::move(done)); },
                 [this](std::optional<std::size_t> count) { m_status.ShowConnections(count); });
         case IDM_APPLICATIONS:
             return std::make_unique<ApplicationsPage>(
-                m_fonts, m_language, std::move(title), std::move(line),
+                m_fonts, m_language, std::move(texts),
                 [this](std::function<void(std::vector<ApplicationRow>)> done) {
                     m_reads.Ask<std::vector<ApplicationRow>>(
                         [this] { return LoadApplicationRules(RulesFilePath(GetDataFolder()), m_readsClock); },
@@ -158,7 +167,18 @@ std::unique_ptr<CPage> FirewallControlCenterDialog::MakePage(const PageInfo& inf
                             done(std::move(rows).value_or(std::vector<ApplicationRow>()));
                         });
                 });
-        default: return std::make_unique<CPage>(m_fonts, std::move(title), std::move(line));
+        case IDM_OPTIONS:
+            return std::make_unique<OptionsPage>(
+                m_fonts, m_language, std::move(texts),
+                OptionsPage::Resources{
+                    .skins = [] { return ListResourceFolders(SkinsFolderPath(GetInstallationFolder())); },
+                    .languages = [] { return ListResourceFolders(LanguagesFolderPath(GetInstallationFolder())); },
+                    .current = CurrentResourceChoice,
+                    .apply = [this](const ResourceChoice& current,
+                                    const ResourceChoice& chosen) { return ApplyResources(current, chosen); }});
+        default:
+            texts.empty = m_language.GetText(1044, "This page has nothing to show yet.");
+            return std::make_unique<CPage>(m_fonts, std::move(texts));
     }
 }
 
@@ -203,7 +223,7 @@ void FirewallControlCenterDialog::OnTimer(UINT_PTR id) {
         case kClockTimer.id: CheckClock(); break;
         case kPromptTimer.id: AnswerPendingQuestion(); break;
         case kTrayTextTimer.id: FetchTrayNotice(); break;
-        case kGripTimer.id: m_grip.Tick(Window()); break;
+        case kGripTimer.id: TickGrip(); break;
         default: break;  // a tick may still come after its timer has gone
     }
 }
@@ -246,12 +266,12 @@ void FirewallControlCenterDialog::CheckClock() {
 void FirewallControlCenterDialog::FetchTrayNotice() {
     if (m_isFetchingTrayText) return;
     m_isFetchingTrayText = true;
-    using Text = std::optional<std::string>;
-    m_link.Ask<Text>([](ServicePipes& pipes) { return pipes.FetchTrayText(); },
-                     [this](const std::optional<Text>& text) {
-                         m_isFetchingTrayText = false;
-                         if (text && *text) OnTrayText(**text);
-                     });
+    using TrayText = std::optional<std::string>;
+    m_link.Ask<TrayText>([](ServicePipes& pipes) { return pipes.FetchTrayText(); },
+                         [this](const std::optional<TrayText>& text) {
+                             m_isFetchingTrayText = false;
+                             if (text && *text) OnTrayText(**text);
+                         });
 }
 
 void FirewallControlCenterDialog::RunCompletions() {
@@ -271,14 +291,16 @@ PromptAnswer FirewallControlCenterDialog::AskUser(const PromptQuestion& question
 }
 
 void FirewallControlCenterDialog::OnTrayText(const std::string& text) {
+    m_isHandlingTrayText = true;
     const TrayNotice notice = ParseTrayNotice(text);
     switch (notice.kind) {
-        case TrayNotice::Kind::Refresh: m_pages.OnRulesChanged(); break;
+        case TrayNotice::Kind::Refresh: Pages().OnRulesChanged(); break;
         case TrayNotice::Kind::Attack: ++m_attackCount; break;
         case TrayNotice::Kind::Balloon:
             m_tray.ShowTrayBalloon(notice.text, m_language.GetText(41, "Brennvar Personal Firewall"));
             break;
     }
+    m_isHandlingTrayText = false;
 }
 
 void FirewallControlCenterDialog::OnCommand(int id, int notification) {
@@ -287,24 +309,29 @@ void FirewallControlCenterDialog::OnCommand(int id, int notification) {
     switch (id) {
         case IDM_OPEN: RestoreWindow(); break;
         case IDM_EXIT: ExitControlCenter(); break;
+        case IDM_SUPPORT: OpenWebPage(kSupportPage); break;
         case IDM_TRAFFIC_LOG:
             // The jobs fill and export the very lists of this page.
             if (!AnyWorkerRunning()) OpenPage(id);
             break;
         default:
-            if (m_pages.HasPage(id)) OpenPage(id);
+            if (!OnFrameCommand(id) && Pages().HasPage(id)) OpenPage(id);
             break;
     }
 }
 
 void FirewallControlCenterDialog::OpenPage(int command) {
     RestoreWindow();
-    m_pages.Open(command);
+    Pages().Open(command);
 }
 
-void FirewallControlCenterDialog::RestoreWindow() {
-    ::ShowWindow(Window(), ::IsIconic(Window()) ? SW_RESTORE : SW_SHOW);
-    ::SetForegroundWindow(Window());
+void FirewallControlCenterDialog::OnHelp() {
+    OpenWebPage(kHelpPage);
+}
+
+void FirewallControlCenterDialog::OpenWebPage(const char* address) {
+    // Starting a browser takes its time.
+    m_reads.Post([address] { ::ShellExecuteA(nullptr, "open", address, nullptr, nullptr, SW_SHOWNORMAL); });
 }
 
 std::optional<LRESULT> FirewallControlCenterDialog::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
@@ -325,42 +352,8 @@ std::optional<LRESULT> FirewallControlCenterDialog::OnMessage(UINT message, WPAR
             // The clock went on while the machine slept.
             if (wParam == PBT_APMRESUMEAUTOMATIC) m_clockCheck.SkipNext();
             return TRUE;
-        case WM_ENTERSIZEMOVE: m_grip.OnEnterSizeMove(); return std::nullopt;
-        case WM_EXITSIZEMOVE: m_grip.OnExitSizeMove(); return std::nullopt;
-        case WM_NCHITTEST: {
-            const POINT point{static_cast<short>(LOWORD(lParam)), static_cast<short>(HIWORD(lParam))};
-            if (ResizeGrip::IsHit(Window(), point)) return HTBOTTOMRIGHT;
-            return std::nullopt;
-        }
-        default: return std::nullopt;
+        default: return FrameDialog::OnMessage(message, wParam, lParam);
     }
-}
-
-bool FirewallControlCenterDialog::OnLoopMessage(const MSG& message) {
-    const bool isReload = message.message == WM_KEYDOWN && message.wParam == VK_F5 &&
-                          (message.hwnd == Window() || ::IsChild(Window(), message.hwnd));
-    if (isReload && m_pages.Current()) m_pages.Current()->Reload();
-    return isReload;
-}
-
-void FirewallControlCenterDialog::OnSize(int width, int height) {
-    const int statusTop = height - Scale(StatusLine::kHeight);
-    m_pages.Place({0, 0, width, statusTop});
-    m_status.Place({0, statusTop, width, height});
-    // The corner's mark was painted where it is no longer.
-    ::InvalidateRect(Window(), nullptr, TRUE);
-}
-
-void FirewallControlCenterDialog::OnMinMaxInfo(MINMAXINFO& info) {
-    info.ptMinTrackSize = {Scale(kLeastSize.cx), Scale(kLeastSize.cy)};
-}
-
-bool FirewallControlCenterDialog::OnEraseBackground(HDC dc) {
-    RECT client{};
-    ::GetClientRect(Window(), &client);
-    ::FillRect(dc, &client, ::GetSysColorBrush(COLOR_3DFACE));
-    ResizeGrip::Paint(Window(), dc);
-    return true;
 }
 
 bool FirewallControlCenterDialog::AnyWorkerRunning() const {
@@ -370,31 +363,85 @@ bool FirewallControlCenterDialog::AnyWorkerRunning() const {
     return false;
 }
 
-void FirewallControlCenterDialog::ExitControlCenter() {
-    // The driver waits for the answer to an open question; it comes first.
-    if (m_isExiting || m_prompts.IsBusy()) return;
-    m_isExiting = true;
-    const std::string question = m_language.GetText(
-        505,
-        "Do you really want to exit Brennvar Personal Firewall? Warning: After this action, your system will be "
-        "not "
-        "protected against internet threats and your active connections could be lost. Continue anyway?");
+bool FirewallControlCenterDialog::IsBusy() const {
+    // A modal dialog over this window keeps it disabled.
+    return m_prompts.IsBusy() || m_isHandlingTrayText || AnyWorkerRunning() || !::IsWindowEnabled(Window());
+}
+
+bool FirewallControlCenterDialog::Confirm(std::string message) {
     MessageDialog dialog(m_fonts, {.caption = m_language.GetText(41, "Brennvar Personal Firewall"),
-                                   .message = question,
+                                   .message = std::move(message),
                                    .ok = m_language.GetText(125, "OK"),
                                    .cancel = m_language.GetText(1001, "Cancel")});
-    if (!dialog.Ask(Window()) || AnyWorkerRunning()) {
-        m_isExiting = false;
-        return;
-    }
-    // What follows can take kExitPatience; the user is done with the window now.
+    return dialog.Ask(Window());
+}
+
+void FirewallControlCenterDialog::LeaveScreen() {
     ::ShowWindow(Window(), SW_HIDE);
     m_tray.RemoveIcon();
-    m_link.Send([](CommandPipe& pipe) { pipe.CMD_SHUTDOWN_FIRST(); });
-    m_link.Send([](CommandPipe& pipe) { pipe.CMD_SHUTDOWN_SECOND(); });
+}
+
+void FirewallControlCenterDialog::StopLinks() {
     m_link.Stop(kExitPatience);
     m_reads.Stop(std::chrono::milliseconds(0));
-    End(0);
+}
+
+void FirewallControlCenterDialog::ExitControlCenter() {
+    // The driver waits for the answer to an open question; it comes first.
+    if (m_isLeaving || m_prompts.IsBusy()) return;
+    m_isLeaving = true;
+    const bool confirmed =
+        Confirm(m_language.GetText(505,
+                                   "Do you really want to exit Brennvar Personal Firewall? Warning: After this "
+                                   "action, your system will be not protected against internet threats and your "
+                                   "active connections could be lost. Continue anyway?"));
+    if (!confirmed || AnyWorkerRunning()) {
+        m_isLeaving = false;
+        return;
+    }
+    LeaveScreen();
+    m_link.Send([](CommandPipe& pipe) { pipe.CMD_SHUTDOWN_FIRST(); });
+    m_link.Send([](CommandPipe& pipe) { pipe.CMD_SHUTDOWN_SECOND(); });
+    StopLinks();
+    End(kResultExit);
+}
+
+bool FirewallControlCenterDialog::ApplyResources(const ResourceChoice& current, const ResourceChoice& chosen) {
+    if (m_isLeaving) return false;
+    m_isLeaving = true;
+    const bool restarts = ApplyResourceChoice(
+        current, chosen,
+        {.askForRestart =
+             [this] {
+                 return Confirm(m_language.GetText(58,
+                                                   "Your skin and language setting has been changed. Changes will "
+                                                   "not be fully visible until program restart. Restart now?"));
+             },
+         .send =
+             [this](const ResourceChoice& choice) {
+                 m_link.Send([skin = choice.skin](CommandPipe& pipe) { pipe.CMD_SET_SKIN(skin); });
+                 m_link.Send([language = choice.language](CommandPipe& pipe) { pipe.CMD_SET_LANGUAGE(language); });
+             },
+         .isBusy = [this] { return IsBusy(); }});
+    if (restarts) {
+        RestartControlCenter(chosen);
+    } else {
+        m_isLeaving = false;
+    }
+    return true;
+}
+
+void FirewallControlCenterDialog::RestartControlCenter(const ResourceChoice& chosen) {
+    LeaveScreen();
+    // The service is not told that the interface ends, as on exit: protection goes on without a gap.
+    StopLinks();
+    // A command has no answer. The new process reads the names at once, so they must have been written by now; a
+    // service that does not write them is not waited for any longer.
+    for (auto waited = 0ms; CurrentResourceChoice() != chosen && waited < kSettingsPatience;
+         waited += kSettingsPause) {
+        m_clock.Sleep(kSettingsPause);
+    }
+    End(kResultRestart);
 }
 
 }  // namespace brennvar

@@ -10,14 +10,16 @@
 #include <string>
 #include <vector>
 
-#include "app/PageHost.h"
+#include "app/FrameDialog.h"
 #include "app/PageList.h"
-#include "app/ResizeGrip.h"
 #include "app/StatusLine.h"
 #include "base/ClockCheck.h"
 #include "base/StopSignal.h"
 #include "base/SystemClock.h"
+#include "config/Charset.h"
 #include "config/Language.h"
+#include "config/ResourceChoice.h"
+#include "config/Resources_win.h"
 #include "config/UserValues_win.h"
 #include "ipc/Device_win.h"
 #include "ipc/LinkThread.h"
@@ -27,22 +29,22 @@
 #include "prompts/PromptWorld_win.h"
 #include "tray/SystemTray_win.h"
 #include "tray/TrafficMeter.h"
-#include "ui/Dialog.h"
 #include "ui/Fonts.h"
 #include "ui/WorkerThread.h"
 #include "views/ConnectionsReader.h"
 
 namespace brennvar {
 
-class FirewallControlCenterDialog final : public CDialog {
+class FirewallControlCenterDialog final : public FrameDialog {
 public:
     FirewallControlCenterDialog();
 
     // Broadcast by a second start of the program: the first one comes to the front.
     [[nodiscard]] static UINT OpenWindowMessage();
 
-    // Shows the window and returns when the user has left the program.
-    void Run();
+    enum class Outcome { Exit, Restart };
+    // Shows the window and returns when the user has left the program, or wants it started anew.
+    [[nodiscard]] Outcome Run();
 
 private:
     static constexpr std::size_t kWorkerCount = 4;
@@ -53,13 +55,11 @@ private:
     void OnCancel() override {}  // Esc does not leave the program
     void OnCommand(int id, int notification) override;
     void OnTimer(UINT_PTR id) override;
-    void OnSize(int width, int height) override;
-    void OnMinMaxInfo(MINMAXINFO& info) override;
-    bool OnEraseBackground(HDC dc) override;
+    void OnPlaceStatus(const RECT& band) override { m_status.Place(band); }
+    void OnHelp() override;
     std::optional<LRESULT> OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
-    bool OnLoopMessage(const MSG& message) override;
 
-    void CreatePages();
+    [[nodiscard]] std::vector<PageHost::Entry> PageEntries();
     [[nodiscard]] std::unique_ptr<CPage> MakePage(const PageInfo& info);
     void CreateTray();
     void ShowWelcomeOnce();
@@ -80,8 +80,18 @@ private:
     [[nodiscard]] bool AnyWorkerRunning() const;
 
     void OpenPage(int command);
-    void RestoreWindow();
+    void OpenWebPage(const char* address);
     void ExitControlCenter();
+    // The user's choice of skin and language. False: not while the user is asked about leaving.
+    bool ApplyResources(const ResourceChoice& current, const ResourceChoice& chosen);
+    void RestartControlCenter(const ResourceChoice& chosen);
+    [[nodiscard]] bool IsBusy() const;
+    // Takes the program away from the screen: what follows can take a while, and the user is done with it.
+    void LeaveScreen();
+    // Lets the last commands arrive.
+    void StopLinks();
+    // OK or Cancel.
+    [[nodiscard]] bool Confirm(std::string message);
 
     [[nodiscard]] std::function<void()> PostWhenFinished(UINT message);
 
@@ -95,7 +105,7 @@ private:
     std::uint32_t m_networkSignature;
     WinUserValues m_userValues;
     Language m_language{nullptr};
-    CFonts m_fonts;
+    CFonts m_fonts{GetFontCharset(CurrentLanguageName())};
     UniqueIcon m_bigIcon;
     UniqueIcon m_smallIcon;
 
@@ -111,16 +121,15 @@ private:
     std::unique_ptr<ConnectionsReader> m_connections;   // made when the language is known
     std::array<CWorkerThread, kWorkerCount> m_workers;  // long jobs: filling a log list, exporting a log
     CSystemTray m_tray;
-    PageHost m_pages;
-    StatusLine m_status{m_fonts, m_language};
-    ResizeGrip m_grip;
+    StatusLine m_status{m_language};
 
     TrafficMeter m_meter;
     std::chrono::steady_clock::time_point m_lastMeterTick{};
     std::uint32_t m_attackCount = 0;
     bool m_isCheckingClock = false;
     bool m_isFetchingTrayText = false;
-    bool m_isExiting = false;
+    bool m_isHandlingTrayText = false;
+    bool m_isLeaving = false;  // or asking whether to
 };
 
 }  // namespace brennvar

@@ -2,75 +2,101 @@
 
 #include <utility>
 
-#include "ui/Controls.h"
 #include "ui/ResourceIds.h"
 
 namespace brennvar {
 namespace {
 
-constexpr int kMargin = 8;
-constexpr int kButtonTop = 16;
-constexpr int kButtonHeight = 40;
-constexpr int kButtonGap = 8;
+// At 96 pixels per inch.
+constexpr int kColumnMargin = 16;
+constexpr int kButtonGap = 4;
+
+const ButtonKind& ButtonKindOf(int command) {
+    switch (command) {
+        case IDM_STATISTICS: return kButtonMenuStatistics;
+        case IDM_CONNECTIONS: return kButtonMenuConnections;
+        case IDM_ADVANCED: return kButtonMenuAdvanced;
+        case IDM_OPTIONS: return kButtonMenuOptions;
+        case IDM_APPLICATIONS: return kButtonMenuApplications;
+        case IDM_TRAFFIC_LOG: return kButtonMenuTrafficLog;
+        case IDM_SUPPORT: return kButtonMenuSupport;
+        default: return kButtonMenuAbout;
+    }
+}
 
 }  // namespace
 
-bool PageHost::Create(HWND parent, const CFonts& fonts, std::vector<Entry> entries) {
+void PageHost::Create(HWND parent, const Look& look, std::vector<Entry> entries) {
     m_parent = parent;
-    m_entries = std::move(entries);
-    for (const Entry& entry : m_entries) {
-        // A check box that looks like a button: it can stay pressed for the page that is shown, and Tab reaches it.
-        CreateControl(parent, "BUTTON", entry.caption, WS_TABSTOP | BS_CHECKBOX | BS_PUSHLIKE, entry.command,
-                      fonts.Text());
+    for (Entry& entry : entries) {
+        auto slot = std::make_unique<Slot>();
+        slot->entry = std::move(entry);
+        slot->button.Create(parent, ButtonKindOf(slot->entry.command), slot->entry.caption, slot->entry.command,
+                            look);
+        m_slots.push_back(std::move(slot));
     }
-    CreateControl(parent, "STATIC", "", SS_ETCHEDVERT, IDC_COLUMN_LINE, fonts.Text());
-    bool all = true;
-    for (const Entry& entry : m_entries) all = entry.page->Create(parent) && all;
-    return all;
 }
 
-const PageHost::Entry* PageHost::Find(int command) const {
-    for (const Entry& entry : m_entries) {
-        if (entry.command == command) return &entry;
+PageHost::Slot* PageHost::Find(int command) const {
+    for (const auto& slot : m_slots) {
+        if (slot->entry.command == command && slot->entry.make) return slot.get();
     }
     return nullptr;
 }
 
-bool PageHost::Open(int command) {
-    const Entry* next = Find(command);
-    if (!next) return false;
-    if (next == m_current) return true;
-    const Entry* const last = std::exchange(m_current, next);
-    if (last) ::CheckDlgButton(m_parent, last->command, BST_UNCHECKED);
-    ::CheckDlgButton(m_parent, next->command, BST_CHECKED);
-    // The keyboard must not stay in a page that nobody sees.
-    const HWND focus = ::GetFocus();
-    const bool takesFocus =
-        last && (focus == ::GetDlgItem(m_parent, last->command) || ::IsChild(last->page->Window(), focus));
-    // The new page first, so that the window behind does not show through in between.
-    next->page->Show();
-    if (last) last->page->Hide();
-    if (takesFocus) ::SetFocus(::GetDlgItem(m_parent, next->command));
+bool PageHost::HasPage(int command) const {
+    return Find(command) != nullptr;
+}
+
+bool PageHost::MakePage(Slot& slot) const {
+    if (slot.page) return true;
+    std::unique_ptr<CPage> page = slot.entry.make();
+    if (!page->Create(m_parent)) return false;
+    slot.page = std::move(page);
+    slot.page->Place(m_pagePlace);
     return true;
 }
 
-void PageHost::Place(const RECT& place) const {
-    constexpr UINT kKeep = SWP_NOZORDER | SWP_NOACTIVATE;
-    int top = place.top + Scale(kButtonTop);
-    const int buttonWidth = Scale(kColumnWidth) - 2 * Scale(kMargin);
-    for (const Entry& entry : m_entries) {
-        ::SetWindowPos(::GetDlgItem(m_parent, entry.command), nullptr, place.left + Scale(kMargin), top,
-                       buttonWidth, Scale(kButtonHeight), kKeep);
-        top += Scale(kButtonHeight) + Scale(kButtonGap);
+bool PageHost::Open(int command) {
+    Slot* const next = Find(command);
+    if (!next) return false;
+    if (next == m_current) return true;
+    if (!MakePage(*next)) return true;  // the page that is shown stays
+    Slot* const last = std::exchange(m_current, next);
+    // The keyboard must not stay in a page that nobody sees.
+    const HWND focus = ::GetFocus();
+    const bool takesFocus =
+        last && (focus == last->button.Window() || ::IsChild(last->page->Window(), focus) != FALSE);
+    if (last) last->button.SetSelected(false);
+    next->button.SetSelected(true);
+    // The new page first, so that the window behind does not show through in between.
+    next->page->Show();
+    if (last) last->page->Hide();
+    if (takesFocus) ::SetFocus(next->button.Window());
+    return true;
+}
+
+void PageHost::Place(const RECT& column, const RECT& page) {
+    m_pagePlace = page;
+    const LONG left = column.left;
+    LONG top = column.top + Scale(kColumnMargin);
+    LONG bottom = column.bottom - Scale(kColumnMargin);
+    for (const auto& slot : m_slots) {
+        if (!slot->entry.make) bottom -= slot->button.Size().cy + Scale(kButtonGap);
     }
-    const int line = place.left + Scale(kColumnWidth);
-    ::SetWindowPos(::GetDlgItem(m_parent, IDC_COLUMN_LINE), nullptr, line - 2, place.top, 2,
-                   place.bottom - place.top, kKeep);
-    for (const Entry& entry : m_entries) entry.page->Place({line, place.top, place.right, place.bottom});
+    for (const auto& slot : m_slots) {
+        const SIZE size = slot->button.Size();
+        LONG& at = slot->entry.make ? top : bottom;
+        slot->button.MoveTo(left, at);
+        at += size.cy + Scale(kButtonGap);
+        if (slot->page) slot->page->Place(page);
+    }
 }
 
 void PageHost::OnRulesChanged() const {
-    for (const Entry& entry : m_entries) entry.page->OnRulesChanged();
+    for (const auto& slot : m_slots) {
+        if (slot->page) slot->page->OnRulesChanged();
+    }
 }
 
 }  // namespace brennvar

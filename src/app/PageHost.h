@@ -1,12 +1,15 @@
-// The pages of a window and the buttons that open them; one page is shown at a time.
+// The pages of a window and the buttons that open them; one page is shown at a time. A page is made when it is
+// opened for the first time.
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
 
 #include "base/Windows_win.h"
-#include "ui/Fonts.h"
+#include "ui/Button.h"
+#include "ui/Look.h"
 #include "ui/Page.h"
 
 namespace brennvar {
@@ -16,26 +19,34 @@ public:
     struct Entry {
         int command = 0;  // also the number of the button
         std::string caption;
-        std::unique_ptr<CPage> page;
+        // Nothing for a button that opens no page: its command is the window's own affair.
+        std::function<std::unique_ptr<CPage>()> make;
     };
-    static constexpr int kColumnWidth = 184;  // at 96 pixels per inch
 
-    // Buttons and pages become children of the window, which gets the buttons' commands. No page is shown yet.
-    [[nodiscard]] bool Create(HWND parent, const CFonts& fonts, std::vector<Entry> entries);
+    // The buttons become children of the window, which gets their commands. No page is shown yet.
+    void Create(HWND parent, const Look& look, std::vector<Entry> entries);
     // False for a command that opens none of the pages.
     bool Open(int command);
-    [[nodiscard]] bool HasPage(int command) const { return Find(command) != nullptr; }
+    [[nodiscard]] bool HasPage(int command) const;
     // Null until the first page was opened.
     [[nodiscard]] CPage* Current() const { return m_current ? m_current->page.get() : nullptr; }
-    void Place(const RECT& place) const;
+    // Buttons without a page stand at the lower end of the column.
+    void Place(const RECT& column, const RECT& page);
     void OnRulesChanged() const;
 
 private:
-    [[nodiscard]] const Entry* Find(int command) const;
+    struct Slot {
+        Entry entry;
+        CButton button;
+        std::unique_ptr<CPage> page;
+    };
+    [[nodiscard]] Slot* Find(int command) const;
+    [[nodiscard]] bool MakePage(Slot& slot) const;
 
     HWND m_parent = nullptr;
-    std::vector<Entry> m_entries;
-    const Entry* m_current = nullptr;
+    std::vector<std::unique_ptr<Slot>> m_slots;
+    Slot* m_current = nullptr;
+    RECT m_pagePlace{};
 };
 
 }  // namespace brennvar

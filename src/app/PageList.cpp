@@ -6,13 +6,13 @@ namespace brennvar {
 namespace {
 
 constexpr PageInfo kPages[] = {
-    {IDM_STATISTICS, 45, "Statistics", 1010, "Network traffic of this computer."},
-    {IDM_CONNECTIONS, 46, "Connections", 1011,
-     "Connections and listening ports of this computer, with their programs."},
-    {IDM_ADVANCED, 47, "Advanced", 1012, "Rules by address, port and time."},
-    {IDM_OPTIONS, 48, "Options", 1013, "Settings of the firewall."},
-    {IDM_APPLICATIONS, 49, "Applications", 1014, "Programs and what they may do on the network."},
-    {IDM_TRAFFIC_LOG, 50, "Traffic Log", 1015, "Recorded network traffic and security events."},
+    {IDM_STATISTICS, Text{45, "Statistics"}, Text{1010, "Network traffic of this computer."}},
+    {IDM_CONNECTIONS, Text{46, "Connections"},
+     Text{1011, "Connections and listening ports of this computer, with their programs."}},
+    {IDM_ADVANCED, Text{47, "Advanced"}, Text{1012, "Rules by address, port and time."}},
+    {IDM_OPTIONS, Text{48, "Options"}, Text{1013, "Settings of the firewall."}},
+    {IDM_APPLICATIONS, Text{49, "Applications"}, Text{1014, "Programs and what they may do on the network."}},
+    {IDM_TRAFFIC_LOG, Text{50, "Traffic Log"}, Text{1015, "Recorded network traffic and security events."}},
 };
 
 }  // namespace

@@ -2,16 +2,15 @@
 #pragma once
 
 #include <span>
-#include <string_view>
+
+#include "config/Text.h"
 
 namespace brennvar {
 
 struct PageInfo {
     int command;  // opens the page, from the menu and its button alike; also the button's control number
-    int captionNumber;
-    std::string_view caption;  // English
-    int lineNumber;            // what the page shows, in one line
-    std::string_view line;     // English
+    Text caption;
+    Text line;  // what the page shows, in one line
 };
 
 [[nodiscard]] std::span<const PageInfo> PageList();

@@ -42,24 +42,10 @@ bool ResizeGrip::IsHit(HWND window, POINT screenPoint) {
 void ResizeGrip::SetFrame(HWND window, bool on) {
     const LONG_PTR old = ::GetWindowLongPtrA(window, GWL_STYLE);
     const LONG_PTR style = on ? old | WS_THICKFRAME : old & ~static_cast<LONG_PTR>(WS_THICKFRAME);
-    // The two frames differ in width: the window grows or shrinks around its client area.
-    RECT place{};
-    ::GetClientRect(window, &place);
-    ::MapWindowPoints(window, nullptr, reinterpret_cast<POINT*>(&place), 2);
-    ::AdjustWindowRectEx(&place, static_cast<DWORD>(style), FALSE,
-                         static_cast<DWORD>(::GetWindowLongPtrA(window, GWL_EXSTYLE)));
     ::SetWindowLongPtrA(window, GWL_STYLE, style);
-    ::SetWindowPos(window, nullptr, place.left, place.top, place.right - place.left, place.bottom - place.top,
-                   SWP_FRAMECHANGED | SWP_NOZORDER | SWP_NOACTIVATE);
-}
-
-void ResizeGrip::Paint(HWND window, HDC dc) {
-    if (::IsZoomed(window)) return;
-    RECT client{};
-    ::GetClientRect(window, &client);
-    const int size = Scale(kZoneSize);
-    RECT zone{client.right - size, client.bottom - size, client.right, client.bottom};
-    ::DrawFrameControl(dc, &zone, DFC_SCROLL, DFCS_SCROLLSIZEGRIP);
+    // Nothing of the frame is seen: the window answers WM_NCCALCSIZE with its whole place.
+    ::SetWindowPos(window, nullptr, 0, 0, 0, 0,
+                   SWP_FRAMECHANGED | SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOREDRAW);
 }
 
 }  // namespace brennvar

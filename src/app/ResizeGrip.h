@@ -21,7 +21,6 @@ public:
     void OnExitSizeMove() { m_isMoving = false; }
     // True when a press of the mouse at this point of the screen is to size the window.
     [[nodiscard]] static bool IsHit(HWND window, POINT screenPoint);
-    static void Paint(HWND window, HDC dc);
 
 private:
     [[nodiscard]] static bool IsMouseOver(HWND window);

@@ -1,47 +1,45 @@
 #include "app/StatusLine.h"
 
-#include "ui/Controls.h"
+#include "ui/Paint.h"
 #include "ui/ResourceIds.h"
 
 namespace brennvar {
 namespace {
 
-struct Cell {
+struct CellPlace {
     int id;
-    int width;  // at 96 pixels per inch
+    int share;  // percent of the band
 };
-constexpr Cell kCells[] = {{IDC_STATUS_SERVICE, 208},
-                           {IDC_STATUS_DRIVER, 152},
-                           {IDC_STATUS_CONNECTIONS, 136},
-                           {IDC_STATUS_IN, 128},
-                           {IDC_STATUS_OUT, 128}};
+constexpr CellPlace kCellPlaces[] = {{IDC_STATUS_SERVICE, 29},
+                                     {IDC_STATUS_DRIVER, 24},
+                                     {IDC_STATUS_CONNECTIONS, 19},
+                                     {IDC_STATUS_IN, 14},
+                                     {IDC_STATUS_OUT, 14}};
+// At 96 pixels per inch.
 constexpr int kMargin = 16;
-constexpr int kTextTop = 8;
-constexpr int kTextHeight = 18;
+constexpr int kGripRoom = 16;
 
 }  // namespace
 
-void StatusLine::Create(HWND parent) {
-    m_parent = parent;
-    CreateControl(parent, "STATIC", "", SS_ETCHEDHORZ, IDC_STATUS_LINE, m_fonts.Text());
-    for (const Cell& cell : kCells) {
-        CreateControl(parent, "STATIC", "", SS_LEFT | SS_NOPREFIX | SS_ENDELLIPSIS, cell.id, m_fonts.Text());
+void StatusLine::Create(HWND parent, const Look& look) {
+    static_assert(std::size(kCellPlaces) == CellCount);
+    for (std::size_t cell = 0; cell < m_cells.size(); ++cell) {
+        m_cells[cell].Create(parent, "", LabelKind::Quiet, SS_NOPREFIX | SS_ENDELLIPSIS | SS_CENTERIMAGE,
+                             kCellPlaces[cell].id, look);
+        m_cells[cell].SetColour(look.colours.statusText);
     }
     ShowService(PeerState::Unknown);
     ShowTraffic(std::nullopt, 0);
     ShowConnections(std::nullopt);
 }
 
-void StatusLine::Place(const RECT& place) const {
-    // Without their old pixels: when the window grows, the page has already painted over these.
-    constexpr UINT kKeep = SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOCOPYBITS;
-    ::SetWindowPos(::GetDlgItem(m_parent, IDC_STATUS_LINE), nullptr, place.left, place.top,
-                   place.right - place.left, 2, kKeep);
-    int left = place.left + Scale(kMargin);
-    for (const Cell& cell : kCells) {
-        ::SetWindowPos(::GetDlgItem(m_parent, cell.id), nullptr, left, place.top + Scale(kTextTop),
-                       Scale(cell.width), Scale(kTextHeight), kKeep);
-        left += Scale(cell.width);
+void StatusLine::Place(const RECT& band) const {
+    LONG left = band.left + Scale(kMargin);
+    const int room = WidthOf(band) - Scale(kMargin) - Scale(kGripRoom);
+    for (std::size_t cell = 0; cell < m_cells.size(); ++cell) {
+        const LONG right = left + room * kCellPlaces[cell].share / 100;
+        m_cells[cell].Place({left, band.top + 1, right - Scale(kMargin) / 2, band.bottom - 1});
+        left = right;
     }
 }
 
@@ -52,25 +50,21 @@ void StatusLine::ShowService(PeerState state) const {
         case PeerState::Missing: text = m_language.GetText(1003, "Firewall service: not reachable"); break;
         case PeerState::Unknown: text = m_language.GetText(1004, "Firewall service: connecting"); break;
     }
-    Show(IDC_STATUS_SERVICE, text);
+    m_cells[Service].SetText(text);
 }
 
 void StatusLine::ShowTraffic(const std::optional<TrafficIncrease>& increase, std::uint64_t milliseconds) const {
-    Show(IDC_STATUS_DRIVER, increase ? m_language.GetText(1005, "Driver: reachable")
+    m_cells[Driver].SetText(increase ? m_language.GetText(1005, "Driver: reachable")
                                      : m_language.GetText(1006, "Driver: not reachable"));
     const std::string in = increase ? FormatRate(increase->bytesIn, milliseconds) : "-";
     const std::string out = increase ? FormatRate(increase->bytesOut, milliseconds) : "-";
-    Show(IDC_STATUS_IN, m_language.GetText(1008, "In:") + " " + in);
-    Show(IDC_STATUS_OUT, m_language.GetText(1009, "Out:") + " " + out);
+    m_cells[In].SetText(m_language.GetText(1008, "In:") + " " + in);
+    m_cells[Out].SetText(m_language.GetText(1009, "Out:") + " " + out);
 }
 
 void StatusLine::ShowConnections(std::optional<std::size_t> count) const {
-    Show(IDC_STATUS_CONNECTIONS,
-         m_language.GetText(1007, "Connections:") + " " + (count ? std::to_string(*count) : "-"));
-}
-
-void StatusLine::Show(int id, const std::string& text) const {
-    SetTextIfChanged(::GetDlgItem(m_parent, id), text);
+    m_cells[Connections].SetText(m_language.GetText(1007, "Connections:") + " " +
+                                 (count ? std::to_string(*count) : "-"));
 }
 
 }  // namespace brennvar

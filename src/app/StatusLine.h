@@ -2,6 +2,7 @@
 // missing.
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <optional>
 
@@ -9,18 +10,17 @@
 #include "config/Language.h"
 #include "ipc/WatchedConnector.h"
 #include "tray/TrafficMeter.h"
-#include "ui/Fonts.h"
+#include "ui/Label.h"
+#include "ui/Look.h"
 
 namespace brennvar {
 
 class StatusLine {
 public:
-    static constexpr int kHeight = 32;  // at 96 pixels per inch
+    explicit StatusLine(const Language& language) : m_language(language) {}
 
-    StatusLine(const CFonts& fonts, const Language& language) : m_fonts(fonts), m_language(language) {}
-
-    void Create(HWND parent);
-    void Place(const RECT& place) const;
+    void Create(HWND parent, const Look& look);
+    void Place(const RECT& band) const;
 
     void ShowService(PeerState state) const;
     // Nothing: the driver cannot be read.
@@ -29,11 +29,10 @@ public:
     void ShowConnections(std::optional<std::size_t> count) const;
 
 private:
-    void Show(int id, const std::string& text) const;
+    enum Cell { Service, Driver, Connections, In, Out, CellCount };
 
-    const CFonts& m_fonts;
     const Language& m_language;
-    HWND m_parent = nullptr;
+    std::array<CLabel, CellCount> m_cells;
 };
 
 }  // namespace brennvar

@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "config/IniSource.h"
+#include "config/Text.h"
 
 namespace brennvar {
 
@@ -17,6 +18,7 @@ public:
     // The text with this number, in the file's code page. English when the file has none, or an empty one, or the
     // number is 0 (a text that is not translated). Any thread.
     [[nodiscard]] std::string GetText(int number, std::string_view english) const;
+    [[nodiscard]] std::string GetText(const Text& text) const { return GetText(text.number, text.english); }
 
 private:
     std::unique_ptr<const IniSource> m_file;

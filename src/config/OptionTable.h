@@ -3,7 +3,8 @@
 
 #include <cstdint>
 #include <span>
-#include <string_view>
+
+#include "config/Text.h"
 
 namespace brennvar {
 
@@ -69,9 +70,8 @@ enum class OptionKind { Number, Flag, Text };
 struct OptionInfo {
     OptionId id;
     OptionKind kind;
-    std::uint32_t fallback;    // what holds without a record; a text is then empty
-    int textNumber;            // number of the caption in the language files; 0: not translated
-    std::string_view english;  // the caption; empty: shown in another way than as a captioned field
+    std::uint32_t fallback;  // what holds without a record; a text is then empty
+    Text caption;            // none: shown in another way than as a captioned field
 };
 
 // Ordered by identifier.

@@ -107,7 +107,9 @@ struct Planes {
 // One pixel, or nothing for a colour that the palette does not have.
 std::optional<std::uint32_t> PixelAt(const Planes& planes, std::size_t y, std::uint32_t x) {
     const auto row = planes.colours.subspan(y * planes.rowSize, planes.rowSize);
-    const auto part = [&](std::size_t i) { return std::to_integer<std::uint32_t>(row[x * (planes.bits / 8) + i]); };
+    const auto part = [&](std::size_t i) {
+        return std::to_integer<std::uint32_t>(row[std::size_t{x} * (planes.bits / 8) + i]);
+    };
     if (planes.hasAlpha) return Premultiplied(part(2), part(1), part(0), part(3));
     if (!planes.mask.empty()) {
         const auto maskRow = planes.mask.subspan(y * planes.maskRowSize, planes.maskRowSize);

@@ -19,10 +19,10 @@ void LzwDecoder::Clear() {
 
 bool LzwDecoder::Decode(std::span<const std::byte> piece) {
     for (const std::byte next : piece) {
+        if (m_isEnded || IsFull()) return true;
         m_bits |= std::to_integer<unsigned>(next) << m_bitCount;
         m_bitCount += 8;
-        while (m_bitCount >= m_codeBits) {
-            if (m_isEnded || IsFull()) return true;
+        while (m_bitCount >= m_codeBits && !m_isEnded && !IsFull()) {
             const unsigned code = m_bits & ((1U << m_codeBits) - 1);
             m_bits >>= m_codeBits;
             m_bitCount -= m_codeBits;

@@ -10,7 +10,7 @@
 namespace brennvar {
 namespace {
 
-// Stands for the path of a program that nobody knows, on screen and in the answer.
+// Stands for the path of a program that nobody knows, in the answer; the screen shows it in the user's language.
 constexpr char kUnknownPath[] = "Unknown name";
 
 // A path is used as the fixed fields of rules and answers hold it, 260 bytes with its zero: a rule for a longer one

@@ -1,7 +1,6 @@
 #include "prompts/PromptText.h"
 
 #include <algorithm>
-#include <string_view>
 
 #include "base/DisplayName.h"
 #include "ipc/DriverRecords.h"
@@ -9,8 +8,6 @@
 
 namespace brennvar {
 namespace {
-
-constexpr std::string_view kUnknown = "unknown";
 
 // A program's description and a host's name come from outside: a line break in them could pass for a line of ours,
 // such as the advice.
@@ -54,18 +51,20 @@ std::string AdviceText(PromptAdvice advice, const Language& language) {
 }
 
 void FillFacts(PromptQuestion& question, const PromptFacts& facts, const Language& language) {
-    question.path = facts.path;
-    question.displayName = OneLine(DisplayNameOf(facts.path, facts.fileDescription));
     question.applicationKnown = facts.applicationKnown;
-    question.remoteHost = facts.hostName.empty() ? std::string(kUnknown) : OneLine(CutTo40(facts.hostName));
-    question.localAddress = kUnknown;
-    question.remoteAddress = kUnknown;
+    question.path = facts.applicationKnown ? facts.path : language.GetText(1115, "Unknown name");
+    question.displayName =
+        facts.applicationKnown ? OneLine(DisplayNameOf(facts.path, facts.fileDescription)) : question.path;
+    const std::string unknown = language.GetText(1114, "unknown");
+    question.remoteHost = facts.hostName.empty() ? unknown : OneLine(CutTo40(facts.hostName));
+    question.localAddress = unknown;
+    question.remoteAddress = unknown;
     if (facts.applicationKnown) {
         question.localAddress = EndpointText(facts.localAddress, facts.localPort);
         question.remoteAddress = EndpointText(facts.remoteAddress, facts.remotePort);
     }
     const ServiceName& service = FindServiceName(facts.remotePort, facts.protocol);
-    question.service = language.GetText(service.textNumber, service.english);
+    question.service = language.GetText(service.text);
     question.protocol = ProtocolText(facts.protocol);
     question.adviceKind = AdviceKind(facts.advice);
     question.advice = AdviceText(question.adviceKind, language);

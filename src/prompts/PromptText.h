@@ -14,7 +14,7 @@ namespace brennvar {
 // What is known about a connection that waits for its decision.
 struct PromptFacts {
     std::string path;
-    bool applicationKnown = true;  // false: path is only a stand-in, and the addresses are not shown
+    bool applicationKnown = true;  // false: path is only a stand-in, shown in the user's words without addresses
     std::string fileDescription;   // empty: the program is named by its file
     std::uint32_t protocol = 0;    // IP protocol number
     Ipv4 localAddress = 0;

@@ -2,15 +2,15 @@
 #pragma once
 
 #include <cstdint>
-#include <string_view>
+
+#include "config/Text.h"
 
 namespace brennvar {
 
 struct ServiceName {
     std::uint16_t remotePort;  // host order
     bool alsoUdp;              // else the row is for TCP alone
-    int textNumber;            // in the language file
-    std::string_view english;
+    Text text;
 };
 
 // The row for a remote port (host order) and an IP protocol number; "Unspecified" when no row fits both.

@@ -1,44 +1,58 @@
 #include "ui/Page.h"
 
-#include "ui/Controls.h"
+#include <utility>
+
+#include "ui/Paint.h"
 #include "ui/ResourceIds.h"
 
 namespace brennvar {
 namespace {
 
+// At 96 pixels per inch.
 constexpr int kMargin = 16;
 constexpr int kTitleHeight = 24;
-constexpr int kLineTop = 44;
+constexpr int kLineTop = 40;
 constexpr int kLineHeight = 20;
 constexpr int kContentTop = 72;
 
 }  // namespace
 
-CPage::CPage(const CFonts& fonts, std::string title, std::string line)
-    : m_fonts(fonts), m_title(std::move(title)), m_line(std::move(line)) {}
+CPage::CPage(const CFonts& fonts, PageTexts texts) : m_fonts(fonts), m_texts(std::move(texts)) {}
 
 bool CPage::Create(HWND parent) {
     return CreateModeless(parent, IDD_PAGE);
 }
 
 void CPage::OnInitDialog() {
+    m_look.emplace(m_fonts);
     constexpr DWORD kOneLine = SS_LEFT | SS_NOPREFIX | SS_ENDELLIPSIS;
-    CreateControl(Window(), "STATIC", m_title, kOneLine, IDC_PAGE_TITLE, m_fonts.Title());
-    CreateControl(Window(), "STATIC", m_line, kOneLine, IDC_PAGE_LINE, m_fonts.Text());
+    m_title.Create(Window(), m_texts.title, LabelKind::Title, kOneLine, IDC_PAGE_TITLE, *m_look);
+    m_line.Create(Window(), m_texts.line, LabelKind::Quiet, kOneLine, IDC_PAGE_LINE, *m_look);
+    if (!m_texts.empty.empty()) {
+        m_empty.Create(Window(), m_texts.empty, LabelKind::Quiet, SS_LEFT | SS_NOPREFIX, IDC_PAGE_EMPTY, *m_look);
+    }
     OnCreateContent();
 }
 
 void CPage::OnSize(int width, int height) {
-    const int margin = Scale(kMargin);
-    const int inner = width - 2 * margin;
-    constexpr UINT kKeep = SWP_NOZORDER | SWP_NOACTIVATE;
-    ::SetWindowPos(Item(IDC_PAGE_TITLE), nullptr, margin, margin, inner, Scale(kTitleHeight), kKeep);
-    ::SetWindowPos(Item(IDC_PAGE_LINE), nullptr, margin, Scale(kLineTop), inner, Scale(kLineHeight), kKeep);
-    OnPlaceContent({margin, Scale(kContentTop), margin + inner, height - margin});
+    const LONG left = Scale(kMargin);
+    const LONG right = width - Scale(kMargin);
+    m_title.Place({left, Scale(kMargin), right, Scale(kMargin + kTitleHeight)});
+    m_line.Place({left, Scale(kLineTop), right, Scale(kLineTop + kLineHeight)});
+    const RECT content{left, Scale(kContentTop), right, height - Scale(kMargin)};
+    if (m_empty.Window()) m_empty.Place(content);
+    OnPlaceContent(content);
+}
+
+bool CPage::OnEraseBackground(HDC dc) {
+    RECT client{};
+    ::GetClientRect(Window(), &client);
+    FillSolid(dc, client, m_look->colours.page);
+    return true;
 }
 
 void CPage::Place(const RECT& place) {
-    ::SetWindowPos(Window(), nullptr, place.left, place.top, place.right - place.left, place.bottom - place.top,
+    ::SetWindowPos(Window(), nullptr, place.left, place.top, WidthOf(place), HeightOf(place),
                    SWP_NOZORDER | SWP_NOACTIVATE);
 }
 

@@ -2,16 +2,25 @@
 // its content.
 #pragma once
 
+#include <optional>
 #include <string>
 
 #include "ui/Dialog.h"
 #include "ui/Fonts.h"
+#include "ui/Label.h"
+#include "ui/Look.h"
 
 namespace brennvar {
 
+struct PageTexts {
+    std::string title;
+    std::string line;   // what the page shows, in one line
+    std::string empty;  // a page without content says why
+};
+
 class CPage : public CDialog {
 public:
-    CPage(const CFonts& fonts, std::string title, std::string line);
+    CPage(const CFonts& fonts, PageTexts texts);
 
     // Creates the page, hidden.
     [[nodiscard]] bool Create(HWND parent);
@@ -22,6 +31,8 @@ public:
 
     // The user asks for fresh data (F5).
     virtual void Reload() {}
+    // The user looks for something (Ctrl+F).
+    virtual void OnFind() {}
     // The application rules have changed.
     virtual void OnRulesChanged() {}
 
@@ -32,16 +43,21 @@ protected:
     virtual void OnShow() {}
     virtual void OnHide() {}
 
-    [[nodiscard]] const CFonts& Fonts() const { return m_fonts; }
+    // From OnCreateContent on.
+    [[nodiscard]] const Look& GetLook() const { return *m_look; }
 
 private:
     void OnInitDialog() final;
     void OnSize(int width, int height) final;
     void OnCancel() final {}
+    bool OnEraseBackground(HDC dc) final;
 
     const CFonts& m_fonts;
-    const std::string m_title;
-    const std::string m_line;
+    const PageTexts m_texts;
+    std::optional<Look> m_look;
+    CLabel m_title;
+    CLabel m_line;
+    CLabel m_empty;
     bool m_shown = false;
 };
 

@@ -1,31 +1,8 @@
 // Numbers of dialog templates, controls, commands and icons; read by the resource compiler as well, so only
 // #defines and comments may stand here. Whoever drives the program from outside relies on these numbers.
 //
-// Texts that no language file has had so far use the numbers from 1001 upward, one number per text:
-//   1001 Cancel
-//   1002 Firewall service: reachable
-//   1003 Firewall service: not reachable
-//   1004 Firewall service: connecting
-//   1005 Driver: reachable
-//   1006 Driver: not reachable
-//   1007 Connections:
-//   1008 In:
-//   1009 Out:
-//   1010 to 1015 the line below the title of each page, in the order of the page buttons
-//   1016 the Connections list is empty: nothing is connected
-//   1017 the Connections list is empty: the driver is not reachable
-//   1018 the Connections list is empty: still being read
-//   1019 the Applications list is empty: there are no rules
-//   1020 Process
-//   1021 Address
-//   1022 State
-//   1023 PID
-//   1024 Bytes in
-//   1025 Bytes out
-//   1026 Path
-//   1027 Name
-//   1028 Action
-//   1029 Program file:
+// Texts that no language file of old has use the numbers from 1001 upward, one number per text; every text with its
+// number stands in assets/Languages/English/default.ini.
 #pragma once
 
 // Dialog templates
@@ -63,16 +40,27 @@
 #define IDM_TRAFFIC_LOG 463
 #define IDM_ABOUT 427
 #define IDM_EXIT 376
+#define IDM_SUPPORT 950
 
 // Controls that the pages and the control center create themselves
 #define IDC_PAGE_TITLE 910
 #define IDC_PAGE_LINE 911
 #define IDC_PAGE_LIST 912
+#define IDC_PAGE_EMPTY 914
 #define IDC_LIST_EMPTY 913
 #define IDC_STATUS_SERVICE 920
 #define IDC_STATUS_DRIVER 921
 #define IDC_STATUS_CONNECTIONS 922
 #define IDC_STATUS_IN 923
 #define IDC_STATUS_OUT 924
-#define IDC_COLUMN_LINE 930
-#define IDC_STATUS_LINE 931
+#define IDC_CAPTION_HELP 940
+#define IDC_CAPTION_MINIMISE 941
+#define IDC_CAPTION_MAXIMISE 942
+#define IDC_CAPTION_CLOSE 943
+#define IDC_CAPTION_ABOUT 944
+#define IDC_OPTIONS_RESOURCES 960
+#define IDC_OPTIONS_SKIN_LABEL 961
+#define IDC_OPTIONS_SKIN 962
+#define IDC_OPTIONS_LANGUAGE_LABEL 963
+#define IDC_OPTIONS_LANGUAGE 964
+#define IDC_OPTIONS_APPLY_RESOURCES 965

@@ -6,15 +6,14 @@
 
 namespace brennvar {
 
-ApplicationsPage::ApplicationsPage(const CFonts& fonts, const Language& language, std::string title,
-                                   std::string line, Reader read)
-    : CPage(fonts, std::move(title), std::move(line)), m_language(language), m_read(std::move(read)) {}
+ApplicationsPage::ApplicationsPage(const CFonts& fonts, const Language& language, PageTexts texts, Reader read)
+    : CPage(fonts, std::move(texts)), m_language(language), m_read(std::move(read)) {}
 
 void ApplicationsPage::OnCreateContent() {
     const ListColumn columns[] = {{.title = m_language.GetText(1027, "Name"), .width = 200},
                                   {.title = m_language.GetText(1026, "Path"), .width = 240, .takesRoom = true},
                                   {.title = m_language.GetText(1028, "Action"), .width = 80}};
-    m_list.Create(Window(), IDC_PAGE_LIST, IDC_LIST_EMPTY, Fonts().Text(), columns, *this);
+    m_list.Create(Window(), IDC_PAGE_LIST, IDC_LIST_EMPTY, GetLook().fonts.Text(), columns, *this);
     m_list.SetEmptyText(
         m_language.GetText(1019,
                            "There are no application rules yet. A program gets one when your answer to "

@@ -17,8 +17,7 @@ public:
     // Reads the rules without keeping the caller waiting; calls done later, on the same thread.
     using Reader = std::function<void(std::function<void(std::vector<ApplicationRow>)> done)>;
 
-    ApplicationsPage(const CFonts& fonts, const Language& language, std::string title, std::string line,
-                     Reader read);
+    ApplicationsPage(const CFonts& fonts, const Language& language, PageTexts texts, Reader read);
 
     void Reload() override;
     void OnRulesChanged() override;

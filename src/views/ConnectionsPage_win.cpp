@@ -21,9 +21,9 @@ bool IsSameConnection(const ConnectionRow& left, const ConnectionRow& right) {
 
 }  // namespace
 
-ConnectionsPage::ConnectionsPage(const CFonts& fonts, const Language& language, std::string title, std::string line,
-                                 Reader read, CountShown countShown)
-    : CPage(fonts, std::move(title), std::move(line)),
+ConnectionsPage::ConnectionsPage(const CFonts& fonts, const Language& language, PageTexts texts, Reader read,
+                                 CountShown countShown)
+    : CPage(fonts, std::move(texts)),
       m_language(language),
       m_read(std::move(read)),
       m_countShown(std::move(countShown)) {}
@@ -36,7 +36,7 @@ void ConnectionsPage::OnCreateContent() {
                                   {.title = m_language.GetText(1024, "Bytes in"), .width = 80, .isNumber = true},
                                   {.title = m_language.GetText(1025, "Bytes out"), .width = 80, .isNumber = true},
                                   {.title = m_language.GetText(1026, "Path"), .width = 96, .takesRoom = true}};
-    m_list.Create(Window(), IDC_PAGE_LIST, IDC_LIST_EMPTY, Fonts().Text(), columns, *this);
+    m_list.Create(Window(), IDC_PAGE_LIST, IDC_LIST_EMPTY, GetLook().fonts.Text(), columns, *this);
     m_list.SetEmptyText(m_language.GetText(
         1018, "Reading the connections. This takes longer while the firewall service is not reachable."));
 }

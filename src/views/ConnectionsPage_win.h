@@ -23,7 +23,7 @@ public:
     // Told how many rows the page shows, and nothing when it is hidden.
     using CountShown = std::function<void(std::optional<std::size_t>)>;
 
-    ConnectionsPage(const CFonts& fonts, const Language& language, std::string title, std::string line, Reader read,
+    ConnectionsPage(const CFonts& fonts, const Language& language, PageTexts texts, Reader read,
                     CountShown countShown);
 
     void Reload() override;

@@ -1,8 +1,12 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include "base/Windows_win.h"
+#include "config/IniSnapshot_win.h"
 #include "config/Ini_win.h"
 #include "config/RegKey_win.h"
+#include "config/ResourceFolders_win.h"
 #include "config/UserValues_win.h"
 #include "support/TempFolder.h"
 
@@ -16,6 +20,37 @@ TEST(IniWinTest, ReadsValuesOfAnyLengthAndKeepsTheFallbacksBlanks) {
         EXPECT_EQ(ini.Read("S", "k", "x"), text) << length;
         EXPECT_EQ(ini.Read("S", "absent", " with blanks  "), " with blanks  ");
     }
+}
+
+TEST(IniWinTest, SnapshotReadsWhatSingleLookUpsRead) {
+    const test::TempFolder folder;
+    const std::string path = folder.Write("default.ini",
+                                          "; comment\r\n[Other]\r\nplain=other\r\n[Color]\r\nplain=1\r\n"
+                                          " blanks =  2 3 \r\nquoted=\" a \"\r\nsingle='b'\r\nempty=\r\n"
+                                          "half=\"c\r\nUPPER=x=y\r\nplain=second\r\n;off=1\r\nno value\r\nlong=" +
+                                              std::string(0x4100, 'z') + "\r\nlast=\xE4");
+    const CIni single(path);
+    const CIniSnapshot snapshot(path);
+    for (const char* key : {"plain", "PLAIN", "blanks", "quoted", "single", "empty", "half", "upper", "off", "long",
+                            "last", "absent"}) {
+        EXPECT_EQ(snapshot.Read("Color", key, " none "), single.Read("Color", key, " none ")) << key;
+    }
+    EXPECT_EQ(snapshot.Read("other", "plain", ""), "other");
+    EXPECT_EQ(snapshot.Read("Absent", "plain", "x"), "x");
+    EXPECT_EQ(CIniSnapshot(path + ".absent").Read("Color", "plain", "x"), "x");
+}
+
+TEST(ResourceFoldersWinTest, ListsFoldersWithoutFilesAndHiddenNames) {
+    const test::TempFolder folder;
+    for (const char* name :
+         {"English\\default.ini", "Two words\\default.ini", "a.b\\x", ".git\\x", "..x\\x", "file"}) {
+        folder.Write(name, "");
+    }
+    std::vector<std::string> names = ListResourceFolders(folder.Path());
+    std::sort(names.begin(), names.end());  // the system promises no order
+    EXPECT_EQ(names, (std::vector<std::string>{"English", "Two words", "a.b"}));
+    EXPECT_EQ(ListResourceFolders(folder.File("a.b")), std::vector<std::string>());
+    EXPECT_EQ(ListResourceFolders(folder.File("absent")), std::vector<std::string>());
 }
 
 TEST(UserValuesWinTest, LeavesTheVariableAsItWasUnlessThereIsANumber) {

@@ -60,7 +60,8 @@ TEST(DecodeImageTest, SurvivesChangedBytes) {
 
 TEST(DecodeImageTest, LimitsSidesAndPixels) {
     const auto png = [](std::uint32_t width, std::uint32_t height) {
-        return test::StoredPng(width, height, "\1\0\0"s, std::string(((width + 7) / 8 + 1) * height, '\0'));
+        return test::StoredPng(width, height, "\1\0\0"s,
+                               std::string(std::size_t{(width + 7) / 8 + 1} * height, '\0'));
     };
     // Two bytes a number: 0x8180 00 is 16384, 0x8180 01 is 16385, 0xA000 is 4096.
     const auto wbmp = [](std::string_view hex, std::size_t size) {
@@ -74,8 +75,8 @@ TEST(DecodeImageTest, LimitsSidesAndPixels) {
     EXPECT_FALSE(DecodeImage(png(1, 16385)));
     EXPECT_TRUE(DecodeImage(wbmp("0000 818000 01", 2048)));
     EXPECT_FALSE(DecodeImage(wbmp("0000 818001 01", 2049)));
-    EXPECT_TRUE(DecodeImage(wbmp("0000 a000 a000", 512 * 4096)));   // 2^24 pixels
-    EXPECT_FALSE(DecodeImage(wbmp("0000 a000 a001", 512 * 4097)));  // one row more
+    EXPECT_TRUE(DecodeImage(wbmp("0000 a000 a000", std::size_t{512} * 4096)));   // 2^24 pixels
+    EXPECT_FALSE(DecodeImage(wbmp("0000 a000 a001", std::size_t{512} * 4097)));  // one row more
     // 65535 x 65535 as GIF, and as a progressive JPEG, in a hundred bytes.
     EXPECT_FALSE(
         DecodeImage(FromHex("474946383761 ffff ffff 91 00 00 ff0000 00ff00 0000ff ffffff"

@@ -51,6 +51,11 @@ TEST(GifDecoderTest, FollowsTheCodeThatIsJustBeingAdded) {
               (Pixels{kGreen, kGreen, kGreen, kGreen}));  // in two blocks
 }
 
+TEST(GifDecoderTest, IgnoresWhatFollowsTheLastPixel) {
+    EXPECT_EQ(DecodeRow("0100", "02", "02 4401 01 10 01 10 01 10 01 10 01 10 01 10 00"), (Pixels{kRed}));
+    EXPECT_EQ(DecodeRow("0100", "02", "08 44010101 01010101 08 44010101 01010101 00"), (Pixels{kRed}));
+}
+
 TEST(GifDecoderTest, RefusesCodesThatTheStreamCannotHave) {
     EXPECT_EQ(DecodeRow("0300", "02", "02 cc01 00"), Pixels{});  // clear, 1, 7 where 6 is the next
     EXPECT_EQ(DecodeRow("0300", "02", "02 b400 00"), Pixels{});  // clear, then 6: no string yet

@@ -31,8 +31,8 @@ TEST(JpegDecoderTest, DecodesColours) {
     ASSERT_TRUE(bitmap);
     ASSERT_EQ(bitmap->width, 16);
     ASSERT_EQ(bitmap->height, 8);
-    for (std::size_t i = 0; i < 16 * 8; ++i) {
-        ASSERT_TRUE(IsNear(bitmap->pixels[i], i % 16 < 8 ? 0xFFC81E3C : 0xFF1428DC)) << i;
+    for (int i = 0; i < 16 * 8; ++i) {
+        ASSERT_TRUE(IsNear(bitmap->pixels[static_cast<std::size_t>(i)], i % 16 < 8 ? 0xFFC81E3C : 0xFF1428DC)) << i;
     }
 }
 
@@ -41,8 +41,8 @@ TEST(JpegDecoderTest, DecodesProgressiveGrey) {
     ASSERT_TRUE(bitmap);
     ASSERT_EQ(bitmap->width, 8);
     ASSERT_EQ(bitmap->height, 16);
-    for (std::size_t i = 0; i < 8 * 16; ++i) {
-        ASSERT_TRUE(IsNear(bitmap->pixels[i], i < 8 * 8 ? 0xFF282828 : 0xFFC8C8C8)) << i;
+    for (int i = 0; i < 8 * 16; ++i) {
+        ASSERT_TRUE(IsNear(bitmap->pixels[static_cast<std::size_t>(i)], i < 8 * 8 ? 0xFF282828 : 0xFFC8C8C8)) << i;
     }
 }
 

@@ -14,7 +14,7 @@ std::vector<int> NamedPorts(std::uint32_t protocol) {
     std::vector<int> ports;
     int last = 460;
     for (int port = 0; port <= 0xFFFF; ++port) {
-        const int number = FindServiceName(static_cast<std::uint16_t>(port), protocol).textNumber;
+        const int number = FindServiceName(static_cast<std::uint16_t>(port), protocol).text.number;
         if (number == 483) continue;
         EXPECT_GT(number, std::exchange(last, number)) << port;
         ports.push_back(port);
@@ -29,11 +29,11 @@ TEST(ServiceNameTableTest, NamesThesePortsPerProtocol) {
               (std::vector<int>{22, 53, 67, 68, 70, 80, 88, 107, 110, 123, 137, 138, 139, 194, 389, 443}));
     EXPECT_EQ(NamedPorts(kIcmp), std::vector<int>());
     EXPECT_EQ(NamedPorts(0), std::vector<int>());
-    EXPECT_EQ(FindServiceName(21, kTcp).textNumber, 461);
-    EXPECT_EQ(FindServiceName(443, kTcp).textNumber, 482);
-    EXPECT_EQ(FindServiceName(53, kUdp).english, "DNS - Domain name resolution");
-    EXPECT_EQ(FindServiceName(389, kUdp).english, "LDAP - Lightweight directory access protocol");
-    EXPECT_EQ(FindServiceName(13568, kUdp).english, "Unspecified");  // 53 with its bytes swapped
+    EXPECT_EQ(FindServiceName(21, kTcp).text.number, 461);
+    EXPECT_EQ(FindServiceName(443, kTcp).text.number, 482);
+    EXPECT_EQ(FindServiceName(53, kUdp).text.english, "DNS - Domain name resolution");
+    EXPECT_EQ(FindServiceName(389, kUdp).text.english, "LDAP - Lightweight directory access protocol");
+    EXPECT_EQ(FindServiceName(13568, kUdp).text.english, "Unspecified");  // 53 with its bytes swapped
 }
 
 }  // namespace

@@ -44,7 +44,7 @@ public:
     }
     [[nodiscard]] Pixels Row(int y) const {
         const Pixels all = Colours();
-        return {all.begin() + y * m_width, all.begin() + (y + 1) * m_width};
+        return {all.begin() + std::ptrdiff_t{y} * m_width, all.begin() + std::ptrdiff_t{y + 1} * m_width};
     }
     static constexpr std::uint32_t kGround = 0x404040;
 

@@ -51,7 +51,7 @@ protected:
         ++readings;
         answer = std::move(done);
     };
-    ConnectionsPage page{fonts, language, "title", "line", read, [this](auto shown) { count = shown; }};
+    ConnectionsPage page{fonts, language, {"title", "line", ""}, read, [this](auto shown) { count = shown; }};
 
     void SetUp() override {
         ASSERT_TRUE(page.Create(parent));
@@ -104,7 +104,7 @@ TEST_F(PagesTest, ApplicationsAreReadWhenTheyAreOpenedAndWhenTheRulesChange) {
         return ApplicationRow{"a.exe", std::move(path), ApplicationState::Deny};
     };
     std::vector<ApplicationRow> rules = {row("b"), row(std::string(400, 'a'))};
-    ApplicationsPage applications(fonts, language, "title", "line", [&](const auto& done) { done(rules); });
+    ApplicationsPage applications(fonts, language, {"title", "line", ""}, [&](const auto& done) { done(rules); });
     ASSERT_TRUE(applications.Create(parent));
     applications.Show();
     EXPECT_EQ(Cell(applications, 1, 1), std::string(299, 'a'));  // cut to the buffer that it is given

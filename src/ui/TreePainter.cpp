@@ -1,0 +1,185 @@
+#include "ui/TreePainter.h"
+
+#include <algorithm>
+
+#include "ui/Paint.h"
+
+namespace brennvar {
+namespace {
+
+// At 96 pixels per inch.
+constexpr int kRowHeight = 24;
+constexpr int kHeaderHeight = 26;
+constexpr int kHeaderLine = 2;
+constexpr int kMargin = 8;
+constexpr int kIndent = 16;  // of one level, and the room of an expand mark
+constexpr int kPicture = 16;
+constexpr int kGap = 6;
+
+constexpr int kCheckFrames = 6;      // rest, hot, pressed, and the same checked
+constexpr int kUnfocusedShare = 96;  // of the list's ground in a selection without the focus, of 255
+constexpr COLORREF kPill = RGB(226, 232, 240);
+
+int Brightness(COLORREF colour) {
+    return (GetRValue(colour) * 299 + GetGValue(colour) * 587 + GetBValue(colour) * 114) / 1000;
+}
+
+RECT Take(RECT& rest, int width, int gap) {
+    const RECT place = Centred({rest.left, rest.top, rest.left + width, rest.bottom}, {width, width});
+    rest.left += width + gap;
+    return place;
+}
+
+// An equal-sided triangle in steps of whole pixels, which stays sharp. sideways: points right, else down or up.
+void DrawTriangle(HDC dc, const RECT& place, int half, bool isSideways, bool isReversed, COLORREF colour) {
+    const RECT box = Centred(place, isSideways ? SIZE{half, 2 * half - 1} : SIZE{2 * half - 1, half});
+    for (int line = 0; line < half; ++line) {
+        const LONG at = isReversed ? line : half - 1 - line;  // from the tip's side
+        if (isSideways) {
+            FillSolid(dc, {box.left + line, box.top + line, box.left + line + 1, box.bottom - line}, colour);
+        } else {
+            FillSolid(dc, {box.left + at, box.top + half - 1 - line, box.right - at, box.top + half - line},
+                      colour);
+        }
+    }
+}
+
+}  // namespace
+
+TreePainter::TreePainter(const Look& look)
+    : m_colours(look.colours),
+      m_lineLeft(look.skin.GetSkinColor("GRADIENT_LEFT", 72, 188, 3)),
+      m_lineRight(look.skin.GetSkinColor("GRADIENT_RIGHT", 255, 181, 106)),
+      m_header(MixColours(look.colours.list, look.colours.page, 200)),
+      m_isDark(Brightness(look.colours.list) < 128),
+      m_check(CSkinImage::Load(look.skin.GetSkinImagePath("CHECK_BUTTON_LIST", "check_button_list.png"))) {
+    m_text.SetFont(look.fonts.Text());
+}
+
+int TreePainter::RowHeight() {
+    return Scale(kRowHeight);
+}
+
+int TreePainter::HeaderHeight() {
+    return Scale(kHeaderHeight);
+}
+
+CellPlaces TreePainter::PlaceParts(const TreeCell& cell, const TreeRow& row, const RECT& place,
+                                   bool keepsExpander) {
+    RECT rest = place;
+    ::InflateRect(&rest, -Scale(kMargin), 0);
+    CellPlaces places;
+    if (keepsExpander) {
+        rest.left += row.level * Scale(kIndent);
+        const RECT expander = Take(rest, Scale(kIndent), Scale(kGap) / 3);
+        if (row.hasChildren) places.expander = expander;
+    }
+    if (cell.checked) places.check = Take(rest, Scale(kPicture), Scale(kGap));
+    if (cell.icon || cell.image) places.picture = Take(rest, Scale(kPicture), Scale(kGap));
+    // Parts that do not fit are not there.
+    for (RECT* part : {&places.expander, &places.check, &places.picture}) {
+        if (part->right > place.right) *part = {};
+    }
+    rest.right = std::max(rest.right, rest.left);
+    places.text = rest;
+    return places;
+}
+
+bool TreePainter::IsCut(HDC dc, const TreeCell& cell, const CellPlaces& places) const {
+    return m_text.Width(dc, cell.text, WidthOf(places.text)) > WidthOf(places.text);
+}
+
+int TreePainter::NeededWidth(HDC dc, const TreeCell& cell, const CellPlaces& places) const {
+    constexpr int kWidest = 2000;
+    return m_text.Width(dc, cell.text, kWidest) + Scale(kMargin) + static_cast<int>(places.text.left);
+}
+
+COLORREF TreePainter::RowGround(int row, bool isSelected, bool hasFocus) const {
+    const COLORREF rest = row % 2 == 0 ? m_colours.list : m_colours.listAlternate;
+    if (!isSelected) return rest;
+    return hasFocus ? m_colours.selection : MixColours(m_colours.selection, rest, kUnfocusedShare);
+}
+
+void TreePainter::PaintCell(HDC dc, const TreeCell& cell, const TreeRow& row, const CellPlaces& places,
+                            bool isNumber, Touch check) {
+    if (!::IsRectEmpty(&places.expander)) {
+        DrawTriangle(dc, places.expander, Scale(5), !row.isExpanded, false, m_colours.quietText);
+    }
+    if (!::IsRectEmpty(&places.check)) PaintCheck(dc, places.check, *cell.checked, check);
+    const RECT& picture = places.picture;
+    if (!::IsRectEmpty(&picture)) {
+        if (cell.icon) {
+            ::DrawIconEx(dc, picture.left, picture.top, cell.icon, WidthOf(picture), HeightOf(picture), 0, nullptr,
+                         DI_NORMAL);
+        } else {
+            cell.image->DrawFrame(dc, picture, cell.imageFrame, cell.imageFrameCount);
+        }
+    }
+    if (cell.onPill && m_isDark && !cell.text.empty()) {
+        PaintPill(dc, places.text, m_text.Width(dc, cell.text, WidthOf(places.text)));
+    }
+    ::SetTextColor(dc, cell.textColour.value_or(cell.isQuiet ? m_colours.quietText : m_colours.text));
+    m_text.Draw(dc, places.text, cell.text, isNumber);
+}
+
+void TreePainter::PaintCheck(HDC dc, const RECT& place, bool isChecked, Touch touch) const {
+    if (m_check) {
+        m_check.DrawFrame(dc, place, static_cast<int>(touch) + (isChecked ? 3 : 0), kCheckFrames);
+        return;
+    }
+    FillSolid(dc, place, touch == Touch::Pressed ? m_colours.selection : m_colours.list);
+    DrawFrame(dc, place, touch == Touch::Rest ? m_colours.quietText : m_colours.accent);
+    if (isChecked) FillSolid(dc, Inset(place, Scale(4)), m_colours.text);
+}
+
+void TreePainter::PaintPill(HDC dc, const RECT& place, int textWidth) const {
+    RECT pill{place.left - Scale(kGap), place.top + Scale(3),
+              std::min<LONG>(place.right, place.left + textWidth) + Scale(kGap), place.bottom - Scale(3)};
+    const CSelect brush(dc, ::GetStockObject(DC_BRUSH));
+    const CSelect pen(dc, ::GetStockObject(DC_PEN));
+    ::SetDCBrushColor(dc, kPill);
+    ::SetDCPenColor(dc, kPill);
+    ::RoundRect(dc, pill.left, pill.top, pill.right, pill.bottom, Scale(8), Scale(8));
+}
+
+void TreePainter::PaintFocus(HDC dc, const RECT& row) const {
+    DrawFrame(dc, row, m_colours.accent);
+}
+
+void TreePainter::PaintHeaderGround(HDC dc, const RECT& header) const {
+    const LONG line = header.bottom - Scale(kHeaderLine);
+    FillSolid(dc, {header.left, header.top, header.right, line}, m_header);
+    FillGradient(dc, {header.left, line, header.right, header.bottom}, m_lineLeft, m_lineRight, false);
+}
+
+void TreePainter::PaintHeaderCell(HDC dc, const RECT& place, const TreeColumn& column, Sort sort, Touch touch) {
+    RECT inner = place;
+    inner.bottom -= Scale(kHeaderLine);
+    if (touch != Touch::Rest) {
+        const int share = touch == Touch::Hot ? 110 : 200;
+        FillSolid(dc, inner, MixColours(m_header, m_colours.frame2, share));
+    }
+    FillSolid(dc, {inner.right - 1, inner.top + Scale(5), inner.right, inner.bottom - Scale(5)}, m_colours.frame2);
+    ::InflateRect(&inner, -Scale(kMargin), 0);
+    if (sort != Sort::None && WidthOf(inner) > 3 * Scale(kMargin)) {
+        RECT arrow = inner;
+        arrow.left = inner.right = inner.right - Scale(kMargin) - Scale(4);
+        DrawTriangle(dc, arrow, Scale(4), false, sort == Sort::Down, m_colours.quietText);
+        inner.right -= Scale(4);
+    }
+    ::SetTextColor(dc, m_colours.quietText);
+    m_text.Draw(dc, inner, column.title, column.isNumber);
+}
+
+void TreePainter::PaintEmptyText(HDC dc, const RECT& rows, const std::string& text) const {
+    constexpr UINT kFormat = DT_CENTER | DT_NOPREFIX | DT_WORDBREAK;
+    RECT box = Inset(rows, Scale(2 * kMargin));
+    if (IsRectEmpty(&box)) return;
+    RECT needed = box;
+    ::DrawTextA(dc, text.c_str(), static_cast<int>(text.size()), &needed, kFormat | DT_CALCRECT);
+    box.top += std::max(0, (HeightOf(box) - HeightOf(needed)) / 2);
+    ::SetTextColor(dc, m_colours.quietText);
+    ::DrawTextA(dc, text.c_str(), static_cast<int>(text.size()), &box, kFormat);
+}
+
+}  // namespace brennvar

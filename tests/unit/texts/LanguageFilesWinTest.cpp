@@ -1,0 +1,22 @@
+#include <gtest/gtest.h>
+
+#include "config/Ini_win.h"
+#include "unit/texts/LanguageFile.h"
+
+namespace brennvar::test {
+
+// The other tests of these files trust their own reader.
+TEST(LanguageFilesWinTest, TheSystemReadsEveryTextOfEveryLanguageByteForByte) {
+    for (const char* language : {"English", "German", "Russian", "Slovak"}) {
+        const auto path = std::filesystem::absolute(LanguageFileIn(language)).make_preferred();
+        const CIni ini(path.string());
+        const LanguageFile file = ReadLanguageFile(ReadWholeFile(path));
+        EXPECT_FALSE(file.texts.empty()) << language;
+        for (const auto& [number, text] : file.texts) {
+            EXPECT_EQ(ini.Read("Language", "DL_N_201_" + std::to_string(number), ""), text)
+                << language << " " << number;
+        }
+    }
+}
+
+}  // namespace brennvar::test
