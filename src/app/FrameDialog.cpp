@@ -90,12 +90,17 @@ bool FrameDialog::OnEraseBackground(HDC dc) {
     if (!m_frame) return false;
     RECT client{};
     ::GetClientRect(Window(), &client);
+    const bool isMaximised = ::IsZoomed(Window()) != FALSE;
+    if (::GetObjectType(dc) == OBJ_MEMDC) {
+        m_frame->Paint(dc, client, m_caption, isMaximised);  // the buffer of a child control
+        return true;
+    }
     RECT clip{};
     ::GetClipBox(dc, &clip);
     ::IntersectRect(&clip, &clip, &client);
     if (::IsRectEmpty(&clip)) return true;
     const CBufferedDc buffer(dc, clip);
-    m_frame->Paint(buffer.Dc(), client, m_caption, ::IsZoomed(Window()) != FALSE);
+    m_frame->Paint(buffer.Dc(), client, m_caption, isMaximised);
     return true;
 }
 

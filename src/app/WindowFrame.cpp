@@ -86,10 +86,15 @@ RECT WindowFrame::PagePlace(const RECT& client) {
 }
 
 void WindowFrame::Paint(HDC dc, const RECT& client, const std::string& title, bool isMaximised) const {
-    FillSolid(dc, client, m_look.colours.page);
-    PaintCaption(dc, CaptionPlace(client), title);
-    PaintColumn(dc, client);
-    PaintStatus(dc, client);
+    // Most calls come from a child control that wants the ground behind itself, and nothing else.
+    const auto isWanted = [dc](const RECT& place) { return ::RectVisible(dc, &place) != FALSE; };
+    const RECT caption = CaptionPlace(client);
+    const RECT status{client.left, StatusPlace(client).top, client.right, client.bottom};
+    const RECT page = PagePlace(client);
+    if (isWanted(page)) FillSolid(dc, page, m_look.colours.page);
+    if (isWanted(caption)) PaintCaption(dc, caption, title);
+    if (isWanted(ColumnPlace(client))) PaintColumn(dc, client);
+    if (isWanted(status)) PaintStatus(dc, client);
     if (!isMaximised) PaintEdges(dc, client);
 }
 
@@ -101,6 +106,7 @@ void WindowFrame::PaintCaption(HDC dc, const RECT& band, const std::string& titl
         Stretch(m_top, dc, {left, band.top, right, band.bottom});
         Stretch(m_topRight, dc, {right, band.top, band.right, band.bottom});
     } else {
+        FillSolid(dc, band, m_look.colours.page);
         FillSolid(dc, {band.left, band.bottom - 1, band.right, band.bottom}, m_look.colours.frame2);
     }
     LONG textLeft = band.left + Scale(kTitleLeft);
@@ -134,6 +140,7 @@ void WindowFrame::PaintStatus(HDC dc, const RECT& client) const {
     if (m_bottom) {
         Stretch(m_bottom, dc, {band.left, band.top, right, band.bottom});
     } else {
+        FillSolid(dc, {band.left, band.top, client.right, band.bottom}, m_look.colours.page);
         FillSolid(dc, {band.left, band.top, client.right, band.top + 1}, m_look.colours.frame2);
     }
     Stretch(m_bottomRight, dc, {right, band.top, client.right, band.bottom});

@@ -4,6 +4,7 @@
 
 #include "config/Folders.h"
 #include "config/Folders_win.h"
+#include "config/IniSnapshot_win.h"
 #include "config/Ini_win.h"
 #include "config/Settings.h"
 
@@ -14,13 +15,15 @@ std::string CurrentLanguageName() {
 }
 
 Language OpenLanguage() {
-    return Language(std::make_unique<CIni>(LanguageFilePath(GetInstallationFolder(), CurrentLanguageName())));
+    return Language(
+        std::make_unique<CIniSnapshot>(LanguageFilePath(GetInstallationFolder(), CurrentLanguageName())));
 }
 
 Skin OpenSkin() {
     const std::string name = ReadSkinName(CIni(SettingsFilePath(GetDataFolder())));
     const std::string installation = GetInstallationFolder();
-    return Skin(std::make_unique<CIni>(SkinFilePath(installation, name)), SkinFolderPath(installation, name));
+    return Skin(std::make_unique<CIniSnapshot>(SkinFilePath(installation, name)),
+                SkinFolderPath(installation, name));
 }
 
 }  // namespace brennvar

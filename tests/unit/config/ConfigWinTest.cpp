@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "base/Windows_win.h"
+#include "config/IniSnapshot_win.h"
 #include "config/Ini_win.h"
 #include "config/RegKey_win.h"
 #include "config/UserValues_win.h"
@@ -16,6 +17,24 @@ TEST(IniWinTest, ReadsValuesOfAnyLengthAndKeepsTheFallbacksBlanks) {
         EXPECT_EQ(ini.Read("S", "k", "x"), text) << length;
         EXPECT_EQ(ini.Read("S", "absent", " with blanks  "), " with blanks  ");
     }
+}
+
+TEST(IniWinTest, SnapshotReadsWhatSingleLookUpsRead) {
+    const test::TempFolder folder;
+    const std::string path = folder.Write("default.ini",
+                                          "; comment\r\n[Other]\r\nplain=other\r\n[Color]\r\nplain=1\r\n"
+                                          " blanks =  2 3 \r\nquoted=\" a \"\r\nsingle='b'\r\nempty=\r\n"
+                                          "half=\"c\r\nUPPER=x=y\r\nplain=second\r\n;off=1\r\nno value\r\nlong=" +
+                                              std::string(0x4100, 'z') + "\r\nlast=\xE4");
+    const CIni single(path);
+    const CIniSnapshot snapshot(path);
+    for (const char* key : {"plain", "PLAIN", "blanks", "quoted", "single", "empty", "half", "upper", "off", "long",
+                            "last", "absent"}) {
+        EXPECT_EQ(snapshot.Read("Color", key, " none "), single.Read("Color", key, " none ")) << key;
+    }
+    EXPECT_EQ(snapshot.Read("other", "plain", ""), "other");
+    EXPECT_EQ(snapshot.Read("Absent", "plain", "x"), "x");
+    EXPECT_EQ(CIniSnapshot(path + ".absent").Read("Color", "plain", "x"), "x");
 }
 
 TEST(UserValuesWinTest, LeavesTheVariableAsItWasUnlessThereIsANumber) {

@@ -1,0 +1,92 @@
+// From the start of a process to its first painted window: the program given first against the one given second,
+// started in turns. Prints the medians and their ratio.
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "base/Handles_win.h"
+
+namespace {
+
+constexpr int kRounds = 21;
+constexpr DWORD kPatience = 30000;  // ms
+
+struct Search {
+    DWORD processId;
+    bool found;
+};
+
+BOOL CALLBACK LookAtWindow(HWND window, LPARAM parameter) {
+    auto& search = *reinterpret_cast<Search*>(parameter);
+    DWORD processId = 0;
+    ::GetWindowThreadProcessId(window, &processId);
+    RECT place{};
+    ::GetWindowRect(window, &place);
+    search.found = processId == search.processId && ::IsWindowVisible(window) && place.right - place.left > 500;
+    return !search.found;
+}
+
+bool ShowsWindow(DWORD processId) {
+    Search search{processId, false};
+    ::EnumWindows(&LookAtWindow, reinterpret_cast<LPARAM>(&search));
+    return search.found;
+}
+
+// Milliseconds; nothing when the program did not come up.
+std::optional<double> StartOnce(const std::string& program) {
+    STARTUPINFOA startup{};
+    startup.cb = sizeof(startup);
+    PROCESS_INFORMATION information{};
+    std::string commandLine = program;
+    LARGE_INTEGER frequency;
+    LARGE_INTEGER before;
+    LARGE_INTEGER after;
+    ::QueryPerformanceFrequency(&frequency);
+    ::QueryPerformanceCounter(&before);
+    if (!::CreateProcessA(nullptr, commandLine.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup,
+                          &information)) {
+        return std::nullopt;
+    }
+    const brennvar::UniqueProcess process(information.hProcess);
+    const brennvar::UniqueEvent thread(information.hThread);
+    // Idle: every message has been handled, those that paint included, as they come last.
+    bool isUp = ::WaitForInputIdle(process.Get(), kPatience) == 0;
+    ::QueryPerformanceCounter(&after);
+    isUp = isUp && ShowsWindow(information.dwProcessId);
+    ::TerminateProcess(process.Get(), 0);
+    ::WaitForSingleObject(process.Get(), kPatience);
+    if (!isUp) return std::nullopt;
+    return 1000.0 * static_cast<double>(after.QuadPart - before.QuadPart) / static_cast<double>(frequency.QuadPart);
+}
+
+double Median(std::vector<double> values) {
+    std::sort(values.begin(), values.end());
+    return values[values.size() / 2];
+}
+
+}  // namespace
+
+int main(int count, char** arguments) {
+    if (count != 3) {
+        std::fprintf(stderr, "usage: start_bench PROGRAM YARDSTICK\n");
+        return 2;
+    }
+    std::vector<double> times[2];
+    for (int round = 0; round <= kRounds; ++round) {
+        for (int program = 0; program < 2; ++program) {
+            const std::optional<double> time = StartOnce(arguments[1 + program]);
+            if (!time) {
+                std::fprintf(stderr, "%s did not show its window\n", arguments[1 + program]);
+                return 1;
+            }
+            if (round > 0) times[program].push_back(*time);  // the first start reads the files
+        }
+    }
+    const double ours = Median(times[0]);
+    const double yardstick = Median(times[1]);
+    std::printf("start_ms %.1f\nstart_yardstick_ms %.1f\nstart_ratio %.2f\n", ours, yardstick, ours / yardstick);
+    return 0;
+}
