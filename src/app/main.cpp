@@ -10,7 +10,8 @@ namespace {
 [[nodiscard]] bool InitWindowClasses() {
     INITCOMMONCONTROLSEX classes{};
     classes.dwSize = sizeof(classes);
-    classes.dwICC = ICC_STANDARD_CLASSES | ICC_LISTVIEW_CLASSES | ICC_BAR_CLASSES;
+    classes.dwICC =
+        ICC_STANDARD_CLASSES | ICC_LISTVIEW_CLASSES | ICC_BAR_CLASSES | ICC_PROGRESS_CLASS | ICC_INTERNET_CLASSES;
     return ::InitCommonControlsEx(&classes) != FALSE;
 }
 

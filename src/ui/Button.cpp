@@ -6,12 +6,13 @@ namespace brennvar {
 namespace {
 
 constexpr int kStateCount = 3;
-constexpr int kTextPadding = 6;         // left and right of a label
-constexpr int kPageTextLeft = 52;       // beside the icon, which is part of the picture (16 + 24 + 12)
-constexpr int kFocusInset = 3;          // the focus frame stands inside the ring of a default button
-constexpr int kRingDiameter = 8;        // round as the corners of the delivered pictures
-constexpr BYTE kDisabledOpacity = 115;  // of 255
-constexpr int kDisabledTextShare = 110;
+constexpr int kTextPadding = 6;          // left and right of a label
+constexpr int kPageTextLeft = 52;        // beside the icon, which is part of the picture (16 + 24 + 12)
+constexpr int kFocusInset = 3;           // the focus frame stands inside the ring of a default button
+constexpr int kFocusShare = 100;         // of the ground in the focus frame, so that it stays behind the text
+constexpr int kRingDiameter = 8;         // round as the corners of the delivered pictures
+constexpr BYTE kDisabledOpacity = 115;   // of 255
+constexpr int kDisabledTextShare = 110;  // towards the ground, over which the picture has faded as well
 // Without a picture: a navy on which the default text colour, white, reads.
 constexpr COLORREF kPlainGround[] = {RGB(30, 72, 104), RGB(44, 94, 132), RGB(18, 50, 74)};
 
@@ -86,7 +87,10 @@ void CButton::OnPaint(HDC dc, const RECT& client) {
         const CSelect selectBrush(dc, ::GetStockObject(NULL_BRUSH));
         ::RoundRect(dc, client.left, client.top, client.right, client.bottom, kRingDiameter, kRingDiameter);
     }
-    if (ShowsFocus()) DrawFrame(dc, Inset(client, kFocusInset), m_textColours[static_cast<std::size_t>(state)]);
+    if (ShowsFocus()) {
+        const COLORREF colour = m_textColours[static_cast<std::size_t>(state)];
+        DrawFrame(dc, Inset(client, kFocusInset), MixColours(colour, kPlainGround[0], kFocusShare));
+    }
 }
 
 void CButton::PaintPlain(HDC dc, const RECT& client, State state) const {
@@ -113,7 +117,7 @@ void CButton::PaintText(HDC dc, const RECT& client, State state) const {
     const RECT place{client.left + (isPage ? kPageTextLeft : padding), client.top, client.right - padding,
                      client.bottom};
     COLORREF colour = m_textColours[static_cast<std::size_t>(state)];
-    if (!IsEnabled()) colour = MixColours(colour, kPlainGround[0], kDisabledTextShare);
+    if (!IsEnabled()) colour = MixColours(colour, isPage ? kPlainGround[0] : m_colours.page, kDisabledTextShare);
     DrawLabel(dc, Font(), place, Text(), colour,
               (isPage ? DT_LEFT : DT_CENTER) | DT_VCENTER | DT_SINGLELINE | DT_END_ELLIPSIS | PrefixFormat());
 }

@@ -118,7 +118,7 @@ void CComboBox::OnPaint(HDC dc, const RECT& client) {
     RECT arrow = Inset(client, kFieldFrame);
     arrow.left = arrow.right - Scale(kArrowWidth);
     const COLORREF textColour = FieldText(m_colours, state);
-    DrawArrow(dc, arrow, IsHot() && IsEnabled() ? textColour : MixColours(textColour, m_colours.quietText, 160));
+    DrawArrow(dc, arrow, IsEnabled() && !IsHot() ? m_colours.quietText : textColour);
     const RECT text{client.left + kFieldFrame + FieldPadding(), client.top, arrow.left, client.bottom};
     DrawLabel(dc, Font(), text, ItemText(Selected()), textColour,
               DT_VCENTER | DT_SINGLELINE | DT_END_ELLIPSIS | DT_NOPREFIX);

@@ -1,5 +1,8 @@
 #include "ui/Controls.h"
 
+// windows.h must stand before commctrl.h.
+#include <commctrl.h>
+
 #include "ui/Fonts.h"
 
 namespace brennvar {
@@ -22,6 +25,23 @@ std::string TextOfWindow(HWND window) {
 
 void SetTextIfChanged(HWND control, const std::string& text) {
     if (TextOfWindow(control) != text) ::SetWindowTextA(control, text.c_str());
+}
+
+void RemoveBorder(HWND control) {
+    const auto clear = [control](int index, LONG_PTR flags) {
+        ::SetWindowLongPtrA(control, index, ::GetWindowLongPtrA(control, index) & ~flags);
+    };
+    clear(GWL_STYLE, WS_BORDER);
+    clear(GWL_EXSTYLE, WS_EX_CLIENTEDGE | WS_EX_STATICEDGE);
+    ::SetWindowPos(control, nullptr, 0, 0, 0, 0,
+                   SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE | SWP_FRAMECHANGED);
+}
+
+void RequireWindowClasses(DWORD classes) {
+    INITCOMMONCONTROLSEX setup{};
+    setup.dwSize = sizeof(setup);
+    setup.dwICC = classes;
+    ::InitCommonControlsEx(&setup);
 }
 
 SIZE MeasureText(HWND window, HFONT font, const std::string& text, int width) {

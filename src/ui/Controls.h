@@ -12,6 +12,11 @@ HWND CreateControl(HWND parent, const char* className, const std::string& text, 
 [[nodiscard]] std::string TextOfWindow(HWND window);
 // Sets a text only when it differs, so that a text that is refreshed every second does not flicker.
 void SetTextIfChanged(HWND control, const std::string& text);
+// Takes the border away that Windows draws around some controls, and asks for the place of the client area anew.
+void RemoveBorder(HWND control);
+// Registers classes of the common controls (ICC_ flags) that a program without such a control has not needed so
+// far.
+void RequireWindowClasses(DWORD classes);
 // The size of a text in this font, broken into lines of at most this width (0: not broken).
 [[nodiscard]] SIZE MeasureText(HWND window, HFONT font, const std::string& text, int width);
 

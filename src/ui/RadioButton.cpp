@@ -2,9 +2,9 @@
 
 namespace brennvar {
 
-void CRadioButton::Create(HWND parent, const std::string& text, Place place, int id, const Look& look) {
+void CRadioButton::Create(HWND parent, const std::string& text, RadioPlace place, int id, const Look& look) {
     Resolve({"RADIO_BUTTON", "radio_button.png", true}, look);
-    const DWORD first = place == Place::FirstOfGroup ? WS_GROUP | WS_TABSTOP : 0U;
+    const DWORD first = place == RadioPlace::FirstOfGroup ? WS_GROUP | WS_TABSTOP : 0U;
     Make(parent, "BUTTON", text, BS_AUTORADIOBUTTON | BS_MULTILINE | first, id, look.fonts.Text());
 }
 

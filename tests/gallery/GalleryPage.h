@@ -1,0 +1,35 @@
+// A page of the gallery: controls in all of their states, side by side.
+#pragma once
+
+#include <memory>
+
+#include "ui/Look.h"
+#include "ui/Paint.h"
+
+namespace brennvar::gallery {
+
+class GalleryPage {
+public:
+    GalleryPage() = default;
+    GalleryPage(const GalleryPage&) = delete;
+    GalleryPage& operator=(const GalleryPage&) = delete;
+    virtual ~GalleryPage() = default;
+
+    // The room that the page needs, pixels of the screen.
+    [[nodiscard]] virtual SIZE Size() const = 0;
+    // Makes the page's controls. They live as long as the page.
+    virtual void Fill(HWND window, const Look& look) = 0;
+    // The window's ground.
+    virtual void PaintGround(HDC dc, const RECT& client, const Look& look) const {
+        FillSolid(dc, client, look.colours.page);
+    }
+    // The window is shown now: where a dialog or a menu is to be opened.
+    virtual void OnShown(HWND /*window*/, const Look& /*look*/) {}
+    // What the window does not deal with itself.
+    virtual void OnCommand(HWND /*window*/, int /*id*/, int /*notification*/) {}
+};
+
+// One function for each page; main.cpp has the list of their names.
+[[nodiscard]] std::unique_ptr<GalleryPage> MakeControlsGallery();
+
+}  // namespace brennvar::gallery

@@ -1,0 +1,85 @@
+// gallery.exe --page NAME: shows a page of controls until it is closed. The skin is the one of settings.ini.
+#include <cstring>
+#include <memory>
+#include <string>
+
+#include "GalleryPage.h"
+#include "ui/Window.h"
+
+namespace brennvar::gallery {
+namespace {
+
+struct PageEntry {
+    const char* name;
+    std::unique_ptr<GalleryPage> (*make)();
+};
+
+constexpr PageEntry kPages[] = {
+    {"controls", &MakeControlsGallery},
+};
+
+class GalleryWindow final : public CWindow {
+public:
+    GalleryWindow(const Look& look, GalleryPage& page) : m_look(look), m_page(page) {}
+
+private:
+    bool OnCreate() override {
+        m_page.Fill(Window(), m_look);
+        return true;
+    }
+    void OnDestroy() override { ::PostQuitMessage(0); }
+    void OnPaint(HDC dc, const RECT&) override { m_page.PaintGround(dc, ClientRect(), m_look); }
+    void OnCommand(int id, int notification) override { m_page.OnCommand(Window(), id, notification); }
+    std::optional<LRESULT> OnMessage(UINT message, WPARAM wParam, LPARAM) override {
+        if (message != WM_ERASEBKGND) return std::nullopt;
+        m_page.PaintGround(reinterpret_cast<HDC>(wParam), ClientRect(), m_look);
+        return TRUE;
+    }
+
+    const Look& m_look;
+    GalleryPage& m_page;
+};
+
+std::unique_ptr<GalleryPage> MakePage() {
+    const PageEntry* chosen = &kPages[0];
+    for (int i = 1; i + 1 < __argc; ++i) {
+        if (std::strcmp(__argv[i], "--page") != 0) continue;
+        for (const PageEntry& page : kPages) {
+            if (std::strcmp(__argv[i + 1], page.name) == 0) chosen = &page;
+        }
+    }
+    return chosen->make();
+}
+
+void Run() {
+    const CFonts fonts;
+    const Look look(fonts);
+    const std::unique_ptr<GalleryPage> page = MakePage();
+    GalleryWindow window(look, *page);
+    WindowSetup setup;
+    setup.text = "Gallery";
+    setup.style = WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN;
+    setup.extendedStyle = WS_EX_CONTROLPARENT;
+    const SIZE size = page->Size();
+    setup.place = {0, 0, size.cx, size.cy};
+    ::AdjustWindowRectEx(&setup.place, setup.style, FALSE, setup.extendedStyle);
+    ::OffsetRect(&setup.place, -setup.place.left, -setup.place.top);
+    setup.className = "BrennvarGallery";
+    if (!window.Create(setup)) return;
+    ::ShowWindow(window.Window(), SW_SHOW);
+    page->OnShown(window.Window(), look);
+    MSG message;
+    while (::GetMessageA(&message, nullptr, 0, 0) > 0) {
+        if (::IsDialogMessageA(window.Window(), &message)) continue;
+        ::TranslateMessage(&message);
+        ::DispatchMessageA(&message);
+    }
+}
+
+}  // namespace
+}  // namespace brennvar::gallery
+
+int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int) {
+    brennvar::gallery::Run();
+    return 0;
+}
