@@ -31,7 +31,7 @@ RECT Take(RECT& rest, int width, int gap) {
     return place;
 }
 
-// An equal-sided triangle in steps of whole pixels, which stays sharp. sideways: points right, else down or up.
+// A triangle in steps of whole pixels, which stays sharp: points right, down, or, reversed, up.
 void DrawTriangle(HDC dc, const RECT& place, int half, bool isSideways, bool isReversed, COLORREF colour) {
     const RECT box = Centred(place, isSideways ? SIZE{half, 2 * half - 1} : SIZE{2 * half - 1, half});
     for (int line = 0; line < half; ++line) {
@@ -165,7 +165,7 @@ void TreePainter::PaintHeaderCell(HDC dc, const RECT& place, const TreeColumn& c
     if (sort != Sort::None && WidthOf(inner) > 3 * Scale(kMargin)) {
         RECT arrow = inner;
         arrow.left = inner.right = inner.right - Scale(kMargin) - Scale(4);
-        DrawTriangle(dc, arrow, Scale(4), false, sort == Sort::Down, m_colours.quietText);
+        DrawTriangle(dc, arrow, Scale(4), false, sort == Sort::Up, m_colours.quietText);
         inner.right -= Scale(4);
     }
     ::SetTextColor(dc, m_colours.quietText);

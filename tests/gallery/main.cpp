@@ -16,6 +16,7 @@ struct PageEntry {
 
 constexpr PageEntry kPages[] = {
     {"controls", &MakeControlsGallery},
+    {"tree", &MakeTreeGallery},
 };
 
 class GalleryWindow final : public CWindow {
