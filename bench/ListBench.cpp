@@ -67,6 +67,7 @@ class Subject {
 public:
     virtual ~Subject() = default;
     virtual void Fill() = 0;
+    [[nodiscard]] virtual int FirstVisibleRow() const = 0;
     [[nodiscard]] virtual HWND Window() const = 0;
 };
 
@@ -84,6 +85,7 @@ public:
         m_rows.count = kRowCount;
         m_tree.Refresh();
     }
+    [[nodiscard]] int FirstVisibleRow() const override { return m_tree.FirstVisibleRow(); }
     [[nodiscard]] HWND Window() const override { return m_tree.Window(); }
 
 private:
@@ -116,6 +118,7 @@ public:
     }
     ~NativeSubject() override { ::DestroyWindow(m_list); }
     void Fill() override { ListView_SetItemCountEx(m_list, kRowCount, 0); }
+    [[nodiscard]] int FirstVisibleRow() const override { return ListView_GetTopIndex(m_list); }
     [[nodiscard]] HWND Window() const override { return m_list; }
 
 private:
@@ -180,6 +183,7 @@ Times Measure(Subject& subject) {
     times[0] = MillisecondsOf([&] { subject.Fill(); });
     times[1] = MillisecondsOf(paint);
     times[2] = MillisecondsOf([&] { scroll(kLineSteps, SB_LINEDOWN); });
+    if (subject.FirstVisibleRow() != kLineSteps) std::exit(2);  // it has not done what was measured
     times[3] = MillisecondsOf([&] { scroll(kPageSteps, SB_PAGEDOWN); });
     return times;
 }
