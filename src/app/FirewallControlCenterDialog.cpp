@@ -8,6 +8,7 @@
 #include "base/Processes_win.h"
 #include "config/Folders.h"
 #include "config/Folders_win.h"
+#include "config/ResourceFolders_win.h"
 #include "config/Resources_win.h"
 #include "ipc/DriverTables.h"
 #include "prompts/ConfirmationDialog_win.h"
@@ -17,9 +18,12 @@
 #include "ui/ResourceIds.h"
 #include "views/ApplicationsPage_win.h"
 #include "views/ConnectionsPage_win.h"
+#include "views/OptionsPage_win.h"
 
 namespace brennvar {
 namespace {
+
+using namespace std::chrono_literals;
 
 // Private messages of the window.
 constexpr UINT kMessageLinkCompletions = WM_APP + 1;
@@ -51,6 +55,12 @@ constexpr std::chrono::seconds kWelcomeDuration{20};
 
 // How long the last commands may take; a service that is gone must not hold the program up.
 constexpr std::chrono::milliseconds kExitPatience{3000};
+// How long the service may take to write down a choice that it has received.
+constexpr std::chrono::milliseconds kSettingsPatience{1000};
+constexpr std::chrono::milliseconds kSettingsPause{20};
+
+constexpr INT_PTR kResultExit = 0;
+constexpr INT_PTR kResultRestart = 1;
 
 UniqueIcon LoadProgramIcon(int widthMetric, int heightMetric) {
     return UniqueIcon(static_cast<HICON>(::LoadImageA(::GetModuleHandleA(nullptr), MAKEINTRESOURCEA(IDI_PROGRAM),
@@ -88,8 +98,8 @@ FirewallControlCenterDialog::FirewallControlCenterDialog()
     m_userValues.WriteUserValue(kUserValueGuiPid, FindProcessId("brennvargui.exe"));
 }
 
-void FirewallControlCenterDialog::Run() {
-    DoModal(nullptr, IDD_CONTROL_CENTER);
+FirewallControlCenterDialog::Outcome FirewallControlCenterDialog::Run() {
+    return DoModal(nullptr, IDD_CONTROL_CENTER) == kResultRestart ? Outcome::Restart : Outcome::Exit;
 }
 
 std::function<void()> FirewallControlCenterDialog::PostWhenFinished(UINT message) {
@@ -157,6 +167,15 @@ std::unique_ptr<CPage> FirewallControlCenterDialog::MakePage(const PageInfo& inf
                             done(std::move(rows).value_or(std::vector<ApplicationRow>()));
                         });
                 });
+        case IDM_OPTIONS:
+            return std::make_unique<OptionsPage>(
+                m_fonts, m_language, std::move(texts),
+                OptionsPage::Resources{
+                    .skins = [] { return ListResourceFolders(SkinsFolderPath(GetInstallationFolder())); },
+                    .languages = [] { return ListResourceFolders(LanguagesFolderPath(GetInstallationFolder())); },
+                    .current = CurrentResourceChoice,
+                    .apply = [this](const ResourceChoice& current,
+                                    const ResourceChoice& chosen) { return ApplyResources(current, chosen); }});
         default:
             texts.empty = m_language.GetText(1044, "This page has nothing to show yet.");
             return std::make_unique<CPage>(m_fonts, std::move(texts));
@@ -272,6 +291,7 @@ PromptAnswer FirewallControlCenterDialog::AskUser(const PromptQuestion& question
 }
 
 void FirewallControlCenterDialog::OnTrayText(const std::string& text) {
+    m_isHandlingTrayText = true;
     const TrayNotice notice = ParseTrayNotice(text);
     switch (notice.kind) {
         case TrayNotice::Kind::Refresh: Pages().OnRulesChanged(); break;
@@ -280,6 +300,7 @@ void FirewallControlCenterDialog::OnTrayText(const std::string& text) {
             m_tray.ShowTrayBalloon(notice.text, m_language.GetText(41, "Brennvar Personal Firewall"));
             break;
     }
+    m_isHandlingTrayText = false;
 }
 
 void FirewallControlCenterDialog::OnCommand(int id, int notification) {
@@ -342,31 +363,85 @@ bool FirewallControlCenterDialog::AnyWorkerRunning() const {
     return false;
 }
 
-void FirewallControlCenterDialog::ExitControlCenter() {
-    // The driver waits for the answer to an open question; it comes first.
-    if (m_isExiting || m_prompts.IsBusy()) return;
-    m_isExiting = true;
-    const std::string question = m_language.GetText(
-        505,
-        "Do you really want to exit Brennvar Personal Firewall? Warning: After this action, your system will be "
-        "not "
-        "protected against internet threats and your active connections could be lost. Continue anyway?");
+bool FirewallControlCenterDialog::IsBusy() const {
+    // A modal dialog over this window keeps it disabled.
+    return m_prompts.IsBusy() || m_isHandlingTrayText || AnyWorkerRunning() || !::IsWindowEnabled(Window());
+}
+
+bool FirewallControlCenterDialog::Confirm(std::string message) {
     MessageDialog dialog(m_fonts, {.caption = m_language.GetText(41, "Brennvar Personal Firewall"),
-                                   .message = question,
+                                   .message = std::move(message),
                                    .ok = m_language.GetText(125, "OK"),
                                    .cancel = m_language.GetText(1001, "Cancel")});
-    if (!dialog.Ask(Window()) || AnyWorkerRunning()) {
-        m_isExiting = false;
-        return;
-    }
-    // What follows can take kExitPatience; the user is done with the window now.
+    return dialog.Ask(Window());
+}
+
+void FirewallControlCenterDialog::LeaveScreen() {
     ::ShowWindow(Window(), SW_HIDE);
     m_tray.RemoveIcon();
-    m_link.Send([](CommandPipe& pipe) { pipe.CMD_SHUTDOWN_FIRST(); });
-    m_link.Send([](CommandPipe& pipe) { pipe.CMD_SHUTDOWN_SECOND(); });
+}
+
+void FirewallControlCenterDialog::StopLinks() {
     m_link.Stop(kExitPatience);
     m_reads.Stop(std::chrono::milliseconds(0));
-    End(0);
+}
+
+void FirewallControlCenterDialog::ExitControlCenter() {
+    // The driver waits for the answer to an open question; it comes first.
+    if (m_isLeaving || m_prompts.IsBusy()) return;
+    m_isLeaving = true;
+    const bool confirmed =
+        Confirm(m_language.GetText(505,
+                                   "Do you really want to exit Brennvar Personal Firewall? Warning: After this "
+                                   "action, your system will be not protected against internet threats and your "
+                                   "active connections could be lost. Continue anyway?"));
+    if (!confirmed || AnyWorkerRunning()) {
+        m_isLeaving = false;
+        return;
+    }
+    LeaveScreen();
+    m_link.Send([](CommandPipe& pipe) { pipe.CMD_SHUTDOWN_FIRST(); });
+    m_link.Send([](CommandPipe& pipe) { pipe.CMD_SHUTDOWN_SECOND(); });
+    StopLinks();
+    End(kResultExit);
+}
+
+bool FirewallControlCenterDialog::ApplyResources(const ResourceChoice& current, const ResourceChoice& chosen) {
+    if (m_isLeaving) return false;
+    m_isLeaving = true;
+    const bool restarts = ApplyResourceChoice(
+        current, chosen,
+        {.askForRestart =
+             [this] {
+                 return Confirm(m_language.GetText(58,
+                                                   "Your skin and language setting has been changed. Changes will "
+                                                   "not be fully visible until program restart. Restart now?"));
+             },
+         .send =
+             [this](const ResourceChoice& choice) {
+                 m_link.Send([skin = choice.skin](CommandPipe& pipe) { pipe.CMD_SET_SKIN(skin); });
+                 m_link.Send([language = choice.language](CommandPipe& pipe) { pipe.CMD_SET_LANGUAGE(language); });
+             },
+         .isBusy = [this] { return IsBusy(); }});
+    if (restarts) {
+        RestartControlCenter(chosen);
+    } else {
+        m_isLeaving = false;
+    }
+    return true;
+}
+
+void FirewallControlCenterDialog::RestartControlCenter(const ResourceChoice& chosen) {
+    LeaveScreen();
+    // The service is not told that the interface ends, as on exit: protection goes on without a gap.
+    StopLinks();
+    // A command has no answer. The new process reads the names at once, so they must have been written by now; a
+    // service that does not write them is not waited for any longer.
+    for (auto waited = 0ms; CurrentResourceChoice() != chosen && waited < kSettingsPatience;
+         waited += kSettingsPause) {
+        m_clock.Sleep(kSettingsPause);
+    }
+    End(kResultRestart);
 }
 
 }  // namespace brennvar

@@ -18,6 +18,7 @@
 #include "base/SystemClock.h"
 #include "config/Charset.h"
 #include "config/Language.h"
+#include "config/ResourceChoice.h"
 #include "config/Resources_win.h"
 #include "config/UserValues_win.h"
 #include "ipc/Device_win.h"
@@ -41,8 +42,9 @@ public:
     // Broadcast by a second start of the program: the first one comes to the front.
     [[nodiscard]] static UINT OpenWindowMessage();
 
-    // Shows the window and returns when the user has left the program.
-    void Run();
+    enum class Outcome { Exit, Restart };
+    // Shows the window and returns when the user has left the program, or wants it started anew.
+    [[nodiscard]] Outcome Run();
 
 private:
     static constexpr std::size_t kWorkerCount = 4;
@@ -80,6 +82,16 @@ private:
     void OpenPage(int command);
     void OpenWebPage(const char* address);
     void ExitControlCenter();
+    // The user's choice of skin and language. False: not while the user is asked about leaving.
+    bool ApplyResources(const ResourceChoice& current, const ResourceChoice& chosen);
+    void RestartControlCenter(const ResourceChoice& chosen);
+    [[nodiscard]] bool IsBusy() const;
+    // Takes the program away from the screen: what follows can take a while, and the user is done with it.
+    void LeaveScreen();
+    // Lets the last commands arrive.
+    void StopLinks();
+    // OK or Cancel.
+    [[nodiscard]] bool Confirm(std::string message);
 
     [[nodiscard]] std::function<void()> PostWhenFinished(UINT message);
 
@@ -116,7 +128,8 @@ private:
     std::uint32_t m_attackCount = 0;
     bool m_isCheckingClock = false;
     bool m_isFetchingTrayText = false;
-    bool m_isExiting = false;
+    bool m_isHandlingTrayText = false;
+    bool m_isLeaving = false;  // or asking whether to
 };
 
 }  // namespace brennvar

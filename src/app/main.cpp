@@ -1,9 +1,13 @@
 // Entry of BrennvarGUI.exe.
 #include "app/FirewallControlCenterDialog.h"
 #include "base/Handles_win.h"
+#include "config/Folders_win.h"
 // windows.h must stand before these.
 #include <commctrl.h>
 #include <objbase.h>
+#include <shellapi.h>
+
+#include <string>
 
 namespace {
 
@@ -21,6 +25,14 @@ namespace {
     return ::GetVersionExA(&version) && version.dwPlatformId == VER_PLATFORM_WIN32_NT;
 }
 
+// With the skin and the language that the service has written down meanwhile.
+void StartAgain() {
+    const std::string folder = brennvar::GetInstallationFolder();
+    ::SetCurrentDirectoryA(folder.c_str());
+    ::ShellExecuteA(nullptr, "open", (folder + "\\BrennvarGUI.exe").c_str(), nullptr, folder.c_str(),
+                    SW_SHOWNORMAL);
+}
+
 }  // namespace
 
 int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int) {
@@ -32,7 +44,7 @@ int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int) {
         return 0;
     }
     // One interface for each user's session: two would take questions and notices from each other.
-    const brennvar::UniqueMutex running(::CreateMutexA(nullptr, FALSE, "Local\\BrennvarGUI"));
+    brennvar::UniqueMutex running(::CreateMutexA(nullptr, FALSE, "Local\\BrennvarGUI"));
     if (::GetLastError() == ERROR_ALREADY_EXISTS) {
         ::AllowSetForegroundWindow(ASFW_ANY);
         ::PostMessageA(HWND_BROADCAST, brennvar::FirewallControlCenterDialog::OpenWindowMessage(), 0, 0);
@@ -40,9 +52,11 @@ int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int) {
     }
     // The shell's icons need COM.
     const bool hasCom = SUCCEEDED(::CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED | COINIT_DISABLE_OLE1DDE));
-    {
-        brennvar::FirewallControlCenterDialog controlCenter;
-        controlCenter.Run();
+    using ControlCenter = brennvar::FirewallControlCenterDialog;
+    if (ControlCenter().Run() == ControlCenter::Outcome::Restart) {
+        // The new one must not take this one for the one that is running already.
+        running.Reset();
+        StartAgain();
     }
     if (hasCom) ::CoUninitialize();
     return 0;

@@ -14,6 +14,11 @@ std::string CurrentLanguageName() {
     return ReadLanguageName(CIni(SettingsFilePath(GetDataFolder())));
 }
 
+ResourceChoice CurrentResourceChoice() {
+    const CIni settings(SettingsFilePath(GetDataFolder()));
+    return {.skin = ReadSkinName(settings), .language = ReadLanguageName(settings)};
+}
+
 Language OpenLanguage() {
     return Language(
         std::make_unique<CIniSnapshot>(LanguageFilePath(GetInstallationFolder(), CurrentLanguageName())));

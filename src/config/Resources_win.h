@@ -4,11 +4,13 @@
 #include <string>
 
 #include "config/Language.h"
+#include "config/ResourceChoice.h"
 #include "config/Skin.h"
 
 namespace brennvar {
 
 [[nodiscard]] std::string CurrentLanguageName();
+[[nodiscard]] ResourceChoice CurrentResourceChoice();
 [[nodiscard]] Language OpenLanguage();
 [[nodiscard]] Skin OpenSkin();
 

@@ -6,13 +6,10 @@
 #include <fstream>
 #include <optional>
 #include <random>
-#include <stdexcept>
 
 #include "Desktop.h"
 #include "StandInProcess.h"
 #include "ui/TreeMessages.h"
-// Needs windows.h, which Desktop.h brings.
-#include <shlobj.h>
 
 namespace brennvar::test {
 namespace {
@@ -36,18 +33,6 @@ constexpr int kServiceStatus = 920;
 // A program that is asked about, and its path in hexadecimal.
 constexpr char kAurora[] = R"(C:\Program Files\Aurora\aurora.exe)";
 constexpr char kAuroraHex[] = "433A5C50726F6772616D2046696C65735C4175726F72615C6175726F72612E657865";
-
-// The data folder that the interface looks into, emptied.
-std::string EmptyDataFolder() {
-    char common[MAX_PATH] = {};
-    if (!::SHGetSpecialFolderPathA(nullptr, common, CSIDL_COMMON_APPDATA, TRUE)) {
-        throw std::runtime_error("no folder for common application data");
-    }
-    std::string folder = std::string(common) + R"(\Quorlan\Brennvar Firewall)";
-    std::filesystem::remove_all(folder);
-    std::filesystem::create_directories(folder);
-    return folder;
-}
 
 void WriteWholeFile(const std::string& path, const std::string& content) {
     std::filesystem::create_directories(std::filesystem::path(path).parent_path());

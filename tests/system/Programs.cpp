@@ -1,5 +1,10 @@
 #include "Programs.h"
 
+// Needs windows.h, which Programs.h brings.
+#include <shlobj.h>
+
+#include <filesystem>
+#include <stdexcept>
 #include <thread>
 
 namespace brennvar::test {
@@ -17,6 +22,17 @@ std::string BuiltProgram(const std::string& relativePath) {
     std::string path(MAX_PATH, '\0');
     path.resize(::GetModuleFileNameA(nullptr, path.data(), MAX_PATH));
     return path.substr(0, path.rfind('\\')) + "\\" BRENNVAR_BUILD_FOLDER "\\" + relativePath;
+}
+
+std::string EmptyDataFolder() {
+    char common[MAX_PATH] = {};
+    if (!::SHGetSpecialFolderPathA(nullptr, common, CSIDL_COMMON_APPDATA, TRUE)) {
+        throw std::runtime_error("no folder for common application data");
+    }
+    std::string folder = std::string(common) + R"(\Quorlan\Brennvar Firewall)";
+    std::filesystem::remove_all(folder);
+    std::filesystem::create_directories(folder);
+    return folder;
 }
 
 std::string Quoted(const std::string& path) {

@@ -19,6 +19,9 @@ inline constexpr std::chrono::seconds kPatience{30};
 // The path of a built program, given relative to the build folder ("standin\\brennvar.exe").
 [[nodiscard]] std::string BuiltProgram(const std::string& relativePath);
 
+// The data folder that the interface looks into, emptied.
+[[nodiscard]] std::string EmptyDataFolder();
+
 // A path as one word of a command line.
 [[nodiscard]] std::string Quoted(const std::string& path);
 

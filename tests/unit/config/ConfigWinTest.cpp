@@ -1,9 +1,12 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include "base/Windows_win.h"
 #include "config/IniSnapshot_win.h"
 #include "config/Ini_win.h"
 #include "config/RegKey_win.h"
+#include "config/ResourceFolders_win.h"
 #include "config/UserValues_win.h"
 #include "support/TempFolder.h"
 
@@ -35,6 +38,19 @@ TEST(IniWinTest, SnapshotReadsWhatSingleLookUpsRead) {
     EXPECT_EQ(snapshot.Read("other", "plain", ""), "other");
     EXPECT_EQ(snapshot.Read("Absent", "plain", "x"), "x");
     EXPECT_EQ(CIniSnapshot(path + ".absent").Read("Color", "plain", "x"), "x");
+}
+
+TEST(ResourceFoldersWinTest, ListsFoldersWithoutFilesAndHiddenNames) {
+    const test::TempFolder folder;
+    for (const char* name :
+         {"English\\default.ini", "Two words\\default.ini", "a.b\\x", ".git\\x", "..x\\x", "file"}) {
+        folder.Write(name, "");
+    }
+    std::vector<std::string> names = ListResourceFolders(folder.Path());
+    std::sort(names.begin(), names.end());  // the system promises no order
+    EXPECT_EQ(names, (std::vector<std::string>{"English", "Two words", "a.b"}));
+    EXPECT_EQ(ListResourceFolders(folder.File("a.b")), std::vector<std::string>());
+    EXPECT_EQ(ListResourceFolders(folder.File("absent")), std::vector<std::string>());
 }
 
 TEST(UserValuesWinTest, LeavesTheVariableAsItWasUnlessThereIsANumber) {
