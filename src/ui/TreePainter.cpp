@@ -1,6 +1,7 @@
 #include "ui/TreePainter.h"
 
 #include <algorithm>
+#include <limits>
 
 #include "ui/Paint.h"
 
@@ -30,7 +31,7 @@ RECT Take(RECT& rest, int width, int gap) {
     return place;
 }
 
-// An equal-sided triangle in steps of whole pixels, which stays sharp. sideways: points right, else down or up.
+// A triangle in steps of whole pixels, which stays sharp: points right, down, or, reversed, up.
 void DrawTriangle(HDC dc, const RECT& place, int half, bool isSideways, bool isReversed, COLORREF colour) {
     const RECT box = Centred(place, isSideways ? SIZE{half, 2 * half - 1} : SIZE{2 * half - 1, half});
     for (int line = 0; line < half; ++line) {
@@ -90,12 +91,12 @@ bool TreePainter::IsCut(HDC dc, const TreeCell& cell, const CellPlaces& places) 
 }
 
 int TreePainter::NeededWidth(HDC dc, const TreeCell& cell, const CellPlaces& places) const {
-    constexpr int kWidest = 2000;
-    return m_text.Width(dc, cell.text, kWidest) + Scale(kMargin) + static_cast<int>(places.text.left);
+    return m_text.Width(dc, cell.text, std::numeric_limits<int>::max()) + Scale(kMargin) +
+           static_cast<int>(places.text.left);
 }
 
-COLORREF TreePainter::RowGround(int row, bool isSelected, bool hasFocus) const {
-    const COLORREF rest = row % 2 == 0 ? m_colours.list : m_colours.listAlternate;
+COLORREF TreePainter::RowGround(bool isAlternate, bool isSelected, bool hasFocus) const {
+    const COLORREF rest = isAlternate ? m_colours.listAlternate : m_colours.list;
     if (!isSelected) return rest;
     return hasFocus ? m_colours.selection : MixColours(m_colours.selection, rest, kUnfocusedShare);
 }
@@ -164,7 +165,7 @@ void TreePainter::PaintHeaderCell(HDC dc, const RECT& place, const TreeColumn& c
     if (sort != Sort::None && WidthOf(inner) > 3 * Scale(kMargin)) {
         RECT arrow = inner;
         arrow.left = inner.right = inner.right - Scale(kMargin) - Scale(4);
-        DrawTriangle(dc, arrow, Scale(4), false, sort == Sort::Down, m_colours.quietText);
+        DrawTriangle(dc, arrow, Scale(4), false, sort == Sort::Up, m_colours.quietText);
         inner.right -= Scale(4);
     }
     ::SetTextColor(dc, m_colours.quietText);

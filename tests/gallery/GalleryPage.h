@@ -38,5 +38,6 @@ public:
 [[nodiscard]] std::unique_ptr<GalleryPage> MakeAboutGallery();
 [[nodiscard]] std::unique_ptr<GalleryPage> MakeMenuGallery();
 [[nodiscard]] std::unique_ptr<GalleryPage> MakeBalloonGallery();
+[[nodiscard]] std::unique_ptr<GalleryPage> MakeTreeGallery();
 
 }  // namespace brennvar::gallery

@@ -26,6 +26,7 @@ constexpr PageEntry kPages[] = {
     {"about", &MakeAboutGallery},
     {"menu", &MakeMenuGallery},
     {"balloon", &MakeBalloonGallery},
+    {"tree", &MakeTreeGallery},
 };
 
 class GalleryWindow final : public CWindow {
