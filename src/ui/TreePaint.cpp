@@ -92,7 +92,9 @@ void CTree::PaintRows(HDC dc, const RECT& invalid) {
     if (m_rowCount > endRow || ::IsRectEmpty(&rest)) return;
     const CBufferedDc buffer(dc, rest);
     FillSolid(buffer.Dc(), rest, m_painter->Colours().list);
-    if (m_rowCount > 0 || m_setup.emptyText.empty()) return;
+    if (m_rowCount > 0) return;
+    if (m_showsFocus && ::GetFocus() == Window()) m_painter->PaintFocus(buffer.Dc(), m_rows);
+    if (m_setup.emptyText.empty()) return;
     const CSelect font(buffer.Dc(), m_painter->Font());
     ::SetBkMode(buffer.Dc(), TRANSPARENT);
     m_painter->PaintEmptyText(buffer.Dc(), m_rows, m_setup.emptyText);

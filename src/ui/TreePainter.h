@@ -52,6 +52,7 @@ public:
 
 private:
     void PaintCheck(HDC dc, const RECT& place, bool isChecked, Touch touch) const;
+    [[nodiscard]] COLORREF Readable(COLORREF colour);
     void PaintPill(HDC dc, const RECT& place, int textWidth) const;
     [[nodiscard]] bool IsDark() const { return m_isDark; }
 
@@ -60,6 +61,8 @@ private:
     COLORREF m_lineRight;
     COLORREF m_header;
     bool m_isDark;
+    COLORREF m_wanted = CLR_INVALID;  // the last colour that was made readable, and what became of it
+    COLORREF m_readable = CLR_INVALID;
     CellText m_text;
     CSkinImage m_check;
 };
