@@ -48,7 +48,16 @@ bool CPage::OnEraseBackground(HDC dc) {
     RECT client{};
     ::GetClientRect(Window(), &client);
     FillSolid(dc, client, m_look->colours.page);
+    for (const RECT& card : m_cards) {
+        FillSolid(dc, card, m_look->colours.list);
+        DrawFrame(dc, card, m_look->colours.frame2);
+    }
     return true;
+}
+
+void CPage::SetCards(std::vector<RECT> cards) {
+    m_cards = std::move(cards);
+    ::InvalidateRect(Window(), nullptr, TRUE);
 }
 
 void CPage::Place(const RECT& place) {

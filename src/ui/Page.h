@@ -4,6 +4,7 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "ui/Dialog.h"
 #include "ui/Fonts.h"
@@ -43,6 +44,9 @@ protected:
     virtual void OnShow() {}
     virtual void OnHide() {}
 
+    // Grounds for groups of controls, in client coordinates; for OnPlaceContent.
+    void SetCards(std::vector<RECT> cards);
+
     // From OnCreateContent on.
     [[nodiscard]] const Look& GetLook() const { return *m_look; }
 
@@ -58,6 +62,7 @@ private:
     CLabel m_title;
     CLabel m_line;
     CLabel m_empty;
+    std::vector<RECT> m_cards;
     bool m_shown = false;
 };
 

@@ -1,9 +1,12 @@
-// gallery.exe --page NAME: shows a page of controls until it is closed. The skin is the one of settings.ini.
+// gallery.exe --page NAME: shows a page of controls until it is closed. Skin and language are those of
+// settings.ini.
 #include <cstring>
 #include <memory>
 #include <string>
 
 #include "GalleryPage.h"
+#include "config/Charset.h"
+#include "config/Resources_win.h"
 #include "ui/Window.h"
 
 namespace brennvar::gallery {
@@ -16,6 +19,13 @@ struct PageEntry {
 
 constexpr PageEntry kPages[] = {
     {"controls", &MakeControlsGallery},
+    {"message", &MakeMessageGallery},
+    {"question", &MakeQuestionGallery},
+    {"confirmation", &MakeConfirmationGallery},
+    {"confirmation-deny", &MakeConfirmationDenyGallery},
+    {"about", &MakeAboutGallery},
+    {"menu", &MakeMenuGallery},
+    {"balloon", &MakeBalloonGallery},
     {"tree", &MakeTreeGallery},
 };
 
@@ -53,7 +63,7 @@ std::unique_ptr<GalleryPage> MakePage() {
 }
 
 void Run() {
-    const CFonts fonts;
+    const CFonts fonts(GetFontCharset(CurrentLanguageName()));
     const Look look(fonts);
     const std::unique_ptr<GalleryPage> page = MakePage();
     GalleryWindow window(look, *page);
