@@ -70,7 +70,8 @@ void CTree::PaintHeader(HDC dc, const RECT& invalid) {
         if (m_grip == Grip::Header && m_gripColumn == column) touch = Touch::Pressed;
         auto sort = TreePainter::Sort::None;
         if (m_sortColumn == column) sort = m_isAscending ? TreePainter::Sort::Up : TreePainter::Sort::Down;
-        m_painter->PaintHeaderCell(buffer, cell, m_columns[static_cast<std::size_t>(column)], sort, touch);
+        m_painter->PaintHeaderCell(buffer, cell, cell.right < header.right,
+                                   m_columns[static_cast<std::size_t>(column)], sort, touch);
     }
     ::BitBlt(dc, m_header.left, m_header.top, header.right, header.bottom, buffer, 0, 0, SRCCOPY);
 }

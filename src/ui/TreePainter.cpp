@@ -180,14 +180,16 @@ void TreePainter::PaintHeaderGround(HDC dc, const RECT& header) const {
     FillGradient(dc, {header.left, line, header.right, header.bottom}, m_lineLeft, m_lineRight, false);
 }
 
-void TreePainter::PaintHeaderCell(HDC dc, const RECT& place, const TreeColumn& column, Sort sort, Touch touch) {
+void TreePainter::PaintHeaderCell(HDC dc, const RECT& place, bool hasDivider, const TreeColumn& column, Sort sort,
+                                  Touch touch) {
     RECT inner = place;
     inner.bottom -= Scale(kHeaderLine);
     if (touch != Touch::Rest) {
         const int share = touch == Touch::Hot ? 110 : 200;
         FillSolid(dc, inner, MixColours(m_header, m_colours.frame2, share));
     }
-    FillSolid(dc, {inner.right - 1, inner.top + Scale(5), inner.right, inner.bottom - Scale(5)}, m_colours.frame2);
+    const RECT divider{inner.right - 1, inner.top + Scale(5), inner.right, inner.bottom - Scale(5)};
+    if (hasDivider) FillSolid(dc, divider, m_colours.frame2);
     ::InflateRect(&inner, -Scale(kMargin), 0);
     if (sort != Sort::None && WidthOf(inner) > 3 * Scale(kMargin)) {
         RECT arrow = inner;

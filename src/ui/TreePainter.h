@@ -47,7 +47,9 @@ public:
 
     enum class Sort { None, Up, Down };
     void PaintHeaderGround(HDC dc, const RECT& header) const;
-    void PaintHeaderCell(HDC dc, const RECT& place, const TreeColumn& column, Sort sort, Touch touch);
+    // The last column at the list's edge has no divider.
+    void PaintHeaderCell(HDC dc, const RECT& place, bool hasDivider, const TreeColumn& column, Sort sort,
+                         Touch touch);
     void PaintEmptyText(HDC dc, const RECT& rows, const std::string& text) const;
 
 private:

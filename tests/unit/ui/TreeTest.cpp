@@ -184,6 +184,20 @@ TEST_F(CTreeTest, KeysMoveSelectAndExtend) {
     EXPECT_EQ(passedOn, "enter0 F5 find");
 }
 
+TEST_F(CTreeTest, TypingGoesToTheRowThatBeginsSo) {
+    Make();
+    SetCount(30);
+    const auto type = [&](const char* text) {
+        for (; *text; ++text) ::SendMessageA(tree.Window(), WM_CHAR, static_cast<WPARAM>(*text), 0);
+        return tree.SelectedRow();
+    };
+    EXPECT_EQ(type("R2"), 2);
+    EXPECT_EQ(type("5"), 25);
+    EXPECT_EQ(type("x"), 25);  // no such row
+    SetCount(20'000);
+    EXPECT_EQ(type("r1"), 25);  // too many to look through
+}
+
 TEST_F(CTreeTest, CopiesSelectedRowsAsLinesOfCells) {
     Make();
     SetCount(1'000'000);
