@@ -15,6 +15,7 @@
 #include "prompts/ConfirmationDialog_win.h"
 #include "rules/ApplicationRules.h"
 #include "tray/TrayNotice.h"
+#include "ui/ProgramIcon.h"
 #include "ui/ResourceIds.h"
 #include "views/ApplicationsPage_win.h"
 #include "views/ConnectionsPage_win.h"
@@ -53,12 +54,6 @@ constexpr std::chrono::seconds kWelcomeDuration{20};
 
 constexpr INT_PTR kResultExit = 0;
 constexpr INT_PTR kResultRestart = 1;
-
-UniqueIcon LoadProgramIcon(int widthMetric, int heightMetric) {
-    return UniqueIcon(static_cast<HICON>(::LoadImageA(::GetModuleHandleA(nullptr), MAKEINTRESOURCEA(IDI_PROGRAM),
-                                                      IMAGE_ICON, ::GetSystemMetrics(widthMetric),
-                                                      ::GetSystemMetrics(heightMetric), LR_DEFAULTCOLOR)));
-}
 
 }  // namespace
 
@@ -102,8 +97,8 @@ std::function<void()> FirewallControlCenterDialog::PostWhenFinished(UINT message
 
 void FirewallControlCenterDialog::OnInitDialog() {
     m_postTarget = Window();
-    m_bigIcon = LoadProgramIcon(SM_CXICON, SM_CYICON);
-    m_smallIcon = LoadProgramIcon(SM_CXSMICON, SM_CYSMICON);
+    m_bigIcon = LoadShield(IconSize::Large);
+    m_smallIcon = LoadShield(IconSize::Small);
     ::SendMessageA(Window(), WM_SETICON, ICON_BIG, reinterpret_cast<LPARAM>(m_bigIcon.Get()));
     ::SendMessageA(Window(), WM_SETICON, ICON_SMALL, reinterpret_cast<LPARAM>(m_smallIcon.Get()));
 
