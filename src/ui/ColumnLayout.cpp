@@ -45,6 +45,11 @@ void ColumnLayout::Drag(int column, int width) {
     Fit(m_room);
 }
 
+void ColumnLayout::Widen(int column, int minimalWidth) {
+    At(column).minimalWidth = std::max(At(column).minimalWidth, minimalWidth);
+    At(column).width = std::max(At(column).width, minimalWidth);
+}
+
 void ColumnLayout::Restore(std::span<const int> widths) {
     for (std::size_t i = 0; i < std::min(widths.size(), m_columns.size()); ++i) {
         m_columns[i].width = std::max(m_columns[i].minimalWidth, widths[i]);

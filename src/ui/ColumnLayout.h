@@ -21,6 +21,8 @@ public:
     // The user drags the divider at the right of a column until the column would have this width. Behind a column
     // that takes room the next one gives way instead, so that they fill the width as before.
     void Drag(int column, int width);
+    // The column must not be narrower from now on; it counts with the next Fit.
+    void Widen(int column, int minimalWidth);
     // Widths remembered from another time; too few leave the rest as it is.
     void Restore(std::span<const int> widths);
 

@@ -5,12 +5,14 @@
 #include <utility>
 
 #include "ui/CellTip.h"
+#include "ui/Paint.h"
 #include "ui/TreeMessages.h"
 
 namespace brennvar {
 namespace {
 
-constexpr int kFrame = 2;  // pixels, one of each frame colour
+constexpr int kFrame = 2;            // pixels, one of each frame colour
+constexpr int kWidestText = 10'000;  // pixels
 
 }  // namespace
 
@@ -64,6 +66,15 @@ void CTree::Refresh() {
     LayOut();
     Repaint();
     if (isOther) ::NotifyWinEvent(EVENT_OBJECT_REORDER, Window(), OBJID_CLIENT, CHILDID_SELF);
+}
+
+void CTree::MoveRowsBehind(int row, int by) {
+    m_selection.MoveRowsBehind(row, by);
+    ScrollRange range = m_vertical.Range();
+    if (range.position <= row) return;
+    // The next Refresh brings it into the range of the rows there are then.
+    range.position = std::max(range.position + by, row < 0 ? 0 : row);
+    m_vertical.SetRange(range);
 }
 
 void CTree::RefreshRow(int row) const {
@@ -236,9 +247,8 @@ void CTree::RepaintSelection(const RowRanges& before, int focusedBefore) const {
     }
 }
 
-void CTree::AnnounceFocus(int focusedBefore) {
+void CTree::AnnounceFocus(int focusedBefore) const {
     if (FocusedRow() == focusedBefore) return;
-    m_query.reset();
     // The window text is that of the focused row.
     ::NotifyWinEvent(EVENT_OBJECT_NAMECHANGE, Window(), OBJID_CLIENT, CHILDID_SELF);
     if (::GetFocus() == Window()) {
@@ -251,9 +261,16 @@ void CTree::SetExpanded(int row, bool isExpanded) {
     if (!state.hasChildren || state.isExpanded == isExpanded) return;
     const int countBefore = m_rowCount;
     m_source.SetExpanded(row, isExpanded);
-    m_selection.MoveRowsBehind(row, m_source.Count() - countBefore);
+    MoveRowsBehind(row, m_source.Count() - countBefore);
     Refresh();
     ::NotifyWinEvent(EVENT_OBJECT_STATECHANGE, Window(), OBJID_CLIENT, row + 1);
+}
+
+void CTree::ExpandByUser(int row, bool isExpanded) {
+    const RowRanges before = SelectedRows();
+    SetExpanded(row, isExpanded);
+    // Only selected rows that have gone are a change; others are the same rows with other numbers.
+    if (before.Count() != SelectedRows().Count() && events.selectionChanged) events.selectionChanged();
 }
 
 void CTree::SetSortMark(int column, bool isAscending) {
@@ -277,6 +294,19 @@ void CTree::SetColumnWidths(std::span<const int> widths) {
     m_layout.Restore(pixels);
     LayOut();
     Repaint();
+}
+
+void CTree::WidenFor(int column, const std::string& text) {
+    const HDC dc = ::GetDC(Window());
+    int width = 0;
+    {
+        const CSelect font(dc, m_painter->Font());
+        TreeCell cell;
+        cell.text = text;
+        width = m_painter->NeededWidth(dc, cell, TreePainter::PlaceParts(cell, {}, {0, 0, kWidestText, 1}, false));
+    }
+    ::ReleaseDC(Window(), dc);
+    m_layout.Widen(column, std::min(width, kWidestText));
 }
 
 }  // namespace brennvar

@@ -27,7 +27,8 @@ struct TreeSetup {
     HWND parent = nullptr;
     int id = 0;
     bool selectsMany = false;
-    bool hasLevels = false;   // rows may have children: the first column has room for their expand marks
+    bool hasLevels = false;  // rows may have children: the first column has room for their expand marks
+    bool isZebra = true;
     std::string emptyText{};  // why there are no rows and what to do about it
 };
 
@@ -61,6 +62,9 @@ public:
     // The rows have changed: all are painted anew, the scroll position and the numbers of the selected rows stay
     // as far as there are so many. Owners who know where rows went select them anew.
     void Refresh();
+    // So many rows have come directly behind this one, or have gone from there (below zero): the selection and what
+    // is in sight go with their rows. Followed by Refresh.
+    void MoveRowsBehind(int row, int by);
     // One row looks different; there are as many as before.
     void RefreshRow(int row) const;
     void SetEmptyText(const std::string& text);
@@ -74,6 +78,7 @@ public:
 
     [[nodiscard]] int FirstVisibleRow() const { return m_vertical.Range().position; }
     void ScrollTo(int firstRow);
+    [[nodiscard]] bool IsAtEnd() const { return FirstVisibleRow() >= m_vertical.Range().LastPosition(); }
     void EnsureVisible(int row);
     void SetExpanded(int row, bool isExpanded);
 
@@ -82,6 +87,8 @@ public:
     // At 96 pixels per inch, for the user's settings. Too few widths leave the rest as it is.
     [[nodiscard]] std::vector<int> ColumnWidths() const;
     void SetColumnWidths(std::span<const int> widths);
+    // The column shall hold this text uncut; shown with the next Refresh. For columns that take room.
+    void WidenFor(int column, const std::string& text);
 
     // The selected rows to the clipboard, one line each, cells separated by tabs; at most kMostCopiedRows.
     void CopySelection() const;
@@ -138,7 +145,8 @@ private:
     void RepaintSelection(const RowRanges& before, int focusedBefore) const;
     // As the user does it: the change tells whether other rows are selected now, and the owner hears of it.
     void ChangeSelection(const std::function<bool(RowSelection&)>& change);
-    void AnnounceFocus(int focusedBefore);
+    void AnnounceFocus(int focusedBefore) const;
+    void ExpandByUser(int row, bool isExpanded);
 
     // Painting (TreePaint.cpp)
     void PaintWindow();

@@ -24,6 +24,7 @@ std::optional<LRESULT> CTree::OnMessage(UINT message, WPARAM wParam, LPARAM lPar
         case WM_GETTEXT: {
             const std::string text = WindowText();
             if (wParam == 0) return 0;
+            m_query.reset();
             const std::size_t size = std::min<std::size_t>(text.size(), wParam - 1);
             auto* buffer = reinterpret_cast<char*>(lParam);
             std::memcpy(buffer, text.data(), size);
@@ -36,6 +37,7 @@ std::optional<LRESULT> CTree::OnMessage(UINT message, WPARAM wParam, LPARAM lPar
 
 std::string CTree::WindowText() const {
     if (m_query) return *m_query;
+    if (m_rowCount == 0) return m_setup.emptyText;
     return m_source.Has(FocusedRow()) ? RowText(FocusedRow()) : std::string();
 }
 
@@ -77,7 +79,7 @@ std::optional<LRESULT> CTree::OnRowMessage(UINT message, int row, LPARAM lParam)
         case kTreeGetExpanded: return state.hasChildren ? static_cast<LRESULT>(state.isExpanded) : -1;
         case kTreeSetExpanded:
             if (!state.hasChildren) return -1;
-            SetExpanded(row, lParam != 0);
+            ExpandByUser(row, lParam != 0);
             return 1;
         case kTreeGetLevel: return state.level;
         default: return OnCellMessage(message, {row, static_cast<int>(lParam)});
@@ -107,8 +109,8 @@ std::optional<LRESULT> CTree::OnCellMessage(UINT message, CellId cell) {
 
 LRESULT CTree::QueryCell(CellId cell) {
     m_query.reset();
-    if (!m_source.Has(cell.row) || cell.column < 0 || cell.column >= m_layout.Count()) return -1;
-    m_query = m_source.Cell(cell.row, cell.column).text;
+    if (!m_source.Has(cell.row) || cell.column < -1 || cell.column >= m_layout.Count()) return -1;
+    m_query = cell.column == -1 ? RowText(cell.row) : m_source.Cell(cell.row, cell.column).text;
     return static_cast<LRESULT>(m_query->size());
 }
 

@@ -71,9 +71,8 @@ bool CTree::OnControlKey(UINT key) {
 
 void CTree::MoveFocusBy(int rows) {
     // The first key press in a list chooses its first row.
-    const int from = FocusedRow() < 0 ? (rows > 0 ? -1 : 0) : FocusedRow();
-    MoveFocusTo(
-        std::clamp(FocusedRow() < 0 ? from + (rows > 0 ? 1 : 0) : from + rows, 0, std::max(0, m_rowCount - 1)));
+    const int row = FocusedRow() < 0 ? 0 : FocusedRow() + rows;
+    MoveFocusTo(std::clamp(row, 0, std::max(0, m_rowCount - 1)));
 }
 
 void CTree::MoveFocusTo(int row) {
@@ -93,7 +92,7 @@ void CTree::GoLeft() {
     }
     const TreeRow state = m_source.Row(row);
     if (state.hasChildren && state.isExpanded) {
-        SetExpanded(row, false);
+        ExpandByUser(row, false);
         return;
     }
     // To the parent: the nearest row above of a lower level.
@@ -113,7 +112,7 @@ void CTree::GoRight() {
     if (state.isExpanded) {
         MoveFocusTo(row + 1);
     } else {
-        SetExpanded(row, true);
+        ExpandByUser(row, true);
     }
 }
 

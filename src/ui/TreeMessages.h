@@ -2,8 +2,8 @@
 // only, so that they can be sent from another process. Rows and columns count from 0; -1 is the answer to a row or
 // column that does not exist.
 //
-// Texts are read with WM_GETTEXTLENGTH and WM_GETTEXT: the cells of the focused row, joined by tabs; or, after
-// kTreeQueryCell, that cell's text as it was then, until the focus moves or the next query.
+// Texts are read with WM_GETTEXT: the cells of the focused row, joined by tabs; of a list without rows, why it is
+// empty. The first WM_GETTEXT after kTreeQueryCell reads that cell's text, as it was when it was asked for.
 #pragma once
 
 #include "base/Windows_win.h"
@@ -36,9 +36,10 @@ enum TreeMessage : UINT {
     kTreeGetExpanded,       // wParam: row. 0 or 1, -1 without children
     kTreeSetExpanded,       // wParam: row, lParam: 0 or 1. 1: done
     kTreeGetLevel,          // wParam: row
-    kTreeQueryCell,         // wParam: row, lParam: column; row -1 ends the query. The length of the text
-    kTreeGetColumnWidth,    // wParam: column; pixels
-    kTreeClickHeader,       // wParam: column; as a click does. 1: done
+    kTreeQueryCell,       // wParam: row, lParam: column, or -1 for all cells joined by tabs; row -1 ends the query.
+                          // The length of the text
+    kTreeGetColumnWidth,  // wParam: column; pixels
+    kTreeClickHeader,     // wParam: column; as a click does. 1: done
     kTreeLastMessage = kTreeClickHeader,
 };
 

@@ -57,7 +57,7 @@ void CTree::PressRow(POINT point, UINT keys, bool isSecond) {
     if (cell) {
         const CellPlaces parts = PartsOf(*cell);
         if (::PtInRect(&parts.expander, point)) {
-            SetExpanded(row, !m_source.Row(row).isExpanded);
+            ExpandByUser(row, !m_source.Row(row).isExpanded);
             return;
         }
         if (::PtInRect(&parts.check, point)) {
@@ -74,7 +74,7 @@ void CTree::PressRow(POINT point, UINT keys, bool isSecond) {
     } else if (events.opened) {
         events.opened(row);
     } else if (m_setup.hasLevels) {
-        SetExpanded(row, !m_source.Row(row).isExpanded);
+        ExpandByUser(row, !m_source.Row(row).isExpanded);
     }
 }
 

@@ -106,7 +106,8 @@ void CTree::PaintRow(HDC dc, int row, const RECT& place, const RECT& invalid) {
     const LONG left = invalid.left - m_rows.left;
     const LONG right = invalid.right - m_rows.left;
     const bool hasFocus = ::GetFocus() == Window();
-    const COLORREF ground = m_painter->RowGround(row, m_selection.IsSelected(row), hasFocus);
+    const bool isAlternate = m_setup.isZebra && row % 2 != 0;
+    const COLORREF ground = m_painter->RowGround(isAlternate, m_selection.IsSelected(row), hasFocus);
     FillSolid(buffer, {left, 0, right, height}, ground);
     const TreeRow state = m_setup.hasLevels ? m_source.Row(row) : TreeRow{};
     LONG cellLeft = -m_horizontal.Range().position;

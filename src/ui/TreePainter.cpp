@@ -1,6 +1,7 @@
 #include "ui/TreePainter.h"
 
 #include <algorithm>
+#include <limits>
 
 #include "ui/Paint.h"
 
@@ -90,12 +91,12 @@ bool TreePainter::IsCut(HDC dc, const TreeCell& cell, const CellPlaces& places) 
 }
 
 int TreePainter::NeededWidth(HDC dc, const TreeCell& cell, const CellPlaces& places) const {
-    constexpr int kWidest = 2000;
-    return m_text.Width(dc, cell.text, kWidest) + Scale(kMargin) + static_cast<int>(places.text.left);
+    return m_text.Width(dc, cell.text, std::numeric_limits<int>::max()) + Scale(kMargin) +
+           static_cast<int>(places.text.left);
 }
 
-COLORREF TreePainter::RowGround(int row, bool isSelected, bool hasFocus) const {
-    const COLORREF rest = row % 2 == 0 ? m_colours.list : m_colours.listAlternate;
+COLORREF TreePainter::RowGround(bool isAlternate, bool isSelected, bool hasFocus) const {
+    const COLORREF rest = isAlternate ? m_colours.listAlternate : m_colours.list;
     if (!isSelected) return rest;
     return hasFocus ? m_colours.selection : MixColours(m_colours.selection, rest, kUnfocusedShare);
 }

@@ -40,7 +40,7 @@ public:
     [[nodiscard]] int NeededWidth(HDC dc, const TreeCell& cell, const CellPlaces& places) const;
 
     // The ground of a row; the font must be selected and the background mode transparent for everything below.
-    [[nodiscard]] COLORREF RowGround(int row, bool isSelected, bool hasFocus) const;
+    [[nodiscard]] COLORREF RowGround(bool isAlternate, bool isSelected, bool hasFocus) const;
     void PaintCell(HDC dc, const TreeCell& cell, const TreeRow& row, const CellPlaces& places, bool isNumber,
                    Touch check);
     void PaintFocus(HDC dc, const RECT& row) const;

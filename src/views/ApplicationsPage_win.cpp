@@ -1,5 +1,6 @@
 #include "views/ApplicationsPage_win.h"
 
+#include <stdexcept>
 #include <utility>
 
 #include "ui/ResourceIds.h"
@@ -10,31 +11,41 @@ ApplicationsPage::ApplicationsPage(const CFonts& fonts, const Language& language
     : CPage(fonts, std::move(texts)), m_language(language), m_read(std::move(read)) {}
 
 void ApplicationsPage::OnCreateContent() {
-    const ListColumn columns[] = {{.title = m_language.GetText(1027, "Name"), .width = 200},
+    const TreeColumn columns[] = {{.title = m_language.GetText(1027, "Name"), .width = 200},
                                   {.title = m_language.GetText(1026, "Path"), .width = 240, .takesRoom = true},
                                   {.title = m_language.GetText(1028, "Action"), .width = 80}};
-    m_list.Create(Window(), IDC_PAGE_LIST, IDC_LIST_EMPTY, GetLook().fonts.Text(), columns, *this);
-    m_list.SetEmptyText(
+    const std::string emptyText =
         m_language.GetText(1019,
                            "There are no application rules yet. A program gets one when your answer to "
-                           "its question is remembered."));
+                           "its question is remembered.");
+    const TreeSetup setup{.parent = Window(), .id = IDC_PAGE_LIST, .emptyText = emptyText};
+    if (!m_list.Create(setup, GetLook(), columns, *this)) throw std::runtime_error("no list");
 }
 
-std::string ApplicationsPage::CellText(int row, int column) const {
+TreeCell ApplicationsPage::Cell(int row, int column) const {
     const ApplicationRow& application = m_rows[static_cast<std::size_t>(row)];
+    TreeCell cell;
     switch (column) {
-        case 0: return application.name;
-        case 1: return application.path;
-        case 2: return ActionText(application.state);
-        default: return {};
+        case 0: cell.text = application.name; break;
+        case 1: cell.text = application.path; break;
+        case 2: return ActionCell(application.state);
+        default: break;
     }
+    return cell;
 }
 
-std::string ApplicationsPage::ActionText(ApplicationState action) const {
+TreeCell ApplicationsPage::ActionCell(ApplicationState action) const {
+    const auto cell = [](std::string text, COLORREF colour) {
+        TreeCell made;
+        made.text = std::move(text);
+        made.textColour = colour;
+        made.onPill = true;
+        return made;
+    };
     switch (action) {
-        case ApplicationState::Deny: return m_language.GetText(1, "Deny");
-        case ApplicationState::Allow: return m_language.GetText(2, "Allow");
-        default: return m_language.GetText(3, "Ask");
+        case ApplicationState::Deny: return cell(m_language.GetText(1, "Deny"), RGB(165, 14, 44));
+        case ApplicationState::Allow: return cell(m_language.GetText(2, "Allow"), RGB(0, 0, 0));
+        default: return cell(m_language.GetText(3, "Ask"), RGB(255, 128, 64));
     }
 }
 

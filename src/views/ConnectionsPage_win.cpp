@@ -1,5 +1,6 @@
 #include "views/ConnectionsPage_win.h"
 
+#include <stdexcept>
 #include <utility>
 
 #include "ui/ResourceIds.h"
@@ -29,30 +30,33 @@ ConnectionsPage::ConnectionsPage(const CFonts& fonts, const Language& language, 
       m_countShown(std::move(countShown)) {}
 
 void ConnectionsPage::OnCreateContent() {
-    const ListColumn columns[] = {{.title = m_language.GetText(1020, "Process"), .width = 128},
+    const TreeColumn columns[] = {{.title = m_language.GetText(1020, "Process"), .width = 128},
                                   {.title = m_language.GetText(1021, "Address"), .width = 240},
                                   {.title = m_language.GetText(1022, "State"), .width = 80},
                                   {.title = m_language.GetText(1023, "PID"), .width = 48, .isNumber = true},
                                   {.title = m_language.GetText(1024, "Bytes in"), .width = 80, .isNumber = true},
                                   {.title = m_language.GetText(1025, "Bytes out"), .width = 80, .isNumber = true},
                                   {.title = m_language.GetText(1026, "Path"), .width = 96, .takesRoom = true}};
-    m_list.Create(Window(), IDC_PAGE_LIST, IDC_LIST_EMPTY, GetLook().fonts.Text(), columns, *this);
-    m_list.SetEmptyText(m_language.GetText(
-        1018, "Reading the connections. This takes longer while the firewall service is not reachable."));
+    const std::string emptyText = m_language.GetText(
+        1018, "Reading the connections. This takes longer while the firewall service is not reachable.");
+    const TreeSetup setup{.parent = Window(), .id = IDC_PAGE_LIST, .emptyText = emptyText};
+    if (!m_list.Create(setup, GetLook(), columns, *this)) throw std::runtime_error("no list");
 }
 
-std::string ConnectionsPage::CellText(int row, int column) const {
+TreeCell ConnectionsPage::Cell(int row, int column) const {
     const ConnectionRow& connection = m_rows[static_cast<std::size_t>(row)];
+    TreeCell cell;
     switch (column) {
-        case 0: return connection.name;
-        case 1: return connection.address;
-        case 2: return std::string(ConnectionStateText(connection.state));
-        case 3: return std::to_string(connection.processId);
-        case 4: return std::to_string(connection.bytesIn);
-        case 5: return std::to_string(connection.bytesOut);
-        case 6: return connection.path;
-        default: return {};
+        case 0: cell.text = connection.name; break;
+        case 1: cell.text = connection.address; break;
+        case 2: cell.text = ConnectionStateText(connection.state); break;
+        case 3: cell.text = std::to_string(connection.processId); break;
+        case 4: cell.text = std::to_string(connection.bytesIn); break;
+        case 5: cell.text = std::to_string(connection.bytesOut); break;
+        case 6: cell.text = connection.path; break;
+        default: break;
     }
+    return cell;
 }
 
 void ConnectionsPage::OnShow() {

@@ -8,14 +8,14 @@
 #include <vector>
 
 #include "config/Language.h"
-#include "ui/ListView.h"
 #include "ui/Page.h"
+#include "ui/Tree.h"
 #include "views/ConnectionRows.h"
 #include "views/ConnectionsReader.h"
 
 namespace brennvar {
 
-class ConnectionsPage final : public CPage, private ListRows {
+class ConnectionsPage final : public CPage, private TreeRows {
 public:
     using Reading = ConnectionsReader::Reading;
     // Reads without keeping the caller waiting; calls done later, on the same thread, or not at all.
@@ -34,18 +34,16 @@ private:
     void OnShow() override;
     void OnHide() override;
     void OnTimer(UINT_PTR id) override;
-    LRESULT OnNotify(NMHDR& header) override { return m_list.OnNotify(header); }
-    HBRUSH OnControlColor(HDC dc, HWND control) override { return m_list.OnControlColor(dc, control); }
 
     [[nodiscard]] int RowCount() const override { return static_cast<int>(m_rows.size()); }
-    [[nodiscard]] std::string CellText(int row, int column) const override;
+    [[nodiscard]] TreeCell Cell(int row, int column) const override;
 
     void OnRead(Reading reading);
 
     const Language& m_language;
     const Reader m_read;
     const CountShown m_countShown;
-    CListView m_list;
+    CTree m_list;
     std::vector<ConnectionRow> m_rows;
 };
 

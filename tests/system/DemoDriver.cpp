@@ -8,8 +8,7 @@
 // Exit code 0 when all steps were done, 1 at the first one that was not.
 #include "Desktop.h"
 #include "Programs.h"
-// Needs windows.h, which Desktop.h brings.
-#include <commctrl.h>
+#include "ui/TreeMessages.h"
 
 #include <cstdio>
 #include <cstdlib>
@@ -29,10 +28,8 @@ bool WaitForWindow(const std::string& caption) {
 }
 
 bool ListHasRows(const std::string& caption, int rows) {
-    const HWND list = FindVisibleChild(VisibleWindow(caption), WC_LISTVIEWA);
-    DWORD_PTR count = 0;
-    return list != nullptr && ::SendMessageTimeoutA(list, LVM_GETITEMCOUNT, 0, 0, SMTO_NORMAL, 5000, &count) &&
-           count >= static_cast<DWORD_PTR>(rows);
+    const HWND list = FindVisibleChild(VisibleWindow(caption), kTreeClass);
+    return list != nullptr && ListRowCount(list) >= rows;
 }
 
 bool DoStep(const std::string& step) {

@@ -1,11 +1,10 @@
 #include "Desktop.h"
 
-#include <commctrl.h>
-
-#include <cstring>
+#include <algorithm>
+#include <sstream>
 
 #include "Programs.h"
-#include "base/Handles_win.h"
+#include "ui/TreeMessages.h"
 
 namespace brennvar::test {
 namespace {
@@ -38,32 +37,12 @@ BOOL CALLBACK MatchVisibleChild(HWND window, LPARAM parameter) {
     return FALSE;
 }
 
-// Memory in another process, for the messages that carry pointers.
-class RemoteMemory {
-public:
-    RemoteMemory(HWND window, std::size_t size) {
-        DWORD processId = 0;
-        ::GetWindowThreadProcessId(window, &processId);
-        m_process.Reset(::OpenProcess(PROCESS_VM_OPERATION | PROCESS_VM_READ | PROCESS_VM_WRITE, FALSE, processId));
-        m_memory = ::VirtualAllocEx(m_process.Get(), nullptr, size, MEM_COMMIT | MEM_RESERVE, PAGE_READWRITE);
-    }
-    RemoteMemory(const RemoteMemory&) = delete;
-    RemoteMemory& operator=(const RemoteMemory&) = delete;
-    ~RemoteMemory() {
-        if (m_memory != nullptr) ::VirtualFreeEx(m_process.Get(), m_memory, 0, MEM_RELEASE);
-    }
-    [[nodiscard]] char* Address() const { return static_cast<char*>(m_memory); }
-    bool Write(const void* bytes, std::size_t size) const {
-        return ::WriteProcessMemory(m_process.Get(), m_memory, bytes, size, nullptr) != FALSE;
-    }
-    bool Read(const char* from, void* bytes, std::size_t size) const {
-        return ::ReadProcessMemory(m_process.Get(), from, bytes, size, nullptr) != FALSE;
-    }
-
-private:
-    UniqueProcess m_process;
-    void* m_memory = nullptr;
-};
+LRESULT Ask(HWND window, UINT message, WPARAM wParam = 0, LPARAM lParam = 0) {
+    DWORD_PTR answer = 0;
+    return ::SendMessageTimeoutA(window, message, wParam, lParam, SMTO_NORMAL, 5000, &answer)
+               ? static_cast<LRESULT>(answer)
+               : -1;
+}
 
 }  // namespace
 
@@ -96,30 +75,19 @@ bool PressWhenEnabled(HWND dialog, int controlId) {
     return ::PostMessageA(control, BM_CLICK, 0, 0) != FALSE;
 }
 
+int ListRowCount(HWND list) {
+    return static_cast<int>(Ask(list, kTreeGetRowCount));
+}
+
 std::vector<std::vector<std::string>> ListRows(HWND list, int columns, int maxRows) {
-    struct Exchange {
-        LVITEMA item;
-        char text[512];
-    };
-    const RemoteMemory remote(list, sizeof(Exchange));
-    DWORD_PTR count = 0;
-    ::SendMessageTimeoutA(list, LVM_GETITEMCOUNT, 0, 0, SMTO_NORMAL, 5000, &count);
+    const int count = std::min(ListRowCount(list), maxRows);
     std::vector<std::vector<std::string>> rows;
-    for (int row = 0; row < static_cast<int>(count) && row < maxRows; ++row) {
-        std::vector<std::string> cells;
-        for (int column = 0; column < columns; ++column) {
-            Exchange exchange{};
-            exchange.item.iSubItem = column;
-            exchange.item.pszText = remote.Address() + offsetof(Exchange, text);
-            exchange.item.cchTextMax = sizeof exchange.text;
-            remote.Write(&exchange, sizeof exchange);
-            DWORD_PTR ignored = 0;
-            ::SendMessageTimeoutA(list, LVM_GETITEMTEXTA, static_cast<WPARAM>(row),
-                                  reinterpret_cast<LPARAM>(remote.Address()), SMTO_NORMAL, 5000, &ignored);
-            remote.Read(remote.Address(), &exchange, sizeof exchange);
-            exchange.text[sizeof exchange.text - 1] = 0;
-            cells.emplace_back(exchange.text);
-        }
+    for (int row = 0; row < count; ++row) {
+        // Fewer rows than before: the list has been filled anew meanwhile.
+        if (Ask(list, kTreeQueryCell, static_cast<WPARAM>(row), -1) < 0) break;
+        std::istringstream text(WindowText(list));
+        std::vector<std::string> cells(static_cast<std::size_t>(columns));
+        for (std::string& cell : cells) std::getline(text, cell, '\t');
         rows.push_back(std::move(cells));
     }
     return rows;

@@ -21,7 +21,9 @@ namespace brennvar::test {
 // Waits until the control is enabled, then presses it (posted, as the dialog may be modal).
 [[nodiscard]] bool PressWhenEnabled(HWND dialog, int controlId);
 
-// Texts of a list view of another process, row by row; at most maxRows rows.
+// Of a list of another process; -1 when it does not answer.
+[[nodiscard]] int ListRowCount(HWND list);
+// The texts of its rows, each cut to so many columns; at most maxRows rows.
 [[nodiscard]] std::vector<std::vector<std::string>> ListRows(HWND list, int columns, int maxRows);
 
 // A visible child of the class, at any depth; null when there is none.

@@ -9,8 +9,9 @@
 
 #include "Desktop.h"
 #include "StandInProcess.h"
-// Need windows.h, which Desktop.h brings.
-#include <commctrl.h>
+#include "ui/TreeMessages.h"
+// Needs windows.h, which Desktop.h brings.
+#include <shlobj.h>
 
 namespace brennvar::test {
 namespace {
@@ -86,7 +87,7 @@ protected:
         ::SendMessageTimeoutA(m_window, WM_COMMAND, static_cast<WPARAM>(command), 0, SMTO_NORMAL, 5000, &ignored);
         Rows rows;
         (void)WaitUntil([&] {
-            const HWND list = FindVisibleChild(m_window, WC_LISTVIEWA);
+            const HWND list = FindVisibleChild(m_window, kTreeClass);
             if (list != nullptr) rows = ListRows(list, columns, 1000);
             return wanted(rows);
         });

@@ -5,6 +5,7 @@
 
 #include "ui/Controls.h"
 #include "ui/ResourceIds.h"
+#include "ui/TreeMessages.h"
 #include "views/ApplicationsPage_win.h"
 #include "views/ConnectionsPage_win.h"
 
@@ -12,20 +13,17 @@ namespace brennvar {
 namespace {
 
 std::string Cell(const CPage& page, int row, int column) {
-    char text[300] = "";
-    LVITEMA item{};
-    item.iSubItem = column;
-    item.pszText = text;
-    item.cchTextMax = sizeof(text);
-    ::SendMessageA(page.Item(IDC_PAGE_LIST), LVM_GETITEMTEXTA, static_cast<WPARAM>(row),
-                   reinterpret_cast<LPARAM>(&item));
-    return item.pszText;
+    const HWND list = page.Item(IDC_PAGE_LIST);
+    ::SendMessageA(list, kTreeQueryCell, static_cast<WPARAM>(row), column);
+    return TextOfWindow(list);
 }
 int SelectedRowOf(const CPage& page) {
-    return ListView_GetNextItem(page.Item(IDC_PAGE_LIST), -1, LVNI_SELECTED);
+    const HWND list = page.Item(IDC_PAGE_LIST);
+    const auto row = ::SendMessageA(list, kTreeGetFocusedRow, 0, 0);
+    return ::SendMessageA(list, kTreeIsRowSelected, static_cast<WPARAM>(row), 0) == 1 ? static_cast<int>(row) : -1;
 }
 void SelectRowOf(const CPage& page, int row) {
-    ListView_SetItemState(page.Item(IDC_PAGE_LIST), row, LVIS_SELECTED, LVIS_SELECTED);
+    ::SendMessageA(page.Item(IDC_PAGE_LIST), kTreeSelectRow, static_cast<WPARAM>(row), 0);
 }
 
 ConnectionRow Row(std::uint32_t processId, std::uint16_t localPort, std::uint32_t state) {
@@ -83,7 +81,7 @@ TEST_F(PagesTest, ConnectionsAreReadWhenOpenedAndThenOnTicks) {
     EXPECT_EQ(Cell(page, 1, 1), "1.2.3.4:81");
     page.Reload();
     answer(std::vector<ConnectionRow>{});
-    EXPECT_EQ(TextOfWindow(page.Item(IDC_LIST_EMPTY)), "There are no connections and no listening ports.");
+    EXPECT_EQ(TextOfWindow(page.Item(IDC_PAGE_LIST)), "There are no connections and no listening ports.");
 }
 
 TEST_F(PagesTest, SelectionFollowsItsConnection) {
@@ -107,7 +105,7 @@ TEST_F(PagesTest, ApplicationsAreReadWhenTheyAreOpenedAndWhenTheRulesChange) {
     ApplicationsPage applications(fonts, language, {"title", "line", ""}, [&](const auto& done) { done(rules); });
     ASSERT_TRUE(applications.Create(parent));
     applications.Show();
-    EXPECT_EQ(Cell(applications, 1, 1), std::string(299, 'a'));  // cut to the buffer that it is given
+    EXPECT_EQ(Cell(applications, 1, 1), std::string(400, 'a'));
     SelectRowOf(applications, 1);
     rules.insert(rules.begin(), row("new"));
     applications.OnRulesChanged();
