@@ -41,4 +41,17 @@ std::string ReadFileDescription(const std::string& path) {
     return ToAnsi(FindFileDescription(ReadVersionBlock(path)));
 }
 
+std::string ReadOwnVersion() {
+    char path[MAX_PATH] = {};
+    if (::GetModuleFileNameA(nullptr, path, MAX_PATH) >= MAX_PATH) return {};
+    const std::vector<std::byte> block = ReadVersionBlock(path);
+    VS_FIXEDFILEINFO* info = nullptr;
+    UINT size = 0;
+    // The block is this very program's: the system's query may believe it.
+    if (block.empty() || !::VerQueryValueA(block.data(), "\\", reinterpret_cast<void**>(&info), &size)) return {};
+    if (size < sizeof(*info)) return {};
+    return std::to_string(HIWORD(info->dwFileVersionMS)) + "." + std::to_string(LOWORD(info->dwFileVersionMS)) +
+           "." + std::to_string(HIWORD(info->dwFileVersionLS));
+}
+
 }  // namespace brennvar

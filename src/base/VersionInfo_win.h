@@ -9,4 +9,7 @@ namespace brennvar {
 // description is missing or damaged. Any thread.
 [[nodiscard]] std::string ReadFileDescription(const std::string& path);
 
+// The version of the running program as its own resource has it, "1.2.3"; empty without one. Any thread.
+[[nodiscard]] std::string ReadOwnVersion();
+
 }  // namespace brennvar

@@ -1,52 +1,61 @@
 #include "prompts/ConfirmationDialog_win.h"
 
-#include <string_view>
+#include <algorithm>
+#include <initializer_list>
+#include <vector>
 
 #include "ui/Controls.h"
+#include "ui/Paint.h"
 #include "ui/ProgramIcon.h"
 #include "ui/ResourceIds.h"
+#include "ui/SmoothDc.h"
 #include "ui/WorkArea.h"
 
 namespace brennvar {
 namespace {
 
-// The layout, at 96 pixels per inch.
-constexpr int kWidth = 448;
-constexpr int kMargin = 16;
+// The layout, at 96 pixels per inch, from the content's corner.
+constexpr int kWidth = 432;
 constexpr int kIconSize = 32;
-constexpr int kTextLeft = kMargin + kIconSize + kMargin;
-constexpr int kTextWidth = kWidth - kTextLeft - kMargin;
-constexpr int kNameTop = 16;
-constexpr int kNameHeight = 24;
-constexpr int kHostTop = 40;
-constexpr int kServiceTop = 60;
+constexpr int kTextLeft = 48;
 constexpr int kLineHeight = 20;
-constexpr int kDetailsTop = 96;
-constexpr int kLabelWidth = 112;
-constexpr int kAskGap = 12;  // between the table and the final question
-constexpr int kDetailsHeight = 5 * kLineHeight + kAskGap + kLineHeight;
-constexpr int kRememberTop = kDetailsTop + kDetailsHeight + 8;
-constexpr int kRememberHeight = 56;
-constexpr int kButtonTop = kRememberTop + kRememberHeight + 16;
-constexpr int kButtonWidth = 104;
-constexpr int kButtonHeight = 32;
-constexpr int kButtonGap = 8;
-constexpr int kHeight = kButtonTop + kButtonHeight + kMargin;
+constexpr int kFactHeight = 24;  // what decides is larger
+constexpr int kNameTop = 0;
+constexpr int kPathTop = kNameTop + kFactHeight;
+constexpr int kWantsTop = kPathTop + kLineHeight + 8;
+constexpr int kHostTop = kWantsTop + kLineHeight;
+constexpr int kServiceTop = kHostTop + kFactHeight;
+constexpr int kCardTop = kServiceTop + kLineHeight + 12;
+constexpr int kCardPadding = 12;
+constexpr int kRowHeight = 24;
+constexpr int kRowCount = 4;
+constexpr int kCardHeight = kRowCount * kRowHeight + 2 * kCardPadding;
+constexpr int kAskGap = 12;
+constexpr int kMessageHeight = kCardHeight + kAskGap + kLineHeight;
+constexpr int kRememberTop = kCardTop + kMessageHeight + 8;
+constexpr int kButtonsGap = 16;  // above the buttons
+constexpr int kButtonGap = 8;    // between them
+constexpr int kLabelGap = 16;
 // From the corner of the work area.
 constexpr int kScreenMargin = 16;
 
-void DrawLine(HDC dc, HFONT font, const RECT& place, std::string_view text, UINT format) {
-    const HGDIOBJ old = ::SelectObject(dc, font);
-    RECT box = place;
-    ::DrawTextA(dc, text.data(), static_cast<int>(text.size()), &box,
-                DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX | format);
-    ::SelectObject(dc, old);
-}
+// The advice: a light pill with a dot, a shape and a word. Its colours are the same in every skin.
+constexpr COLORREF kAllowColour = RGB(46, 158, 91);
+constexpr COLORREF kDenyColour = RGB(165, 14, 44);
+constexpr COLORREF kNoAdviceColour = RGB(86, 101, 115);
+constexpr COLORREF kPillText = RGB(27, 39, 51);
+constexpr int kPillTint = 36;  // of 255, from white
+constexpr int kPillHeight = 20;
+constexpr int kDotSize = 14;
+constexpr int kDotInset = 3;
+constexpr int kPillGap = 6;
+
+constexpr UINT kLineFormat = DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX | DT_END_ELLIPSIS;
 
 }  // namespace
 
 ConfirmationDialog::ConfirmationDialog(const CFonts& fonts, const PromptQuestion& question)
-    : m_fonts(fonts), m_question(question) {}
+    : CSkinDialog(fonts), m_question(question) {}
 
 PromptAnswer ConfirmationDialog::Ask(HWND owner) {
     INT_PTR result = DoModal(owner, IDD_CONFIRMATION, Appearance::Unfocused);
@@ -54,59 +63,79 @@ PromptAnswer ConfirmationDialog::Ask(HWND owner) {
     return AnswerOfDialog(static_cast<int>(result), m_remember);
 }
 
-void ConfirmationDialog::OnInitDialog() {
+void ConfirmationDialog::OnCreateContent() {
     static_assert(kDialogResultNo == IDNO);
     ::SetWindowTextA(Window(), m_question.caption.c_str());
-    const struct {
-        int id;
-        std::string text;
-        HFONT font;
-    } controls[] = {
-        {IDC_PROGRAM_NAME, m_question.displayName, m_fonts.Title()},
-        {IDC_HOST, m_question.wantsText + " " + m_question.remoteHost, m_fonts.Text()},
-        {IDC_SERVICE, m_question.serviceLabel + " " + m_question.service, m_fonts.Text()},
-        {IDC_MESSAGE_TEXT, m_question.body, m_fonts.Text()},
-        {IDC_REMEMBER, m_question.rememberText, m_fonts.Text()},
-        {IDC_ALLOW, m_question.allowButton, m_fonts.Text()},
-        {IDC_DENY, m_question.denyButton, m_fonts.Text()},
-    };
-    for (const auto& control : controls) {
-        ::SetDlgItemTextA(Window(), control.id, control.text.c_str());
-        SetControlFont(Item(control.id), control.font);
-    }
     m_icon = LoadIconOfProgram(m_question.applicationKnown ? m_question.path : "", IconSize::Large);
-    ::SendDlgItemMessageA(Window(), IDC_PROGRAM_ICON, STM_SETICON, reinterpret_cast<WPARAM>(m_icon.Get()), 0);
+    AdoptControls();
     PlaceControls();
     SetButtonsEnabled(false);
     ::SetTimer(Window(), kButtonTimer, kButtonDelay, nullptr);
 }
 
-void ConfirmationDialog::PlaceControls() {
-    const auto place = [this](int id, int left, int top, int width, int height) {
-        ::SetWindowPos(Item(id), nullptr, Scale(left), Scale(top), Scale(width), Scale(height),
-                       SWP_NOZORDER | SWP_NOACTIVATE);
+void ConfirmationDialog::AdoptControls() {
+    const struct {
+        int id;
+        std::string text;
+    } texts[] = {
+        {IDC_PROGRAM_NAME, m_question.displayName},
+        {IDC_PROGRAM_PATH, m_question.path},
+        {IDC_WANTS, m_question.wantsText},
+        {IDC_HOST, m_question.remoteHost},
+        {IDC_SERVICE, m_question.serviceLabel + " " + m_question.service},
+        {IDC_MESSAGE_TEXT, m_question.body},
+        {IDC_REMEMBER, m_question.rememberText},
+        {IDC_ALLOW, m_question.allowButton},
+        {IDC_DENY, m_question.denyButton},
     };
-    place(IDC_PROGRAM_ICON, kMargin, kMargin, kIconSize, kIconSize);
-    place(IDC_PROGRAM_NAME, kTextLeft, kNameTop, kTextWidth, kNameHeight);
-    place(IDC_HOST, kTextLeft, kHostTop, kTextWidth, kLineHeight);
-    place(IDC_SERVICE, kTextLeft, kServiceTop, kTextWidth, kLineHeight);
-    place(IDC_MESSAGE_TEXT, kTextLeft, kDetailsTop, kTextWidth, kDetailsHeight);
-    place(IDC_REMEMBER, kTextLeft, kRememberTop, kTextWidth, kRememberHeight);
-    const int denyLeft = kWidth - kMargin - kButtonWidth;
-    place(IDC_ALLOW, denyLeft - kButtonGap - kButtonWidth, kButtonTop, kButtonWidth, kButtonHeight);
-    place(IDC_DENY, denyLeft, kButtonTop, kButtonWidth, kButtonHeight);
+    for (const auto& control : texts) ::SetDlgItemTextA(Window(), control.id, control.text.c_str());
+    m_name.Adopt(Item(IDC_PROGRAM_NAME), LabelKind::Title, GetLook());
+    m_path.Adopt(Item(IDC_PROGRAM_PATH), LabelKind::Quiet, GetLook());
+    m_wants.Adopt(Item(IDC_WANTS), LabelKind::Quiet, GetLook());
+    m_host.Adopt(Item(IDC_HOST), LabelKind::Title, GetLook());
+    m_service.Adopt(Item(IDC_SERVICE), LabelKind::Plain, GetLook());
+    m_rememberBox.Adopt(Item(IDC_REMEMBER), GetLook());
+    m_allow.Adopt(Item(IDC_ALLOW), kButtonDialog, GetLook());
+    m_deny.Adopt(Item(IDC_DENY), kButtonDialog, GetLook());
+}
 
+void ConfirmationDialog::PlaceControls() {
+    const int rememberHeight = m_rememberBox.HeightAt(Scale(kWidth));
+    const int buttonTop = Scale(kRememberTop) + rememberHeight + Scale(kButtonsGap);
+    SetContentPixels({Scale(kWidth), buttonTop + m_allow.Size().cy});
+    const RECT content = ContentRect();
+    const auto at = [&](int left, int top, int height) {
+        return RECT{content.left + Scale(left), content.top + Scale(top), content.right,
+                    content.top + Scale(top + height)};
+    };
+    m_name.Place(at(kTextLeft, kNameTop, kFactHeight));
+    m_path.Place(at(kTextLeft, kPathTop, kLineHeight));
+    m_wants.Place(at(kTextLeft, kWantsTop, kLineHeight));
+    m_host.Place(at(kTextLeft, kHostTop, kFactHeight));
+    m_service.Place(at(kTextLeft, kServiceTop, kLineHeight));
+    RECT remember = at(0, kRememberTop, 0);
+    remember.bottom = remember.top + rememberHeight;
+    m_rememberBox.Place(remember);
+    const RECT message = at(0, kCardTop, kMessageHeight);
+    ::SetWindowPos(Item(IDC_MESSAGE_TEXT), nullptr, message.left, message.top, WidthOf(message), HeightOf(message),
+                   SWP_NOZORDER | SWP_NOACTIVATE);
+    const LONG denyLeft = content.right - m_deny.Size().cx;
+    m_deny.MoveTo(denyLeft, content.top + buttonTop);
+    m_allow.MoveTo(denyLeft - Scale(kButtonGap) - m_allow.Size().cx, content.top + buttonTop);
+}
+
+RECT ConfirmationDialog::OpeningPlace(SIZE size) const {
     // In the corner where notices appear, away from what the user is working on.
-    RECT frame{0, 0, Scale(kWidth), Scale(kHeight)};
-    ::AdjustWindowRectEx(&frame, static_cast<DWORD>(::GetWindowLongPtrA(Window(), GWL_STYLE)), FALSE,
-                         static_cast<DWORD>(::GetWindowLongPtrA(Window(), GWL_EXSTYLE)));
-    const LONG width = frame.right - frame.left;
-    const LONG height = frame.bottom - frame.top;
     const RECT area = MainWorkArea();
     const LONG right = area.right - Scale(kScreenMargin);
     const LONG bottom = area.bottom - Scale(kScreenMargin);
-    const RECT window = FitInto({right - width, bottom - height, right, bottom}, area);
-    ::SetWindowPos(Window(), nullptr, window.left, window.top, width, height, SWP_NOZORDER | SWP_NOACTIVATE);
+    return FitInto({right - size.cx, bottom - size.cy, right, bottom}, area);
+}
+
+void ConfirmationDialog::OnPaintGround(HDC dc) {
+    const RECT content = ContentRect();
+    ::DrawIconEx(dc, content.left, content.top + Scale(kNameTop + 4), m_icon.Get(), Scale(kIconSize),
+                 Scale(kIconSize), 0, nullptr, DI_NORMAL);
 }
 
 void ConfirmationDialog::SetButtonsEnabled(bool enabled) {
@@ -140,34 +169,92 @@ void ConfirmationDialog::OnCancel() {
 
 void ConfirmationDialog::OnDrawItem(const DRAWITEMSTRUCT& item) {
     if (item.CtlID != IDC_MESSAGE_TEXT) return;
-    ::FillRect(item.hDC, &item.rcItem, ::GetSysColorBrush(COLOR_3DFACE));
-    ::SetBkMode(item.hDC, TRANSPARENT);
-    ::SetTextColor(item.hDC, ::GetSysColor(COLOR_BTNTEXT));
-    const int lineHeight = Scale(kLineHeight);
-    RECT line = item.rcItem;
-    line.bottom = line.top + lineHeight;
-    DrawLine(item.hDC, m_fonts.Bold(), line, m_question.detailsTitle, DT_END_ELLIPSIS);
+    const CBufferedDc buffer(item.hDC, item.rcItem);
+    PaintParentGround(item.hwndItem, buffer.Dc());
+    RECT card = item.rcItem;
+    card.bottom = card.top + Scale(kCardHeight);
+    FillSolid(buffer.Dc(), card, GetLook().colours.list);
+    DrawFrame(buffer.Dc(), card, GetLook().colours.frame2);
+    PaintTable(buffer.Dc(), Inset(card, Scale(kCardPadding)));
+    const RECT ask{item.rcItem.left, card.bottom + Scale(kAskGap), item.rcItem.right, item.rcItem.bottom};
+    DrawLabel(buffer.Dc(), GetLook().fonts.Bold(), ask, m_question.askText, GetLook().colours.text, kLineFormat);
+}
+
+void ConfirmationDialog::PaintTable(HDC dc, const RECT& card) const {
+    const Palette& colours = GetLook().colours;
+    const HFONT font = GetLook().fonts.Text();
+    RECT row = card;
+    row.bottom = row.top + Scale(kRowHeight);
+    DrawLabel(dc, GetLook().fonts.Bold(), row, m_question.detailsTitle, colours.text, kLineFormat);
     const struct {
-        std::string label;
-        const std::string& value;
-        UINT format;
-    } rows[] = {
-        {m_question.remoteLabel, m_question.remoteAddress, DT_END_ELLIPSIS},
-        {m_question.protocolLabel, m_question.protocol, DT_END_ELLIPSIS},
-        {m_question.programLabel, m_question.path, DT_PATH_ELLIPSIS | DT_END_ELLIPSIS},
-        {m_question.adviceLabel, m_question.advice, DT_END_ELLIPSIS},
-    };
-    for (const auto& row : rows) {
-        ::OffsetRect(&line, 0, lineHeight);
-        RECT label = line;
-        label.right = label.left + Scale(kLabelWidth);
-        RECT value = line;
-        value.left = label.right;
-        DrawLine(item.hDC, m_fonts.Text(), label, row.label, DT_END_ELLIPSIS);
-        DrawLine(item.hDC, m_fonts.Text(), value, row.value, row.format);
+        const std::string& label;
+        const std::string* value;  // null: the advice
+    } rows[] = {{m_question.remoteLabel, &m_question.remoteAddress},
+                {m_question.protocolLabel, &m_question.protocol},
+                {m_question.adviceLabel, nullptr}};
+    LONG labelWidth = 0;
+    for (const auto& [label, value] : rows) {
+        labelWidth = std::max(labelWidth, MeasureText(Window(), font, label, 0).cx);
     }
-    ::OffsetRect(&line, 0, lineHeight + Scale(kAskGap));
-    DrawLine(item.hDC, m_fonts.Bold(), line, m_question.askText, DT_END_ELLIPSIS);
+    labelWidth = std::min<LONG>(labelWidth + Scale(kLabelGap), WidthOf(card) / 2);
+    for (const auto& [label, value] : rows) {
+        ::OffsetRect(&row, 0, Scale(kRowHeight));
+        RECT place = row;
+        place.right = row.left + labelWidth;
+        DrawLabel(dc, font, place, label, colours.quietText, kLineFormat);
+        place = {row.left + labelWidth, row.top, row.right, row.bottom};
+        if (value) {
+            DrawLabel(dc, font, place, *value, colours.text, kLineFormat);
+        } else {
+            PaintAdvice(dc, place);
+        }
+    }
+}
+
+void ConfirmationDialog::PaintAdvice(HDC dc, const RECT& place) const {
+    const PromptAdvice kind = m_question.adviceKind;
+    const COLORREF colour = kind == PromptAdvice::Allow  ? kAllowColour
+                            : kind == PromptAdvice::Deny ? kDenyColour
+                                                         : kNoAdviceColour;
+    const HFONT font = GetLook().fonts.Bold();
+    const int dot = Scale(kDotSize);
+    const int inset = Scale(kDotInset);
+    const int textLeft = inset + dot + Scale(kPillGap);
+    const int textWidth = MeasureText(Window(), font, m_question.advice, 0).cx;
+    const int width = std::min(WidthOf(place), textLeft + textWidth + 2 * Scale(kPillGap));
+    const int height = Scale(kPillHeight);
+    const LONG top = place.top + (HeightOf(place) - height) / 2;
+    const RECT pill{place.left, top, place.left + width, top + height};
+    {
+        const CSmoothDc smooth(dc, pill);
+        if (smooth.Dc()) {
+            constexpr int kUnit = CSmoothDc::kFactor;
+            smooth.FillPill({0, 0, width * kUnit, height * kUnit},
+                            MixColours(RGB(255, 255, 255), colour, kPillTint));
+            const int edge = inset * kUnit;
+            const int side = dot * kUnit;
+            smooth.FillDisc({edge, edge, edge + side, edge + side}, colour);
+            // A tick, a cross, or a line, in a square of 14 units.
+            const auto line = [&](std::initializer_list<POINT> points) {
+                std::vector<POINT> scaled;
+                for (const POINT& point : points) {
+                    scaled.push_back(
+                        {edge + ::MulDiv(point.x, side, kDotSize), edge + ::MulDiv(point.y, side, kDotSize)});
+                }
+                smooth.DrawLines(scaled.data(), static_cast<int>(scaled.size()), side / 8, RGB(255, 255, 255));
+            };
+            switch (kind) {
+                case PromptAdvice::Allow: line({{4, 7}, {6, 10}, {10, 4}}); break;
+                case PromptAdvice::Deny:
+                    line({{4, 4}, {10, 10}});
+                    line({{10, 4}, {4, 10}});
+                    break;
+                case PromptAdvice::None: line({{4, 7}, {10, 7}}); break;
+            }
+        }
+    }
+    DrawLabel(dc, font, {pill.left + textLeft, pill.top, pill.right, pill.bottom}, m_question.advice, kPillText,
+              kLineFormat);
 }
 
 }  // namespace brennvar

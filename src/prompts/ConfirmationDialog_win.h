@@ -4,12 +4,14 @@
 
 #include "base/Handles_win.h"
 #include "prompts/PromptQuestion.h"
-#include "ui/Dialog.h"
-#include "ui/Fonts.h"
+#include "ui/Button.h"
+#include "ui/CheckBox.h"
+#include "ui/Label.h"
+#include "ui/SkinDialog.h"
 
 namespace brennvar {
 
-class ConfirmationDialog final : public CDialog {
+class ConfirmationDialog final : public CSkinDialog {
 public:
     // How long the buttons stay disabled: longer than a click or a key that was meant for another window takes.
     static constexpr UINT kButtonDelay = 700;  // ms
@@ -23,19 +25,31 @@ public:
     PromptAnswer Ask(HWND owner);
 
 private:
-    void OnInitDialog() override;
+    void OnCreateContent() override;
+    [[nodiscard]] RECT OpeningPlace(SIZE size) const override;
+    void OnPaintGround(HDC dc) override;
     void OnCancel() override;
     void OnCommand(int id, int notification) override;
     void OnTimer(UINT_PTR id) override;
     void OnDrawItem(const DRAWITEMSTRUCT& item) override;
 
+    void AdoptControls();
     void PlaceControls();
+    void PaintTable(HDC dc, const RECT& card) const;
+    void PaintAdvice(HDC dc, const RECT& place) const;
     void SetButtonsEnabled(bool enabled);
     void Answer(int result);
 
-    const CFonts& m_fonts;
     const PromptQuestion& m_question;
     UniqueIcon m_icon;
+    CLabel m_name;
+    CLabel m_path;
+    CLabel m_wants;
+    CLabel m_host;
+    CLabel m_service;
+    CCheckBox m_rememberBox;
+    CButton m_allow;
+    CButton m_deny;
     bool m_buttonsWork = false;
     bool m_remember = false;
 };

@@ -28,7 +28,6 @@ struct PromptQuestion {
     std::string remoteLabel;    // "Remote host:"
     std::string serviceLabel;   // "Reason:"
     std::string protocolLabel;  // "Protocol:"
-    std::string programLabel;   // "Program file:"
     std::string adviceLabel;    // "General advice:"
     std::string askText;        // "Allow this network communication?"
 

@@ -76,7 +76,6 @@ void FillWords(PromptQuestion& question, const Language& language) {
     question.remoteLabel = language.GetText(155, "Remote host:");
     question.serviceLabel = language.GetText(460, "Reason:");
     question.protocolLabel = language.GetText(484, "Protocol:");
-    question.programLabel = language.GetText(1029, "Program file:");
     question.adviceLabel = language.GetText(485, "General advice:");
     question.askText = language.GetText(489, "Allow this network communication?");
     question.caption = language.GetText(444, "Confirm network connection");

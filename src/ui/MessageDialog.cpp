@@ -1,66 +1,92 @@
 #include "ui/MessageDialog.h"
 
 #include <algorithm>
+#include <utility>
 
-#include "ui/Controls.h"
+#include "ui/Paint.h"
 #include "ui/ResourceIds.h"
-#include "ui/WorkArea.h"
+#include "ui/SmoothDc.h"
 
 namespace brennvar {
 namespace {
 
-constexpr int kMargin = 16;
-constexpr int kIconSize = 32;
+// At 96 pixels per inch.
+constexpr int kSignSize = 32;
+constexpr int kSignGap = 16;
 constexpr int kTextWidth = 376;
-constexpr int kButtonWidth = 96;
-constexpr int kButtonHeight = 28;
+constexpr int kWideTextWidth = 560;  // for a text that would be a column
+constexpr int kTallText = 240;
+constexpr int kButtonTop = 24;  // below the text
 constexpr int kButtonGap = 8;
+
+// A disc with "i" or "?" on it: their strokes would be lost in a font of this size.
+void DrawSign(HDC dc, const RECT& place, bool isQuestion, const Palette& colours) {
+    const CSmoothDc smooth(dc, place);
+    if (!smooth.Dc()) return;
+    // In a square of 32 units.
+    const int side = CSmoothDc::kFactor * WidthOf(place);
+    const auto at = [side](int value) { return MulDiv(value, side, 32); };
+    constexpr COLORREF kInk = RGB(18, 50, 74);  // reads on the accent in every skin
+    smooth.FillDisc({0, 0, side, side}, colours.accent);
+    const int width = at(3);
+    if (isQuestion) {
+        const UniqueFont font(::CreateFontA(at(24), 0, 0, 0, FW_BOLD, FALSE, FALSE, FALSE, ANSI_CHARSET,
+                                            OUT_TT_PRECIS, CLIP_DEFAULT_PRECIS, ANTIALIASED_QUALITY,
+                                            DEFAULT_PITCH | FF_SWISS, "Segoe UI"));
+        DrawLabel(smooth.Dc(), font.Get(), {0, 0, side, side}, "?", kInk,
+                  DT_CENTER | DT_VCENTER | DT_SINGLELINE | DT_NOPREFIX);
+        return;
+    }
+    const POINT stem[] = {{at(16), at(15)}, {at(16), at(23)}};
+    smooth.DrawLines(stem, 2, width, kInk);
+    smooth.FillDisc({at(14), at(7), at(18), at(11)}, kInk);
+}
 
 }  // namespace
 
-MessageDialog::MessageDialog(const CFonts& fonts, MessageTexts texts) : m_fonts(fonts), m_texts(std::move(texts)) {}
+MessageDialog::MessageDialog(const CFonts& fonts, MessageTexts texts)
+    : CSkinDialog(fonts), m_texts(std::move(texts)) {}
 
 bool MessageDialog::Ask(HWND owner) {
-    return DoModal(owner, m_texts.cancel.empty() ? IDD_MESSAGE_OK : IDD_MESSAGE_OK_CANCEL) == IDOK;
+    return DoModal(owner, IsQuestion() ? IDD_MESSAGE_OK_CANCEL : IDD_MESSAGE_OK) == IDOK;
 }
 
-void MessageDialog::OnInitDialog() {
+void MessageDialog::OnCreateContent() {
     ::SetWindowTextA(Window(), m_texts.caption.c_str());
     ::SetDlgItemTextA(Window(), IDC_MESSAGE, m_texts.message.c_str());
     ::SetDlgItemTextA(Window(), IDOK, m_texts.ok.c_str());
-    if (Item(IDCANCEL)) ::SetDlgItemTextA(Window(), IDCANCEL, m_texts.cancel.c_str());
-    for (const int id : {IDC_MESSAGE, IDOK, IDCANCEL}) {
-        if (Item(id)) SetControlFont(Item(id), m_fonts.Text());
-    }
-    const bool isQuestion = Item(IDCANCEL) != nullptr;
-    ::SendDlgItemMessageA(
-        Window(), IDC_MESSAGE_ICON, STM_SETICON,
-        reinterpret_cast<WPARAM>(::LoadIconA(nullptr, isQuestion ? IDI_WARNING : IDI_INFORMATION)), 0);
+    if (IsQuestion()) ::SetDlgItemTextA(Window(), IDCANCEL, m_texts.cancel.c_str());
+    m_message.Adopt(Item(IDC_MESSAGE), LabelKind::Plain, GetLook());
+    m_ok.Adopt(Item(IDOK), kButtonDialog, GetLook());
+    if (IsQuestion()) m_cancel.Adopt(Item(IDCANCEL), kButtonDialog, GetLook());
 
-    // The text decides about the height; the margins stay.
-    const int margin = Scale(kMargin);
-    const int textLeft = margin + Scale(kIconSize) + margin;
-    const int textWidth = Scale(kTextWidth);
-    const int textHeight =
-        std::max<int>(Scale(kIconSize), MeasureText(Window(), m_fonts.Text(), m_texts.message, textWidth).cy);
-    const int buttonTop = margin + textHeight + margin + Scale(kButtonGap);
-    RECT client{0, 0, textLeft + textWidth + margin, buttonTop + Scale(kButtonHeight) + margin};
-    const auto place = [this](int id, int left, int top, int width, int height) {
-        ::SetWindowPos(Item(id), nullptr, left, top, width, height, SWP_NOZORDER | SWP_NOACTIVATE);
-    };
-    place(IDC_MESSAGE_ICON, margin, margin, Scale(kIconSize), Scale(kIconSize));
-    place(IDC_MESSAGE, textLeft, margin, textWidth, textHeight);
-    int right = client.right - margin;
-    for (const int id : {IDCANCEL, IDOK}) {
-        if (!Item(id)) continue;
-        place(id, right - Scale(kButtonWidth), buttonTop, Scale(kButtonWidth), Scale(kButtonHeight));
-        right -= Scale(kButtonWidth) + Scale(kButtonGap);
+    // The text decides about the size.
+    int textWidth = Scale(kTextWidth);
+    if (m_message.Measure(textWidth).cy > Scale(kTallText)) textWidth = Scale(kWideTextWidth);
+    const SIZE text = m_message.Measure(textWidth);
+    textWidth = std::max<int>(textWidth, text.cx);  // a word that cannot be broken
+    const int textHeight = std::max<int>(Scale(kSignSize), text.cy);
+    const int textLeft = Scale(kSignSize + kSignGap);
+    const int buttonTop = textHeight + Scale(kButtonTop);
+    SetContentPixels({textLeft + textWidth, buttonTop + m_ok.Size().cy});
+
+    const RECT content = ContentRect();
+    // A text of one line stands in the middle of the sign.
+    const LONG textTop = content.top + (textHeight - text.cy) / 2;
+    m_message.Place({content.left + textLeft, textTop, content.right, textTop + text.cy});
+    LONG right = content.right;
+    for (const CButton* button : {&m_cancel, &m_ok}) {
+        if (!button->Window()) continue;
+        button->MoveTo(right - button->Size().cx, content.top + buttonTop);
+        right -= button->Size().cx + Scale(kButtonGap);
     }
-    ::AdjustWindowRectEx(&client, static_cast<DWORD>(::GetWindowLongPtrA(Window(), GWL_STYLE)), FALSE,
-                         static_cast<DWORD>(::GetWindowLongPtrA(Window(), GWL_EXSTYLE)));
-    ::SetWindowPos(Window(), nullptr, 0, 0, client.right - client.left, client.bottom - client.top,
-                   SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
-    CenterWindow(Window(), ::GetWindow(Window(), GW_OWNER));
+}
+
+void MessageDialog::OnPaintGround(HDC dc) {
+    const RECT content = ContentRect();
+    const int side = Scale(kSignSize);
+    DrawSign(dc, {content.left, content.top, content.left + side, content.top + side}, IsQuestion(),
+             GetLook().colours);
 }
 
 void MessageDialog::OnCommand(int id, int notification) {

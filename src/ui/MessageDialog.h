@@ -3,8 +3,9 @@
 
 #include <string>
 
-#include "ui/Dialog.h"
-#include "ui/Fonts.h"
+#include "ui/Button.h"
+#include "ui/Label.h"
+#include "ui/SkinDialog.h"
 
 namespace brennvar {
 
@@ -15,18 +16,22 @@ struct MessageTexts {
     std::string cancel;  // empty: OK is the only button
 };
 
-class MessageDialog final : public CDialog {
+class MessageDialog final : public CSkinDialog {
 public:
     MessageDialog(const CFonts& fonts, MessageTexts texts);
     // True when the user chose OK. Esc and the close button choose Cancel where there is one.
     bool Ask(HWND owner);
 
 private:
-    void OnInitDialog() override;
+    void OnCreateContent() override;
+    void OnPaintGround(HDC dc) override;
     void OnCommand(int id, int notification) override;
+    [[nodiscard]] bool IsQuestion() const { return !m_texts.cancel.empty(); }
 
-    const CFonts& m_fonts;
     const MessageTexts m_texts;
+    CLabel m_message;
+    CButton m_ok;
+    CButton m_cancel;
 };
 
 }  // namespace brennvar

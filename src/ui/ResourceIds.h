@@ -11,24 +11,33 @@
 #define IDD_MESSAGE_OK_CANCEL 442
 #define IDD_CONFIRMATION 570
 #define IDD_PAGE 900
+#define IDD_ABOUT 950
 
 // Icons
 #define IDI_PROGRAM 159  // also the number of the icon in the notification area
 #define IDI_NO_ICON 174  // stands for a program that has no icon of its own
+
+// Pictures
+#define IDR_MENU_IMAGES 960  // the strip of images for menus
 
 // ConfirmationDialog
 #define IDC_ALLOW 334
 #define IDC_DENY 337
 #define IDC_MESSAGE_TEXT 340
 #define IDC_REMEMBER 573
-#define IDC_PROGRAM_ICON 901
 #define IDC_PROGRAM_NAME 902
 #define IDC_HOST 903
 #define IDC_SERVICE 904
+#define IDC_PROGRAM_PATH 901
+#define IDC_WANTS 906
 
 // Message dialogs; the buttons are IDOK and IDCANCEL
 #define IDC_MESSAGE 905
-#define IDC_MESSAGE_ICON 906
+
+// About box
+#define IDC_PRODUCT_NAME 951
+#define IDC_PRODUCT_VERSION 952
+#define IDC_PRODUCT_COPYRIGHT 953
 
 // Commands of the control center, from the tray menu and the page buttons alike
 #define IDM_OPEN 409

@@ -4,6 +4,7 @@
 
 #include <functional>
 
+#include "support/ObjectCounts_win.h"
 #include "ui/Controls.h"
 #include "ui/ResourceIds.h"
 
@@ -108,6 +109,50 @@ TEST_F(ConfirmationDialogTest, ShowsItsTextOnTopAndTakesNoFocus) {
             EXPECT_EQ(::GetWindowLongPtrA(Item(id), GWL_STYLE) & BS_TYPEMASK, BS_PUSHBUTTON) << id;
         }
         ::DestroyWindow(dialogWindow);
+    });
+}
+
+TEST_F(ConfirmationDialogTest, IsReachedWithTheKeyboardOnceItIsActive) {
+    question.allowButton = "&Yes";
+    question.denyButton = "&No";
+    const auto press = [this](WPARAM key) {
+        MSG message{};
+        message.hwnd = ::GetFocus();
+        message.message = WM_KEYDOWN;
+        message.wParam = key;
+        ::IsDialogMessageA(dialogWindow, &message);
+        return ::GetDlgCtrlID(::GetFocus());
+    };
+    const PromptAnswer answer = Ask([&] {
+        ::SetActiveWindow(dialogWindow);
+        EXPECT_EQ(::GetDlgCtrlID(::GetFocus()), 573) << "not a button that would answer";
+        press(VK_SPACE);
+        PassDelay();
+        EXPECT_EQ(press(VK_TAB), 334);
+        EXPECT_EQ(press(VK_TAB), 337);
+        EXPECT_EQ(press(VK_TAB), 573);
+        ::PostMessageA(::GetFocus(), WM_SYSCHAR, 'n', 1L << 29);  // Alt+N
+    });
+    EXPECT_FALSE(answer.allow);
+    // Both buttons are of one size.
+    (void)Ask([this] {
+        RECT yes{}, no{};
+        ::GetClientRect(Item(334), &yes);
+        ::GetClientRect(Item(337), &no);
+        EXPECT_TRUE(::EqualRect(&yes, &no));
+        ::DestroyWindow(dialogWindow);
+    });
+}
+
+TEST_F(ConfirmationDialogTest, LeavesNothingBehind) {
+    question.adviceKind = PromptAdvice::Deny;
+    question.advice = "Deny";
+    test::ExpectNothingLeftBy([this] {
+        (void)Ask([this] {
+            ::UpdateWindow(dialogWindow);
+            PassDelay();
+            Click(334);
+        });
     });
 }
 

@@ -1,0 +1,142 @@
+#include "ui/PopupMenu.h"
+
+#include <gtest/gtest.h>
+
+#include "support/ModalOwner_win.h"
+#include "support/ObjectCounts_win.h"
+#include "ui/Controls.h"
+
+namespace brennvar {
+namespace {
+
+constexpr POINT kPoint{200, 200};
+
+class CPopupMenuTest : public testing::Test {
+protected:
+    CPopupMenuTest() {
+        CPopupMenu timed;
+        timed.Add(21, "First");
+        timed.Add(22, "Second");
+        m_menu.Add(1, "&Open");
+        m_menu.AddSeparator();
+        m_menu.Add(2, "&Disabled", MenuImage::Copy, {.isDisabled = true});
+        m_menu.AddSubMenu(std::move(timed), "&Block && wait", MenuImage::None, {.isChecked = true});
+        m_menu.Add(3, "E&xit\tCtrl+X", MenuImage::Exit, {.isDefault = true});
+        m_menu.Add(4, "Again &x");
+    }
+
+    // Presses the keys in the open menu; what it returns then.
+    int TrackWith(std::initializer_list<WPARAM> keys, UINT flags = TPM_RETURNCMD) {
+        Press(keys);
+        return m_menu.Track(m_owner.Window(), kPoint, flags, m_look, nullptr);
+    }
+    // For the menu that is opened next.
+    void Press(std::initializer_list<WPARAM> keys) {
+        // A menu may have closed before it took all of the last keys.
+        MSG message;
+        while (::PeekMessageA(&message, nullptr, WM_KEYFIRST, WM_KEYLAST, PM_REMOVE)) {
+        }
+        for (const WPARAM key : keys) ::PostMessageA(m_owner.Window(), WM_KEYDOWN, key, 0);
+    }
+
+    CFonts m_fonts;
+    Look m_look{m_fonts};
+    test::ModalOwner m_owner;
+    CPopupMenu m_menu;
+};
+
+TEST_F(CPopupMenuTest, IsChosenFromWithTheKeyboard) {
+    struct Row {
+        std::initializer_list<WPARAM> keys;
+        int expected;
+    };
+    const Row rows[] = {
+        {{VK_DOWN, VK_RETURN}, 1},
+        {{VK_UP, VK_UP, VK_RETURN}, 3},
+        {{VK_DOWN, VK_ESCAPE}, 0},
+        {{VK_DOWN, VK_DOWN, VK_RETURN, VK_ESCAPE}, 0},  // disabled: nothing is chosen
+        {{'O'}, 1},
+        {{'D', VK_ESCAPE}, 0},
+        {{'B', VK_RETURN}, 21},  // opens the sub-menu
+        {{VK_DOWN, VK_DOWN, VK_DOWN, VK_RIGHT, VK_DOWN, VK_RETURN}, 22},
+        {{'Q', VK_ESCAPE}, 0},
+    };
+    for (const Row& row : rows) {
+        EXPECT_EQ(TrackWith(row.keys), row.expected) << "first key " << *row.keys.begin();
+    }
+}
+
+TEST_F(CPopupMenuTest, PostsTheCommandLikeAnyMenu) {
+    EXPECT_EQ(TrackWith({VK_DOWN, VK_RETURN}, 0), 1);
+    MSG message{};
+    ASSERT_TRUE(::PeekMessageA(&message, m_owner.Window(), WM_COMMAND, WM_COMMAND, PM_REMOVE));
+    EXPECT_EQ(message.wParam, 1U);
+    EXPECT_EQ(TrackWith({VK_ESCAPE}, 0), 0);
+    EXPECT_FALSE(::PeekMessageA(&message, m_owner.Window(), WM_COMMAND, WM_COMMAND, PM_REMOVE));
+}
+
+TEST_F(CPopupMenuTest, NamesItsItemsAndHasRoomForThem) {
+    std::string names[6];
+    LONG width = 0;
+    UINT states[2] = {};
+    LRESULT choices[4] = {};
+    m_owner.Post([&] {
+        const HWND window = ::FindWindowA("#32768", nullptr);
+        const auto menu = reinterpret_cast<HMENU>(::SendMessageA(window, 0x01E1, 0, 0));  // MN_GETHMENU
+        for (UINT i = 0; i < 6; ++i) {
+            char text[64] = {};
+            ::GetMenuStringA(menu, i, text, sizeof text, MF_BYPOSITION);
+            names[i] = text;
+        }
+        RECT item{};
+        ::GetMenuItemRect(nullptr, menu, 4, &item);
+        width = item.right - item.left;
+        states[0] = ::GetMenuState(menu, 2, MF_BYPOSITION);
+        states[1] = ::GetMenuState(menu, 3, MF_BYPOSITION);
+        // What Windows asks for a letter, where it does not look at the texts of drawn items itself.
+        const auto choose = [&](char letter) {
+            return ::SendMessageA(m_owner.Window(), WM_MENUCHAR, MAKEWPARAM(letter, MF_POPUP),
+                                  reinterpret_cast<LPARAM>(menu));
+        };
+        choices[0] = choose('o');
+        choices[1] = choose('x');
+        ::HiliteMenuItem(m_owner.Window(), menu, 4, MF_BYPOSITION | MF_HILITE);
+        choices[2] = choose('X');
+        choices[3] = choose('w');
+        ::PostMessageA(m_owner.Window(), WM_KEYDOWN, VK_ESCAPE, 0);
+    });
+    EXPECT_EQ(m_menu.Track(m_owner.Window(), kPoint, TPM_RETURNCMD, m_look, nullptr), 0);
+    const std::string expected[] = {"&Open", "", "&Disabled", "&Block && wait", "E&xit\tCtrl+X", "Again &x"};
+    for (std::size_t i = 0; i < std::size(expected); ++i) EXPECT_EQ(names[i], expected[i]);
+    EXPECT_NE(states[0] & MF_DISABLED, 0U);
+    EXPECT_NE(states[1] & MF_CHECKED, 0U);
+    EXPECT_EQ(choices[0], MAKELRESULT(0, MNC_EXECUTE));
+    EXPECT_EQ(choices[1], MAKELRESULT(4, MNC_SELECT)) << "two have this letter";
+    EXPECT_EQ(choices[2], MAKELRESULT(5, MNC_SELECT));
+    EXPECT_EQ(choices[3], MAKELRESULT(0, MNC_IGNORE)) << "behind an ampersand that is shown";
+    // In bold, with the bar of the images, the gap before the shortcut and the right edge.
+    const auto widthOf = [&](const char* text) {
+        return MeasureText(m_owner.Window(), m_fonts.Bold(), text, 0).cx;
+    };
+    EXPECT_GE(width, widthOf("Exit") + widthOf("Ctrl+X") + Scale(28 + 8 + 24 + 20));
+}
+
+TEST_F(CPopupMenuTest, LeavesNothingBehind) {
+    test::ExpectNothingLeftBy([this] { EXPECT_EQ(TrackWith({'B', VK_RETURN}), 21); });
+    // The owner is its own again.
+    EXPECT_EQ(::SendMessageA(m_owner.Window(), WM_MENUCHAR, 'O', 0), 0);
+}
+
+TEST_F(CPopupMenuTest, ListMenuOffersToCopyOnlyWhatIsSelected) {
+    const auto choose = [this](bool hasSelection, std::initializer_list<WPARAM> keys) {
+        Press(keys);
+        return TrackListMenu(m_owner.Window(), kPoint, m_look, hasSelection);
+    };
+    EXPECT_EQ(choose(true, {VK_DOWN, VK_RETURN}), ListCommand::Copy);
+    EXPECT_EQ(choose(false, {VK_DOWN, VK_RETURN, VK_ESCAPE}), ListCommand::None);
+    EXPECT_EQ(choose(false, {VK_UP, VK_RETURN}), ListCommand::Refresh);
+    EXPECT_EQ(choose(true, {VK_DOWN, VK_DOWN, VK_RETURN}), ListCommand::SelectAll);
+}
+
+}  // namespace
+}  // namespace brennvar
