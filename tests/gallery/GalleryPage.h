@@ -31,5 +31,6 @@ public:
 
 // One function for each page; main.cpp has the list of their names.
 [[nodiscard]] std::unique_ptr<GalleryPage> MakeControlsGallery();
+[[nodiscard]] std::unique_ptr<GalleryPage> MakeEventsGallery();
 
 }  // namespace brennvar::gallery

@@ -1,4 +1,7 @@
-// gallery.exe --page NAME: shows a page of controls until it is closed. The skin is the one of settings.ini.
+// gallery.exe --page NAME   shows a page of controls until it is closed, in skin and language of settings.ini
+// gallery.exe --list        prints the names of the pages, one a line; "NAME translated" for one that shows texts
+// of
+//                           the language
 #include <cstring>
 #include <memory>
 #include <string>
@@ -12,10 +15,12 @@ namespace {
 struct PageEntry {
     const char* name;
     std::unique_ptr<GalleryPage> (*make)();
+    bool isTranslated = false;
 };
 
 constexpr PageEntry kPages[] = {
     {"controls", &MakeControlsGallery},
+    {"events", &MakeEventsGallery},
 };
 
 class GalleryWindow final : public CWindow {
@@ -51,7 +56,21 @@ std::unique_ptr<GalleryPage> MakePage() {
     return chosen->make();
 }
 
-void Run() {
+void ListPages() {
+    std::string names;
+    for (const PageEntry& page : kPages)
+        names += std::string(page.name) + (page.isTranslated ? " translated\n" : "\n");
+    // A program with windows has an output only where the caller gives it one.
+    DWORD written = 0;
+    (void)::WriteFile(::GetStdHandle(STD_OUTPUT_HANDLE), names.data(), static_cast<DWORD>(names.size()), &written,
+                      nullptr);
+}
+
+int Run() {
+    if (__argc == 2 && std::strcmp(__argv[1], "--list") == 0) {
+        ListPages();
+        return 0;
+    }
     const CFonts fonts;
     const Look look(fonts);
     const std::unique_ptr<GalleryPage> page = MakePage();
@@ -65,7 +84,7 @@ void Run() {
     ::AdjustWindowRectEx(&setup.place, setup.style, FALSE, setup.extendedStyle);
     ::OffsetRect(&setup.place, -setup.place.left, -setup.place.top);
     setup.className = "BrennvarGallery";
-    if (!window.Create(setup)) return;
+    if (!window.Create(setup)) return 1;
     ::ShowWindow(window.Window(), SW_SHOW);
     page->OnShown(window.Window(), look);
     MSG message;
@@ -74,12 +93,12 @@ void Run() {
         ::TranslateMessage(&message);
         ::DispatchMessageA(&message);
     }
+    return static_cast<int>(message.wParam);
 }
 
 }  // namespace
 }  // namespace brennvar::gallery
 
 int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int) {
-    brennvar::gallery::Run();
-    return 0;
+    return brennvar::gallery::Run();
 }
