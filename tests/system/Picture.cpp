@@ -16,7 +16,7 @@ constexpr char kMenuClass[] = "#32768";
 
 struct Pixels {
     BITMAPINFOHEADER format{};
-    std::vector<std::uint8_t> bytes;  // rows of blue, green, red, unused; the lowest row first
+    std::vector<std::uint8_t> bytes;  // rows of blue, green, red, filled to 4 bytes; the lowest row first
     friend bool operator==(const Pixels& a, const Pixels& b) { return a.bytes == b.bytes; }
 };
 
@@ -26,9 +26,9 @@ Pixels ReadScreen(const RECT& place) {
     pixels.format.biWidth = place.right - place.left;
     pixels.format.biHeight = place.bottom - place.top;
     pixels.format.biPlanes = 1;
-    pixels.format.biBitCount = 32;
-    pixels.bytes.resize(static_cast<std::size_t>(pixels.format.biWidth) *
-                        static_cast<std::size_t>(pixels.format.biHeight) * 4);
+    pixels.format.biBitCount = 24;
+    const auto rowSize = (static_cast<std::size_t>(pixels.format.biWidth) * 3 + 3) / 4 * 4;
+    pixels.bytes.resize(rowSize * static_cast<std::size_t>(pixels.format.biHeight));
     const HDC screen = ::GetDC(nullptr);
     const UniqueMemoryDc memory(::CreateCompatibleDC(screen));
     const UniqueBitmap bitmap(::CreateCompatibleBitmap(screen, pixels.format.biWidth, pixels.format.biHeight));
