@@ -1,8 +1,9 @@
 #!/usr/bin/env bash
-# Builds and runs the benchmarks and compares them with what the core must keep up with. One line for each measure:
+# Builds and runs the benchmarks and compares them with what the core and the lists must keep up with. One line for each measure:
 # name, value, goal, and "ok" or "short". A goal that is missed does not fail the script; only a measure that cannot
 # be taken does.
-#   --repetitions N  how often each benchmark runs (default 15); the median counts
+# The core's run on this system, the lists' under Wine on a display of their own.
+#   --repetitions N  how often each benchmark runs (default 15, the lists' a third of it); the median counts
 set -euo pipefail
 cd "$(dirname "$0")/.."
 . scripts/lib.sh
@@ -70,3 +71,15 @@ awk -v measures="$measures" -F, '
         }
         exit missing
     }' "$logs/bench.csv" || fail "some measures could not be taken"
+
+# The tree control's time as a multiple of the native list view's, in one program that lets them take turns.
+say "comparing the lists under Wine" >&2
+{ cmake --preset windows && cmake --build --preset windows --target list_bench; } >"$logs/build-list-bench.log" 2>&1 ||
+    { tail -n 60 "$logs/build-list-bench.log" >&2; fail "cannot build list_bench"; }
+cleanup() { stop_wine; stop_display; }
+trap cleanup EXIT
+start_display
+start_wine "$PWD/build/prefix-bench"
+wine build/windows/bench/list_bench.exe $(((repetitions + 2) / 3)) >"$logs/list-bench.log" 2>/dev/null </dev/null ||
+    fail "the lists could not be measured"
+awk '{ printf "%-18s  %8.3f x   <= 1.0   %s\n", $1, $2, $2 + 0 <= 1.0 ? "ok" : "short" }' <(tr -d '\r' <"$logs/list-bench.log")

@@ -27,8 +27,8 @@ void AboutDialog::OnCreateContent() {
     ::SetWindowTextA(Window(), m_language.GetText(52, "About").c_str());
     ::SetDlgItemTextA(Window(), IDC_PRODUCT_NAME, m_language.GetText(41, "Brennvar Personal Firewall").c_str());
     ::SetDlgItemTextA(Window(), IDC_PRODUCT_VERSION,
-                      (m_language.GetText(1061, "Version") + " " + ReadOwnVersion()).c_str());
-    ::SetDlgItemTextA(Window(), IDC_PRODUCT_COPYRIGHT, m_language.GetText(1062, "Copyright (C) Quorlan").c_str());
+                      (m_language.GetText(1060, "Version") + " " + ReadOwnVersion()).c_str());
+    ::SetDlgItemTextA(Window(), IDC_PRODUCT_COPYRIGHT, m_language.GetText(1061, "Copyright (C) Quorlan").c_str());
     ::SetDlgItemTextA(Window(), IDOK, m_language.GetText(125, "OK").c_str());
     m_shield.Reset(
         static_cast<HICON>(::LoadImageA(::GetModuleHandleA(nullptr), MAKEINTRESOURCEA(IDI_PROGRAM), IMAGE_ICON,

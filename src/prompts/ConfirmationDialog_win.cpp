@@ -63,14 +63,18 @@ PromptAnswer ConfirmationDialog::Ask(HWND owner) {
     return AnswerOfDialog(static_cast<int>(result), m_remember);
 }
 
+void ConfirmationDialog::OnInitDialog() {
+    CSkinDialog::OnInitDialog();
+    SetButtonsEnabled(false);
+    ::SetTimer(Window(), kButtonTimer, kButtonDelay, nullptr);
+}
+
 void ConfirmationDialog::OnCreateContent() {
     static_assert(kDialogResultNo == IDNO);
     ::SetWindowTextA(Window(), m_question.caption.c_str());
     m_icon = LoadIconOfProgram(m_question.applicationKnown ? m_question.path : "", IconSize::Large);
     AdoptControls();
     PlaceControls();
-    SetButtonsEnabled(false);
-    ::SetTimer(Window(), kButtonTimer, kButtonDelay, nullptr);
 }
 
 void ConfirmationDialog::AdoptControls() {
@@ -140,8 +144,7 @@ void ConfirmationDialog::OnPaintGround(HDC dc) {
 
 void ConfirmationDialog::SetButtonsEnabled(bool enabled) {
     m_buttonsWork = enabled;
-    ::EnableWindow(Item(IDC_ALLOW), enabled);
-    ::EnableWindow(Item(IDC_DENY), enabled);
+    for (const int id : {IDC_ALLOW, IDC_DENY, IDCANCEL}) ::EnableWindow(Item(id), enabled);
 }
 
 void ConfirmationDialog::OnTimer(UINT_PTR id) {

@@ -25,6 +25,7 @@ public:
     PromptAnswer Ask(HWND owner);
 
 private:
+    void OnInitDialog() override;
     void OnCreateContent() override;
     [[nodiscard]] RECT OpeningPlace(SIZE size) const override;
     void OnPaintGround(HDC dc) override;

@@ -10,6 +10,7 @@ constexpr int kTextPadding = 6;          // left and right of a label
 constexpr int kPageTextLeft = 52;        // beside the icon, which is part of the picture (16 + 24 + 12)
 constexpr int kFocusInset = 3;           // the focus frame stands inside the ring of a default button
 constexpr int kFocusShare = 100;         // of the ground in the focus frame, so that it stays behind the text
+constexpr int kSelectedBar = 3;          // at the left of the selected page's plain button
 constexpr int kRingDiameter = 8;         // round as the corners of the delivered pictures
 constexpr BYTE kDisabledOpacity = 115;   // of 255
 constexpr int kDisabledTextShare = 110;  // towards the ground, over which the picture has faded as well
@@ -73,6 +74,10 @@ bool CButton::IsDefault() const {
     return m_form == ButtonForm::Labelled && (Style() & BS_TYPEMASK) == BS_DEFPUSHBUTTON;
 }
 
+COLORREF CButton::GroundBelow() const {
+    return m_form == ButtonForm::Labelled ? m_colours.page : kPlainGround[2];
+}
+
 void CButton::OnPaint(HDC dc, const RECT& client) {
     const State state = CurrentState();
     if (m_image) {
@@ -95,9 +100,12 @@ void CButton::OnPaint(HDC dc, const RECT& client) {
 
 void CButton::PaintPlain(HDC dc, const RECT& client, State state) const {
     const auto shown = [this](COLORREF colour) {
-        return IsEnabled() ? colour : MixColours(colour, m_colours.page, 255 - kDisabledOpacity);
+        return IsEnabled() ? colour : MixColours(colour, GroundBelow(), 255 - kDisabledOpacity);
     };
     FillSolid(dc, client, shown(kPlainGround[static_cast<int>(state)]));
+    if (m_form == ButtonForm::PageEntry && m_isSelected) {
+        FillSolid(dc, {client.left, client.top, client.left + kSelectedBar, client.bottom}, m_colours.accent);
+    }
     if (m_form != ButtonForm::Caption) return;
     const COLORREF colour = shown(m_textColours[static_cast<std::size_t>(state)]);
     const RECT box = Centred(client, {Scale(10), Scale(10)});
@@ -117,7 +125,7 @@ void CButton::PaintText(HDC dc, const RECT& client, State state) const {
     const RECT place{client.left + (isPage ? kPageTextLeft : padding), client.top, client.right - padding,
                      client.bottom};
     COLORREF colour = m_textColours[static_cast<std::size_t>(state)];
-    if (!IsEnabled()) colour = MixColours(colour, isPage ? kPlainGround[0] : m_colours.page, kDisabledTextShare);
+    if (!IsEnabled()) colour = MixColours(colour, GroundBelow(), kDisabledTextShare);
     DrawLabel(dc, Font(), place, Text(), colour,
               (isPage ? DT_LEFT : DT_CENTER) | DT_VCENTER | DT_SINGLELINE | DT_END_ELLIPSIS | PrefixFormat());
 }

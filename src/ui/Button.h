@@ -85,6 +85,8 @@ private:
     void Resolve(const ButtonKind& kind, const Look& look);
     [[nodiscard]] State CurrentState() const;
     [[nodiscard]] bool IsDefault() const;
+    // About what shines through when it is disabled: the page, or the dark column and caption band.
+    [[nodiscard]] COLORREF GroundBelow() const;
     void OnPaint(HDC dc, const RECT& client) override;
     void PaintPlain(HDC dc, const RECT& client, State state) const;
     void PaintText(HDC dc, const RECT& client, State state) const;

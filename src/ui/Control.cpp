@@ -107,7 +107,8 @@ LRESULT CControl::CallSilently(UINT message, WPARAM wParam, LPARAM lParam) {
     const LRESULT result = ::DefSubclassProc(window, message, wParam, lParam);
     if (!isVisible || !::IsWindow(window)) return result;
     ::DefSubclassProc(window, WM_SETREDRAW, TRUE, 0);
-    ::InvalidateRect(window, nullptr, FALSE);
+    // A window that does not show has nothing left to be painted, and neither have the windows in it.
+    ::RedrawWindow(window, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
     return result;
 }
 

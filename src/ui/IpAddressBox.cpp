@@ -131,6 +131,8 @@ std::optional<LRESULT> CIpAddressBox::OnMessage(UINT message, WPARAM wParam, LPA
             Repaint();
             return result;
         }
+        // Comes with every key, and shows nothing: the numbers need not be painted anew.
+        case WM_SETTEXT: return CallWindows(message, wParam, lParam);
         case WM_LBUTTONDOWN: FocusFieldAt(GET_X_LPARAM(lParam)); return 0;
         case WM_COMMAND:  // of a field: the focus may have come or gone
         case WM_ENABLE: {

@@ -4,6 +4,7 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "ui/Dialog.h"
 #include "ui/Fonts.h"
@@ -40,8 +41,13 @@ protected:
     virtual void OnCreateContent() {}
     // The room below the title, in client coordinates.
     virtual void OnPlaceContent(const RECT&) {}
+    // What the title's right side has to leave free, in pixels of the screen.
+    [[nodiscard]] virtual int RoomBesideTitle() const { return 0; }
     virtual void OnShow() {}
     virtual void OnHide() {}
+
+    // Grounds for groups of controls, in client coordinates; for OnPlaceContent.
+    void SetCards(std::vector<RECT> cards);
 
     // From OnCreateContent on.
     [[nodiscard]] const Look& GetLook() const { return *m_look; }
@@ -58,6 +64,7 @@ private:
     CLabel m_title;
     CLabel m_line;
     CLabel m_empty;
+    std::vector<RECT> m_cards;
     bool m_shown = false;
 };
 

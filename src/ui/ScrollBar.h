@@ -36,6 +36,9 @@ public:
     bool SetRange(const ScrollRange& range);
     [[nodiscard]] const ScrollRange& Range() const { return m_range; }
 
+    // Where a click on an arrow or beside the thumb leads.
+    [[nodiscard]] int PositionAfter(Part part) const;
+
     void Paint(HDC dc, const ScrollPictures& pictures, const Palette& colours) const;
 
     [[nodiscard]] bool Contains(POINT point) const { return ::PtInRect(&m_place, point) != FALSE; }
@@ -58,7 +61,6 @@ private:
     [[nodiscard]] ThumbPlace Thumb() const;
     [[nodiscard]] int Along(POINT point) const;  // from the start of the bar
     [[nodiscard]] Part PartAt(POINT point) const;
-    [[nodiscard]] int PositionAfter(Part part) const;
     void PaintUpright(HDC dc, const ScrollPictures& pictures, const Palette& colours) const;
     void PaintTurned(HDC dc, const ScrollPictures& pictures, const Palette& colours) const;
     [[nodiscard]] int FrameOf(Part part) const;

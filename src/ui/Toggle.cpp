@@ -57,7 +57,7 @@ CToggle::Layout CToggle::LayOut(HDC dc, const RECT& client) const {
     }
     // Both stand with the middle of the first line on one height, and together in the middle of the control.
     const LONG firstLine = std::max<LONG>(metrics.tmHeight, picture.cy);
-    const LONG block = HeightOf(text) + firstLine - metrics.tmHeight;
+    const LONG block = std::max<LONG>(HeightOf(text), metrics.tmHeight) + firstLine - metrics.tmHeight;
     const bool isAtTop = (Style() & BS_VCENTER) == BS_TOP;
     const LONG top = isAtTop ? client.top : client.top + std::max<LONG>(0, (HeightOf(client) - block) / 2);
     ::OffsetRect(&text, 0, top + (firstLine - metrics.tmHeight) / 2);

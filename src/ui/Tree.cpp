@@ -48,7 +48,14 @@ void CTree::OnDestroy() {
     HideTip();
 }
 
-void CTree::OnFocus(bool) {
+void CTree::OnFocus(bool hasFocus) {
+    // Who comes with Tab sees where the focus is.
+    if (hasFocus && ::GetKeyState(VK_TAB) < 0) {
+        m_showsFocus = true;
+        if (FocusedRow() < 0 && m_rowCount > 0) {
+            ChangeSelection([](RowSelection& selection) { return selection.FocusOnly(0); });
+        }
+    }
     Repaint(m_rows);
     if (FocusedRow() >= 0) ::NotifyWinEvent(EVENT_OBJECT_FOCUS, Window(), OBJID_CLIENT, FocusedRow() + 1);
 }

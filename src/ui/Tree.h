@@ -113,6 +113,7 @@ protected:
     void OnCaptureLost() override;
     void OnWheel(int delta, bool isHorizontal) override;
     bool OnKeyDown(UINT key) override;
+    bool OnChar(char character) override;
     void OnContextMenu(POINT point) override;
     void OnPaint(HDC dc, const RECT& invalid) override;
     std::optional<LRESULT> OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
@@ -208,6 +209,8 @@ private:
 
     RowSelection m_selection;
     bool m_showsFocus = false;  // the user works with the keyboard
+    std::string m_typed;        // lower case, what the user looks for by typing
+    ULONGLONG m_typedAt = 0;    // ms since the system's start
     int m_sortColumn = -1;
     bool m_isAscending = true;
 

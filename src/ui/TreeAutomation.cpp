@@ -12,6 +12,19 @@ LRESULT Packed(LONG x, LONG y) {
     return MAKELPARAM(x, y);
 }
 
+// What the messages of Windows' own scroll bars ask for.
+int PositionFor(const CScrollBar& bar, WORD request) {
+    switch (request) {
+        case SB_LINEUP: return bar.PositionAfter(CScrollBar::Part::ArrowBack);
+        case SB_LINEDOWN: return bar.PositionAfter(CScrollBar::Part::ArrowForward);
+        case SB_PAGEUP: return bar.PositionAfter(CScrollBar::Part::PageBack);
+        case SB_PAGEDOWN: return bar.PositionAfter(CScrollBar::Part::PageForward);
+        case SB_TOP: return 0;
+        case SB_BOTTOM: return bar.Range().LastPosition();
+        default: return bar.Range().position;
+    }
+}
+
 }  // namespace
 
 std::optional<LRESULT> CTree::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
@@ -20,6 +33,8 @@ std::optional<LRESULT> CTree::OnMessage(UINT message, WPARAM wParam, LPARAM lPar
         case WM_GETDLGCODE: return OnGetDialogCode(lParam);
         case WM_SETCURSOR: return LOWORD(lParam) == HTCLIENT ? OnSetCursor() : std::nullopt;
         case WM_RBUTTONDOWN: OnRightDown({LOWORD(lParam), HIWORD(lParam)}); return 0;
+        case WM_VSCROLL: ScrollVertically(PositionFor(m_vertical, LOWORD(wParam))); return 0;
+        case WM_HSCROLL: ScrollHorizontally(PositionFor(m_horizontal, LOWORD(wParam))); return 0;
         case WM_GETTEXTLENGTH: return static_cast<LRESULT>(WindowText().size());
         case WM_GETTEXT: {
             const std::string text = WindowText();

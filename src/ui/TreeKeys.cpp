@@ -11,6 +11,15 @@ bool IsHeld(int key) {
     return ::GetKeyState(key) < 0;
 }
 
+constexpr int kMostSearchedRows = 10'000;  // more would keep the user waiting
+constexpr ULONGLONG kTypingPause = 1000;   // ms, after which typing begins anew
+
+// In the system's code page.
+std::string Lower(std::string text) {
+    ::CharLowerBuffA(text.data(), static_cast<DWORD>(text.size()));
+    return text;
+}
+
 // A cell must not make more cells or lines of itself.
 void AppendFlat(std::string& text, const std::string& cell) {
     for (const char character : cell) {
@@ -82,6 +91,30 @@ void CTree::MoveFocusTo(int row) {
     EnsureVisible(row);
     RefreshRow(row);
     ChangeSelection([=](RowSelection& selection) { return selection.MoveTo(row, held); });
+}
+
+// Goes to the next row whose first cell begins with what was typed.
+bool CTree::OnChar(char character) {
+    if (static_cast<unsigned char>(character) <= ' ' || m_rowCount > kMostSearchedRows) return false;
+    const ULONGLONG now = ::GetTickCount64();
+    const bool goesOn = now - m_typedAt < kTypingPause && !m_typed.empty();
+    m_typedAt = now;
+    if (!goesOn) m_typed.clear();
+    const std::string typed = Lower({character});
+    // The same letter again and again goes from row to row.
+    const bool isRepeated = m_typed == typed;
+    if (!isRepeated) m_typed += typed;
+    const int start = std::max(0, FocusedRow() + (goesOn && !isRepeated ? 0 : 1));
+    for (int step = 0; step < m_rowCount; ++step) {
+        const int row = (start + step) % m_rowCount;
+        if (!Lower(m_source.Cell(row, 0).text.substr(0, m_typed.size())).starts_with(m_typed)) continue;
+        m_showsFocus = true;
+        EnsureVisible(row);
+        RefreshRow(row);
+        ChangeSelection([=](RowSelection& selection) { return selection.SelectOnly(row); });
+        break;
+    }
+    return true;
 }
 
 void CTree::GoLeft() {

@@ -4,6 +4,7 @@
 //
 // Texts are read with WM_GETTEXT: the cells of the focused row, joined by tabs; of a list without rows, why it is
 // empty. The first WM_GETTEXT after kTreeQueryCell reads that cell's text, as it was when it was asked for.
+// WM_VSCROLL and WM_HSCROLL scroll by lines and pages and to both ends.
 #pragma once
 
 #include "base/Windows_win.h"

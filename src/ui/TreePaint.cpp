@@ -70,7 +70,8 @@ void CTree::PaintHeader(HDC dc, const RECT& invalid) {
         if (m_grip == Grip::Header && m_gripColumn == column) touch = Touch::Pressed;
         auto sort = TreePainter::Sort::None;
         if (m_sortColumn == column) sort = m_isAscending ? TreePainter::Sort::Up : TreePainter::Sort::Down;
-        m_painter->PaintHeaderCell(buffer, cell, m_columns[static_cast<std::size_t>(column)], sort, touch);
+        m_painter->PaintHeaderCell(buffer, cell, cell.right < header.right,
+                                   m_columns[static_cast<std::size_t>(column)], sort, touch);
     }
     ::BitBlt(dc, m_header.left, m_header.top, header.right, header.bottom, buffer, 0, 0, SRCCOPY);
 }
@@ -92,7 +93,9 @@ void CTree::PaintRows(HDC dc, const RECT& invalid) {
     if (m_rowCount > endRow || ::IsRectEmpty(&rest)) return;
     const CBufferedDc buffer(dc, rest);
     FillSolid(buffer.Dc(), rest, m_painter->Colours().list);
-    if (m_rowCount > 0 || m_setup.emptyText.empty()) return;
+    if (m_rowCount > 0) return;
+    if (m_showsFocus && ::GetFocus() == Window()) m_painter->PaintFocus(buffer.Dc(), m_rows);
+    if (m_setup.emptyText.empty()) return;
     const CSelect font(buffer.Dc(), m_painter->Font());
     ::SetBkMode(buffer.Dc(), TRANSPARENT);
     m_painter->PaintEmptyText(buffer.Dc(), m_rows, m_setup.emptyText);

@@ -1,6 +1,7 @@
 #include "ui/TreePainter.h"
 
 #include <algorithm>
+#include <cmath>
 #include <limits>
 
 #include "ui/Paint.h"
@@ -19,10 +20,24 @@ constexpr int kGap = 6;
 
 constexpr int kCheckFrames = 6;      // rest, hot, pressed, and the same checked
 constexpr int kUnfocusedShare = 96;  // of the list's ground in a selection without the focus, of 255
+constexpr double kLeastContrast = 4.5;
 constexpr COLORREF kPill = RGB(226, 232, 240);
 
 int Brightness(COLORREF colour) {
     return (GetRValue(colour) * 299 + GetGValue(colour) * 587 + GetBValue(colour) * 114) / 1000;
+}
+
+// As WCAG 2.1 defines them.
+double Luminance(COLORREF colour) {
+    const auto part = [](int value) {
+        const double share = value / 255.0;
+        return share <= 0.03928 ? share / 12.92 : std::pow((share + 0.055) / 1.055, 2.4);
+    };
+    return 0.2126 * part(GetRValue(colour)) + 0.7152 * part(GetGValue(colour)) + 0.0722 * part(GetBValue(colour));
+}
+double Contrast(COLORREF first, COLORREF second) {
+    const auto [darker, lighter] = std::minmax({Luminance(first), Luminance(second)});
+    return (lighter + 0.05) / (darker + 0.05);
 }
 
 RECT Take(RECT& rest, int width, int gap) {
@@ -31,7 +46,7 @@ RECT Take(RECT& rest, int width, int gap) {
     return place;
 }
 
-// An equal-sided triangle in steps of whole pixels, which stays sharp. sideways: points right, else down or up.
+// A triangle in steps of whole pixels, which stays sharp: points right, down, or, reversed, up.
 void DrawTriangle(HDC dc, const RECT& place, int half, bool isSideways, bool isReversed, COLORREF colour) {
     const RECT box = Centred(place, isSideways ? SIZE{half, 2 * half - 1} : SIZE{2 * half - 1, half});
     for (int line = 0; line < half; ++line) {
@@ -119,8 +134,20 @@ void TreePainter::PaintCell(HDC dc, const TreeCell& cell, const TreeRow& row, co
     if (cell.onPill && m_isDark && !cell.text.empty()) {
         PaintPill(dc, places.text, m_text.Width(dc, cell.text, WidthOf(places.text)));
     }
-    ::SetTextColor(dc, cell.textColour.value_or(cell.isQuiet ? m_colours.quietText : m_colours.text));
+    COLORREF colour = cell.isQuiet ? m_colours.quietText : m_colours.text;
+    if (cell.textColour) colour = cell.onPill ? *cell.textColour : Readable(*cell.textColour);
+    ::SetTextColor(dc, colour);
     m_text.Draw(dc, places.text, cell.text, isNumber);
+}
+
+// Colours are chosen for a light list. A dark one shows them as much lighter as reading takes.
+COLORREF TreePainter::Readable(COLORREF colour) {
+    if (!m_isDark || colour == m_wanted) return m_isDark ? m_readable : colour;
+    m_wanted = m_readable = colour;
+    for (int share = 32; Contrast(m_readable, m_colours.list) < kLeastContrast && share < 256; share += 32) {
+        m_readable = MixColours(colour, m_colours.text, share);
+    }
+    return m_readable;
 }
 
 void TreePainter::PaintCheck(HDC dc, const RECT& place, bool isChecked, Touch touch) const {
@@ -153,19 +180,21 @@ void TreePainter::PaintHeaderGround(HDC dc, const RECT& header) const {
     FillGradient(dc, {header.left, line, header.right, header.bottom}, m_lineLeft, m_lineRight, false);
 }
 
-void TreePainter::PaintHeaderCell(HDC dc, const RECT& place, const TreeColumn& column, Sort sort, Touch touch) {
+void TreePainter::PaintHeaderCell(HDC dc, const RECT& place, bool hasDivider, const TreeColumn& column, Sort sort,
+                                  Touch touch) {
     RECT inner = place;
     inner.bottom -= Scale(kHeaderLine);
     if (touch != Touch::Rest) {
         const int share = touch == Touch::Hot ? 110 : 200;
         FillSolid(dc, inner, MixColours(m_header, m_colours.frame2, share));
     }
-    FillSolid(dc, {inner.right - 1, inner.top + Scale(5), inner.right, inner.bottom - Scale(5)}, m_colours.frame2);
+    const RECT divider{inner.right - 1, inner.top + Scale(5), inner.right, inner.bottom - Scale(5)};
+    if (hasDivider) FillSolid(dc, divider, m_colours.frame2);
     ::InflateRect(&inner, -Scale(kMargin), 0);
     if (sort != Sort::None && WidthOf(inner) > 3 * Scale(kMargin)) {
         RECT arrow = inner;
         arrow.left = inner.right = inner.right - Scale(kMargin) - Scale(4);
-        DrawTriangle(dc, arrow, Scale(4), false, sort == Sort::Down, m_colours.quietText);
+        DrawTriangle(dc, arrow, Scale(4), false, sort == Sort::Up, m_colours.quietText);
         inner.right -= Scale(4);
     }
     ::SetTextColor(dc, m_colours.quietText);

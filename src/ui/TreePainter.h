@@ -47,11 +47,14 @@ public:
 
     enum class Sort { None, Up, Down };
     void PaintHeaderGround(HDC dc, const RECT& header) const;
-    void PaintHeaderCell(HDC dc, const RECT& place, const TreeColumn& column, Sort sort, Touch touch);
+    // The last column at the list's edge has no divider.
+    void PaintHeaderCell(HDC dc, const RECT& place, bool hasDivider, const TreeColumn& column, Sort sort,
+                         Touch touch);
     void PaintEmptyText(HDC dc, const RECT& rows, const std::string& text) const;
 
 private:
     void PaintCheck(HDC dc, const RECT& place, bool isChecked, Touch touch) const;
+    [[nodiscard]] COLORREF Readable(COLORREF colour);
     void PaintPill(HDC dc, const RECT& place, int textWidth) const;
     [[nodiscard]] bool IsDark() const { return m_isDark; }
 
@@ -60,6 +63,8 @@ private:
     COLORREF m_lineRight;
     COLORREF m_header;
     bool m_isDark;
+    COLORREF m_wanted = CLR_INVALID;  // the last colour that was made readable, and what became of it
+    COLORREF m_readable = CLR_INVALID;
     CellText m_text;
     CSkinImage m_check;
 };

@@ -8,8 +8,11 @@
 namespace brennvar {
 namespace {
 
+// At 96 pixels per inch.
+constexpr int kCardMargin = 16;
 constexpr int kRowHeight = 24;
 constexpr int kRowStep = 32;
+constexpr int kButtonGap = 8;
 constexpr int kListWidth = 240;
 constexpr int kLabelWidth = 144;  // wider where the language needs it
 constexpr int kLabelGap = 16;
@@ -52,19 +55,23 @@ void OptionsPage::OnCreateContent() {
 void OptionsPage::OnPlaceContent(const RECT& place) {
     const int labelWidth =
         std::max<int>({Scale(kLabelWidth), m_skinLabel.Measure(0).cx, m_languageLabel.Measure(0).cx});
-    const int listLeft = place.left + labelWidth + Scale(kLabelGap);
-    const int right = listLeft + Scale(kListWidth);
-    int top = place.top;
+    const int margin = Scale(kCardMargin);
+    const LONG left = place.left + margin;
+    const LONG listLeft = left + labelWidth + Scale(kLabelGap);
+    const LONG right = listLeft + Scale(kListWidth);
+    LONG top = place.top + margin;
     const auto placeRow = [&](const CLabel& label, const CComboBox& list) {
-        label.Place({place.left, top, place.left + labelWidth, top + Scale(kRowHeight)});
+        label.Place({left, top, left + labelWidth, top + Scale(kRowHeight)});
         list.Place({listLeft, top, right, top + Scale(kRowHeight)});
         top += Scale(kRowStep);
     };
-    m_heading.Place({place.left, top, right, top + Scale(kRowHeight)});
+    m_heading.Place({left, top, right, top + Scale(kRowHeight)});
     top += Scale(kRowStep);
     placeRow(m_skinLabel, m_skins);
     placeRow(m_languageLabel, m_languages);
+    top += Scale(kButtonGap);
     m_apply.MoveTo(right - m_apply.Size().cx, top);
+    SetCards({{place.left, place.top, right + margin, top + m_apply.Size().cy + margin}});
 }
 
 void OptionsPage::Reload() {

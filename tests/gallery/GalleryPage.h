@@ -32,5 +32,13 @@ public:
 // One function for each page; main.cpp has the list of their names.
 [[nodiscard]] std::unique_ptr<GalleryPage> MakeControlsGallery();
 [[nodiscard]] std::unique_ptr<GalleryPage> MakeEventsGallery();
+[[nodiscard]] std::unique_ptr<GalleryPage> MakeMessageGallery();
+[[nodiscard]] std::unique_ptr<GalleryPage> MakeQuestionGallery();
+[[nodiscard]] std::unique_ptr<GalleryPage> MakeConfirmationGallery();
+[[nodiscard]] std::unique_ptr<GalleryPage> MakeConfirmationDenyGallery();
+[[nodiscard]] std::unique_ptr<GalleryPage> MakeAboutGallery();
+[[nodiscard]] std::unique_ptr<GalleryPage> MakeMenuGallery();
+[[nodiscard]] std::unique_ptr<GalleryPage> MakeBalloonGallery();
+[[nodiscard]] std::unique_ptr<GalleryPage> MakeTreeGallery();
 
 }  // namespace brennvar::gallery

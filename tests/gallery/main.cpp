@@ -1,12 +1,13 @@
-// gallery.exe --page NAME   shows a page of controls until it is closed, in skin and language of settings.ini
-// gallery.exe --list        prints the names of the pages, one a line; "NAME translated" for one that shows texts
-// of
-//                           the language
+// gallery.exe --page NAME   shows a page until it is closed, in the skin and the language of settings.ini
+// gallery.exe --list        prints the names of the pages, one a line: "NAME", or "NAME translated" where the page
+//                           shows texts of the language
 #include <cstring>
 #include <memory>
 #include <string>
 
 #include "GalleryPage.h"
+#include "config/Charset.h"
+#include "config/Resources_win.h"
 #include "ui/Window.h"
 
 namespace brennvar::gallery {
@@ -21,6 +22,14 @@ struct PageEntry {
 constexpr PageEntry kPages[] = {
     {"controls", &MakeControlsGallery},
     {"events", &MakeEventsGallery},
+    {"message", &MakeMessageGallery, true},
+    {"question", &MakeQuestionGallery, true},
+    {"confirmation", &MakeConfirmationGallery, true},
+    {"confirmation-deny", &MakeConfirmationDenyGallery, true},
+    {"about", &MakeAboutGallery, true},
+    {"menu", &MakeMenuGallery, true},
+    {"balloon", &MakeBalloonGallery, true},
+    {"tree", &MakeTreeGallery},
 };
 
 class GalleryWindow final : public CWindow {
@@ -71,7 +80,7 @@ int Run() {
         ListPages();
         return 0;
     }
-    const CFonts fonts;
+    const CFonts fonts(GetFontCharset(CurrentLanguageName()));
     const Look look(fonts);
     const std::unique_ptr<GalleryPage> page = MakePage();
     GalleryWindow window(look, *page);

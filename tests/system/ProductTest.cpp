@@ -10,8 +10,6 @@
 #include "Desktop.h"
 #include "StandInProcess.h"
 #include "ui/TreeMessages.h"
-// Needs windows.h, which Desktop.h brings.
-#include <shlobj.h>
 
 namespace brennvar::test {
 namespace {

@@ -8,6 +8,7 @@
 #include <string>
 #include <string_view>
 #include <tuple>
+#include <utility>
 #include <vector>
 
 #include "config/Charset.h"
@@ -36,14 +37,15 @@ SourceTexts ScanSources() {
         const fs::path& path = entry.path();
         if ((path.extension() != ".cpp" && path.extension() != ".h") || IsLanguageItself(path)) continue;
         ++all.files;
-        const std::string name = path.lexically_relative(SourceFolder()).generic_string();
+        const std::string place = path.lexically_relative(SourceFolder()).generic_string() + ": ";
         const ScanResult result = ScanTexts(ReadWholeFile(path));
-        for (const std::string& fault : result.faults) all.faults.push_back(name + ": " + fault);
+        for (const std::string& fault : result.faults) all.faults.push_back(place + fault);
         for (const FoundText& text : result.texts) {
             const auto [at, isNew] = all.texts.try_emplace(text.number, text.english);
             if (isNew || at->second == text.english) continue;
-            all.faults.push_back(name + ": line " + std::to_string(text.line) + ": number " +
-                                 std::to_string(text.number) + " has another text elsewhere: " + at->second);
+            std::string fault = place + "line " + std::to_string(text.line);
+            fault += ": another text elsewhere has the number " + std::to_string(text.number) + ": " + at->second;
+            all.faults.push_back(std::move(fault));
         }
     }
     return all;

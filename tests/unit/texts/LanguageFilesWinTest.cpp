@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "config/Ini_win.h"
+#include "config/IniSnapshot_win.h"
 #include "unit/texts/LanguageFile.h"
 
 namespace brennvar::test {
@@ -9,7 +9,7 @@ namespace brennvar::test {
 TEST(LanguageFilesWinTest, TheSystemReadsEveryTextOfEveryLanguageByteForByte) {
     for (const char* language : {"English", "German", "Russian", "Slovak"}) {
         const auto path = std::filesystem::absolute(LanguageFileIn(language)).make_preferred();
-        const CIni ini(path.string());
+        const CIniSnapshot ini(path.string());
         const LanguageFile file = ReadLanguageFile(ReadWholeFile(path));
         EXPECT_FALSE(file.texts.empty()) << language;
         for (const auto& [number, text] : file.texts) {

@@ -1,0 +1,116 @@
+#include "ui/Button.h"
+
+#include <gtest/gtest.h>
+
+#include "support/ControlWindow.h"
+#include "ui/Edit.h"
+
+namespace brennvar {
+namespace {
+
+constexpr COLORREF kRest = RGB(10, 20, 30), kHot = RGB(40, 50, 60), kPressed = RGB(70, 80, 90);
+
+TEST(CButtonTest, TakesItsSizeAndItsStatesFromThePicture) {
+    const test::TestSkin skin;
+    skin.Write("button.png", test::StripFile({kRest, kHot, kPressed}, 30, 20));
+    skin.Write("button_large.png", test::StripFile({kRest}, 101, 20));  // not to be divided by three
+    test::ControlWindow window;
+    CButton button, odd;
+    button.Create(window.Window(), kButton, "", 7, skin.MakeLook());
+    odd.Create(window.Window(), kButtonLarge, "", 8, skin.MakeLook());
+    EXPECT_EQ(button.Size().cx, 30);
+    EXPECT_EQ(button.Size().cy, 20);
+    EXPECT_EQ(odd.Size().cx, 33);
+    const RECT client = button.ClientRect();
+    EXPECT_EQ(client.right, 30);
+    EXPECT_EQ(client.bottom, 20);
+
+    const HWND control = button.Window();
+    EXPECT_EQ(test::Screenshot(control).Count(kRest), 600);
+    ::SendMessageA(control, WM_MOUSEMOVE, 0, MAKELPARAM(5, 5));
+    EXPECT_EQ(test::Screenshot(control).Count(kHot), 600);
+    ::SendMessageA(control, BM_SETSTATE, TRUE, 0);
+    EXPECT_EQ(test::Screenshot(control).Count(kPressed), 600);
+    ::SendMessageA(control, BM_SETSTATE, FALSE, 0);
+    ::SendMessageA(control, WM_MOUSELEAVE, 0, 0);
+    button.SetSelected(true);
+    EXPECT_EQ(test::Screenshot(control).Count(kPressed), 600);
+    button.SetSelected(false);
+    ::EnableWindow(control, FALSE);
+    const test::Screenshot disabled(control);
+    EXPECT_EQ(disabled.Count(kRest), 0);
+    EXPECT_EQ(disabled.Count(test::ControlWindow::kGround), 0) << "the ground shines through, but not alone";
+    // The ring of the default button takes no room and moves nothing.
+    ::EnableWindow(control, TRUE);
+    ::SendMessageA(control, BM_SETSTYLE, BS_DEFPUSHBUTTON, TRUE);
+    const test::Screenshot standard(control);
+    EXPECT_EQ(standard.At(15, 0), Palette().accent);
+    EXPECT_EQ(standard.At(15, 1), kRest);
+}
+
+TEST(CButtonTest, PaintsItselfWithoutAPictureOrWithADamagedOne) {
+    const test::TestSkin skin;
+    skin.Write("button_close.png", test::StripFile({kRest, kHot, kPressed}, 30, 20).substr(0, 40));
+    test::ControlWindow window;
+    for (const ButtonKind* kind : {&kButtonDialog, &kButtonClose, &kButtonMin, &kButtonMenuStatistics}) {
+        CButton button;
+        button.Create(window.Window(), *kind, "Text", 7, skin.MakeLook());
+        EXPECT_EQ(button.Size().cx, Scale(kind->plainSize.cx)) << kind->imageKey;
+        const test::Screenshot shot(button.Window());
+        EXPECT_EQ(shot.Count(test::ControlWindow::kGround), 0) << kind->imageKey;
+        EXPECT_GT(shot.Count(RGB(255, 255, 255)), 0) << "text or glyph of " << kind->imageKey;
+        ::DestroyWindow(button.Window());
+    }
+}
+
+TEST(CButtonTest, NotifiesOncePerClickOfAnyKind) {
+    const test::TestSkin skin;
+    test::ControlWindow window;
+    CButton button;
+    button.Create(window.Window(), kButton, "&Go", 7, skin.MakeLook());
+    const HWND control = button.Window();
+    ::SendMessageA(control, BM_CLICK, 0, 0);
+    EXPECT_EQ(window.TakeCount(BN_CLICKED), 1);
+    ::SendMessageA(control, WM_KEYDOWN, VK_SPACE, 0);
+    ::SendMessageA(control, WM_KEYUP, VK_SPACE, 0);
+    EXPECT_EQ(window.TakeCount(BN_CLICKED), 1);
+    ::SendMessageA(control, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(5, 5));
+    ::SendMessageA(control, WM_LBUTTONUP, 0, MAKELPARAM(-5, 5));  // drawn off it
+    EXPECT_EQ(window.TakeCount(BN_CLICKED), 0);
+    EXPECT_EQ(button.Text(), "&Go");
+}
+
+TEST(CButtonTest, MayEndInItsOwnClick) {
+    const test::TestSkin skin;
+    for (const ButtonKind* kind : {&kButtonDialog, &kButtonClose}) {
+        auto window = std::make_unique<test::ControlWindow>();
+        auto button = std::make_unique<CButton>();
+        button->Create(window->Window(), *kind, "x", 7, skin.MakeLook());
+        const HWND control = button->Window(), parent = window->Window();
+        window->onCommand = [&] {
+            ::DestroyWindow(parent);
+            button.reset();
+        };
+        ::SendMessageA(control, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(5, 5));
+        ::SendMessageA(control, WM_LBUTTONUP, 0, MAKELPARAM(5, 5));
+        EXPECT_FALSE(::IsWindow(control));
+        EXPECT_EQ(button, nullptr);
+    }
+}
+
+TEST(CButtonTest, CaptionButtonsGiveTheKeyboardBack) {
+    const test::TestSkin skin;
+    test::ControlWindow window;
+    CEdit edit;
+    CButton caption;
+    edit.Create(window.Window(), "", 0, 6, skin.MakeLook());
+    caption.Create(window.Window(), kButtonHelp, "Help", 7, skin.MakeLook());
+    EXPECT_EQ(::GetNextDlgTabItem(window.Window(), edit.Window(), FALSE), edit.Window());
+    ::SetFocus(edit.Window());
+    ::SendMessageA(caption.Window(), BM_CLICK, 0, 0);
+    EXPECT_EQ(window.TakeCount(BN_CLICKED), 1);
+    EXPECT_EQ(::GetFocus(), edit.Window());
+}
+
+}  // namespace
+}  // namespace brennvar

@@ -1,0 +1,494 @@
+#include "ui/Tree.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+#include <stdexcept>
+
+#include "support/ControlWindow.h"
+#include "support/GdiObjects.h"
+#include "ui/Controls.h"
+#include "ui/TreeMessages.h"
+#include "ui/VisibleRows.h"
+
+namespace brennvar {
+namespace {
+
+// Entries 0 to count - 1; in a tree every fourth one is the parent of the three behind it.
+class TestRows final : public TreeRows {
+public:
+    int count = 0;
+    bool throws = false;
+    bool hasChecks = false;
+    std::vector<int> checked;
+    std::string longText;
+    VisibleRows visible;
+    bool isTree = false;
+    mutable int oddQuestions = 0;  // about rows that do not exist
+
+    void MakeTree(int entryCount) {
+        isTree = true;
+        std::vector<int> parents;
+        for (int entry = 0; entry < entryCount; ++entry) parents.push_back(entry % 4 == 0 ? -1 : entry - entry % 4);
+        visible.SetParents(parents);
+    }
+    [[nodiscard]] int RowCount() const override { return isTree ? visible.RowCount() : count; }
+    [[nodiscard]] TreeCell Cell(int row, int column) const override {
+        if (row < 0 || row >= RowCount()) ++oddQuestions;
+        if (throws) throw std::runtime_error("no cell");
+        const int entry = isTree ? visible.EntryOf(row) : row;
+        TreeCell cell;
+        cell.text = "r" + std::to_string(entry) + "c" + std::to_string(column);
+        if (column == 1 && !longText.empty()) cell.text = longText;
+        if (column == 1 && hasChecks) {
+            cell.checked = std::find(checked.begin(), checked.end(), entry) != checked.end();
+        }
+        return cell;
+    }
+    [[nodiscard]] TreeRow Row(int row) const override {
+        if (throws) throw std::runtime_error("no row");
+        if (!isTree) return {};
+        const int entry = visible.EntryOf(row);
+        return {visible.LevelOf(entry), visible.HasChildren(entry), visible.IsExpanded(entry)};
+    }
+    void SetExpanded(int row, bool isExpanded) override { visible.SetExpanded(visible.EntryOf(row), isExpanded); }
+};
+
+class CTreeTest : public testing::Test {
+protected:
+    test::TestSkin skin;
+    const Look look = skin.MakeLook();
+    test::ControlWindow window;
+    TestRows rows;
+    CTree tree;
+    int selections = 0;
+
+    void Make(bool selectsMany = true, bool hasLevels = false) {
+        const TreeColumn columns[] = {{.title = "One", .width = 120},
+                                      {.title = "Two", .width = 100, .minimalWidth = 60, .takesRoom = true},
+                                      {.title = "Three", .width = 80, .isNumber = true}};
+        tree.events.selectionChanged = [this] { ++selections; };
+        ASSERT_TRUE(tree.Create({.parent = window.Window(),
+                                 .id = 1,
+                                 .selectsMany = selectsMany,
+                                 .hasLevels = hasLevels,
+                                 .emptyText = "Nothing is here."},
+                                look, columns, rows));
+        tree.Place({0, 0, 400, 300});
+        ::SetFocus(tree.Window());
+        ::UpdateWindow(tree.Window());
+    }
+    void SetCount(int count) {
+        rows.count = count;
+        tree.Refresh();
+        ::UpdateWindow(tree.Window());
+    }
+    [[nodiscard]] LRESULT Ask(UINT message, int first = 0, int second = 0) const {
+        return ::SendMessageA(tree.Window(), message, static_cast<WPARAM>(first), second);
+    }
+    [[nodiscard]] std::string CellText(int row, int column) const {
+        (void)Ask(kTreeQueryCell, row, column);
+        return TextOfWindow(tree.Window());
+    }
+    void Press(UINT key, std::initializer_list<int> held = {}) const {
+        BYTE state[256] = {};
+        for (const int holding : held) state[holding] = 0x80;
+        ::SetKeyboardState(state);
+        ::SendMessageA(tree.Window(), WM_KEYDOWN, key, 0);
+        BYTE released[256] = {};
+        ::SetKeyboardState(released);
+    }
+    void Mouse(UINT message, LPARAM place, WPARAM keys = 0) const {
+        ::SendMessageA(tree.Window(), message, keys, place);
+    }
+    void Click(LPARAM place, WPARAM keys = 0) const {
+        Mouse(WM_LBUTTONDOWN, place, keys | MK_LBUTTON);
+        Mouse(WM_LBUTTONUP, place, keys);
+    }
+    // The left top corner of a cell, and so many pixels to the right and below.
+    [[nodiscard]] LPARAM InCell(int row, int column, int right = 10, int below = 10) const {
+        const LRESULT corner = Ask(kTreeGetCellLeftTop, row, column);
+        EXPECT_NE(corner, -1) << row;
+        return MAKELPARAM(LOWORD(corner) + right, HIWORD(corner) + below);
+    }
+};
+
+TEST_F(CTreeTest, TellsAutomationItsRowsAndTexts) {
+    Make();
+    EXPECT_EQ(Ask(kTreeGetRowCount), 0);
+    EXPECT_EQ(TextOfWindow(tree.Window()), "Nothing is here.");
+    SetCount(100);
+    EXPECT_EQ(Ask(kTreeGetRowCount), 100);
+    EXPECT_EQ(Ask(kTreeGetColumnCount), 3);
+    EXPECT_EQ(Ask(kTreeGetFocusedRow), -1);
+    EXPECT_EQ(TextOfWindow(tree.Window()), "");
+    EXPECT_EQ(Ask(kTreeSelectRow, 42), 1);
+    EXPECT_EQ(selections, 1);
+    EXPECT_EQ(TextOfWindow(tree.Window()), "r42c0\tr42c1\tr42c2");
+    EXPECT_EQ(Ask(kTreeQueryCell, 7, 1), 4);
+    EXPECT_EQ(TextOfWindow(tree.Window()), "r7c1");
+    EXPECT_EQ(TextOfWindow(tree.Window()), "r42c0\tr42c1\tr42c2");  // a query is read once
+    EXPECT_EQ(CellText(99, -1), "r99c0\tr99c1\tr99c2");
+    EXPECT_EQ(Ask(kTreeEnsureVisible, 99), 1);
+    EXPECT_EQ(Ask(kTreeGetFirstVisibleRow), 100 - Ask(kTreeGetVisibleRowCount));
+    EXPECT_EQ(Ask(kTreeGetCellLeftTop, 0, 0), -1);  // out of sight
+    EXPECT_EQ(Ask(kTreeGetCellLeftTop, 99, 3), -1);
+    EXPECT_EQ(Ask(kTreeGetCheck, 99, 1), -1);
+    EXPECT_EQ(Ask(kTreeGetExpanded, 99), -1);
+    for (const UINT message : {kTreeSelectRow, kTreeFocusRow, kTreeIsRowSelected, kTreeEnsureVisible,
+                               kTreeGetCellLeftTop, kTreeGetCheck, kTreeGetExpanded, kTreeQueryCell}) {
+        EXPECT_EQ(Ask(message, 100), -1) << message;
+        EXPECT_EQ(Ask(message, -2), -1) << message;
+    }
+    EXPECT_EQ(rows.oddQuestions, 0);
+}
+
+TEST_F(CTreeTest, KeysMoveSelectAndExtend) {
+    Make();
+    SetCount(1'000'000);
+    const int page = static_cast<int>(Ask(kTreeGetVisibleRowCount));
+    Press(VK_DOWN);
+    EXPECT_EQ(Ask(kTreeGetFocusedRow), 0);
+    Press(VK_DOWN, {VK_SHIFT});
+    Press(VK_DOWN, {VK_SHIFT});
+    EXPECT_EQ(Ask(kTreeGetSelectedCount), 3);
+    Press(VK_DOWN, {VK_CONTROL});
+    EXPECT_EQ(Ask(kTreeGetFocusedRow), 3);
+    EXPECT_EQ(Ask(kTreeIsRowSelected, 3), 0);
+    Press(VK_SPACE);
+    EXPECT_EQ(Ask(kTreeGetSelectedCount), 4);
+    Press(VK_NEXT);
+    EXPECT_EQ(Ask(kTreeGetFocusedRow), 3 + page - 1);
+    EXPECT_EQ(Ask(kTreeGetSelectedCount), 1);
+    Press(VK_END);
+    EXPECT_EQ(Ask(kTreeGetFocusedRow), 999'999);
+    EXPECT_EQ(Ask(kTreeGetFirstVisibleRow), 1'000'000 - page);
+    Press(VK_HOME, {VK_SHIFT});
+    EXPECT_EQ(Ask(kTreeGetSelectedCount), 1'000'000);
+    EXPECT_EQ(Ask(kTreeGetFirstVisibleRow), 0);
+    Press(VK_UP);
+    EXPECT_EQ(Ask(kTreeGetSelectedCount), 1);
+    selections = 0;
+    Press('A', {VK_CONTROL});
+    Press('A', {VK_CONTROL});
+    EXPECT_EQ(Ask(kTreeGetSelectedCount), 1'000'000);
+    EXPECT_EQ(selections, 1);
+    std::string passedOn;
+    tree.events.opened = [&](int row) { passedOn += "enter" + std::to_string(row); };
+    tree.events.refreshWanted = [&] { passedOn += " F5"; };
+    tree.events.findWanted = [&] { passedOn += " find"; };
+    Press(VK_RETURN);
+    Press(VK_F5);
+    Press('F', {VK_CONTROL});
+    Press('F');
+    EXPECT_EQ(passedOn, "enter0 F5 find");
+}
+
+TEST_F(CTreeTest, TypingGoesToTheRowThatBeginsSo) {
+    Make();
+    SetCount(30);
+    const auto type = [&](const char* text) {
+        for (; *text; ++text) ::SendMessageA(tree.Window(), WM_CHAR, static_cast<WPARAM>(*text), 0);
+        return tree.SelectedRow();
+    };
+    EXPECT_EQ(type("R2"), 2);
+    EXPECT_EQ(type("5"), 25);
+    EXPECT_EQ(type("x"), 25);  // no such row
+    SetCount(20'000);
+    EXPECT_EQ(type("r1"), 25);  // too many to look through
+}
+
+TEST_F(CTreeTest, CopiesSelectedRowsAsLinesOfCells) {
+    Make();
+    SetCount(1'000'000);
+    rows.longText = "a\tb\r\nc";
+    RowRanges some;
+    some.Add(1, 1);
+    some.Add(3, 3);
+    tree.SetSelection(some, 3);
+    const auto clipboard = [&]() -> std::string {
+        if (!::OpenClipboard(window.Window())) return "not open";
+        const HANDLE memory = ::GetClipboardData(CF_TEXT);
+        const auto* bytes = memory ? static_cast<const char*>(::GlobalLock(memory)) : nullptr;
+        std::string text = bytes ? bytes : "";
+        if (bytes) ::GlobalUnlock(memory);
+        ::CloseClipboard();
+        return text;
+    };
+    Press('C', {VK_CONTROL});
+    EXPECT_EQ(clipboard(), "r1c0\ta b  c\tr1c2\r\nr3c0\ta b  c\tr3c2\r\n");
+    Press('A', {VK_CONTROL});
+    tree.CopySelection();
+    const std::string all = clipboard();
+    EXPECT_EQ(std::count(all.begin(), all.end(), '\n'), CTree::kMostCopiedRows);
+    tree.SelectRow(-1);
+    tree.CopySelection();  // nothing to copy: what is there stays
+    EXPECT_EQ(clipboard(), all);
+}
+
+TEST_F(CTreeTest, ClicksSelectTogglesAndBelongToTheOwnerFirst) {
+    Make();
+    rows.hasChecks = true;
+    SetCount(20);
+    std::string events;
+    tree.events.checkToggled = [&](int row, int column, bool isChecked) {
+        events += "check" + std::to_string(row) + std::to_string(column) + (isChecked ? "on " : "off ");
+        rows.checked = isChecked ? std::vector{row} : std::vector<int>{};
+    };
+    tree.events.cellClicked = [&](int row, int column) {
+        if (column != 2) return false;
+        events += "cell" + std::to_string(row) + " ";
+        return true;
+    };
+    tree.events.opened = [&](int row) { events += "open" + std::to_string(row) + " "; };
+    const auto check = static_cast<LPARAM>(Ask(kTreeGetCheckPosition, 4, 1));
+    Click(check);
+    EXPECT_EQ(Ask(kTreeGetCheck, 4, 1), 1);
+    Mouse(WM_LBUTTONDBLCLK, check);  // a second quick click is one more
+    Mouse(WM_LBUTTONUP, check);
+    EXPECT_EQ(Ask(kTreeGetCheck, 4, 1), 0);
+    Mouse(WM_LBUTTONDOWN, check);  // left before it is released
+    Mouse(WM_LBUTTONUP, InCell(4, 0));
+    Mouse(WM_LBUTTONDOWN, check);  // another row is there meanwhile
+    rows.hasChecks = false;
+    Mouse(WM_LBUTTONUP, check);
+    rows.hasChecks = true;
+    EXPECT_EQ(events, "check41on check41off ");
+    EXPECT_EQ(selections, 0);
+    events.clear();
+    Click(InCell(5, 2));
+    Mouse(WM_LBUTTONDBLCLK, InCell(5, 2));
+    EXPECT_EQ(events, "cell5 cell5 ");
+    EXPECT_EQ(selections, 0);
+    events.clear();
+    Click(InCell(6, 0));
+    Click(InCell(8, 0), MK_SHIFT);
+    Click(InCell(7, 0), MK_CONTROL);
+    EXPECT_EQ(tree.SelectedRows().Ranges(), (std::vector<RowRanges::Range>{{6, 6}, {8, 8}}));
+    Mouse(WM_LBUTTONDBLCLK, InCell(2, 0));
+    Press(VK_SPACE);
+    EXPECT_EQ(events, "open2 check71on ");
+}
+
+TEST_F(CTreeTest, ParentsOpenAndCloseByMouseAndKeys) {
+    rows.MakeTree(40);
+    Make(true, true);
+    EXPECT_EQ(Ask(kTreeGetRowCount), 40);
+    EXPECT_EQ(Ask(kTreeGetLevel, 1), 1);
+    tree.SelectRow(9);
+    selections = 0;
+    Click(InCell(4, 0, 16, 12));  // its mark
+    EXPECT_EQ(Ask(kTreeGetExpanded, 4), 0);
+    EXPECT_EQ(Ask(kTreeGetRowCount), 37);
+    EXPECT_EQ(tree.SelectedRow(), 6);  // the same entry as before
+    EXPECT_EQ(CellText(6, 0), "r9c0");
+    EXPECT_EQ(selections, 0);
+    Press(VK_LEFT);  // to its parent
+    EXPECT_EQ(tree.FocusedRow(), 5);
+    Press(VK_RIGHT);  // to the first child
+    EXPECT_EQ(tree.FocusedRow(), 6);
+    Press(VK_LEFT);
+    Press(VK_LEFT);
+    EXPECT_EQ(Ask(kTreeGetExpanded, 5), 0);
+    Press(VK_RIGHT);
+    EXPECT_EQ(Ask(kTreeGetExpanded, 5), 1);
+    // The selected child goes with its parent's closing, and the owner is told.
+    tree.SelectRow(7);
+    selections = 0;
+    EXPECT_EQ(Ask(kTreeSetExpanded, 5, 0), 1);
+    EXPECT_EQ(tree.SelectedRow(), -1);
+    EXPECT_EQ(tree.FocusedRow(), 5);
+    EXPECT_EQ(selections, 1);
+}
+
+TEST_F(CTreeTest, SurvivesRowsThatGoAwayUnseen) {
+    Make();
+    rows.hasChecks = true;
+    SetCount(1000);
+    Press(VK_END);
+    const LPARAM place = InCell(995, 0);
+    const auto check = static_cast<LPARAM>(Ask(kTreeGetCheckPosition, 995, 1));
+    Mouse(WM_MOUSEMOVE, check);
+    Mouse(WM_LBUTTONDOWN, check);
+    rows.count = 3;  // and nobody has told the tree
+    Mouse(WM_LBUTTONUP, check);
+    Click(place);
+    Mouse(WM_LBUTTONDBLCLK, place);
+    Mouse(WM_RBUTTONDOWN, place);
+    Mouse(WM_MOUSEMOVE, place);
+    ::SendMessageA(tree.Window(), WM_TIMER, 2, 0);
+    for (const UINT key : {VK_UP, VK_SPACE, VK_RETURN, VK_NEXT}) Press(key);
+    Press('C', {VK_CONTROL});
+    ::RedrawWindow(tree.Window(), nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW);
+    tree.Refresh();
+    EXPECT_EQ(Ask(kTreeGetFirstVisibleRow), 0);
+    EXPECT_EQ(Ask(kTreeGetFocusedRow), 0);  // the click beside all rows took it away, a key gave it back
+    rows.throws = true;
+    Click(InCell(1, 0));
+    EXPECT_EQ(tree.SelectedRow(), 1);
+    ::RedrawWindow(tree.Window(), nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW);
+    EXPECT_FALSE(::GetUpdateRect(tree.Window(), nullptr, FALSE)) << "it would paint for ever";
+    EXPECT_EQ(CellText(1, 0), "");
+    SetCount(0);
+    for (const UINT key : {VK_UP, VK_DOWN, VK_HOME, VK_END, VK_NEXT, VK_SPACE, VK_LEFT, VK_RIGHT}) Press(key);
+    Click(place);
+    EXPECT_EQ(Ask(kTreeGetFocusedRow), -1);
+    EXPECT_EQ(rows.oddQuestions, 0);
+}
+
+TEST_F(CTreeTest, WheelsAndBarsScroll) {
+    Make();
+    SetCount(1'000'000);
+    UINT lines = 0;
+    ::SystemParametersInfoA(SPI_GETWHEELSCROLLLINES, 0, &lines, 0);
+    const auto wheel = [&](int delta) { Mouse(WM_MOUSEWHEEL, 0, MAKEWPARAM(0, static_cast<WORD>(delta))); };
+    wheel(-WHEEL_DELTA);
+    EXPECT_EQ(tree.FirstVisibleRow(), static_cast<int>(lines));
+    // Parts of a notch add up.
+    for (int part = 0; part < 4; ++part) wheel(-WHEEL_DELTA / 4);
+    EXPECT_EQ(tree.FirstVisibleRow(), 2 * static_cast<int>(lines));
+    wheel(100 * WHEEL_DELTA);
+    EXPECT_EQ(tree.FirstVisibleRow(), 0);
+    // The thumb, from the top of the track to below the list.
+    const int x = 400 - 2 - CScrollBar::Thickness() / 2;
+    const int thumb = 2 + TreePainter::HeaderHeight() + CScrollBar::Thickness() + 5;
+    Mouse(WM_LBUTTONDOWN, MAKELPARAM(x, thumb));
+    Mouse(WM_MOUSEMOVE, MAKELPARAM(x, thumb + 500));
+    EXPECT_EQ(tree.FirstVisibleRow(), 1'000'000 - Ask(kTreeGetVisibleRowCount));
+    EXPECT_TRUE(tree.IsAtEnd());
+    Mouse(WM_MOUSEMOVE, MAKELPARAM(x, thumb));
+    EXPECT_EQ(tree.FirstVisibleRow(), 0);
+    Mouse(WM_LBUTTONUP, MAKELPARAM(x, thumb));
+    // A held arrow goes on with its timer, and no longer than it is held.
+    const LPARAM arrow = MAKELPARAM(x, 300 - 2 - CScrollBar::Thickness() / 2);
+    Mouse(WM_LBUTTONDOWN, arrow);
+    ::SendMessageA(tree.Window(), WM_TIMER, 1, 0);
+    Mouse(WM_LBUTTONUP, arrow);
+    ::SendMessageA(tree.Window(), WM_TIMER, 1, 0);
+    EXPECT_EQ(tree.FirstVisibleRow(), 2);
+    EXPECT_EQ(selections, 0);
+}
+
+TEST_F(CTreeTest, ScrolledPicturesAreThoseThatArePaintedAnew) {
+    Make();
+    rows.hasChecks = true;
+    SetCount(5000);
+    std::mt19937 random(11);
+    const auto number = [&](int below) { return static_cast<int>(random() % static_cast<unsigned>(below)); };
+    for (int round = 0; round < 60; ++round) {
+        switch (number(5)) {
+            case 0: tree.ScrollTo(number(5000)); break;
+            case 1: tree.ScrollTo(tree.FirstVisibleRow() + number(9) - 4); break;
+            case 2: Press(number(2) == 0 ? VK_DOWN : VK_UP, {VK_SHIFT}); break;
+            case 3: Press('A', {VK_CONTROL}); break;
+            default: (void)Ask(kTreeSelectRow, tree.FirstVisibleRow() + number(5)); break;
+        }
+        if (number(3) == 0) continue;  // several changes before a painting
+        const test::Screenshot partly(tree.Window());
+        tree.Repaint();
+        ASSERT_TRUE(partly == test::Screenshot(tree.Window())) << round;
+    }
+}
+
+TEST_F(CTreeTest, HeadersAreClickedAndColumnsDragged) {
+    Make();
+    SetCount(3);
+    std::vector<int> clicked;
+    int widthChanges = 0;
+    tree.events.headerClicked = [&](int column) { clicked.push_back(column); };
+    tree.events.widthsChanged = [&] { ++widthChanges; };
+    const int rest = 400 - 4 - 120 - 80;
+    EXPECT_EQ(tree.ColumnWidths(), (std::vector{120, rest, 80}));
+    Click(MAKELPARAM(200, 10));
+    Mouse(WM_LBUTTONDOWN, MAKELPARAM(50, 10));  // released elsewhere: no click
+    Mouse(WM_LBUTTONUP, MAKELPARAM(50, 100));
+    EXPECT_EQ(clicked, std::vector{1});
+    Mouse(WM_LBUTTONDOWN, MAKELPARAM(123, 10));  // a pixel beside the divider
+    Mouse(WM_MOUSEMOVE, MAKELPARAM(153, 10));
+    Mouse(WM_LBUTTONUP, MAKELPARAM(153, 10));
+    EXPECT_EQ(tree.ColumnWidths(), (std::vector{150, rest - 30, 80}));
+    EXPECT_EQ(widthChanges, 1);
+    tree.SetColumnWidths(std::vector{200, 1, 300});
+    EXPECT_EQ(tree.ColumnWidths(), (std::vector{200, 60, 300}));  // wider than the list
+    Mouse(WM_MOUSEHWHEEL, 0, MAKEWPARAM(0, WHEEL_DELTA));
+    EXPECT_EQ(Ask(kTreeGetCellRightBottom, 0, 2) & 0xFFFF, 398);
+    EXPECT_EQ(clicked.size(), 1U);
+}
+
+TEST_F(CTreeTest, ShowsTheWholeOfACutTextUntilTheMouseMovesOn) {
+    Make();
+    rows.longText = std::string(200, 'x');
+    SetCount(5);
+    const auto tip = [] {
+        const HWND found = ::FindWindowA("BrennvarTip", nullptr);
+        return found && ::IsWindowVisible(found) ? TextOfWindow(found) : "none";
+    };
+    const auto hover = [&](int row, int column) {
+        Mouse(WM_MOUSEMOVE, InCell(row, column));
+        ::SendMessageA(tree.Window(), WM_TIMER, 2, 0);
+        return tip();
+    };
+    EXPECT_EQ(hover(1, 0), "none");  // not cut
+    EXPECT_EQ(hover(1, 1), rows.longText);
+    Mouse(WM_MOUSEMOVE, InCell(1, 1, 20));
+    EXPECT_EQ(tip(), rows.longText);
+    Mouse(WM_MOUSEMOVE, InCell(2, 0));
+    EXPECT_EQ(tip(), "none");
+    EXPECT_EQ(hover(2, 1), rows.longText);
+    Press(VK_DOWN);
+    EXPECT_EQ(tip(), "none");
+    EXPECT_EQ(hover(3, 1), rows.longText);
+    ::DestroyWindow(tree.Window());
+    EXPECT_EQ(tip(), "none");
+}
+
+TEST_F(CTreeTest, MenusOpenAtTheMouseOrAtTheFocusedRow) {
+    Make();
+    SetCount(5);
+    std::vector<int> asked;
+    POINT where{};
+    tree.events.contextMenu = [&](int row, POINT screen) {
+        asked.push_back(row);
+        where = screen;
+    };
+    const LPARAM place = InCell(2, 0);
+    Mouse(WM_RBUTTONDOWN, place);
+    EXPECT_EQ(tree.SelectedRow(), 2);
+    Mouse(WM_RBUTTONUP, place);
+    POINT expected{LOWORD(place), HIWORD(place)};
+    ::ClientToScreen(tree.Window(), &expected);
+    EXPECT_EQ(where.x, expected.x);
+    EXPECT_EQ(where.y, expected.y);
+    Mouse(WM_RBUTTONUP, MAKELPARAM(50, 280));  // below the last row
+    (void)Ask(kTreeFocusRow, 4);
+    ::SendMessageA(tree.Window(), WM_CONTEXTMENU, 0, MAKELPARAM(-1, -1));
+    EXPECT_EQ(asked, (std::vector{2, -1, 4}));
+    ::ScreenToClient(tree.Window(), &where);
+    EXPECT_EQ(where.y, HIWORD(Ask(kTreeGetCellRightBottom, 4, 0)));
+}
+
+TEST_F(CTreeTest, LeaksNoGdiObjectsOverAThousandCreations) {
+    for (const char* file : {"scrollbar_up.png", "scrollbar_slider2.png", "check_button_list.png"}) {
+        skin.Write(file, test::StripFile({1, 2, 3, 4, 5, 6}, 16, 16));
+    }
+    rows.hasChecks = true;
+    rows.count = 100;
+    rows.longText = std::string(100, 'x');
+    const auto makeOnce = [&] {
+        CTree one;
+        const TreeColumn columns[] = {{.title = "One", .width = 500}, {.title = "Two", .width = 100}};
+        ASSERT_TRUE(one.Create({.parent = window.Window(), .id = 1}, look, columns, rows));
+        one.Place({0, 0, 300, 200});
+        ::UpdateWindow(one.Window());
+        ::SendMessageA(one.Window(), WM_MOUSEMOVE, 0, MAKELPARAM(100, 50));
+        ::SendMessageA(one.Window(), WM_TIMER, 2, 0);
+        ::DestroyWindow(one.Window());
+    };
+    for (int warmUp = 0; warmUp < 5; ++warmUp) makeOnce();
+    const int before = test::CountGdiObjects();
+    for (int creation = 0; creation < 1000; ++creation) makeOnce();
+    EXPECT_LE(test::CountGdiObjects(), before + 2);
+}
+
+}  // namespace
+}  // namespace brennvar
