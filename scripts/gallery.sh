@@ -57,7 +57,7 @@ show_program() {
     done
     wine dist/BrennvarGUI.exe >/dev/null 2>&1 </dev/null &
     local interface=$!
-    local main='#462' question='#334' confirmation='#905' page number name rows
+    local main='#462' question='#334' confirmation='#905' about='#951' page number name rows
     local steps=("enabled:$question:334" "picture:$question:$shots/$prefix-question.bmp"
         "press:$question:573" "press:$question:334" "gone:$question")
     # Command numbers of the pages, and how many rows their lists get from the scenario.
@@ -73,7 +73,8 @@ show_program() {
         done
     done
     steps+=("maximise:$main" "page:$main:462" "rows:$main:8" "picture:$main:$shots/$prefix-connections-largest.bmp"
-        "restore:$main" "size:$main:1000x680"
+        "restore:$main" "size:$main:1000x680" "menu:$main" "popups:$main:$shots/$prefix-listmenu.bmp" "leave:$main"
+        "command:$main:427" "wait:$about" "picture:$about:$shots/$prefix-about.bmp" "press:$about:1" "gone:$about"
         "command:$main:376" "wait:$confirmation" "picture:$confirmation:$shots/$prefix-exit.bmp"
         "press:$confirmation:1")
     drive "${steps[@]}"
@@ -82,11 +83,15 @@ show_program() {
     wait "$service" || true
 }
 
-# show_page NAME: a page of the development program.
+# show_page NAME OPENS: a page of the development program, or the windows that it opens.
 show_page() {
     wine "$home/gallery.exe" --page "$1" >/dev/null 2>&1 </dev/null &
     local gallery=$!
-    drive "wait:Gallery" "scene:Gallery:$shots/$prefix-$1.bmp" "close:Gallery"
+    if [ "$2" -gt 0 ]; then
+        drive "opened:Gallery:$2" "popups:Gallery:$shots/$prefix-gallery-$1.bmp" "close:Gallery"
+    else
+        drive "picture:Gallery:$shots/$prefix-gallery-$1.bmp" "close:Gallery"
+    fi
     wait "$gallery" || true
 }
 
@@ -100,9 +105,10 @@ for skin in "${skins[@]}"; do
         choose "$skin" "$language"
         show_program
         for page in "${gallery_pages[@]}"; do
+            read -r name opens translated <<<"$page"
             # Pages without a text of the language look the same in each.
-            [ "$language" = English ] || [[ $page == *' translated' ]] || continue
-            show_page "${page% translated}"
+            [ "$language" = English ] || [ -n "$translated" ] || continue
+            show_page "$name" "$opens"
         done
     done
 done

@@ -1,6 +1,7 @@
 // gallery.exe --page NAME   shows a page until it is closed, in the skin and the language of settings.ini
-// gallery.exe --list        prints the names of the pages, one a line: "NAME", or "NAME translated" where the page
-//                           shows texts of the language
+// gallery.exe --list        prints the pages, one a line: name, number of the windows and menus that it opens over
+// its
+//                           own window, and "translated" where it shows texts of the language
 #include <cstring>
 #include <memory>
 #include <string>
@@ -16,19 +17,20 @@ namespace {
 struct PageEntry {
     const char* name;
     std::unique_ptr<GalleryPage> (*make)();
+    int opens = 0;
     bool isTranslated = false;
 };
 
 constexpr PageEntry kPages[] = {
     {"controls", &MakeControlsGallery},
-    {"events", &MakeEventsGallery},
-    {"message", &MakeMessageGallery, true},
-    {"question", &MakeQuestionGallery, true},
-    {"confirmation", &MakeConfirmationGallery, true},
-    {"confirmation-deny", &MakeConfirmationDenyGallery, true},
-    {"about", &MakeAboutGallery, true},
-    {"menu", &MakeMenuGallery, true},
-    {"balloon", &MakeBalloonGallery, true},
+    {"events", &MakeEventsGallery, 1},
+    {"message", &MakeMessageGallery, 1, true},
+    {"question", &MakeQuestionGallery, 1, true},
+    {"confirmation", &MakeConfirmationGallery, 1, true},
+    {"confirmation-deny", &MakeConfirmationDenyGallery, 1, true},
+    {"about", &MakeAboutGallery, 1, true},
+    {"menu", &MakeMenuGallery, 2, true},
+    {"balloon", &MakeBalloonGallery, 5, true},
     {"tree", &MakeTreeGallery},
 };
 
@@ -67,8 +69,10 @@ std::unique_ptr<GalleryPage> MakePage() {
 
 void ListPages() {
     std::string names;
-    for (const PageEntry& page : kPages)
-        names += std::string(page.name) + (page.isTranslated ? " translated\n" : "\n");
+    for (const PageEntry& page : kPages) {
+        names += std::string(page.name) + ' ' + std::to_string(page.opens);
+        names += page.isTranslated ? " translated\n" : "\n";
+    }
     // A program with windows has an output only where the caller gives it one.
     DWORD written = 0;
     (void)::WriteFile(::GetStdHandle(STD_OUTPUT_HANDLE), names.data(), static_cast<DWORD>(names.size()), &written,

@@ -10,7 +10,10 @@
 //   maximise:WINDOW       until it fills the screen
 //   restore:WINDOW        until it no longer does
 //   picture:WINDOW:FILE   a picture of the window (BMP), when it no longer changes
-//   scene:WINDOW:FILE     the same with its menus and the windows that it owns
+//   opened:WINDOW:N       until its program shows N other windows or menus
+//   popups:WINDOW:FILE    a picture of these
+//   menu:WINDOW           opens the menu of its list
+//   leave:WINDOW          closes the menu
 //   close:WINDOW          asks the window to close
 // WINDOW: the caption of a visible window, or "#ID" for the visible window that has a control with that number.
 // Exit code 0 when all steps were done, 1 at the first one that was not.
@@ -80,6 +83,37 @@ bool Maximise(HWND window, bool isWanted) {
     return WaitUntil([&] { return (::IsZoomed(window) != FALSE) == isWanted; });
 }
 
+HWND MenuOwner(HWND window) {
+    GUITHREADINFO info{};
+    info.cbSize = sizeof info;
+    const bool isKnown = ::GetGUIThreadInfo(::GetWindowThreadProcessId(window, nullptr), &info) != FALSE;
+    return isKnown && (info.flags & GUI_INMENUMODE) != 0 ? info.hwndMenuOwner : nullptr;
+}
+
+bool OpenListMenu(HWND window) {
+    // As from the keyboard.
+    const HWND list = FindVisibleChild(window, kTreeClass);
+    return ::PostMessageA(list, WM_CONTEXTMENU, reinterpret_cast<WPARAM>(list), -1) &&
+           WaitUntil([&] { return MenuOwner(window) != nullptr; });
+}
+
+bool LeaveMenu(HWND window) {
+    ::PostMessageA(MenuOwner(window), WM_CANCELMODE, 0, 0);
+    return WaitUntil([&] { return MenuOwner(window) == nullptr; });
+}
+
+bool HasOthers(HWND window, int wanted) {
+    int count = 0;
+    (void)PlaceOfOthers(window, count);
+    return count >= wanted;
+}
+
+bool WritePopups(HWND window, const std::string& path) {
+    int count = 0;
+    const RECT place = PlaceOfOthers(window, count);
+    return count > 0 && WritePicture(window, place, path);
+}
+
 // One step on a window that is there.
 bool Work(HWND window, const std::string& verb, const std::string& rest) {
     const int number = std::atoi(rest.c_str());
@@ -93,8 +127,11 @@ bool Work(HWND window, const std::string& verb, const std::string& rest) {
     if (verb == "size") return SizeWindow(window, rest);
     if (verb == "maximise") return Maximise(window, true);
     if (verb == "restore") return Maximise(window, false);
-    if (verb == "picture") return WritePicture(window, PlaceOfWindow(window, false), rest);
-    if (verb == "scene") return WritePicture(window, PlaceOfWindow(window, true), rest);
+    if (verb == "picture") return WritePicture(window, PlaceOfWindow(window), rest);
+    if (verb == "opened") return WaitUntil([&] { return HasOthers(window, number); });
+    if (verb == "popups") return WritePopups(window, rest);
+    if (verb == "menu") return OpenListMenu(window);
+    if (verb == "leave") return LeaveMenu(window);
     if (verb == "close") return ::PostMessageA(window, WM_CLOSE, 0, 0) != FALSE;
     return verb == "wait";
 }

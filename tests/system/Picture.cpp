@@ -12,7 +12,6 @@ namespace {
 
 constexpr DWORD kPauseMs = 30;   // from one look to the next
 constexpr UINT kPaintMs = 5000;  // a window that paints longer than that is not waited for
-constexpr char kMenuClass[] = "#32768";
 
 struct Pixels {
     BITMAPINFOHEADER format{};
@@ -78,6 +77,7 @@ BOOL CALLBACK PaintWithChildren(HWND window, LPARAM parameter) {
 struct PlaceSearch {
     HWND window;
     DWORD process;
+    int count;
     RECT place;
 };
 
@@ -85,32 +85,45 @@ BOOL CALLBACK AddPlace(HWND window, LPARAM parameter) {
     auto& search = *reinterpret_cast<PlaceSearch*>(parameter);
     DWORD process = 0;
     ::GetWindowThreadProcessId(window, &process);
-    if (process != search.process || !::IsWindowVisible(window)) return TRUE;
-    char className[16] = {};
-    ::GetClassNameA(window, className, sizeof className);
-    if (::GetWindow(window, GW_OWNER) == nullptr && std::string(className) != kMenuClass) return TRUE;
-    RECT place;
-    ::GetWindowRect(window, &place);
+    if (window == search.window || process != search.process || !::IsWindowVisible(window)) return TRUE;
+    const RECT place = PlaceOfWindow(window);
+    if (::IsRectEmpty(&place)) return TRUE;
+    ++search.count;
     ::UnionRect(&search.place, &search.place, &place);
     return TRUE;
 }
 
+// A topmost window may be shown below one that was activated while it opened: the display hears of both by itself.
+void RaiseAgain(HWND window) {
+    if ((::GetWindowLongPtrA(window, GWL_EXSTYLE) & WS_EX_TOPMOST) == 0) return;
+    for (const HWND after : {HWND_NOTOPMOST, HWND_TOPMOST}) {
+        ::SetWindowPos(window, after, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+    }
+}
+
 }  // namespace
 
-RECT PlaceOfWindow(HWND window, bool withOwned) {
-    PlaceSearch search{.window = window, .process = 0, .place = {}};
-    ::GetWindowRect(window, &search.place);
-    ::GetWindowThreadProcessId(window, &search.process);
-    if (withOwned) ::EnumWindows(AddPlace, reinterpret_cast<LPARAM>(&search));
+RECT PlaceOfWindow(HWND window) {
+    RECT place{};
+    ::GetWindowRect(window, &place);
     // What is beside the screen has no pixels.
     const RECT screen{0, 0, ::GetSystemMetrics(SM_CXSCREEN), ::GetSystemMetrics(SM_CYSCREEN)};
-    ::IntersectRect(&search.place, &search.place, &screen);
+    ::IntersectRect(&place, &place, &screen);
+    return place;
+}
+
+RECT PlaceOfOthers(HWND window, int& count) {
+    PlaceSearch search{.window = window, .process = 0, .count = 0, .place = {}};
+    ::GetWindowThreadProcessId(window, &search.process);
+    ::EnumWindows(AddPlace, reinterpret_cast<LPARAM>(&search));
+    count = search.count;
     return search.place;
 }
 
 bool WritePicture(HWND window, const RECT& place, const std::string& path) {
     // Out of the way, or something is painted as under the mouse.
     ::SetCursorPos(::GetSystemMetrics(SM_CXSCREEN) / 2, ::GetSystemMetrics(SM_CYSCREEN) - 1);
+    RaiseAgain(window);
     DWORD process = 0;
     ::GetWindowThreadProcessId(window, &process);
     Pixels pixels;

@@ -7,8 +7,10 @@
 
 namespace brennvar::test {
 
-// The corners of the window, with its menus and the windows that it owns when these are wanted as well.
-[[nodiscard]] RECT PlaceOfWindow(HWND window, bool withOwned);
+// What is seen of the window on the screen.
+[[nodiscard]] RECT PlaceOfWindow(HWND window);
+// The same for all other windows of its program, menus included. count: how many there are.
+[[nodiscard]] RECT PlaceOfOthers(HWND window, int& count);
 
 // Waits until the windows of the program have been painted and what is seen there no longer changes, and writes it
 // to the file (BMP). False when it does not come to rest, or without such a file.
