@@ -66,7 +66,8 @@ void CTree::OnSize(int, int) {
 }
 
 void CTree::Refresh() {
-    HideTip();
+    if (!Window()) return;
+    CheckTip();
     const int count = m_source.Count();
     const bool isOther = std::exchange(m_rowCount, count) != count;
     m_selection.CutAt(count);
@@ -304,6 +305,7 @@ void CTree::SetColumnWidths(std::span<const int> widths) {
 }
 
 void CTree::WidenFor(int column, const std::string& text) {
+    if (!Window()) return;
     const HDC dc = ::GetDC(Window());
     int width = 0;
     {

@@ -32,8 +32,8 @@ public:
     // Null while there is no window.
     [[nodiscard]] HWND Window() const { return m_window; }
     void Place(const RECT& place) const;
-    // Asks for painting anew: all of it, or a part. Without a window nothing happens; Windows would take the null for
-    // all windows of the screen.
+    // Asks for painting anew: all of it, or a part. Without a window nothing happens; Windows would take the null
+    // for all windows of the screen.
     void Repaint() const {
         if (m_window) ::InvalidateRect(m_window, nullptr, FALSE);
     }

@@ -432,6 +432,12 @@ TEST_F(CTreeTest, ShowsTheWholeOfACutTextUntilTheMouseMovesOn) {
     EXPECT_EQ(hover(1, 1), rows.longText);
     Mouse(WM_MOUSEMOVE, InCell(1, 1, 20));
     EXPECT_EQ(tip(), rows.longText);
+    tree.Refresh();  // the same text as before
+    EXPECT_EQ(tip(), rows.longText);
+    rows.longText += 'y';
+    tree.Refresh();
+    EXPECT_EQ(tip(), "none");
+    EXPECT_EQ(hover(1, 1), rows.longText);
     Mouse(WM_MOUSEMOVE, InCell(2, 0));
     EXPECT_EQ(tip(), "none");
     EXPECT_EQ(hover(2, 1), rows.longText);
@@ -440,6 +446,10 @@ TEST_F(CTreeTest, ShowsTheWholeOfACutTextUntilTheMouseMovesOn) {
     EXPECT_EQ(hover(3, 1), rows.longText);
     ::DestroyWindow(tree.Window());
     EXPECT_EQ(tip(), "none");
+    // An owner may go on for a while.
+    SetCount(10);
+    tree.SelectRow(3);
+    tree.ScrollTo(5);
 }
 
 TEST_F(CTreeTest, MenusOpenAtTheMouseOrAtTheFocusedRow) {
