@@ -298,6 +298,7 @@ std::vector<int> CTree::ColumnWidths() const {
 
 void CTree::SetColumnWidths(std::span<const int> widths) {
     std::vector<int> pixels;
+    pixels.reserve(widths.size());
     for (const int width : widths) pixels.push_back(Scale(width));
     m_layout.Restore(pixels);
     LayOut();
