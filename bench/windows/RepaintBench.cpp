@@ -67,7 +67,7 @@ private:
             done(std::move(rows));
         };
         return std::make_unique<ConnectionsPage>(
-            m_fonts, m_language,
+            ListPageContext{.fonts = m_fonts, .language = m_language, .userValues = m_values},
             PageTexts{
                 .title = m_language.GetText(info.caption), .line = m_language.GetText(info.line), .empty = {}},
             read, [](std::optional<std::size_t>) {});

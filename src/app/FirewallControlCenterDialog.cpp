@@ -4,6 +4,7 @@
 
 #include <utility>
 
+#include "app/AboutDialog.h"
 #include "base/NetworkAddresses_win.h"
 #include "base/Processes_win.h"
 #include "config/Folders.h"
@@ -151,16 +152,16 @@ std::vector<PageHost::Entry> FirewallControlCenterDialog::PageEntries() {
 
 std::unique_ptr<CPage> FirewallControlCenterDialog::MakePage(const PageInfo& info) {
     PageTexts texts{.title = m_language.GetText(info.caption), .line = m_language.GetText(info.line), .empty = {}};
+    const ListPageContext lists{.fonts = m_fonts, .language = m_language, .userValues = m_userValues};
     switch (info.command) {
         case IDM_CONNECTIONS:
             return std::make_unique<ConnectionsPage>(
-                m_fonts, m_language, std::move(texts),
+                lists, std::move(texts),
                 [this](ConnectionsReader::Done done) { m_connections->Read(std::move(done)); },
                 [this](std::optional<std::size_t> count) { m_status.ShowConnections(count); });
         case IDM_APPLICATIONS:
             return std::make_unique<ApplicationsPage>(
-                m_fonts, m_language, std::move(texts),
-                [this](std::function<void(std::vector<ApplicationRow>)> done) {
+                lists, std::move(texts), [this](std::function<void(std::vector<ApplicationRow>)> done) {
                     m_reads.Ask<std::vector<ApplicationRow>>(
                         [this] { return LoadApplicationRules(RulesFilePath(GetDataFolder()), m_readsClock); },
                         [done = std::move(done)](std::optional<std::vector<ApplicationRow>> rows) {
@@ -310,6 +311,8 @@ void FirewallControlCenterDialog::OnCommand(int id, int notification) {
         case IDM_OPEN: RestoreWindow(); break;
         case IDM_EXIT: ExitControlCenter(); break;
         case IDM_SUPPORT: OpenWebPage(kSupportPage); break;
+        case IDM_ABOUT:
+        case IDC_CAPTION_ABOUT: ShowAbout(); break;
         case IDM_TRAFFIC_LOG:
             // The jobs fill and export the very lists of this page.
             if (!AnyWorkerRunning()) OpenPage(id);
@@ -323,6 +326,11 @@ void FirewallControlCenterDialog::OnCommand(int id, int notification) {
 void FirewallControlCenterDialog::OpenPage(int command) {
     RestoreWindow();
     Pages().Open(command);
+}
+
+void FirewallControlCenterDialog::ShowAbout() {
+    // The tray can ask for it while another dialog is open, which has to be answered first.
+    if (::IsWindowEnabled(Window())) AboutDialog(m_fonts, m_language).Show(Window());
 }
 
 void FirewallControlCenterDialog::OnHelp() {

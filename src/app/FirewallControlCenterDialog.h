@@ -80,6 +80,7 @@ private:
     [[nodiscard]] bool AnyWorkerRunning() const;
 
     void OpenPage(int command);
+    void ShowAbout();
     void OpenWebPage(const char* address);
     void ExitControlCenter();
     // The user's choice of skin and language. False: not while the user is asked about leaving.

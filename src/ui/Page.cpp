@@ -37,8 +37,9 @@ void CPage::OnInitDialog() {
 void CPage::OnSize(int width, int height) {
     const LONG left = Scale(kMargin);
     const LONG right = width - Scale(kMargin);
-    m_title.Place({left, Scale(kMargin), right, Scale(kMargin + kTitleHeight)});
-    m_line.Place({left, Scale(kLineTop), right, Scale(kLineTop + kLineHeight)});
+    const LONG titleRight = right - RoomBesideTitle();
+    m_title.Place({left, Scale(kMargin), titleRight, Scale(kMargin + kTitleHeight)});
+    m_line.Place({left, Scale(kLineTop), titleRight, Scale(kLineTop + kLineHeight)});
     const RECT content{left, Scale(kContentTop), right, height - Scale(kMargin)};
     if (m_empty.Window()) m_empty.Place(content);
     OnPlaceContent(content);

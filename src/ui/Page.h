@@ -41,6 +41,8 @@ protected:
     virtual void OnCreateContent() {}
     // The room below the title, in client coordinates.
     virtual void OnPlaceContent(const RECT&) {}
+    // What the title's right side has to leave free, in pixels of the screen.
+    [[nodiscard]] virtual int RoomBesideTitle() const { return 0; }
     virtual void OnShow() {}
     virtual void OnHide() {}
 

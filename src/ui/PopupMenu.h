@@ -3,13 +3,10 @@
 #pragma once
 
 #include <cstdint>
-#include <map>
 #include <memory>
-#include <optional>
 #include <string>
 #include <vector>
 
-#include "base/Handles_win.h"
 #include "ui/Look.h"
 #include "ui/SkinImage.h"
 
@@ -41,6 +38,18 @@ struct MenuState {
     bool isDefault = false;  // drawn bold
 };
 
+class CPopupMenu;
+
+struct MenuItem {
+    int command = 0;  // 0: separator or sub-menu
+    // "&" before the mnemonic; a shortcut after a tab.
+    std::string text = {};
+    MenuImage image = MenuImage::None;
+    MenuState state = {};
+    std::unique_ptr<CPopupMenu> subMenu = {};
+    [[nodiscard]] bool IsSeparator() const { return command == 0 && !subMenu; }
+};
+
 class CPopupMenu {
 public:
     // text: "&" before the mnemonic; a shortcut after a tab is aligned right and only shown.
@@ -56,22 +65,10 @@ public:
     // The same from the notification area: the menu closes as well when the user clicks somewhere else.
     int TrackAtTray(HWND owner, POINT point, UINT flags, const Look& look, const CSkinImage* images) const;
 
-private:
-    friend class CMenuTracker;
-    struct Item {
-        int command = 0;  // 0: separator or sub-menu
-        std::string text;
-        MenuImage image = MenuImage::None;
-        MenuState state;
-        std::unique_ptr<CPopupMenu> subMenu;
-        [[nodiscard]] bool IsSeparator() const { return command == 0 && !subMenu; }
-    };
-    std::vector<Item> m_items;
-};
+    [[nodiscard]] const std::vector<MenuItem>& Items() const { return m_items; }
 
-// The menu of a list, with the shortcuts that the list has: Ctrl+C, Ctrl+A, F5. hasSelection: there is something to
-// copy.
-enum class ListCommand { None, Copy, SelectAll, Refresh };
-[[nodiscard]] ListCommand TrackListMenu(HWND owner, POINT point, const Look& look, bool hasSelection);
+private:
+    std::vector<MenuItem> m_items;
+};
 
 }  // namespace brennvar

@@ -19,6 +19,9 @@ constexpr int kIconLeft = 12;
 constexpr int kIconGap = 8;
 constexpr int kCloseRight = 6;
 
+// Windows uses the lower bits of a system command's number itself.
+constexpr WPARAM kSystemCommandBits = 0xFFF0;
+
 UniqueIcon LoadShield() {
     return UniqueIcon(static_cast<HICON>(::LoadImageA(::GetModuleHandleA(nullptr), MAKEINTRESOURCEA(IDI_PROGRAM),
                                                       IMAGE_ICON, ::GetSystemMetrics(SM_CXSMICON),
@@ -146,8 +149,21 @@ LRESULT CSkinDialog::HitTest(POINT screen) const {
     return screen.y < BandHeight() ? HTCAPTION : HTCLIENT;
 }
 
-std::optional<LRESULT> CSkinDialog::OnMessage(UINT message, WPARAM, LPARAM lParam) {
+void CSkinDialog::ShowSystemMenu() const {
+    POINT corner{0, BandHeight()};
+    ::ClientToScreen(Window(), &corner);
+    const HMENU menu = ::GetSystemMenu(Window(), FALSE);
+    const int chosen = ::TrackPopupMenu(menu, TPM_RETURNCMD, corner.x, corner.y, 0, Window(), nullptr);
+    if (chosen != 0) ::PostMessageA(Window(), WM_SYSCOMMAND, static_cast<WPARAM>(chosen), 0);
+}
+
+std::optional<LRESULT> CSkinDialog::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
+        case WM_SYSCOMMAND:
+            // Windows' own way may paint a caption's icon into the window.
+            if ((wParam & kSystemCommandBits) != SC_KEYMENU || (lParam != ' ' && lParam != 0)) return std::nullopt;
+            if (lParam == ' ') ShowSystemMenu();
+            return 0;
         case WM_NCHITTEST: return HitTest({static_cast<short>(LOWORD(lParam)), static_cast<short>(HIWORD(lParam))});
         case WM_NCLBUTTONDBLCLK: return 0;  // there is nothing to be made larger
         case WM_SETTEXT:

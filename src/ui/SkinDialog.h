@@ -46,16 +46,17 @@ protected:
     // OnPaintGround has something else to paint.
     void RepaintGround();
 
+    // An override of one of these calls it as well.
     void OnInitDialog() override;
     bool OnEraseBackground(HDC dc) override;
     void OnSize(int width, int height) override;
-    // An override passes on what it does not answer.
     std::optional<LRESULT> OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
 
 private:
     [[nodiscard]] int BandHeight() const;
     [[nodiscard]] RECT Client() const;
     [[nodiscard]] LRESULT HitTest(POINT screen) const;
+    void ShowSystemMenu() const;
     void PaintSkin(HDC dc);
     void PaintCaption(HDC dc);
 

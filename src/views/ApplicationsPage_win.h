@@ -5,37 +5,32 @@
 #include <string>
 #include <vector>
 
-#include "config/Language.h"
 #include "rules/ApplicationRules.h"
-#include "ui/Page.h"
-#include "ui/Tree.h"
+#include "views/ListPage_win.h"
 
 namespace brennvar {
 
-class ApplicationsPage final : public CPage, private TreeRows {
+class ApplicationsPage final : public ListPage {
 public:
     // Reads the rules without keeping the caller waiting; calls done later, on the same thread.
     using Reader = std::function<void(std::function<void(std::vector<ApplicationRow>)> done)>;
 
-    ApplicationsPage(const CFonts& fonts, const Language& language, PageTexts texts, Reader read);
+    ApplicationsPage(const ListPageContext& context, PageTexts texts, Reader read);
 
     void Reload() override;
     void OnRulesChanged() override;
 
 private:
-    void OnCreateContent() override;
-    void OnPlaceContent(const RECT& place) override { m_list.Place(place); }
     void OnShow() override { Reload(); }
-
-    [[nodiscard]] int RowCount() const override { return static_cast<int>(m_rows.size()); }
-    [[nodiscard]] TreeCell Cell(int row, int column) const override;
+    [[nodiscard]] Content DescribeList() const override;
+    [[nodiscard]] int SourceRowCount() const override { return static_cast<int>(m_rows.size()); }
+    [[nodiscard]] TreeCell SourceCell(int row, int column) const override;
+    [[nodiscard]] std::string SourceKey(int row) const override {
+        return m_rows[static_cast<std::size_t>(row)].path;
+    }
     [[nodiscard]] TreeCell ActionCell(ApplicationState action) const;
 
-    void OnRead(std::vector<ApplicationRow> rows);
-
-    const Language& m_language;
     const Reader m_read;
-    CTree m_list;
     std::vector<ApplicationRow> m_rows;
 };
 

@@ -7,43 +7,37 @@
 #include <string>
 #include <vector>
 
-#include "config/Language.h"
-#include "ui/Page.h"
-#include "ui/Tree.h"
 #include "views/ConnectionRows.h"
 #include "views/ConnectionsReader.h"
+#include "views/ListPage_win.h"
 
 namespace brennvar {
 
-class ConnectionsPage final : public CPage, private TreeRows {
+class ConnectionsPage final : public ListPage {
 public:
     using Reading = ConnectionsReader::Reading;
     // Reads without keeping the caller waiting; calls done later, on the same thread, or not at all.
     using Reader = std::function<void(ConnectionsReader::Done done)>;
-    // Told how many rows the page shows, and nothing when it is hidden.
+    // Told how many rows were read, and nothing when the page is hidden.
     using CountShown = std::function<void(std::optional<std::size_t>)>;
 
-    ConnectionsPage(const CFonts& fonts, const Language& language, PageTexts texts, Reader read,
-                    CountShown countShown);
+    ConnectionsPage(const ListPageContext& context, PageTexts texts, Reader read, CountShown countShown);
 
     void Reload() override;
 
 private:
-    void OnCreateContent() override;
-    void OnPlaceContent(const RECT& place) override { m_list.Place(place); }
     void OnShow() override;
     void OnHide() override;
     void OnTimer(UINT_PTR id) override;
-
-    [[nodiscard]] int RowCount() const override { return static_cast<int>(m_rows.size()); }
-    [[nodiscard]] TreeCell Cell(int row, int column) const override;
+    [[nodiscard]] Content DescribeList() const override;
+    [[nodiscard]] int SourceRowCount() const override { return static_cast<int>(m_rows.size()); }
+    [[nodiscard]] TreeCell SourceCell(int row, int column) const override;
+    [[nodiscard]] std::string SourceKey(int row) const override;
 
     void OnRead(Reading reading);
 
-    const Language& m_language;
     const Reader m_read;
     const CountShown m_countShown;
-    CTree m_list;
     std::vector<ConnectionRow> m_rows;
 };
 

@@ -5,6 +5,7 @@
 #include "support/ModalOwner_win.h"
 #include "support/ObjectCounts_win.h"
 #include "ui/Controls.h"
+#include "ui/ListMenu.h"
 
 namespace brennvar {
 namespace {
@@ -130,7 +131,7 @@ TEST_F(CPopupMenuTest, LeavesNothingBehind) {
 TEST_F(CPopupMenuTest, ListMenuOffersToCopyOnlyWhatIsSelected) {
     const auto choose = [this](bool hasSelection, std::initializer_list<WPARAM> keys) {
         Press(keys);
-        return TrackListMenu(m_owner.Window(), kPoint, m_look, hasSelection);
+        return TrackListMenu(m_owner.Window(), kPoint, m_look, Language(nullptr), hasSelection);
     };
     EXPECT_EQ(choose(true, {VK_DOWN, VK_RETURN}), ListCommand::Copy);
     EXPECT_EQ(choose(false, {VK_DOWN, VK_RETURN, VK_ESCAPE}), ListCommand::None);

@@ -113,6 +113,13 @@ TEST_F(MessageDialogTest, IsAnsweredWithTheKeyboard) {
     EXPECT_FALSE(Ask());
     m_owner.Post([] { ::PostMessageA(::GetFocus(), WM_SYSKEYDOWN, VK_F4, 1L << 29); });  // Alt+F4
     EXPECT_FALSE(Ask());
+    // Alt+Space opens the system menu: Move, and Close below it.
+    m_owner.Post([this] {
+        ::PostMessageA(m_dialog->Window(), WM_SYSCOMMAND, SC_KEYMENU, ' ');
+        for (int i = 0; i < 2; ++i) ::PostMessageA(m_dialog->Window(), WM_KEYDOWN, VK_DOWN, 0);
+        ::PostMessageA(m_dialog->Window(), WM_KEYDOWN, VK_RETURN, 0);
+    });
+    EXPECT_FALSE(Ask());
     m_owner.PostMnemonic('c');
     EXPECT_FALSE(Ask());
     m_owner.PostMnemonic('o');

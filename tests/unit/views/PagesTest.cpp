@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <map>
 #include <optional>
 #include <vector>
 
@@ -40,6 +41,19 @@ class PagesTest : public testing::Test {
 protected:
     CFonts fonts;
     Language language{nullptr};
+    struct Values final : UserValues {
+        std::map<std::string, std::uint32_t> values;
+        [[nodiscard]] bool ReadUserValue(const std::string& name, std::uint32_t& value) const override {
+            const auto found = values.find(name);
+            if (found != values.end()) value = found->second;
+            return found != values.end();
+        }
+        bool WriteUserValue(const std::string& name, std::uint32_t value) override {
+            values[name] = value;
+            return true;
+        }
+    } values;
+    const ListPageContext lists{fonts, language, values};
     HWND parent = ::CreateWindowExA(0, "STATIC", "", WS_POPUP | WS_VISIBLE, 0, 0, 800, 500, nullptr, nullptr,
                                     ::GetModuleHandleA(nullptr), nullptr);
     int readings = 0;
@@ -49,7 +63,7 @@ protected:
         ++readings;
         answer = std::move(done);
     };
-    ConnectionsPage page{fonts, language, {"title", "line", ""}, read, [this](auto shown) { count = shown; }};
+    ConnectionsPage page{lists, {"title", "line", ""}, read, [this](auto shown) { count = shown; }};
 
     void SetUp() override {
         ASSERT_TRUE(page.Create(parent));
@@ -102,7 +116,7 @@ TEST_F(PagesTest, ApplicationsAreReadWhenTheyAreOpenedAndWhenTheRulesChange) {
         return ApplicationRow{"a.exe", std::move(path), ApplicationState::Deny};
     };
     std::vector<ApplicationRow> rules = {row("b"), row(std::string(400, 'a'))};
-    ApplicationsPage applications(fonts, language, {"title", "line", ""}, [&](const auto& done) { done(rules); });
+    ApplicationsPage applications(lists, {"title", "line", ""}, [&](const auto& done) { done(rules); });
     ASSERT_TRUE(applications.Create(parent));
     applications.Show();
     EXPECT_EQ(Cell(applications, 1, 1), std::string(400, 'a'));
@@ -113,6 +127,37 @@ TEST_F(PagesTest, ApplicationsAreReadWhenTheyAreOpenedAndWhenTheRulesChange) {
     rules.resize(2);
     applications.OnRulesChanged();
     EXPECT_EQ(SelectedRowOf(applications), -1);
+}
+
+TEST_F(PagesTest, ListsAreSearchedSortedAndKeepTheirSelection) {
+    page.Show();
+    answer(std::vector{Row(1, 80, 1), Row(2, 8080, 4), Row(3, 443, 4)});
+    SelectRowOf(page, 1);
+    const HWND list = page.Item(IDC_PAGE_LIST);
+    ::SetWindowTextA(page.Item(IDC_PAGE_SEARCH), ":80");  // the field tells of it itself
+    EXPECT_EQ(::SendMessageA(list, kTreeGetRowCount, 0, 0), 2);
+    EXPECT_EQ(TextOfWindow(page.Item(IDC_PAGE_COUNT)), "Entries: 2 / 3");
+    EXPECT_EQ(SelectedRowOf(page), 1);
+    constexpr int kPidColumn = 3;
+    for (const char* const first : {"1", "2", "1"}) {  // upwards, downwards, as read
+        ::SendMessageA(list, kTreeClickHeader, kPidColumn, 0);
+        EXPECT_EQ(Cell(page, 0, kPidColumn), first);
+        EXPECT_EQ(Cell(page, SelectedRowOf(page), kPidColumn), "2");
+    }
+    ::SetWindowTextA(page.Item(IDC_PAGE_SEARCH), "nowhere");
+    EXPECT_EQ(TextOfWindow(list), "Nothing here holds the text that you are looking for.");
+    answer(std::vector<ConnectionRow>{});  // nothing to look through
+    EXPECT_EQ(TextOfWindow(list), "There are no connections and no listening ports.");
+}
+
+TEST_F(PagesTest, ColumnsAreAsWideAsTheyWereLeft) {
+    for (int column = 0; column < 7; ++column) {
+        values.values["ConnectionsColumn" + std::to_string(column)] = column == 1 ? 0xFFFFFFFF : 100;
+    }
+    ConnectionsPage wide(lists, {"title", "line", ""}, read, [](auto) {});
+    ASSERT_TRUE(wide.Create(parent));
+    EXPECT_EQ(::SendMessageA(wide.Item(IDC_PAGE_LIST), kTreeGetColumnWidth, 0, 0), Scale(100));
+    EXPECT_LE(::SendMessageA(wide.Item(IDC_PAGE_LIST), kTreeGetColumnWidth, 1, 0), Scale(4000));
 }
 
 }  // namespace

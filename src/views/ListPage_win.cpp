@@ -1,0 +1,175 @@
+#include "views/ListPage_win.h"
+
+#include <algorithm>
+#include <stdexcept>
+#include <unordered_set>
+#include <utility>
+
+#include "ui/ListMenu.h"
+#include "ui/Paint.h"
+#include "ui/ResourceIds.h"
+
+namespace brennvar {
+namespace {
+
+// At 96 pixels per inch.
+constexpr int kSearchWidth = 208;
+constexpr int kSearchHeight = 24;
+constexpr int kSearchMargin = 16;
+constexpr int kSearchGap = 8;  // to the list
+constexpr int kCountHeight = 24;
+
+constexpr WPARAM kLongestSearch = 200;  // characters
+
+// Widths that nobody can have wanted.
+constexpr std::uint32_t kWidestColumn = 4000;
+
+}  // namespace
+
+ListPage::ListPage(const ListPageContext& context, PageTexts texts, std::string widthsName)
+    : CPage(context.fonts, std::move(texts)), m_context(context), m_widthsName(std::move(widthsName)) {}
+
+void ListPage::OnCreateContent() {
+    const Language& language = GetLanguage();
+    const Look& look = GetLook();
+    Content content = DescribeList();
+    m_columns = std::move(content.columns);
+    m_emptyText = std::move(content.emptyText);
+    m_search.Create(Window(), "", ES_AUTOHSCROLL, IDC_PAGE_SEARCH, look);
+    m_search.SetCue(language.GetText(1046, "Search"));
+    ::SendMessageA(m_search.Window(), EM_LIMITTEXT, kLongestSearch, 0);
+    const TreeSetup setup{.parent = Window(), .id = IDC_PAGE_LIST, .selectsMany = true, .emptyText = m_emptyText};
+    if (!m_list.Create(setup, look, m_columns, *this)) throw std::runtime_error("no list");
+    ReadWidths();
+    m_list.events.headerClicked = [this](int column) { SortBy(column); };
+    m_list.events.contextMenu = [this](int, POINT point) { ShowMenu(point); };
+    m_list.events.widthsChanged = [this] { WriteWidths(); };
+    m_list.events.refreshWanted = [this] { Reload(); };
+    m_list.events.findWanted = [this] { OnFind(); };
+    constexpr DWORD kOneLine = SS_LEFT | SS_NOPREFIX | SS_CENTERIMAGE;
+    m_count.Create(Window(), "", LabelKind::Quiet, kOneLine, IDC_PAGE_COUNT, look);
+}
+
+int ListPage::RoomBesideTitle() const {
+    return Scale(kSearchWidth + kSearchMargin);
+}
+
+void ListPage::OnPlaceContent(const RECT& place) {
+    // On the page's title, which leaves the right side free.
+    const LONG searchBottom = place.top - Scale(kSearchGap);
+    m_search.Place(
+        {place.right - Scale(kSearchWidth), searchBottom - Scale(kSearchHeight), place.right, searchBottom});
+    const LONG listBottom = place.bottom - Scale(kCountHeight) + Scale(kSearchGap);
+    m_list.Place({place.left, place.top, place.right, listBottom});
+    m_count.Place({place.left, listBottom, place.right, listBottom + Scale(kCountHeight)});
+}
+
+TreeCell ListPage::Cell(int row, int column) const {
+    return SourceCell(m_shown[static_cast<std::size_t>(row)], column);
+}
+
+void ListPage::ChangeRows(const std::function<void()>& change) {
+    std::unordered_set<std::string> selected;
+    for (const RowRanges::Range& range : m_list.SelectedRows().Ranges()) {
+        for (int row = range.first; row <= range.last && row < RowCount(); ++row) {
+            selected.insert(SourceKey(m_shown[static_cast<std::size_t>(row)]));
+        }
+    }
+    const int focused = m_list.FocusedRow();
+    const std::string focusedKey =
+        focused >= 0 && focused < RowCount() ? SourceKey(m_shown[static_cast<std::size_t>(focused)]) : "";
+    change();
+    Arrange();
+    RowRanges rows;
+    int newFocused = -1;
+    for (int row = 0; row < RowCount() && (!selected.empty() || !focusedKey.empty()); ++row) {
+        const std::string key = SourceKey(m_shown[static_cast<std::size_t>(row)]);
+        if (selected.contains(key)) rows.Add(row, row);
+        if (newFocused < 0 && key == focusedKey) newFocused = row;
+    }
+    m_list.SetSelection(std::move(rows), newFocused);
+}
+
+void ListPage::SetEmptyText(const std::string& text) {
+    m_emptyText = text;
+    if (m_order.searched.empty()) m_list.SetEmptyText(text);
+}
+
+void ListPage::Arrange() {
+    const int count = SourceRowCount();
+    m_shown = ArrangeRows(
+        count, static_cast<int>(m_columns.size()),
+        [this](int row, int column) { return SourceCell(row, column).text; }, m_order);
+    const Language& language = GetLanguage();
+    m_list.SetEmptyText(m_order.searched.empty() || count == 0
+                            ? m_emptyText
+                            : language.GetText(1047, "Nothing here holds the text that you are looking for."));
+    m_list.Refresh();
+    std::string shown = language.GetText(1048, "Entries:") + " " + std::to_string(m_shown.size());
+    if (RowCount() != count) shown += " / " + std::to_string(count);
+    m_count.SetText(shown);
+}
+
+void ListPage::SortBy(int column) {
+    // Upwards, downwards, and then as it was read.
+    if (m_order.column != column) {
+        m_order.column = column;
+        m_order.isAscending = true;
+    } else if (m_order.isAscending) {
+        m_order.isAscending = false;
+    } else {
+        m_order.column = RowOrder::kAsRead;
+        m_order.isAscending = true;
+    }
+    m_order.isNumber =
+        m_order.column != RowOrder::kAsRead && m_columns[static_cast<std::size_t>(m_order.column)].isNumber;
+    m_list.SetSortMark(m_order.column, m_order.isAscending);
+    ChangeRows([] {});
+}
+
+void ListPage::OnCommand(int id, int notification) {
+    if (id != IDC_PAGE_SEARCH || notification != EN_CHANGE) return;
+    ChangeRows([this] { m_order.searched = m_search.Text(); });
+}
+
+void ListPage::OnFind() {
+    ::SetFocus(m_search.Window());
+    ::SendMessageA(m_search.Window(), EM_SETSEL, 0, -1);
+}
+
+void ListPage::ShowMenu(POINT point) {
+    switch (TrackListMenu(Window(), point, GetLook(), GetLanguage(), !m_list.SelectedRows().IsEmpty())) {
+        case ListCommand::Copy: m_list.CopySelection(); break;
+        case ListCommand::SelectAll: {
+            RowRanges all;
+            all.Add(0, RowCount() - 1);
+            m_list.SetSelection(std::move(all), m_list.FocusedRow());
+            break;
+        }
+        case ListCommand::Refresh: Reload(); break;
+        case ListCommand::None: break;
+    }
+}
+
+std::string ListPage::WidthName(std::size_t column) const {
+    return m_widthsName + "Column" + std::to_string(column);
+}
+
+void ListPage::ReadWidths() {
+    std::vector<int> widths;
+    for (std::size_t column = 0; column < m_columns.size(); ++column) {
+        std::uint32_t width = 0;
+        if (!m_context.userValues.ReadUserValue(WidthName(column), width)) return;
+        widths.push_back(static_cast<int>(std::min(width, kWidestColumn)));
+    }
+    m_list.SetColumnWidths(widths);
+}
+
+void ListPage::WriteWidths() const {
+    const std::vector<int> widths = m_list.ColumnWidths();
+    for (std::size_t column = 0; column < widths.size(); ++column) {
+        m_context.userValues.WriteUserValue(WidthName(column), static_cast<std::uint32_t>(widths[column]));
+    }
+}
+
+}  // namespace brennvar

@@ -1,0 +1,36 @@
+#include "views/RowOrder.h"
+
+#include <gtest/gtest.h>
+
+namespace brennvar {
+namespace {
+
+using Rows = std::vector<int>;
+
+TEST(RowOrderTest, FindsSortsAndKeepsTheOrderOfEqualRows) {
+    const std::vector<std::vector<std::string>> cells = {
+        {"beta", "10"}, {"Alpha", "9"}, {"ALPHA", "100"}, {"gamma", ""}, {"\xE4lpha", "9"}};
+    const auto arrange = [&](const RowOrder& order) {
+        return ArrangeRows(
+            static_cast<int>(cells.size()), 2,
+            [&](int row, int column) {
+                return cells[static_cast<std::size_t>(row)][static_cast<std::size_t>(column)];
+            },
+            order);
+    };
+    EXPECT_EQ(arrange({}), (Rows{0, 1, 2, 3, 4}));
+    EXPECT_EQ(arrange({.searched = "aLPh"}), (Rows{1, 2}));
+    EXPECT_EQ(arrange({.searched = "10"}), (Rows{0, 2})) << "in every column";
+    EXPECT_EQ(arrange({.searched = "none"}), Rows{});
+    EXPECT_EQ(arrange({.searched = {}, .column = 0}), (Rows{1, 2, 0, 3, 4}));
+    EXPECT_EQ(arrange({.searched = {}, .column = 0, .isAscending = false}), (Rows{4, 3, 0, 1, 2}))
+        << "equal rows as they were read";
+    EXPECT_EQ(arrange({.searched = {}, .column = 1, .isNumber = true}), (Rows{3, 1, 4, 0, 2}))
+        << "by value, not by digits";
+    EXPECT_EQ(arrange({.searched = "a", .column = 1, .isAscending = false, .isNumber = true}),
+              (Rows{2, 0, 1, 4, 3}));
+    EXPECT_EQ(ArrangeRows(0, 2, {}, {.searched = "x", .column = 1}), Rows{});
+}
+
+}  // namespace
+}  // namespace brennvar
