@@ -289,6 +289,7 @@ void CTree::SetSortMark(int column, bool isAscending) {
 
 std::vector<int> CTree::ColumnWidths() const {
     std::vector<int> widths;
+    widths.reserve(m_columns.size());
     const int unit = Scale(96);
     for (int column = 0; column < m_layout.Count(); ++column) {
         widths.push_back(::MulDiv(m_layout.Width(column), 96, unit));
