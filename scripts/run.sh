@@ -3,25 +3,24 @@
 # center, and shows a connection question. Without a display it starts one of its own (Xvfb), plays a short scenario
 # and leaves screenshots in out/.
 #   --no-demo   no scenario: this machine's real connections, until the control center is closed
+#   --gallery   no scenario to look at, but pictures of every window in every skin and language (scripts/gallery.sh)
 #   --no-setup  skip the set-up script
 set -euo pipefail
 cd "$(dirname "$0")/.."
 . scripts/lib.sh
 
-demo=yes setup=yes
+demo=yes gallery= setup=yes
 for option in "$@"; do
     case $option in
         --no-demo) demo= ;;
+        --gallery) gallery=yes ;;
         --no-setup) setup= ;;
         *) fail "unknown option $option" ;;
     esac
 done
 [ -z "$setup" ] || scripts/setup.sh
-
-say "building"
-cmake --preset windows >/dev/null
-cmake --build --preset windows >/dev/null
-cmake --install build/windows >/dev/null
+build_and_install
+[ -z "$gallery" ] || exec scripts/gallery.sh --built
 
 cleanup() { stop_wine; stop_display; }
 trap cleanup EXIT

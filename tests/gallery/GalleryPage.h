@@ -31,6 +31,7 @@ public:
 
 // One function for each page; main.cpp has the list of their names.
 [[nodiscard]] std::unique_ptr<GalleryPage> MakeControlsGallery();
+[[nodiscard]] std::unique_ptr<GalleryPage> MakeEventsGallery();
 [[nodiscard]] std::unique_ptr<GalleryPage> MakeMessageGallery();
 [[nodiscard]] std::unique_ptr<GalleryPage> MakeQuestionGallery();
 [[nodiscard]] std::unique_ptr<GalleryPage> MakeConfirmationGallery();

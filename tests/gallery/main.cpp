@@ -1,5 +1,7 @@
-// gallery.exe --page NAME: shows a page of controls until it is closed. Skin and language are those of
-// settings.ini.
+// gallery.exe --page NAME   shows a page until it is closed, in the skin and the language of settings.ini
+// gallery.exe --list        prints the pages, one a line: name, number of the windows and menus that it opens over
+// its
+//                           own window, and "translated" where it shows texts of the language
 #include <cstring>
 #include <memory>
 #include <string>
@@ -15,17 +17,20 @@ namespace {
 struct PageEntry {
     const char* name;
     std::unique_ptr<GalleryPage> (*make)();
+    int opens = 0;
+    bool isTranslated = false;
 };
 
 constexpr PageEntry kPages[] = {
     {"controls", &MakeControlsGallery},
-    {"message", &MakeMessageGallery},
-    {"question", &MakeQuestionGallery},
-    {"confirmation", &MakeConfirmationGallery},
-    {"confirmation-deny", &MakeConfirmationDenyGallery},
-    {"about", &MakeAboutGallery},
-    {"menu", &MakeMenuGallery},
-    {"balloon", &MakeBalloonGallery},
+    {"events", &MakeEventsGallery, 1},
+    {"message", &MakeMessageGallery, 1, true},
+    {"question", &MakeQuestionGallery, 1, true},
+    {"confirmation", &MakeConfirmationGallery, 1, true},
+    {"confirmation-deny", &MakeConfirmationDenyGallery, 1, true},
+    {"about", &MakeAboutGallery, 1, true},
+    {"menu", &MakeMenuGallery, 2, true},
+    {"balloon", &MakeBalloonGallery, 5, true},
     {"tree", &MakeTreeGallery},
 };
 
@@ -62,7 +67,23 @@ std::unique_ptr<GalleryPage> MakePage() {
     return chosen->make();
 }
 
-void Run() {
+void ListPages() {
+    std::string names;
+    for (const PageEntry& page : kPages) {
+        names += std::string(page.name) + ' ' + std::to_string(page.opens);
+        names += page.isTranslated ? " translated\n" : "\n";
+    }
+    // A program with windows has an output only where the caller gives it one.
+    DWORD written = 0;
+    (void)::WriteFile(::GetStdHandle(STD_OUTPUT_HANDLE), names.data(), static_cast<DWORD>(names.size()), &written,
+                      nullptr);
+}
+
+int Run() {
+    if (__argc == 2 && std::strcmp(__argv[1], "--list") == 0) {
+        ListPages();
+        return 0;
+    }
     const CFonts fonts(GetFontCharset(CurrentLanguageName()));
     const Look look(fonts);
     const std::unique_ptr<GalleryPage> page = MakePage();
@@ -76,7 +97,7 @@ void Run() {
     ::AdjustWindowRectEx(&setup.place, setup.style, FALSE, setup.extendedStyle);
     ::OffsetRect(&setup.place, -setup.place.left, -setup.place.top);
     setup.className = "BrennvarGallery";
-    if (!window.Create(setup)) return;
+    if (!window.Create(setup)) return 1;
     ::ShowWindow(window.Window(), SW_SHOW);
     page->OnShown(window.Window(), look);
     MSG message;
@@ -85,12 +106,12 @@ void Run() {
         ::TranslateMessage(&message);
         ::DispatchMessageA(&message);
     }
+    return static_cast<int>(message.wParam);
 }
 
 }  // namespace
 }  // namespace brennvar::gallery
 
 int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int) {
-    brennvar::gallery::Run();
-    return 0;
+    return brennvar::gallery::Run();
 }

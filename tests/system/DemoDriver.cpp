@@ -1,12 +1,24 @@
-// Works the program's windows from a script, step by step: demo_driver STEP...
-//   wait:CAPTION          until a visible window with this caption is there and answers
-//   gone:CAPTION          until it is not
-//   command:CAPTION:N     sends the window the command N, as a menu or a page button does
-//   enabled:CAPTION:ID    until the control ID of the window is enabled
-//   press:CAPTION:ID      presses the button ID of the window as soon as it is enabled
-//   rows:CAPTION:N        until a list of the window shows at least N rows
+// Works a program's windows from a script, step by step: demo_driver STEP...
+//   wait:WINDOW           until the window is there and answers
+//   gone:WINDOW           until it is not
+//   command:WINDOW:N      posts the window the command N, as a menu or a button does
+//   page:WINDOW:N         the same, until the window has dealt with it: for what opens no dialog
+//   enabled:WINDOW:ID     until the control ID of the window is enabled
+//   press:WINDOW:ID       presses the button ID of the window as soon as it is enabled
+//   rows:WINDOW:N         until a list of the window shows at least N rows
+//   size:WINDOW:WxH       until the window has been sized, pixels
+//   maximise:WINDOW       until it fills the screen
+//   restore:WINDOW        until it no longer does
+//   picture:WINDOW:FILE   a picture of the window (BMP), when it no longer changes
+//   opened:WINDOW:N       until its program shows N other windows or menus
+//   popups:WINDOW:FILE    a picture of these
+//   menu:WINDOW           opens the menu of its list
+//   leave:WINDOW          closes the menu
+//   close:WINDOW          asks the window to close
+// WINDOW: the caption of a visible window, or "#ID" for the visible window that has a control with that number.
 // Exit code 0 when all steps were done, 1 at the first one that was not.
 #include "Desktop.h"
+#include "Picture.h"
 #include "Programs.h"
 #include "ui/TreeMessages.h"
 
@@ -17,19 +29,111 @@
 namespace brennvar::test {
 namespace {
 
-HWND VisibleWindow(const std::string& caption) {
-    const HWND window = ::FindWindowA(nullptr, caption.c_str());
+HWND WindowWithControl(int id) {
+    struct Search {
+        int id;
+        HWND found;
+    } search{id, nullptr};
+    ::EnumWindows(
+        [](HWND window, LPARAM parameter) -> BOOL {
+            auto& wanted = *reinterpret_cast<Search*>(parameter);
+            if (!::IsWindowVisible(window) || ::GetDlgItem(window, wanted.id) == nullptr) return TRUE;
+            wanted.found = window;
+            return FALSE;
+        },
+        reinterpret_cast<LPARAM>(&search));
+    return search.found;
+}
+
+HWND VisibleWindow(const std::string& name) {
+    if (name.starts_with('#')) return WindowWithControl(std::atoi(name.c_str() + 1));
+    const HWND window = ::FindWindowA(nullptr, name.c_str());
     return window != nullptr && ::IsWindowVisible(window) ? window : nullptr;
 }
 
-bool WaitForWindow(const std::string& caption) {
-    return WaitUntil([&] { return VisibleWindow(caption) != nullptr; }) &&
-           AnswerTime(VisibleWindow(caption), kPatience) < kPatience;
+bool WaitForWindow(const std::string& name) {
+    return WaitUntil([&] { return VisibleWindow(name) != nullptr; }) &&
+           AnswerTime(VisibleWindow(name), kPatience) < kPatience;
 }
 
-bool ListHasRows(const std::string& caption, int rows) {
-    const HWND list = FindVisibleChild(VisibleWindow(caption), kTreeClass);
+bool ListHasRows(HWND window, int rows) {
+    const HWND list = FindVisibleChild(window, kTreeClass);
     return list != nullptr && ListRowCount(list) >= rows;
+}
+
+bool OpenPage(HWND window, int number) {
+    DWORD_PTR ignored = 0;
+    return ::SendMessageTimeoutA(window, WM_COMMAND, static_cast<WPARAM>(number), 0, SMTO_NORMAL,
+                                 static_cast<UINT>(std::chrono::milliseconds(kPatience).count()), &ignored) != 0;
+}
+
+bool SizeWindow(HWND window, const std::string& size) {
+    const int width = std::atoi(size.c_str());
+    const int height = std::atoi(size.c_str() + size.find('x') + 1);
+    ::SetWindowPos(window, nullptr, 0, 0, width, height, SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+    return WaitUntil([&] {
+        RECT place;
+        return ::GetWindowRect(window, &place) && place.right - place.left == width &&
+               place.bottom - place.top == height;
+    });
+}
+
+bool Maximise(HWND window, bool isWanted) {
+    ::PostMessageA(window, WM_SYSCOMMAND, isWanted ? SC_MAXIMIZE : SC_RESTORE, 0);
+    return WaitUntil([&] { return (::IsZoomed(window) != FALSE) == isWanted; });
+}
+
+HWND MenuOwner(HWND window) {
+    GUITHREADINFO info{};
+    info.cbSize = sizeof info;
+    const bool isKnown = ::GetGUIThreadInfo(::GetWindowThreadProcessId(window, nullptr), &info) != FALSE;
+    return isKnown && (info.flags & GUI_INMENUMODE) != 0 ? info.hwndMenuOwner : nullptr;
+}
+
+bool OpenListMenu(HWND window) {
+    // As from the keyboard.
+    const HWND list = FindVisibleChild(window, kTreeClass);
+    return ::PostMessageA(list, WM_CONTEXTMENU, reinterpret_cast<WPARAM>(list), -1) &&
+           WaitUntil([&] { return MenuOwner(window) != nullptr; });
+}
+
+bool LeaveMenu(HWND window) {
+    ::PostMessageA(MenuOwner(window), WM_CANCELMODE, 0, 0);
+    return WaitUntil([&] { return MenuOwner(window) == nullptr; });
+}
+
+bool HasOthers(HWND window, int wanted) {
+    int count = 0;
+    (void)PlaceOfOthers(window, count);
+    return count >= wanted;
+}
+
+bool WritePopups(HWND window, const std::string& path) {
+    int count = 0;
+    const RECT place = PlaceOfOthers(window, count);
+    return count > 0 && WritePicture(window, place, path);
+}
+
+// One step on a window that is there.
+bool Work(HWND window, const std::string& verb, const std::string& rest) {
+    const int number = std::atoi(rest.c_str());
+    if (verb == "command") return ::PostMessageA(window, WM_COMMAND, static_cast<WPARAM>(number), 0) != FALSE;
+    if (verb == "page") return OpenPage(window, number);
+    if (verb == "enabled") {
+        return WaitUntil([&] { return ::IsWindowEnabled(::GetDlgItem(window, number)) != FALSE; });
+    }
+    if (verb == "press") return PressWhenEnabled(window, number);
+    if (verb == "rows") return WaitUntil([&] { return ListHasRows(window, number); });
+    if (verb == "size") return SizeWindow(window, rest);
+    if (verb == "maximise") return Maximise(window, true);
+    if (verb == "restore") return Maximise(window, false);
+    if (verb == "picture") return WritePicture(window, PlaceOfWindow(window), rest);
+    if (verb == "opened") return WaitUntil([&] { return HasOthers(window, number); });
+    if (verb == "popups") return WritePopups(window, rest);
+    if (verb == "menu") return OpenListMenu(window);
+    if (verb == "leave") return LeaveMenu(window);
+    if (verb == "close") return ::PostMessageA(window, WM_CLOSE, 0, 0) != FALSE;
+    return verb == "wait";
 }
 
 bool DoStep(const std::string& step) {
@@ -37,22 +141,10 @@ bool DoStep(const std::string& step) {
     if (first == std::string::npos) return false;
     const auto second = step.find(':', first + 1);
     const std::string verb = step.substr(0, first);
-    const std::string caption = step.substr(first + 1, second == std::string::npos ? second : second - first - 1);
-    const int number = second == std::string::npos ? 0 : std::atoi(step.c_str() + second + 1);
-    if (verb == "wait") return WaitForWindow(caption);
-    if (verb == "gone") return WaitUntil([&] { return VisibleWindow(caption) == nullptr; });
-    if (verb == "command") {
-        return WaitForWindow(caption) &&
-               ::PostMessageA(VisibleWindow(caption), WM_COMMAND, static_cast<WPARAM>(number), 0) &&
-               AnswerTime(VisibleWindow(caption), kPatience) < kPatience;
-    }
-    if (verb == "enabled") {
-        return WaitForWindow(caption) &&
-               WaitUntil([&] { return ::IsWindowEnabled(::GetDlgItem(VisibleWindow(caption), number)) != FALSE; });
-    }
-    if (verb == "press") return WaitForWindow(caption) && PressWhenEnabled(VisibleWindow(caption), number);
-    if (verb == "rows") return WaitUntil([&] { return ListHasRows(caption, number); });
-    return false;
+    const std::string name = step.substr(first + 1, second == std::string::npos ? second : second - first - 1);
+    if (verb == "gone") return WaitUntil([&] { return VisibleWindow(name) == nullptr; });
+    return WaitForWindow(name) &&
+           Work(VisibleWindow(name), verb, second == std::string::npos ? "" : step.substr(second + 1));
 }
 
 }  // namespace

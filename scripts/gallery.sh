@@ -1,0 +1,119 @@
+#!/usr/bin/env bash
+# Pictures of every window in every skin and language, for whoever works on them: out/gallery/SKIN-LANGUAGE-WHAT.png.
+# Builds and installs into dist/, and works the real program against the stand-ins and the development program that
+# shows the controls in all of their states, on a display of its own.
+#   --no-setup  skip the set-up script
+#   --built     skip that and building as well
+set -euo pipefail
+cd "$(dirname "$0")/.."
+. scripts/lib.sh
+
+setup=yes build=yes
+for option in "$@"; do
+    case $option in
+        --no-setup) setup= ;;
+        --built) setup= build= ;;
+        *) fail "unknown option $option" ;;
+    esac
+done
+[ -z "$setup" ] || scripts/setup.sh
+[ -z "$build" ] || build_and_install
+
+skins=(Default Graphite) languages=(English German Slovak Russian)
+standin=build/windows/standin/brennvar.exe
+home=build/gallery                      # the development program, where it finds skins and languages beside it
+shots=$home/shots
+logs=build/logs
+rm -rf "$home" out/gallery
+mkdir -p "$shots" "$logs" out/gallery
+cp build/windows/tests/gallery/gallery.exe "$home"
+ln -s ../../dist/Skins ../../dist/Languages "$home"
+
+cleanup() { stop_wine; stop_display; }
+trap cleanup EXIT
+unset DISPLAY
+start_display
+start_wine "$PWD/build/prefix-gallery"
+data=$WINEPREFIX/drive_c/ProgramData/Quorlan/Brennvar\ Firewall
+
+drive() { wine build/windows/tests/system/demo_driver.exe "$@" >/dev/null 2>"$logs/driver.log" </dev/null ||
+    { cat "$logs/driver.log" >&2; fail "no pictures of $prefix"; }; }
+
+# choose SKIN LANGUAGE: a data folder with nothing but this choice, and a user who has not been here before.
+choose() {
+    rm -rf "$data"
+    mkdir -p "$data"
+    printf '[Skin]\r\nDirectory=%s\r\n[Language]\r\nDirectory=%s\r\n' "$1" "$2" >"$data/settings.ini"
+    wine reg delete 'HKCU\Software\Quorlan' /f >/dev/null 2>&1 </dev/null || true
+}
+
+# The real program: its question, its pages in their first, least and largest size, and its messages.
+show_program() {
+    wine "$standin" --scenario scripts/demo.scenario >"$logs/service.log" 2>&1 </dev/null &
+    local service=$!
+    until grep -qs "EVENT started" "$data/journal.txt"; do
+        kill -0 "$service" 2>/dev/null || { cat "$logs/service.log" >&2; fail "the service stand-in did not start"; }
+        sleep 0.1
+    done
+    wine dist/BrennvarGUI.exe >/dev/null 2>&1 </dev/null &
+    local interface=$!
+    local main='#462' question='#334' confirmation='#905' about='#951' page number name rows
+    local steps=("enabled:$question:334" "picture:$question:$shots/$prefix-question.bmp"
+        "press:$question:573" "press:$question:334" "gone:$question")
+    # Command numbers of the pages, and how many rows their lists get from the scenario.
+    local pages=(461:statistics 462:connections:8 429:advanced 437:options 439:applications:4 463:trafficlog)
+    for size in 1000x680 820x560; do
+        steps+=("size:$main:$size")
+        for page in "${pages[@]}"; do
+            IFS=: read -r number name rows <<<"$page"
+            steps+=("page:$main:$number")
+            [ -z "$rows" ] || steps+=("rows:$main:$rows")
+            if [ "$size" = 820x560 ]; then name+=-least; fi
+            steps+=("picture:$main:$shots/$prefix-$name.bmp")
+        done
+    done
+    steps+=("maximise:$main" "page:$main:462" "rows:$main:8" "picture:$main:$shots/$prefix-connections-largest.bmp"
+        "restore:$main" "size:$main:1000x680" "menu:$main" "popups:$main:$shots/$prefix-listmenu.bmp" "leave:$main"
+        "command:$main:427" "wait:$about" "picture:$about:$shots/$prefix-about.bmp" "press:$about:1" "gone:$about"
+        "command:$main:376" "wait:$confirmation" "picture:$confirmation:$shots/$prefix-exit.bmp"
+        "press:$confirmation:1")
+    drive "${steps[@]}"
+    wait "$interface" || fail "the control center ended with $?"
+    wine "$standin" --stop >/dev/null 2>&1 </dev/null || true
+    wait "$service" || true
+}
+
+# show_page NAME OPENS: a page of the development program, or the windows that it opens.
+show_page() {
+    wine "$home/gallery.exe" --page "$1" >/dev/null 2>&1 </dev/null &
+    local gallery=$!
+    if [ "$2" -gt 0 ]; then
+        drive "opened:Gallery:$2" "popups:Gallery:$shots/$prefix-gallery-$1.bmp" "close:Gallery"
+    else
+        drive "picture:Gallery:$shots/$prefix-gallery-$1.bmp" "close:Gallery"
+    fi
+    wait "$gallery" || true
+}
+
+wine "$home/gallery.exe" --list >"$home/pages" 2>/dev/null </dev/null
+mapfile -t gallery_pages < <(tr -d '\r' <"$home/pages")
+[ "${#gallery_pages[@]}" -gt 0 ] || fail "the gallery has no pages"
+for skin in "${skins[@]}"; do
+    for language in "${languages[@]}"; do
+        prefix=${skin,,}-${language,,}
+        say "$skin, $language"
+        choose "$skin" "$language"
+        show_program
+        for page in "${gallery_pages[@]}"; do
+            read -r name opens translated <<<"$page"
+            # Pages without a text of the language look the same in each.
+            [ "$language" = English ] || [ -n "$translated" ] || continue
+            show_page "$name" "$opens"
+        done
+    done
+done
+
+mogrify -format png -path out/gallery "$shots"/*.bmp
+rm -rf "$shots"
+printf '%s\n' out/gallery/*.png
+say "$(find out/gallery -name '*.png' | wc -l) pictures in out/gallery"
