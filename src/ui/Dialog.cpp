@@ -1,8 +1,33 @@
 #include "ui/Dialog.h"
 
 #include "ui/Control.h"
+#include "ui/TreeMessages.h"
 
 namespace brennvar {
+namespace {
+
+BOOL CALLBACK InvalidateChild(HWND child, LPARAM) {
+    // Grounds and outer frames are painted by messages of their own; a control of ours needs none of them, and for
+    // some thirty controls they take as long as the painting itself.
+    char className[16] = {};
+    ::GetClassNameA(child, className, sizeof(className));
+    const bool paintsAll = ::lstrcmpiA(className, "Button") == 0 || ::lstrcmpiA(className, "Static") == 0 ||
+                           ::lstrcmpA(className, kTreeClass) == 0;
+    ::RedrawWindow(child, nullptr, nullptr,
+                   RDW_INVALIDATE | RDW_NOCHILDREN | (paintsAll ? 0U : static_cast<UINT>(RDW_ERASE | RDW_FRAME)));
+    return TRUE;
+}
+
+// Shows a window with everything in it painted.
+void ShowPainted(HWND window) {
+    ::SetWindowPos(window, nullptr, 0, 0, 0, 0,
+                   SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER | SWP_SHOWWINDOW | SWP_NOREDRAW);
+    ::RedrawWindow(window, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_NOCHILDREN);
+    ::EnumChildWindows(window, &InvalidateChild, 0);
+    ::RedrawWindow(window, nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
+}
+
+}  // namespace
 
 CDialog::~CDialog() {
     if (!m_window) return;
@@ -29,7 +54,8 @@ INT_PTR CDialog::DoModal(HWND owner, int templateId, Appearance appearance) {
         if (unfocused) {
             ::SetWindowPos(m_window, HWND_TOPMOST, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
         }
-        if (!m_ended) ::ShowWindow(m_window, unfocused ? SW_SHOWNOACTIVATE : SW_SHOW);
+        if (!m_ended && unfocused) ::ShowWindow(m_window, SW_SHOWNOACTIVATE);
+        if (!m_ended && !unfocused) ShowPainted(m_window);
         if (!m_ended && !unfocused) {
             ::SetFocus(m_firstFocus ? Item(m_firstFocus) : ::GetNextDlgTabItem(m_window, nullptr, FALSE));
         }
