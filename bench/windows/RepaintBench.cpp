@@ -104,6 +104,6 @@ int main() {
         std::fprintf(stderr, "the window was not made\n");
         return 1;
     }
-    std::printf("repaint_ms %.2f\n", time);
+    std::printf("repaint %.2f\n", time);
     return 0;
 }

@@ -93,10 +93,14 @@ FirewallControlCenterDialog::FirewallControlCenterDialog()
                 CWorkerThread(PostWhenFinished(kMessageWorkerFinished + 3))} {
     EnableDebugPrivilege();  // without it the paths of some processes stay unknown
     // With the folders above it; one that is there already is left as it is.
-    ::SHCreateDirectoryExA(nullptr, LogFolderPath(GetDataFolder()).c_str(), nullptr);
+    const std::string logFolder = LogFolderPath(GetDataFolder());
+    if (::GetFileAttributesA(logFolder.c_str()) == INVALID_FILE_ATTRIBUTES) {
+        ::SHCreateDirectoryExA(nullptr, logFolder.c_str(), nullptr);
+    }
     m_language = OpenLanguage();
-    m_userValues.WriteUserValue(kUserValueServerPid, FindProcessId("brennvar.exe"));
-    m_userValues.WriteUserValue(kUserValueGuiPid, FindProcessId("brennvargui.exe"));
+    const std::vector<std::uint32_t> ids = FindProcessIds({"brennvar.exe", "brennvargui.exe"});
+    m_userValues.WriteUserValue(kUserValueServerPid, ids[0]);
+    m_userValues.WriteUserValue(kUserValueGuiPid, ids[1]);
 }
 
 FirewallControlCenterDialog::Outcome FirewallControlCenterDialog::Run() {

@@ -8,16 +8,21 @@
 
 namespace brennvar {
 
-std::uint32_t FindProcessId(std::string_view imageName) {
+std::vector<std::uint32_t> FindProcessIds(std::initializer_list<std::string_view> imageNames) {
+    std::vector<std::uint32_t> ids(imageNames.size(), 0);
     const UniqueFile snapshot(::CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS, 0));
-    if (!snapshot) return 0;
+    if (!snapshot) return ids;
     PROCESSENTRY32 entry{};
     entry.dwSize = sizeof entry;
     for (BOOL more = ::Process32First(snapshot.Get(), &entry); more;
          more = ::Process32Next(snapshot.Get(), &entry)) {
-        if (EqualsIgnoringCase(TextOf(entry.szExeFile), imageName)) return entry.th32ProcessID;
+        auto id = ids.begin();
+        for (const std::string_view name : imageNames) {
+            if (*id == 0 && EqualsIgnoringCase(TextOf(entry.szExeFile), name)) *id = entry.th32ProcessID;
+            ++id;
+        }
     }
-    return 0;
+    return ids;
 }
 
 bool EnableDebugPrivilege() {

@@ -2,13 +2,15 @@
 #pragma once
 
 #include <cstdint>
+#include <initializer_list>
 #include <string_view>
+#include <vector>
 
 namespace brennvar {
 
-// The id of the first process, in the order of a process snapshot, whose image name ("brennvar.exe") is the given
-// one without regard to case; 0 when there is none.
-[[nodiscard]] std::uint32_t FindProcessId(std::string_view imageName);
+// For each image name ("brennvar.exe") the id of the first process, in the order of one process snapshot, that has
+// it without regard to case; 0 when there is none.
+[[nodiscard]] std::vector<std::uint32_t> FindProcessIds(std::initializer_list<std::string_view> imageNames);
 
 // Enables SeDebugPrivilege in our own token, so that the paths of other users' processes can be read. False when
 // the user may not have it; the program works without.

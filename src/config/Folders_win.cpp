@@ -22,9 +22,13 @@ std::string GetInstallationFolder() {
 }
 
 std::string GetDataFolder() {
-    char common[MAX_PATH] = {};
-    if (!::SHGetSpecialFolderPathA(nullptr, common, CSIDL_COMMON_APPDATA, FALSE)) common[0] = '\0';
-    return std::string(common) + R"(\Quorlan\Brennvar Firewall)";
+    // Every window asks for it; the system looks it up in the registry each time.
+    static const std::string kFolder = [] {
+        char common[MAX_PATH] = {};
+        if (!::SHGetSpecialFolderPathA(nullptr, common, CSIDL_COMMON_APPDATA, FALSE)) common[0] = '\0';
+        return std::string(common) + R"(\Quorlan\Brennvar Firewall)";
+    }();
+    return kFolder;
 }
 
 }  // namespace brennvar

@@ -1,4 +1,5 @@
-// The two folders that everything else lies below. Computed afresh on each call; no trailing backslash.
+// The two folders that everything else lies below. They do not change while the program runs; no trailing
+// backslash.
 #pragma once
 
 #include <string>

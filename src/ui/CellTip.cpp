@@ -9,7 +9,6 @@ namespace brennvar {
 namespace {
 
 constexpr int kWidest = 480;  // longer texts are broken
-constexpr int kLongest = 4096;
 constexpr int kMarginX = 6;
 constexpr int kMarginY = 3;
 constexpr UINT kFormat = DT_NOPREFIX | DT_WORDBREAK | DT_EDITCONTROL;
@@ -24,13 +23,13 @@ CCellTip::CCellTip(const Look& look)
 
 void CCellTip::Show(HWND owner, const RECT& textOnScreen, const std::string& text) {
     if (!Window() && !Create({.parent = owner,
-                              .text = text.substr(0, kLongest),
+                              .text = text,
                               .style = WS_POPUP,
                               .extendedStyle = WS_EX_TOPMOST | WS_EX_TOOLWINDOW | WS_EX_NOACTIVATE,
                               .className = "BrennvarTip"})) {
         return;
     }
-    m_text = text.substr(0, kLongest);
+    m_text = text;
     ::SetWindowTextA(Window(), m_text.c_str());
     SIZE size{Scale(kWidest), 0};
     const HDC dc = ::GetDC(Window());

@@ -17,6 +17,8 @@ public:
     // Mouse and focus stay with the list.
     void Show(HWND owner, const RECT& textOnScreen, const std::string& text);
     void Hide();
+    [[nodiscard]] bool IsShown() const { return Window() && ::IsWindowVisible(Window()); }
+    [[nodiscard]] const std::string& Text() const { return m_text; }
 
 private:
     void OnPaint(HDC dc, const RECT& invalid) override;

@@ -1,15 +1,10 @@
 #include "ui/Control.h"
 
-// windows.h must stand before commctrl.h.
-#include <commctrl.h>
-
 #include "ui/Controls.h"
 #include "ui/Paint.h"
 
 namespace brennvar {
 namespace {
-
-constexpr UINT_PTR kSubclassId = 1;
 
 // Messages on which some of Windows' classes paint at once and not when they are asked to. Those that may call the
 // parent's handlers are not among them: such a handler may open a dialog, and the control must not stay dark
@@ -46,13 +41,19 @@ std::optional<LRESULT> ReflectMessage(UINT message, WPARAM wParam, LPARAM lParam
 }
 
 CControl::~CControl() {
-    if (m_window) ::RemoveWindowSubclass(m_window, &CControl::Procedure, kSubclassId);
+    if (!m_window) return;
+    ::SetWindowLongPtrA(m_window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(m_windowsOwn));
+    ::SetWindowLongPtrA(m_window, GWLP_USERDATA, 0);
 }
 
 void CControl::Attach(HWND control, HFONT font) {
     if (!control) return;
     m_window = control;
-    ::SetWindowSubclass(control, &CControl::Procedure, kSubclassId, reinterpret_cast<DWORD_PTR>(this));
+    // Not with the helpers of the common controls, which look the object up in the window's properties for each
+    // message: the object stands in the room that the control's class leaves to its user.
+    ::SetWindowLongPtrA(control, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
+    m_windowsOwn = reinterpret_cast<WNDPROC>(
+        ::SetWindowLongPtrA(control, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&CControl::Procedure)));
     SetControlFont(control, font);
 }
 
@@ -96,36 +97,40 @@ UINT CControl::PrefixFormat() const {
 }
 
 LRESULT CControl::CallWindows(UINT message, WPARAM wParam, LPARAM lParam) {
-    return ::DefSubclassProc(m_window, message, wParam, lParam);
+    return ::CallWindowProcA(m_windowsOwn, m_window, message, wParam, lParam);
 }
 
 LRESULT CControl::CallSilently(UINT message, WPARAM wParam, LPARAM lParam) {
     const HWND window = m_window;
-    // Turning the painting on again would show a control that is hidden.
-    const bool isVisible = (Style() & WS_VISIBLE) != 0;
-    if (isVisible) ::DefSubclassProc(window, WM_SETREDRAW, FALSE, 0);
-    const LRESULT result = ::DefSubclassProc(window, message, wParam, lParam);
+    const WNDPROC windowsOwn = m_windowsOwn;
+    // Turning the painting on again would show a control that is hidden; one that nobody sees paints nothing.
+    const bool isVisible = ::IsWindowVisible(window) != FALSE;
+    if (isVisible) ::CallWindowProcA(windowsOwn, window, WM_SETREDRAW, FALSE, 0);
+    const LRESULT result = ::CallWindowProcA(windowsOwn, window, message, wParam, lParam);
     if (!isVisible || !::IsWindow(window)) return result;
-    ::DefSubclassProc(window, WM_SETREDRAW, TRUE, 0);
+    ::CallWindowProcA(windowsOwn, window, WM_SETREDRAW, TRUE, 0);
     // A window that does not show has nothing left to be painted, and neither have the windows in it.
     ::RedrawWindow(window, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
     return result;
 }
 
-LRESULT CALLBACK CControl::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
-                                     DWORD_PTR object) noexcept {
-    auto* control = reinterpret_cast<CControl*>(object);
+LRESULT CALLBACK CControl::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept {
+    auto* control = reinterpret_cast<CControl*>(::GetWindowLongPtrA(window, GWLP_USERDATA));
+    if (!control) return ::DefWindowProcA(window, message, wParam, lParam);
+    // The object may end while it handles the message.
+    const WNDPROC windowsOwn = control->m_windowsOwn;
     if (message == WM_NCDESTROY) {
-        ::RemoveWindowSubclass(window, &CControl::Procedure, kSubclassId);
         control->m_window = nullptr;
-        return ::DefSubclassProc(window, message, wParam, lParam);
+        ::SetWindowLongPtrA(window, GWLP_USERDATA, 0);
+        ::SetWindowLongPtrA(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(windowsOwn));
+        return ::CallWindowProcA(windowsOwn, window, message, wParam, lParam);
     }
     std::optional<LRESULT> result;
     try {
         result = control->Dispatch(message, wParam, lParam);
     } catch (...) {  // NOLINT(bugprone-empty-catch): must not cross Windows, which handles the message then
     }
-    return result ? *result : ::DefSubclassProc(window, message, wParam, lParam);
+    return result ? *result : ::CallWindowProcA(windowsOwn, window, message, wParam, lParam);
 }
 
 std::optional<LRESULT> CControl::Dispatch(UINT message, WPARAM wParam, LPARAM lParam) {

@@ -63,13 +63,13 @@ protected:
     [[nodiscard]] HFONT Font() const;
 
 private:
-    static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id,
-                                      DWORD_PTR object) noexcept;
+    static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept;
     std::optional<LRESULT> Dispatch(UINT message, WPARAM wParam, LPARAM lParam);
     void PaintBuffered();
     void SetHot(bool hot);
 
     HWND m_window = nullptr;
+    WNDPROC m_windowsOwn = nullptr;  // the procedure of the control's class
     bool m_isHot = false;
 };
 

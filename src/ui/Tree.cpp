@@ -66,7 +66,8 @@ void CTree::OnSize(int, int) {
 }
 
 void CTree::Refresh() {
-    HideTip();
+    if (!Window()) return;
+    CheckTip();
     const int count = m_source.Count();
     const bool isOther = std::exchange(m_rowCount, count) != count;
     m_selection.CutAt(count);
@@ -288,6 +289,7 @@ void CTree::SetSortMark(int column, bool isAscending) {
 
 std::vector<int> CTree::ColumnWidths() const {
     std::vector<int> widths;
+    widths.reserve(m_columns.size());
     const int unit = Scale(96);
     for (int column = 0; column < m_layout.Count(); ++column) {
         widths.push_back(::MulDiv(m_layout.Width(column), 96, unit));
@@ -297,6 +299,7 @@ std::vector<int> CTree::ColumnWidths() const {
 
 void CTree::SetColumnWidths(std::span<const int> widths) {
     std::vector<int> pixels;
+    pixels.reserve(widths.size());
     for (const int width : widths) pixels.push_back(Scale(width));
     m_layout.Restore(pixels);
     LayOut();
@@ -304,6 +307,7 @@ void CTree::SetColumnWidths(std::span<const int> widths) {
 }
 
 void CTree::WidenFor(int column, const std::string& text) {
+    if (!Window()) return;
     const HDC dc = ::GetDC(Window());
     int width = 0;
     {

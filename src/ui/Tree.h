@@ -172,6 +172,7 @@ private:
     void UpdateTip(std::optional<CellId> cell);
     void ShowTip();
     void HideTip();
+    void CheckTip();
 
     // Keyboard (TreeKeys.cpp)
     bool OnControlKey(UINT key);

@@ -4,6 +4,8 @@
 
 #include "ui/Tree.h"
 #include "ui/TreeMessages.h"
+// windows.h must stand before windowsx.h.
+#include <windowsx.h>
 
 namespace brennvar {
 namespace {
@@ -32,7 +34,7 @@ std::optional<LRESULT> CTree::OnMessage(UINT message, WPARAM wParam, LPARAM lPar
         case WM_PAINT: PaintWindow(); return 0;
         case WM_GETDLGCODE: return OnGetDialogCode(lParam);
         case WM_SETCURSOR: return LOWORD(lParam) == HTCLIENT ? OnSetCursor() : std::nullopt;
-        case WM_RBUTTONDOWN: OnRightDown({LOWORD(lParam), HIWORD(lParam)}); return 0;
+        case WM_RBUTTONDOWN: OnRightDown({GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)}); return 0;
         case WM_VSCROLL: ScrollVertically(PositionFor(m_vertical, LOWORD(wParam))); return 0;
         case WM_HSCROLL: ScrollHorizontally(PositionFor(m_horizontal, LOWORD(wParam))); return 0;
         case WM_GETTEXTLENGTH: return static_cast<LRESULT>(WindowText().size());

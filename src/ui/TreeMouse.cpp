@@ -318,6 +318,11 @@ void CTree::ShowTip() {
     m_tip->Show(Window(), text, cell.text);
 }
 
+// A list that is refreshed every few seconds does not take the text away that somebody reads.
+void CTree::CheckTip() {
+    if (!m_tip->IsShown() || m_source.Cell(m_tipCell.row, m_tipCell.column).text != m_tip->Text()) HideTip();
+}
+
 void CTree::HideTip() {
     m_tipCell = {};
     if (!Window()) return;

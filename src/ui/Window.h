@@ -32,9 +32,14 @@ public:
     // Null while there is no window.
     [[nodiscard]] HWND Window() const { return m_window; }
     void Place(const RECT& place) const;
-    // Asks for painting anew: all of it, or a part.
-    void Repaint() const { ::InvalidateRect(m_window, nullptr, FALSE); }
-    void Repaint(const RECT& part) const { ::InvalidateRect(m_window, &part, FALSE); }
+    // Asks for painting anew: all of it, or a part. Without a window nothing happens; Windows would take the null
+    // for all windows of the screen.
+    void Repaint() const {
+        if (m_window) ::InvalidateRect(m_window, nullptr, FALSE);
+    }
+    void Repaint(const RECT& part) const {
+        if (m_window) ::InvalidateRect(m_window, &part, FALSE);
+    }
     [[nodiscard]] RECT ClientRect() const;
 
 protected:

@@ -29,6 +29,7 @@ public:
     void MakeTree(int entryCount) {
         isTree = true;
         std::vector<int> parents;
+        parents.reserve(static_cast<std::size_t>(entryCount));
         for (int entry = 0; entry < entryCount; ++entry) parents.push_back(entry % 4 == 0 ? -1 : entry - entry % 4);
         visible.SetParents(parents);
     }
@@ -317,7 +318,7 @@ TEST_F(CTreeTest, SurvivesRowsThatGoAwayUnseen) {
     Mouse(WM_RBUTTONDOWN, place);
     Mouse(WM_MOUSEMOVE, place);
     ::SendMessageA(tree.Window(), WM_TIMER, 2, 0);
-    for (const UINT key : {VK_UP, VK_SPACE, VK_RETURN, VK_NEXT}) Press(key);
+    for (const int key : {VK_UP, VK_SPACE, VK_RETURN, VK_NEXT}) Press(static_cast<UINT>(key));
     Press('C', {VK_CONTROL});
     ::RedrawWindow(tree.Window(), nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW);
     tree.Refresh();
@@ -330,7 +331,8 @@ TEST_F(CTreeTest, SurvivesRowsThatGoAwayUnseen) {
     EXPECT_FALSE(::GetUpdateRect(tree.Window(), nullptr, FALSE)) << "it would paint for ever";
     EXPECT_EQ(CellText(1, 0), "");
     SetCount(0);
-    for (const UINT key : {VK_UP, VK_DOWN, VK_HOME, VK_END, VK_NEXT, VK_SPACE, VK_LEFT, VK_RIGHT}) Press(key);
+    for (const int key : {VK_UP, VK_DOWN, VK_HOME, VK_END, VK_NEXT, VK_SPACE, VK_LEFT, VK_RIGHT})
+        Press(static_cast<UINT>(key));
     Click(place);
     EXPECT_EQ(Ask(kTreeGetFocusedRow), -1);
     EXPECT_EQ(rows.oddQuestions, 0);
@@ -432,6 +434,12 @@ TEST_F(CTreeTest, ShowsTheWholeOfACutTextUntilTheMouseMovesOn) {
     EXPECT_EQ(hover(1, 1), rows.longText);
     Mouse(WM_MOUSEMOVE, InCell(1, 1, 20));
     EXPECT_EQ(tip(), rows.longText);
+    tree.Refresh();  // the same text as before
+    EXPECT_EQ(tip(), rows.longText);
+    rows.longText += 'y';
+    tree.Refresh();
+    EXPECT_EQ(tip(), "none");
+    EXPECT_EQ(hover(1, 1), rows.longText);
     Mouse(WM_MOUSEMOVE, InCell(2, 0));
     EXPECT_EQ(tip(), "none");
     EXPECT_EQ(hover(2, 1), rows.longText);
@@ -440,6 +448,10 @@ TEST_F(CTreeTest, ShowsTheWholeOfACutTextUntilTheMouseMovesOn) {
     EXPECT_EQ(hover(3, 1), rows.longText);
     ::DestroyWindow(tree.Window());
     EXPECT_EQ(tip(), "none");
+    // An owner may go on for a while.
+    SetCount(10);
+    tree.SelectRow(3);
+    tree.ScrollTo(5);
 }
 
 TEST_F(CTreeTest, MenusOpenAtTheMouseOrAtTheFocusedRow) {
