@@ -98,16 +98,10 @@ void CDialog::End(INT_PTR result) {
 }
 
 void CDialog::OnCommand(int, int) {}
-LRESULT CDialog::OnNotify(NMHDR&) {
-    return 0;
-}
 void CDialog::OnTimer(UINT_PTR) {}
 void CDialog::OnSize(int, int) {}
 void CDialog::OnMinMaxInfo(MINMAXINFO&) {}
 void CDialog::OnDrawItem(const DRAWITEMSTRUCT&) {}
-HBRUSH CDialog::OnControlColor(HDC, HWND) {
-    return nullptr;
-}
 bool CDialog::OnEraseBackground(HDC) {
     return false;
 }
@@ -160,7 +154,6 @@ INT_PTR CDialog::Dispatch(UINT message, WPARAM wParam, LPARAM lParam) {
                 OnCommand(LOWORD(wParam), HIWORD(wParam));
             }
             return TRUE;
-        case WM_NOTIFY: return answer(OnNotify(*reinterpret_cast<NMHDR*>(lParam)));
         case WM_TIMER: OnTimer(wParam); return TRUE;
         case WM_SIZE:
             if (wParam != SIZE_MINIMIZED) OnSize(LOWORD(lParam), HIWORD(lParam));
@@ -171,15 +164,11 @@ INT_PTR CDialog::Dispatch(UINT message, WPARAM wParam, LPARAM lParam) {
                 OnDrawItem(*reinterpret_cast<const DRAWITEMSTRUCT*>(lParam));
             }
             return TRUE;
-        // The colour messages return their brush directly.
+        // These return their brush directly.
         case WM_CTLCOLORSTATIC:
         case WM_CTLCOLORBTN:
         case WM_CTLCOLOREDIT:
-        case WM_CTLCOLORLISTBOX:
-        case WM_CTLCOLORDLG:
-            if (const std::optional<LRESULT> brush = ReflectMessage(message, wParam, lParam)) return *brush;
-            return reinterpret_cast<INT_PTR>(
-                OnControlColor(reinterpret_cast<HDC>(wParam), reinterpret_cast<HWND>(lParam)));
+        case WM_CTLCOLORLISTBOX: return static_cast<INT_PTR>(ReflectMessage(message, wParam, lParam).value_or(0));
         case WM_ERASEBKGND: return OnEraseBackground(reinterpret_cast<HDC>(wParam)) ? answer(TRUE) : FALSE;
         default:
             if (const std::optional<LRESULT> result = OnMessage(message, wParam, lParam)) return answer(*result);

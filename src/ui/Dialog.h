@@ -46,13 +46,10 @@ protected:
     virtual void OnClose() { OnCancel(); }
     // notification: 0 from a menu, else what the control reports (BN_CLICKED ...).
     virtual void OnCommand(int id, int notification);
-    virtual LRESULT OnNotify(NMHDR& header);
     virtual void OnTimer(UINT_PTR id);
     virtual void OnSize(int width, int height);
     virtual void OnMinMaxInfo(MINMAXINFO& info);
     virtual void OnDrawItem(const DRAWITEMSTRUCT& item);
-    // The brush for a control's background, null for the usual one.
-    virtual HBRUSH OnControlColor(HDC dc, HWND control);
     // True when the background has been painted.
     virtual bool OnEraseBackground(HDC dc);
     // Every other message; a value is its result, nothing leaves it to Windows.

@@ -1,5 +1,6 @@
 #include "ui/SkinImage.h"
 
+#include <cstdint>
 #include <cstring>
 #include <optional>
 #include <vector>
@@ -8,6 +9,7 @@
 #include "image/NinePieces.h"
 #include "image/StateStrip.h"
 #include "ui/Paint.h"
+#include "ui/PixelSheet.h"
 
 namespace brennvar {
 namespace {
@@ -57,17 +59,10 @@ CSkinImage CSkinImage::Load(const std::string& path) {
 }
 
 CSkinImage CSkinImage::FromBitmap(const Bitmap& bitmap) {
-    BITMAPINFO info{};
-    info.bmiHeader.biSize = sizeof(info.bmiHeader);
-    info.bmiHeader.biWidth = bitmap.width;
-    info.bmiHeader.biHeight = -bitmap.height;  // the top row first
-    info.bmiHeader.biPlanes = 1;
-    info.bmiHeader.biBitCount = 32;
-    info.bmiHeader.biCompression = BI_RGB;
     CSkinImage image;
     if (bitmap.pixels.empty()) return image;
-    void* pixels = nullptr;
-    image.m_bitmap = UniqueBitmap(::CreateDIBSection(nullptr, &info, DIB_RGB_COLORS, &pixels, nullptr, 0));
+    std::uint32_t* pixels = nullptr;
+    image.m_bitmap = MakePixelBitmap(bitmap.width, bitmap.height, pixels);
     if (!image.m_bitmap) return image;
     std::memcpy(pixels, bitmap.pixels.data(), bitmap.pixels.size() * sizeof(std::uint32_t));
     image.m_width = bitmap.width;

@@ -76,6 +76,18 @@ TEST_F(CPopupMenuTest, PostsTheCommandLikeAnyMenu) {
     EXPECT_FALSE(::PeekMessageA(&message, m_owner.Window(), WM_COMMAND, WM_COMMAND, PM_REMOVE));
 }
 
+TEST_F(CPopupMenuTest, LeavesAMessageBehindItselfAtTheTray) {
+    Press({VK_DOWN, VK_RETURN});
+    EXPECT_EQ(m_menu.TrackAtTray(m_owner.Window(), kPoint, TPM_RETURNCMD, m_look, nullptr), 1);
+    // Without it the next menu there closes at once.
+    bool hasMessage = false;
+    MSG message{};
+    while (::PeekMessageA(&message, m_owner.Window(), 0, 0, PM_REMOVE | PM_QS_POSTMESSAGE)) {
+        hasMessage = hasMessage || message.message == WM_NULL;
+    }
+    EXPECT_TRUE(hasMessage);
+}
+
 TEST_F(CPopupMenuTest, NamesItsItemsAndHasRoomForThem) {
     std::string names[6];
     LONG width = 0;
