@@ -386,6 +386,14 @@ bool FirewallControlCenterDialog::Confirm(std::string message) {
 
 void FirewallControlCenterDialog::LeaveScreen() {
     ::ShowWindow(Window(), SW_HIDE);
+    // A dialog over this window would stay, and keep the program from ending until somebody closes it.
+    const auto close = [](HWND window, LPARAM owner) -> BOOL {
+        if (::GetWindow(window, GW_OWNER) == reinterpret_cast<HWND>(owner) && ::IsWindowVisible(window)) {
+            ::PostMessageA(window, WM_CLOSE, 0, 0);
+        }
+        return TRUE;
+    };
+    ::EnumThreadWindows(::GetCurrentThreadId(), close, reinterpret_cast<LPARAM>(Window()));
     m_tray.RemoveIcon();
 }
 
