@@ -1,5 +1,7 @@
 #include "ui/Dialog.h"
 
+#include <utility>
+
 #include "ui/Control.h"
 #include "ui/TreeMessages.h"
 
@@ -28,6 +30,8 @@ void ShowPainted(HWND window) {
 }
 
 }  // namespace
+
+thread_local CDialog* CDialog::s_innermost = nullptr;
 
 CDialog::~CDialog() {
     if (!m_window) return;
@@ -71,6 +75,14 @@ INT_PTR CDialog::DoModal(HWND owner, int templateId, Appearance appearance) {
 }
 
 void CDialog::RunLoop() {
+    // Back whatever a handler throws.
+    struct Nesting {
+        explicit Nesting(CDialog* dialog) { dialog->m_outer = std::exchange(s_innermost, dialog); }
+        Nesting(const Nesting&) = delete;
+        Nesting& operator=(const Nesting&) = delete;
+        ~Nesting() { s_innermost = s_innermost->m_outer; }
+    };
+    const Nesting nesting(this);
     while (!m_ended && m_window) {
         MSG message;
         const BOOL got = ::GetMessageA(&message, nullptr, 0, 0);
@@ -79,11 +91,21 @@ void CDialog::RunLoop() {
             ::PostQuitMessage(static_cast<int>(message.wParam));
             return;
         }
-        if (OnLoopMessage(message)) continue;
-        if (m_window && ::IsDialogMessageA(m_window, &message)) continue;
+        if (HandleLoopMessage(message)) continue;
         ::TranslateMessage(&message);
         ::DispatchMessageA(&message);
     }
+}
+
+bool CDialog::HandleLoopMessage(MSG& message) {
+    // An outer dialog that the inner one does not disable still has its keyboard: its own loop waits for this one.
+    for (CDialog* dialog = this; dialog; dialog = dialog->m_outer) {
+        const HWND window = dialog->m_window;
+        if (!window || (message.hwnd != window && !::IsChild(window, message.hwnd))) continue;
+        if (dialog != this && !::IsWindowEnabled(window)) return false;
+        return dialog->OnLoopMessage(message) || (dialog->m_window && ::IsDialogMessageA(window, &message));
+    }
+    return false;
 }
 
 void CDialog::End(INT_PTR result) {
