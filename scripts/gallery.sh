@@ -22,6 +22,7 @@ done
 skins=(Default Graphite) languages=(English German Slovak Russian)
 standin=build/windows/standin/brennvar.exe
 home=build/gallery                      # the development program, where it finds skins and languages beside it
+user='HKEY_CURRENT_USER\Software\Quorlan\Brennvar Firewall'
 shots=$home/shots
 logs=build/logs
 rm -rf "$home" out/gallery
@@ -39,12 +40,14 @@ data=$WINEPREFIX/drive_c/ProgramData/Quorlan/Brennvar\ Firewall
 drive() { wine build/windows/tests/system/demo_driver.exe "$@" >/dev/null 2>"$logs/driver.log" </dev/null ||
     { cat "$logs/driver.log" >&2; fail "no pictures of $prefix"; }; }
 
-# choose SKIN LANGUAGE: a data folder with nothing but this choice, and a user who has not been here before.
+# choose SKIN LANGUAGE: a data folder with nothing but this choice, and a user who has been welcomed, but has no window
+# remembered. The welcome would come at any time, over any window.
 choose() {
     rm -rf "$data"
     mkdir -p "$data"
     printf '[Skin]\r\nDirectory=%s\r\n[Language]\r\nDirectory=%s\r\n' "$1" "$2" >"$data/settings.ini"
-    wine reg delete 'HKCU\Software\Quorlan' /f >/dev/null 2>&1 </dev/null || true
+    printf 'REGEDIT4\r\n\r\n[-%s]\r\n\r\n[%s]\r\n"FirstRunBV"=dword:00000001\r\n' "$user" "$user" >"$home/user.reg"
+    wine regedit /S "$home/user.reg" >/dev/null 2>&1 </dev/null
 }
 
 # The real program: its question, its pages in their first, least and largest size, and its messages.
@@ -87,7 +90,10 @@ show_program() {
 show_page() {
     wine "$home/gallery.exe" --page "$1" >/dev/null 2>&1 </dev/null &
     local gallery=$!
-    if [ "$2" -gt 0 ]; then
+    if [[ $1 == confirmation* ]]; then
+        # The buttons of a question come to life when it has been there for a moment.
+        drive "enabled:#334:334" "picture:#334:$shots/$prefix-gallery-$1.bmp" "close:Gallery"
+    elif [ "$2" -gt 0 ]; then
         drive "opened:Gallery:$2" "popups:Gallery:$shots/$prefix-gallery-$1.bmp" "close:Gallery"
     else
         drive "picture:Gallery:$shots/$prefix-gallery-$1.bmp" "close:Gallery"

@@ -26,6 +26,7 @@ namespace {
 
 // Private messages of the window.
 constexpr UINT kMessageLinkCompletions = WM_APP + 1;
+constexpr UINT kMessageShown = WM_APP + 2;
 constexpr UINT kMessageTray = WM_APP + 10;     // 0x800A
 constexpr UINT kMessageWorkerFinished = 4846;  // to 4849, one per worker thread
 
@@ -115,10 +116,10 @@ void FirewallControlCenterDialog::OnInitDialog() {
     Pages().Open(kFirstPage);
     SetFirstFocus(kFirstPage);
 
-    CreateTray();
-    ShowWelcomeOnce();
     StartTimers();
-    // The first look at the driver, as soon as the window is there and not only after a second.
+    // What the user does not wait for comes when the window is there: the icon, and the first look at the driver,
+    // not only after a second.
+    ::PostMessageA(Window(), kMessageShown, 0, 0);
     ::PostMessageA(Window(), WM_TIMER, kStatisticsTimer.id, 0);
 }
 
@@ -342,6 +343,10 @@ std::optional<LRESULT> FirewallControlCenterDialog::OnMessage(UINT message, WPAR
         return 0;
     }
     switch (message) {
+        case kMessageShown:
+            CreateTray();
+            ShowWelcomeOnce();
+            return 0;
         case kMessageLinkCompletions: RunCompletions(); return 0;
         case kMessageTray:
             m_tray.OnTrayNotification(static_cast<UINT>(wParam), static_cast<UINT>(lParam));

@@ -30,6 +30,14 @@ bool Leaving::Confirm(HWND window, std::string message) const {
 
 void Leaving::LeaveScreen(HWND window) {
     ::ShowWindow(window, SW_HIDE);
+    // A dialog over this window would stay, and keep the program from ending until somebody closes it.
+    const auto close = [](HWND other, LPARAM owner) -> BOOL {
+        if (::GetWindow(other, GW_OWNER) == reinterpret_cast<HWND>(owner) && ::IsWindowVisible(other)) {
+            ::PostMessageA(other, WM_CLOSE, 0, 0);
+        }
+        return TRUE;
+    };
+    ::EnumThreadWindows(::GetCurrentThreadId(), close, reinterpret_cast<LPARAM>(window));
     m_parts.tray.RemoveIcon();
 }
 

@@ -10,11 +10,12 @@ struct CellPlace {
     int id;
     int share;  // percent of the band
 };
-constexpr CellPlace kCellPlaces[] = {{IDC_STATUS_SERVICE, 29},
-                                     {IDC_STATUS_DRIVER, 24},
-                                     {IDC_STATUS_CONNECTIONS, 19},
-                                     {IDC_STATUS_IN, 14},
-                                     {IDC_STATUS_OUT, 14}};
+// In the narrowest window each cell has room for its usual text in every language that we deliver.
+constexpr CellPlace kCellPlaces[] = {{IDC_STATUS_SERVICE, 27},
+                                     {IDC_STATUS_DRIVER, 19},
+                                     {IDC_STATUS_CONNECTIONS, 18},
+                                     {IDC_STATUS_IN, 18},
+                                     {IDC_STATUS_OUT, 18}};
 // At 96 pixels per inch.
 constexpr int kMargin = 16;
 constexpr int kGripRoom = 16;

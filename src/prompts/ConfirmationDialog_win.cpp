@@ -151,15 +151,17 @@ void ConfirmationDialog::PlaceControls() {
     m_wants.Place(at(kTextLeft, kWantsTop, kLineHeight));
     m_host.Place(at(kTextLeft, kHostTop, kFactHeight));
     m_service.Place(at(kTextLeft, kServiceTop, kLineHeight));
+    // From below: a window that had to be cut to the work area cuts a text and not its buttons.
+    const LONG buttons = content.bottom - m_allow.Size().cy;
     RECT remember = at(0, kRememberTop, 0);
-    remember.bottom = remember.top + rememberHeight;
+    remember.bottom = std::min<LONG>(remember.top + rememberHeight, buttons - Scale(kButtonsGap));
     m_rememberBox.Place(remember);
     const RECT message = at(0, kCardTop, kMessageHeight);
     ::SetWindowPos(Item(IDC_MESSAGE_TEXT), nullptr, message.left, message.top, WidthOf(message), HeightOf(message),
                    SWP_NOZORDER | SWP_NOACTIVATE);
     const LONG denyLeft = content.right - m_deny.Size().cx;
-    m_deny.MoveTo(denyLeft, content.top + buttonTop);
-    m_allow.MoveTo(denyLeft - Scale(kButtonGap) - m_allow.Size().cx, content.top + buttonTop);
+    m_deny.MoveTo(denyLeft, buttons);
+    m_allow.MoveTo(denyLeft - Scale(kButtonGap) - m_allow.Size().cx, buttons);
 }
 
 RECT ConfirmationDialog::OpeningPlace(SIZE size) const {

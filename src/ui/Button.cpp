@@ -6,14 +6,15 @@ namespace brennvar {
 namespace {
 
 constexpr int kStateCount = 3;
-constexpr int kTextPadding = 6;          // left and right of a label
-constexpr int kPageTextLeft = 52;        // beside the icon, which is part of the picture (16 + 24 + 12)
-constexpr int kFocusInset = 3;           // the focus frame stands inside the ring of a default button
-constexpr int kFocusShare = 100;         // of the ground in the focus frame, so that it stays behind the text
-constexpr int kSelectedBar = 3;          // at the left of the selected page's plain button
-constexpr int kRingDiameter = 8;         // round as the corners of the delivered pictures
-constexpr BYTE kDisabledOpacity = 115;   // of 255
-constexpr int kDisabledTextShare = 110;  // towards the ground, over which the picture has faded as well
+constexpr int kTextPadding = 6;            // left and right of a label
+constexpr int kPageTextLeft = 52;          // beside the icon, which is part of the picture (16 + 24 + 12)
+constexpr int kFocusInset = 3;             // the focus frame stands inside the ring of a default button
+constexpr SIZE kPageFocusInset = {10, 4};  // and inside the ground of a page button, beside its bar
+constexpr int kFocusShare = 100;           // of the ground in the focus frame, so that it stays behind the text
+constexpr int kSelectedBar = 3;            // at the left of the selected page's plain button
+constexpr int kRingDiameter = 8;           // round as the corners of the delivered pictures
+constexpr BYTE kDisabledOpacity = 115;     // of 255
+constexpr int kDisabledTextShare = 110;    // towards the ground, over which the picture has faded as well
 // Without a picture: a navy on which the default text colour, white, reads.
 constexpr COLORREF kPlainGround[] = {RGB(30, 72, 104), RGB(44, 94, 132), RGB(18, 50, 74)};
 
@@ -45,8 +46,7 @@ void CButton::Resolve(const ButtonKind& kind, const Look& look) {
     m_form = kind.form;
     m_plainGlyph = kind.plainGlyph;
     m_image = CSkinImage::Load(look.skin.GetSkinImagePath(kind.imageKey, kind.defaultFile));
-    m_size = m_image ? SIZE{m_image.Width() / kStateCount, m_image.Height()}
-                     : SIZE{Scale(kind.plainSize.cx), Scale(kind.plainSize.cy)};
+    m_size = m_image.FrameSizeOr({Scale(kind.plainSize.cx), Scale(kind.plainSize.cy)}, kStateCount);
     m_colours = look.colours;
     const std::string key = kind.colourKey;
     m_textColours = {look.skin.GetSkinColor(key + "_DEFAULT", 255, 255, 255),
@@ -94,7 +94,12 @@ void CButton::OnPaint(HDC dc, const RECT& client) {
     }
     if (ShowsFocus()) {
         const COLORREF colour = m_textColours[static_cast<std::size_t>(state)];
-        DrawFrame(dc, Inset(client, kFocusInset), MixColours(colour, kPlainGround[0], kFocusShare));
+        RECT place = Inset(client, kFocusInset);
+        if (m_form == ButtonForm::PageEntry) {
+            place = client;
+            ::InflateRect(&place, -kPageFocusInset.cx, -kPageFocusInset.cy);
+        }
+        DrawFrame(dc, place, MixColours(colour, kPlainGround[0], kFocusShare));
     }
 }
 

@@ -70,6 +70,14 @@ CSkinImage CSkinImage::FromBitmap(const Bitmap& bitmap) {
     return image;
 }
 
+SIZE CSkinImage::FrameSizeOr(SIZE plainSize, int frameCount) const {
+    constexpr LONG kLeast = 8;
+    constexpr LONG kMostTimes = 4;
+    const SIZE frame{m_width / frameCount, m_height};
+    const auto isUsable = [](LONG size, LONG plain) { return size >= kLeast && size <= kMostTimes * plain; };
+    return isUsable(frame.cx, plainSize.cx) && isUsable(frame.cy, plainSize.cy) ? frame : plainSize;
+}
+
 void CSkinImage::Draw(HDC target, int left, int top) const {
     DrawPart(target, {left, top, left + m_width, top + m_height}, {0, 0, m_width, m_height});
 }

@@ -134,6 +134,19 @@ TEST_F(CPopupMenuTest, NamesItsItemsAndHasRoomForThem) {
     EXPECT_GE(width, widthOf("Exit") + widthOf("Ctrl+X") + Scale(28 + 8 + 24 + 20));
 }
 
+TEST_F(CPopupMenuTest, FitsTheScreenWhateverItsTexts) {
+    m_menu.Add(5, std::string(10'000, 'W'));
+    RECT place{};
+    m_owner.Post([&] {
+        ::GetWindowRect(::FindWindowA("#32768", nullptr), &place);
+        ::PostMessageA(m_owner.Window(), WM_KEYDOWN, VK_ESCAPE, 0);
+    });
+    EXPECT_EQ(m_menu.Track(m_owner.Window(), kPoint, TPM_RETURNCMD, m_look, nullptr), 0);
+    EXPECT_GT(place.right, place.left);
+    EXPECT_GE(place.left, 0);
+    EXPECT_LE(place.right, ::GetSystemMetrics(SM_CXSCREEN));
+}
+
 TEST_F(CPopupMenuTest, LeavesNothingBehind) {
     test::ExpectNothingLeftBy([this] { EXPECT_EQ(TrackWith({'B', VK_RETURN}), 21); });
     // The owner is its own again.
