@@ -1,7 +1,6 @@
 #include "prompts/ConnectionPrompt.h"
 
 #include <algorithm>
-#include <memory>
 #include <string_view>
 #include <utility>
 
@@ -45,14 +44,19 @@ ConnectionPromptService::ConnectionPromptService(DeviceOpener& devices, PromptWo
 PromptCycle ConnectionPromptService::RunCycle() {
     if (m_busy) return PromptCycle::Busy;
     const BusyScope busy(m_busy);
-    const std::unique_ptr<Device> device = m_devices.Open(kDriverControlDeviceName);
-    return device ? FetchAndAnswer(*device) : PromptCycle::NoDevice;
+    std::unique_ptr<Device> device = std::move(m_held);
+    if (!device) {
+        device = m_devices.Open(kDriverControlDeviceName);
+        if (!device) return PromptCycle::NoDevice;
+        if (!FetchQuestion(*device)) return PromptCycle::RequestFailed;
+        if (m_block.questionPresent == 0) return PromptCycle::NoQuestion;
+    }
+    if (Answer()) return PromptCycle::Answered;
+    m_held = std::move(device);
+    return PromptCycle::Held;
 }
 
-PromptCycle ConnectionPromptService::FetchAndAnswer(Device& device) {
-    if (!FetchQuestion(device)) return PromptCycle::RequestFailed;
-    if (m_block.questionPresent == 0) return PromptCycle::NoQuestion;
-
+bool ConnectionPromptService::Answer() {
     ConnectionPromptAnswer answer{};
     answer.kind = kPromptAnswerKind;
     answer.decision = PromptDecision::None;
@@ -61,10 +65,12 @@ PromptCycle ConnectionPromptService::FetchAndAnswer(Device& device) {
     if (answer.processId != kNoProcess) {
         const Application application = FindApplication();
         PutText(answer.path, application.path);
-        answer.decision = DecideOrDeny(application);
+        const std::optional<PromptDecision> decision = DecideOrDeny(application);
+        if (!decision) return false;
+        answer.decision = *decision;
     }
     m_world.SendAnswer(answer);
-    return PromptCycle::Answered;
+    return true;
 }
 
 bool ConnectionPromptService::FetchQuestion(Device& device) {
@@ -88,7 +94,7 @@ ConnectionPromptService::Application ConnectionPromptService::FindApplication() 
     return {kUnknownPath, false};
 }
 
-PromptDecision ConnectionPromptService::DecideOrDeny(const Application& application) {
+std::optional<PromptDecision> ConnectionPromptService::DecideOrDeny(const Application& application) {
     try {
         return Decide(application);
     } catch (...) {
@@ -97,12 +103,13 @@ PromptDecision ConnectionPromptService::DecideOrDeny(const Application& applicat
     }
 }
 
-PromptDecision ConnectionPromptService::Decide(const Application& application) {
+std::optional<PromptDecision> ConnectionPromptService::Decide(const Application& application) {
     switch (m_world.LookupAction(application.path)) {
         case RuleAction::Deny: return PromptDecision::DenyAndRemember;
         case RuleAction::Allow: return PromptDecision::AllowAndRemember;
         case RuleAction::Ask: break;
     }
+    if (!m_world.IsReadyToAsk()) return std::nullopt;
     return DecisionOf(m_world.Ask(BuildQuestion(application)));
 }
 

@@ -4,6 +4,8 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -20,6 +22,7 @@ enum class PromptCycle {
     NoDevice,       // the driver is not there
     RequestFailed,  // the driver keeps its question
     NoQuestion,     // none is pending
+    Held,           // the user cannot be asked at this moment; the next cycle goes on with this question
     Answered,       // one answer was handed over
 };
 
@@ -34,8 +37,8 @@ public:
     // user's dialog pumps messages, so ticks arrive while a cycle is under way, and they do nothing.
     PromptCycle RunCycle();
 
-    // A cycle is under way, normally because a question is on screen.
-    [[nodiscard]] bool IsBusy() const { return m_busy; }
+    // A question has been taken from the driver and not answered, normally because it is on screen.
+    [[nodiscard]] bool IsBusy() const { return m_busy || m_held; }
 
 private:
     struct Application {
@@ -43,16 +46,19 @@ private:
         bool known;
     };
 
-    [[nodiscard]] PromptCycle FetchAndAnswer(Device& device);
+    // Of a question that was fetched. False: the user cannot be asked now.
+    [[nodiscard]] bool Answer();
     [[nodiscard]] bool FetchQuestion(Device& device);
     [[nodiscard]] Application FindApplication();
-    [[nodiscard]] PromptDecision DecideOrDeny(const Application& application);
-    [[nodiscard]] PromptDecision Decide(const Application& application);
+    // Nothing: not now.
+    [[nodiscard]] std::optional<PromptDecision> DecideOrDeny(const Application& application);
+    [[nodiscard]] std::optional<PromptDecision> Decide(const Application& application);
     [[nodiscard]] PromptQuestion BuildQuestion(const Application& application);
 
     DeviceOpener& m_devices;
     PromptWorld& m_world;
     bool m_busy = false;
+    std::unique_ptr<Device> m_held;  // the device of a question that waits for the next cycle
     // The driver writes into these through their addresses. They are kept between the ten cycles a second, and they
     // never move.
     PromptExchangeBlock m_block{};

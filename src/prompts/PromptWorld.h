@@ -32,6 +32,8 @@ public:
     [[nodiscard]] virtual Ipv4 LocalAddressFor(Ipv4 address) = 0;
     // The language that the user has chosen by now.
     [[nodiscard]] virtual Language LoadLanguage() = 0;
+    // False: something that is about to end keeps mouse and keyboard to itself. To be asked again a little later.
+    [[nodiscard]] virtual bool IsReadyToAsk() { return true; }
     // Shows the question and returns when it is answered. Pumps messages meanwhile, so timers go on.
     [[nodiscard]] virtual PromptAnswer Ask(const PromptQuestion& question) = 0;
     // Hands the answer to the service. It is lost without a word when the service is not there.

@@ -6,6 +6,7 @@
 #include "base/Bytes.h"
 #include "base/NetworkAddresses_win.h"
 #include "base/VersionInfo_win.h"
+#include "base/Windows_win.h"
 #include "config/Folders.h"
 #include "config/Ini_win.h"
 #include "config/Settings.h"
@@ -54,6 +55,22 @@ Ipv4 WinPromptWorld::LocalAddressFor(Ipv4 address) {
 Language WinPromptWorld::LoadLanguage() {
     const std::string name = ReadLanguageName(CIni(SettingsFilePath(m_dataFolder)));
     return Language(std::make_unique<CIni>(LanguageFilePath(m_installationFolder, name)));
+}
+
+bool WinPromptWorld::IsReadyToAsk() {
+    // Their loops would lie below the question's: a menu would get the clicks on its buttons, and could not close
+    // before it is answered; a window that is moved would stick to the mouse afterwards.
+    GUITHREADINFO state{};
+    state.cbSize = sizeof(state);
+    if (!::GetGUIThreadInfo(::GetCurrentThreadId(), &state)) return true;
+    if ((state.flags & (GUI_INMENUMODE | GUI_POPUPMENUMODE | GUI_SYSTEMMENUMODE)) != 0) {
+        ::EndMenu();
+        return false;
+    }
+    if ((state.flags & GUI_INMOVESIZE) == 0) return true;
+    // By the keyboard it could last for ever; the mouse button is released at some time.
+    if (::GetAsyncKeyState(VK_LBUTTON) >= 0) ::PostMessageA(state.hwndMoveSize, WM_KEYDOWN, VK_ESCAPE, 0);
+    return false;
 }
 
 PromptAnswer WinPromptWorld::Ask(const PromptQuestion& question) {

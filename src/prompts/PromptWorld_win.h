@@ -32,6 +32,8 @@ public:
     [[nodiscard]] std::string FileDescription(const std::string& path) override;
     [[nodiscard]] Ipv4 LocalAddressFor(Ipv4 address) override;
     [[nodiscard]] Language LoadLanguage() override;
+    // Not while this thread shows a menu, which is closed, or moves a window.
+    [[nodiscard]] bool IsReadyToAsk() override;
     [[nodiscard]] PromptAnswer Ask(const PromptQuestion& question) override;
     void SendAnswer(const ConnectionPromptAnswer& answer) override;
 

@@ -162,6 +162,26 @@ TEST_F(ConnectionPromptTest, BelievesNoAddressThatComesBackAndEndsALongPathItsel
     EXPECT_EQ(answer.processId, 4711U);
 }
 
+TEST_F(ConnectionPromptTest, HoldsAQuestionUntilItCanBeAsked) {
+    world.isReady = false;
+    for (int cycle = 0; cycle < 2; ++cycle) EXPECT_EQ(service.RunCycle(), PromptCycle::Held);
+    EXPECT_TRUE(service.IsBusy());
+    EXPECT_TRUE(world.sent.empty() && world.questions.empty());
+    EXPECT_EQ(driver.opened.size(), 1U) << "the driver hands a question out once";
+    EXPECT_EQ(driver.openCount, 1);
+    world.isReady = true;
+    request = Request("other.exe");
+    EXPECT_EQ(TextOf(Cycle().path), kMailPath);
+    EXPECT_FALSE(service.IsBusy());
+    EXPECT_EQ(driver.openCount, 0);
+    // What a rule decides does not wait for the user.
+    world.isReady = false;
+    world.rules["other.exe"] = RuleAction::Deny;
+    world.sent.clear();
+    EXPECT_EQ(service.RunCycle(), PromptCycle::Answered);
+    EXPECT_EQ(world.sent.at(0).decision, PromptDecision::DenyAndRemember);
+}
+
 TEST_F(ConnectionPromptTest, RefusesASecondCycleWhileAQuestionIsOnScreen) {
     world.whileAsking = [&] {
         EXPECT_EQ(driver.openCount, 1);  // closed after the answer, not before

@@ -22,6 +22,7 @@ public:
     std::map<Ipv4, Ipv4> localAddresses;
     FakeIni::Values texts;  // "Language/DL_N_201_..."
     PromptAnswer answer;
+    bool isReady = true;
     std::function<void()> whileAsking;  // what happens while the question is on screen
 
     std::vector<std::string> described;  // paths whose description was read
@@ -45,6 +46,7 @@ public:
     }
     [[nodiscard]] Ipv4 LocalAddressFor(Ipv4 address) override { return Find(localAddresses, address).value_or(0); }
     [[nodiscard]] Language LoadLanguage() override { return Language(std::make_unique<FakeIni>(texts)); }
+    [[nodiscard]] bool IsReadyToAsk() override { return isReady; }
     [[nodiscard]] PromptAnswer Ask(const PromptQuestion& question) override {
         questions.push_back(question);
         if (whileAsking) whileAsking();

@@ -1,0 +1,339 @@
+// The program with looks and texts that nobody should have made, and windows opened and closed in odd orders. It
+// stays on the screen and goes on answering.
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <functional>
+#include <optional>
+
+#include "Desktop.h"
+#include "StandInProcess.h"
+#include "ipc/CommandRecord.h"
+#include "support/HexBytes.h"
+#include "ui/TreeMessages.h"
+#include "unit/image/ImageSamples.h"
+
+namespace brennvar::test {
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr char kCaption[] = "Brennvar Personal Firewall";
+constexpr char kRunningMutex[] = "Local\\BrennvarGUI";
+constexpr char kQuestionCaption[] = "Confirm network connection";
+constexpr char kValues[] = R"(Software\Quorlan\Brennvar Firewall)";
+
+// Numbers of commands and controls that automation relies on.
+constexpr int kExitCommand = 376;
+constexpr int kAboutCommand = 427;
+constexpr int kPages[] = {461, 462, 429, 437, 439, 463};
+constexpr int kConnections = 462;
+constexpr int kNo = 337;
+constexpr int kApply = 965;
+constexpr int kCloseButton = 943;
+constexpr int kList = 912;
+
+// The driver asks when the test says so: with a command beside the three that the interface starts with.
+constexpr char kOnOrder[] = "wait-for-records COMMAND 4";
+constexpr char kAsks[] = R"(question tcp 10.1.2.3:1 10.9.9.9:2 4242 C:\Aurora\aurora.exe)";
+
+class HostileTest : public ::testing::Test {
+protected:
+    void SetUp() override {
+        m_data = EmptyDataFolder();
+        ::RegDeleteTreeA(HKEY_CURRENT_USER, R"(Software\Quorlan)");
+        std::filesystem::copy(BuiltProgram(R"(src\app\BrennvarGUI.exe)"), m_installation.Path());
+    }
+
+    void Start(const std::vector<std::string>& scenario) {
+        m_service.emplace(scenario, "", m_data);
+        ASSERT_TRUE(m_service->WaitForJournal("EVENT started")) << m_service->Output();
+        StartInterface();
+    }
+    void StartInterface() {
+        ASSERT_TRUE(WaitUntil([] { return !UniqueMutex(::OpenMutexA(SYNCHRONIZE, FALSE, kRunningMutex)); }));
+        m_interface.emplace(Quoted(m_installation.File("BrennvarGUI.exe")));
+        // Whatever its caption is.
+        ASSERT_TRUE(WaitUntil([this] { return (m_window = TopWindow(nullptr)) != nullptr; }));
+    }
+
+    // A visible top-level window of the program that is neither of the two; null when there is none.
+    [[nodiscard]] HWND TopWindow(HWND other, HWND another = nullptr) const {
+        struct Search {
+            DWORD process;
+            HWND other, another, found;
+        } search{m_interface->Id(), other, another, nullptr};
+        ::EnumWindows(
+            [](HWND window, LPARAM parameter) -> BOOL {
+                auto& wanted = *reinterpret_cast<Search*>(parameter);
+                DWORD process = 0;
+                ::GetWindowThreadProcessId(window, &process);
+                const bool fits = process == wanted.process && ::IsWindowVisible(window) &&
+                                  window != wanted.other && window != wanted.another;
+                if (!fits || ::GetClassLongA(window, GCW_ATOM) == 0x8000) return TRUE;  // 0x8000: a menu
+                wanted.found = window;
+                return FALSE;
+            },
+            reinterpret_cast<LPARAM>(&search));
+        return search.found;
+    }
+    [[nodiscard]] HWND WaitForOther(HWND other, HWND another = nullptr) const {
+        HWND window = nullptr;
+        (void)WaitUntil([&] { return (window = TopWindow(other, another)) != nullptr; });
+        return window;
+    }
+    [[nodiscard]] bool OrderQuestion() const {
+        if (!WaitUntil([this] { return m_service->Journal("COMMAND").size() == 3; })) return false;
+        CommandRecord record{};
+        record.code = CommandCode::SetValue10;
+        return WaitUntil([&] {
+            const UniqueFile pipe(
+                ::CreateFileA(kCommandPipeName, GENERIC_WRITE, 0, nullptr, OPEN_EXISTING, 0, nullptr));
+            DWORD written = 0;
+            return pipe && ::WriteFile(pipe.Get(), &record, sizeof record, &written, nullptr);
+        });
+    }
+    void Command(int command) const { ::PostMessageA(m_window, WM_COMMAND, static_cast<WPARAM>(command), 0); }
+
+    // The window lies on the screen, and its buttons of these numbers lie in it.
+    static void ExpectInSight(HWND window, std::initializer_list<int> buttons) {
+        RECT area{}, place{}, both{};
+        ::SystemParametersInfoA(SPI_GETWORKAREA, 0, &area, 0);
+        ::GetWindowRect(window, &place);
+        ::UnionRect(&both, &place, &area);
+        EXPECT_TRUE(::EqualRect(&both, &area))
+            << place.left << " " << place.top << " " << place.right << " " << place.bottom;
+        for (const int id : buttons) {
+            RECT button{};
+            ::GetWindowRect(::GetDlgItem(window, id), &button);
+            EXPECT_GE(button.right - button.left, 8) << id;
+            EXPECT_GE(button.bottom - button.top, 8) << id;
+            ::UnionRect(&both, &place, &button);
+            EXPECT_TRUE(::EqualRect(&both, &place)) << id;
+        }
+    }
+
+    // Opens everything there is and leaves.
+    void UseAllOfIt() {
+        ExpectInSight(m_window, {461, 462, 429, 437, 439, 463, 427, kCloseButton});
+        for (const int page : kPages) {
+            Command(page);
+            EXPECT_LT(AnswerTime(m_window, 5s), 1s) << page;
+        }
+        const HWND question = WaitForOther(m_window);
+        ASSERT_NE(question, nullptr);
+        ExpectInSight(question, {334, 337, 573});
+        ASSERT_TRUE(PressWhenEnabled(question, kNo));
+        ASSERT_TRUE(WaitUntil([&] { return !::IsWindow(question); }));
+        Command(kAboutCommand);
+        const HWND about = WaitForOther(m_window);
+        ASSERT_NE(about, nullptr);
+        ExpectInSight(about, {IDOK});
+        ASSERT_TRUE(PressWhenEnabled(about, IDOK));
+        ASSERT_TRUE(WaitUntil([&] { return !::IsWindow(about); }));
+        Leave();
+    }
+    void Leave() {
+        Command(kExitCommand);
+        const HWND exit = WaitForOther(m_window);
+        ASSERT_NE(exit, nullptr);
+        ExpectInSight(exit, {IDOK, IDCANCEL});
+        ASSERT_TRUE(PressWhenEnabled(exit, IDOK));
+        EXPECT_EQ(m_interface->WaitForEnd(), 0);
+    }
+
+    void ExpectQuestionTakesAClick() const;
+
+    const TempFolder m_installation;
+    std::string m_data;
+    std::optional<StandInProcess> m_service;
+    std::optional<RunningProgram> m_interface;
+    HWND m_window = nullptr;
+};
+
+// Of a WBMP: seven bits a byte, all but the last with the highest bit.
+std::string LongNumber(unsigned value) {
+    std::string bytes(1, static_cast<char>(value & 0x7F));
+    while ((value >>= 7) != 0) bytes.insert(bytes.begin(), static_cast<char>(0x80 | (value & 0x7F)));
+    return bytes;
+}
+std::string PlainPicture(unsigned width, unsigned height) {
+    return std::string(2, '\0') + LongNumber(width) + LongNumber(height) +
+           std::string((width + 7) / 8 * height, '\xAA');
+}
+
+std::string Bytes(const std::vector<std::byte>& bytes) {
+    return {reinterpret_cast<const char*>(bytes.data()), bytes.size()};
+}
+
+TEST_F(HostileTest, IsUsedWithEveryPictureSpoilt) {
+    const std::filesystem::path assets = std::filesystem::path(BRENNVAR_SOURCE_FOLDER) / "assets" / "Skins";
+    std::vector<std::string> pictures;
+    for (const auto& entry : std::filesystem::directory_iterator(assets / "Default")) {
+        if (entry.path().extension() == ".png") pictures.push_back(entry.path().filename().string());
+    }
+    ASSERT_GT(pictures.size(), 20U);
+    const struct {
+        const char* name;
+        std::string content;
+    } skins[] = {{"garbage", std::string(5000, '\x5A')}, {"empty", ""},
+                 {"jpeg", Bytes(FromHex(kRgbJpeg))},     {"dot", PlainPicture(1, 1)},
+                 {"line", PlainPicture(16384, 1)},       {"pole", PlainPicture(3, 16384)},
+                 {"huge", PlainPicture(4096, 4096)}};
+    for (const auto& skin : skins) {
+        SCOPED_TRACE(skin.name);
+        for (const std::string& picture : pictures) {
+            m_installation.Write(std::string("Skins/") + skin.name + "/" + picture, skin.content);
+        }
+        m_installation.Write(std::string("Skins/") + skin.name + "/default.ini",
+                             "[Color]\r\nCOLOR_TEXT_R=99999999999999999999\r\nCOLOR_TEXT_G\r\nCOLOR_PAGE_R=-1\r\n"
+                             "[Image]\r\nBUTTON=..\\..\\x.png\r\nMAIN_TOP=\r\nBUTTON_CLOSE=NUL\r\n");
+        std::filesystem::remove(m_data + "\\journal.txt");
+        std::ofstream(m_data + "\\settings.ini") << "[Skin]\r\nDirectory=" << skin.name << "\r\n";
+        const auto start = std::chrono::steady_clock::now();
+        ASSERT_NO_FATAL_FAILURE(Start({kAsks}));
+        RecordProperty(std::string("start_ms_") + skin.name,
+                       static_cast<int>((std::chrono::steady_clock::now() - start) / 1ms));
+        ASSERT_NO_FATAL_FAILURE(UseAllOfIt());
+        m_service.reset();
+    }
+}
+
+TEST_F(HostileTest, IsUsedWithALanguageOfEndlessTexts) {
+    std::string language = "[Language]\r\nDL_N_201_1\r\nDL_N_201_2=\r\nno key\r\n=no key\r\n";
+    for (int number = 3; number < 1200; ++number) {
+        language += "DL_N_201_" + std::to_string(number) + "=";
+        for (int word = 0; word < 160; ++word) language += number % 2 == 0 ? "endless" : "end less ";
+        language += "\r\n";
+    }
+    // These are long enough for anybody.
+    for (const int number : {41, 343, 505}) {
+        const std::string key = "DL_N_201_" + std::to_string(number) + "=";
+        language.replace(language.find(key), key.size(), key + std::string(10'000, 'W'));
+    }
+    ASSERT_GT(language.size(), 1'000'000U);
+    m_installation.Write("Languages/Endless/default.ini", language);
+    std::ofstream(m_data + "\\settings.ini") << "[Language]\r\nDirectory=Endless\r\n[Skin]\r\nDirectory=..\\x\r\n";
+    ASSERT_NO_FATAL_FAILURE(Start({kAsks}));
+    ASSERT_NO_FATAL_FAILURE(UseAllOfIt());
+}
+
+TEST_F(HostileTest, OpensInSightWhateverPlaceIsRemembered) {
+    const DWORD rows[][5] = {{0x7FFFFFFF, 0x7FFFFFFF, 0x80000000, 0x80000000, 0},
+                             {0x80000000, 0x80000000, 0x7FFFFFFF, 0x7FFFFFFF, 1},
+                             {5000, 5000, 5001, 5001, 0},
+                             {0xFFFFFFFF, 0, 0, 0xFFFFFFFF, 0xFFFFFFFF}};
+    for (const auto& row : rows) {
+        const char* const names[] = {"WindowLeft", "WindowTop", "WindowRight", "WindowBottom", "WindowMaximised"};
+        for (std::size_t i = 0; i < 5; ++i) {
+            ::RegSetKeyValueA(HKEY_CURRENT_USER, kValues, names[i], REG_DWORD, &row[i], sizeof row[i]);
+        }
+        for (int column = 0; column < 7; ++column) {
+            const DWORD width = column % 2 == 0 ? 0xFFFFFFFF : 0;
+            ::RegSetKeyValueA(HKEY_CURRENT_USER, kValues, ("ConnectionsColumn" + std::to_string(column)).c_str(),
+                              REG_DWORD, &width, sizeof width);
+        }
+        ASSERT_NO_FATAL_FAILURE(StartInterface());
+        ExpectInSight(m_window, {kCloseButton});
+        // Out of the screen by the user, it comes back as well.
+        ::SetWindowPos(m_window, nullptr, -3000, 3000, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+        Leave();
+        ASSERT_NO_FATAL_FAILURE(StartInterface());
+        ExpectInSight(m_window, {kCloseButton});
+        Leave();
+    }
+}
+
+TEST_F(HostileTest, LeavesWithTheAboutBoxOpen) {
+    Start({});
+    Command(kAboutCommand);
+    const HWND about = WaitForOther(m_window);
+    ASSERT_NE(about, nullptr);
+    Command(kExitCommand);
+    const HWND exit = WaitForOther(m_window, about);
+    ASSERT_NE(exit, nullptr);
+    ASSERT_TRUE(PressWhenEnabled(exit, IDOK));
+    EXPECT_EQ(m_interface->WaitForEnd(5s), 0);
+}
+
+// Presses a mouse button on a place of the screen, as a user does.
+void ClickAt(POINT point, bool isRight) {
+    ::SetCursorPos(point.x, point.y);
+    INPUT inputs[2]{};
+    for (INPUT& input : inputs) input.type = INPUT_MOUSE;
+    inputs[0].mi.dwFlags = isRight ? MOUSEEVENTF_RIGHTDOWN : MOUSEEVENTF_LEFTDOWN;
+    inputs[1].mi.dwFlags = isRight ? MOUSEEVENTF_RIGHTUP : MOUSEEVENTF_LEFTUP;
+    ::SendInput(2, inputs, sizeof(INPUT));
+}
+POINT MiddleOf(HWND window) {
+    RECT place{};
+    ::GetWindowRect(window, &place);
+    return {(place.left + place.right) / 2, (place.top + place.bottom) / 2};
+}
+
+// A question comes now, and the mouse answers it.
+void HostileTest::ExpectQuestionTakesAClick() const {
+    ASSERT_TRUE(OrderQuestion());
+    const HWND question = WaitForOther(m_window);
+    ASSERT_NE(question, nullptr);
+    ASSERT_TRUE(WaitUntil([&] { return ::IsWindowEnabled(::GetDlgItem(question, kNo)) != FALSE; }));
+    ClickAt(MiddleOf(::GetDlgItem(question, kNo)), false);
+    EXPECT_TRUE(WaitUntil([&] { return !::IsWindow(question); }, 5s)) << "the click has not reached the button";
+}
+
+// What keeps the input of the program's windows to itself at present (GUI_ flags).
+DWORD ModeOf(HWND window) {
+    GUITHREADINFO state{};
+    state.cbSize = sizeof state;
+    return ::GetGUIThreadInfo(::GetWindowThreadProcessId(window, nullptr), &state) ? state.flags : 0;
+}
+
+TEST_F(HostileTest, QuestionEndsAMenuAndIsAnsweredWithTheMouse) {
+    Start({kOnOrder, kAsks});
+    ::SetForegroundWindow(m_window);
+    Command(kConnections);
+    HWND list = nullptr;
+    ASSERT_TRUE(WaitUntil([&] { return (list = FindVisibleChild(m_window, kTreeClass)) != nullptr; }));
+    ClickAt(MiddleOf(list), true);
+    HWND menu = nullptr;
+    ASSERT_TRUE(WaitUntil([&] { return (menu = ::FindWindowA("#32768", nullptr)) != nullptr; }));
+    ExpectQuestionTakesAClick();
+    EXPECT_FALSE(::IsWindowVisible(menu));
+}
+
+TEST_F(HostileTest, QuestionEndsAMoveByKeyboardAndIsAnsweredWithTheMouse) {
+    Start({kOnOrder, kAsks});
+    ::SetForegroundWindow(m_window);
+    ::PostMessageA(m_window, WM_SYSCOMMAND, SC_MOVE, 0);
+    ASSERT_TRUE(WaitUntil([&] { return (ModeOf(m_window) & GUI_INMOVESIZE) != 0; }));
+    ExpectQuestionTakesAClick();
+    EXPECT_EQ(ModeOf(m_window) & GUI_INMOVESIZE, 0U);
+}
+
+TEST_F(HostileTest, ExitQuestionAndConnectionQuestionEndInEitherOrder) {
+    for (const bool exitFirst : {true, false}) {
+        std::filesystem::remove(m_data + "\\journal.txt");
+        Start({kOnOrder, kAsks});
+        Command(kExitCommand);
+        const HWND exit = WaitForOther(m_window);
+        ASSERT_NE(exit, nullptr);
+        ASSERT_TRUE(OrderQuestion());
+        const HWND question = WaitForOther(m_window, exit);
+        ASSERT_NE(question, nullptr);
+        if (exitFirst) {
+            ::PostMessageA(::GetDlgItem(exit, IDOK), WM_KEYDOWN, VK_ESCAPE, 0);
+            EXPECT_TRUE(WaitUntil([&] { return !::IsWindowVisible(exit); }, 3s));
+        }
+        ASSERT_TRUE(PressWhenEnabled(question, kNo));
+        ASSERT_TRUE(WaitUntil([&] { return !::IsWindow(question); }));
+        if (!exitFirst) {
+            ASSERT_TRUE(PressWhenEnabled(exit, IDCANCEL));
+        }
+        ASSERT_TRUE(WaitUntil([&] { return !::IsWindow(exit) && ::IsWindowEnabled(m_window); }));
+        Leave();
+        m_service.reset();
+    }
+}
+
+}  // namespace
+}  // namespace brennvar::test
