@@ -48,7 +48,8 @@ void FrameDialog::OnDestroy() {
 
 void FrameDialog::RestoreWindow() {
     ::ShowWindow(Window(), ::IsIconic(Window()) ? SW_RESTORE : SW_SHOW);
-    ::SetForegroundWindow(Window());
+    // A dialog over this window takes the keyboard, which this one cannot while it is disabled.
+    ::SetForegroundWindow(::GetLastActivePopup(Window()));
 }
 
 bool FrameDialog::OnFrameCommand(int command) {

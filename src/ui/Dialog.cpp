@@ -113,8 +113,10 @@ void CDialog::End(INT_PTR result) {
     m_ended = true;
     m_result = result;
     if (!m_window) return;
-    // Out of sight at once, even where the loop must wait for a dialog that was opened over this one.
-    ::ShowWindow(m_window, SW_HIDE);
+    // Out of sight at once where the loop must wait for a dialog that was opened over this one. Else DoModal takes
+    // it away directly, with its owner enabled: Windows would pass the activation of a hidden one to another
+    // program.
+    if (s_innermost != this) ::ShowWindow(m_window, SW_HIDE);
     // The loop waits for messages: this one lets it look.
     ::PostMessageA(m_window, WM_NULL, 0, 0);
 }

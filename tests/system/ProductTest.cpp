@@ -197,14 +197,20 @@ TEST_F(ProductTest, DeadServiceNeverFreezesTheWindow) {
 
     // Long enough for every timer and for the waits of the transports, with the pages opened meanwhile.
     auto longest = 0ms;
+    int slowAnswers = 0;
     const int pages[] = {461, kConnectionsCommand, 429, 437, kApplicationsCommand, 463};
     for (int round = 0; round < 600; ++round) {
         if (round % 50 == 0) ::PostMessageA(m_window, WM_COMMAND, static_cast<WPARAM>(pages[round / 50 % 6]), 0);
-        longest = std::max(longest, AnswerTime(m_window, 5s));
+        const auto answer = AnswerTime(m_window, 5s);
+        longest = std::max(longest, answer);
+        slowAnswers += answer > 200ms ? 1 : 0;
         ::Sleep(10);
     }
     RecordProperty("longest_answer_ms", static_cast<int>(longest.count()));
-    EXPECT_LE(longest, 200ms);
+    // A machine with other work may keep the program waiting now and then. A wait of a transport on the window's
+    // thread is longer than any of that (600 ms), and comes again with every tick.
+    EXPECT_LE(slowAnswers, 2);
+    EXPECT_LT(longest, 500ms);
 
     ASSERT_TRUE(AskToExit(IDOK));
     EXPECT_EQ(m_interface->WaitForEnd(), 0) << "a dead service must not keep the process alive";

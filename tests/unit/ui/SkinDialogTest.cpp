@@ -131,6 +131,23 @@ TEST_F(MessageDialogTest, IsAnsweredWithTheKeyboard) {
     EXPECT_FALSE(Ask(""));
 }
 
+TEST_F(MessageDialogTest, GivesTheActivationBackToItsOwner) {
+    // Another window that Windows could choose stands on top.
+    const test::ModalOwner other;
+    for (const WPARAM key : {VK_RETURN, VK_ESCAPE}) {
+        ::SetForegroundWindow(m_owner.Window());
+        ASSERT_EQ(::GetActiveWindow(), m_owner.Window());
+        HWND active[2] = {};
+        m_owner.Post([&] { active[0] = ::GetActiveWindow(); });
+        m_owner.PostKey(key);
+        (void)Ask();
+        active[1] = ::GetActiveWindow();
+        EXPECT_NE(active[0], m_owner.Window()) << key;
+        EXPECT_EQ(active[1], m_owner.Window()) << key;
+        EXPECT_EQ(::GetForegroundWindow(), m_owner.Window()) << key;
+    }
+}
+
 TEST_F(MessageDialogTest, HasRoomForEveryText) {
     std::string words;
     for (int i = 0; i < 150; ++i) words += "word ";
