@@ -57,8 +57,8 @@ void CSmoothDc::FillPill(const RECT& place, COLORREF colour) const {
 
 void CSmoothDc::DrawLines(const POINT* points, int count, int width, COLORREF colour) const {
     LOGBRUSH brush{BS_SOLID, colour, 0};
-    const UniquePen pen(::ExtCreatePen(PS_GEOMETRIC | PS_SOLID | PS_ENDCAP_ROUND | PS_JOIN_ROUND,
-                                       static_cast<DWORD>(width), &brush, 0, nullptr));
+    // PS_SOLID, PS_ENDCAP_ROUND and PS_JOIN_ROUND are 0.
+    const UniquePen pen(::ExtCreatePen(PS_GEOMETRIC, static_cast<DWORD>(width), &brush, 0, nullptr));
     const CSelect select(Dc(), pen.Get());
     ::Polyline(Dc(), points, count);
 }
