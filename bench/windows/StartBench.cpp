@@ -14,25 +14,20 @@ namespace {
 constexpr int kRounds = 21;
 constexpr DWORD kPatience = 30000;  // ms
 
-struct Search {
-    DWORD processId;
-    bool found;
-};
+// Both programs show a white ground here, in the lower part of their window; the desktop is of another colour.
+constexpr POINT kWatched{600, 600};
+constexpr COLORREF kPainted = RGB(255, 255, 255);
 
-BOOL CALLBACK LookAtWindow(HWND window, LPARAM parameter) {
-    auto& search = *reinterpret_cast<Search*>(parameter);
-    DWORD processId = 0;
-    ::GetWindowThreadProcessId(window, &processId);
-    RECT place{};
-    ::GetWindowRect(window, &place);
-    search.found = processId == search.processId && ::IsWindowVisible(window) && place.right - place.left > 500;
-    return !search.found;
-}
-
-bool ShowsWindow(DWORD processId) {
-    Search search{processId, false};
-    ::EnumWindows(&LookAtWindow, reinterpret_cast<LPARAM>(&search));
-    return search.found;
+bool WaitForColour(bool painted) {
+    const HDC screen = ::GetDC(nullptr);
+    const DWORD start = ::GetTickCount();
+    bool isThere = false;
+    while (!isThere && ::GetTickCount() - start < kPatience) {
+        isThere = (::GetPixel(screen, kWatched.x, kWatched.y) == kPainted) == painted;
+        if (!isThere) ::Sleep(1);
+    }
+    ::ReleaseDC(nullptr, screen);
+    return isThere;
 }
 
 // Milliseconds; nothing when the program did not come up.
@@ -52,12 +47,11 @@ std::optional<double> StartOnce(const std::string& program) {
     }
     const brennvar::UniqueProcess process(information.hProcess);
     const brennvar::UniqueEvent thread(information.hThread);
-    // Idle: every message has been handled, those that paint included, as they come last.
-    bool isUp = ::WaitForInputIdle(process.Get(), kPatience) == 0;
+    bool isUp = WaitForColour(true);
     ::QueryPerformanceCounter(&after);
-    isUp = isUp && ShowsWindow(information.dwProcessId);
     ::TerminateProcess(process.Get(), 0);
     ::WaitForSingleObject(process.Get(), kPatience);
+    isUp = WaitForColour(false) && isUp;
     if (!isUp) return std::nullopt;
     return 1000.0 * static_cast<double>(after.QuadPart - before.QuadPart) / static_cast<double>(frequency.QuadPart);
 }

@@ -4,6 +4,7 @@
 
 #include "base/VersionInfo_win.h"
 #include "ui/Paint.h"
+#include "ui/ProgramIcon.h"
 #include "ui/ResourceIds.h"
 
 namespace brennvar {
@@ -30,9 +31,7 @@ void AboutDialog::OnCreateContent() {
                       (m_language.GetText(1060, "Version") + " " + ReadOwnVersion()).c_str());
     ::SetDlgItemTextA(Window(), IDC_PRODUCT_COPYRIGHT, m_language.GetText(1061, "Copyright (C) Quorlan").c_str());
     ::SetDlgItemTextA(Window(), IDOK, m_language.GetText(125, "OK").c_str());
-    m_shield.Reset(
-        static_cast<HICON>(::LoadImageA(::GetModuleHandleA(nullptr), MAKEINTRESOURCEA(IDI_PROGRAM), IMAGE_ICON,
-                                        Scale(kShieldSize), Scale(kShieldSize), LR_DEFAULTCOLOR)));
+    m_shield = LoadOwnIcon(IDI_PROGRAM, Scale(kShieldSize), Scale(kShieldSize));
     m_name.Adopt(Item(IDC_PRODUCT_NAME), LabelKind::Title, GetLook());
     m_version.Adopt(Item(IDC_PRODUCT_VERSION), LabelKind::Plain, GetLook());
     m_copyright.Adopt(Item(IDC_PRODUCT_COPYRIGHT), LabelKind::Quiet, GetLook());

@@ -15,7 +15,7 @@
 #include "prompts/ConfirmationDialog_win.h"
 #include "rules/ApplicationRules.h"
 #include "tray/TrayNotice.h"
-#include "ui/MessageDialog.h"
+#include "ui/ProgramIcon.h"
 #include "ui/ResourceIds.h"
 #include "views/ApplicationsPage_win.h"
 #include "views/ConnectionsPage_win.h"
@@ -24,10 +24,9 @@
 namespace brennvar {
 namespace {
 
-using namespace std::chrono_literals;
-
 // Private messages of the window.
 constexpr UINT kMessageLinkCompletions = WM_APP + 1;
+constexpr UINT kMessageShown = WM_APP + 2;
 constexpr UINT kMessageTray = WM_APP + 10;     // 0x800A
 constexpr UINT kMessageWorkerFinished = 4846;  // to 4849, one per worker thread
 
@@ -54,20 +53,8 @@ constexpr std::uint32_t kSeverityWarning = 2;
 
 constexpr std::chrono::seconds kWelcomeDuration{20};
 
-// How long the last commands may take; a service that is gone must not hold the program up.
-constexpr std::chrono::milliseconds kExitPatience{3000};
-// How long the service may take to write down a choice that it has received.
-constexpr std::chrono::milliseconds kSettingsPatience{1000};
-constexpr std::chrono::milliseconds kSettingsPause{20};
-
 constexpr INT_PTR kResultExit = 0;
 constexpr INT_PTR kResultRestart = 1;
-
-UniqueIcon LoadProgramIcon(int widthMetric, int heightMetric) {
-    return UniqueIcon(static_cast<HICON>(::LoadImageA(::GetModuleHandleA(nullptr), MAKEINTRESOURCEA(IDI_PROGRAM),
-                                                      IMAGE_ICON, ::GetSystemMetrics(widthMetric),
-                                                      ::GetSystemMetrics(heightMetric), LR_DEFAULTCOLOR)));
-}
 
 }  // namespace
 
@@ -115,8 +102,8 @@ std::function<void()> FirewallControlCenterDialog::PostWhenFinished(UINT message
 
 void FirewallControlCenterDialog::OnInitDialog() {
     m_postTarget = Window();
-    m_bigIcon = LoadProgramIcon(SM_CXICON, SM_CYICON);
-    m_smallIcon = LoadProgramIcon(SM_CXSMICON, SM_CYSMICON);
+    m_bigIcon = LoadShield(IconSize::Large);
+    m_smallIcon = LoadShield(IconSize::Small);
     ::SendMessageA(Window(), WM_SETICON, ICON_BIG, reinterpret_cast<LPARAM>(m_bigIcon.Get()));
     ::SendMessageA(Window(), WM_SETICON, ICON_SMALL, reinterpret_cast<LPARAM>(m_smallIcon.Get()));
 
@@ -129,10 +116,10 @@ void FirewallControlCenterDialog::OnInitDialog() {
     Pages().Open(kFirstPage);
     SetFirstFocus(kFirstPage);
 
-    CreateTray();
-    ShowWelcomeOnce();
     StartTimers();
-    // The first look at the driver, as soon as the window is there and not only after a second.
+    // What the user does not wait for comes when the window is there: the icon, and the first look at the driver,
+    // not only after a second.
+    ::PostMessageA(Window(), kMessageShown, 0, 0);
     ::PostMessageA(Window(), WM_TIMER, kStatisticsTimer.id, 0);
 }
 
@@ -356,6 +343,10 @@ std::optional<LRESULT> FirewallControlCenterDialog::OnMessage(UINT message, WPAR
         return 0;
     }
     switch (message) {
+        case kMessageShown:
+            CreateTray();
+            ShowWelcomeOnce();
+            return 0;
         case kMessageLinkCompletions: RunCompletions(); return 0;
         case kMessageTray:
             m_tray.OnTrayNotification(static_cast<UINT>(wParam), static_cast<UINT>(lParam));
@@ -380,80 +371,17 @@ bool FirewallControlCenterDialog::IsBusy() const {
     return m_prompts.IsBusy() || m_isHandlingTrayText || AnyWorkerRunning() || !::IsWindowEnabled(Window());
 }
 
-bool FirewallControlCenterDialog::Confirm(std::string message) {
-    MessageDialog dialog(m_fonts, {.caption = m_language.GetText(41, "Brennvar Personal Firewall"),
-                                   .message = std::move(message),
-                                   .ok = m_language.GetText(125, "OK"),
-                                   .cancel = m_language.GetText(1001, "Cancel")});
-    return dialog.Ask(Window());
-}
-
-void FirewallControlCenterDialog::LeaveScreen() {
-    ::ShowWindow(Window(), SW_HIDE);
-    m_tray.RemoveIcon();
-}
-
-void FirewallControlCenterDialog::StopLinks() {
-    m_link.Stop(kExitPatience);
-    m_reads.Stop(std::chrono::milliseconds(0));
-}
-
 void FirewallControlCenterDialog::ExitControlCenter() {
     // The driver waits for the answer to an open question; it comes first.
-    if (m_isLeaving || m_prompts.IsBusy()) return;
-    m_isLeaving = true;
-    const bool confirmed =
-        Confirm(m_language.GetText(505,
-                                   "Do you really want to exit Brennvar Personal Firewall? Warning: After this "
-                                   "action, your system will be not protected against internet threats and your "
-                                   "active connections could be lost. Continue anyway?"));
-    if (!confirmed || AnyWorkerRunning()) {
-        m_isLeaving = false;
-        return;
-    }
-    LeaveScreen();
-    m_link.Send([](CommandPipe& pipe) { pipe.CMD_SHUTDOWN_FIRST(); });
-    m_link.Send([](CommandPipe& pipe) { pipe.CMD_SHUTDOWN_SECOND(); });
-    StopLinks();
-    End(kResultExit);
+    if (m_prompts.IsBusy()) return;
+    if (m_leaving.Exit(Window(), [this] { return AnyWorkerRunning(); })) End(kResultExit);
 }
 
 bool FirewallControlCenterDialog::ApplyResources(const ResourceChoice& current, const ResourceChoice& chosen) {
-    if (m_isLeaving) return false;
-    m_isLeaving = true;
-    const bool restarts = ApplyResourceChoice(
-        current, chosen,
-        {.askForRestart =
-             [this] {
-                 return Confirm(m_language.GetText(58,
-                                                   "Your skin and language setting has been changed. Changes will "
-                                                   "not be fully visible until program restart. Restart now?"));
-             },
-         .send =
-             [this](const ResourceChoice& choice) {
-                 m_link.Send([skin = choice.skin](CommandPipe& pipe) { pipe.CMD_SET_SKIN(skin); });
-                 m_link.Send([language = choice.language](CommandPipe& pipe) { pipe.CMD_SET_LANGUAGE(language); });
-             },
-         .isBusy = [this] { return IsBusy(); }});
-    if (restarts) {
-        RestartControlCenter(chosen);
-    } else {
-        m_isLeaving = false;
-    }
-    return true;
-}
-
-void FirewallControlCenterDialog::RestartControlCenter(const ResourceChoice& chosen) {
-    LeaveScreen();
-    // The service is not told that the interface ends, as on exit: protection goes on without a gap.
-    StopLinks();
-    // A command has no answer. The new process reads the names at once, so they must have been written by now; a
-    // service that does not write them is not waited for any longer.
-    for (auto waited = 0ms; CurrentResourceChoice() != chosen && waited < kSettingsPatience;
-         waited += kSettingsPause) {
-        m_clock.Sleep(kSettingsPause);
-    }
-    End(kResultRestart);
+    const Leaving::Restart restart =
+        m_leaving.ApplyResources(Window(), current, chosen, [this] { return IsBusy(); });
+    if (restart == Leaving::Restart::Wanted) End(kResultRestart);
+    return restart != Leaving::Restart::Refused;
 }
 
 }  // namespace brennvar

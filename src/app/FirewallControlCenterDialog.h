@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "app/FrameDialog.h"
+#include "app/Leaving.h"
 #include "app/PageList.h"
 #include "app/StatusLine.h"
 #include "base/ClockCheck.h"
@@ -85,14 +86,7 @@ private:
     void ExitControlCenter();
     // The user's choice of skin and language. False: not while the user is asked about leaving.
     bool ApplyResources(const ResourceChoice& current, const ResourceChoice& chosen);
-    void RestartControlCenter(const ResourceChoice& chosen);
     [[nodiscard]] bool IsBusy() const;
-    // Takes the program away from the screen: what follows can take a while, and the user is done with it.
-    void LeaveScreen();
-    // Lets the last commands arrive.
-    void StopLinks();
-    // OK or Cancel.
-    [[nodiscard]] bool Confirm(std::string message);
 
     [[nodiscard]] std::function<void()> PostWhenFinished(UINT message);
 
@@ -123,6 +117,12 @@ private:
     std::array<CWorkerThread, kWorkerCount> m_workers;  // long jobs: filling a log list, exporting a log
     CSystemTray m_tray;
     StatusLine m_status{m_language};
+    Leaving m_leaving{{.fonts = m_fonts,
+                       .language = m_language,
+                       .tray = m_tray,
+                       .link = m_link,
+                       .reads = m_reads,
+                       .clock = m_clock}};
 
     TrafficMeter m_meter;
     std::chrono::steady_clock::time_point m_lastMeterTick{};
@@ -130,7 +130,6 @@ private:
     bool m_isCheckingClock = false;
     bool m_isFetchingTrayText = false;
     bool m_isHandlingTrayText = false;
-    bool m_isLeaving = false;  // or asking whether to
 };
 
 }  // namespace brennvar

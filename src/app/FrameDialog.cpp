@@ -136,7 +136,8 @@ bool FrameDialog::OnLoopMessage(const MSG& message) {
         page->Reload();
         return true;
     }
-    if (message.wParam == 'F' && ::GetKeyState(VK_CONTROL) < 0) {
+    // AltGr is Ctrl and Alt together, and types a character.
+    if (message.wParam == 'F' && ::GetKeyState(VK_CONTROL) < 0 && ::GetKeyState(VK_MENU) >= 0) {
         page->OnFind();
         return true;
     }

@@ -115,8 +115,9 @@ void WindowFrame::PaintCaption(HDC dc, const RECT& band, const std::string& titl
         Stretch(m_topTitle, dc, {textLeft, band.top, right, band.bottom});
         textLeft = right + Scale(kTitleTextGap);
     }
+    // The skin's colour is made for the band of its picture.
     DrawLabel(dc, m_look.fonts.Title(), {textLeft, band.top, band.right, band.bottom}, title,
-              m_look.colours.captionText, DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX);
+              m_top ? m_look.colours.captionText : m_look.colours.text, DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX);
 }
 
 void WindowFrame::PaintColumn(HDC dc, const RECT& client) const {

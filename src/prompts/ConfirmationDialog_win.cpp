@@ -52,6 +52,40 @@ constexpr int kPillGap = 6;
 
 constexpr UINT kLineFormat = DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX | DT_END_ELLIPSIS;
 
+// A tick, a cross, or a line, in a square whose corner and side are in the units of the drawing.
+void DrawMark(const CSmoothDc& smooth, PromptAdvice kind, int corner, int side) {
+    // In a square of 14 units.
+    const auto line = [&](std::initializer_list<POINT> points) {
+        std::vector<POINT> scaled;
+        for (const POINT& point : points) {
+            scaled.push_back(
+                {corner + ::MulDiv(point.x, side, kDotSize), corner + ::MulDiv(point.y, side, kDotSize)});
+        }
+        smooth.DrawLines(scaled.data(), static_cast<int>(scaled.size()), side / 8, RGB(255, 255, 255));
+    };
+    switch (kind) {
+        case PromptAdvice::Allow: line({{4, 7}, {6, 10}, {10, 4}}); break;
+        case PromptAdvice::Deny:
+            line({{4, 4}, {10, 10}});
+            line({{10, 4}, {4, 10}});
+            break;
+        case PromptAdvice::None: line({{4, 7}, {10, 7}}); break;
+    }
+}
+
+// The pill with the dot at its left end.
+void DrawPill(HDC dc, const RECT& place, PromptAdvice kind, COLORREF colour) {
+    const CSmoothDc smooth(dc, place);
+    if (!smooth.Dc()) return;
+    constexpr int kUnit = CSmoothDc::kFactor;
+    const int corner = Scale(kDotInset) * kUnit;
+    const int side = Scale(kDotSize) * kUnit;
+    smooth.FillPill({0, 0, WidthOf(place) * kUnit, HeightOf(place) * kUnit},
+                    MixColours(RGB(255, 255, 255), colour, kPillTint));
+    smooth.FillDisc({corner, corner, corner + side, corner + side}, colour);
+    DrawMark(smooth, kind, corner, side);
+}
+
 }  // namespace
 
 ConfirmationDialog::ConfirmationDialog(const CFonts& fonts, const PromptQuestion& question)
@@ -117,15 +151,17 @@ void ConfirmationDialog::PlaceControls() {
     m_wants.Place(at(kTextLeft, kWantsTop, kLineHeight));
     m_host.Place(at(kTextLeft, kHostTop, kFactHeight));
     m_service.Place(at(kTextLeft, kServiceTop, kLineHeight));
+    // From below: a window that had to be cut to the work area cuts a text and not its buttons.
+    const LONG buttons = content.bottom - m_allow.Size().cy;
     RECT remember = at(0, kRememberTop, 0);
-    remember.bottom = remember.top + rememberHeight;
+    remember.bottom = std::min<LONG>(remember.top + rememberHeight, buttons - Scale(kButtonsGap));
     m_rememberBox.Place(remember);
     const RECT message = at(0, kCardTop, kMessageHeight);
     ::SetWindowPos(Item(IDC_MESSAGE_TEXT), nullptr, message.left, message.top, WidthOf(message), HeightOf(message),
                    SWP_NOZORDER | SWP_NOACTIVATE);
     const LONG denyLeft = content.right - m_deny.Size().cx;
-    m_deny.MoveTo(denyLeft, content.top + buttonTop);
-    m_allow.MoveTo(denyLeft - Scale(kButtonGap) - m_allow.Size().cx, content.top + buttonTop);
+    m_deny.MoveTo(denyLeft, buttons);
+    m_allow.MoveTo(denyLeft - Scale(kButtonGap) - m_allow.Size().cx, buttons);
 }
 
 RECT ConfirmationDialog::OpeningPlace(SIZE size) const {
@@ -220,42 +256,13 @@ void ConfirmationDialog::PaintAdvice(HDC dc, const RECT& place) const {
                             : kind == PromptAdvice::Deny ? kDenyColour
                                                          : kNoAdviceColour;
     const HFONT font = GetLook().fonts.Bold();
-    const int dot = Scale(kDotSize);
-    const int inset = Scale(kDotInset);
-    const int textLeft = inset + dot + Scale(kPillGap);
+    const int textLeft = Scale(kDotInset) + Scale(kDotSize) + Scale(kPillGap);
     const int textWidth = MeasureText(Window(), font, m_question.advice, 0).cx;
     const int width = std::min(WidthOf(place), textLeft + textWidth + 2 * Scale(kPillGap));
     const int height = Scale(kPillHeight);
     const LONG top = place.top + (HeightOf(place) - height) / 2;
     const RECT pill{place.left, top, place.left + width, top + height};
-    {
-        const CSmoothDc smooth(dc, pill);
-        if (smooth.Dc()) {
-            constexpr int kUnit = CSmoothDc::kFactor;
-            smooth.FillPill({0, 0, width * kUnit, height * kUnit},
-                            MixColours(RGB(255, 255, 255), colour, kPillTint));
-            const int edge = inset * kUnit;
-            const int side = dot * kUnit;
-            smooth.FillDisc({edge, edge, edge + side, edge + side}, colour);
-            // A tick, a cross, or a line, in a square of 14 units.
-            const auto line = [&](std::initializer_list<POINT> points) {
-                std::vector<POINT> scaled;
-                for (const POINT& point : points) {
-                    scaled.push_back(
-                        {edge + ::MulDiv(point.x, side, kDotSize), edge + ::MulDiv(point.y, side, kDotSize)});
-                }
-                smooth.DrawLines(scaled.data(), static_cast<int>(scaled.size()), side / 8, RGB(255, 255, 255));
-            };
-            switch (kind) {
-                case PromptAdvice::Allow: line({{4, 7}, {6, 10}, {10, 4}}); break;
-                case PromptAdvice::Deny:
-                    line({{4, 4}, {10, 10}});
-                    line({{10, 4}, {4, 10}});
-                    break;
-                case PromptAdvice::None: line({{4, 7}, {10, 7}}); break;
-            }
-        }
-    }
+    DrawPill(dc, pill, kind, colour);
     DrawLabel(dc, font, {pill.left + textLeft, pill.top, pill.right, pill.bottom}, m_question.advice, kPillText,
               kLineFormat);
 }

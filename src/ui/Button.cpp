@@ -46,8 +46,7 @@ void CButton::Resolve(const ButtonKind& kind, const Look& look) {
     m_form = kind.form;
     m_plainGlyph = kind.plainGlyph;
     m_image = CSkinImage::Load(look.skin.GetSkinImagePath(kind.imageKey, kind.defaultFile));
-    m_size = m_image ? SIZE{m_image.Width() / kStateCount, m_image.Height()}
-                     : SIZE{Scale(kind.plainSize.cx), Scale(kind.plainSize.cy)};
+    m_size = m_image.FrameSizeOr({Scale(kind.plainSize.cx), Scale(kind.plainSize.cy)}, kStateCount);
     m_colours = look.colours;
     const std::string key = kind.colourKey;
     m_textColours = {look.skin.GetSkinColor(key + "_DEFAULT", 255, 255, 255),

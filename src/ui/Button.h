@@ -71,7 +71,7 @@ public:
     void Adopt(HWND control, const ButtonKind& kind, const Look& look);
 
     // Pixels of the screen: the height of the picture and a third of its width (integer division); without a
-    // picture the kind's plain size. {0, 0} before Create or Adopt.
+    // picture of a usable size the kind's plain size. {0, 0} before Create or Adopt.
     [[nodiscard]] SIZE Size() const { return m_size; }
     // Moves it and leaves its size alone.
     void MoveTo(int left, int top) const;

@@ -16,7 +16,6 @@ public:
     // The font is borrowed and has to be selected into the DC of every call below.
     void SetFont(HFONT font);
     [[nodiscard]] HFONT Font() const { return m_font; }
-    [[nodiscard]] int LineHeight() const { return m_lineHeight; }
 
     // In pixels. Stops counting when the limit is passed.
     [[nodiscard]] int Width(HDC dc, std::string_view text, int limit) const;

@@ -4,6 +4,7 @@
 
 #include "ui/Controls.h"
 #include "ui/Paint.h"
+#include "ui/WorkArea.h"
 
 namespace brennvar {
 namespace {
@@ -40,10 +41,9 @@ void CCellTip::Show(HWND owner, const RECT& textOnScreen, const std::string& tex
         size = {box.right + 2 * Scale(kMarginX), box.bottom + 2 * Scale(kMarginY)};
     }
     ::ReleaseDC(Window(), dc);
-    MONITORINFO monitor{};
-    monitor.cbSize = sizeof(monitor);
-    ::GetMonitorInfoA(::MonitorFromRect(&textOnScreen, MONITOR_DEFAULTTONEAREST), &monitor);
-    const RECT& work = monitor.rcWork;
+    const RECT work = WorkAreaNear(textOnScreen);
+    // A text of hundreds of lines shows its beginning.
+    size = {std::min<LONG>(size.cx, WidthOf(work)), std::min<LONG>(size.cy, HeightOf(work))};
     // Over the cut text, so that the eye does not move.
     const LONG middle = (textOnScreen.top + textOnScreen.bottom) / 2;
     const LONG left =

@@ -7,14 +7,6 @@
 
 namespace brennvar {
 
-HWND CreateControl(HWND parent, const char* className, const std::string& text, DWORD style, int id, HFONT font) {
-    const HWND control =
-        ::CreateWindowExA(0, className, text.c_str(), WS_CHILD | WS_VISIBLE | style, 0, 0, 0, 0, parent,
-                          reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), ::GetModuleHandleA(nullptr), nullptr);
-    SetControlFont(control, font);
-    return control;
-}
-
 std::string TextOfWindow(HWND window) {
     std::string text(static_cast<std::size_t>(::GetWindowTextLengthA(window)), '\0');
     // The length may be an upper bound; what is copied counts.

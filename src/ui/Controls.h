@@ -7,8 +7,6 @@
 
 namespace brennvar {
 
-// A child control of one of Windows' own classes, visible, of no size yet.
-HWND CreateControl(HWND parent, const char* className, const std::string& text, DWORD style, int id, HFONT font);
 [[nodiscard]] std::string TextOfWindow(HWND window);
 // Sets a text only when it differs, so that a text that is refreshed every second does not flicker.
 void SetTextIfChanged(HWND control, const std::string& text);

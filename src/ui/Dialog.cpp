@@ -1,8 +1,37 @@
 #include "ui/Dialog.h"
 
+#include <utility>
+
 #include "ui/Control.h"
+#include "ui/TreeMessages.h"
 
 namespace brennvar {
+namespace {
+
+BOOL CALLBACK InvalidateChild(HWND child, LPARAM) {
+    // Grounds and outer frames are painted by messages of their own; a control of ours needs none of them, and for
+    // some thirty controls they take as long as the painting itself.
+    char className[16] = {};
+    ::GetClassNameA(child, className, sizeof(className));
+    const bool paintsAll = ::lstrcmpiA(className, "Button") == 0 || ::lstrcmpiA(className, "Static") == 0 ||
+                           ::lstrcmpA(className, kTreeClass) == 0;
+    ::RedrawWindow(child, nullptr, nullptr,
+                   RDW_INVALIDATE | RDW_NOCHILDREN | (paintsAll ? 0U : static_cast<UINT>(RDW_ERASE | RDW_FRAME)));
+    return TRUE;
+}
+
+// Shows a window with everything in it painted.
+void ShowPainted(HWND window) {
+    ::SetWindowPos(window, nullptr, 0, 0, 0, 0,
+                   SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER | SWP_SHOWWINDOW | SWP_NOREDRAW);
+    ::RedrawWindow(window, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_NOCHILDREN);
+    ::EnumChildWindows(window, &InvalidateChild, 0);
+    ::RedrawWindow(window, nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
+}
+
+}  // namespace
+
+thread_local CDialog* CDialog::s_innermost = nullptr;
 
 CDialog::~CDialog() {
     if (!m_window) return;
@@ -29,7 +58,8 @@ INT_PTR CDialog::DoModal(HWND owner, int templateId, Appearance appearance) {
         if (unfocused) {
             ::SetWindowPos(m_window, HWND_TOPMOST, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
         }
-        if (!m_ended) ::ShowWindow(m_window, unfocused ? SW_SHOWNOACTIVATE : SW_SHOW);
+        if (!m_ended && unfocused) ::ShowWindow(m_window, SW_SHOWNOACTIVATE);
+        if (!m_ended && !unfocused) ShowPainted(m_window);
         if (!m_ended && !unfocused) {
             ::SetFocus(m_firstFocus ? Item(m_firstFocus) : ::GetNextDlgTabItem(m_window, nullptr, FALSE));
         }
@@ -45,6 +75,14 @@ INT_PTR CDialog::DoModal(HWND owner, int templateId, Appearance appearance) {
 }
 
 void CDialog::RunLoop() {
+    // Back whatever a handler throws.
+    struct Nesting {
+        explicit Nesting(CDialog* dialog) { dialog->m_outer = std::exchange(s_innermost, dialog); }
+        Nesting(const Nesting&) = delete;
+        Nesting& operator=(const Nesting&) = delete;
+        ~Nesting() { s_innermost = s_innermost->m_outer; }
+    };
+    const Nesting nesting(this);
     while (!m_ended && m_window) {
         MSG message;
         const BOOL got = ::GetMessageA(&message, nullptr, 0, 0);
@@ -53,11 +91,21 @@ void CDialog::RunLoop() {
             ::PostQuitMessage(static_cast<int>(message.wParam));
             return;
         }
-        if (OnLoopMessage(message)) continue;
-        if (m_window && ::IsDialogMessageA(m_window, &message)) continue;
+        if (HandleLoopMessage(message)) continue;
         ::TranslateMessage(&message);
         ::DispatchMessageA(&message);
     }
+}
+
+bool CDialog::HandleLoopMessage(MSG& message) {
+    // An outer dialog that the inner one does not disable still has its keyboard: its own loop waits for this one.
+    for (CDialog* dialog = this; dialog; dialog = dialog->m_outer) {
+        const HWND window = dialog->m_window;
+        if (!window || (message.hwnd != window && !::IsChild(window, message.hwnd))) continue;
+        if (dialog != this && !::IsWindowEnabled(window)) return false;
+        return dialog->OnLoopMessage(message) || (dialog->m_window && ::IsDialogMessageA(window, &message));
+    }
+    return false;
 }
 
 void CDialog::End(INT_PTR result) {
@@ -72,16 +120,10 @@ void CDialog::End(INT_PTR result) {
 }
 
 void CDialog::OnCommand(int, int) {}
-LRESULT CDialog::OnNotify(NMHDR&) {
-    return 0;
-}
 void CDialog::OnTimer(UINT_PTR) {}
 void CDialog::OnSize(int, int) {}
 void CDialog::OnMinMaxInfo(MINMAXINFO&) {}
 void CDialog::OnDrawItem(const DRAWITEMSTRUCT&) {}
-HBRUSH CDialog::OnControlColor(HDC, HWND) {
-    return nullptr;
-}
 bool CDialog::OnEraseBackground(HDC) {
     return false;
 }
@@ -134,7 +176,6 @@ INT_PTR CDialog::Dispatch(UINT message, WPARAM wParam, LPARAM lParam) {
                 OnCommand(LOWORD(wParam), HIWORD(wParam));
             }
             return TRUE;
-        case WM_NOTIFY: return answer(OnNotify(*reinterpret_cast<NMHDR*>(lParam)));
         case WM_TIMER: OnTimer(wParam); return TRUE;
         case WM_SIZE:
             if (wParam != SIZE_MINIMIZED) OnSize(LOWORD(lParam), HIWORD(lParam));
@@ -145,15 +186,11 @@ INT_PTR CDialog::Dispatch(UINT message, WPARAM wParam, LPARAM lParam) {
                 OnDrawItem(*reinterpret_cast<const DRAWITEMSTRUCT*>(lParam));
             }
             return TRUE;
-        // The colour messages return their brush directly.
+        // These return their brush directly.
         case WM_CTLCOLORSTATIC:
         case WM_CTLCOLORBTN:
         case WM_CTLCOLOREDIT:
-        case WM_CTLCOLORLISTBOX:
-        case WM_CTLCOLORDLG:
-            if (const std::optional<LRESULT> brush = ReflectMessage(message, wParam, lParam)) return *brush;
-            return reinterpret_cast<INT_PTR>(
-                OnControlColor(reinterpret_cast<HDC>(wParam), reinterpret_cast<HWND>(lParam)));
+        case WM_CTLCOLORLISTBOX: return static_cast<INT_PTR>(ReflectMessage(message, wParam, lParam).value_or(0));
         case WM_ERASEBKGND: return OnEraseBackground(reinterpret_cast<HDC>(wParam)) ? answer(TRUE) : FALSE;
         default:
             if (const std::optional<LRESULT> result = OnMessage(message, wParam, lParam)) return answer(*result);

@@ -46,24 +46,26 @@ protected:
     virtual void OnClose() { OnCancel(); }
     // notification: 0 from a menu, else what the control reports (BN_CLICKED ...).
     virtual void OnCommand(int id, int notification);
-    virtual LRESULT OnNotify(NMHDR& header);
     virtual void OnTimer(UINT_PTR id);
     virtual void OnSize(int width, int height);
     virtual void OnMinMaxInfo(MINMAXINFO& info);
     virtual void OnDrawItem(const DRAWITEMSTRUCT& item);
-    // The brush for a control's background, null for the usual one.
-    virtual HBRUSH OnControlColor(HDC dc, HWND control);
     // True when the background has been painted.
     virtual bool OnEraseBackground(HDC dc);
     // Every other message; a value is its result, nothing leaves it to Windows.
     virtual std::optional<LRESULT> OnMessage(UINT message, WPARAM wParam, LPARAM lParam);
-    // DoModal only: each message of the loop before the dialog's own keyboard handling. True: it is dealt with.
+    // DoModal only: each message of this dialog's windows before its own keyboard handling. True: it is dealt with.
     virtual bool OnLoopMessage(const MSG& message);
 
 private:
     static INT_PTR CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept;
     INT_PTR Dispatch(UINT message, WPARAM wParam, LPARAM lParam);
     void RunLoop();
+    [[nodiscard]] bool HandleLoopMessage(MSG& message);
+
+    // The loops of this thread that wait for each other, the innermost first.
+    static thread_local CDialog* s_innermost;
+    CDialog* m_outer = nullptr;
 
     HWND m_window = nullptr;
     bool m_ended = false;

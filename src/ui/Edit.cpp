@@ -6,6 +6,11 @@
 #include "ui/Paint.h"
 
 namespace brennvar {
+namespace {
+
+constexpr WPARAM kControlA = 'A' - '@';
+
+}  // namespace
 
 void CEdit::Create(HWND parent, const std::string& text, DWORD style, int id, const Look& look) {
     Make(parent, "EDIT", text, style | WS_TABSTOP, id, look.fonts.Text());
@@ -64,8 +69,14 @@ std::optional<LRESULT> CEdit::OnMessage(UINT message, WPARAM wParam, LPARAM lPar
             }
             return result;
         }
-        case WM_SETTEXT:
         case WM_CHAR:
+            // Ctrl+A: not every version of Windows selects all on it.
+            if (wParam == kControlA) {
+                CallWindows(EM_SETSEL, 0, -1);
+                return 0;
+            }
+            return OnTextMessage(message, wParam, lParam);
+        case WM_SETTEXT:
         case WM_KEYDOWN:
         case WM_CUT:
         case WM_PASTE:

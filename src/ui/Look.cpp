@@ -16,7 +16,7 @@ Palette::Palette(const Skin& skin)
       quietText(skin.GetSkinColor("COLOR_TEXT_QUIET", 86, 101, 115)),
       page(skin.GetSkinColor("COLOR_PAGE", 245, 247, 250)),
       list(skin.GetSkinColor("COLOR_LIST", 255, 255, 255)),
-      listAlternate(skin.GetSkinColor("COLOR_LIST_ALTERNATE", 250, 251, 253)),
+      listAlternate(skin.GetSkinColor("COLOR_LIST_ALTERNATE", 249, 250, 252)),
       selection(skin.GetSkinColor("COLOR_SELECTION", 255, 236, 204)),
       captionText(skin.GetSkinColor("COLOR_CAPTION_TEXT", 27, 39, 51)),
       statusText(skin.GetSkinColor("COLOR_STATUS_TEXT", 86, 101, 115)) {}

@@ -8,7 +8,8 @@
 
 namespace brennvar {
 
-// The defaults are those of the light skin, so that a skin without these keys looks right.
+// The defaults are those of the light skin, so that a skin without these keys looks right; on the bands, which are
+// plain without pictures, they read on the page's ground.
 struct Palette {
     // The defaults, for a control that has not been made yet.
     Palette();

@@ -77,7 +77,8 @@ void CMenuPainter::Measure(const MenuItem& item, MEASUREITEMSTRUCT& measure) con
         height = std::max<int>(Scale(kItemHeight), metrics.tmHeight + 2 * Scale(kItemPadding));
     }
     ::ReleaseDC(m_owner, dc);
-    measure.itemWidth = static_cast<UINT>(width);
+    // What is longer is cut: neither Windows nor the user gets at a menu that is wider than the screen.
+    measure.itemWidth = static_cast<UINT>(std::min(width, ::GetSystemMetrics(SM_CXSCREEN) / 2));
     measure.itemHeight = static_cast<UINT>(height);
 }
 
@@ -129,7 +130,8 @@ void CMenuPainter::DrawTexts(const MenuItem& item, HDC dc, const RECT& place, CO
                              bool showsMnemonic) const {
     const ItemText text = SplitAtTab(item.text);
     constexpr UINT kFormat = DT_SINGLELINE | DT_VCENTER;
-    DrawLabel(dc, FontOf(item), place, text.label, colour, kFormat | (showsMnemonic ? 0U : DT_HIDEPREFIX));
+    DrawLabel(dc, FontOf(item), place, text.label, colour,
+              kFormat | DT_END_ELLIPSIS | (showsMnemonic ? 0U : DT_HIDEPREFIX));
     DrawLabel(dc, FontOf(item), place, text.shortcut, colour, kFormat | DT_RIGHT | DT_NOPREFIX);
 }
 

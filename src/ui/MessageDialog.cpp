@@ -71,13 +71,16 @@ void MessageDialog::OnCreateContent() {
     SetContentPixels({textLeft + textWidth, buttonTop + m_ok.Size().cy});
 
     const RECT content = ContentRect();
+    // From below: a window that had to be cut to the work area cuts the text and not its buttons.
+    const LONG buttons = content.bottom - m_ok.Size().cy;
     // A text of one line stands in the middle of the sign.
     const LONG textTop = content.top + (textHeight - text.cy) / 2;
-    m_message.Place({content.left + textLeft, textTop, content.right, textTop + text.cy});
+    m_message.Place({content.left + textLeft, textTop, content.right,
+                     std::min(textTop + text.cy, buttons - Scale(kButtonTop))});
     LONG right = content.right;
     for (const CButton* button : {&m_cancel, &m_ok}) {
         if (!button->Window()) continue;
-        button->MoveTo(right - button->Size().cx, content.top + buttonTop);
+        button->MoveTo(right - button->Size().cx, buttons);
         right -= button->Size().cx + Scale(kButtonGap);
     }
 }

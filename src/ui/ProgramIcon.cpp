@@ -19,17 +19,28 @@ UniqueIcon LoadShellIcon(const std::string& path, IconSize size) {
     return UniqueIcon(found ? info.hIcon : nullptr);
 }
 
+UniqueIcon LoadOwnIconOfSize(int id, IconSize size) {
+    const bool isSmall = size == IconSize::Small;
+    return LoadOwnIcon(id, ::GetSystemMetrics(isSmall ? SM_CXSMICON : SM_CXICON),
+                       ::GetSystemMetrics(isSmall ? SM_CYSMICON : SM_CYICON));
+}
+
 }  // namespace
 
 UniqueIcon LoadIconOfProgram(const std::string& path, IconSize size) {
     if (!path.empty() && IsOnThisMachine(path)) {
         if (UniqueIcon icon = LoadShellIcon(path, size)) return icon;
     }
-    const bool isSmall = size == IconSize::Small;
-    return UniqueIcon(
-        static_cast<HICON>(::LoadImageA(::GetModuleHandleA(nullptr), MAKEINTRESOURCEA(IDI_NO_ICON), IMAGE_ICON,
-                                        ::GetSystemMetrics(isSmall ? SM_CXSMICON : SM_CXICON),
-                                        ::GetSystemMetrics(isSmall ? SM_CYSMICON : SM_CYICON), LR_DEFAULTCOLOR)));
+    return LoadOwnIconOfSize(IDI_NO_ICON, size);
+}
+
+UniqueIcon LoadOwnIcon(int id, int width, int height) {
+    return UniqueIcon(static_cast<HICON>(::LoadImageA(::GetModuleHandleA(nullptr), MAKEINTRESOURCEA(id), IMAGE_ICON,
+                                                      width, height, LR_DEFAULTCOLOR)));
+}
+
+UniqueIcon LoadShield(IconSize size) {
+    return LoadOwnIconOfSize(IDI_PROGRAM, size);
 }
 
 }  // namespace brennvar

@@ -1,4 +1,4 @@
-// The icon of a program file, as the shell shows it.
+// Icons of program files, as the shell shows them, and our own.
 #pragma once
 
 #include <string>
@@ -12,5 +12,10 @@ enum class IconSize { Small, Large };  // 16 and 32 pixels at 96 per inch
 // The program's own icon, or ours for programs that have none: a file that does not exist, a path that is empty.
 // Paths on other machines are not asked for, because the answer may take minutes.
 [[nodiscard]] UniqueIcon LoadIconOfProgram(const std::string& path, IconSize size);
+
+// One of our own icons (IDI_ numbers). Pixels of the screen.
+[[nodiscard]] UniqueIcon LoadOwnIcon(int id, int width, int height);
+// The product's shield as Windows shows icons of this size.
+[[nodiscard]] UniqueIcon LoadShield(IconSize size);
 
 }  // namespace brennvar

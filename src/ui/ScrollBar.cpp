@@ -1,10 +1,10 @@
 #include "ui/ScrollBar.h"
 
 #include <algorithm>
-#include <cstdint>
 #include <utility>
 
 #include "ui/Paint.h"
+#include "ui/PixelSheet.h"
 
 namespace brennvar {
 namespace {
@@ -22,38 +22,6 @@ void DrawArrow(HDC dc, const RECT& place, bool isUp, COLORREF colour) {
         FillSolid(dc, {box.left + half - 1 - line, top, box.left + half + 1 + line, top + 1}, colour);
     }
 }
-
-// 32 bits a pixel, the top row first.
-class CPixels {
-public:
-    CPixels(int width, int height) : m_width(width) {
-        BITMAPINFO info{};
-        info.bmiHeader.biSize = sizeof(info.bmiHeader);
-        info.bmiHeader.biWidth = width;
-        info.bmiHeader.biHeight = -height;
-        info.bmiHeader.biPlanes = 1;
-        info.bmiHeader.biBitCount = 32;
-        void* bits = nullptr;
-        m_bitmap.Reset(::CreateDIBSection(nullptr, &info, DIB_RGB_COLORS, &bits, nullptr, 0));
-        m_bits = static_cast<std::uint32_t*>(bits);
-        m_dc.Reset(::CreateCompatibleDC(nullptr));
-        if (m_bitmap && m_dc) m_old = ::SelectObject(m_dc.Get(), m_bitmap.Get());
-    }
-    CPixels(const CPixels&) = delete;
-    CPixels& operator=(const CPixels&) = delete;
-    ~CPixels() {
-        if (m_old) ::SelectObject(m_dc.Get(), m_old);
-    }
-    [[nodiscard]] HDC Dc() const { return m_old ? m_dc.Get() : nullptr; }
-    [[nodiscard]] std::uint32_t& At(int x, int y) const { return m_bits[y * m_width + x]; }
-
-private:
-    int m_width;
-    std::uint32_t* m_bits = nullptr;
-    UniqueMemoryDc m_dc;
-    UniqueBitmap m_bitmap;
-    HGDIOBJ m_old = nullptr;
-};
 
 }  // namespace
 
@@ -190,8 +158,8 @@ void CScrollBar::PaintUpright(HDC dc, const ScrollPictures& pictures, const Pale
 }
 
 void CScrollBar::PaintTurned(HDC dc, const ScrollPictures& pictures, const Palette& colours) const {
-    const CPixels upright(HeightOf(m_place), WidthOf(m_place));
-    const CPixels turned(WidthOf(m_place), HeightOf(m_place));
+    const CPixelSheet upright(HeightOf(m_place), WidthOf(m_place));
+    const CPixelSheet turned(WidthOf(m_place), HeightOf(m_place));
     if (!upright.Dc() || !turned.Dc()) return;
     PaintUpright(upright.Dc(), pictures, colours);
     ::GdiFlush();  // before its pixels are read

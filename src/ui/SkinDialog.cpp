@@ -3,7 +3,7 @@
 #include "config/Resources_win.h"
 #include "ui/Controls.h"
 #include "ui/Paint.h"
-#include "ui/ResourceIds.h"
+#include "ui/ProgramIcon.h"
 #include "ui/WorkArea.h"
 
 namespace brennvar {
@@ -22,12 +22,6 @@ constexpr int kCloseRight = 6;
 // Windows uses the lower bits of a system command's number itself.
 constexpr WPARAM kSystemCommandBits = 0xFFF0;
 
-UniqueIcon LoadShield() {
-    return UniqueIcon(static_cast<HICON>(::LoadImageA(::GetModuleHandleA(nullptr), MAKEINTRESOURCEA(IDI_PROGRAM),
-                                                      IMAGE_ICON, ::GetSystemMetrics(SM_CXSMICON),
-                                                      ::GetSystemMetrics(SM_CYSMICON), LR_DEFAULTCOLOR)));
-}
-
 }  // namespace
 
 void CSkinDialog::OnInitDialog() {
@@ -35,7 +29,7 @@ void CSkinDialog::OnInitDialog() {
     const bool isLarge = m_kind == Kind::Large;
     m_picture = CSkinImage::Load(isLarge ? m_look->skin.GetSkinImagePath("DIALOG_BIG", "dialog_big.png")
                                          : m_look->skin.GetSkinImagePath("DIALOG", "dialog.png"));
-    m_icon = LoadShield();
+    m_icon = LoadShield(IconSize::Small);
     ::SendMessageA(Window(), WM_SETICON, ICON_SMALL, reinterpret_cast<LPARAM>(m_icon.Get()));
     // What such a window can do.
     const HMENU menu = ::GetSystemMenu(Window(), FALSE);

@@ -1,5 +1,6 @@
 #include "ui/SkinImage.h"
 
+#include <cstdint>
 #include <cstring>
 #include <optional>
 #include <vector>
@@ -8,6 +9,7 @@
 #include "image/NinePieces.h"
 #include "image/StateStrip.h"
 #include "ui/Paint.h"
+#include "ui/PixelSheet.h"
 
 namespace brennvar {
 namespace {
@@ -57,22 +59,23 @@ CSkinImage CSkinImage::Load(const std::string& path) {
 }
 
 CSkinImage CSkinImage::FromBitmap(const Bitmap& bitmap) {
-    BITMAPINFO info{};
-    info.bmiHeader.biSize = sizeof(info.bmiHeader);
-    info.bmiHeader.biWidth = bitmap.width;
-    info.bmiHeader.biHeight = -bitmap.height;  // the top row first
-    info.bmiHeader.biPlanes = 1;
-    info.bmiHeader.biBitCount = 32;
-    info.bmiHeader.biCompression = BI_RGB;
     CSkinImage image;
     if (bitmap.pixels.empty()) return image;
-    void* pixels = nullptr;
-    image.m_bitmap = UniqueBitmap(::CreateDIBSection(nullptr, &info, DIB_RGB_COLORS, &pixels, nullptr, 0));
+    std::uint32_t* pixels = nullptr;
+    image.m_bitmap = MakePixelBitmap(bitmap.width, bitmap.height, pixels);
     if (!image.m_bitmap) return image;
     std::memcpy(pixels, bitmap.pixels.data(), bitmap.pixels.size() * sizeof(std::uint32_t));
     image.m_width = bitmap.width;
     image.m_height = bitmap.height;
     return image;
+}
+
+SIZE CSkinImage::FrameSizeOr(SIZE plainSize, int frameCount) const {
+    constexpr LONG kLeast = 8;
+    constexpr LONG kMostTimes = 4;
+    const SIZE frame{m_width / frameCount, m_height};
+    const auto isUsable = [](LONG size, LONG plain) { return size >= kLeast && size <= kMostTimes * plain; };
+    return isUsable(frame.cx, plainSize.cx) && isUsable(frame.cy, plainSize.cy) ? frame : plainSize;
 }
 
 void CSkinImage::Draw(HDC target, int left, int top) const {

@@ -22,6 +22,10 @@ public:
     [[nodiscard]] static CSkinImage FromBitmap(const Bitmap& bitmap);
 
     [[nodiscard]] explicit operator bool() const { return static_cast<bool>(m_bitmap); }
+    // The size of one of so many frames side by side, which a control takes as its own; the given size when there
+    // is no picture, or one that nobody could use: less than 8 pixels wide or high, or more than four times as
+    // large.
+    [[nodiscard]] SIZE FrameSizeOr(SIZE plainSize, int frameCount) const;
     [[nodiscard]] int Width() const { return m_width; }
     [[nodiscard]] int Height() const { return m_height; }
 

@@ -1,70 +1,43 @@
 #include "ui/SmoothDc.h"
 
-#include <cstddef>
 #include <cstdint>
 
 #include "ui/Paint.h"
 
 namespace brennvar {
 
-CSmoothDc::Sheet::Sheet(HDC target, int width, int height) {
-    BITMAPINFO info{};
-    info.bmiHeader.biSize = sizeof(info.bmiHeader);
-    info.bmiHeader.biWidth = width;
-    info.bmiHeader.biHeight = -height;  // the first row is the upper one
-    info.bmiHeader.biPlanes = 1;
-    info.bmiHeader.biBitCount = 32;
-    info.bmiHeader.biCompression = BI_RGB;
-    bitmap.Reset(::CreateDIBSection(target, &info, DIB_RGB_COLORS, &bits, nullptr, 0));
-    if (!bitmap) return;
-    dc.Reset(::CreateCompatibleDC(target));
-    if (dc) old = ::SelectObject(dc.Get(), bitmap.Get());
-}
-
-CSmoothDc::Sheet::~Sheet() {
-    if (dc) ::SelectObject(dc.Get(), old);
-}
-
 CSmoothDc::CSmoothDc(HDC target, const RECT& place)
     : m_target(target),
       m_place(place),
-      m_small(target, WidthOf(place), HeightOf(place)),
-      m_large(target, WidthOf(place) * kFactor, HeightOf(place) * kFactor) {
-    if (!m_small.dc || !m_large.dc) return;
+      m_small(WidthOf(place), HeightOf(place)),
+      m_large(WidthOf(place) * kFactor, HeightOf(place) * kFactor) {
+    if (!m_small.Dc() || !m_large.Dc()) return;
     const int width = WidthOf(place);
     const int height = HeightOf(place);
-    ::BitBlt(m_small.dc.Get(), 0, 0, width, height, target, place.left, place.top, SRCCOPY);
-    ::SetStretchBltMode(m_large.dc.Get(), COLORONCOLOR);
-    ::StretchBlt(m_large.dc.Get(), 0, 0, width * kFactor, height * kFactor, m_small.dc.Get(), 0, 0, width, height,
-                 SRCCOPY);
+    ::BitBlt(m_small.Dc(), 0, 0, width, height, target, place.left, place.top, SRCCOPY);
+    ::SetStretchBltMode(m_large.Dc(), COLORONCOLOR);
+    ::StretchBlt(m_large.Dc(), 0, 0, width * kFactor, height * kFactor, m_small.Dc(), 0, 0, width, height, SRCCOPY);
 }
 
 CSmoothDc::~CSmoothDc() {
-    if (!m_small.dc || !m_large.dc) return;
+    if (!m_small.Dc() || !m_large.Dc()) return;
     ::GdiFlush();  // what has been drawn so far is in the pixels only now
     MakeSmaller();
-    ::BitBlt(m_target, m_place.left, m_place.top, WidthOf(m_place), HeightOf(m_place), m_small.dc.Get(), 0, 0,
-             SRCCOPY);
+    ::BitBlt(m_target, m_place.left, m_place.top, WidthOf(m_place), HeightOf(m_place), m_small.Dc(), 0, 0, SRCCOPY);
 }
 
 void CSmoothDc::MakeSmaller() {
-    const auto* from = static_cast<const std::uint32_t*>(m_large.bits);
-    auto* to = static_cast<std::uint32_t*>(m_small.bits);
-    const auto factor = static_cast<std::size_t>(kFactor);
-    const auto width = static_cast<std::size_t>(WidthOf(m_place));
-    const auto height = static_cast<std::size_t>(HeightOf(m_place));
-    for (std::size_t y = 0; y < height; ++y) {
-        for (std::size_t x = 0; x < width; ++x) {
+    const auto mean = [](std::uint32_t sum) { return sum / (kFactor * kFactor); };
+    for (int y = 0; y < HeightOf(m_place); ++y) {
+        for (int x = 0; x < WidthOf(m_place); ++x) {
             std::uint32_t red = 0, green = 0, blue = 0;
-            for (std::size_t i = 0; i < factor * factor; ++i) {
-                const std::uint32_t pixel =
-                    from[(y * factor + i / factor) * width * factor + x * factor + i % factor];
+            for (int i = 0; i < kFactor * kFactor; ++i) {
+                const std::uint32_t pixel = m_large.At(x * kFactor + i % kFactor, y * kFactor + i / kFactor);
                 red += (pixel >> 16) & 0xFF;
                 green += (pixel >> 8) & 0xFF;
                 blue += pixel & 0xFF;
             }
-            const auto mean = [](std::uint32_t sum) { return sum / (kFactor * kFactor); };
-            to[y * width + x] = mean(red) << 16 | mean(green) << 8 | mean(blue);
+            m_small.At(x, y) = mean(red) << 16 | mean(green) << 8 | mean(blue);
         }
     }
 }

@@ -2,7 +2,7 @@
 // over what is there already.
 #pragma once
 
-#include "base/Handles_win.h"
+#include "ui/PixelSheet.h"
 
 namespace brennvar {
 
@@ -18,7 +18,7 @@ public:
     // Puts the drawing into the target.
     ~CSmoothDc();
     // Null without memory for the drawing. Its coordinates start at the place's corner, in quarters of a pixel.
-    [[nodiscard]] HDC Dc() const { return m_large.dc.Get(); }
+    [[nodiscard]] HDC Dc() const { return m_large.Dc(); }
 
     // Shapes in quarters of a pixel.
     void FillDisc(const RECT& place, COLORREF colour) const;
@@ -27,23 +27,12 @@ public:
     void DrawLines(const POINT* points, int count, int width, COLORREF colour) const;
 
 private:
-    // A bitmap whose pixels can be read: one u32 each, rows from the top.
-    struct Sheet {
-        Sheet(HDC target, int width, int height);
-        Sheet(const Sheet&) = delete;
-        Sheet& operator=(const Sheet&) = delete;
-        ~Sheet();
-        void* bits = nullptr;
-        UniqueMemoryDc dc;
-        UniqueBitmap bitmap;
-        HGDIOBJ old = nullptr;
-    };
     void MakeSmaller();
 
     HDC m_target;
     RECT m_place;
-    Sheet m_small;
-    Sheet m_large;
+    CPixelSheet m_small;
+    CPixelSheet m_large;
 };
 
 }  // namespace brennvar

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <algorithm>
+#include <utility>
 
 #include "base/Handles_win.h"
 #include "ui/Paint.h"

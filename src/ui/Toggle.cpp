@@ -32,8 +32,7 @@ void CToggle::SetChecked(bool checked) const {
 }
 
 SIZE CToggle::PictureSize() const {
-    return m_image ? SIZE{m_image.Width() / kStateCount, m_image.Height()}
-                   : SIZE{Scale(kPlainSide), Scale(kPlainSide)};
+    return m_image.FrameSizeOr({Scale(kPlainSide), Scale(kPlainSide)}, kStateCount);
 }
 
 int CToggle::HeightAt(int width) const {

@@ -248,7 +248,7 @@ void CTree::ChangeSelection(const std::function<bool(RowSelection&)>& change) {
 }
 
 void CTree::RepaintSelection(const RowRanges& before, int focusedBefore) const {
-    const int end = std::min(m_rowCount, FirstVisibleRow() + PageRows() + 1);
+    const int end = SeenEnd();
     for (int row = FirstVisibleRow(); row < end; ++row) {
         const bool hasFocusMoved = focusedBefore != FocusedRow() && (row == focusedBefore || row == FocusedRow());
         if (hasFocusMoved || before.Contains(row) != m_selection.IsSelected(row)) RefreshRow(row);

@@ -3,6 +3,7 @@
 // quick as ten. Automation and screen readers: ui/TreeMessages.h.
 #pragma once
 
+#include <algorithm>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -136,6 +137,10 @@ private:
     [[nodiscard]] std::optional<CellId> CellAt(POINT point) const;
     [[nodiscard]] CellPlaces PartsOf(CellId cell) const;
     [[nodiscard]] int PageRows() const { return m_vertical.Range().page; }
+    // Behind the last row of which something is seen. Sums stay below the largest number of rows there can be.
+    [[nodiscard]] int SeenEnd() const {
+        return FirstVisibleRow() + std::min(m_rowCount - FirstVisibleRow(), PageRows() + 1);
+    }
 
     // Scrolling (Tree.cpp)
     void ScrollVertically(int position);

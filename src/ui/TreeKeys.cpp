@@ -1,5 +1,6 @@
 // What the keyboard does to a tree, and copying rows as text.
 #include <algorithm>
+#include <cstdint>
 #include <cstring>
 
 #include "ui/Tree.h"
@@ -80,8 +81,8 @@ bool CTree::OnControlKey(UINT key) {
 
 void CTree::MoveFocusBy(int rows) {
     // The first key press in a list chooses its first row.
-    const int row = FocusedRow() < 0 ? 0 : FocusedRow() + rows;
-    MoveFocusTo(std::clamp(row, 0, std::max(0, m_rowCount - 1)));
+    const std::int64_t row = FocusedRow() < 0 ? 0 : std::int64_t{FocusedRow()} + rows;
+    MoveFocusTo(static_cast<int>(std::clamp<std::int64_t>(row, 0, std::max(0, m_rowCount - 1))));
 }
 
 void CTree::MoveFocusTo(int row) {

@@ -117,7 +117,7 @@ void CTree::FitColumn(int column) {
     const HDC dc = ::GetDC(Window());
     {
         const CSelect font(dc, m_painter->Font());
-        const int end = std::min(m_rowCount, FirstVisibleRow() + PageRows() + 1);
+        const int end = SeenEnd();
         for (int row = FirstVisibleRow(); row < end; ++row) {
             const TreeCell cell = m_source.Cell(row, column);
             const TreeRow state = m_setup.hasLevels ? m_source.Row(row) : TreeRow{};

@@ -81,8 +81,8 @@ void CTree::PaintRows(HDC dc, const RECT& invalid) {
     if (!::IntersectRect(&part, &m_rows, &invalid)) return;
     const int height = TreePainter::RowHeight();
     const int firstRow = FirstVisibleRow() + (part.top - m_rows.top) / height;
-    const int behind = FirstVisibleRow() + (part.bottom - m_rows.top + height - 1) / height;
-    const int endRow = std::min(m_rowCount, behind);
+    const int behind = (part.bottom - m_rows.top + height - 1) / height;  // from the first row in sight
+    const int endRow = FirstVisibleRow() + std::min(m_rowCount - FirstVisibleRow(), behind);
     for (int row = firstRow; row < endRow; ++row) {
         RECT place = RowRect(row);
         place.bottom = std::min(place.bottom, m_rows.bottom);

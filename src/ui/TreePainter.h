@@ -56,7 +56,6 @@ private:
     void PaintCheck(HDC dc, const RECT& place, bool isChecked, Touch touch) const;
     [[nodiscard]] COLORREF Readable(COLORREF colour);
     void PaintPill(HDC dc, const RECT& place, int textWidth) const;
-    [[nodiscard]] bool IsDark() const { return m_isDark; }
 
     Palette m_colours;
     COLORREF m_lineLeft;  // of the line below the header

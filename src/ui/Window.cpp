@@ -80,7 +80,7 @@ std::optional<LRESULT> CWindow::Dispatch(UINT message, WPARAM wParam, LPARAM lPa
         case WM_SIZE: OnSize(LOWORD(lParam), HIWORD(lParam)); return 0;
         case WM_TIMER: OnTimer(wParam); return 0;
         case WM_COMMAND: OnCommand(LOWORD(wParam), HIWORD(wParam)); return 0;
-        case WM_ENABLE: OnEnable(wParam != 0); return 0;
+        case WM_ENABLE: Repaint(); return 0;
         case WM_SETFOCUS: OnFocus(true); return 0;
         case WM_KILLFOCUS: OnFocus(false); return 0;
         case WM_CTLCOLORSTATIC:
@@ -107,7 +107,6 @@ std::optional<LRESULT> CWindow::DispatchInput(UINT message, WPARAM wParam, LPARA
         case WM_LBUTTONDOWN: OnLeftDown(point, keys); return 0;
         case WM_LBUTTONUP: OnLeftUp(point, keys); return 0;
         case WM_LBUTTONDBLCLK: OnDoubleClick(point, keys); return 0;
-        case WM_RBUTTONUP: OnRightUp(point, keys); return std::nullopt;  // Windows makes WM_CONTEXTMENU of it
         case WM_CAPTURECHANGED: OnCaptureLost(); return 0;
         case WM_MOUSEWHEEL: OnWheel(GET_WHEEL_DELTA_WPARAM(wParam), false); return 0;
         case WM_MOUSEHWHEEL: OnWheel(GET_WHEEL_DELTA_WPARAM(wParam), true); return 0;

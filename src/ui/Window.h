@@ -51,7 +51,6 @@ protected:
     virtual void OnSize(int /*width*/, int /*height*/) {}
     virtual void OnTimer(UINT_PTR /*id*/) {}
     virtual void OnCommand(int /*id*/, int /*notification*/) {}
-    virtual void OnEnable(bool /*enabled*/) { Repaint(); }
     virtual void OnFocus(bool /*hasFocus*/) { Repaint(); }
     // Mouse positions are in client coordinates; keys: MK_ flags.
     virtual void OnMouseMove(POINT, UINT /*keys*/) {}
@@ -59,7 +58,6 @@ protected:
     virtual void OnLeftDown(POINT, UINT /*keys*/) {}
     virtual void OnLeftUp(POINT, UINT /*keys*/) {}
     virtual void OnDoubleClick(POINT, UINT /*keys*/) {}
-    virtual void OnRightUp(POINT, UINT /*keys*/) {}
     virtual void OnCaptureLost() {}
     // Units of WHEEL_DELTA (120 per notch), above zero away from the user.
     virtual void OnWheel(int /*delta*/, bool /*isHorizontal*/) {}

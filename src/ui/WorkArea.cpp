@@ -33,16 +33,4 @@ RECT CenterIn(const RECT& area, SIZE size) {
     return FitInto({left, top, left + size.cx, top + size.cy}, area);
 }
 
-void CenterWindow(HWND window, HWND owner) {
-    RECT own{};
-    ::GetWindowRect(window, &own);
-    RECT around = MainWorkArea();
-    if (owner && ::IsWindowVisible(owner) && !::IsIconic(owner)) ::GetWindowRect(owner, &around);
-    const LONG left = (around.left + around.right - (own.right - own.left)) / 2;
-    const LONG top = (around.top + around.bottom - (own.bottom - own.top)) / 2;
-    const RECT centered = {left, top, left + own.right - own.left, top + own.bottom - own.top};
-    const RECT place = FitInto(centered, WorkAreaNear(centered));
-    ::SetWindowPos(window, nullptr, place.left, place.top, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
-}
-
 }  // namespace brennvar

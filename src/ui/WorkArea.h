@@ -14,7 +14,4 @@ namespace brennvar {
 // A rectangle of this size in the middle of an area, inside it even when it is too large.
 [[nodiscard]] RECT CenterIn(const RECT& area, SIZE size);
 
-// Puts a window into the middle of its owner, or of the main work area when there is no owner or it is not shown.
-void CenterWindow(HWND window, HWND owner);
-
 }  // namespace brennvar

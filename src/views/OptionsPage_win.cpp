@@ -53,9 +53,11 @@ void OptionsPage::OnCreateContent() {
 }
 
 void OptionsPage::OnPlaceContent(const RECT& place) {
-    const int labelWidth =
-        std::max<int>({Scale(kLabelWidth), m_skinLabel.Measure(0).cx, m_languageLabel.Measure(0).cx});
     const int margin = Scale(kCardMargin);
+    // As wide as the language needs it, while the lists stay in sight.
+    const int room = static_cast<int>(place.right - place.left) - 2 * margin - Scale(kLabelGap + kListWidth);
+    const int wanted = std::max(m_skinLabel.Measure(0).cx, m_languageLabel.Measure(0).cx);
+    const int labelWidth = std::max(Scale(kLabelWidth), std::min(wanted, room));
     const LONG left = place.left + margin;
     const LONG listLeft = left + labelWidth + Scale(kLabelGap);
     const LONG right = listLeft + Scale(kListWidth);

@@ -7,6 +7,7 @@
 #include "support/ObjectCounts_win.h"
 #include "ui/Controls.h"
 #include "ui/ResourceIds.h"
+#include "ui/WorkArea.h"
 
 namespace brennvar {
 namespace {
@@ -140,6 +141,25 @@ TEST_F(ConfirmationDialogTest, IsReachedWithTheKeyboardOnceItIsActive) {
         ::GetClientRect(Item(334), &yes);
         ::GetClientRect(Item(337), &no);
         EXPECT_TRUE(::EqualRect(&yes, &no));
+        ::DestroyWindow(dialogWindow);
+    });
+}
+
+TEST_F(ConfirmationDialogTest, CanBeAnsweredWhateverTheLanguageSays) {
+    for (int i = 0; i < 2500; ++i) question.rememberText += "bad ";
+    question.caption = std::string(200, 'W');
+    question.displayName = question.allowButton = question.adviceLabel = std::string(10'000, 'W');
+    (void)Ask([this] {
+        const RECT area = MainWorkArea();
+        RECT dialog{};
+        ::GetWindowRect(dialogWindow, &dialog);
+        for (const int id : {0, 334, 337, 573, IDCANCEL}) {
+            RECT place{}, both{};
+            ::GetWindowRect(id == 0 ? dialogWindow : Item(id), &place);
+            EXPECT_FALSE(::IsRectEmpty(&place)) << id;
+            ::UnionRect(&both, &place, id == 0 ? &area : &dialog);
+            EXPECT_TRUE(::EqualRect(&both, id == 0 ? &area : &dialog)) << id;
+        }
         ::DestroyWindow(dialogWindow);
     });
 }

@@ -63,6 +63,25 @@ TEST(CButtonTest, PaintsItselfWithoutAPictureOrWithADamagedOne) {
     }
 }
 
+TEST(CButtonTest, KeepsItsPlainSizeWithAPictureThatNobodyCouldUse) {
+    const test::TestSkin skin;
+    test::ControlWindow window;
+    const SIZE plain{Scale(kButton.plainSize.cx), Scale(kButton.plainSize.cy)};
+    struct Row {
+        unsigned frameWidth, height;
+        bool isUsed;
+    };
+    const Row rows[] = {{1, 1, false}, {7, 20, false}, {80, 7, false}, {8, 8, true}, {80, 255, false}};
+    for (const Row& row : rows) {
+        skin.Write("button.png", test::StripFile({kRest, kHot, kPressed}, row.frameWidth, row.height));
+        CButton button;
+        button.Create(window.Window(), kButton, "", 7, skin.MakeLook());
+        EXPECT_EQ(button.Size().cx, row.isUsed ? static_cast<LONG>(row.frameWidth) : plain.cx) << row.height;
+        EXPECT_EQ(button.Size().cy, row.isUsed ? static_cast<LONG>(row.height) : plain.cy) << row.frameWidth;
+        ::DestroyWindow(button.Window());
+    }
+}
+
 TEST(CButtonTest, NotifiesOncePerClickOfAnyKind) {
     const test::TestSkin skin;
     test::ControlWindow window;

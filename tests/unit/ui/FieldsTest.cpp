@@ -75,6 +75,9 @@ TEST(CEditTest, ShowsItsCueWhileEmptyAndKeepsItOutOfTheText) {
         ::SendMessageA(edit.Window(), WM_CHAR, static_cast<WPARAM>(key), 0);
     }
     EXPECT_EQ(edit.Text(), "12");
+    ::SendMessageA(edit.Window(), WM_CHAR, 1, 0);  // Ctrl+A
+    EXPECT_EQ(::SendMessageA(edit.Window(), EM_GETSEL, 0, 0), MAKELRESULT(0, 2));
+    ::SendMessageA(edit.Window(), EM_SETSEL, 2, 2);
     const test::Screenshot typed(edit.Window());
     edit.SetCue("");
     edit.Repaint();

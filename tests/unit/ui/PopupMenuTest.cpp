@@ -76,6 +76,18 @@ TEST_F(CPopupMenuTest, PostsTheCommandLikeAnyMenu) {
     EXPECT_FALSE(::PeekMessageA(&message, m_owner.Window(), WM_COMMAND, WM_COMMAND, PM_REMOVE));
 }
 
+TEST_F(CPopupMenuTest, LeavesAMessageBehindItselfAtTheTray) {
+    Press({VK_DOWN, VK_RETURN});
+    EXPECT_EQ(m_menu.TrackAtTray(m_owner.Window(), kPoint, TPM_RETURNCMD, m_look, nullptr), 1);
+    // Without it the next menu there closes at once.
+    bool hasMessage = false;
+    MSG message{};
+    while (::PeekMessageA(&message, m_owner.Window(), 0, 0, PM_REMOVE | PM_QS_POSTMESSAGE)) {
+        hasMessage = hasMessage || message.message == WM_NULL;
+    }
+    EXPECT_TRUE(hasMessage);
+}
+
 TEST_F(CPopupMenuTest, NamesItsItemsAndHasRoomForThem) {
     std::string names[6];
     LONG width = 0;
@@ -120,6 +132,19 @@ TEST_F(CPopupMenuTest, NamesItsItemsAndHasRoomForThem) {
         return MeasureText(m_owner.Window(), m_fonts.Bold(), text, 0).cx;
     };
     EXPECT_GE(width, widthOf("Exit") + widthOf("Ctrl+X") + Scale(28 + 8 + 24 + 20));
+}
+
+TEST_F(CPopupMenuTest, FitsTheScreenWhateverItsTexts) {
+    m_menu.Add(5, std::string(10'000, 'W'));
+    RECT place{};
+    m_owner.Post([&] {
+        ::GetWindowRect(::FindWindowA("#32768", nullptr), &place);
+        ::PostMessageA(m_owner.Window(), WM_KEYDOWN, VK_ESCAPE, 0);
+    });
+    EXPECT_EQ(m_menu.Track(m_owner.Window(), kPoint, TPM_RETURNCMD, m_look, nullptr), 0);
+    EXPECT_GT(place.right, place.left);
+    EXPECT_GE(place.left, 0);
+    EXPECT_LE(place.right, ::GetSystemMetrics(SM_CXSCREEN));
 }
 
 TEST_F(CPopupMenuTest, LeavesNothingBehind) {

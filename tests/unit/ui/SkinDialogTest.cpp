@@ -154,6 +154,27 @@ TEST_F(MessageDialogTest, HasRoomForEveryText) {
     }
 }
 
+TEST_F(MessageDialogTest, CanBeAnsweredWhateverItsTextIs) {
+    std::string words;
+    for (int i = 0; i < 2500; ++i) words += "bad ";
+    for (const std::string& text : {words, std::string(10'000, 'W')}) {
+        m_message = text;
+        m_owner.Post([this] {
+            const RECT area = MainWorkArea();
+            for (const HWND window : {m_dialog->Window(), m_dialog->Item(IDOK), m_dialog->Item(IDCANCEL)}) {
+                RECT place{}, dialog{}, both{};
+                ::GetWindowRect(window, &place);
+                ::GetWindowRect(m_dialog->Window(), &dialog);
+                ::IntersectRect(&both, &dialog, &area);
+                ::UnionRect(&both, &both, &place);
+                EXPECT_TRUE(::EqualRect(&both, &dialog)) << ::GetDlgCtrlID(window);
+            }
+        });
+        m_owner.PostKey(VK_ESCAPE);
+        EXPECT_FALSE(Ask());
+    }
+}
+
 TEST_F(MessageDialogTest, LeavesNothingBehind) {
     for (const char* cancel : {"", "&Cancel"}) {
         test::ExpectNothingLeftBy([&] {

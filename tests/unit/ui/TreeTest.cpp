@@ -10,6 +10,7 @@
 #include "ui/Controls.h"
 #include "ui/TreeMessages.h"
 #include "ui/VisibleRows.h"
+#include "ui/WorkArea.h"
 
 namespace brennvar {
 namespace {
@@ -338,6 +339,35 @@ TEST_F(CTreeTest, SurvivesRowsThatGoAwayUnseen) {
     EXPECT_EQ(rows.oddQuestions, 0);
 }
 
+TEST_F(CTreeTest, ShowsTheLastOfAsManyRowsAsCanBeCounted) {
+    Make();
+    constexpr int kMost = 2'147'483'647;
+    SetCount(kMost);
+    Press(VK_END);
+    for (const UINT key : {VK_NEXT, VK_DOWN, VK_NEXT}) {
+        Press(key);
+        EXPECT_EQ(tree.FocusedRow(), kMost - 1) << key;
+        EXPECT_EQ(tree.SelectedRow(), kMost - 1) << key;
+    }
+    EXPECT_EQ(tree.FirstVisibleRow() + Ask(kTreeGetVisibleRowCount), kMost);
+    EXPECT_EQ(CellText(kMost - 1, 0), "r2147483646c0");
+    // The last row and the one above it are painted, as selected and not.
+    const auto groundAt = [this](int row) {
+        const LPARAM place = InCell(row, 0, 1, 2);
+        return test::Screenshot(tree.Window()).At(LOWORD(place), HIWORD(place));
+    };
+    const COLORREF selected = groundAt(kMost - 1), plain = groundAt(kMost - 2);
+    EXPECT_NE(selected, plain);
+    ::RedrawWindow(tree.Window(), nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW);
+    EXPECT_EQ(groundAt(kMost - 1), selected);
+    EXPECT_EQ(groundAt(kMost - 2), plain);
+    Press(VK_UP);
+    EXPECT_NE(groundAt(kMost - 1), selected) << "the change is painted";
+    Press('A', {VK_CONTROL});
+    EXPECT_EQ(Ask(kTreeGetSelectedCount), kMost);
+    EXPECT_EQ(groundAt(kMost - 1), selected);
+}
+
 TEST_F(CTreeTest, WheelsAndBarsScroll) {
     Make();
     SetCount(1'000'000);
@@ -446,6 +476,13 @@ TEST_F(CTreeTest, ShowsTheWholeOfACutTextUntilTheMouseMovesOn) {
     Press(VK_DOWN);
     EXPECT_EQ(tip(), "none");
     EXPECT_EQ(hover(3, 1), rows.longText);
+    rows.longText = std::string(65'536, '\n');
+    (void)hover(1, 1);
+    RECT place{};
+    ::GetWindowRect(::FindWindowA("BrennvarTip", nullptr), &place);
+    const RECT work = MainWorkArea();
+    EXPECT_LE(HeightOf(place), HeightOf(work));
+    EXPECT_GE(place.top, work.top);
     ::DestroyWindow(tree.Window());
     EXPECT_EQ(tip(), "none");
     // An owner may go on for a while.

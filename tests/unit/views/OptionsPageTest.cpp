@@ -3,6 +3,7 @@
 #include <string>
 #include <vector>
 
+#include "support/FakeIni.h"
 #include "ui/Controls.h"
 #include "ui/ResourceIds.h"
 #include "views/OptionsPage_win.h"
@@ -57,6 +58,25 @@ TEST_F(OptionsPageTest, ListsInTheGivenOrderWithIndexesAndSelectsExactly) {
     }
     EXPECT_EQ(Ask(IDC_OPTIONS_LANGUAGE, CB_GETCURSEL), 1);
     EXPECT_EQ(TextOfWindow(page.Item(IDC_OPTIONS_SKIN)), "Default");
+}
+
+TEST_F(OptionsPageTest, KeepsItsListsInSightWhateverTheLanguage) {
+    const Language wordy(std::make_unique<test::FakeIni>(
+        test::FakeIni::Values{{"Language/DL_N_201_343", std::string(10'000, 'W')}}));
+    OptionsPage other(fonts, wordy, {},
+                      {.skins = [] { return std::vector<std::string>(); },
+                       .languages = [] { return std::vector<std::string>(); },
+                       .current = [] { return ResourceChoice(); },
+                       .apply = {}});
+    ASSERT_TRUE(other.Create(parent));
+    other.Place({0, 0, 640, 400});
+    for (const int id : {IDC_OPTIONS_SKIN, IDC_OPTIONS_LANGUAGE, IDC_OPTIONS_APPLY_RESOURCES}) {
+        RECT place{};
+        ::GetWindowRect(other.Item(id), &place);
+        ::MapWindowPoints(nullptr, other.Window(), reinterpret_cast<POINT*>(&place), 2);
+        EXPECT_LT(place.left, place.right) << id;
+        EXPECT_LE(place.right, 640) << id;
+    }
 }
 
 TEST_F(OptionsPageTest, ComparesWithWhatWasSentLast) {

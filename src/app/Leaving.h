@@ -1,0 +1,57 @@
+// How the user leaves the program: for good, or to have it started anew with another skin or language.
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <string>
+
+#include "base/Clock.h"
+#include "config/Language.h"
+#include "config/ResourceChoice.h"
+#include "ipc/LinkThread.h"
+#include "ipc/ServiceLink.h"
+#include "tray/SystemTray_win.h"
+#include "ui/Fonts.h"
+
+namespace brennvar {
+
+// User-interface thread only. A question of one of these functions pumps messages; the other one does nothing then.
+class Leaving {
+public:
+    // What is borrowed for the life of the program.
+    struct Parts {
+        const CFonts& fonts;
+        const Language& language;
+        CSystemTray& tray;
+        ServiceLink& link;
+        LinkThread& reads;
+        Clock& clock;
+    };
+    explicit Leaving(const Parts& parts) : m_parts(parts) {}
+
+    // Asks, tells the service and stops the links. True: the window has nothing left to do but to end. mustStay is
+    // looked at after the question, which lets other things begin.
+    [[nodiscard]] bool Exit(HWND window, const std::function<bool()>& mustStay);
+
+    enum class Restart { Refused, NotWanted, Wanted };
+    // Does nothing when the choice of skin and language is the current one. Else it asks about a restart and sends
+    // the choice whatever the answer. Refused: the user is being asked about leaving already, and nothing was sent.
+    // Wanted: the links have stopped, and the window has nothing left to do but to end.
+    [[nodiscard]] Restart ApplyResources(HWND window, const ResourceChoice& current, const ResourceChoice& chosen,
+                                         const std::function<bool()>& isBusy);
+
+private:
+    // OK or Cancel.
+    [[nodiscard]] bool Confirm(HWND window, std::string message) const;
+    void Send(const ResourceChoice& choice);
+    // Takes the program away from the screen: what follows can take a while, and the user is done with it.
+    void LeaveScreen(HWND window);
+    // Lets the last commands arrive.
+    void StopLinks();
+    void WaitUntilWritten(const ResourceChoice& choice);
+
+    const Parts m_parts;
+    bool m_isLeaving = false;  // or asking whether to
+};
+
+}  // namespace brennvar
