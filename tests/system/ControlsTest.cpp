@@ -122,7 +122,7 @@ protected:
         return window != nullptr ? ::GetDlgCtrlID(window) : 0;
     }
     [[nodiscard]] bool WaitForFocus(int id) const {
-        return WaitUntil([&] { return FocusedId() == id; });
+        return WaitUntil([&] { return FocusedId() == id; }, kBrief);
     }
     [[nodiscard]] bool SetFocusTo(int id) const {
         ::PostMessageA(m_dialog, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(Item(id)), TRUE);
@@ -162,10 +162,12 @@ protected:
     // Presses a key that opens the menu of the list, and waits for it.
     [[nodiscard]] static bool OpenMenu() {
         Press({VK_APPS});
-        return WaitUntil([] {
-            const HWND menu = ::FindWindowA(kMenuClass, nullptr);
-            return menu != nullptr && ::IsWindowVisible(menu);
-        });
+        return WaitUntil(
+            [] {
+                const HWND menu = ::FindWindowA(kMenuClass, nullptr);
+                return menu != nullptr && ::IsWindowVisible(menu);
+            },
+            kBrief);
     }
 
     // What comes after a key comes at once; a test that has failed need not wait for ever.
@@ -178,13 +180,13 @@ protected:
 TEST_F(ControlsTest, TabVisitsEveryControlAndShiftTabGoesBack) {
     const int order[] = {kApply, kRemember, kFirstChoice, kMode, kName, kPort, kHost, kRules, IDOK, IDCANCEL};
     for (const int id : order) {
-        EXPECT_TRUE(WaitForFocus(id)) << id << " is wanted, it is at " << FocusedId();
+        ASSERT_TRUE(WaitForFocus(id)) << id << " is wanted, it is at " << FocusedId();
         Press({VK_TAB});
     }
     EXPECT_TRUE(WaitForFocus(kApply)) << "it goes round: " << FocusedId();
     for (auto id = std::rbegin(order); id != std::rend(order); ++id) {
         PressWith(VK_SHIFT, VK_TAB);
-        EXPECT_TRUE(WaitForFocus(*id)) << *id << " is wanted, it is at " << FocusedId();
+        ASSERT_TRUE(WaitForFocus(*id)) << *id << " is wanted, it is at " << FocusedId();
     }
     EXPECT_TRUE(Happened({})) << "nothing is changed on the way";
 }
@@ -221,9 +223,9 @@ TEST_F(ControlsTest, SpaceAndClicksWorkButtonsAndCheckBoxes) {
     EXPECT_TRUE(Happened({"button 201 clicked"}));
     // Pressed and left: no click.
     PressMouse(Item(kApply), MAKELPARAM(20, 10));
-    ASSERT_TRUE(WaitUntil([&] { return (Ask(Item(kApply), BM_GETSTATE) & BST_PUSHED) != 0; }));
+    ASSERT_TRUE(WaitUntil([&] { return (Ask(Item(kApply), BM_GETSTATE) & BST_PUSHED) != 0; }, kBrief));
     DragMouse(Item(kApply), MAKELPARAM(20, 200));
-    EXPECT_TRUE(WaitUntil([&] { return (Ask(Item(kApply), BM_GETSTATE) & BST_PUSHED) == 0; }));
+    EXPECT_TRUE(WaitUntil([&] { return (Ask(Item(kApply), BM_GETSTATE) & BST_PUSHED) == 0; }, kBrief));
     ReleaseMouse(Item(kApply), MAKELPARAM(20, 200));
     Press({VK_TAB});
     EXPECT_TRUE(WaitForFocus(kRemember)) << "all before has been dealt with";
@@ -330,7 +332,9 @@ TEST_F(ControlsTest, AddressBoxTakesAnAddress) {
     ASSERT_TRUE(SetFocusTo(kHost));
     Type("10.1.2.34");
     EXPECT_TRUE(WaitForText(kHost, "10.1.2.34")) << WindowText(box);
-    EXPECT_EQ(Events().back(), "address 251 changed to 10.1.2.34");
+    const std::vector<std::string> events = Events();
+    ASSERT_FALSE(events.empty());
+    EXPECT_EQ(events.back(), "address 251 changed to 10.1.2.34");
     EXPECT_EQ(Ask(box, IPM_ISBLANK), FALSE);
     // Three digits go on to the next number.
     Ask(box, IPM_CLEARADDRESS);
