@@ -94,6 +94,11 @@ protected:
     [[nodiscard]] Rows WaitForRows(int command, int columns, std::size_t count) const {
         return WaitForRows(command, columns, [=](const Rows& rows) { return rows.size() == count; });
     }
+    // A list that is filled while its cells are read one by one answers with some of the old and some of the new.
+    [[nodiscard]] Rows WaitForRows(int command, const Rows& expected) const {
+        return WaitForRows(command, static_cast<int>(expected.front().size()),
+                           [&](const Rows& rows) { return rows == expected; });
+    }
 
     std::string m_data;
     std::optional<StandInProcess> m_service;
@@ -150,7 +155,8 @@ TEST_F(ProductTest, RememberedAnswerBecomesARuleThatAnswersTheNextQuestion) {
     EXPECT_EQ(answers[0], std::string("CONFIRM 276 0:03 4:03 8:01 12:") + kAuroraHex + " 272:9210");
     EXPECT_EQ(answers[1], std::string("CONFIRM 276 0:03 4:03 8:02 12:") + kAuroraHex + " 272:9210");
     EXPECT_EQ(FindProgramWindow(m_interface->Id(), kQuestionCaption), nullptr);
-    EXPECT_EQ(WaitForRows(kApplicationsCommand, 3, 1), (Rows{{"aurora.exe", kAurora, "Allow"}}));
+    const Rows rule = {{"aurora.exe", kAurora, "Allow"}};
+    EXPECT_EQ(WaitForRows(kApplicationsCommand, rule), rule);
 }
 
 TEST_F(ProductTest, NoWithoutRememberingIsAskedAgain) {
@@ -187,7 +193,7 @@ TEST_F(ProductTest, ListsTheDriversConnections) {
                            {"no process associated", "10.1.2.3:49153 -> 93.184.216.34:80", "?"},
                            {"aurora.exe", "10.0.0.2:53", "LISTEN-UDP"},
                            {"aurora.exe", "10.0.0.1:53", "LISTEN-UDP"}};
-    EXPECT_EQ(WaitForRows(kConnectionsCommand, 3, [&](const Rows& rows) { return rows == expected; }), expected);
+    EXPECT_EQ(WaitForRows(kConnectionsCommand, expected), expected);
 }
 
 TEST_F(ProductTest, DeadServiceNeverFreezesTheWindow) {
@@ -224,7 +230,8 @@ TEST_F(ProductTest, AsksAndListsWithoutAServiceAndStaysResponsive) {
                  "--die-after 1");
     StartInterface();
     EXPECT_EQ(m_service->WaitForEnd(), 3);
-    EXPECT_EQ(WaitForRows(kConnectionsCommand, 1, 1), (Rows{{"no process associated"}}));
+    const Rows unknown = {{"no process associated"}};
+    EXPECT_EQ(WaitForRows(kConnectionsCommand, unknown), unknown);
     ASSERT_TRUE(WaitUntil(
         [&] { return WindowText(::GetDlgItem(m_window, kServiceStatus)) == "Firewall service: not reachable"; }));
     for (int question = 1; question <= 2; ++question) {
