@@ -27,7 +27,7 @@ shots=$home/shots
 logs=build/logs
 rm -rf "$home" out/gallery
 mkdir -p "$shots" "$logs" out/gallery
-cp build/windows/tests/gallery/gallery.exe "$home"
+cp build/windows/gallery/gallery.exe "$home"
 ln -s ../../dist/Skins ../../dist/Languages "$home"
 
 cleanup() { stop_wine; stop_display; }

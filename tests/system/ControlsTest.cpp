@@ -103,7 +103,7 @@ class ControlsTest : public ::testing::Test {
 protected:
     void SetUp() override {
         (void)EmptyDataFolder();  // the skin and the language that stand first
-        m_gallery.emplace(Quoted(BuiltProgram(R"(tests\gallery\gallery.exe)")) + " --page events");
+        m_gallery.emplace(Quoted(BuiltProgram(R"(gallery\gallery.exe)")) + " --page events");
         m_dialog = WaitForProgramWindow(m_gallery->Id(), kEventsCaption);
         ASSERT_NE(m_dialog, nullptr);
         ASSERT_TRUE(WaitUntil([&] { return ::GetForegroundWindow() == m_dialog; }));
