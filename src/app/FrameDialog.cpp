@@ -118,7 +118,7 @@ std::optional<LRESULT> FrameDialog::HitTest(POINT screenPoint) const {
 std::optional<LRESULT> FrameDialog::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
         // All of the window is client area, whatever frame its style asks for; nothing of it is painted by Windows.
-        case WM_NCCALCSIZE: return 0;
+        case WM_NCCALCSIZE:
         case WM_NCPAINT: return 0;
         case WM_NCACTIVATE: return TRUE;
         case WM_NCHITTEST: return HitTest({static_cast<short>(LOWORD(lParam)), static_cast<short>(HIWORD(lParam))});
