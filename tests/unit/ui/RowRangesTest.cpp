@@ -34,17 +34,10 @@ TEST(RowRangesTest, HoldsWhatASetOfRowsHolds) {
             const int first = number(30);
             const int last = first + number(6) - 1;
             const bool isAdding = number(2) == 0;
+            isAdding ? rows.Add(first, last) : rows.Remove(first, last);
             for (int row = first; row <= last; ++row) {
-                if (isAdding) {
-                    expected.insert(row);
-                } else {
-                    expected.erase(row);
-                }
-            }
-            if (isAdding) {
-                rows.Add(first, last);
-            } else {
-                rows.Remove(first, last);
+                if (isAdding) expected.insert(row);
+                if (!isAdding) expected.erase(row);
             }
             for (int row = -1; row < 40; ++row) {
                 ASSERT_EQ(rows.Contains(row), expected.contains(row)) << round << ' ' << step << ' ' << row;

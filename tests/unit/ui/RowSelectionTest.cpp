@@ -37,15 +37,9 @@ TEST(RowSelectionTest, ClicksWithControlAndShift) {
     EXPECT_EQ(selection.Rows().Ranges(), (Ranges{{0, 0}}));
 }
 
-TEST(RowSelectionTest, KeysMoveTheFocusAndSpaceToggles) {
+TEST(RowSelectionTest, AllAreSelectedAndCut) {
     RowSelection selection = Multiple();
-    EXPECT_TRUE(selection.MoveTo(2, kPlain));
-    EXPECT_FALSE(selection.MoveTo(4, kControl));
-    EXPECT_EQ(selection.Focused(), 4);
-    EXPECT_FALSE(selection.IsSelected(4));
-    EXPECT_TRUE(selection.ToggleFocused());
-    EXPECT_TRUE(selection.MoveTo(6, kShift));
-    EXPECT_EQ(selection.Rows().Ranges(), (Ranges{{4, 6}}));
+    selection.MoveTo(6, kPlain);
     EXPECT_TRUE(selection.SelectAll(1'000'000));
     EXPECT_FALSE(selection.SelectAll(1'000'000));
     EXPECT_EQ(selection.Rows().Ranges(), (Ranges{{0, 999'999}}));
@@ -58,17 +52,6 @@ TEST(RowSelectionTest, KeysMoveTheFocusAndSpaceToggles) {
     EXPECT_EQ(selection.Focused(), -1);
     EXPECT_FALSE(selection.ToggleFocused());
     EXPECT_FALSE(selection.SelectAll(0));
-}
-
-TEST(RowSelectionTest, OneRowAtMostWhereOneCanBeSelected) {
-    RowSelection selection;
-    selection.Click(3, kPlain);
-    EXPECT_TRUE(selection.Click(5, kControl));
-    EXPECT_TRUE(selection.MoveTo(7, kShift));
-    EXPECT_EQ(selection.Rows().Ranges(), (Ranges{{7, 7}}));
-    EXPECT_FALSE(selection.SelectAll(10));
-    EXPECT_FALSE(selection.ToggleFocused());
-    EXPECT_EQ(selection.Rows().Count(), 1);
 }
 
 TEST(RowSelectionTest, GoesWithItsRows) {

@@ -99,14 +99,6 @@ TEST(SkinImageTest, IsEmptyWithoutAProperFile) {
     EXPECT_EQ(canvas.Colours(), Pixels(16, kGround));
 }
 
-TEST(SkinImageTest, GivesItsImageAwayWhenMoved) {
-    CSkinImage first = CSkinImage::FromBitmap({1, 1, {kRed}});
-    const CSkinImage second = std::move(first);
-    const Canvas canvas(1, 1);
-    second.Draw(canvas.Dc(), 0, 0);
-    EXPECT_EQ(canvas.Colours(), (Pixels{kR}));
-}
-
 TEST(SkinImageTest, StretchesAFrameWithoutItsNeighbours) {
     // Three frames of one column, and one column that is left over.
     const CSkinImage strip = CSkinImage::FromBitmap({4, 1, {kRed, kGreen, kBlue, kRed}});
