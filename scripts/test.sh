@@ -35,16 +35,21 @@ build() {
 # run_tests TITLE PRESET [OPTIONS]: runs the test programs of one flavour and adds their cases to the counts. On the
 # host each case is a test of ctest's own; under Wine each program is, and its cases are in its output.
 run_tests() {
-    local title=$1 preset=$2 log status=0 good bad; shift 2
+    local title=$1 preset=$2 log status=0 good bad started ended; shift 2
     log=$logs/$title.log
     say "running $title tests"
     ctest --test-dir "build/$preset" --verbose --no-tests=error "$@" >"$log" 2>&1 </dev/null || status=$?
     good=$(count_cases PASSED "$log")
     bad=$(count_cases FAILED "$log")
+    # Each program ends with the number of its passed cases; one that does not has crashed, whatever Wine made of its
+    # exit code.
+    started=$(grep -c ': Test command: ' "$log" || true)
+    ended=$(grep -cE '\[  PASSED  \] [0-9]+ test' "$log" || true)
+    if [ "$status" -eq 0 ] && [ "$ended" -lt "$started" ]; then status=1; fi
     if [ "$status" -ne 0 ]; then
         # A program that crashed or hung has not counted its cases.
         [ "$bad" -gt 0 ] || bad=1
-        grep -nE 'FAILED|Failure|ERROR|Exception|Timeout|Not Run' -A 6 "$log" | tail -n 100
+        grep -nE 'FAILED|Failure|ERROR|Exception|Unhandled|Timeout|Not Run' -A 6 "$log" | tail -n 100
         tail -n 15 "$log"
     fi
     passed=$((passed + good)) failed=$((failed + bad))

@@ -91,7 +91,11 @@ public:
         // Blue stands lowest in a bitmap, red in a COLORREF.
         for (COLORREF& pixel : m_pixels) pixel = RGB((pixel >> 16) & 0xFF, (pixel >> 8) & 0xFF, pixel & 0xFF);
     }
-    [[nodiscard]] COLORREF At(int x, int y) const { return m_pixels[static_cast<std::size_t>(y * m_size.cx + x)]; }
+    // CLR_INVALID beside it, and everywhere when there is no such window.
+    [[nodiscard]] COLORREF At(int x, int y) const {
+        if (x < 0 || y < 0 || x >= m_size.cx || y >= m_size.cy) return CLR_INVALID;
+        return m_pixels[static_cast<std::size_t>(y * m_size.cx + x)];
+    }
     [[nodiscard]] int Count(COLORREF colour) const {
         return static_cast<int>(std::count(m_pixels.begin(), m_pixels.end(), colour));
     }
