@@ -59,19 +59,5 @@ TEST(ColumnLayoutTest, DividersMoveWithTheMouse) {
     EXPECT_EQ(WidthsOf(last), (std::vector{100, 200}));
 }
 
-TEST(ColumnLayoutTest, FindsColumnsAndDividers) {
-    const ColumnLayout layout = ThreeColumns();
-    EXPECT_EQ(layout.ColumnAt(-1), ColumnLayout::kNone);
-    EXPECT_EQ(layout.ColumnAt(0), 0);
-    EXPECT_EQ(layout.ColumnAt(99), 0);
-    EXPECT_EQ(layout.ColumnAt(100), 1);
-    EXPECT_EQ(layout.ColumnAt(399), 2);
-    EXPECT_EQ(layout.ColumnAt(400), ColumnLayout::kNone);
-    EXPECT_EQ(layout.DividerAt(96, 4), 0);
-    EXPECT_EQ(layout.DividerAt(95, 4), ColumnLayout::kNone);
-    EXPECT_EQ(layout.DividerAt(403, 4), 2);
-    EXPECT_EQ(ColumnLayout().DividerAt(0, 4), ColumnLayout::kNone);
-}
-
 }  // namespace
 }  // namespace brennvar

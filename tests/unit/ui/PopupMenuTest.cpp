@@ -79,30 +79,6 @@ TEST_F(CPopupMenuTest, LeavesAMessageBehindItselfAtTheTray) {
     EXPECT_TRUE(hasMessage);
 }
 
-TEST_F(CPopupMenuTest, ChoosesByTheLettersOfItsItems) {
-    LRESULT choices[4] = {};
-    m_owner.Post([&] {
-        const HWND window = ::FindWindowA("#32768", nullptr);
-        const auto menu = reinterpret_cast<HMENU>(::SendMessageA(window, 0x01E1, 0, 0));  // MN_GETHMENU
-        // What Windows asks for a letter, where it does not look at the texts of drawn items itself.
-        const auto choose = [&](char letter) {
-            return ::SendMessageA(m_owner.Window(), WM_MENUCHAR, MAKEWPARAM(letter, MF_POPUP),
-                                  reinterpret_cast<LPARAM>(menu));
-        };
-        choices[0] = choose('o');
-        choices[1] = choose('x');
-        ::HiliteMenuItem(m_owner.Window(), menu, 4, MF_BYPOSITION | MF_HILITE);
-        choices[2] = choose('X');
-        choices[3] = choose('w');
-        ::PostMessageA(m_owner.Window(), WM_KEYDOWN, VK_ESCAPE, 0);
-    });
-    EXPECT_EQ(m_menu.Track(m_owner.Window(), kPoint, TPM_RETURNCMD, m_look, nullptr), 0);
-    EXPECT_EQ(choices[0], MAKELRESULT(0, MNC_EXECUTE));
-    EXPECT_EQ(choices[1], MAKELRESULT(4, MNC_SELECT)) << "two have this letter";
-    EXPECT_EQ(choices[2], MAKELRESULT(5, MNC_SELECT));
-    EXPECT_EQ(choices[3], MAKELRESULT(0, MNC_IGNORE)) << "behind an ampersand that is shown";
-}
-
 TEST_F(CPopupMenuTest, FitsTheScreenWhateverItsTexts) {
     m_menu.Add(5, std::string(10'000, 'W'));
     RECT place{};

@@ -129,16 +129,5 @@ TEST(SkinImageTest, DrawsPartsWithOpacityAndCutsThemToTheImage) {
     EXPECT_EQ(colours[2], kB);
 }
 
-TEST(SkinImageTest, KeepsCornersInNinePieces) {
-    const CSkinImage image =
-        CSkinImage::FromBitmap({3, 3, {kRed, kGreen, kRed, kGreen, kBlue, kGreen, kRed, kGreen, kRed}});
-    const Canvas canvas(5, 4);
-    image.DrawNine(canvas.Dc(), {0, 0, 5, 4}, {1, 1, 1, 1});
-    EXPECT_EQ(canvas.Row(0), (Pixels{kR, kG, kG, kG, kR}));
-    EXPECT_EQ(canvas.Row(1), (Pixels{kG, kB, kB, kB, kG}));
-    EXPECT_EQ(canvas.Row(2), canvas.Row(1));
-    EXPECT_EQ(canvas.Row(3), canvas.Row(0));
-}
-
 }  // namespace
 }  // namespace brennvar

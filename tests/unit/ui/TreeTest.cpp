@@ -131,20 +131,6 @@ TEST_F(CTreeTest, AnswersNothingAboutRowsThatDoNotExist) {
     EXPECT_EQ(rows.oddQuestions, 0);
 }
 
-TEST_F(CTreeTest, TypingGoesToTheRowThatBeginsSo) {
-    Make();
-    SetCount(30);
-    const auto type = [&](const char* text) {
-        for (; *text; ++text) ::SendMessageA(tree.Window(), WM_CHAR, static_cast<WPARAM>(*text), 0);
-        return tree.SelectedRow();
-    };
-    EXPECT_EQ(type("R2"), 2);
-    EXPECT_EQ(type("5"), 25);
-    EXPECT_EQ(type("x"), 25);  // no such row
-    SetCount(20'000);
-    EXPECT_EQ(type("r1"), 25);  // too many to look through
-}
-
 TEST_F(CTreeTest, CopiesSelectedRowsAsLinesOfCells) {
     Make();
     SetCount(1'000'000);
@@ -334,31 +320,6 @@ TEST_F(CTreeTest, ScrolledPicturesAreThoseThatArePaintedAnew) {
         tree.Repaint();
         ASSERT_TRUE(partly == test::Screenshot(tree.Window())) << round;
     }
-}
-
-TEST_F(CTreeTest, HeadersAreClickedAndColumnsDragged) {
-    Make();
-    SetCount(3);
-    std::vector<int> clicked;
-    int widthChanges = 0;
-    tree.events.headerClicked = [&](int column) { clicked.push_back(column); };
-    tree.events.widthsChanged = [&] { ++widthChanges; };
-    const int rest = 400 - 4 - 120 - 80;
-    EXPECT_EQ(tree.ColumnWidths(), (std::vector{120, rest, 80}));
-    Click(MAKELPARAM(200, 10));
-    Mouse(WM_LBUTTONDOWN, MAKELPARAM(50, 10));  // released elsewhere: no click
-    Mouse(WM_LBUTTONUP, MAKELPARAM(50, 100));
-    EXPECT_EQ(clicked, std::vector{1});
-    Mouse(WM_LBUTTONDOWN, MAKELPARAM(123, 10));  // a pixel beside the divider
-    Mouse(WM_MOUSEMOVE, MAKELPARAM(153, 10));
-    Mouse(WM_LBUTTONUP, MAKELPARAM(153, 10));
-    EXPECT_EQ(tree.ColumnWidths(), (std::vector{150, rest - 30, 80}));
-    EXPECT_EQ(widthChanges, 1);
-    tree.SetColumnWidths(std::vector{200, 1, 300});
-    EXPECT_EQ(tree.ColumnWidths(), (std::vector{200, 60, 300}));  // wider than the list
-    Mouse(WM_MOUSEHWHEEL, 0, MAKEWPARAM(0, WHEEL_DELTA));
-    EXPECT_EQ(Ask(kTreeGetCellRightBottom, 0, 2) & 0xFFFF, 398);
-    EXPECT_EQ(clicked.size(), 1U);
 }
 
 TEST_F(CTreeTest, ShowsTheWholeOfACutTextUntilTheMouseMovesOn) {
