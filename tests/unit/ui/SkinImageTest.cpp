@@ -116,18 +116,5 @@ TEST(SkinImageTest, StretchesAFrameWithoutItsNeighbours) {
     }
 }
 
-TEST(SkinImageTest, DrawsPartsWithOpacityAndCutsThemToTheImage) {
-    const CSkinImage image = CSkinImage::FromBitmap({2, 1, {kRed, kBlue}});
-    const Canvas canvas(3, 1);
-    image.DrawPart(canvas.Dc(), {0, 0, 1, 1}, {1, 0, 2, 1}, 0);  // invisible
-    image.DrawPart(canvas.Dc(), {1, 0, 2, 1}, {1, 0, 2, 1}, 128);
-    image.DrawPart(canvas.Dc(), {2, 0, 3, 1}, {1, -5, 20, 30});
-    const Pixels colours = canvas.Colours();
-    EXPECT_EQ(colours[0], kGround);
-    EXPECT_NEAR(colours[1] & 0xFF, 0xA0U, 1U);
-    EXPECT_NEAR(colours[1] >> 16, 0x20U, 1U);
-    EXPECT_EQ(colours[2], kB);
-}
-
 }  // namespace
 }  // namespace brennvar
