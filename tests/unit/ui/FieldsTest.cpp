@@ -31,28 +31,6 @@ TEST(CEditTest, TakesOverAFieldOfATemplateWithoutItsBorder) {
     EXPECT_NE(test::Screenshot(control).Count(Palette().list), 0);
 }
 
-TEST(CEditTest, ShowsItsCueWhileEmptyAndKeepsItOutOfTheText) {
-    const test::TestSkin skin;
-    test::ControlWindow window;
-    CEdit edit;
-    edit.Create(window.Window(), "", ES_AUTOHSCROLL | ES_NUMBER, 7, skin.MakeLook());
-    edit.Place({0, 0, 80, FieldHeight()});
-    const test::Screenshot empty(edit.Window());
-    edit.SetCue("Search");
-    const test::Screenshot cue(edit.Window());
-    EXPECT_FALSE(cue == empty);
-    EXPECT_EQ(edit.Text(), "");
-    for (const char key : {'1', '2'}) ::SendMessageA(edit.Window(), WM_CHAR, static_cast<WPARAM>(key), 0);
-    const test::Screenshot typed(edit.Window());
-    edit.SetCue("");
-    edit.Repaint();
-    EXPECT_TRUE(test::Screenshot(edit.Window()) == typed) << "nothing of the cue is left";
-    edit.SetCue("Search");
-    ::SendMessageA(edit.Window(), WM_CHAR, VK_BACK, 0);
-    ::SendMessageA(edit.Window(), WM_CHAR, VK_BACK, 0);
-    EXPECT_TRUE(test::Screenshot(edit.Window()) == cue);
-}
-
 TEST(CComboBoxTest, KeepsEveryByteOfItsTextsItsHeightAndStaysHidden) {
     const test::TestSkin skin;
     test::ControlWindow window;

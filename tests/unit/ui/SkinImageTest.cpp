@@ -88,15 +88,6 @@ TEST(SkinImageTest, IsEmptyWithoutAProperFile) {
     wbmp.resize(8 << 20);
     EXPECT_TRUE(CSkinImage::Load(folder.Write("eight.wbmp", wbmp)));
     EXPECT_FALSE(CSkinImage::Load(folder.Write("more.wbmp", wbmp + "x")));
-
-    const CSkinImage none = CSkinImage::FromBitmap({});
-    EXPECT_FALSE(none);
-    const Canvas canvas(4, 4);
-    none.Draw(canvas.Dc(), 0, 0);
-    none.DrawPart(canvas.Dc(), {0, 0, 4, 4}, {0, 0, 1, 1});
-    none.DrawFrame(canvas.Dc(), {0, 0, 4, 4}, 0, 3);
-    none.DrawNine(canvas.Dc(), {0, 0, 4, 4}, {1, 1, 1, 1});
-    EXPECT_EQ(canvas.Colours(), Pixels(16, kGround));
 }
 
 TEST(SkinImageTest, StretchesAFrameWithoutItsNeighbours) {
