@@ -10,21 +10,6 @@ namespace {
 
 constexpr COLORREF kRest = RGB(10, 20, 30), kHot = RGB(40, 50, 60), kPressed = RGB(70, 80, 90);
 
-TEST(CButtonTest, PaintsItselfWithoutAPictureOrWithADamagedOne) {
-    const test::TestSkin skin;
-    skin.Write("button_close.png", test::StripFile({kRest, kHot, kPressed}, 30, 20).substr(0, 40));
-    test::ControlWindow window;
-    for (const ButtonKind* kind : {&kButtonDialog, &kButtonClose, &kButtonMin, &kButtonMenuStatistics}) {
-        CButton button;
-        button.Create(window.Window(), *kind, "Text", 7, skin.MakeLook());
-        EXPECT_EQ(button.Size().cx, Scale(kind->plainSize.cx)) << kind->imageKey;
-        const test::Screenshot shot(button.Window());
-        EXPECT_EQ(shot.Count(test::ControlWindow::kGround), 0) << kind->imageKey;
-        EXPECT_GT(shot.Count(RGB(255, 255, 255)), 0) << "text or glyph of " << kind->imageKey;
-        ::DestroyWindow(button.Window());
-    }
-}
-
 TEST(CButtonTest, TakesSizeAndStatesFromAPictureThatCanBeUsed) {
     const test::TestSkin skin;
     test::ControlWindow window;

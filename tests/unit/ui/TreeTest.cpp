@@ -21,7 +21,6 @@ public:
     int count = 0;
     bool throws = false;
     bool hasChecks = false;
-    std::vector<int> checked;
     std::string longText;
     VisibleRows visible;
     bool isTree = false;
@@ -42,9 +41,7 @@ public:
         TreeCell cell;
         cell.text = "r" + std::to_string(entry) + "c" + std::to_string(column);
         if (column == 1 && !longText.empty()) cell.text = longText;
-        if (column == 1 && hasChecks) {
-            cell.checked = std::find(checked.begin(), checked.end(), entry) != checked.end();
-        }
+        if (column == 1 && hasChecks) cell.checked = false;
         return cell;
     }
     [[nodiscard]] TreeRow Row(int row) const override {
@@ -103,9 +100,9 @@ protected:
     void Mouse(UINT message, LPARAM place, WPARAM keys = 0) const {
         ::SendMessageA(tree.Window(), message, keys, place);
     }
-    void Click(LPARAM place, WPARAM keys = 0) const {
-        Mouse(WM_LBUTTONDOWN, place, keys | MK_LBUTTON);
-        Mouse(WM_LBUTTONUP, place, keys);
+    void Click(LPARAM place) const {
+        Mouse(WM_LBUTTONDOWN, place, MK_LBUTTON);
+        Mouse(WM_LBUTTONUP, place);
     }
     // The left top corner of a cell, and so many pixels to the right and below.
     [[nodiscard]] LPARAM InCell(int row, int column, int right = 10, int below = 10) const {
@@ -141,31 +138,6 @@ TEST_F(CTreeTest, CopiesSelectedRowsAsLinesOfCells) {
     tree.SelectRow(-1);
     tree.CopySelection();  // nothing to copy: what is there stays
     EXPECT_EQ(clipboard(), all);
-}
-
-TEST_F(CTreeTest, ClicksOnBoxesSelectNothing) {
-    Make();
-    rows.hasChecks = true;
-    SetCount(20);
-    std::string events;
-    tree.events.checkToggled = [&](int row, int column, bool isChecked) {
-        events += "check" + std::to_string(row) + std::to_string(column) + (isChecked ? "on " : "off ");
-        rows.checked = isChecked ? std::vector{row} : std::vector<int>{};
-    };
-    const auto check = static_cast<LPARAM>(Ask(kTreeGetCheckPosition, 4, 1));
-    Click(check);
-    EXPECT_EQ(Ask(kTreeGetCheck, 4, 1), 1);
-    Mouse(WM_LBUTTONDBLCLK, check);  // a second quick click is one more
-    Mouse(WM_LBUTTONUP, check);
-    EXPECT_EQ(Ask(kTreeGetCheck, 4, 1), 0);
-    Mouse(WM_LBUTTONDOWN, check);  // left before it is released
-    Mouse(WM_LBUTTONUP, InCell(4, 0));
-    Mouse(WM_LBUTTONDOWN, check);  // another row is there meanwhile
-    rows.hasChecks = false;
-    Mouse(WM_LBUTTONUP, check);
-    rows.hasChecks = true;
-    EXPECT_EQ(events, "check41on check41off ");
-    EXPECT_EQ(selections, 0);
 }
 
 TEST_F(CTreeTest, SelectionStaysWithItsEntryWhenParentsClose) {
