@@ -40,14 +40,6 @@ public:
         m_notifications.clear();
         return static_cast<int>(count);
     }
-    // Lets the window deal with one message as a dialog would.
-    void Press(UINT key) const {
-        MSG message{};
-        message.hwnd = ::GetFocus();
-        message.message = WM_KEYDOWN;
-        message.wParam = key;
-        if (!::IsDialogMessageA(Window(), &message)) ::DispatchMessageA(&message);
-    }
     std::function<void()> onCommand = [] {};
 
 private:

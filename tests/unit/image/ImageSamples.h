@@ -6,6 +6,7 @@
 #include <string>
 #include <string_view>
 
+#include "image/DecodeImage.h"
 #include "support/HexBytes.h"
 
 namespace brennvar::test {
@@ -98,6 +99,12 @@ inline std::vector<std::byte> StoredPng(std::uint32_t width, std::uint32_t heigh
                              PngChunk("IDAT", stored) + PngChunk("IEND", "");
     const auto bytes = std::as_bytes(std::span(file));
     return {bytes.begin(), bytes.end()};
+}
+
+// None: the file is refused.
+inline std::vector<std::uint32_t> PixelsOf(const std::vector<std::byte>& file) {
+    const auto bitmap = DecodeImage(file);
+    return bitmap ? bitmap->pixels : std::vector<std::uint32_t>{};
 }
 
 }  // namespace brennvar::test

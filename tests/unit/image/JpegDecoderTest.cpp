@@ -3,7 +3,6 @@
 #include <cstdlib>
 #include <string>
 
-#include "image/DecodeImage.h"
 #include "unit/image/ImageSamples.h"
 
 namespace brennvar {
@@ -26,23 +25,17 @@ void ExpectAll(const Bitmap& bitmap, std::uint32_t expected) {
     for (const std::uint32_t pixel : bitmap.pixels) ASSERT_TRUE(IsNear(pixel, expected)) << std::hex << pixel;
 }
 
-TEST(JpegDecoderTest, DecodesColours) {
-    const auto bitmap = Decode(std::string(test::kRgbJpeg));
-    ASSERT_TRUE(bitmap);
-    ASSERT_EQ(bitmap->width, 16);
-    ASSERT_EQ(bitmap->height, 8);
-    for (int i = 0; i < 16 * 8; ++i) {
-        ASSERT_TRUE(IsNear(bitmap->pixels[static_cast<std::size_t>(i)], i % 16 < 8 ? 0xFFC81E3C : 0xFF1428DC)) << i;
-    }
-}
-
-TEST(JpegDecoderTest, DecodesProgressiveGrey) {
-    const auto bitmap = Decode(std::string(test::kGreyJpegHead) + std::string(test::kGreyJpegScans));
-    ASSERT_TRUE(bitmap);
-    ASSERT_EQ(bitmap->width, 8);
-    ASSERT_EQ(bitmap->height, 16);
-    for (int i = 0; i < 8 * 16; ++i) {
-        ASSERT_TRUE(IsNear(bitmap->pixels[static_cast<std::size_t>(i)], i < 8 * 8 ? 0xFF282828 : 0xFFC8C8C8)) << i;
+TEST(JpegDecoderTest, DecodesColoursAndProgressiveGrey) {
+    const auto colours = Decode(std::string(test::kRgbJpeg));
+    const auto grey = Decode(std::string(test::kGreyJpegHead) + std::string(test::kGreyJpegScans));
+    ASSERT_TRUE(colours && grey);
+    ASSERT_EQ(colours->width, 16);
+    ASSERT_EQ(grey->width, 8);
+    ASSERT_EQ(colours->pixels.size(), 128U);
+    ASSERT_EQ(grey->pixels.size(), 128U);
+    for (std::size_t i = 0; i < 128; ++i) {
+        ASSERT_TRUE(IsNear(colours->pixels[i], i % 16 < 8 ? 0xFFC81E3C : 0xFF1428DC)) << i;
+        ASSERT_TRUE(IsNear(grey->pixels[i], i < 64 ? 0xFF282828 : 0xFFC8C8C8)) << i;
     }
 }
 

@@ -4,20 +4,10 @@
 
 #include <climits>
 
+#include "image/StateStrip.h"
+
 namespace brennvar {
 namespace {
-
-TEST(NinePiecesTest, KeepsCornersAndStretchesTheRest) {
-    const auto pieces = NinePieces(10, 8, {100, 200, 50, 40}, {3, 2, 1, 4});
-    EXPECT_EQ(pieces[0].from, (ImageRect{0, 0, 3, 2}));  // upper left
-    EXPECT_EQ(pieces[0].to, (ImageRect{100, 200, 3, 2}));
-    EXPECT_EQ(pieces[4].from, (ImageRect{3, 2, 6, 2}));  // middle
-    EXPECT_EQ(pieces[4].to, (ImageRect{103, 202, 46, 34}));
-    EXPECT_EQ(pieces[5].from, (ImageRect{9, 2, 1, 2}));  // right edge
-    EXPECT_EQ(pieces[5].to, (ImageRect{149, 202, 1, 34}));
-    EXPECT_EQ(pieces[8].from, (ImageRect{9, 4, 1, 4}));  // lower right
-    EXPECT_EQ(pieces[8].to, (ImageRect{149, 236, 1, 4}));
-}
 
 TEST(NinePiecesTest, CoversEveryPixelOnceWhateverTheBorders) {
     const ImageBorders rows[] = {{0, 0, 0, 0},   {3, 3, 3, 3},       {6, 6, 2, 2},
@@ -34,6 +24,28 @@ TEST(NinePiecesTest, CoversEveryPixelOnceWhateverTheBorders) {
             }
             EXPECT_EQ(area, size * size) << borders.left << ", " << size;
         }
+    }
+}
+
+TEST(StateStripTest, CutsFramesByIntegerDivision) {
+    struct Row {
+        int width, height, frame, count;
+        ImageRect expected;
+    };
+    const Row rows[] = {
+        {90, 20, 2, 3, {60, 0, 30, 20}},
+        {92, 20, 2, 3, {60, 0, 30, 20}},  // two columns are left over
+        {3, 1, 1, 3, {1, 0, 1, 1}},
+        {90, 20, 0, 1, {0, 0, 90, 20}},
+        {2, 20, 0, 3, {}},  // narrower than its frames
+        {90, 20, 3, 3, {}},
+        {90, 20, -1, 3, {}},
+        {90, 20, 0, 0, {}},
+        {90, 0, 0, 3, {}},
+    };
+    for (const Row& row : rows) {
+        EXPECT_EQ(FrameRect(row.width, row.height, row.frame, row.count), row.expected)
+            << row.width << " / " << row.count << ", frame " << row.frame;
     }
 }
 

@@ -2,21 +2,16 @@
 
 #include <string>
 
-#include "image/DecodeImage.h"
 #include "unit/image/ImageSamples.h"
 
 namespace brennvar {
 namespace {
 
 using namespace std::string_literals;
+using test::PixelsOf;
 using test::PngChunk;
 using test::StoredPng;
 using Pixels = std::vector<std::uint32_t>;
-
-Pixels PixelsOf(const std::vector<std::byte>& file) {
-    const auto bitmap = DecodeImage(file);
-    return bitmap ? bitmap->pixels : Pixels{};
-}
 
 TEST(PngDecoderTest, DecodesACompressedPalette) {
     const auto bitmap = DecodeImage(test::FromHex(test::kPalettePng));
@@ -35,11 +30,8 @@ TEST(PngDecoderTest, DecodesEveryColourTypePremultiplied) {
     };
     const Row rows[] = {
         {"grey 1", 3, "\1\0\0"s, "\xA0"s, "", {0xFFFFFFFF, 0xFF000000, 0xFFFFFFFF}},
-        {"grey 2", 4, "\2\0\0"s, "\x1B"s, "", {0xFF000000, 0xFF555555, 0xFFAAAAAA, 0xFFFFFFFF}},
-        {"grey 8", 2, "\x8\0\0"s, "\x12\xFE"s, "", {0xFF121212, 0xFFFEFEFE}},
         {"grey 16", 1, "\x10\0\0"s, "\x80\x80"s, "", {0xFF808080}},
         {"grey 8, 0x12 transparent", 2, "\x8\0\0"s, "\x12\x13"s, PngChunk("tRNS", "\0\x12"s), {0, 0xFF131313}},
-        {"colours 8", 1, "\x8\2\0"s, "\x11\x22\x33"s, "", {0xFF112233}},
         {"colours 16", 1, "\x10\2\0"s, "\x11\x11\x22\x22\x33\x33"s, "", {0xFF112233}},
         // Both are alike in their upper bytes; only the first is the transparent one.
         {"colours 16, one transparent",
@@ -55,9 +47,7 @@ TEST(PngDecoderTest, DecodesEveryColourTypePremultiplied) {
          PngChunk("PLTE", "\x11\x22\x33\x44\x55\x66"s),
          {0xFF112233, 0xFF445566}},
         {"grey with alpha 8", 2, "\x8\4\0"s, "\xFF\x80\xFF\0"s, "", {0x80808080, 0}},
-        {"grey with alpha 16", 1, "\x10\4\0"s, "\xFF\xFF\x80\x80"s, "", {0x80808080}},
         {"colours with alpha 8", 2, "\x8\6\0"s, "\xFF\x80\0\x80\1\2\3\xFF"s, "", {0x80804000, 0xFF010203}},
-        {"colours with alpha 16", 1, "\x10\6\0"s, "\xFF\xFF\x80\x80\0\0\x80\x80"s, "", {0x80804000}},
         {"gamma is not looked at", 1, "\x8\0\0"s, "\x80"s, PngChunk("gAMA", "\0\1\x86\xA0"s), {0xFF808080}},
     };
     for (const Row& row : rows) {

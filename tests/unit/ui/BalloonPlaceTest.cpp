@@ -20,7 +20,6 @@ TEST(BalloonPlaceTest, TakesTheFirstSideWithRoomAndPointsAtTheAnchor) {
         {{490, 109, 510, 129}, {{400, 139, 600, 239}, TipSide::Top, 500}},
         // At the sides of the screen the body moves in, and the tip keeps off its ends.
         {{0, 400, 20, 420}, {{0, 290, 200, 390}, TipSide::Bottom, 18}},
-        {{990, 400, 1000, 420}, {{800, 290, 1000, 390}, TipSide::Bottom, 982}},
         // The notification area: from the edge of the work area.
         {{900, 765, 920, 795}, {{800, 650, 1000, 750}, TipSide::Bottom, 910}},
         {{1100, 900, 1120, 920}, {{800, 650, 1000, 750}, TipSide::Bottom, 982}},

@@ -24,13 +24,6 @@ TEST(ColumnLayoutTest, OneColumnTakesTheRoom) {
     layout.Fit(200);
     EXPECT_EQ(WidthsOf(layout), (std::vector{100, 80, 60}));  // never below its least
     EXPECT_EQ(layout.Total(), 240);
-    layout.Restore(std::vector{150, 7, 1, 99});
-    EXPECT_EQ(WidthsOf(layout), (std::vector{150, 80, 30}));
-    layout.Fit(300);
-    EXPECT_EQ(WidthsOf(layout), (std::vector{150, 120, 30}));
-    layout.Widen(1, 200);
-    layout.Fit(300);
-    EXPECT_EQ(layout.Total(), 380);
 }
 
 TEST(ColumnLayoutTest, DividersMoveWithTheMouse) {
@@ -57,20 +50,6 @@ TEST(ColumnLayoutTest, DividersMoveWithTheMouse) {
     last.Fit(300);
     last.Drag(1, 150);
     EXPECT_EQ(WidthsOf(last), (std::vector{100, 200}));
-}
-
-TEST(ColumnLayoutTest, FindsColumnsAndDividers) {
-    const ColumnLayout layout = ThreeColumns();
-    EXPECT_EQ(layout.ColumnAt(-1), ColumnLayout::kNone);
-    EXPECT_EQ(layout.ColumnAt(0), 0);
-    EXPECT_EQ(layout.ColumnAt(99), 0);
-    EXPECT_EQ(layout.ColumnAt(100), 1);
-    EXPECT_EQ(layout.ColumnAt(399), 2);
-    EXPECT_EQ(layout.ColumnAt(400), ColumnLayout::kNone);
-    EXPECT_EQ(layout.DividerAt(96, 4), 0);
-    EXPECT_EQ(layout.DividerAt(95, 4), ColumnLayout::kNone);
-    EXPECT_EQ(layout.DividerAt(403, 4), 2);
-    EXPECT_EQ(ColumnLayout().DividerAt(0, 4), ColumnLayout::kNone);
 }
 
 }  // namespace

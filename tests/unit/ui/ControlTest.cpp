@@ -85,6 +85,21 @@ TEST(CControlTest, DrawsTextsInTheCharacterSetOfTheLanguage) {
     EXPECT_LT(shown.Count(test::ControlWindow::kGround), 60 * 30);
 }
 
+TEST(CToggleTest, StaysHiddenWhateverChanges) {
+    const test::TestSkin skin;
+    test::ControlWindow window;
+    CCheckBox box;
+    box.Create(window.Window(), "&Text", 7, skin.MakeLook());
+    box.Place({0, 0, 100, 20});
+    ::ShowWindow(box.Window(), SW_HIDE);
+    ::SendMessageA(box.Window(), BM_CLICK, 0, 0);
+    EXPECT_TRUE(box.IsChecked());
+    EXPECT_EQ(window.TakeCount(BN_CLICKED), 1);
+    box.SetText("Other");
+    ::EnableWindow(box.Window(), FALSE);
+    EXPECT_FALSE(::IsWindowVisible(box.Window()));
+}
+
 TEST(CProgressBarTest, FillsItsShareOfTheRange) {
     const test::TestSkin skin;
     test::ControlWindow window;

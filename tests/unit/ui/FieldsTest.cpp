@@ -8,34 +8,6 @@
 namespace brennvar {
 namespace {
 
-void ExpectFrame(HWND control, COLORREF outer, COLORREF inner) {
-    const test::Screenshot shot(control);
-    EXPECT_EQ(shot.At(40, 0), outer);
-    EXPECT_EQ(shot.At(40, 1), inner);
-    EXPECT_EQ(shot.At(0, FieldHeight() / 2), outer);
-    EXPECT_EQ(shot.At(1, FieldHeight() / 2), inner);
-    EXPECT_EQ(shot.Count(test::ControlWindow::kGround), 0);
-}
-
-TEST(CEditTest, FramesItselfAndShowsItsState) {
-    const test::TestSkin skin;
-    const Palette colours;
-    test::ControlWindow window;
-    CEdit edit;
-    edit.Create(window.Window(), "", ES_AUTOHSCROLL, 7, skin.MakeLook());
-    edit.Place({0, 0, 80, FieldHeight()});
-    const RECT client = edit.ClientRect();
-    EXPECT_EQ(client.right, 80 - 2 * (kFieldFrame + FieldPadding()));
-    EXPECT_LT(client.bottom, FieldHeight() - 2 * kFieldFrame) << "a line, in the middle";
-    ExpectFrame(edit.Window(), colours.frame1, colours.frame2);
-    ::SendMessageA(edit.Window(), EM_SETREADONLY, TRUE, 0);
-    EXPECT_EQ(test::Screenshot(edit.Window()).At(70, FieldHeight() / 2), colours.page) << "Windows' part as well";
-    ::SetFocus(edit.Window());
-    EXPECT_EQ(test::Screenshot(edit.Window()).At(40, 0), colours.accent);
-    ::SetFocus(window.Window());
-    EXPECT_EQ(test::Screenshot(edit.Window()).At(40, 0), colours.frame1);
-}
-
 TEST(CEditTest, TakesOverAFieldOfATemplateWithoutItsBorder) {
     const test::TestSkin skin;
     test::ControlWindow window;
@@ -44,36 +16,22 @@ TEST(CEditTest, TakesOverAFieldOfATemplateWithoutItsBorder) {
     {
         CEdit edit;
         edit.Adopt(control, skin.MakeLook());
-        ExpectFrame(control, Palette().frame1, Palette().frame2);
+        EXPECT_EQ(test::Screenshot(control).At(40, 0), Palette().frame1);
+        EXPECT_EQ(test::Screenshot(control).At(40, 1), Palette().frame2);
+        ::SendMessageA(control, EM_SETREADONLY, TRUE, 0);
+        EXPECT_EQ(test::Screenshot(control).At(70, FieldHeight() / 2), Palette().page) << "Windows' part as well";
+        ::SendMessageA(control, EM_SETREADONLY, FALSE, 0);
+        ::SetFocus(control);
+        EXPECT_EQ(test::Screenshot(control).At(40, 0), Palette().accent);
+        ::SetFocus(window.Window());
+        EXPECT_EQ(test::Screenshot(control).At(40, 0), Palette().frame1);
         EXPECT_EQ(edit.Text(), "text");
     }
     ::SetWindowTextA(control, "given back");
     EXPECT_NE(test::Screenshot(control).Count(Palette().list), 0);
 }
 
-TEST(CEditTest, ShowsItsCueWhileEmptyAndKeepsItOutOfTheText) {
-    const test::TestSkin skin;
-    test::ControlWindow window;
-    CEdit edit;
-    edit.Create(window.Window(), "", ES_AUTOHSCROLL | ES_NUMBER, 7, skin.MakeLook());
-    edit.Place({0, 0, 80, FieldHeight()});
-    const test::Screenshot empty(edit.Window());
-    edit.SetCue("Search");
-    const test::Screenshot cue(edit.Window());
-    EXPECT_FALSE(cue == empty);
-    EXPECT_EQ(edit.Text(), "");
-    for (const char key : {'1', '2'}) ::SendMessageA(edit.Window(), WM_CHAR, static_cast<WPARAM>(key), 0);
-    const test::Screenshot typed(edit.Window());
-    edit.SetCue("");
-    edit.Repaint();
-    EXPECT_TRUE(test::Screenshot(edit.Window()) == typed) << "nothing of the cue is left";
-    edit.SetCue("Search");
-    ::SendMessageA(edit.Window(), WM_CHAR, VK_BACK, 0);
-    ::SendMessageA(edit.Window(), WM_CHAR, VK_BACK, 0);
-    EXPECT_TRUE(test::Screenshot(edit.Window()) == cue);
-}
-
-TEST(CComboBoxTest, KeepsEveryByteOfItsTextsAndItsHeight) {
+TEST(CComboBoxTest, KeepsEveryByteOfItsTextsItsHeightAndStaysHidden) {
     const test::TestSkin skin;
     test::ControlWindow window;
     CComboBox combo;
@@ -85,6 +43,7 @@ TEST(CComboBoxTest, KeepsEveryByteOfItsTextsAndItsHeight) {
     EXPECT_EQ(::SendMessageA(combo.Window(), CB_GETITEMHEIGHT, 0, 0), Scale(24));
     std::string high;  // letters of any language's code page
     for (int c = 0x80; c <= 0xFF; ++c) high += static_cast<char>(c);
+    ::ShowWindow(combo.Window(), SW_HIDE);
     EXPECT_EQ(combo.Add("first"), 0);
     EXPECT_EQ(combo.Add(high), 1);
     combo.Select(1);
@@ -92,33 +51,10 @@ TEST(CComboBoxTest, KeepsEveryByteOfItsTextsAndItsHeight) {
     EXPECT_EQ(combo.Text(), high);
     EXPECT_EQ(combo.ItemText(2), "");
     EXPECT_EQ(combo.ItemText(-1), "");
+    EXPECT_FALSE(::IsWindowVisible(combo.Window()));
     combo.Clear();
     EXPECT_EQ(combo.Count(), 0);
     EXPECT_EQ(combo.Selected(), -1);
-}
-
-TEST(CComboBoxTest, PaintsItsListAndStaysHidden) {
-    const test::TestSkin skin;
-    const Palette colours;
-    test::ControlWindow window;
-    CComboBox combo;
-    combo.Create(window.Window(), 7, skin.MakeLook());
-    combo.Place({0, 0, 80, FieldHeight()});
-    for (const char* text : {"a", "b", "c"}) combo.Add(text);
-    combo.Select(1);
-    ExpectFrame(combo.Window(), colours.frame1, colours.frame2);
-    ::SendMessageA(combo.Window(), CB_SHOWDROPDOWN, TRUE, 0);
-    COMBOBOXINFO info{};
-    info.cbSize = sizeof(info);
-    ASSERT_TRUE(::GetComboBoxInfo(combo.Window(), &info));
-    const test::Screenshot list(info.hwndList);
-    EXPECT_EQ(list.At(0, 0), colours.frame1);
-    EXPECT_EQ(list.At(40, Scale(12)), colours.list);
-    EXPECT_EQ(list.At(40, Scale(36)), colours.selection);
-    ::SendMessageA(combo.Window(), CB_SHOWDROPDOWN, FALSE, 0);
-    ::ShowWindow(combo.Window(), SW_HIDE);
-    combo.Select(2);
-    EXPECT_FALSE(::IsWindowVisible(combo.Window()));
 }
 
 }  // namespace

@@ -4,8 +4,6 @@
 
 #include "support/ModalOwner_win.h"
 #include "support/ObjectCounts_win.h"
-#include "ui/Controls.h"
-#include "ui/ListMenu.h"
 
 namespace brennvar {
 namespace {
@@ -79,58 +77,10 @@ TEST_F(CPopupMenuTest, LeavesAMessageBehindItselfAtTheTray) {
     EXPECT_TRUE(hasMessage);
 }
 
-TEST_F(CPopupMenuTest, ChoosesByTheLettersOfItsItems) {
-    LRESULT choices[4] = {};
-    m_owner.Post([&] {
-        const HWND window = ::FindWindowA("#32768", nullptr);
-        const auto menu = reinterpret_cast<HMENU>(::SendMessageA(window, 0x01E1, 0, 0));  // MN_GETHMENU
-        // What Windows asks for a letter, where it does not look at the texts of drawn items itself.
-        const auto choose = [&](char letter) {
-            return ::SendMessageA(m_owner.Window(), WM_MENUCHAR, MAKEWPARAM(letter, MF_POPUP),
-                                  reinterpret_cast<LPARAM>(menu));
-        };
-        choices[0] = choose('o');
-        choices[1] = choose('x');
-        ::HiliteMenuItem(m_owner.Window(), menu, 4, MF_BYPOSITION | MF_HILITE);
-        choices[2] = choose('X');
-        choices[3] = choose('w');
-        ::PostMessageA(m_owner.Window(), WM_KEYDOWN, VK_ESCAPE, 0);
-    });
-    EXPECT_EQ(m_menu.Track(m_owner.Window(), kPoint, TPM_RETURNCMD, m_look, nullptr), 0);
-    EXPECT_EQ(choices[0], MAKELRESULT(0, MNC_EXECUTE));
-    EXPECT_EQ(choices[1], MAKELRESULT(4, MNC_SELECT)) << "two have this letter";
-    EXPECT_EQ(choices[2], MAKELRESULT(5, MNC_SELECT));
-    EXPECT_EQ(choices[3], MAKELRESULT(0, MNC_IGNORE)) << "behind an ampersand that is shown";
-}
-
-TEST_F(CPopupMenuTest, FitsTheScreenWhateverItsTexts) {
-    m_menu.Add(5, std::string(10'000, 'W'));
-    RECT place{};
-    m_owner.Post([&] {
-        ::GetWindowRect(::FindWindowA("#32768", nullptr), &place);
-        ::PostMessageA(m_owner.Window(), WM_KEYDOWN, VK_ESCAPE, 0);
-    });
-    EXPECT_EQ(m_menu.Track(m_owner.Window(), kPoint, TPM_RETURNCMD, m_look, nullptr), 0);
-    EXPECT_GT(place.right, place.left);
-    EXPECT_GE(place.left, 0);
-    EXPECT_LE(place.right, ::GetSystemMetrics(SM_CXSCREEN));
-}
-
 TEST_F(CPopupMenuTest, LeavesNothingBehind) {
     test::ExpectNothingLeftBy([this] { EXPECT_EQ(TrackWith({'B', VK_RETURN}), 21); });
     // The owner is its own again.
     EXPECT_EQ(::SendMessageA(m_owner.Window(), WM_MENUCHAR, 'O', 0), 0);
-}
-
-TEST_F(CPopupMenuTest, ListMenuOffersToCopyOnlyWhatIsSelected) {
-    const auto choose = [this](bool hasSelection, std::initializer_list<WPARAM> keys) {
-        Press(keys);
-        return TrackListMenu(m_owner.Window(), kPoint, m_look, Language(nullptr), hasSelection);
-    };
-    EXPECT_EQ(choose(true, {VK_DOWN, VK_RETURN}), ListCommand::Copy);
-    EXPECT_EQ(choose(false, {VK_DOWN, VK_RETURN, VK_ESCAPE}), ListCommand::None);
-    EXPECT_EQ(choose(false, {VK_UP, VK_RETURN}), ListCommand::Refresh);
-    EXPECT_EQ(choose(true, {VK_DOWN, VK_DOWN, VK_RETURN}), ListCommand::SelectAll);
 }
 
 }  // namespace

@@ -17,11 +17,6 @@ TEST(RowRangesTest, JoinsNeighboursAndPartsWhatIsCut) {
     rows.Remove(999'999, 2'000'000);
     EXPECT_EQ(rows.Ranges(), (Ranges{{0, 9}, {11, 999'998}}));
     EXPECT_EQ(rows.Count(), 999'998);
-    rows.Toggle(10);
-    EXPECT_EQ(rows.Ranges(), (Ranges{{0, 999'998}}));
-    rows.Add(5, 4);
-    rows.Remove(5, 4);
-    EXPECT_EQ(rows.Count(), 999'999);
 }
 
 TEST(RowRangesTest, HoldsWhatASetOfRowsHolds) {

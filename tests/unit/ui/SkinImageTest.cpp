@@ -88,15 +88,6 @@ TEST(SkinImageTest, IsEmptyWithoutAProperFile) {
     wbmp.resize(8 << 20);
     EXPECT_TRUE(CSkinImage::Load(folder.Write("eight.wbmp", wbmp)));
     EXPECT_FALSE(CSkinImage::Load(folder.Write("more.wbmp", wbmp + "x")));
-
-    const CSkinImage none = CSkinImage::FromBitmap({});
-    EXPECT_FALSE(none);
-    const Canvas canvas(4, 4);
-    none.Draw(canvas.Dc(), 0, 0);
-    none.DrawPart(canvas.Dc(), {0, 0, 4, 4}, {0, 0, 1, 1});
-    none.DrawFrame(canvas.Dc(), {0, 0, 4, 4}, 0, 3);
-    none.DrawNine(canvas.Dc(), {0, 0, 4, 4}, {1, 1, 1, 1});
-    EXPECT_EQ(canvas.Colours(), Pixels(16, kGround));
 }
 
 TEST(SkinImageTest, StretchesAFrameWithoutItsNeighbours) {
@@ -114,30 +105,6 @@ TEST(SkinImageTest, StretchesAFrameWithoutItsNeighbours) {
         strip.DrawFrame(canvas.Dc(), {8, 0, 1, 2}, 0, 3);   // nor such a place
         EXPECT_EQ(canvas.Row(0), expected);
     }
-}
-
-TEST(SkinImageTest, DrawsPartsWithOpacityAndCutsThemToTheImage) {
-    const CSkinImage image = CSkinImage::FromBitmap({2, 1, {kRed, kBlue}});
-    const Canvas canvas(3, 1);
-    image.DrawPart(canvas.Dc(), {0, 0, 1, 1}, {1, 0, 2, 1}, 0);  // invisible
-    image.DrawPart(canvas.Dc(), {1, 0, 2, 1}, {1, 0, 2, 1}, 128);
-    image.DrawPart(canvas.Dc(), {2, 0, 3, 1}, {1, -5, 20, 30});
-    const Pixels colours = canvas.Colours();
-    EXPECT_EQ(colours[0], kGround);
-    EXPECT_NEAR(colours[1] & 0xFF, 0xA0U, 1U);
-    EXPECT_NEAR(colours[1] >> 16, 0x20U, 1U);
-    EXPECT_EQ(colours[2], kB);
-}
-
-TEST(SkinImageTest, KeepsCornersInNinePieces) {
-    const CSkinImage image =
-        CSkinImage::FromBitmap({3, 3, {kRed, kGreen, kRed, kGreen, kBlue, kGreen, kRed, kGreen, kRed}});
-    const Canvas canvas(5, 4);
-    image.DrawNine(canvas.Dc(), {0, 0, 5, 4}, {1, 1, 1, 1});
-    EXPECT_EQ(canvas.Row(0), (Pixels{kR, kG, kG, kG, kR}));
-    EXPECT_EQ(canvas.Row(1), (Pixels{kG, kB, kB, kB, kG}));
-    EXPECT_EQ(canvas.Row(2), canvas.Row(1));
-    EXPECT_EQ(canvas.Row(3), canvas.Row(0));
 }
 
 }  // namespace

@@ -1,5 +1,4 @@
-// Dialogs in the skin: the frame that we paint, and the keyboard in the message dialogs.
-#include "ui/SkinDialog.h"
+#include "ui/MessageDialog.h"
 
 #include <gtest/gtest.h>
 
@@ -7,46 +6,11 @@
 
 #include "support/ModalOwner_win.h"
 #include "support/ObjectCounts_win.h"
-#include "ui/Controls.h"
-#include "ui/MessageDialog.h"
-#include "ui/Paint.h"
 #include "ui/ResourceIds.h"
 #include "ui/WorkArea.h"
 
 namespace brennvar {
 namespace {
-
-class SizedDialog final : public CSkinDialog {
-public:
-    SizedDialog(const CFonts& fonts, SIZE size, Kind kind) : CSkinDialog(fonts, kind), m_size(size) {}
-
-private:
-    void OnCreateContent() override { SetContentSize(m_size); }
-    const SIZE m_size;
-};
-
-LRESULT HitTest(HWND window, LONG x, LONG y) {
-    POINT point{x, y};
-    ::ClientToScreen(window, &point);
-    return ::SendMessageA(window, WM_NCHITTEST, 0, MAKELPARAM(point.x, point.y));
-}
-
-TEST(CSkinDialogTest, IsMovedByItsBandAndNotPaintedByWindows) {
-    const CFonts fonts;
-    for (const auto& [kind, band] :
-         {std::pair{CSkinDialog::Kind::Ordinary, 40}, std::pair{CSkinDialog::Kind::Large, 48}}) {
-        SizedDialog dialog(fonts, {300, 200}, kind);
-        ASSERT_TRUE(dialog.CreateModeless(nullptr, IDD_MESSAGE_OK));
-        EXPECT_EQ(HitTest(dialog.Window(), 100, band - 1), HTCAPTION);
-        EXPECT_EQ(HitTest(dialog.Window(), 100, band), HTCLIENT);
-        EXPECT_EQ(::SendMessageA(dialog.Window(), WM_NCLBUTTONDBLCLK, HTCAPTION, 0), 0);
-        EXPECT_FALSE(::IsZoomed(dialog.Window()));
-        // Its close button is the last way out, and Tab does not go there.
-        const HWND close = dialog.Item(IDCANCEL);
-        EXPECT_EQ(TextOfWindow(close), "Close");
-        EXPECT_EQ(::GetWindowLongPtrA(close, GWL_STYLE) & WS_TABSTOP, 0);
-    }
-}
 
 class MessageDialogTest : public testing::Test {
 protected:
