@@ -81,10 +81,6 @@ private:
     void TakeRawString() {
         const int line = m_line;
         const std::size_t open = m_source.find('(', m_at);
-        if (open == std::string_view::npos) {
-            m_at = m_source.size();
-            return;
-        }
         std::string mark = ")";
         mark += m_source.substr(m_at + 2, open - m_at - 2);
         mark += '"';
@@ -109,11 +105,8 @@ private:
                 token.text += m_source[m_at++];
             }
         }
-        if (AtEnd() || m_source[m_at] != '"') {
-            token.isValid = false;
-        } else {
-            ++m_at;
-        }
+        token.isValid = token.isValid && !AtEnd() && m_source[m_at] == '"';
+        if (!AtEnd() && m_source[m_at] == '"') ++m_at;
         m_tokens.push_back(std::move(token));
     }
 
@@ -151,7 +144,7 @@ public:
 
     ScanResult Run() {
         for (std::size_t at = 0; at < m_tokens.size(); ++at) {
-            if (IsName(at, "GetText")) ScanCall(at);
+            if (IsName(at, "GetText") && Is(at + 1, "(") && !HandsTextOn(at + 1)) Take(at + 1, ")");
             if (IsName(at, "Text")) ScanObject(at);
         }
         return std::move(m_result);
@@ -189,17 +182,9 @@ private:
 
     // The text behind the mark that opens at that token, or a fault.
     void Take(std::size_t open, std::string_view close) {
-        if (const std::optional<FoundText> found = ReadPair(open + 1, close)) {
-            m_result.texts.push_back(*found);
-        } else {
-            m_result.faults.push_back("line " + std::to_string(m_tokens[open].line) +
-                                      ": not a number and literals that can be read");
-        }
-    }
-
-    void ScanCall(std::size_t at) {
-        if (!Is(at + 1, "(")) return;
-        if (!HandsTextOn(at + 1)) Take(at + 1, ")");
+        if (const auto found = ReadPair(open + 1, close)) return m_result.texts.push_back(*found);
+        m_result.faults.push_back("line " + std::to_string(m_tokens[open].line) +
+                                  ": not a number and literals that can be read");
     }
 
     // One argument without a literal, but for those of a Text{...}, which is looked at by itself.
