@@ -110,26 +110,16 @@ private:
         m_tokens.push_back(std::move(token));
     }
 
+    // The texts for the user need no other escapes.
     bool TakeEscape(std::string& text) {
-        if (AtEnd()) return false;
-        constexpr std::pair<char, char> kSimple[] = {{'n', '\n'}, {'t', '\t'},  {'r', '\r'},
-                                                     {'"', '"'},  {'\\', '\\'}, {'\'', '\''}};
-        for (const auto& [letter, meaning] : kSimple) {
-            if (m_source[m_at] != letter) continue;
+        constexpr std::pair<char, char> kKnown[] = {{'n', '\n'}, {'t', '\t'}, {'"', '"'}, {'\\', '\\'}};
+        for (const auto& [letter, meaning] : kKnown) {
+            if (AtEnd() || m_source[m_at] != letter) continue;
             text += meaning;
             ++m_at;
             return true;
         }
-        const bool isHex = m_source[m_at] == 'x';
-        if (isHex) ++m_at;
-        unsigned value = 0;
-        const char* const first = m_source.data() + m_at;
-        const char* const last = m_source.data() + (isHex ? m_source.size() : std::min(m_at + 3, m_source.size()));
-        const auto [end, error] = std::from_chars(first, last, value, isHex ? 16 : 8);
-        if (error != std::errc() || value > 0xFF) return false;
-        m_at += static_cast<std::size_t>(end - first);
-        text += static_cast<char>(value);
-        return true;
+        return false;
     }
 
     std::string_view m_source;
