@@ -92,20 +92,7 @@ protected:
     const TempFolder m_installation;
 };
 
-// Of a WBMP: seven bits a byte, all but the last with the highest bit.
-std::string LongNumber(unsigned value) {
-    std::string bytes(1, static_cast<char>(value & 0x7F));
-    while ((value >>= 7) != 0) bytes.insert(bytes.begin(), static_cast<char>(0x80 | (value & 0x7F)));
-    return bytes;
-}
-std::string PlainPicture(unsigned width, unsigned height) {
-    return std::string(2, '\0') + LongNumber(width) + LongNumber(height) +
-           std::string((width + 7) / 8 * height, '\xAA');
-}
-
-std::string Bytes(const std::vector<std::byte>& bytes) {
-    return {reinterpret_cast<const char*>(bytes.data()), bytes.size()};
-}
+using namespace std::string_literals;
 
 TEST_F(HostileTest, IsUsedWithEveryPictureSpoilt) {
     const std::filesystem::path assets = std::filesystem::path(BRENNVAR_SOURCE_FOLDER) / "assets" / "Skins";
@@ -114,15 +101,16 @@ TEST_F(HostileTest, IsUsedWithEveryPictureSpoilt) {
         if (entry.path().extension() == ".png") pictures.push_back(entry.path().filename().string());
     }
     ASSERT_GT(pictures.size(), 20U);
+    const auto jpeg = FromHex(kRgbJpeg);
+    // The last ones are black and white bitmaps: width and height in groups of seven bits, then the rows.
     const struct {
         const char* name;
         std::string content;
     } skins[] = {{"garbage", std::string(5000, '\x5A')},
-                 {"jpeg", Bytes(FromHex(kRgbJpeg))},
-                 {"dot", PlainPicture(1, 1)},
-                 {"line", PlainPicture(16384, 1)},
-                 {"pole", PlainPicture(3, 16384)},
-                 {"huge", PlainPicture(4096, 4096)}};
+                 {"jpeg", {reinterpret_cast<const char*>(jpeg.data()), jpeg.size()}},
+                 {"line", "\0\0\x81\x80\0\1"s + std::string(2048, '\xAA')},
+                 {"pole", "\0\0\3\x81\x80\0"s + std::string(16384, '\xAA')},
+                 {"huge", "\0\0\xA0\0\xA0\0"s + std::string(512 * 4096, '\xAA')}};
     for (const auto& skin : skins) {
         SCOPED_TRACE(skin.name);
         for (const std::string& picture : pictures) {
