@@ -1,16 +1,67 @@
 #include "unit/texts/LanguageFile.h"
 
-#include <algorithm>
+#include <charconv>
 #include <fstream>
 #include <iterator>
-#include <regex>
-#include <sstream>
-#include <utility>
 
 namespace brennvar::test {
 namespace {
 
 constexpr std::string_view kBlanks = " \t";
+constexpr std::string_view kKeyStart = "DL_N_201_";
+
+class Reader {
+public:
+    explicit Reader(std::string content) { m_file.content = std::move(content); }
+
+    LanguageFile Run() {
+        std::string_view rest = m_file.content;
+        while (!rest.empty()) {
+            ++m_line;
+            const std::size_t end = rest.find('\n');
+            std::string_view line = rest.substr(0, end);
+            rest = end == std::string_view::npos ? std::string_view() : rest.substr(end + 1);
+            if (end == std::string_view::npos || !line.ends_with('\r')) Fault("does not end with CR LF");
+            if (line.ends_with('\r')) line.remove_suffix(1);
+            for (const char c : line) {
+                if (static_cast<unsigned char>(c) < 0x20) Fault("holds a control character");
+            }
+            if (!line.empty() && line[0] != ';') TakeLine(line);
+        }
+        if (!m_hasSection) Fault("[Language] is missing");
+        return std::move(m_file);
+    }
+
+private:
+    void Fault(const std::string& what) { m_file.faults.push_back("line " + std::to_string(m_line) + ": " + what); }
+
+    void TakeLine(std::string_view line) {
+        if (line == "[Language]" && !m_hasSection) {
+            m_hasSection = true;
+            return;
+        }
+        const std::size_t sign = line.find('=');
+        int number = 0;
+        const char* const first = line.data() + kKeyStart.size();
+        if (!m_hasSection || sign == std::string_view::npos || !line.starts_with(kKeyStart)) {
+            return Fault("is no key of [Language]");
+        }
+        const auto [end, error] = std::from_chars(first, line.data() + sign, number);
+        if (error != std::errc() || end != line.data() + sign || *first == '0') return Fault("has no number");
+        if (!m_file.texts.empty() && number <= m_file.texts.rbegin()->first) Fault("is not sorted by number");
+        const std::string_view value = line.substr(sign + 1);
+        // Blanks that get lost are not meant, or ought to be in quotes.
+        if (value.find_first_not_of(kBlanks) != 0 || kBlanks.find(value.back()) != std::string_view::npos) {
+            Fault("has no text, or blanks around it");
+        }
+        m_file.texts[number] = IniValue(value);
+    }
+
+    LanguageFile m_file;
+    int m_line = 0;
+    bool m_hasSection = false;
+};
+
 }  // namespace
 
 std::string IniValue(std::string_view value) {
@@ -25,37 +76,7 @@ std::string IniValue(std::string_view value) {
 }
 
 LanguageFile ReadLanguageFile(std::string content) {
-    // Blanks around a text get lost: they are not meant, or ought to be in quotes.
-    static const std::regex kText(R"(DL_N_201_([1-9][0-9]{0,5})=([^ \t].*))");
-    LanguageFile file;
-    file.content = std::move(content);
-    int number = 0;
-    bool hasSection = false;
-    const auto fault = [&](const char* what) {
-        file.faults.push_back("line " + std::to_string(number) + ": " + what);
-    };
-    std::istringstream stream(file.content);
-    for (std::string line; std::getline(stream, line);) {
-        ++number;
-        if (stream.eof() || !line.ends_with('\r')) fault("does not end with CR LF");
-        if (line.ends_with('\r')) line.pop_back();
-        if (std::any_of(line.begin(), line.end(), [](unsigned char c) { return c < 0x20; })) {
-            fault("holds a control character");
-        }
-        if (line.empty() || line[0] == ';') continue;
-        if (line == "[Language]" && !std::exchange(hasSection, true)) continue;
-        std::smatch match;
-        if (!hasSection || !std::regex_match(line, match, kText)) {
-            fault("is no text of [Language]");
-            continue;
-        }
-        const int key = std::stoi(match[1]);
-        if (!file.texts.empty() && key <= file.texts.rbegin()->first) fault("is not sorted by number");
-        if (kBlanks.find(line.back()) != std::string_view::npos) fault("has blanks at its end");
-        file.texts[key] = IniValue(match[2].str());
-    }
-    if (!hasSection) fault("[Language] is missing");
-    return file;
+    return Reader(std::move(content)).Run();
 }
 
 std::string ReadWholeFile(const std::filesystem::path& path) {
