@@ -30,19 +30,7 @@ namespace brennvar::test {
 namespace {
 
 HWND WindowWithControl(int id) {
-    struct Search {
-        int id;
-        HWND found;
-    } search{id, nullptr};
-    ::EnumWindows(
-        [](HWND window, LPARAM parameter) -> BOOL {
-            auto& wanted = *reinterpret_cast<Search*>(parameter);
-            if (!::IsWindowVisible(window) || ::GetDlgItem(window, wanted.id) == nullptr) return TRUE;
-            wanted.found = window;
-            return FALSE;
-        },
-        reinterpret_cast<LPARAM>(&search));
-    return search.found;
+    return FindVisible(nullptr, [=](HWND window) { return ::GetDlgItem(window, id) != nullptr; });
 }
 
 HWND VisibleWindow(const std::string& name) {
@@ -59,12 +47,6 @@ bool WaitForWindow(const std::string& name) {
 bool ListHasRows(HWND window, int rows) {
     const HWND list = FindVisibleChild(window, kTreeClass);
     return list != nullptr && ListRowCount(list) >= rows;
-}
-
-bool OpenPage(HWND window, int number) {
-    DWORD_PTR ignored = 0;
-    return ::SendMessageTimeoutA(window, WM_COMMAND, static_cast<WPARAM>(number), 0, SMTO_NORMAL,
-                                 static_cast<UINT>(std::chrono::milliseconds(kPatience).count()), &ignored) != 0;
 }
 
 bool SizeWindow(HWND window, const std::string& size) {
@@ -118,7 +100,7 @@ bool WritePopups(HWND window, const std::string& path) {
 bool Work(HWND window, const std::string& verb, const std::string& rest) {
     const int number = std::atoi(rest.c_str());
     if (verb == "command") return ::PostMessageA(window, WM_COMMAND, static_cast<WPARAM>(number), 0) != FALSE;
-    if (verb == "page") return OpenPage(window, number);
+    if (verb == "page") return Ask(window, WM_COMMAND, static_cast<WPARAM>(number)) != kNoAnswer;
     if (verb == "enabled") {
         return WaitUntil([&] { return ::IsWindowEnabled(::GetDlgItem(window, number)) != FALSE; });
     }

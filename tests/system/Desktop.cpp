@@ -7,65 +7,57 @@
 #include "ui/TreeMessages.h"
 
 namespace brennvar::test {
-namespace {
 
-struct WindowSearch {
-    DWORD processId;
-    std::string text;      // caption or class
-    HWND other = nullptr;  // not this one
-    HWND found = nullptr;
-};
-
-BOOL CALLBACK MatchProgramWindow(HWND window, LPARAM parameter) {
-    auto& search = *reinterpret_cast<WindowSearch*>(parameter);
-    DWORD processId = 0;
-    ::GetWindowThreadProcessId(window, &processId);
-    if (processId != search.processId || window == search.other || !::IsWindowVisible(window)) return TRUE;
-    char caption[256] = {};
-    ::GetWindowTextA(window, caption, sizeof caption);
-    if (search.text != caption) return TRUE;
-    search.found = window;
-    return FALSE;
-}
-
-BOOL CALLBACK MatchVisibleChild(HWND window, LPARAM parameter) {
-    auto& search = *reinterpret_cast<WindowSearch*>(parameter);
-    char className[128] = {};
-    ::GetClassNameA(window, className, sizeof className);
-    if (search.text != className || !::IsWindowVisible(window)) return TRUE;
-    search.found = window;
-    return FALSE;
-}
-
-LRESULT Ask(HWND window, UINT message, WPARAM wParam = 0, LPARAM lParam = 0) {
-    DWORD_PTR answer = 0;
-    return ::SendMessageTimeoutA(window, message, wParam, lParam, SMTO_NORMAL, 5000, &answer)
-               ? static_cast<LRESULT>(answer)
-               : -1;
-}
-
-}  // namespace
-
-HWND FindProgramWindow(DWORD processId, const std::string& caption, HWND other) {
-    WindowSearch search{.processId = processId, .text = caption, .other = other};
-    ::EnumWindows(MatchProgramWindow, reinterpret_cast<LPARAM>(&search));
+HWND FindVisible(HWND parent, const std::function<bool(HWND)>& fits) {
+    struct Search {
+        const std::function<bool(HWND)>& fits;
+        HWND found;
+    } search{fits, nullptr};
+    const WNDENUMPROC look = [](HWND window, LPARAM parameter) -> BOOL {
+        auto& wanted = *reinterpret_cast<Search*>(parameter);
+        if (::IsWindowVisible(window) && wanted.fits(window)) wanted.found = window;
+        return wanted.found == nullptr;
+    };
+    parent != nullptr ? ::EnumChildWindows(parent, look, reinterpret_cast<LPARAM>(&search))
+                      : ::EnumWindows(look, reinterpret_cast<LPARAM>(&search));
     return search.found;
 }
 
-HWND WaitForProgramWindow(DWORD processId, const std::string& caption) {
+DWORD ProcessOf(HWND window) {
+    DWORD id = 0;
+    ::GetWindowThreadProcessId(window, &id);
+    return id;
+}
+
+HWND FindProgramWindow(DWORD processId, const std::string& caption, HWND other, HWND another) {
+    return FindVisible(nullptr, [&](HWND window) {
+        constexpr DWORD kMenuClass = 0x8000;
+        if (ProcessOf(window) != processId || window == other || window == another) return false;
+        char text[256] = {};
+        ::GetWindowTextA(window, text, sizeof text);
+        return caption.empty() ? ::GetClassLongA(window, GCW_ATOM) != kMenuClass : caption == text;
+    });
+}
+
+HWND WaitForProgramWindow(DWORD processId, const std::string& caption, HWND other, HWND another) {
     HWND window = nullptr;
-    (void)WaitUntil([&] { return (window = FindProgramWindow(processId, caption)) != nullptr; });
+    (void)WaitUntil([&] { return (window = FindProgramWindow(processId, caption, other, another)) != nullptr; });
     return window;
+}
+
+LRESULT Ask(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    constexpr auto kLimitMs = static_cast<UINT>(std::chrono::milliseconds(kPatience).count());
+    DWORD_PTR answer = 0;
+    return ::SendMessageTimeoutA(window, message, wParam, lParam, SMTO_NORMAL, kLimitMs, &answer)
+               ? static_cast<LRESULT>(answer)
+               : kNoAnswer;
 }
 
 std::string WindowText(HWND window) {
     std::string text(8192, '\0');
-    DWORD_PTR length = 0;
-    if (!::SendMessageTimeoutA(window, WM_GETTEXT, text.size(), reinterpret_cast<LPARAM>(text.data()), SMTO_NORMAL,
-                               5000, &length)) {
-        return {};
-    }
-    text.resize(length);
+    const LRESULT length = Ask(window, WM_GETTEXT, text.size(), reinterpret_cast<LPARAM>(text.data()));
+    if (length < 0) return {};
+    text.resize(static_cast<std::size_t>(length));
     return text;
 }
 
@@ -94,9 +86,15 @@ std::vector<std::vector<std::string>> ListRows(HWND list, int columns, int maxRo
 }
 
 HWND FindVisibleChild(HWND parent, const std::string& className) {
-    WindowSearch search{.processId = 0, .text = className};
-    ::EnumChildWindows(parent, MatchVisibleChild, reinterpret_cast<LPARAM>(&search));
-    return search.found;
+    return FindVisible(parent, [&](HWND window) {
+        char name[128] = {};
+        ::GetClassNameA(window, name, sizeof name);
+        return className == name;
+    });
+}
+
+HWND FindVisibleControl(HWND parent, int id) {
+    return FindVisible(parent, [=](HWND window) { return ::GetDlgCtrlID(window) == id; });
 }
 
 std::chrono::milliseconds AnswerTime(HWND window, std::chrono::milliseconds limit) {

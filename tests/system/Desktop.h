@@ -2,6 +2,7 @@
 #pragma once
 
 #include <chrono>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -9,11 +10,22 @@
 
 namespace brennvar::test {
 
-// The visible top-level window of the process with this caption, other than the given one; null when there is none
-// now.
-[[nodiscard]] HWND FindProgramWindow(DWORD processId, const std::string& caption, HWND other = nullptr);
+// The first visible window that fits, of the parent's at any depth or, without one, of the top-level ones; null
+// when there is none now.
+[[nodiscard]] HWND FindVisible(HWND parent, const std::function<bool(HWND)>& fits);
+[[nodiscard]] DWORD ProcessOf(HWND window);
+
+// The visible top-level window of the process with this caption, or any but menus without one, other than the given
+// ones; null when there is none now.
+[[nodiscard]] HWND FindProgramWindow(DWORD processId, const std::string& caption, HWND other = nullptr,
+                                     HWND another = nullptr);
 // The same, waited for; null when it did not come.
-[[nodiscard]] HWND WaitForProgramWindow(DWORD processId, const std::string& caption);
+[[nodiscard]] HWND WaitForProgramWindow(DWORD processId, const std::string& caption, HWND other = nullptr,
+                                        HWND another = nullptr);
+
+// What the window answers; kNoAnswer, which none does, when it has not in good time.
+inline constexpr LRESULT kNoAnswer = -1000;
+LRESULT Ask(HWND window, UINT message, WPARAM wParam = 0, LPARAM lParam = 0);
 
 // The window text, asked of the window itself.
 [[nodiscard]] std::string WindowText(HWND window);
@@ -21,13 +33,15 @@ namespace brennvar::test {
 // Waits until the control is enabled, then presses it (posted, as the dialog may be modal).
 [[nodiscard]] bool PressWhenEnabled(HWND dialog, int controlId);
 
-// Of a list of another process; -1 when it does not answer.
+// Of a list of another process; below zero when it does not answer.
 [[nodiscard]] int ListRowCount(HWND list);
 // The texts of its rows, each cut to so many columns; at most maxRows rows.
 [[nodiscard]] std::vector<std::vector<std::string>> ListRows(HWND list, int columns, int maxRows);
 
 // A visible child of the class, at any depth; null when there is none.
 [[nodiscard]] HWND FindVisibleChild(HWND parent, const std::string& className);
+// The same by its number.
+[[nodiscard]] HWND FindVisibleControl(HWND parent, int id);
 
 // The time that the window takes to answer an empty message; limit when it has not answered by then.
 [[nodiscard]] std::chrono::milliseconds AnswerTime(HWND window, std::chrono::milliseconds limit);

@@ -4,6 +4,7 @@
 #include <fstream>
 #include <vector>
 
+#include "Desktop.h"
 #include "Programs.h"
 #include "base/Handles_win.h"
 
@@ -56,41 +57,19 @@ bool WriteBitmap(const Pixels& pixels, const std::string& path) {
     return file.good();
 }
 
-// A window with something to paint does it now.
-BOOL CALLBACK PaintNow(HWND window, LPARAM) {
-    DWORD_PTR ignored = 0;
-    if (::IsWindowVisible(window)) {
+// Windows with something to paint do it now.
+void PaintAll(DWORD process) {
+    const auto paint = [](HWND window) {
+        DWORD_PTR ignored = 0;
         ::SendMessageTimeoutA(window, WM_PAINT, 0, 0, SMTO_NORMAL, kPaintMs, &ignored);
-    }
-    return TRUE;
-}
-
-BOOL CALLBACK PaintWithChildren(HWND window, LPARAM parameter) {
-    DWORD process = 0;
-    ::GetWindowThreadProcessId(window, &process);
-    if (process != static_cast<DWORD>(parameter)) return TRUE;
-    PaintNow(window, 0);
-    ::EnumChildWindows(window, PaintNow, 0);
-    return TRUE;
-}
-
-struct PlaceSearch {
-    HWND window;
-    DWORD process;
-    int count;
-    RECT place;
-};
-
-BOOL CALLBACK AddPlace(HWND window, LPARAM parameter) {
-    auto& search = *reinterpret_cast<PlaceSearch*>(parameter);
-    DWORD process = 0;
-    ::GetWindowThreadProcessId(window, &process);
-    if (window == search.window || process != search.process || !::IsWindowVisible(window)) return TRUE;
-    const RECT place = PlaceOfWindow(window);
-    if (::IsRectEmpty(&place)) return TRUE;
-    ++search.count;
-    ::UnionRect(&search.place, &search.place, &place);
-    return TRUE;
+        return false;
+    };
+    (void)FindVisible(nullptr, [&](HWND window) {
+        if (ProcessOf(window) != process) return false;
+        paint(window);
+        (void)FindVisible(window, paint);
+        return false;
+    });
 }
 
 // A topmost window may be shown below one that was activated while it opened: the display hears of both by itself.
@@ -113,22 +92,26 @@ RECT PlaceOfWindow(HWND window) {
 }
 
 RECT PlaceOfOthers(HWND window, int& count) {
-    PlaceSearch search{.window = window, .process = 0, .count = 0, .place = {}};
-    ::GetWindowThreadProcessId(window, &search.process);
-    ::EnumWindows(AddPlace, reinterpret_cast<LPARAM>(&search));
-    count = search.count;
-    return search.place;
+    RECT all{};
+    count = 0;
+    (void)FindVisible(nullptr, [&](HWND other) {
+        const RECT place = PlaceOfWindow(other);
+        if (other == window || ProcessOf(other) != ProcessOf(window) || ::IsRectEmpty(&place)) return false;
+        ++count;
+        ::UnionRect(&all, &all, &place);
+        return false;
+    });
+    return all;
 }
 
 bool WritePicture(HWND window, const RECT& place, const std::string& path) {
     // Out of the way, or something is painted as under the mouse.
     ::SetCursorPos(::GetSystemMetrics(SM_CXSCREEN) / 2, ::GetSystemMetrics(SM_CYSCREEN) - 1);
     RaiseAgain(window);
-    DWORD process = 0;
-    ::GetWindowThreadProcessId(window, &process);
+    const DWORD process = ProcessOf(window);
     Pixels pixels;
     const bool isAtRest = WaitUntil([&] {
-        ::EnumWindows(PaintWithChildren, static_cast<LPARAM>(process));
+        PaintAll(process);
         Pixels now = ReadScreen(place);
         const bool isSame = now == pixels;
         pixels = std::move(now);

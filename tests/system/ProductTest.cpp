@@ -4,11 +4,9 @@
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
-#include <optional>
 #include <random>
 
-#include "Desktop.h"
-#include "StandInProcess.h"
+#include "Product.h"
 #include "ui/TreeMessages.h"
 
 namespace brennvar::test {
@@ -16,19 +14,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr char kCaption[] = "Brennvar Personal Firewall";
-constexpr char kRunningMutex[] = "Local\\BrennvarGUI";
-constexpr char kQuestionCaption[] = "Confirm network connection";
-
-// Numbers of commands and controls that automation relies on.
-constexpr int kApplicationsCommand = 439;
-constexpr int kConnectionsCommand = 462;
-constexpr int kExitCommand = 376;
-constexpr int kYes = 334;
-constexpr int kNo = 337;
-constexpr int kRemember = 573;
-constexpr int kMessageText = 340;
-constexpr int kServiceStatus = 920;
+constexpr int kMessageText = 340, kServiceStatus = 920;
 
 // A program that is asked about, and its path in hexadecimal.
 constexpr char kAurora[] = R"(C:\Program Files\Aurora\aurora.exe)";
@@ -39,50 +25,20 @@ void WriteWholeFile(const std::string& path, const std::string& content) {
     std::ofstream(path, std::ios::binary) << content;
 }
 
-class ProductTest : public ::testing::Test {
+class ProductTest : public ProductFixture {
 protected:
-    void SetUp() override {
-        m_data = EmptyDataFolder();
-        ::RegDeleteTreeA(HKEY_CURRENT_USER, R"(Software\Quorlan)");
-    }
-
-    void StartService(const std::vector<std::string>& scenario, const std::string& options = "") {
-        m_service.emplace(scenario, options, m_data);
-        ASSERT_TRUE(m_service->WaitForJournal("EVENT started")) << m_service->Output();
-    }
-
-    // Starts the interface and waits for its window.
-    void StartInterface() {
-        // A second one would only call the first: the one that the last test ended must be gone for good.
-        ASSERT_TRUE(WaitUntil([] { return !UniqueMutex(::OpenMutexA(SYNCHRONIZE, FALSE, kRunningMutex)); }));
-        m_interface.emplace(Quoted(BuiltProgram(R"(src\app\BrennvarGUI.exe)")));
-        m_window = WaitForProgramWindow(m_interface->Id(), kCaption);
-        ASSERT_NE(m_window, nullptr) << (m_interface->IsRunning() ? "it runs" : "it has ended");
-    }
-
-    // Waits until that many records have come in on the channel.
-    [[nodiscard]] bool WaitForRecords(const std::string& channel, std::size_t count) const {
-        return WaitUntil([&] { return m_service->Journal(channel).size() >= count; });
-    }
-
     // Sends the exit command and answers its confirmation with the button of that number.
     [[nodiscard]] bool AskToExit(int button) const {
-        ::PostMessageA(m_window, WM_COMMAND, kExitCommand, 0);
-        HWND confirmation = nullptr;
-        return WaitUntil([&] {
-                   confirmation = FindProgramWindow(m_interface->Id(), kCaption, m_window);
-                   return confirmation != nullptr;
-               }) &&
-               PressWhenEnabled(confirmation, button) && WaitUntil([&] { return !::IsWindow(confirmation); });
+        Command(kExitCommand);
+        return Answer(WaitForOther(), button);
     }
-
-    [[nodiscard]] HWND WaitForQuestion() const { return WaitForProgramWindow(m_interface->Id(), kQuestionCaption); }
+    // Waits for a question and presses that button of it.
+    [[nodiscard]] bool AnswerQuestion(int button) const { return Answer(WaitForQuestion(), button); }
 
     using Rows = std::vector<std::vector<std::string>>;
     // Opens the page and reads its list until the rows are as wanted; the last ones read.
     [[nodiscard]] Rows WaitForRows(int command, int columns, const std::function<bool(const Rows&)>& wanted) const {
-        DWORD_PTR ignored = 0;
-        ::SendMessageTimeoutA(m_window, WM_COMMAND, static_cast<WPARAM>(command), 0, SMTO_NORMAL, 5000, &ignored);
+        Ask(m_window, WM_COMMAND, static_cast<WPARAM>(command));
         Rows rows;
         (void)WaitUntil([&] {
             const HWND list = FindVisibleChild(m_window, kTreeClass);
@@ -99,16 +55,10 @@ protected:
         return WaitForRows(command, static_cast<int>(expected.front().size()),
                            [&](const Rows& rows) { return rows == expected; });
     }
-
-    std::string m_data;
-    std::optional<StandInProcess> m_service;
-    std::optional<RunningProgram> m_interface;
-    HWND m_window = nullptr;
 };
 
 TEST_F(ProductTest, TellsTheServiceWhenItStartsAndWhenItEnds) {
-    StartService({});
-    StartInterface();
+    ASSERT_NO_FATAL_FAILURE(Start({}));
     ASSERT_TRUE(WaitForRecords("COMMAND", 3));
     std::vector<std::string> expected = {"COMMAND 5596 0:18 644:01", "COMMAND 5596 0:0C", "COMMAND 5596 0:0A"};
     EXPECT_EQ(m_service->Journal("COMMAND"), expected);
@@ -126,9 +76,8 @@ TEST_F(ProductTest, TellsTheServiceWhenItStartsAndWhenItEnds) {
 
 TEST_F(ProductTest, RememberedAnswerBecomesARuleThatAnswersTheNextQuestion) {
     const std::string question = std::string("question tcp 10.1.2.3:49152 93.184.216.34:443 4242 ") + kAurora;
-    StartService({"dns 93.184.216.34 www.example.com", std::string("advice allow ") + kAurora, question,
-                  "wait-for-answers 1", question, "wait-for-answers 2"});
-    StartInterface();
+    ASSERT_NO_FATAL_FAILURE(Start({"dns 93.184.216.34 www.example.com", std::string("advice allow ") + kAurora,
+                                   question, "wait-for-answers 1", question, "wait-for-answers 2"}));
     const HWND dialog = WaitForQuestion();
     ASSERT_NE(dialog, nullptr);
     EXPECT_EQ(WindowText(::GetDlgItem(dialog, kMessageText)),
@@ -156,44 +105,35 @@ TEST_F(ProductTest, RememberedAnswerBecomesARuleThatAnswersTheNextQuestion) {
     EXPECT_EQ(answers[1], std::string("CONFIRM 276 0:03 4:03 8:02 12:") + kAuroraHex + " 272:9210");
     EXPECT_EQ(FindProgramWindow(m_interface->Id(), kQuestionCaption), nullptr);
     const Rows rule = {{"aurora.exe", kAurora, "Allow"}};
-    EXPECT_EQ(WaitForRows(kApplicationsCommand, rule), rule);
+    EXPECT_EQ(WaitForRows(kApplicationsPage, rule), rule);
 }
 
-TEST_F(ProductTest, NoWithoutRememberingIsAskedAgain) {
+TEST_F(ProductTest, NoWithoutRememberingIsAskedAgainAndNobodyIsAskedAboutNoProcess) {
     const std::string question = std::string("question udp 10.1.2.3:49152 10.9.9.9:53 4242 ") + kAurora;
-    StartService({question, "wait-for-answers 1", question});
-    StartInterface();
-    for (int round = 1; round <= 2; ++round) {
-        const HWND dialog = WaitForQuestion();
-        ASSERT_NE(dialog, nullptr) << round;
-        ASSERT_TRUE(PressWhenEnabled(dialog, kNo));
-        ASSERT_TRUE(WaitUntil([&] { return !::IsWindow(dialog); }));
-        ASSERT_TRUE(WaitForRecords("CONFIRM", static_cast<std::size_t>(round)));
+    ASSERT_NO_FATAL_FAILURE(Start({question, "wait-for-answers 1", question, "wait-for-answers 2",
+                                   "question tcp 10.1.2.3:1 10.9.9.9:2 none"}));
+    for (const std::size_t round : {1U, 2U}) {
+        ASSERT_TRUE(AnswerQuestion(kNo)) << round;
+        ASSERT_TRUE(WaitForRecords("CONFIRM", round));
     }
+    ASSERT_TRUE(WaitForRecords("CONFIRM", 3));
     EXPECT_EQ(m_service->Journal("CONFIRM").front(),
               std::string("CONFIRM 276 0:03 4:02 8:01 12:") + kAuroraHex + " 272:9210");
-}
-
-TEST_F(ProductTest, QuestionWithoutAProcessIsAnsweredWithoutADialog) {
-    StartService({"question tcp 10.1.2.3:1 10.9.9.9:2 none"});
-    StartInterface();
-    ASSERT_TRUE(WaitForRecords("CONFIRM", 1));
-    EXPECT_EQ(m_service->Journal("CONFIRM").front(), "CONFIRM 276 0:03 8:01 272:FFFFFFFF");
+    EXPECT_EQ(m_service->Journal("CONFIRM").back(), "CONFIRM 276 0:03 8:03 272:FFFFFFFF");
 }
 
 TEST_F(ProductTest, ListsTheDriversConnections) {
     // The process ids are higher than those of the programs that run here.
-    StartService({"process 900077 C:\\Windows\\Aurora.exe",
-                  "connection 12 10.1.2.3:49153 93.184.216.34:80 900078 0 0",
-                  "connection ESTAB-OUT 10.1.2.3:49152 93.184.216.34:443 900077 1000 2000",
-                  "listener udp 10.0.0.1:53 900077", "listener udp 10.0.0.2:53 900077"});
-    StartInterface();
+    ASSERT_NO_FATAL_FAILURE(
+        Start({"process 900077 C:\\Windows\\Aurora.exe", "connection 12 10.1.2.3:49153 93.184.216.34:80 900078 0 0",
+               "connection ESTAB-OUT 10.1.2.3:49152 93.184.216.34:443 900077 1000 2000",
+               "listener udp 10.0.0.1:53 900077", "listener udp 10.0.0.2:53 900077"}));
     // By the driver's state number, even where it is shown as unknown; listeners last, the higher address first.
     const Rows expected = {{"aurora.exe", "10.1.2.3:49152 -> 93.184.216.34:443", "ESTAB-OUT"},
                            {"no process associated", "10.1.2.3:49153 -> 93.184.216.34:80", "?"},
                            {"aurora.exe", "10.0.0.2:53", "LISTEN-UDP"},
                            {"aurora.exe", "10.0.0.1:53", "LISTEN-UDP"}};
-    EXPECT_EQ(WaitForRows(kConnectionsCommand, expected), expected);
+    EXPECT_EQ(WaitForRows(kConnectionsPage, expected), expected);
 }
 
 TEST_F(ProductTest, DeadServiceNeverFreezesTheWindow) {
@@ -204,9 +144,8 @@ TEST_F(ProductTest, DeadServiceNeverFreezesTheWindow) {
     // Long enough for every timer and for the waits of the transports, with the pages opened meanwhile.
     auto longest = 0ms;
     int slowAnswers = 0;
-    const int pages[] = {461, kConnectionsCommand, 429, 437, kApplicationsCommand, 463};
     for (int round = 0; round < 600; ++round) {
-        if (round % 50 == 0) ::PostMessageA(m_window, WM_COMMAND, static_cast<WPARAM>(pages[round / 50 % 6]), 0);
+        if (round % 50 == 0) Command(kPages[round / 50 % 6]);
         const auto answer = AnswerTime(m_window, 5s);
         longest = std::max(longest, answer);
         slowAnswers += answer > 200ms ? 1 : 0;
@@ -231,7 +170,7 @@ TEST_F(ProductTest, AsksAndListsWithoutAServiceAndStaysResponsive) {
     StartInterface();
     EXPECT_EQ(m_service->WaitForEnd(), 3);
     const Rows unknown = {{"no process associated"}};
-    EXPECT_EQ(WaitForRows(kConnectionsCommand, unknown), unknown);
+    EXPECT_EQ(WaitForRows(kConnectionsPage, unknown), unknown);
     ASSERT_TRUE(WaitUntil(
         [&] { return WindowText(::GetDlgItem(m_window, kServiceStatus)) == "Firewall service: not reachable"; }));
     for (int question = 1; question <= 2; ++question) {
@@ -260,20 +199,14 @@ TEST_F(ProductTest, SecondStartBringsTheFirstOneForward) {
 TEST_F(ProductTest, SurvivesADriverThatAnswersNonsense) {
     // The connections' answer claims more than was asked for, the listeners' request fails, the totals are cut
     // short, and the question is longer than any path, without an end.
-    StartService({"connection ESTAB-OUT 10.1.2.3:49152 93.184.216.34:443 900077 0 0",
-                  "listener udp 10.0.0.1:53 900077", "hostile connections long 1000", "hostile listeners fail 1000",
-                  "hostile totals short 1000", "hostile question odd",
-                  std::string("question tcp 10.1.2.3:1 10.9.9.9:2 4242 ") + kAurora});
-    StartInterface();
-    const HWND dialog = WaitForQuestion();
-    ASSERT_NE(dialog, nullptr);
-    ASSERT_TRUE(PressWhenEnabled(dialog, kNo));
-    ASSERT_TRUE(WaitForRecords("CONFIRM", 1));
+    ASSERT_NO_FATAL_FAILURE(Start(
+        {"connection ESTAB-OUT 10.1.2.3:49152 93.184.216.34:443 900077 0 0", "listener udp 10.0.0.1:53 900077",
+         "hostile connections long 1000", "hostile listeners fail 1000", "hostile totals short 1000",
+         "hostile question odd", std::string("question tcp 10.1.2.3:1 10.9.9.9:2 4242 ") + kAurora}));
+    ASSERT_TRUE(AnswerQuestion(kNo));
     // What stands behind the real entry is zeros: the buffer is full of unknown connections, and all of it is ours.
-    EXPECT_EQ(WaitForRows(kConnectionsCommand, 3, [](const Rows& rows) { return rows.size() == 1000; }).size(),
-              1000U);
+    EXPECT_EQ(WaitForRows(kConnectionsPage, 3, [](const Rows& rows) { return rows.size() == 1000; }).size(), 1000U);
     EXPECT_LT(AnswerTime(m_window, 5s), 5s);
-    EXPECT_TRUE(m_interface->IsRunning());
 }
 
 TEST_F(ProductTest, SurvivesRandomBytesInEveryFile) {
@@ -291,8 +224,7 @@ TEST_F(ProductTest, SurvivesRandomBytesInEveryFile) {
     char log[64];
     std::snprintf(log, sizeof log, R"(\Log\%04d%02d%02d_dns.log)", today.wYear, today.wMonth, today.wDay);
     WriteWholeFile(m_data + log, noise(5000));
-    StartService({std::string("question 47 10.1.2.3:0 10.9.9.9:0 4242 ") + kAurora});
-    StartInterface();
+    ASSERT_NO_FATAL_FAILURE(Start({std::string("question 47 10.1.2.3:0 10.9.9.9:0 4242 ") + kAurora}));
     const HWND dialog = WaitForQuestion();
     ASSERT_NE(dialog, nullptr);
     EXPECT_EQ(WindowText(::GetDlgItem(dialog, kMessageText)),
@@ -304,10 +236,9 @@ TEST_F(ProductTest, SurvivesRandomBytesInEveryFile) {
               "Protocol: 47\n\n"
               "General advice: None\n\n"
               "Allow this network communication?");
-    ASSERT_TRUE(PressWhenEnabled(dialog, kNo));
-    ASSERT_TRUE(WaitForRecords("CONFIRM", 1));
+    ASSERT_TRUE(Answer(dialog, kNo));
     // 5,000 bytes hold 18 whole rule records, whatever their bytes mean.
-    EXPECT_EQ(WaitForRows(kApplicationsCommand, 3, 18).size(), 18U);
+    EXPECT_EQ(WaitForRows(kApplicationsPage, 3, 18).size(), 18U);
 }
 
 }  // namespace

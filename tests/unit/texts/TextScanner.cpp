@@ -81,10 +81,6 @@ private:
     void TakeRawString() {
         const int line = m_line;
         const std::size_t open = m_source.find('(', m_at);
-        if (open == std::string_view::npos) {
-            m_at = m_source.size();
-            return;
-        }
         std::string mark = ")";
         mark += m_source.substr(m_at + 2, open - m_at - 2);
         mark += '"';
@@ -109,34 +105,21 @@ private:
                 token.text += m_source[m_at++];
             }
         }
-        if (AtEnd() || m_source[m_at] != '"') {
-            token.isValid = false;
-        } else {
-            ++m_at;
-        }
+        token.isValid = token.isValid && !AtEnd() && m_source[m_at] == '"';
+        if (!AtEnd() && m_source[m_at] == '"') ++m_at;
         m_tokens.push_back(std::move(token));
     }
 
+    // The texts for the user need no other escapes.
     bool TakeEscape(std::string& text) {
-        if (AtEnd()) return false;
-        constexpr std::pair<char, char> kSimple[] = {{'n', '\n'}, {'t', '\t'},  {'r', '\r'},
-                                                     {'"', '"'},  {'\\', '\\'}, {'\'', '\''}};
-        for (const auto& [letter, meaning] : kSimple) {
-            if (m_source[m_at] != letter) continue;
+        constexpr std::pair<char, char> kKnown[] = {{'n', '\n'}, {'t', '\t'}, {'"', '"'}, {'\\', '\\'}};
+        for (const auto& [letter, meaning] : kKnown) {
+            if (AtEnd() || m_source[m_at] != letter) continue;
             text += meaning;
             ++m_at;
             return true;
         }
-        const bool isHex = m_source[m_at] == 'x';
-        if (isHex) ++m_at;
-        unsigned value = 0;
-        const char* const first = m_source.data() + m_at;
-        const char* const last = m_source.data() + (isHex ? m_source.size() : std::min(m_at + 3, m_source.size()));
-        const auto [end, error] = std::from_chars(first, last, value, isHex ? 16 : 8);
-        if (error != std::errc() || value > 0xFF) return false;
-        m_at += static_cast<std::size_t>(end - first);
-        text += static_cast<char>(value);
-        return true;
+        return false;
     }
 
     std::string_view m_source;
@@ -151,7 +134,7 @@ public:
 
     ScanResult Run() {
         for (std::size_t at = 0; at < m_tokens.size(); ++at) {
-            if (IsName(at, "GetText")) ScanCall(at);
+            if (IsName(at, "GetText") && Is(at + 1, "(") && !HandsTextOn(at + 1)) Take(at + 1, ")");
             if (IsName(at, "Text")) ScanObject(at);
         }
         return std::move(m_result);
@@ -189,17 +172,9 @@ private:
 
     // The text behind the mark that opens at that token, or a fault.
     void Take(std::size_t open, std::string_view close) {
-        if (const std::optional<FoundText> found = ReadPair(open + 1, close)) {
-            m_result.texts.push_back(*found);
-        } else {
-            m_result.faults.push_back("line " + std::to_string(m_tokens[open].line) +
-                                      ": not a number and literals that can be read");
-        }
-    }
-
-    void ScanCall(std::size_t at) {
-        if (!Is(at + 1, "(")) return;
-        if (!HandsTextOn(at + 1)) Take(at + 1, ")");
+        if (const auto found = ReadPair(open + 1, close)) return m_result.texts.push_back(*found);
+        m_result.faults.push_back("line " + std::to_string(m_tokens[open].line) +
+                                  ": not a number and literals that can be read");
     }
 
     // One argument without a literal, but for those of a Text{...}, which is looked at by itself.

@@ -3,7 +3,6 @@
 #include <string>
 #include <vector>
 
-#include "support/FakeIni.h"
 #include "ui/Controls.h"
 #include "ui/ResourceIds.h"
 #include "views/OptionsPage_win.h"
@@ -46,38 +45,6 @@ protected:
     }
     void Apply() const { Ask(IDC_OPTIONS_APPLY_RESOURCES, BM_CLICK); }
 };
-
-TEST_F(OptionsPageTest, ListsInTheGivenOrderWithIndexesAndSelectsExactly) {
-    ASSERT_EQ(Ask(IDC_OPTIONS_LANGUAGE, CB_GETCOUNT), 3);
-    for (int row = 0; row < 3; ++row) {
-        char name[64] = "";
-        ::SendMessageA(page.Item(IDC_OPTIONS_LANGUAGE), CB_GETLBTEXT, static_cast<WPARAM>(row),
-                       reinterpret_cast<LPARAM>(name));
-        EXPECT_EQ(name, languages[static_cast<std::size_t>(row)]);
-        EXPECT_EQ(Ask(IDC_OPTIONS_LANGUAGE, CB_GETITEMDATA, static_cast<WPARAM>(row)), row);
-    }
-    EXPECT_EQ(Ask(IDC_OPTIONS_LANGUAGE, CB_GETCURSEL), 1);
-    EXPECT_EQ(TextOfWindow(page.Item(IDC_OPTIONS_SKIN)), "Default");
-}
-
-TEST_F(OptionsPageTest, KeepsItsListsInSightWhateverTheLanguage) {
-    const Language wordy(std::make_unique<test::FakeIni>(
-        test::FakeIni::Values{{"Language/DL_N_201_343", std::string(10'000, 'W')}}));
-    OptionsPage other(fonts, wordy, {},
-                      {.skins = [] { return std::vector<std::string>(); },
-                       .languages = [] { return std::vector<std::string>(); },
-                       .current = [] { return ResourceChoice(); },
-                       .apply = {}});
-    ASSERT_TRUE(other.Create(parent));
-    other.Place({0, 0, 640, 400});
-    for (const int id : {IDC_OPTIONS_SKIN, IDC_OPTIONS_LANGUAGE, IDC_OPTIONS_APPLY_RESOURCES}) {
-        RECT place{};
-        ::GetWindowRect(other.Item(id), &place);
-        ::MapWindowPoints(nullptr, other.Window(), reinterpret_cast<POINT*>(&place), 2);
-        EXPECT_LT(place.left, place.right) << id;
-        EXPECT_LE(place.right, 640) << id;
-    }
-}
 
 TEST_F(OptionsPageTest, ComparesWithWhatWasSentLast) {
     Ask(IDC_OPTIONS_LANGUAGE, CB_SETCURSEL, 2);

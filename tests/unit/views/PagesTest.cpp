@@ -150,15 +150,5 @@ TEST_F(PagesTest, ListsAreSearchedSortedAndKeepTheirSelection) {
     EXPECT_EQ(TextOfWindow(list), "There are no connections and no listening ports.");
 }
 
-TEST_F(PagesTest, ColumnsAreAsWideAsTheyWereLeft) {
-    for (int column = 0; column < 7; ++column) {
-        values.values["ConnectionsColumn" + std::to_string(column)] = column == 1 ? 0xFFFFFFFF : 100;
-    }
-    ConnectionsPage wide(lists, {"title", "line", ""}, read, [](auto) {});
-    ASSERT_TRUE(wide.Create(parent));
-    EXPECT_EQ(::SendMessageA(wide.Item(IDC_PAGE_LIST), kTreeGetColumnWidth, 0, 0), Scale(100));
-    EXPECT_LE(::SendMessageA(wide.Item(IDC_PAGE_LIST), kTreeGetColumnWidth, 1, 0), Scale(4000));
-}
-
 }  // namespace
 }  // namespace brennvar
