@@ -69,7 +69,7 @@ inline std::string LittleEndian(std::uint32_t value, unsigned size) {
     return text;
 }
 
-// One chunk with its checksum: PNG specification, annex D, a bit at a time.
+// One chunk with its checksum: the CRC of ISO 3309, a bit at a time.
 inline std::string PngChunk(std::string_view name, std::string_view data) {
     const std::string content = std::string(name) + std::string(data);
     std::uint32_t crc = 0xFFFFFFFF;
