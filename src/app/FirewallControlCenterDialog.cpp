@@ -9,17 +9,11 @@
 #include "base/Processes_win.h"
 #include "config/Folders.h"
 #include "config/Folders_win.h"
-#include "config/ResourceFolders_win.h"
-#include "config/Resources_win.h"
 #include "ipc/DriverTables.h"
 #include "prompts/ConfirmationDialog_win.h"
-#include "rules/ApplicationRules.h"
 #include "tray/TrayNotice.h"
 #include "ui/ProgramIcon.h"
 #include "ui/ResourceIds.h"
-#include "views/ApplicationsPage_win.h"
-#include "views/ConnectionsPage_win.h"
-#include "views/OptionsPage_win.h"
 
 namespace brennvar {
 namespace {
@@ -63,8 +57,9 @@ UINT FirewallControlCenterDialog::OpenWindowMessage() {
     return message;
 }
 
-FirewallControlCenterDialog::FirewallControlCenterDialog()
+FirewallControlCenterDialog::FirewallControlCenterDialog(Clock& clock)
     : FrameDialog(m_fonts, m_language, m_userValues),
+      m_clock(clock),
       m_clockCheck(m_clock.UtcNow()),
       m_networkSignature(NetworkSignature(ReadInterfaceAddresses())),
       m_promptWorld(
@@ -109,6 +104,16 @@ void FirewallControlCenterDialog::OnInitDialog() {
 
     m_connections = std::make_unique<ConnectionsReader>(m_devices, m_reads, m_link,
                                                         m_language.GetText(313, "no process associated"));
+    m_pageFactory.emplace(PageFactory::Parts{
+        .fonts = m_fonts,
+        .language = m_language,
+        .userValues = m_userValues,
+        .reads = m_reads,
+        .readsClock = m_readsClock,
+        .connections = *m_connections,
+        .showConnectionCount = [this](std::optional<std::size_t> count) { m_status.ShowConnections(count); },
+        .applyResources = [this](const ResourceChoice& current,
+                                 const ResourceChoice& chosen) { return ApplyResources(current, chosen); }});
     CreateFrame(m_language.GetText(41, "Brennvar Personal Firewall"), PageEntries());
     m_status.Create(Window(), GetLook());
     RestorePlace();
@@ -134,44 +139,11 @@ std::vector<PageHost::Entry> FirewallControlCenterDialog::PageEntries() {
     for (const PageInfo& info : PageList()) {
         entries.push_back({.command = info.command,
                            .caption = m_language.GetText(info.caption),
-                           .make = [this, &info] { return MakePage(info); }});
+                           .make = [this, &info] { return m_pageFactory->Make(info); }});
     }
     entries.push_back({.command = IDM_SUPPORT, .caption = m_language.GetText(1045, "Support"), .make = {}});
     entries.push_back({.command = IDM_ABOUT, .caption = m_language.GetText(52, "About"), .make = {}});
     return entries;
-}
-
-std::unique_ptr<CPage> FirewallControlCenterDialog::MakePage(const PageInfo& info) {
-    PageTexts texts{.title = m_language.GetText(info.caption), .line = m_language.GetText(info.line), .empty = {}};
-    const ListPageContext lists{.fonts = m_fonts, .language = m_language, .userValues = m_userValues};
-    switch (info.command) {
-        case IDM_CONNECTIONS:
-            return std::make_unique<ConnectionsPage>(
-                lists, std::move(texts),
-                [this](ConnectionsReader::Done done) { m_connections->Read(std::move(done)); },
-                [this](std::optional<std::size_t> count) { m_status.ShowConnections(count); });
-        case IDM_APPLICATIONS:
-            return std::make_unique<ApplicationsPage>(
-                lists, std::move(texts), [this](std::function<void(std::vector<ApplicationRow>)> done) {
-                    m_reads.Ask<std::vector<ApplicationRow>>(
-                        [this] { return LoadApplicationRules(RulesFilePath(GetDataFolder()), m_readsClock); },
-                        [done = std::move(done)](std::optional<std::vector<ApplicationRow>> rows) {
-                            done(std::move(rows).value_or(std::vector<ApplicationRow>()));
-                        });
-                });
-        case IDM_OPTIONS:
-            return std::make_unique<OptionsPage>(
-                m_fonts, m_language, std::move(texts),
-                OptionsPage::Resources{
-                    .skins = [] { return ListResourceFolders(SkinsFolderPath(GetInstallationFolder())); },
-                    .languages = [] { return ListResourceFolders(LanguagesFolderPath(GetInstallationFolder())); },
-                    .current = CurrentResourceChoice,
-                    .apply = [this](const ResourceChoice& current,
-                                    const ResourceChoice& chosen) { return ApplyResources(current, chosen); }});
-        default:
-            texts.empty = m_language.GetText(1044, "This page has nothing to show yet.");
-            return std::make_unique<CPage>(m_fonts, std::move(texts));
-    }
 }
 
 void FirewallControlCenterDialog::CreateTray() {

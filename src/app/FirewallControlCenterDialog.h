@@ -12,7 +12,7 @@
 
 #include "app/FrameDialog.h"
 #include "app/Leaving.h"
-#include "app/PageList.h"
+#include "app/PageFactory.h"
 #include "app/StatusLine.h"
 #include "base/ClockCheck.h"
 #include "base/StopSignal.h"
@@ -28,6 +28,7 @@
 #include "ipc/ServiceLink.h"
 #include "prompts/ConnectionPrompt.h"
 #include "prompts/PromptWorld_win.h"
+#include "security/SecurityPasswordGate_win.h"
 #include "tray/SystemTray_win.h"
 #include "tray/TrafficMeter.h"
 #include "ui/Fonts.h"
@@ -38,7 +39,8 @@ namespace brennvar {
 
 class FirewallControlCenterDialog final : public FrameDialog {
 public:
-    FirewallControlCenterDialog();
+    // The clock is borrowed for the life of the dialog.
+    explicit FirewallControlCenterDialog(Clock& clock);
 
     // Broadcast by a second start of the program: the first one comes to the front.
     [[nodiscard]] static UINT OpenWindowMessage();
@@ -61,7 +63,6 @@ private:
     std::optional<LRESULT> OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
 
     [[nodiscard]] std::vector<PageHost::Entry> PageEntries();
-    [[nodiscard]] std::unique_ptr<CPage> MakePage(const PageInfo& info);
     void CreateTray();
     void ShowWelcomeOnce();
     void SendStartCommands();
@@ -94,7 +95,7 @@ private:
     std::atomic<HWND> m_postTarget = nullptr;
 
     StopSignal m_neverStopped;  // waits on this thread are never cut short
-    SystemClock m_clock{m_neverStopped};
+    Clock& m_clock;
     WinDeviceOpener m_devices;
     ClockCheck m_clockCheck;
     std::uint32_t m_networkSignature;
@@ -114,7 +115,10 @@ private:
     LinkThread m_reads;
     SystemClock m_readsClock{m_reads.Stopping()};
     std::unique_ptr<ConnectionsReader> m_connections;   // made when the language is known
+    std::optional<PageFactory> m_pageFactory;           // likewise
     std::array<CWorkerThread, kWorkerCount> m_workers;  // long jobs: filling a log list, exporting a log
+    SecurityPasswordGate m_gate{
+        {.fonts = m_fonts, .language = m_language, .link = m_link, .reads = m_reads, .readsClock = m_readsClock}};
     CSystemTray m_tray;
     StatusLine m_status{m_language};
     Leaving m_leaving{{.fonts = m_fonts,

@@ -61,6 +61,10 @@ void CPage::SetCards(std::vector<RECT> cards) {
     ::InvalidateRect(Window(), nullptr, TRUE);
 }
 
+void CPage::PostToOwner(int command) const {
+    ::PostMessageA(::GetParent(Window()), WM_COMMAND, static_cast<WPARAM>(command), 0);
+}
+
 void CPage::Place(const RECT& place) {
     ::SetWindowPos(Window(), nullptr, place.left, place.top, WidthOf(place), HeightOf(place),
                    SWP_NOZORDER | SWP_NOACTIVATE);

@@ -46,6 +46,9 @@ protected:
     virtual void OnShow() {}
     virtual void OnHide() {}
 
+    // A command for the window that the page belongs to; it is carried out later, when the page's handler is over.
+    void PostToOwner(int command) const;
+
     // Grounds for groups of controls, in client coordinates; for OnPlaceContent.
     void SetCards(std::vector<RECT> cards);
 

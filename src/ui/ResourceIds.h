@@ -9,8 +9,11 @@
 #define IDD_CONTROL_CENTER 101
 #define IDD_MESSAGE_OK 190
 #define IDD_MESSAGE_OK_CANCEL 442
+#define IDD_ENTER_PASSWORD 456
 #define IDD_CONFIRMATION 570
+#define IDD_VERIFY_PASSWORD 800
 #define IDD_PAGE 900
+#define IDD_DELETE_LOG 930
 #define IDD_ABOUT 950
 
 // Icons
@@ -50,6 +53,28 @@
 #define IDM_ABOUT 427
 #define IDM_EXIT 376
 #define IDM_SUPPORT 950
+#define IDM_MODE_NORMAL 431
+#define IDM_MODE_ALLOW_ALL 433
+#define IDM_MODE_BLOCK_ALL 435
+#define IDM_MODE_ALLOW_TIMED_FIRST 850  // six of them: 5, 10, 15, 30, 60 and 120 minutes
+#define IDM_MODE_BLOCK_TIMED_FIRST 856  // likewise
+#define IDM_NETWORK_ENABLE 700
+#define IDM_NETWORK_DISABLE 701
+#define IDM_RESET_TRUSTED 970
+#define IDM_RESET_FINGERPRINTS 971
+#define IDM_RESET 972
+#define IDM_TEST_MAIL 973
+#define IDM_UPDATE 974
+#define IDM_DELETE_LOGS 975
+#define IDM_SET_PASSWORD 976
+
+// What the Applications page tells the control center: the user has changed actions, the last one to this
+#define IDM_APPLICATION_ASK 338
+#define IDM_APPLICATION_ALLOW 341
+#define IDM_APPLICATION_DENY 344
+
+// The result of the delete-logs dialog that is neither OK nor Cancel
+#define IDC_DELETE_LOG_OLDER 523
 
 // Controls that the pages and the control center create themselves
 #define IDC_PAGE_TITLE 910

@@ -1,0 +1,65 @@
+#include "app/PageFactory.h"
+
+#include <utility>
+#include <vector>
+
+#include "config/Folders.h"
+#include "config/Folders_win.h"
+#include "config/ResourceFolders_win.h"
+#include "config/Resources_win.h"
+#include "rules/ApplicationRules.h"
+#include "ui/ResourceIds.h"
+#include "views/ApplicationsPage_win.h"
+#include "views/ConnectionsPage_win.h"
+#include "views/OptionsPage_win.h"
+
+namespace brennvar {
+
+std::unique_ptr<CPage> PageFactory::Make(const PageInfo& info) const {
+    const Language& language = m_parts.language;
+    PageTexts texts{.title = language.GetText(info.caption), .line = language.GetText(info.line), .empty = {}};
+    switch (info.command) {
+        case IDM_CONNECTIONS: return MakeConnections(std::move(texts));
+        case IDM_APPLICATIONS: return MakeApplications(std::move(texts));
+        case IDM_OPTIONS: return MakeOptions(std::move(texts));
+        default:
+            texts.empty = language.GetText(1044, "This page has nothing to show yet.");
+            return std::make_unique<CPage>(m_parts.fonts, std::move(texts));
+    }
+}
+
+std::unique_ptr<CPage> PageFactory::MakeConnections(PageTexts texts) const {
+    const ListPageContext lists{
+        .fonts = m_parts.fonts, .language = m_parts.language, .userValues = m_parts.userValues};
+    return std::make_unique<ConnectionsPage>(
+        lists, std::move(texts),
+        [&reader = m_parts.connections](ConnectionsReader::Done done) { reader.Read(std::move(done)); },
+        m_parts.showConnectionCount);
+}
+
+std::unique_ptr<CPage> PageFactory::MakeApplications(PageTexts texts) const {
+    const ListPageContext lists{
+        .fonts = m_parts.fonts, .language = m_parts.language, .userValues = m_parts.userValues};
+    return std::make_unique<ApplicationsPage>(
+        lists, std::move(texts),
+        [&reads = m_parts.reads,
+         &clock = m_parts.readsClock](std::function<void(std::vector<ApplicationRow>)> done) {
+            reads.Ask<std::vector<ApplicationRow>>(
+                [&clock] { return LoadApplicationRules(RulesFilePath(GetDataFolder()), clock); },
+                [done = std::move(done)](std::optional<std::vector<ApplicationRow>> rows) {
+                    done(std::move(rows).value_or(std::vector<ApplicationRow>()));
+                });
+        });
+}
+
+std::unique_ptr<CPage> PageFactory::MakeOptions(PageTexts texts) const {
+    return std::make_unique<OptionsPage>(
+        m_parts.fonts, m_parts.language, std::move(texts),
+        OptionsPage::Resources{
+            .skins = [] { return ListResourceFolders(SkinsFolderPath(GetInstallationFolder())); },
+            .languages = [] { return ListResourceFolders(LanguagesFolderPath(GetInstallationFolder())); },
+            .current = CurrentResourceChoice,
+            .apply = m_parts.applyResources});
+}
+
+}  // namespace brennvar
