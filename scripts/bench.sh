@@ -31,6 +31,11 @@ start             times  1.5
 repaint           ms     16
 '
 
+# Processor time of the control center in the tray, with service and driver and no traffic, as a part of one core,
+# and as a multiple of a program whose timers tick as often and do nothing.
+idle_seconds=60
+idle_goal=0.2  # percent
+
 repetitions=15
 while [ $# -gt 0 ]; do
     case $1 in
@@ -85,7 +90,7 @@ awk -v measures="$measures" -F, '
     }' "$logs/bench.csv" || fail "some measures could not be taken"
 
 say "measuring windows under Wine" >&2
-{ cmake --preset windows && cmake --build --preset windows --target windows_bench; } >"$logs/build-windows-bench.log" 2>&1 ||
+{ cmake --preset windows && cmake --build --preset windows --target windows_bench brennvar demo_driver; } >"$logs/build-windows-bench.log" 2>&1 ||
     { tail -n 60 "$logs/build-windows-bench.log" >&2; fail "cannot build windows_bench"; }
 cleanup() { stop_wine; stop_display; }
 trap cleanup EXIT
@@ -119,3 +124,36 @@ tr -d '\r' <"$logs/windows-bench.log" | awk -v measures="$window_measures" '
         }
         exit missing
     }' || fail "some measures could not be taken"
+
+# processor_time PID: of all threads since the start, nanoseconds. The kernel's counters by ticks are too coarse for a
+# program that wakes up with the tick.
+processor_time() { cat "/proc/$1"/task/*/schedstat | awk '{ sum += $1 } END { printf "%.0f", sum }'; }
+
+say "measuring $idle_seconds s of doing nothing" >&2
+root=$OLDPWD
+data=$WINEPREFIX/drive_c/ProgramData/Quorlan/Brennvar\ Firewall
+printf 'totals 0 0\n' >idle.scenario
+wine "$root/build/windows/standin/brennvar.exe" --scenario idle.scenario >"$logs/service.log" 2>&1 </dev/null &
+service=$!
+until grep -qs "EVENT started" "$data/journal.txt"; do
+    kill -0 "$service" 2>/dev/null || { cat "$logs/service.log" >&2; fail "the service stand-in did not start"; }
+    sleep 0.1
+done
+wine BrennvarGUI.exe >/dev/null 2>&1 </dev/null &
+interface=$!
+wine "$root/build/windows/tests/system/demo_driver.exe" 'wait:#462' 'close:#462' 'gone:#462' >/dev/null </dev/null ||
+    fail "the control center did not go to the tray"
+wine empty_window.exe --ticks >/dev/null 2>&1 </dev/null &
+yardstick=$!
+sleep 5
+before=$(processor_time $interface) yardstick_before=$(processor_time $yardstick)
+sleep "$idle_seconds"
+after=$(processor_time $interface) yardstick_after=$(processor_time $yardstick)
+awk -v ours=$((after - before)) -v least=$((yardstick_after - yardstick_before)) -v seconds="$idle_seconds" \
+    -v goal="$idle_goal" 'BEGIN {
+        percent = ours / seconds / 1e7
+        printf "%-18s  %8.3f %-2s  %-2s %-4s  %s\n", "idle_in_tray", percent, "%", "<=", goal, percent <= goal ? "ok" : "short"
+        printf "%-18s  %8.3f %-2s\n", "idle_to_ticks", ours / (least > 0 ? least : 1), "x"
+    }'
+kill "$interface" "$yardstick" 2>/dev/null || true
+wine "$root/build/windows/standin/brennvar.exe" --stop >/dev/null 2>&1 </dev/null || true

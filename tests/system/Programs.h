@@ -36,6 +36,7 @@ public:
     ~RunningProgram();
 
     [[nodiscard]] DWORD Id() const { return m_id; }
+    [[nodiscard]] HANDLE Process() const { return m_process.Get(); }
     [[nodiscard]] bool IsRunning() const;
     // The exit code once it has ended of its own accord; -1 when it has not within the limit.
     [[nodiscard]] long WaitForEnd(std::chrono::milliseconds limit = kPatience) const;
