@@ -8,15 +8,11 @@ namespace brennvar {
 
 EnterPasswordDialog::EnterPasswordDialog(Parts parts, std::function<void(const Password&)> store)
     : PasswordDialog(
-          std::move(parts),
+          IDD_ENTER_PASSWORD, std::move(parts),
           {{IDC_PASSWORD_OLD_LABEL, IDC_PASSWORD_OLD, Text{192, "Old password:"}},
            {IDC_PASSWORD_LABEL, IDC_PASSWORD, Text{193, "New password: (Leave blank to disable protection)"}},
            {IDC_PASSWORD_CONFIRM_LABEL, IDC_PASSWORD_CONFIRM, Text{194, "Confirm new password:"}}}),
       m_store(std::move(store)) {}
-
-bool EnterPasswordDialog::Ask(HWND owner) {
-    return DoModal(owner, IDD_ENTER_PASSWORD) == IDOK;
-}
 
 void EnterPasswordDialog::OnStored(const Password& stored) {
     const Password changed = Entered(IDC_PASSWORD);

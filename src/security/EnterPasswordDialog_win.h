@@ -10,8 +10,6 @@ class EnterPasswordDialog final : public PasswordDialog {
 public:
     // store sends the new password to the service; empty: none any more.
     EnterPasswordDialog(Parts parts, std::function<void(const Password&)> store);
-    // True when a password was sent.
-    [[nodiscard]] bool Ask(HWND owner);
 
 private:
     void OnStored(const Password& stored) override;

@@ -22,8 +22,12 @@ constexpr UINT kMessageShown = WM_APP + 1;
 
 }  // namespace
 
-PasswordDialog::PasswordDialog(Parts parts, std::vector<Field> fields)
-    : CSkinDialog(parts.fonts), m_parts(std::move(parts)), m_fields(std::move(fields)) {}
+PasswordDialog::PasswordDialog(int templateId, Parts parts, std::vector<Field> fields)
+    : CSkinDialog(parts.fonts), m_templateId(templateId), m_parts(std::move(parts)), m_fields(std::move(fields)) {}
+
+bool PasswordDialog::Ask(HWND owner) {
+    return DoModal(owner, m_templateId) == IDOK;
+}
 
 void PasswordDialog::OnInitDialog() {
     CSkinDialog::OnInitDialog();

@@ -19,6 +19,10 @@ namespace brennvar {
 
 class PasswordDialog : public CSkinDialog {
 public:
+    // Returns when the dialog has been closed: true when with OK, after all was right. What is wrong is told and
+    // may be tried again.
+    [[nodiscard]] bool Ask(HWND owner);
+
     // Begins to read the stored password; done gets it later, on the user-interface thread.
     using ReadStored = std::function<void(std::function<void(const Password&)> done)>;
     // fonts and language are borrowed for the life of the dialog.
@@ -35,7 +39,7 @@ protected:
         int edit;
         Text text;
     };
-    PasswordDialog(Parts parts, std::vector<Field> fields);
+    PasswordDialog(int templateId, Parts parts, std::vector<Field> fields);
 
     // OK has been pressed and this is the stored password.
     virtual void OnStored(const Password& stored) = 0;
@@ -61,6 +65,7 @@ private:
         CEdit edit;
     };
 
+    const int m_templateId;
     const Parts m_parts;
     const std::vector<Field> m_fields;
     CLabel m_heading;

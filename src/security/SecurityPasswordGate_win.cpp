@@ -26,6 +26,11 @@ PasswordDialog::Parts SecurityPasswordGate::DialogParts() {
 }
 
 void SecurityPasswordGate::CheckSecurityPassword(Request request) {
+    if (m_isVerifying) {
+        ComeForward();
+        if (request.refused) request.refused();
+        return;
+    }
     ReadStored([this, kept = std::make_shared<const Request>(std::move(request))](const Password& stored) {
         OnPasswordRead(*kept, stored);
     });
@@ -39,48 +44,53 @@ void SecurityPasswordGate::OnPasswordRead(const Request& request, const Password
     }
 }
 
-template <class Dialog>
-bool SecurityPasswordGate::Show(Dialog& dialog, HWND owner) {
+bool SecurityPasswordGate::Show(PasswordDialog& dialog, HWND owner, bool isVerifying) {
     struct Open {  // closed again whatever is thrown
-        Open(SecurityPasswordGate& gate, const PasswordDialog& dialog) : gate(gate) { gate.m_dialog = &dialog; }
+        Open(SecurityPasswordGate& gate, const PasswordDialog& dialog, bool isVerifying) : gate(gate) {
+            gate.m_dialog = &dialog;
+            gate.m_isVerifying = isVerifying;
+        }
         Open(const Open&) = delete;
         Open& operator=(const Open&) = delete;
-        ~Open() { gate.m_dialog = nullptr; }
+        ~Open() {
+            gate.m_dialog = nullptr;
+            gate.m_isVerifying = false;
+        }
         SecurityPasswordGate& gate;
     };
-    const Open open(*this, dialog);
+    const Open open(*this, dialog, isVerifying);
     return dialog.Ask(owner);
 }
 
+std::optional<HWND> SecurityPasswordGate::OwnerOfDialog(HWND owner) const {
+    if (!m_dialog) return ModalOwner(owner);
+    ComeForward();
+    return std::nullopt;
+}
+
+void SecurityPasswordGate::ComeForward() const {
+    // The user may have forgotten it behind other windows.
+    ::SetForegroundWindow(::GetLastActivePopup(m_dialog->Window()));
+}
+
 bool SecurityPasswordGate::AskForPassword(HWND owner) {
-    if (m_dialog) {
-        // The user may have forgotten it behind other windows.
-        ::SetForegroundWindow(m_dialog->Window());
-        return false;
-    }
-    const std::optional<HWND> place = ModalOwner(owner);
+    const std::optional<HWND> place = OwnerOfDialog(owner);
     if (!place) return false;
     VerifyPasswordDialog dialog(DialogParts());
-    const bool isValid = Show(dialog, *place);
+    const bool isValid = Show(dialog, *place, true);
     Report(Text{186, "Security password entered"}, isValid ? Text{187, "Valid"} : Text{188, "Invalid"});
     return isValid;
 }
 
 void SecurityPasswordGate::SetSecurityPassword(HWND owner) {
-    if (m_dialog) {
-        ::SetForegroundWindow(m_dialog->Window());
-        return;
-    }
-    const std::optional<HWND> place = ModalOwner(owner);
+    const std::optional<HWND> place = OwnerOfDialog(owner);
     if (!place) return;
     EnterPasswordDialog dialog(DialogParts(), [&link = m_parts.link](const Password& changed) {
         link.Send([changed](CommandPipe& pipe) {
             pipe.CMD_SET_OPTION_TEXT(static_cast<std::uint32_t>(OptionId::Password), changed.View());
         });
     });
-    if (Show(dialog, *place)) {
-        Report(Text{195, "Options changed"}, Text{197, "Password"});
-    }
+    if (Show(dialog, *place, false)) Report(Text{195, "Options changed"}, Text{197, "Password"});
 }
 
 void SecurityPasswordGate::Report(const Text& title, const Text& subject) {

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <functional>
+#include <optional>
 
 #include "base/Clock.h"
 #include "base/Windows_win.h"
@@ -33,8 +34,8 @@ public:
     };
     // Runs the action when no password is set or the user has entered it, always later than this call, in the order
     // of the requests. What the user answered is reported to the service before. The question opens over the owner
-    // or over the dialog that is open over it; without one of them that takes input (a connection question is
-    // open), and while the user is asked for the password already, the request is refused.
+    // or over the dialog that is open over it; without one of them that takes input (a connection question is open)
+    // the request is refused. One that comes while the user is asked for the password is refused at once.
     void CheckSecurityPassword(Request request);
     // Lets the user set, change or clear the password; asks for the old one itself. Does nothing when it is not the
     // owner's turn, as above.
@@ -47,13 +48,16 @@ private:
     [[nodiscard]] PasswordDialog::Parts DialogParts();
     void OnPasswordRead(const Request& request, const Password& stored);
     [[nodiscard]] bool AskForPassword(HWND owner);
+    // Nothing when a dialog cannot open now; one of these that is open comes forward.
+    [[nodiscard]] std::optional<HWND> OwnerOfDialog(HWND owner) const;
+    void ComeForward() const;
     // True when the dialog ended with OK.
-    template <class Dialog>
-    [[nodiscard]] bool Show(Dialog& dialog, HWND owner);
+    [[nodiscard]] bool Show(PasswordDialog& dialog, HWND owner, bool isVerifying);
     void Report(const Text& title, const Text& subject);
 
     const Parts m_parts;
     const PasswordDialog* m_dialog = nullptr;  // the one that is open
+    bool m_isVerifying = false;                // which it is
 };
 
 }  // namespace brennvar

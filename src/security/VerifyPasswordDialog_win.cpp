@@ -7,13 +7,9 @@
 namespace brennvar {
 
 VerifyPasswordDialog::VerifyPasswordDialog(Parts parts)
-    : PasswordDialog(std::move(parts),
+    : PasswordDialog(IDD_VERIFY_PASSWORD, std::move(parts),
                      {{IDC_PASSWORD_LABEL, IDC_PASSWORD, Text{183, "Please enter password:"}},
                       {IDC_PASSWORD_CONFIRM_LABEL, IDC_PASSWORD_CONFIRM, Text{185, "Confirm password:"}}}) {}
-
-bool VerifyPasswordDialog::Ask(HWND owner) {
-    return DoModal(owner, IDD_VERIFY_PASSWORD) == IDOK;
-}
 
 void VerifyPasswordDialog::OnStored(const Password& stored) {
     switch (CheckEntered(stored, Entered(IDC_PASSWORD), Entered(IDC_PASSWORD_CONFIRM))) {

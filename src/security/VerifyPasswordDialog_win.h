@@ -8,8 +8,6 @@ namespace brennvar {
 class VerifyPasswordDialog final : public PasswordDialog {
 public:
     explicit VerifyPasswordDialog(Parts parts);
-    // True when the user has entered the password. What is wrong is told and may be tried again.
-    [[nodiscard]] bool Ask(HWND owner);
 
 private:
     void OnStored(const Password& stored) override;
