@@ -1,6 +1,7 @@
 // A password in memory, and what one is compared with. Every copy of the security password that this program makes
-// is one of these, or a buffer that is wiped where it is used. What is out of its reach: the copies that Windows
-// makes of a text on its way out of an edit control, and those of the pipe.
+// is one of these, or a buffer that is wiped where it is used. Out of reach are the copies that Windows makes: in
+// the memory that an edit control outgrows while somebody types, in its buffer for undoing, on the way of a text
+// out of it, and in the pipe.
 #pragma once
 
 #include <string_view>

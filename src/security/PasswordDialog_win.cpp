@@ -88,10 +88,9 @@ int PasswordDialog::PlaceControls(bool measuresOnly) {
 }
 
 void PasswordDialog::OnDestroy() {
-    // An edit control keeps its text in memory of its own, and a shorter text is written over the longer one; its
-    // buffer for undoing may keep a part.
-    const std::string blanks(Password::kMaxLength, ' ');
+    // An edit control keeps its text in memory of its own: another one of the same length takes its place there.
     for (const Row& row : m_rows) {
+        const std::string blanks(static_cast<std::size_t>(::GetWindowTextLengthA(row.edit.Window())), ' ');
         ::SetWindowTextA(row.edit.Window(), blanks.c_str());
         ::SetWindowTextA(row.edit.Window(), "");
         ::SendMessageA(row.edit.Window(), EM_EMPTYUNDOBUFFER, 0, 0);
