@@ -1,5 +1,7 @@
 #include "app/ControlCommands.h"
 
+#include <optional>
+
 #include "app/DeleteLogDialog.h"
 #include "app/Questions.h"
 #include "commands/FirewallCommands.h"

@@ -2,8 +2,6 @@
 // of the tray menu asks of the service. User-interface thread only.
 #pragma once
 
-#include <functional>
-#include <string>
 
 #include "base/Clock.h"
 #include "config/Language.h"

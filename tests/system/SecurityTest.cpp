@@ -3,7 +3,6 @@
 
 #include <filesystem>
 #include <fstream>
-#include <iterator>
 #include <utility>
 
 #include "Product.h"
@@ -47,26 +46,21 @@ protected:
             Ask(::GetDlgItem(dialog, edit), WM_SETTEXT, 0, reinterpret_cast<LPARAM>(text.c_str()));
         }
     }
-    // Presses OK and closes the message that must follow; the dialog must still be there.
+    [[nodiscard]] bool AnswerMessage(const std::string& expected, int button = IDOK) const {
+        const HWND message = WaitForOther();
+        EXPECT_EQ(WindowText(::GetDlgItem(message, kMessage)), expected);
+        return Answer(message, button);
+    }
+    // OK must bring this message, and leave the dialog open.
     void ExpectComplaint(HWND dialog, const std::string& expected) const {
         ASSERT_TRUE(PressWhenEnabled(dialog, IDOK));
-        const HWND message = WaitForOther();
-        ASSERT_NE(message, nullptr);
-        EXPECT_EQ(WindowText(::GetDlgItem(message, kMessage)), expected);
-        ASSERT_TRUE(Answer(message, IDOK));
+        ASSERT_TRUE(AnswerMessage(expected));
         EXPECT_TRUE(::IsWindowVisible(dialog));
     }
     [[nodiscard]] bool EnterPassword(const std::string& password) const {
         const HWND dialog = WaitForPassword();
         Fill(dialog, {{kEdit, password}, {kConfirmEdit, password}});
         return Answer(dialog, IDOK);
-    }
-    // Answers the message that follows the command.
-    [[nodiscard]] bool AnswerMessage(int command, const std::string& expected, int button) const {
-        Command(command);
-        const HWND message = WaitForOther();
-        EXPECT_EQ(WindowText(::GetDlgItem(message, kMessage)), expected);
-        return Answer(message, button);
     }
     void AskToExit() const {
         Command(kExitCommand);
@@ -85,19 +79,10 @@ TEST_F(SecurityTest, PasswordStandsBeforeAProtectedCommand) {
     const HWND dialog = WaitForPassword();
     ASSERT_NE(dialog, nullptr);
     EXPECT_FALSE(::IsWindowEnabled(m_window));
-    struct Row {
-        const char* password;
-        const char* confirmation;
-        const char* complaint;
-    };
-    const Row rows[] = {{"wrong", "wrong", "Password is wrong!"},
-                        {"secret1", "secret1", "Password is wrong!"},
-                        {"", "", "Password is wrong!"},
-                        {"Secret1", "secret1", "Password and confirmation password do not match!"}};
-    for (const Row& row : rows) {
-        Fill(dialog, {{kEdit, row.password}, {kConfirmEdit, row.confirmation}});
-        ASSERT_NO_FATAL_FAILURE(ExpectComplaint(dialog, row.complaint));
-    }
+    Fill(dialog, {{kEdit, "secret1"}, {kConfirmEdit, "Secret1"}});
+    ASSERT_NO_FATAL_FAILURE(ExpectComplaint(dialog, "Password is wrong!"));
+    Fill(dialog, {{kEdit, "Secret1"}, {kConfirmEdit, "secret1"}});
+    ASSERT_NO_FATAL_FAILURE(ExpectComplaint(dialog, "Password and confirmation password do not match!"));
     ASSERT_TRUE(EnterPassword("Secret1"));
     ExpectCommands({kValid, "COMMAND 5596 0:11", "COMMAND 5596 0:19", kFingerprintsReset});
 
@@ -114,19 +99,22 @@ TEST_F(SecurityTest, CommandsNeedNoPasswordWhereNoneIsSet) {
     ExpectCommands({"COMMAND 5596 0:11", "COMMAND 5596 0:19", kFingerprintsReset});
     Command(kTestMail);  // "E-mail notification test"
     ExpectCommands({"COMMAND 5596 0:14", "COMMAND 5596 0:01 4:452D6D61696C206E6F74696669636174696F6E2074657374"});
-    ASSERT_TRUE(AnswerMessage(kUpdate, "Signatures has been sucessfully updated!", IDOK));
+    Command(kUpdate);
+    ASSERT_TRUE(AnswerMessage("Signatures has been sucessfully updated!"));
     ExpectCommands({"COMMAND 5596 0:15"});
     Command(kNetworkOn);
     Command(kNetworkOff);
     ExpectCommands({"COMMAND 5596 0:19 644:01", "COMMAND 5596 0:19"});
     // What cannot be undone is asked about.
-    const char* const trusted = "Do you want to reset the list of trusted programs?";
-    const char* const all = "Do you want to reset all settings of the firewall?";
-    ASSERT_TRUE(AnswerMessage(kResetTrusted, trusted, IDCANCEL));
-    ASSERT_TRUE(AnswerMessage(kResetTrusted, trusted, IDOK));  // "Reset Trusted"
+    const auto ask = [&](int command, const char* question) {
+        for (const int button : {IDCANCEL, IDOK}) {
+            Command(command);
+            EXPECT_TRUE(AnswerMessage(question, button));
+        }
+    };
+    ask(kResetTrusted, "Do you want to reset the list of trusted programs?");  // "Reset Trusted"
     ExpectCommands({"COMMAND 5596 0:1B", "COMMAND 5596 0:01 4:52657365742054727573746564"});
-    ASSERT_TRUE(AnswerMessage(kReset, all, IDCANCEL));
-    ASSERT_TRUE(AnswerMessage(kReset, all, IDOK));  // "Options changed", "Reset"
+    ask(kReset, "Do you want to reset all settings of the firewall?");  // "Options changed", "Reset"
     ExpectCommands({"COMMAND 5596 0:1D", "COMMAND 5596 0:01 4:4F7074696F6E73206368616E676564 132:5265736574"});
 }
 
@@ -136,42 +124,29 @@ TEST_F(SecurityTest, DeletesTheLogsOfTheChosenDay) {
     const std::string year = std::to_string(today.wYear - 1);
     std::string yearHex;
     for (const char digit : year) yearHex += std::string("3") + digit;
-    const std::vector<std::string> days = {"0227", "0228", "0301"};
     ASSERT_NO_FATAL_FAILURE(Start({}));
-    for (const std::string& day : days) {
-        std::ofstream(m_data + "\\Log\\" + year + day + "_dns.log") << "x";
-    }
-    const auto rest = [&] {
-        std::vector<std::string> names;
-        for (const std::string& day : days) {
-            if (std::filesystem::exists(m_data + "\\Log\\" + year + day + "_dns.log")) names.push_back(day);
-        }
-        return names;
-    };
+    const auto log = [&](const char* day) { return m_data + "\\Log\\" + year + day + "_dns.log"; };
+    for (const char* day : {"0227", "0228", "0301"}) std::ofstream(log(day)) << "x";
     const auto choose = [&](int button) {
         Command(kDeleteLogs);
         const HWND dialog = WaitForProgramWindow(m_interface->Id(), "Delete logs");
-        const auto select = [&](int list, WPARAM row) {
+        const std::pair<int, WPARAM> rows[] = {{kYearList, 1}, {kMonthList, 1}, {kDayList, 27}};
+        for (const auto& [list, row] : rows) {
             Ask(::GetDlgItem(dialog, list), CB_SETCURSEL, row);
             Ask(dialog, WM_COMMAND, MAKEWPARAM(list, CBN_SELCHANGE));
-        };
-        // The 31st of February of last year is its last day.
-        select(kYearList, 1);
-        select(kMonthList, 0);
-        select(kDayList, 30);
-        select(kMonthList, 1);
-        if (Ask(::GetDlgItem(dialog, kDayList), CB_GETCOUNT) == 29) select(kDayList, 27);
+        }
+        // February: the days have followed the month.
+        EXPECT_LE(Ask(::GetDlgItem(dialog, kDayList), CB_GETCOUNT), 29);
         return Answer(dialog, button);
     };
     ASSERT_TRUE(choose(IDOK));
     ExpectCommands({"COMMAND 5596 0:17 132:" + yearHex + "30323238"});
-    EXPECT_TRUE(WaitUntil([&] { return rest() == std::vector<std::string>{"0227", "0301"}; }));
+    EXPECT_TRUE(WaitUntil([&] { return !std::filesystem::exists(log("0228")); }));
+    EXPECT_TRUE(std::filesystem::exists(log("0227")));
     ASSERT_TRUE(choose(kDayAndOlder));
     ExpectCommands({"COMMAND 5596 0:17 132:" + yearHex + "30323238 644:01"});
-    EXPECT_TRUE(WaitUntil([&] { return rest() == std::vector<std::string>{"0301"}; }));
-    ASSERT_TRUE(choose(IDCANCEL));
-    Command(kNetworkOn);
-    ExpectCommands({"COMMAND 5596 0:19 644:01"});
+    EXPECT_TRUE(WaitUntil([&] { return !std::filesystem::exists(log("0227")); }));
+    EXPECT_TRUE(std::filesystem::exists(log("0301")));
 }
 
 TEST_F(SecurityTest, PasswordIsSetChangedAndCleared) {
@@ -183,9 +158,8 @@ TEST_F(SecurityTest, PasswordIsSetChangedAndCleared) {
         const HWND dialog = WaitForPassword();
         Fill(dialog, {{kOldEdit, old}, {kEdit, changed}, {kConfirmEdit, changed}});
         EXPECT_TRUE(PressWhenEnabled(dialog, IDOK));
-        const HWND message = WaitForOther();
-        EXPECT_EQ(WindowText(::GetDlgItem(message, kMessage)), "Security password has been changed.");
-        return Answer(message, IDOK) && WaitUntil([&] { return !::IsWindow(dialog); });
+        return AnswerMessage("Security password has been changed.") &&
+               WaitUntil([&] { return !::IsWindow(dialog); });
     };
     Command(kSetPassword);
     const HWND dialog = WaitForPassword();
@@ -278,7 +252,7 @@ TEST_F(SecurityTest, AbsentServiceHoldsUpNoDialog) {
     const HWND dialog = WaitForPassword();
     Fill(dialog, {{kOldEdit, "Secret1"}});
     ASSERT_TRUE(PressWhenEnabled(dialog, IDOK));
-    ASSERT_TRUE(Answer(WaitForOther(), IDOK));
+    ASSERT_TRUE(AnswerMessage("Security password has been changed."));
     ASSERT_TRUE(WaitUntil([&] { return !::IsWindow(dialog); }));
     ASSERT_NO_FATAL_FAILURE(AskToExit());
     ASSERT_TRUE(EnterPassword("Secret1"));
