@@ -40,5 +40,12 @@ public:
 [[nodiscard]] std::unique_ptr<GalleryPage> MakeMenuGallery();
 [[nodiscard]] std::unique_ptr<GalleryPage> MakeBalloonGallery();
 [[nodiscard]] std::unique_ptr<GalleryPage> MakeTreeGallery();
+[[nodiscard]] std::unique_ptr<GalleryPage> MakePasswordGallery();
+[[nodiscard]] std::unique_ptr<GalleryPage> MakePasswordWrongGallery();
+[[nodiscard]] std::unique_ptr<GalleryPage> MakePasswordUnconfirmedGallery();
+[[nodiscard]] std::unique_ptr<GalleryPage> MakeSetPasswordGallery();
+[[nodiscard]] std::unique_ptr<GalleryPage> MakeSetPasswordWrongGallery();
+[[nodiscard]] std::unique_ptr<GalleryPage> MakeSetPasswordUnconfirmedGallery();
+[[nodiscard]] std::unique_ptr<GalleryPage> MakeDeleteLogsGallery();
 
 }  // namespace brennvar::gallery

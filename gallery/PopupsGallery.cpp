@@ -1,10 +1,8 @@
 // Dialogs, menus and balloons: each page opens its own over an empty window.
 #include <deque>
-#include <functional>
 #include <optional>
-#include <utility>
 
-#include "GalleryPage.h"
+#include "OpeningPage.h"
 #include "app/AboutDialog.h"
 #include "config/Resources_win.h"
 #include "prompts/ConfirmationDialog_win.h"
@@ -17,19 +15,6 @@
 
 namespace brennvar::gallery {
 namespace {
-
-// A page that only opens something.
-class OpeningPage final : public GalleryPage {
-public:
-    using Open = std::function<void(HWND window, const Look& look)>;
-    explicit OpeningPage(Open open) : m_open(std::move(open)) {}
-    [[nodiscard]] SIZE Size() const override { return {960, 640}; }
-    void Fill(HWND, const Look&) override {}
-    void OnShown(HWND window, const Look& look) override { m_open(window, look); }
-
-private:
-    const Open m_open;
-};
 
 PromptFacts Facts(std::optional<std::uint32_t> advice) {
     return {.path = R"(C:\Program Files\Aurora Browser Community Edition\application\bin\aurora.exe)",

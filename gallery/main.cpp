@@ -32,6 +32,13 @@ constexpr PageEntry kPages[] = {
     {"menu", &MakeMenuGallery, 2, true},
     {"balloon", &MakeBalloonGallery, 5, true},
     {"tree", &MakeTreeGallery},
+    {"password", &MakePasswordGallery, 1, true},
+    {"password-wrong", &MakePasswordWrongGallery, 2, true},
+    {"password-unconfirmed", &MakePasswordUnconfirmedGallery, 2, true},
+    {"password-set", &MakeSetPasswordGallery, 1, true},
+    {"password-set-wrong", &MakeSetPasswordWrongGallery, 2, true},
+    {"password-set-unconfirmed", &MakeSetPasswordUnconfirmedGallery, 2, true},
+    {"delete-logs", &MakeDeleteLogsGallery, 1, true},
 };
 
 class GalleryWindow final : public CWindow {

@@ -60,7 +60,7 @@ show_program() {
     done
     wine dist/BrennvarGUI.exe >/dev/null 2>&1 </dev/null &
     local interface=$!
-    local main='#462' question='#334' confirmation='#905' about='#951' page number name rows
+    local main='#462' question='#334' confirmation='#905' about='#951' password='#1204' page number name rows
     local steps=("enabled:$question:334" "picture:$question:$shots/$prefix-question.bmp"
         "press:$question:573" "press:$question:334" "gone:$question")
     # Command numbers of the pages, and how many rows their lists get from the scenario.
@@ -78,6 +78,14 @@ show_program() {
     steps+=("maximise:$main" "page:$main:462" "rows:$main:8" "picture:$main:$shots/$prefix-connections-largest.bmp"
         "restore:$main" "size:$main:1000x680" "menu:$main" "popups:$main:$shots/$prefix-listmenu.bmp" "leave:$main"
         "command:$main:427" "wait:$about" "picture:$about:$shots/$prefix-about.bmp" "press:$about:1" "gone:$about"
+        "command:$main:970" "wait:$confirmation" "picture:$confirmation:$shots/$prefix-reset-trusted.bmp"
+        "press:$confirmation:2" "gone:$confirmation"
+        "command:$main:972" "wait:$confirmation" "picture:$confirmation:$shots/$prefix-reset.bmp"
+        "press:$confirmation:2" "gone:$confirmation"
+        "command:$main:974" "wait:$confirmation" "picture:$confirmation:$shots/$prefix-updated.bmp"
+        "press:$confirmation:1" "gone:$confirmation"
+        "command:$main:976" "press:$password:1" "wait:$confirmation"
+        "picture:$confirmation:$shots/$prefix-password-changed.bmp" "press:$confirmation:1" "gone:$password"
         "command:$main:376" "wait:$confirmation" "picture:$confirmation:$shots/$prefix-exit.bmp"
         "press:$confirmation:1")
     drive "${steps[@]}"

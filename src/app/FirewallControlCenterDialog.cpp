@@ -281,7 +281,8 @@ void FirewallControlCenterDialog::OnCommand(int id, int notification) {
             if (!AnyWorkerRunning()) OpenPage(id);
             break;
         default:
-            if (!OnFrameCommand(id) && Pages().HasPage(id)) OpenPage(id);
+            if (m_commands.OnCommand(Window(), id) || OnFrameCommand(id)) break;
+            if (Pages().HasPage(id)) OpenPage(id);
             break;
     }
 }
@@ -346,7 +347,8 @@ bool FirewallControlCenterDialog::IsBusy() const {
 void FirewallControlCenterDialog::ExitControlCenter() {
     // The driver waits for the answer to an open question; it comes first.
     if (m_prompts.IsBusy()) return;
-    if (m_leaving.Exit(Window(), [this] { return AnyWorkerRunning(); })) End(kResultExit);
+    m_leaving.Exit(
+        Window(), [this] { return m_prompts.IsBusy() || AnyWorkerRunning(); }, [this] { End(kResultExit); });
 }
 
 bool FirewallControlCenterDialog::ApplyResources(const ResourceChoice& current, const ResourceChoice& chosen) {

@@ -10,6 +10,7 @@
 #include <string>
 #include <vector>
 
+#include "app/ControlCommands.h"
 #include "app/FrameDialog.h"
 #include "app/Leaving.h"
 #include "app/PageFactory.h"
@@ -119,11 +120,14 @@ private:
     std::array<CWorkerThread, kWorkerCount> m_workers;  // long jobs: filling a log list, exporting a log
     SecurityPasswordGate m_gate{
         {.fonts = m_fonts, .language = m_language, .link = m_link, .reads = m_reads, .readsClock = m_readsClock}};
+    ControlCommands m_commands{
+        {.fonts = m_fonts, .language = m_language, .link = m_link, .gate = m_gate, .clock = m_clock}};
     CSystemTray m_tray;
     StatusLine m_status{m_language};
     Leaving m_leaving{{.fonts = m_fonts,
                        .language = m_language,
                        .tray = m_tray,
+                       .gate = m_gate,
                        .link = m_link,
                        .reads = m_reads,
                        .clock = m_clock}};

@@ -3,8 +3,8 @@
 #include <chrono>
 #include <utility>
 
+#include "app/Questions.h"
 #include "config/Resources_win.h"
-#include "ui/MessageDialog.h"
 
 namespace brennvar {
 namespace {
@@ -20,12 +20,7 @@ constexpr std::chrono::milliseconds kSettingsPause{20};
 }  // namespace
 
 bool Leaving::Confirm(HWND window, std::string message) const {
-    const Language& language = m_parts.language;
-    MessageDialog dialog(m_parts.fonts, {.caption = language.GetText(41, "Brennvar Personal Firewall"),
-                                         .message = std::move(message),
-                                         .ok = language.GetText(125, "OK"),
-                                         .cancel = language.GetText(1001, "Cancel")});
-    return dialog.Ask(window);
+    return AskToContinue(m_parts.fonts, m_parts.language, window, std::move(message));
 }
 
 void Leaving::LeaveScreen(HWND window) {
@@ -46,8 +41,8 @@ void Leaving::StopLinks() {
     m_parts.reads.Stop(0ms);
 }
 
-bool Leaving::Exit(HWND window, const std::function<bool()>& mustStay) {
-    if (m_isLeaving) return false;
+void Leaving::Exit(HWND window, std::function<bool()> mustStay, std::function<void()> end) {
+    if (m_isLeaving) return;
     m_isLeaving = true;
     const bool confirmed = Confirm(
         window,
@@ -57,13 +52,26 @@ bool Leaving::Exit(HWND window, const std::function<bool()>& mustStay) {
                                  "active connections could be lost. Continue anyway?"));
     if (!confirmed || mustStay()) {
         m_isLeaving = false;
-        return false;
+        return;
     }
+    m_parts.gate.CheckSecurityPassword({.owner = window,
+                                        .action =
+                                            [this, window, mustStay = std::move(mustStay), end = std::move(end)] {
+                                                if (mustStay()) {
+                                                    m_isLeaving = false;
+                                                    return;
+                                                }
+                                                TellServiceAndStop(window);
+                                                end();
+                                            },
+                                        .refused = [this] { m_isLeaving = false; }});
+}
+
+void Leaving::TellServiceAndStop(HWND window) {
     LeaveScreen(window);
     m_parts.link.Send([](CommandPipe& pipe) { pipe.CMD_SHUTDOWN_FIRST(); });
     m_parts.link.Send([](CommandPipe& pipe) { pipe.CMD_SHUTDOWN_SECOND(); });
     StopLinks();
-    return true;
 }
 
 void Leaving::Send(const ResourceChoice& choice) {

@@ -10,6 +10,7 @@
 #include "config/ResourceChoice.h"
 #include "ipc/LinkThread.h"
 #include "ipc/ServiceLink.h"
+#include "security/SecurityPasswordGate_win.h"
 #include "tray/SystemTray_win.h"
 #include "ui/Fonts.h"
 
@@ -23,15 +24,17 @@ public:
         const CFonts& fonts;
         const Language& language;
         CSystemTray& tray;
+        SecurityPasswordGate& gate;
         ServiceLink& link;
         LinkThread& reads;
         Clock& clock;
     };
     explicit Leaving(const Parts& parts) : m_parts(parts) {}
 
-    // Asks, tells the service and stops the links. True: the window has nothing left to do but to end. mustStay is
-    // looked at after the question, which lets other things begin.
-    [[nodiscard]] bool Exit(HWND window, const std::function<bool()>& mustStay);
+    // Asks whether to leave, then for the security password, tells the service and stops the links. end is called
+    // when the window has nothing left to do but to end, later than this call; not when the user stays. mustStay is
+    // looked at after each of the questions, which let other things begin.
+    void Exit(HWND window, std::function<bool()> mustStay, std::function<void()> end);
 
     enum class Restart { Refused, NotWanted, Wanted };
     // Does nothing when the choice of skin and language is the current one. Else it asks about a restart and sends
@@ -44,6 +47,7 @@ private:
     // OK or Cancel.
     [[nodiscard]] bool Confirm(HWND window, std::string message) const;
     void Send(const ResourceChoice& choice);
+    void TellServiceAndStop(HWND window);
     // Takes the program away from the screen: what follows can take a while, and the user is done with it.
     void LeaveScreen(HWND window);
     // Lets the last commands arrive.

@@ -1,5 +1,6 @@
 #include "ipc/CommandPipe.h"
 
+#include "base/Wipe.h"
 #include "ipc/PipeWriteOnce.h"
 
 namespace brennvar {
@@ -90,6 +91,7 @@ void CommandPipe::CMD_SET_OPTION_TEXT(std::uint32_t optionId, std::string_view t
     record.optionId = optionId;
     PutText(record.optionText, text);
     Send(record);
+    WipeRecord(record);  // it may have been a password
 }
 
 void CommandPipe::CMD_SET_APPLICATION_RULE(std::string_view path, RuleCommandAction action) {

@@ -20,4 +20,13 @@ void ServiceLink::Send(std::function<void(CommandPipe&)> command) {
     m_thread.Post([this, command = std::move(command)] { command(m_commands); }, [] {});
 }
 
+void ServiceLink::Send(std::function<void(CommandPipe&)> command, std::function<void(bool wasThere)> done) {
+    m_thread.Ask<bool>(
+        [this, command = std::move(command)] {
+            command(m_commands);
+            return m_connector.State() == PeerState::Reachable;
+        },
+        [done = std::move(done)](std::optional<bool> wasThere) { done(wasThere.value_or(false)); });
+}
+
 }  // namespace brennvar

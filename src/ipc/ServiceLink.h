@@ -30,6 +30,9 @@ public:
     // Command after command, in the order of these calls.
     void Send(std::function<void(CommandPipe&)> command);
 
+    // The same; done is told on the user-interface thread whether the service was there for the last one.
+    void Send(std::function<void(CommandPipe&)> command, std::function<void(bool wasThere)> done);
+
     // ask runs on the link thread; done gets its result on the user-interface thread, nothing when ask has failed.
     // It is not called when the program ends before.
     template <class Result>

@@ -3,13 +3,14 @@
 #pragma once
 
 #include <functional>
-#include <string>
+#include <optional>
 
 #include "base/Clock.h"
 #include "base/Windows_win.h"
 #include "config/Language.h"
 #include "ipc/LinkThread.h"
 #include "ipc/ServiceLink.h"
+#include "security/PasswordDialog_win.h"
 #include "ui/Fonts.h"
 
 namespace brennvar {
@@ -32,17 +33,31 @@ public:
         std::function<void()> refused;  // may be empty
     };
     // Runs the action when no password is set or the user has entered it, always later than this call, in the order
-    // of the requests. One that comes while the user is asked for the password is refused at once.
+    // of the requests. What the user answered is reported to the service before. The question opens over the owner
+    // or over the dialog that is open over it; without one of them that takes input (a connection question is open)
+    // the request is refused. One that comes while the user is asked for the password is refused at once.
     void CheckSecurityPassword(Request request);
-    [[nodiscard]] bool IsAsking() const { return m_isAsking; }
+    // Lets the user set, change or clear the password; asks for the old one itself. Does nothing when it is not the
+    // owner's turn, as above.
+    void SetSecurityPassword(HWND owner);
+    // One of these dialogs is open.
+    [[nodiscard]] bool IsAsking() const { return m_dialog != nullptr; }
 
 private:
-    void OnPasswordRead(Request request, const std::string& password);
-    // True when the user has entered it.
+    void ReadStored(std::function<void(const Password&)> done);
+    [[nodiscard]] PasswordDialog::Parts DialogParts();
+    void OnPasswordRead(const Request& request, const Password& stored);
     [[nodiscard]] bool AskForPassword(HWND owner);
+    // Nothing when a dialog cannot open now; one of these that is open comes forward.
+    [[nodiscard]] std::optional<HWND> OwnerOfDialog(HWND owner) const;
+    void ComeForward() const;
+    // True when the dialog ended with OK.
+    [[nodiscard]] bool Show(PasswordDialog& dialog, HWND owner, bool isVerifying);
+    void Report(const Text& title, const Text& subject);
 
     const Parts m_parts;
-    bool m_isAsking = false;
+    const PasswordDialog* m_dialog = nullptr;  // the one that is open
+    bool m_isVerifying = false;                // which it is
 };
 
 }  // namespace brennvar

@@ -1,0 +1,81 @@
+// The dialogs of the security password, with what is typed into them, and that for deleting logs.
+#include "OpeningPage.h"
+#include "app/DeleteLogDialog.h"
+#include "config/Resources_win.h"
+#include "security/EnterPasswordDialog_win.h"
+#include "security/VerifyPasswordDialog_win.h"
+#include "ui/ResourceIds.h"
+
+namespace brennvar::gallery {
+namespace {
+
+constexpr int kEdits[] = {IDC_PASSWORD_OLD, IDC_PASSWORD, IDC_PASSWORD_CONFIRM};
+
+// What is typed, in the order of the fields; OK follows where a message is to open.
+struct Typing {
+    const char* texts[3];
+    bool confirms;
+};
+Typing s_typing;  // for the timer, which has no other way to it
+
+PasswordDialog::Parts Parts(const Look& look, const Language& language) {
+    return {.fonts = look.fonts,
+            .language = language,
+            .readStored = [](const std::function<void(const Password&)>& done) { done(Password("Secret1")); }};
+}
+
+// Types when the dialog that opens next over the window is there.
+void TypeLater(HWND window, const Typing& typing) {
+    s_typing = typing;
+    ::SetTimer(window, 1, USER_TIMER_MINIMUM, [](HWND owner, UINT, UINT_PTR id, DWORD) {
+        ::KillTimer(owner, id);
+        const HWND dialog = ::GetLastActivePopup(owner);
+        for (int i = 0; i < 3; ++i) ::SetDlgItemTextA(dialog, kEdits[i], s_typing.texts[i]);
+        if (s_typing.confirms) ::PostMessageA(dialog, WM_COMMAND, IDOK, 0);
+    });
+}
+
+std::unique_ptr<GalleryPage> MakeVerifyPage(Typing typing) {
+    return std::make_unique<OpeningPage>([typing](HWND window, const Look& look) {
+        const Language language = OpenLanguage();
+        TypeLater(window, typing);
+        (void)VerifyPasswordDialog(Parts(look, language)).Ask(window);
+    });
+}
+
+std::unique_ptr<GalleryPage> MakeEnterPage(Typing typing) {
+    return std::make_unique<OpeningPage>([typing](HWND window, const Look& look) {
+        const Language language = OpenLanguage();
+        TypeLater(window, typing);
+        (void)EnterPasswordDialog(Parts(look, language), [](const Password&) {}).Ask(window);
+    });
+}
+
+}  // namespace
+
+std::unique_ptr<GalleryPage> MakePasswordGallery() {
+    return MakeVerifyPage({{"", "Secret1", "Secr"}, false});
+}
+std::unique_ptr<GalleryPage> MakePasswordWrongGallery() {
+    return MakeVerifyPage({{"", "secret1", "secret1"}, true});
+}
+std::unique_ptr<GalleryPage> MakePasswordUnconfirmedGallery() {
+    return MakeVerifyPage({{"", "Secret1", "Secret2"}, true});
+}
+std::unique_ptr<GalleryPage> MakeSetPasswordGallery() {
+    return MakeEnterPage({{"Secret1", "A new one", ""}, false});
+}
+std::unique_ptr<GalleryPage> MakeSetPasswordWrongGallery() {
+    return MakeEnterPage({{"secret1", "A new one", "A new one"}, true});
+}
+std::unique_ptr<GalleryPage> MakeSetPasswordUnconfirmedGallery() {
+    return MakeEnterPage({{"Secret1", "A new one", "A new"}, true});
+}
+std::unique_ptr<GalleryPage> MakeDeleteLogsGallery() {
+    return std::make_unique<OpeningPage>([](HWND window, const Look& look) {
+        const Language language = OpenLanguage();
+        (void)DeleteLogDialog(look.fonts, language, {.year = 2026, .month = 3, .day = 9}).Ask(window);
+    });
+}
+
+}  // namespace brennvar::gallery

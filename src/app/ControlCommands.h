@@ -1,0 +1,43 @@
+// The commands of the control center that are neither pages nor windows: what a button of an option page or an item
+// of the tray menu asks of the service. User-interface thread only.
+#pragma once
+
+
+#include "base/Clock.h"
+#include "config/Language.h"
+#include "ipc/ServiceLink.h"
+#include "security/SecurityPasswordGate_win.h"
+#include "ui/Fonts.h"
+
+namespace brennvar {
+
+class ControlCommands {
+public:
+    // Borrowed for the life of the program.
+    struct Parts {
+        const CFonts& fonts;
+        const Language& language;
+        ServiceLink& link;
+        SecurityPasswordGate& gate;
+        Clock& clock;
+    };
+    explicit ControlCommands(const Parts& parts) : m_parts(parts) {}
+
+    // True for a command of these. The window owns what the command asks; one that would open a dialog is left
+    // undone while another one is open.
+    bool OnCommand(HWND window, int id);
+
+private:
+    using Command = void (*)(CommandPipe&, const Language&);
+
+    // Sends it when the security password allows it.
+    void SendProtected(HWND window, Command command);
+    // The same for what cannot be undone: the user is asked first.
+    void SendConfirmed(HWND window, const Text& question, Command command);
+    void UpdateSignatures(HWND window);
+    void DeleteLogs(HWND window);
+
+    const Parts m_parts;
+};
+
+}  // namespace brennvar

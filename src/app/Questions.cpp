@@ -1,0 +1,28 @@
+#include "app/Questions.h"
+
+#include <utility>
+
+#include "ui/MessageDialog.h"
+
+namespace brennvar {
+namespace {
+
+bool Ask(const CFonts& fonts, const Language& language, HWND owner, std::string message, std::string cancel) {
+    MessageDialog dialog(fonts, {.caption = language.GetText(41, "Brennvar Personal Firewall"),
+                                 .message = std::move(message),
+                                 .ok = language.GetText(125, "OK"),
+                                 .cancel = std::move(cancel)});
+    return dialog.Ask(owner);
+}
+
+}  // namespace
+
+bool AskToContinue(const CFonts& fonts, const Language& language, HWND owner, std::string question) {
+    return Ask(fonts, language, owner, std::move(question), language.GetText(1001, "Cancel"));
+}
+
+void ShowNotice(const CFonts& fonts, const Language& language, HWND owner, std::string text) {
+    (void)Ask(fonts, language, owner, std::move(text), {});
+}
+
+}  // namespace brennvar

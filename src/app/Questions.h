@@ -1,0 +1,17 @@
+// What the control center says in a message of its own.
+#pragma once
+
+#include <string>
+
+#include "base/Windows_win.h"
+#include "config/Language.h"
+#include "ui/Fonts.h"
+
+namespace brennvar {
+
+// OK or Cancel; true for OK.
+[[nodiscard]] bool AskToContinue(const CFonts& fonts, const Language& language, HWND owner, std::string question);
+// Returns when the user has read it.
+void ShowNotice(const CFonts& fonts, const Language& language, HWND owner, std::string text);
+
+}  // namespace brennvar

@@ -1,0 +1,33 @@
+#include "security/EnterPasswordDialog_win.h"
+
+#include <utility>
+
+#include "ui/ResourceIds.h"
+
+namespace brennvar {
+
+EnterPasswordDialog::EnterPasswordDialog(Parts parts, std::function<void(const Password&)> store)
+    : PasswordDialog(
+          IDD_ENTER_PASSWORD, std::move(parts),
+          {{IDC_PASSWORD_OLD_LABEL, IDC_PASSWORD_OLD, Text{192, "Old password:"}},
+           {IDC_PASSWORD_LABEL, IDC_PASSWORD, Text{193, "New password: (Leave blank to disable protection)"}},
+           {IDC_PASSWORD_CONFIRM_LABEL, IDC_PASSWORD_CONFIRM, Text{194, "Confirm new password:"}}}),
+      m_store(std::move(store)) {}
+
+void EnterPasswordDialog::OnStored(const Password& stored) {
+    const Password changed = Entered(IDC_PASSWORD);
+    switch (CheckChange(stored, Entered(IDC_PASSWORD_OLD), changed, Entered(IDC_PASSWORD_CONFIRM))) {
+        case PasswordVerdict::Wrong: Complain(Text{189, "Old password is wrong!"}, IDC_PASSWORD_OLD); break;
+        case PasswordVerdict::Unconfirmed:
+            Complain(Text{190, "New password and confirmation password do not match!"}, IDC_PASSWORD_CONFIRM);
+            break;
+        case PasswordVerdict::Right:
+            m_store(changed);
+            // Without knowing whether it arrives: a command has no answer.
+            ShowMessage(Text{191, "Security password has been changed."});
+            End(IDOK);
+            break;
+    }
+}
+
+}  // namespace brennvar

@@ -1,0 +1,80 @@
+// What the two dialogs for the security password share: fields that show no character, one below the other, and an
+// OK button that first reads the password that is stored at that moment, which may have to wait for the service.
+#pragma once
+
+#include <deque>
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "config/Language.h"
+#include "security/Password.h"
+#include "ui/Button.h"
+#include "ui/Edit.h"
+#include "ui/Label.h"
+#include "ui/SkinDialog.h"
+
+namespace brennvar {
+
+class PasswordDialog : public CSkinDialog {
+public:
+    // Returns when the dialog has been closed: true when with OK, after all was right. What is wrong is told and
+    // may be tried again.
+    [[nodiscard]] bool Ask(HWND owner);
+
+    // Begins to read the stored password; done gets it later, on the user-interface thread.
+    using ReadStored = std::function<void(std::function<void(const Password&)> done)>;
+    // fonts and language are borrowed for the life of the dialog.
+    struct Parts {
+        const CFonts& fonts;
+        const Language& language;
+        ReadStored readStored;
+    };
+
+protected:
+    // A label and the edit field below it, both of the template.
+    struct Field {
+        int label;
+        int edit;
+        Text text;
+    };
+    PasswordDialog(int templateId, Parts parts, std::vector<Field> fields);
+
+    // OK has been pressed and this is the stored password.
+    virtual void OnStored(const Password& stored) = 0;
+
+    [[nodiscard]] Password Entered(int edit) const;
+    void ShowMessage(const Text& message);
+    // The same about what stands in a field, which is then ready to be typed anew.
+    void Complain(const Text& message, int edit);
+
+private:
+    void OnInitDialog() final;
+    void OnCreateContent() final;
+    void OnDestroy() final;
+    void OnCancel() final;
+    void OnCommand(int id, int notification) final;
+    std::optional<LRESULT> OnMessage(UINT message, WPARAM wParam, LPARAM lParam) final;
+    void AdoptControls();
+    [[nodiscard]] int PlaceControls(bool measuresOnly);
+    void SetReading(bool reading);
+
+    struct Row {
+        CLabel label;
+        CEdit edit;
+    };
+
+    const int m_templateId;
+    const Parts m_parts;
+    const std::vector<Field> m_fields;
+    CLabel m_heading;
+    std::deque<Row> m_rows;
+    CButton m_ok;
+    CButton m_cancel;
+    bool m_isReading = false;
+    // What is read may come when this dialog has gone.
+    const std::shared_ptr<const bool> m_alive = std::make_shared<const bool>(true);
+};
+
+}  // namespace brennvar

@@ -1,0 +1,24 @@
+#include "security/VerifyPasswordDialog_win.h"
+
+#include <utility>
+
+#include "ui/ResourceIds.h"
+
+namespace brennvar {
+
+VerifyPasswordDialog::VerifyPasswordDialog(Parts parts)
+    : PasswordDialog(IDD_VERIFY_PASSWORD, std::move(parts),
+                     {{IDC_PASSWORD_LABEL, IDC_PASSWORD, Text{183, "Please enter password:"}},
+                      {IDC_PASSWORD_CONFIRM_LABEL, IDC_PASSWORD_CONFIRM, Text{185, "Confirm password:"}}}) {}
+
+void VerifyPasswordDialog::OnStored(const Password& stored) {
+    switch (CheckEntered(stored, Entered(IDC_PASSWORD), Entered(IDC_PASSWORD_CONFIRM))) {
+        case PasswordVerdict::Wrong: Complain(Text{180, "Password is wrong!"}, IDC_PASSWORD); break;
+        case PasswordVerdict::Unconfirmed:
+            Complain(Text{181, "Password and confirmation password do not match!"}, IDC_PASSWORD_CONFIRM);
+            break;
+        case PasswordVerdict::Right: End(IDOK); break;
+    }
+}
+
+}  // namespace brennvar

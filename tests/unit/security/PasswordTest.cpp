@@ -1,0 +1,71 @@
+#include "security/Password.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <new>
+#include <string>
+
+#include "security/StoredPassword.h"
+#include "support/DataFolder.h"
+#include "support/FakeClock.h"
+#include "support/GoldenCipher.h"
+
+namespace brennvar {
+namespace {
+
+TEST(PasswordTest, IsCheckedBeforeItsConfirmation) {
+    const auto check = [](const char* entered, const char* confirmation) {
+        return CheckEntered(Password("Secret1"), Password(entered), Password(confirmation));
+    };
+    EXPECT_EQ(check("Secret1", "Secret1"), PasswordVerdict::Right);
+    for (const char* wrong : {"secret1", "Secret", "Secret12", ""}) {
+        EXPECT_EQ(check(wrong, wrong), PasswordVerdict::Wrong) << wrong;
+        EXPECT_EQ(check(wrong, "Secret1"), PasswordVerdict::Wrong) << wrong;
+        EXPECT_EQ(check("Secret1", wrong), PasswordVerdict::Unconfirmed) << wrong;
+    }
+}
+
+TEST(PasswordTest, ChangeNeedsTheOldOneAndTheSameTwice) {
+    const Password none, old("old"), fresh("fresh");
+    EXPECT_EQ(CheckChange(old, old, none, none), PasswordVerdict::Right);  // clears it
+    EXPECT_EQ(CheckChange(old, fresh, fresh, none), PasswordVerdict::Wrong);
+    EXPECT_EQ(CheckChange(old, old, fresh, none), PasswordVerdict::Unconfirmed);
+    // With none set, the old one must be left empty.
+    EXPECT_EQ(CheckChange(none, none, fresh, fresh), PasswordVerdict::Right);
+    EXPECT_EQ(CheckChange(none, old, fresh, fresh), PasswordVerdict::Wrong);
+}
+
+TEST(PasswordTest, LeavesNothingInMemory) {
+    alignas(Password) unsigned char place[sizeof(Password)];
+    std::fill(std::begin(place), std::end(place), static_cast<unsigned char>(0xA5));
+    auto* password = new (place) Password(std::string(200, 'x'));
+    EXPECT_EQ(password->View(), std::string(119, 'x'));
+    password->~Password();
+    // Read as something else than the object that has gone.
+    const volatile unsigned char* bytes = place;
+    EXPECT_EQ(std::count_if(bytes, bytes + sizeof place, [](unsigned char byte) { return byte != 0; }), 0);
+}
+
+TEST(StoredPasswordTest, IsTheTextOfTheFirstRecordOfOptionFour) {
+    const auto record = [](char id, std::string text) {
+        text.resize(120, '\0');
+        return std::string{id, 0, 0, 0, 0, 0, 0, 0} + text;
+    };
+    std::string others;
+    for (int i = 0; i < 40; ++i) others += record(static_cast<char>(40 + i), "other");
+    const test::DataFolder folder;
+    test::FakeClock clock;
+    const auto stored = [&](const std::string& plain) {
+        folder.Write("\\config.conf", test::EncipherByHand(plain, 128));
+        return std::string(ReadStoredPassword(folder.Path(), clock).View());
+    };
+    EXPECT_EQ(stored(record(4, "Secret1") + record(4, "other")), "Secret1");
+    EXPECT_EQ(stored(others + record(4, std::string(120, 'x'))), std::string(119, 'x'));  // unterminated
+    EXPECT_EQ(stored(others), "");
+    EXPECT_EQ(stored(record(4, "Secret1").substr(0, 127)), "");  // no whole record
+    EXPECT_EQ(stored(""), "");
+}
+
+}  // namespace
+}  // namespace brennvar
