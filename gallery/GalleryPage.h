@@ -40,5 +40,7 @@ public:
 [[nodiscard]] std::unique_ptr<GalleryPage> MakeMenuGallery();
 [[nodiscard]] std::unique_ptr<GalleryPage> MakeBalloonGallery();
 [[nodiscard]] std::unique_ptr<GalleryPage> MakeTreeGallery();
+[[nodiscard]] std::unique_ptr<GalleryPage> MakeGraphsGallery();
+[[nodiscard]] std::unique_ptr<GalleryPage> MakeStatisticsGallery();
 
 }  // namespace brennvar::gallery

@@ -32,6 +32,8 @@ constexpr PageEntry kPages[] = {
     {"menu", &MakeMenuGallery, 2, true},
     {"balloon", &MakeBalloonGallery, 5, true},
     {"tree", &MakeTreeGallery},
+    {"graphs", &MakeGraphsGallery},
+    {"statistics", &MakeStatisticsGallery, 0, true},
 };
 
 class GalleryWindow final : public CWindow {
