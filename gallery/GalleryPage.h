@@ -47,5 +47,7 @@ public:
 [[nodiscard]] std::unique_ptr<GalleryPage> MakeSetPasswordWrongGallery();
 [[nodiscard]] std::unique_ptr<GalleryPage> MakeSetPasswordUnconfirmedGallery();
 [[nodiscard]] std::unique_ptr<GalleryPage> MakeDeleteLogsGallery();
+[[nodiscard]] std::unique_ptr<GalleryPage> MakeGraphsGallery();
+[[nodiscard]] std::unique_ptr<GalleryPage> MakeStatisticsGallery();
 
 }  // namespace brennvar::gallery

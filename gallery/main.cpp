@@ -39,6 +39,8 @@ constexpr PageEntry kPages[] = {
     {"password-set-wrong", &MakeSetPasswordWrongGallery, 2, true},
     {"password-set-unconfirmed", &MakeSetPasswordUnconfirmedGallery, 2, true},
     {"delete-logs", &MakeDeleteLogsGallery, 1, true},
+    {"graphs", &MakeGraphsGallery},
+    {"statistics", &MakeStatisticsGallery, 0, true},
 };
 
 class GalleryWindow final : public CWindow {

@@ -14,8 +14,9 @@ namespace {
 constexpr int kRounds = 21;
 constexpr DWORD kPatience = 30000;  // ms
 
-// Both programs show a white ground here, in the lower part of their window; the desktop is of another colour.
-constexpr POINT kWatched{600, 600};
+// Both programs show a white ground here, in the lower part of their window: the first page's list, which is made
+// last. The desktop is of another colour.
+constexpr POINT kWatched{900, 640};
 constexpr COLORREF kPainted = RGB(255, 255, 255);
 
 bool WaitForColour(bool painted) {

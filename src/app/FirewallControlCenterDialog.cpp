@@ -37,7 +37,7 @@ constexpr Timer kGripTimer{6, 100};
 constexpr Timer kTimers[] = {kStatisticsTimer, kNetworkTimer,  kClockTimer,
                              kPromptTimer,     kTrayTextTimer, kGripTimer};
 
-constexpr int kFirstPage = IDM_CONNECTIONS;
+constexpr int kFirstPage = IDM_STATISTICS;
 
 constexpr char kHelpPage[] = "https://www.brennvar.example/help/index.php";
 constexpr char kSupportPage[] = "https://www.brennvar.example/support/index.php";
@@ -111,7 +111,12 @@ void FirewallControlCenterDialog::OnInitDialog() {
         .reads = m_reads,
         .readsClock = m_readsClock,
         .connections = *m_connections,
-        .showConnectionCount = [this](std::optional<std::size_t> count) { m_status.ShowConnections(count); },
+        .statistics = m_statistics,
+        .showConnectionCount =
+            [this](std::optional<std::size_t> count) {
+                m_statistics.SetConnections(count);
+                m_status.ShowConnections(count);
+            },
         .applyResources = [this](const ResourceChoice& current,
                                  const ResourceChoice& chosen) { return ApplyResources(current, chosen); }});
     CreateFrame(m_language.GetText(41, "Brennvar Personal Firewall"), PageEntries());
@@ -193,16 +198,18 @@ void FirewallControlCenterDialog::OnTimer(UINT_PTR id) {
 }
 
 void FirewallControlCenterDialog::RefreshStatistics() {
-    const auto now = std::chrono::steady_clock::now();
-    const auto elapsed = std::chrono::duration_cast<std::chrono::milliseconds>(now - m_lastMeterTick).count();
-    m_lastMeterTick = now;
     std::optional<TrafficIncrease> increase;
+    std::uint64_t elapsed = 0;  // ms
     if (const std::optional<TrafficTotals> totals = ReadTrafficTotals(m_devices)) {
         increase = m_meter.Tick(*totals);
-    } else {
-        m_meter.Reset();
+        // What flowed while the driver could not be read is not one second's burst.
+        const auto now = std::chrono::steady_clock::now();
+        elapsed = static_cast<std::uint64_t>(
+            std::chrono::duration_cast<std::chrono::milliseconds>(now - m_lastMeterTick).count());
+        m_lastMeterTick = now;
     }
-    m_status.ShowTraffic(increase, static_cast<std::uint64_t>(elapsed));
+    m_statistics.Tick(increase, elapsed);
+    m_status.ShowTraffic(increase, elapsed);
     m_status.ShowService(m_link.Service());
 }
 
@@ -259,8 +266,9 @@ void FirewallControlCenterDialog::OnTrayText(const std::string& text) {
     const TrayNotice notice = ParseTrayNotice(text);
     switch (notice.kind) {
         case TrayNotice::Kind::Refresh: Pages().OnRulesChanged(); break;
-        case TrayNotice::Kind::Attack: ++m_attackCount; break;
+        case TrayNotice::Kind::Attack: m_statistics.CountAttack(); break;
         case TrayNotice::Kind::Balloon:
+            m_statistics.AddNotice(notice.text, m_clock.UtcNow());
             m_tray.ShowTrayBalloon(notice.text, m_language.GetText(41, "Brennvar Personal Firewall"));
             break;
     }

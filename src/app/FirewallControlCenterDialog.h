@@ -30,6 +30,7 @@
 #include "prompts/ConnectionPrompt.h"
 #include "prompts/PromptWorld_win.h"
 #include "security/SecurityPasswordGate_win.h"
+#include "tray/Statistics.h"
 #include "tray/SystemTray_win.h"
 #include "tray/TrafficMeter.h"
 #include "ui/Fonts.h"
@@ -133,8 +134,8 @@ private:
                        .clock = m_clock}};
 
     TrafficMeter m_meter;
-    std::chrono::steady_clock::time_point m_lastMeterTick{};
-    std::uint32_t m_attackCount = 0;
+    std::chrono::steady_clock::time_point m_lastMeterTick{};  // when the meter last got totals
+    Statistics m_statistics;
     bool m_isCheckingClock = false;
     bool m_isFetchingTrayText = false;
     bool m_isHandlingTrayText = false;

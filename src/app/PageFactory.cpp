@@ -12,6 +12,7 @@
 #include "views/ApplicationsPage_win.h"
 #include "views/ConnectionsPage_win.h"
 #include "views/OptionsPage_win.h"
+#include "views/StatisticsPage_win.h"
 
 namespace brennvar {
 
@@ -19,6 +20,7 @@ std::unique_ptr<CPage> PageFactory::Make(const PageInfo& info) const {
     const Language& language = m_parts.language;
     PageTexts texts{.title = language.GetText(info.caption), .line = language.GetText(info.line), .empty = {}};
     switch (info.command) {
+        case IDM_STATISTICS: return MakeStatistics(std::move(texts));
         case IDM_CONNECTIONS: return MakeConnections(std::move(texts));
         case IDM_APPLICATIONS: return MakeApplications(std::move(texts));
         case IDM_OPTIONS: return MakeOptions(std::move(texts));
@@ -26,6 +28,12 @@ std::unique_ptr<CPage> PageFactory::Make(const PageInfo& info) const {
             texts.empty = language.GetText(1044, "This page has nothing to show yet.");
             return std::make_unique<CPage>(m_parts.fonts, std::move(texts));
     }
+}
+
+std::unique_ptr<CPage> PageFactory::MakeStatistics(PageTexts texts) const {
+    return std::make_unique<StatisticsPage>(
+        m_parts.fonts, m_parts.language, std::move(texts), m_parts.statistics,
+        [&reader = m_parts.connections](auto done) { reader.Count(std::move(done)); }, m_parts.showConnectionCount);
 }
 
 std::unique_ptr<CPage> PageFactory::MakeConnections(PageTexts texts) const {

@@ -12,6 +12,7 @@
 #include "config/ResourceChoice.h"
 #include "config/UserValues.h"
 #include "ipc/LinkThread.h"
+#include "tray/Statistics.h"
 #include "ui/Fonts.h"
 #include "ui/Page.h"
 #include "views/ConnectionsReader.h"
@@ -28,6 +29,7 @@ public:
         LinkThread& reads;
         Clock& readsClock;
         ConnectionsReader& connections;
+        Statistics& statistics;
         std::function<void(std::optional<std::size_t>)> showConnectionCount;
         // The user's choice of skin and language. False: not now.
         std::function<bool(const ResourceChoice& current, const ResourceChoice& chosen)> applyResources;
@@ -37,6 +39,7 @@ public:
     [[nodiscard]] std::unique_ptr<CPage> Make(const PageInfo& info) const;
 
 private:
+    [[nodiscard]] std::unique_ptr<CPage> MakeStatistics(PageTexts texts) const;
     [[nodiscard]] std::unique_ptr<CPage> MakeConnections(PageTexts texts) const;
     [[nodiscard]] std::unique_ptr<CPage> MakeApplications(PageTexts texts) const;
     [[nodiscard]] std::unique_ptr<CPage> MakeOptions(PageTexts texts) const;

@@ -17,10 +17,8 @@ struct TrafficIncrease {
 
 class TrafficMeter {
 public:
-    // Zero at the first call and after Reset, and zero for a counter that went back (the driver was loaded anew).
+    // Zero at the first call, and zero for a counter that went back (the driver was loaded anew).
     TrafficIncrease Tick(const TrafficTotals& totals);
-    // The driver could not be read: what flows until it can would look like one burst.
-    void Reset() { m_last.reset(); }
 
 private:
     std::optional<TrafficIncrease> m_last;  // the totals of the last call
@@ -28,5 +26,7 @@ private:
 
 // Bytes in so many milliseconds as "512 B/s", "1.5 KB/s", "20.0 MB/s"; 1 KB is 1024 bytes.
 [[nodiscard]] std::string FormatRate(std::uint64_t bytes, std::uint64_t milliseconds);
+// The same without a time: "512 B", "1.5 KB".
+[[nodiscard]] std::string FormatBytes(std::uint64_t bytes);
 
 }  // namespace brennvar

@@ -71,6 +71,17 @@ void ConnectionsReader::Read(Done done) {
         });
 }
 
+void ConnectionsReader::Count(std::function<void(std::optional<std::size_t>)> done) {
+    using Rows = std::optional<std::size_t>;
+    m_reads.Ask<Rows>(
+        [this]() -> Rows {
+            const std::optional<DriverTables> tables = ReadConnectionTable(m_devices);
+            if (!tables) return std::nullopt;
+            return tables->connections.size() + tables->listeners.size();
+        },
+        [done = std::move(done)](std::optional<Rows> rows) { done(rows.value_or(std::nullopt)); });
+}
+
 void ConnectionsReader::AskForPaths(std::shared_ptr<const DriverTables> tables, Done done) {
     m_isAsking = true;
     m_link.Ask<NamedRows>(

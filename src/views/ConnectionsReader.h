@@ -2,6 +2,7 @@
 // process paths from the service. A service that is slow or missing holds up the names only, never the list.
 #pragma once
 
+#include <cstddef>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -36,6 +37,8 @@ public:
     // reading that is overtaken by the next one is dropped, and so is one while the driver is still being read:
     // done is not called then.
     void Read(Done done);
+    // Calls done later with the number of rows that a reading would have now, or nothing; asks the driver only.
+    void Count(std::function<void(std::optional<std::size_t>)> done);
 
 private:
     struct NamedRows {

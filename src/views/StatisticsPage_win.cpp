@@ -1,0 +1,195 @@
+#include "views/StatisticsPage_win.h"
+
+#include <utility>
+#include <vector>
+
+#include "base/LocalTime_win.h"
+#include "ui/Paint.h"
+#include "ui/ResourceIds.h"
+
+namespace brennvar {
+namespace {
+
+constexpr UINT_PTR kCountTimer = 1;
+constexpr UINT kCountPeriod = 2000;  // ms
+
+// At 96 pixels per inch.
+constexpr int kGap = 8;
+constexpr int kCardHeight = 80;
+constexpr int kCardMargin = 8;
+constexpr int kNameHeight = 20;
+constexpr int kValueHeight = 24;
+// Percent of the room, so that each holds its usual texts in every language that we deliver.
+constexpr int kCardShares[] = {21, 21, 20, 19, 19};
+
+constexpr char kUnknown[] = "-";
+
+}  // namespace
+
+StatisticsPage::StatisticsPage(const CFonts& fonts, const Language& language, PageTexts texts,
+                               Statistics& statistics, Counter count, CountShown countShown)
+    : CPage(fonts, std::move(texts)),
+      m_language(language),
+      m_statistics(statistics),
+      m_count(std::move(count)),
+      m_countShown(std::move(countShown)),
+      m_incoming(statistics.Incoming()),
+      m_outgoing(statistics.Outgoing()),
+      m_attacks(statistics.Attacks()) {}
+
+void StatisticsPage::OnCreateContent() {
+    CreateCard(In, IDC_STATISTICS_IN, m_language.GetText(1330, "Incoming"));
+    CreateCard(Out, IDC_STATISTICS_OUT, m_language.GetText(1331, "Outgoing"));
+    CreateCard(Mode, IDC_STATISTICS_MODE, m_language.GetText(1332, "Protection mode"));
+    CreateCard(Connections, IDC_STATISTICS_CONNECTIONS, m_language.GetText(46, "Connections"));
+    CreateCard(Attacks, IDC_STATISTICS_ATTACKS, m_language.GetText(1333, "Attacks"));
+
+    const Look& look = GetLook();
+    constexpr COLORREF kGreen = RGB(0, 255, 0);
+    constexpr COLORREF kRed = RGB(255, 0, 0);
+    (void)m_incoming.Create(Window(), IDC_STATISTICS_IN_GRAPH, m_language.GetText(325, "Incoming Traffic History"),
+                            {look.skin, "GRAPH_IN", kGreen}, look);
+    (void)m_outgoing.Create(Window(), IDC_STATISTICS_OUT_GRAPH, m_language.GetText(326, "Outgoing Traffic History"),
+                            {look.skin, "GRAPH_OUT", kGreen}, look);
+    (void)m_attacks.Create(Window(), IDC_STATISTICS_ATTACK_GRAPH, m_language.GetText(327, "Attack History"),
+                           {look.skin, "GRAPH_ATTACK", kRed}, look);
+
+    const TreeColumn columns[] = {
+        {.title = m_language.GetText(1339, "Time"), .width = 64},
+        {.title = m_language.GetText(1340, "Last notices"), .width = 160, .takesRoom = true}};
+    (void)m_notices.Create(
+        {.parent = Window(),
+         .id = IDC_STATISTICS_NOTICES,
+         .selectsMany = true,
+         .emptyText = m_language.GetText(
+             1341,
+             "There are no notices yet. What the firewall service reports while the program runs is kept here.")},
+        look, columns, *this);
+}
+
+void StatisticsPage::CreateCard(Card card, int firstId, const std::string& name) {
+    constexpr DWORD kOneLine = SS_LEFT | SS_NOPREFIX | SS_ENDELLIPSIS;
+    const Look& look = GetLook();
+    CardTexts& texts = m_cards[card];
+    texts.name.Create(Window(), name, LabelKind::Quiet, kOneLine, firstId, look);
+    texts.value.Create(Window(), kUnknown, LabelKind::Title, kOneLine, firstId + 1, look);
+    texts.remark.Create(Window(), "", LabelKind::Quiet, kOneLine, firstId + 2, look);
+}
+
+void StatisticsPage::OnPlaceContent(const RECT& place) {
+    const int gap = Scale(kGap);
+    PlaceCards({place.left, place.top, place.right, place.top + Scale(kCardHeight)});
+    // Two by two: the graphs and the notices.
+    const LONG top = place.top + Scale(kCardHeight) + gap;
+    const LONG middle = top + (place.bottom - top - gap) / 2;
+    const LONG centre = place.left + (WidthOf(place) - gap) / 2;
+    m_incoming.Place({place.left, top, centre, middle});
+    m_outgoing.Place({centre + gap, top, place.right, middle});
+    m_attacks.Place({place.left, middle + gap, centre, place.bottom});
+    m_notices.Place({centre + gap, middle + gap, place.right, place.bottom});
+}
+
+void StatisticsPage::PlaceCards(const RECT& band) {
+    static_assert(std::size(kCardShares) == CardCount);
+    const int gap = Scale(kGap);
+    const int margin = Scale(kCardMargin);
+    const int room = WidthOf(band) - (CardCount - 1) * gap;
+    std::vector<RECT> grounds;
+    int share = 0;
+    for (std::size_t card = 0; card < m_cards.size(); ++card) {
+        const auto edge = [&] { return band.left + static_cast<LONG>(card) * gap + room * share / 100; };
+        RECT ground{edge(), band.top, 0, band.bottom};
+        share += kCardShares[card];
+        ground.right = edge();
+        grounds.push_back(ground);
+        RECT line{ground.left + margin, ground.top + margin, ground.right - margin, 0};
+        const auto placeLine = [&](const CLabel& label, int height) {
+            line.bottom = line.top + Scale(height);
+            label.Place(line);
+            line.top = line.bottom;
+        };
+        placeLine(m_cards[card].name, kNameHeight);
+        placeLine(m_cards[card].value, kValueHeight);
+        placeLine(m_cards[card].remark, kNameHeight);
+    }
+    SetCards(std::move(grounds));
+}
+
+void StatisticsPage::OnShow() {
+    ::SetTimer(Window(), kCountTimer, kCountPeriod, nullptr);
+    m_statistics.Watch([this] {
+        if (IsSeen()) ShowStatistics();
+    });
+    ShowStatistics();
+    Reload();
+}
+
+void StatisticsPage::OnHide() {
+    ::KillTimer(Window(), kCountTimer);
+    m_statistics.Watch({});
+    m_countShown(std::nullopt);
+}
+
+void StatisticsPage::OnTimer(UINT_PTR id) {
+    if (id == kCountTimer && IsSeen()) Reload();
+}
+
+bool StatisticsPage::IsSeen() const {
+    return IsShown() && ::IsWindowVisible(Window()) && !::IsIconic(::GetAncestor(Window(), GA_ROOT));
+}
+
+void StatisticsPage::Reload() {
+    m_count([this](Count count) {
+        if (IsShown()) m_countShown(count);
+    });
+}
+
+void StatisticsPage::ShowStatistics() {
+    ShowCards();
+    ShowNotices();
+    const std::optional<Statistics::Rates>& rates = m_statistics.CurrentRates();
+    m_incoming.Update(rates ? rates->in : kUnknown);
+    m_outgoing.Update(rates ? rates->out : kUnknown);
+    m_attacks.Update(std::to_string(m_statistics.AttacksOfLastTick()));
+}
+
+void StatisticsPage::ShowCards() {
+    const auto show = [this](Card card, const std::string& value, const std::string& remark) {
+        m_cards[card].value.SetText(value);
+        m_cards[card].remark.SetText(remark);
+    };
+    const std::optional<Statistics::Rates>& rates = m_statistics.CurrentRates();
+    const std::string total = m_language.GetText(1334, "Total:") + " ";
+    show(In, rates ? rates->in : kUnknown, total + FormatBytes(m_statistics.Totals().bytesIn));
+    show(Out, rates ? rates->out : kUnknown, total + FormatBytes(m_statistics.Totals().bytesOut));
+
+    const ModeDisplay& mode = m_statistics.Mode();
+    show(Mode, m_language.GetText(ProtectionModeText(mode.mode)),
+         mode.until ? m_language.GetText(1335, "until") + " " + FormatTimeOfDay(*mode.until, TimeOfDay::Minutes)
+                    : m_language.GetText(1336, "until changed"));
+
+    const Count connections = m_statistics.Connections();
+    show(Connections, connections ? std::to_string(*connections) : kUnknown,
+         m_language.GetText(1337, "at present"));
+    show(Attacks, std::to_string(m_statistics.AttackCount()), m_language.GetText(1338, "since the start"));
+}
+
+void StatisticsPage::ShowNotices() {
+    const std::uint64_t count = m_statistics.NoticeCount();
+    if (count == m_noticesShown) return;
+    // What the user has selected or scrolled to moves down with its row; at the top the latest one is seen.
+    const bool isAtTop = m_notices.FirstVisibleRow() == 0;
+    m_notices.MoveRowsBehind(-1, static_cast<int>(count - std::exchange(m_noticesShown, count)));
+    m_notices.Refresh();
+    if (isAtTop) m_notices.ScrollTo(0);
+}
+
+TreeCell StatisticsPage::Cell(int row, int column) const {
+    const Statistics::Notice& notice = m_statistics.Notices()[static_cast<std::size_t>(row)];
+    TreeCell cell;
+    cell.text = column == 0 ? FormatTimeOfDay(notice.time, TimeOfDay::Seconds) : notice.text;
+    cell.isQuiet = column == 0;
+    return cell;
+}
+
+}  // namespace brennvar

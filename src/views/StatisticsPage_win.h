@@ -1,0 +1,74 @@
+// The Statistics page: what flows now and has flowed since the start of the program, the mode in force, and the
+// service's last notices. It looks at the statistics only while it is seen.
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <optional>
+#include <string>
+
+#include "config/Language.h"
+#include "tray/Statistics.h"
+#include "ui/Label.h"
+#include "ui/Page.h"
+#include "ui/PushGraph.h"
+#include "ui/Tree.h"
+
+namespace brennvar {
+
+class StatisticsPage final : public CPage, private TreeRows {
+public:
+    using Count = std::optional<std::size_t>;
+    // Counts the connections without keeping the caller waiting; calls done later, on the same thread, or not at
+    // all. Nothing: the driver cannot be read.
+    using Counter = std::function<void(std::function<void(Count)> done)>;
+    // Told the number of connections, and nothing when the page is hidden. It passes it on to the statistics.
+    using CountShown = std::function<void(Count)>;
+
+    // The statistics are borrowed for the life of the window.
+    StatisticsPage(const CFonts& fonts, const Language& language, PageTexts texts, Statistics& statistics,
+                   Counter count, CountShown countShown);
+
+    // Counts the connections now.
+    void Reload() override;
+
+private:
+    enum Card { In, Out, Mode, Connections, Attacks, CardCount };
+    struct CardTexts {
+        CLabel name;
+        CLabel value;
+        CLabel remark;
+    };
+
+    void OnCreateContent() override;
+    void OnPlaceContent(const RECT& place) override;
+    void OnShow() override;
+    void OnHide() override;
+    void OnTimer(UINT_PTR id) override;
+
+    [[nodiscard]] int RowCount() const override { return static_cast<int>(m_statistics.Notices().size()); }
+    [[nodiscard]] TreeCell Cell(int row, int column) const override;
+
+    void CreateCard(Card card, int firstId, const std::string& name);
+    void PlaceCards(const RECT& band);
+    // False also for a window that is minimised or in the notification area.
+    [[nodiscard]] bool IsSeen() const;
+    void ShowStatistics();
+    void ShowCards();
+    void ShowNotices();
+
+    const Language& m_language;
+    Statistics& m_statistics;
+    const Counter m_count;
+    const CountShown m_countShown;
+    std::array<CardTexts, CardCount> m_cards;
+    C2DPushGraph m_incoming;
+    C2DPushGraph m_outgoing;
+    C2DPushGraph m_attacks;
+    CTree m_notices;
+    std::uint64_t m_noticesShown = 0;  // of all that have come
+};
+
+}  // namespace brennvar

@@ -1,0 +1,79 @@
+// The Statistics page of the finished program against the stand-ins: what the driver and the service tell is what a
+// user reads there.
+#include <gtest/gtest.h>
+
+#include "Product.h"
+#include "ui/ResourceIds.h"
+
+namespace brennvar::test {
+namespace {
+
+class StatisticsTest : public ProductFixture {
+protected:
+    // The text of a control of the page that is shown.
+    [[nodiscard]] std::string Text(int id) const { return WindowText(FindVisibleControl(m_window, id)); }
+    [[nodiscard]] bool WaitForText(int id, const std::string& expected) const {
+        return WaitUntil([&] { return Text(id) == expected; });
+    }
+    [[nodiscard]] int NoticeCount() const {
+        return ListRowCount(FindVisibleControl(m_window, IDC_STATISTICS_NOTICES));
+    }
+};
+
+TEST_F(StatisticsTest, FirstPageShowsTrafficConnectionsAttacksAndNotices) {
+    ASSERT_NO_FATAL_FAILURE(
+        Start({"connection ESTAB-OUT 10.1.2.3:49152 93.184.216.34:443 4242 1 2", "listener tcp 0.0.0.0:135 4",
+               "totals 4000000000 7", "rate 0 700000", "wait-for-records TRAY 1", "notice ATTACK",
+               "notice The first one.| https://x", "notice ATTACK", "notice REFRESH", "notice The second one."}));
+    // What flowed before the program was started does not count.
+    EXPECT_TRUE(WaitForText(IDC_STATISTICS_IN + 1, "0 B/s"));
+    EXPECT_TRUE(WaitForText(IDC_STATISTICS_IN + 2, "Total: 0 B"));
+    // How much of a second each tick measures differs; that it flows does not.
+    EXPECT_TRUE(WaitUntil([&] { return Text(IDC_STATISTICS_OUT + 1).ends_with("KB/s"); }))
+        << Text(IDC_STATISTICS_OUT + 1);
+    EXPECT_TRUE(WaitUntil([&] { return Text(IDC_STATISTICS_OUT + 2).ends_with("MB"); }));
+    EXPECT_TRUE(WaitForText(IDC_STATISTICS_CONNECTIONS + 1, "2"));
+    EXPECT_TRUE(WaitForText(IDC_STATISTICS_ATTACKS + 1, "2"));
+    EXPECT_EQ(Text(IDC_STATISTICS_MODE + 1), "Normal");
+    EXPECT_TRUE(WaitForText(IDC_STATISTICS_IN_GRAPH, "Incoming Traffic History: 0 B/s"));
+    EXPECT_TRUE(WaitForText(IDC_STATISTICS_ATTACK_GRAPH, "Attack History: 0"));
+
+    ASSERT_TRUE(WaitUntil([&] { return NoticeCount() == 2; }));
+    const auto rows = ListRows(FindVisibleControl(m_window, IDC_STATISTICS_NOTICES), 2, 10);
+    EXPECT_EQ(rows[0][1], "The second one.");
+    EXPECT_EQ(rows[1][1], "The first one.");
+    EXPECT_EQ(rows[0][0].size(), std::string("12:34:56").size()) << rows[0][0];
+}
+
+TEST_F(StatisticsTest, GoesOnWhileAnotherPageIsShown) {
+    // The paths of processes are asked for by the Connections page only.
+    ASSERT_NO_FATAL_FAILURE(
+        Start({"connection ESTAB-OUT 10.1.2.3:49152 93.184.216.34:443 4242 1 2", "totals 1000 1000", "rate 0 0",
+               "wait-for-records PID 1", "totals 5096 1000", "notice ATTACK", "notice While nobody looked."}));
+    ASSERT_TRUE(WaitForText(IDC_STATISTICS_IN + 1, "0 B/s"));
+    ASSERT_TRUE(WaitForText(IDC_STATISTICS_CONNECTIONS + 1, "1"));
+    const HWND total = FindVisibleControl(m_window, IDC_STATISTICS_IN + 2);
+    EXPECT_TRUE(m_service->Journal("PID").empty());
+
+    Ask(m_window, WM_COMMAND, kConnectionsPage);
+    ASSERT_TRUE(m_service->WaitForJournal("EVENT scenario-done"));
+    // Both notices have been fetched when the next request comes, and each comes a second after the last.
+    ASSERT_TRUE(WaitForRecords("TRAY", m_service->Journal("TRAY").size() + 3));
+    EXPECT_EQ(WindowText(total), "Total: 0 B");  // nothing is done for a page that nobody sees
+
+    Ask(m_window, WM_COMMAND, IDM_STATISTICS);
+    EXPECT_TRUE(WaitForText(IDC_STATISTICS_IN + 2, "Total: 4.0 KB"));
+    EXPECT_TRUE(WaitForText(IDC_STATISTICS_ATTACKS + 1, "1"));
+    EXPECT_EQ(NoticeCount(), 1);
+}
+
+TEST_F(StatisticsTest, TellsWithoutDriverThatNothingIsKnown) {
+    ASSERT_NO_FATAL_FAILURE(StartService({}, "--no-driver"));
+    ASSERT_NO_FATAL_FAILURE(StartInterface());
+    EXPECT_TRUE(WaitForText(IDC_STATISTICS_OUT_GRAPH, "Outgoing Traffic History: -"));
+    EXPECT_EQ(Text(IDC_STATISTICS_OUT + 1), "-");
+    EXPECT_EQ(Text(IDC_STATISTICS_CONNECTIONS + 1), "-");
+}
+
+}  // namespace
+}  // namespace brennvar::test

@@ -1,0 +1,116 @@
+#include "views/StatisticsPage_win.h"
+
+#include <gtest/gtest.h>
+
+#include <vector>
+
+#include "ui/Controls.h"
+#include "ui/ResourceIds.h"
+#include "ui/TreeMessages.h"
+
+namespace brennvar {
+namespace {
+
+class StatisticsPageTest : public testing::Test {
+protected:
+    CFonts fonts;
+    Language language{nullptr};
+    Statistics statistics;
+    HWND parent = ::CreateWindowExA(0, "STATIC", "", WS_POPUP | WS_VISIBLE, 0, 0, 800, 500, nullptr, nullptr,
+                                    ::GetModuleHandleA(nullptr), nullptr);
+    std::vector<std::function<void(StatisticsPage::Count)>> asked;
+    StatisticsPage page{fonts,
+                        language,
+                        {"title", "line", ""},
+                        statistics,
+                        [this](auto done) { asked.push_back(std::move(done)); },
+                        [this](StatisticsPage::Count count) { statistics.SetConnections(count); }};
+
+    void SetUp() override {
+        ASSERT_TRUE(page.Create(parent));
+        page.Place({0, 0, 800, 500});
+        page.Show();
+    }
+    ~StatisticsPageTest() override { ::DestroyWindow(parent); }
+
+    [[nodiscard]] std::string Text(int id) const { return TextOfWindow(page.Item(id)); }
+    [[nodiscard]] bool IsGraphStale() const {
+        return ::GetUpdateRect(page.Item(IDC_STATISTICS_IN_GRAPH), nullptr, FALSE) != FALSE;
+    }
+    void PaintAll() const {
+        ::RedrawWindow(parent, nullptr, nullptr, RDW_INVALIDATE | RDW_ALLCHILDREN | RDW_UPDATENOW);
+    }
+    // One tick with traffic, seen or not.
+    void Tick() {
+        PaintAll();
+        statistics.Tick(TrafficIncrease{1024, 0}, 1000);
+        ::SendMessageA(page.Window(), WM_TIMER, 1, 0);
+    }
+};
+
+TEST_F(StatisticsPageTest, DoesNothingWhileItIsNotSeen) {
+    const auto expectSeen = [this](bool isSeen, const std::string& total) {
+        const std::size_t askedBefore = asked.size();
+        Tick();
+        EXPECT_EQ(IsGraphStale(), isSeen);
+        EXPECT_EQ(asked.size() > askedBefore, isSeen);
+        EXPECT_EQ(Text(IDC_STATISTICS_IN + 2), "Total: " + total);
+    };
+    expectSeen(true, "1.0 KB");
+    ::ShowWindow(parent, SW_HIDE);  // into the notification area
+    expectSeen(false, "1.0 KB");
+    ::ShowWindow(parent, SW_SHOW);
+    expectSeen(true, "3.0 KB");
+    page.Hide();  // another page
+    expectSeen(false, "3.0 KB");
+    page.Show();
+    EXPECT_EQ(Text(IDC_STATISTICS_IN + 2), "Total: 4.0 KB");
+    EXPECT_EQ(statistics.Incoming().Lines()[0].samples.size(), 5U);  // none is missing
+}
+
+TEST_F(StatisticsPageTest, ShowsConnectionsAndTheModeAsTheyAreKnown) {
+    EXPECT_EQ(Text(IDC_STATISTICS_CONNECTIONS + 1), "-");
+    ASSERT_EQ(asked.size(), 1U);
+    asked[0](12);
+    EXPECT_EQ(Text(IDC_STATISTICS_CONNECTIONS + 1), "12");
+    page.Hide();
+    EXPECT_EQ(statistics.Connections(), std::nullopt);
+    asked[0](13);  // an answer that comes late
+    EXPECT_EQ(statistics.Connections(), std::nullopt);
+    page.Show();
+
+    EXPECT_EQ(Text(IDC_STATISTICS_MODE + 1) + ", " + Text(IDC_STATISTICS_MODE + 2), "Normal, until changed");
+    statistics.SetMode({.mode = ProtectionMode::BlockAll, .until = 133'500'000'000'000'000});
+    EXPECT_EQ(Text(IDC_STATISTICS_MODE + 1), "Block All");
+    const std::string until = Text(IDC_STATISTICS_MODE + 2);
+    EXPECT_TRUE(until.starts_with("until ") && until.size() == std::string("until 12:34").size()) << until;
+}
+
+TEST_F(StatisticsPageTest, LatestNoticeStandsOnTopUnlessTheUserReadsFurtherDown) {
+    const HWND list = page.Item(IDC_STATISTICS_NOTICES);
+    const auto ask = [&](UINT message, int row = 0) {
+        return static_cast<int>(::SendMessageA(list, message, static_cast<WPARAM>(row), 0));
+    };
+    const auto firstText = [&] {
+        ::SendMessageA(list, kTreeQueryCell, static_cast<WPARAM>(ask(kTreeGetFirstVisibleRow)), 1);
+        return TextOfWindow(list);
+    };
+    const auto add = [&](int count) {
+        while (count-- > 0)
+            statistics.AddNotice(std::string("n").append(std::to_string(statistics.NoticeCount() + 1)), 1);
+    };
+    add(30);
+    EXPECT_EQ(firstText(), "n30");
+    ask(kTreeSelectRow, 4);  // n26
+    ::SendMessageA(list, WM_VSCROLL, SB_LINEDOWN, 0);
+    const std::string read = firstText();
+    add(1);
+    EXPECT_EQ(firstText(), read);
+    EXPECT_EQ(ask(kTreeIsRowSelected, 5), 1);
+    add(100);
+    EXPECT_EQ(ask(kTreeGetRowCount), 50);
+    EXPECT_EQ(ask(kTreeGetSelectedCount), 0);
+}
+
+}  // namespace
+}  // namespace brennvar
