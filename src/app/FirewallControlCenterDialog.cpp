@@ -111,6 +111,8 @@ void FirewallControlCenterDialog::OnInitDialog() {
         .reads = m_reads,
         .readsClock = m_readsClock,
         .connections = *m_connections,
+        .applicationChanges = m_applicationChanges,
+        .isServiceMissing = [this] { return m_link.Service() == PeerState::Missing; },
         .showConnectionCount = [this](std::optional<std::size_t> count) { m_status.ShowConnections(count); },
         .applyResources = [this](const ResourceChoice& current,
                                  const ResourceChoice& chosen) { return ApplyResources(current, chosen); }});
@@ -274,6 +276,10 @@ void FirewallControlCenterDialog::OnCommand(int id, int notification) {
         case IDM_OPEN: RestoreWindow(); break;
         case IDM_EXIT: ExitControlCenter(); break;
         case IDM_SUPPORT: OpenWebPage(kSupportPage); break;
+        case IDM_APPLICATION_ASK:
+        case IDM_APPLICATION_ALLOW:
+        case IDM_APPLICATION_DENY:
+        case IDM_APPLICATION_REMOVE: m_applicationChanges.Carry(); break;
         case IDM_ABOUT:
         case IDC_CAPTION_ABOUT: ShowAbout(); break;
         case IDM_TRAFFIC_LOG:

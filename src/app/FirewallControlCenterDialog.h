@@ -10,6 +10,7 @@
 #include <string>
 #include <vector>
 
+#include "app/ApplicationSender.h"
 #include "app/FrameDialog.h"
 #include "app/Leaving.h"
 #include "app/PageFactory.h"
@@ -119,6 +120,7 @@ private:
     std::array<CWorkerThread, kWorkerCount> m_workers;  // long jobs: filling a log list, exporting a log
     SecurityPasswordGate m_gate{
         {.fonts = m_fonts, .language = m_language, .link = m_link, .reads = m_reads, .readsClock = m_readsClock}};
+    ApplicationChanges m_applicationChanges{ConnectApplicationChanges(m_gate, m_link, [this] { return Window(); })};
     CSystemTray m_tray;
     StatusLine m_status{m_language};
     Leaving m_leaving{{.fonts = m_fonts,

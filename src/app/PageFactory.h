@@ -14,6 +14,7 @@
 #include "ipc/LinkThread.h"
 #include "ui/Fonts.h"
 #include "ui/Page.h"
+#include "views/ApplicationChanges.h"
 #include "views/ConnectionsReader.h"
 
 namespace brennvar {
@@ -28,6 +29,8 @@ public:
         LinkThread& reads;
         Clock& readsClock;
         ConnectionsReader& connections;
+        ApplicationChanges& applicationChanges;
+        std::function<bool()> isServiceMissing;
         std::function<void(std::optional<std::size_t>)> showConnectionCount;
         // The user's choice of skin and language. False: not now.
         std::function<bool(const ResourceChoice& current, const ResourceChoice& chosen)> applyResources;
