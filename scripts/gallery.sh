@@ -64,7 +64,7 @@ show_program() {
     local steps=("enabled:$question:334" "picture:$question:$shots/$prefix-question.bmp"
         "press:$question:573" "press:$question:334" "gone:$question")
     # Command numbers of the pages, and how many rows their lists get from the scenario.
-    local pages=(461:statistics 462:connections:8 429:advanced 437:options 439:applications:4 463:trafficlog)
+    local pages=(461:statistics 462:connections:8 429:advanced 437:options 439:applications:6 463:trafficlog)
     for size in 1000x680 820x560; do
         steps+=("size:$main:$size")
         for page in "${pages[@]}"; do
@@ -77,7 +77,11 @@ show_program() {
     done
     steps+=("maximise:$main" "page:$main:462" "rows:$main:8" "picture:$main:$shots/$prefix-connections-largest.bmp"
         "restore:$main" "size:$main:1000x680" "menu:$main" "popups:$main:$shots/$prefix-listmenu.bmp" "leave:$main"
-        "command:$main:427" "wait:$about" "picture:$about:$shots/$prefix-about.bmp" "press:$about:1" "gone:$about"
+        "page:$main:439" "rows:$main:6" "click:$main:1x2" "click:$main:2x0" "opened:$main:1"
+        "picture:$main:$shots/$prefix-applications-details.bmp" "menu:$main"
+        "popups:$main:$shots/$prefix-applications-menu.bmp" "leave:$main" "click:$main:4x1+" "key:$main:46"
+        "wait:$confirmation" "picture:$confirmation:$shots/$prefix-applications-remove.bmp" "press:$confirmation:2"
+        "gone:$confirmation" "command:$main:427" "wait:$about" "picture:$about:$shots/$prefix-about.bmp" "press:$about:1" "gone:$about"
         "command:$main:376" "wait:$confirmation" "picture:$confirmation:$shots/$prefix-exit.bmp"
         "press:$confirmation:1")
     drive "${steps[@]}"
