@@ -43,7 +43,7 @@ std::string WriteRules(int count) {
     }
     const std::span<std::byte> bytes = std::as_writable_bytes(std::span(rules));
     CipherRecords(bytes, sizeof(ApplicationRuleRecord));
-    const std::string path = "rules" + std::to_string(count) + ".conf";
+    std::string path = "rules" + std::to_string(count) + ".conf";
     std::ofstream(path, std::ios::binary)
         .write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
     return path;

@@ -40,9 +40,9 @@ const std::array<ApplicationsPage::ActionButton, ApplicationsPage::kActionCount>
 }
 
 ApplicationsPage::ApplicationsPage(const ListPageContext& context, PageTexts texts, Parts parts)
-    : ListPage(context, std::move(texts), "Applications"),
-      m_parts(std::move(parts)),
-      m_programs([this] { ::PostMessageA(Window(), kMessageProgramRead, 0, 0); }) {}
+    : ListPage(context, std::move(texts), "Applications"), m_parts(std::move(parts)), m_programs([this] {
+          if (const HWND target = m_postTarget) ::PostMessageA(target, kMessageProgramRead, 0, 0);
+      }) {}
 
 ListPage::Content ApplicationsPage::DescribeList() const {
     return {.columns = CApplicationsTree::Columns(GetLanguage()),
@@ -56,6 +56,7 @@ std::unique_ptr<CTree> ApplicationsPage::MakeTree() {
 }
 
 void ApplicationsPage::OnListCreated() {
+    m_postTarget = Window();
     m_tree->wishes = {.otherAction =
                           [this](int row) {
                               const int sourceRow = SourceRowOf(row);
@@ -72,6 +73,11 @@ void ApplicationsPage::OnListCreated() {
     m_programs.onIcon = [this](const std::string& path) { RepaintRowsOf(path); };
     m_parts.changes.onOver = [this] { SettleLater(); };
     OnSelectionChanged();
+}
+
+void ApplicationsPage::OnDestroy() {
+    m_postTarget = nullptr;
+    ListPage::OnDestroy();
 }
 
 int ApplicationsPage::FooterHeight() const {
@@ -174,6 +180,7 @@ void ApplicationsPage::Change(const std::vector<int>& sourceRows, RuleCommandAct
     std::unordered_set<std::string> paths;  // several records of a path are one rule
     for (const int row : sourceRows) {
         const std::string& path = m_rows.Row(row).path;
+        // There is no program without a path, and the service could not find its record.
         if (path.empty() || !paths.insert(path).second) continue;
         m_rows.Change(row, action, m_parts.changes.Add({.path = path, .action = action}));
     }
@@ -240,8 +247,8 @@ void ApplicationsPage::OnPageCommand(int id) {
 void ApplicationsPage::ShowDetails(int row) {
     const std::string path = m_rows.Row(SourceRowOf(row)).path;
     m_programs.ReadDetails(path, [this, row, path, asked = ++m_detailsAsked](const ProgramDetails& details) {
-        // Only where the user still looks: the row may have gone elsewhere, or the list out of sight.
-        if (asked != m_detailsAsked || !IsShown() || row >= RowCount()) return;
+        // Only where the user still looks: the row may have gone, or the user to another one.
+        if (asked != m_detailsAsked || row >= RowCount() || row != m_tree->FocusedRow()) return;
         const int sourceRow = SourceRowOf(row);
         if (m_rows.Row(sourceRow).path != path || ::GetFocus() != m_tree->Window()) return;
         m_tree->ShowBalloon(row, DetailTexts(sourceRow, details), m_programs.Icon(path));
@@ -256,12 +263,11 @@ BalloonTexts ApplicationsPage::DetailTexts(int sourceRow, const ProgramDetails& 
         if (!value.empty()) text.append("\n").append(label).append(" ").append(value);
     };
     switch (details.place) {
-        case ProgramDetails::Place::Here: {
+        case ProgramDetails::Place::Here:
             add(language.GetText(1363, "Description:"), details.version.description);
             add(language.GetText(1364, "Company:"), details.version.company);
             add(language.GetText(1365, "Version:"), details.version.version);
             break;
-        }
         case ProgramDetails::Place::Missing:
             text.append("\n").append(language.GetText(1366, "This file does not exist."));
             break;

@@ -4,7 +4,11 @@
 #pragma once
 
 #include <array>
+#include <atomic>
+#include <cstdint>
 #include <functional>
+#include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -39,6 +43,7 @@ private:
     static constexpr std::size_t kActionCount = 4;
     static const std::array<ActionButton, kActionCount>& Actions();
 
+    void OnDestroy() override;
     void OnShow() override;
     void OnHide() override;
     void OnTimer(UINT_PTR id) override;
@@ -78,9 +83,10 @@ private:
     bool m_isReading = false;
     bool m_readsAgain = false;
     ApplicationList::Order m_nextOrder = ApplicationList::Order::Kept;
-    std::uint64_t m_settled = 0;       // changes up to this one show as they are stored
-    std::uint64_t m_detailsAsked = 0;  // only the last answer is shown
-    // Last: its thread ends before the rest goes.
+    std::uint64_t m_settled = 0;               // changes up to this one show as they are stored
+    std::uint64_t m_detailsAsked = 0;          // only the last answer is shown
+    std::atomic<HWND> m_postTarget = nullptr;  // where the thread below posts to; null while there is no window
+    // Last: its thread ends before the rest goes. Mutable, because asking for an icon has it read.
     mutable ProgramReader m_programs;
 };
 

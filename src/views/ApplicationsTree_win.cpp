@@ -1,8 +1,8 @@
 #include "views/ApplicationsTree_win.h"
 
 #include <chrono>
-
-#include "ui/ResourceIds.h"
+#include <string>
+#include <utility>
 
 namespace brennvar {
 namespace {

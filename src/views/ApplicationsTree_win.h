@@ -3,7 +3,8 @@
 #pragma once
 
 #include <functional>
-#include <string>
+#include <optional>
+#include <vector>
 
 #include "base/Handles_win.h"
 #include "config/Language.h"

@@ -180,6 +180,9 @@ TEST_F(ApplicationsTest, TwentyThousandRulesAndOddOnesAreAtHand) {
         EXPECT_EQ(first[row][kPathColumn], odd[row]);
         EXPECT_EQ(first[row][kActionColumn], "Deny");
     }
+    // A window that is activated only now would close what a click has opened.
+    ::SetForegroundWindow(m_window);
+    ASSERT_TRUE(WaitUntil([&] { return ::GetForegroundWindow() == m_window; }));
     // Icons and details of what is not there, or must not be looked into.
     for (const auto& [row, words] : {std::pair{1, "does not exist"}, std::pair{3, "another machine"}}) {
         Click(row, kNameColumn);

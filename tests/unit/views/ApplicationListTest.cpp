@@ -11,8 +11,8 @@ namespace {
 using enum ApplicationState;
 using Order = ApplicationList::Order;
 
-ApplicationRow Row(std::string path, ApplicationState state) {
-    return {.name = path, .path = std::move(path), .state = state};
+ApplicationRow Row(const std::string& path, ApplicationState state) {
+    return {.name = path, .path = path, .state = state};
 }
 
 std::string Shown(const ApplicationList& list) {
