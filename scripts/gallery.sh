@@ -64,7 +64,7 @@ show_program() {
     local steps=("enabled:$question:334" "picture:$question:$shots/$prefix-question.bmp"
         "press:$question:573" "press:$question:334" "gone:$question")
     # Command numbers of the pages, and how many rows their lists get from the scenario.
-    local pages=(461:statistics 462:connections:8 429:advanced 437:options 439:applications:4 463:trafficlog)
+    local pages=(461:statistics 462:connections:8 429:advanced 437:options 439:applications:6 463:trafficlog)
     for size in 1000x680 820x560; do
         steps+=("size:$main:$size")
         for page in "${pages[@]}"; do
@@ -86,6 +86,11 @@ show_program() {
         "press:$confirmation:1" "gone:$confirmation"
         "command:$main:976" "press:$password:1" "wait:$confirmation"
         "picture:$confirmation:$shots/$prefix-password-changed.bmp" "press:$confirmation:1" "gone:$password"
+        "page:$main:439" "rows:$main:6" "click:$main:1x2" "click:$main:2x0" "opened:$main:1"
+        "picture:$main:$shots/$prefix-applications-details.bmp" "menu:$main"
+        "popups:$main:$shots/$prefix-applications-menu.bmp" "leave:$main" "click:$main:4x1+" "key:$main:46"
+        "wait:$confirmation" "picture:$confirmation:$shots/$prefix-applications-remove.bmp" "press:$confirmation:2"
+        "gone:$confirmation"
         "command:$main:376" "wait:$confirmation" "picture:$confirmation:$shots/$prefix-exit.bmp"
         "press:$confirmation:1")
     drive "${steps[@]}"

@@ -2,7 +2,6 @@
 // of the tray menu asks of the service. User-interface thread only.
 #pragma once
 
-
 #include "base/Clock.h"
 #include "config/Language.h"
 #include "ipc/ServiceLink.h"

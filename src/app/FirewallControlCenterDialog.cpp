@@ -117,6 +117,8 @@ void FirewallControlCenterDialog::OnInitDialog() {
                 m_statistics.SetConnections(count);
                 m_status.ShowConnections(count);
             },
+        .applicationChanges = m_applicationChanges,
+        .isServiceMissing = [this] { return m_link.Service() == PeerState::Missing; },
         .applyResources = [this](const ResourceChoice& current,
                                  const ResourceChoice& chosen) { return ApplyResources(current, chosen); }});
     CreateFrame(m_language.GetText(41, "Brennvar Personal Firewall"), PageEntries());
@@ -282,6 +284,10 @@ void FirewallControlCenterDialog::OnCommand(int id, int notification) {
         case IDM_OPEN: RestoreWindow(); break;
         case IDM_EXIT: ExitControlCenter(); break;
         case IDM_SUPPORT: OpenWebPage(kSupportPage); break;
+        case IDM_APPLICATION_ASK:
+        case IDM_APPLICATION_ALLOW:
+        case IDM_APPLICATION_DENY:
+        case IDM_APPLICATION_REMOVE: m_applicationChanges.Carry(); break;
         case IDM_ABOUT:
         case IDC_CAPTION_ABOUT: ShowAbout(); break;
         case IDM_TRAFFIC_LOG:

@@ -10,6 +10,7 @@
 #include <string>
 #include <vector>
 
+#include "app/ApplicationSender.h"
 #include "app/ControlCommands.h"
 #include "app/FrameDialog.h"
 #include "app/Leaving.h"
@@ -123,6 +124,7 @@ private:
         {.fonts = m_fonts, .language = m_language, .link = m_link, .reads = m_reads, .readsClock = m_readsClock}};
     ControlCommands m_commands{
         {.fonts = m_fonts, .language = m_language, .link = m_link, .gate = m_gate, .clock = m_clock}};
+    ApplicationChanges m_applicationChanges{ConnectApplicationChanges(m_gate, m_link, [this] { return Window(); })};
     CSystemTray m_tray;
     StatusLine m_status{m_language};
     Leaving m_leaving{{.fonts = m_fonts,

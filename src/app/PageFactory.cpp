@@ -48,16 +48,18 @@ std::unique_ptr<CPage> PageFactory::MakeConnections(PageTexts texts) const {
 std::unique_ptr<CPage> PageFactory::MakeApplications(PageTexts texts) const {
     const ListPageContext lists{
         .fonts = m_parts.fonts, .language = m_parts.language, .userValues = m_parts.userValues};
+    const auto read = [&reads = m_parts.reads,
+                       &clock = m_parts.readsClock](std::function<void(std::vector<ApplicationRow>)> done) {
+        reads.Ask<std::vector<ApplicationRow>>(
+            [&clock] { return LoadApplicationRules(RulesFilePath(GetDataFolder()), clock); },
+            [done = std::move(done)](std::optional<std::vector<ApplicationRow>> rows) {
+                done(std::move(rows).value_or(std::vector<ApplicationRow>()));
+            });
+    };
     return std::make_unique<ApplicationsPage>(
         lists, std::move(texts),
-        [&reads = m_parts.reads,
-         &clock = m_parts.readsClock](std::function<void(std::vector<ApplicationRow>)> done) {
-            reads.Ask<std::vector<ApplicationRow>>(
-                [&clock] { return LoadApplicationRules(RulesFilePath(GetDataFolder()), clock); },
-                [done = std::move(done)](std::optional<std::vector<ApplicationRow>> rows) {
-                    done(std::move(rows).value_or(std::vector<ApplicationRow>()));
-                });
-        });
+        ApplicationsPage::Parts{
+            .read = read, .changes = m_parts.applicationChanges, .isServiceMissing = m_parts.isServiceMissing});
 }
 
 std::unique_ptr<CPage> PageFactory::MakeOptions(PageTexts texts) const {

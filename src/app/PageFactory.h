@@ -15,6 +15,7 @@
 #include "tray/Statistics.h"
 #include "ui/Fonts.h"
 #include "ui/Page.h"
+#include "views/ApplicationChanges.h"
 #include "views/ConnectionsReader.h"
 
 namespace brennvar {
@@ -30,6 +31,8 @@ public:
         Clock& readsClock;
         ConnectionsReader& connections;
         Statistics& statistics;
+        ApplicationChanges& applicationChanges;
+        std::function<bool()> isServiceMissing;
         std::function<void(std::optional<std::size_t>)> showConnectionCount;
         // The user's choice of skin and language. False: not now.
         std::function<bool(const ResourceChoice& current, const ResourceChoice& chosen)> applyResources;

@@ -89,7 +89,7 @@ std::optional<std::u16string> FirstTableName(std::span<const std::byte> block, c
 
 }  // namespace
 
-std::u16string FindFileDescription(std::span<const std::byte> block) {
+std::u16string FindVersionText(std::span<const std::byte> block, std::u16string_view key) {
     const auto root = ReadNode(block, 0, block.size());
     if (!root) return {};
     const auto tableName = FirstTableName(block, *root);
@@ -98,10 +98,10 @@ std::u16string FindFileDescription(std::span<const std::byte> block) {
     if (!tables) return {};
     const auto table = FindChild(block, *tables, *tableName);
     if (!table) return {};
-    const auto description = FindChild(block, *table, u"FileDescription");
+    const auto text = FindChild(block, *table, key);
     // Resource compilers disagree on the unit of a text's size: the zero and the node's end bound it instead.
-    if (!description || description->valueSize == 0) return {};
-    return TextAt(block, description->value, description->end);
+    if (!text || text->valueSize == 0) return {};
+    return TextAt(block, text->value, text->end);
 }
 
 }  // namespace brennvar

@@ -9,11 +9,15 @@
 #include <cstddef>
 #include <span>
 #include <string>
+#include <string_view>
 
 namespace brennvar {
 
-// "FileDescription" in the table of the first language and code-page pair under VarFileInfo\Translation.
-// Empty when the block has none or is damaged on the way to it.
-[[nodiscard]] std::u16string FindFileDescription(std::span<const std::byte> block);
+// The text of that name ("CompanyName") in the table of the first language and code-page pair under
+// VarFileInfo\Translation. Empty when the block has none or is damaged on the way to it.
+[[nodiscard]] std::u16string FindVersionText(std::span<const std::byte> block, std::u16string_view key);
+[[nodiscard]] inline std::u16string FindFileDescription(std::span<const std::byte> block) {
+    return FindVersionText(block, u"FileDescription");
+}
 
 }  // namespace brennvar

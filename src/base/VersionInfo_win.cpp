@@ -36,9 +36,16 @@ std::string ToAnsi(const std::u16string& text) {
 }  // namespace
 
 std::string ReadFileDescription(const std::string& path) {
+    return ReadProgramVersion(path).description;
+}
+
+ProgramVersion ReadProgramVersion(const std::string& path) {
     if (!IsOnThisMachine(path)) return {};
     // The block is searched by our own code: the system's query (VerQueryValue) believes the lengths in it.
-    return ToAnsi(FindFileDescription(ReadVersionBlock(path)));
+    const std::vector<std::byte> block = ReadVersionBlock(path);
+    return {.description = ToAnsi(FindFileDescription(block)),
+            .company = ToAnsi(FindVersionText(block, u"CompanyName")),
+            .version = ToAnsi(FindVersionText(block, u"FileVersion"))};
 }
 
 std::string ReadOwnVersion() {

@@ -23,6 +23,9 @@ constexpr int kTitleGap = 4;
 constexpr int kTip = 10;
 constexpr int kCorner = 8;
 
+// Paths can have no blank for longer than a line: they are broken anywhere then.
+constexpr UINT kTextFormat = DT_WORDBREAK | DT_NOPREFIX | DT_EDITCONTROL;
+
 PixelBox BoxOf(const RECT& place) {
     return {static_cast<int>(place.left), static_cast<int>(place.top), static_cast<int>(place.right),
             static_cast<int>(place.bottom)};
@@ -123,7 +126,7 @@ SIZE CBalloon::LayOut() {
     const auto add = [&](RECT& part, HFONT font, const std::string& text, int gapBefore) {
         if (text.empty()) return;
         if (top > padding) top += gapBefore;
-        const SIZE size = MeasureText(Window(), font, text, Scale(kTextWidth));
+        const SIZE size = MeasureText(Window(), font, text, Scale(kTextWidth), kTextFormat);
         part = {left, top, left + size.cx, top + size.cy};
         right = std::max<int>(right, part.right);
         top = part.bottom;
@@ -153,10 +156,9 @@ void CBalloon::OnPaint(HDC dc, const RECT&) {
         ::DrawIconEx(dc, m_iconPlace.left, m_iconPlace.top, m_options.icon, WidthOf(m_iconPlace),
                      HeightOf(m_iconPlace), 0, nullptr, DI_NORMAL);
     }
-    constexpr UINT kFormat = DT_WORDBREAK | DT_NOPREFIX;
-    DrawLabel(dc, m_look->fonts.Bold(), m_title, m_texts.title, colours.text, kFormat);
-    DrawLabel(dc, m_look->fonts.Text(), m_text, m_texts.text, colours.text, kFormat);
-    if (!m_texts.link.empty()) DrawLabel(dc, m_linkFont.Get(), m_link, m_texts.link, colours.text, kFormat);
+    DrawLabel(dc, m_look->fonts.Bold(), m_title, m_texts.title, colours.text, kTextFormat);
+    DrawLabel(dc, m_look->fonts.Text(), m_text, m_texts.text, colours.text, kTextFormat);
+    if (!m_texts.link.empty()) DrawLabel(dc, m_linkFont.Get(), m_link, m_texts.link, colours.text, kTextFormat);
 }
 
 void CBalloon::OnTimer(UINT_PTR id) {

@@ -36,11 +36,11 @@ void RequireWindowClasses(DWORD classes) {
     ::InitCommonControlsEx(&setup);
 }
 
-SIZE MeasureText(HWND window, HFONT font, const std::string& text, int width) {
+SIZE MeasureText(HWND window, HFONT font, const std::string& text, int width, UINT moreFormat) {
     const HDC dc = ::GetDC(window);
     const HGDIOBJ old = ::SelectObject(dc, font);
     RECT box{0, 0, width, 0};
-    const UINT format = DT_CALCRECT | DT_NOPREFIX | (width > 0 ? DT_WORDBREAK : 0U);
+    const UINT format = DT_CALCRECT | DT_NOPREFIX | moreFormat | (width > 0 ? DT_WORDBREAK : 0U);
     ::DrawTextA(dc, text.c_str(), static_cast<int>(text.size()), &box, format);
     ::SelectObject(dc, old);
     ::ReleaseDC(window, dc);

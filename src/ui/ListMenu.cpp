@@ -1,11 +1,9 @@
 #include "ui/ListMenu.h"
 
-#include "ui/PopupMenu.h"
-
 namespace brennvar {
 
-ListCommand TrackListMenu(HWND owner, POINT point, const Look& look, const Language& language, bool hasSelection) {
-    CPopupMenu menu;
+int TrackListMenu(HWND owner, POINT point, const Look& look, const Language& language, bool hasSelection,
+                  CPopupMenu menu) {
     menu.Add(static_cast<int>(ListCommand::Copy), language.GetText(1070, "&Copy") + "\tCtrl+C", MenuImage::Copy,
              {.isDisabled = !hasSelection});
     menu.Add(static_cast<int>(ListCommand::SelectAll), language.GetText(1071, "Select &all") + "\tCtrl+A",
@@ -14,7 +12,7 @@ ListCommand TrackListMenu(HWND owner, POINT point, const Look& look, const Langu
     menu.Add(static_cast<int>(ListCommand::Refresh), language.GetText(1072, "&Refresh") + "\tF5",
              MenuImage::Refresh);
     const CSkinImage images = LoadMenuImages();
-    return static_cast<ListCommand>(menu.Track(owner, point, TPM_RETURNCMD, look, &images));
+    return menu.Track(owner, point, TPM_RETURNCMD, look, &images);
 }
 
 }  // namespace brennvar

@@ -2,6 +2,8 @@
 
 #include <shellapi.h>
 
+#include <utility>
+
 #include "base/LocalPath_win.h"
 #include "ui/ResourceIds.h"
 
@@ -27,11 +29,17 @@ UniqueIcon LoadOwnIconOfSize(int id, IconSize size) {
 
 }  // namespace
 
-UniqueIcon LoadIconOfProgram(const std::string& path, IconSize size) {
-    if (!path.empty() && IsOnThisMachine(path)) {
-        if (UniqueIcon icon = LoadShellIcon(path, size)) return icon;
-    }
+UniqueIcon FindIconOfProgram(const std::string& path, IconSize size) {
+    return !path.empty() && IsOnThisMachine(path) ? LoadShellIcon(path, size) : UniqueIcon();
+}
+
+UniqueIcon LoadNoIcon(IconSize size) {
     return LoadOwnIconOfSize(IDI_NO_ICON, size);
+}
+
+UniqueIcon LoadIconOfProgram(const std::string& path, IconSize size) {
+    UniqueIcon icon = FindIconOfProgram(path, size);
+    return icon ? std::move(icon) : LoadNoIcon(size);
 }
 
 UniqueIcon LoadOwnIcon(int id, int width, int height) {

@@ -13,6 +13,11 @@ enum class IconSize { Small, Large };  // 16 and 32 pixels at 96 per inch
 // Paths on other machines are not asked for, because the answer may take minutes.
 [[nodiscard]] UniqueIcon LoadIconOfProgram(const std::string& path, IconSize size);
 
+// The same, but nothing for programs that have none.
+[[nodiscard]] UniqueIcon FindIconOfProgram(const std::string& path, IconSize size);
+// Ours, which stands for a program that has none.
+[[nodiscard]] UniqueIcon LoadNoIcon(IconSize size);
+
 // One of our own icons (IDI_ numbers). Pixels of the screen.
 [[nodiscard]] UniqueIcon LoadOwnIcon(int id, int width, int height);
 // The product's shield as Windows shows icons of this size.

@@ -3,26 +3,20 @@
 #include <algorithm>
 #include <charconv>
 #include <cstdint>
+#include <numeric>
 #include <utility>
+
+#include "base/AsciiCase.h"
 
 namespace brennvar {
 namespace {
 
-std::string Folded(std::string text) {
-    for (char& letter : text) {
-        if (letter >= 'A' && letter <= 'Z') letter = static_cast<char>(letter - 'A' + 'a');
-    }
-    return text;
+void FoldFrom(std::string& text, std::size_t start) {
+    std::transform(text.begin() + static_cast<std::ptrdiff_t>(start), text.end(),
+                   text.begin() + static_cast<std::ptrdiff_t>(start), &AsciiLower);
 }
 
-bool HoldsText(int row, int columnCount, const RowText& text, const std::string& searched) {
-    for (int column = 0; column < columnCount; ++column) {
-        if (Folded(text(row, column)).find(searched) != std::string::npos) return true;
-    }
-    return false;
-}
-
-std::uint64_t NumberOf(const std::string& text) {
+std::uint64_t NumberOf(std::string_view text) {
     std::uint64_t number = 0;  // what is no number stands first
     std::from_chars(text.data(), text.data() + text.size(), number);
     return number;
@@ -42,20 +36,79 @@ void SortBy(std::vector<int>& rows, bool isAscending, const std::function<Key(in
 
 }  // namespace
 
-std::vector<int> ArrangeRows(int rowCount, int columnCount, const RowText& text, const RowOrder& order) {
-    const std::string searched = Folded(order.searched);
-    std::vector<int> rows;
-    rows.reserve(static_cast<std::size_t>(std::max(rowCount, 0)));
-    for (int row = 0; row < rowCount; ++row) {
-        if (searched.empty() || HoldsText(row, columnCount, text, searched)) rows.push_back(row);
+void RowArranger::Forget() {
+    m_isPrepared = false;
+    m_sorted.clear();
+}
+
+std::vector<int> RowArranger::Arrange(int rowCount, int columnCount, const RowText& text, const RowOrder& order) {
+    std::vector<int> rows(static_cast<std::size_t>(std::max(rowCount, 0)));
+    std::iota(rows.begin(), rows.end(), 0);
+    const bool isSorted = order.column != RowOrder::kAsRead;
+    if (rows.empty() || (!isSorted && order.searched.empty())) return rows;
+    Prepare(rowCount, columnCount, text);
+    if (isSorted) {
+        Sort(order);
+        rows = m_sorted;
     }
-    if (order.column == RowOrder::kAsRead) return rows;
-    if (order.isNumber) {
-        SortBy<std::uint64_t>(rows, order.isAscending, [&](int row) { return NumberOf(text(row, order.column)); });
-    } else {
-        SortBy<std::string>(rows, order.isAscending, [&](int row) { return Folded(text(row, order.column)); });
+    if (!order.searched.empty()) {
+        std::string searched = order.searched;
+        FoldFrom(searched, 0);
+        const std::vector<bool> found = Search(searched);
+        std::erase_if(rows, [&](int row) { return !found[static_cast<std::size_t>(row)]; });
     }
     return rows;
+}
+
+void RowArranger::Prepare(int rowCount, int columnCount, const RowText& text) {
+    if (m_isPrepared && m_rowCount == rowCount) return;
+    Forget();
+    m_rowCount = rowCount;
+    m_columnCount = static_cast<std::size_t>(columnCount);
+    m_texts.clear();
+    m_starts.clear();
+    m_starts.reserve(static_cast<std::size_t>(rowCount) * m_columnCount + 1);
+    for (int row = 0; row < rowCount; ++row) {
+        for (int column = 0; column < columnCount; ++column) {
+            m_starts.push_back(m_texts.size());
+            m_texts += text(row, column);
+            m_texts += '\0';  // which nobody can type: a find does not reach from one cell into the next
+        }
+    }
+    m_starts.push_back(m_texts.size());
+    FoldFrom(m_texts, 0);
+    m_isPrepared = true;
+}
+
+std::string_view RowArranger::Cell(int row, int column) const {
+    const std::size_t start = CellStart(row, column);
+    return std::string_view(m_texts).substr(start, CellStart(row, column + 1) - 1 - start);
+}
+
+void RowArranger::Sort(const RowOrder& order) {
+    if (!m_sorted.empty() && m_sortedBy.column == order.column && m_sortedBy.isAscending == order.isAscending)
+        return;
+    m_sortedBy = order;
+    m_sorted.resize(static_cast<std::size_t>(m_rowCount));
+    std::iota(m_sorted.begin(), m_sorted.end(), 0);
+    if (order.isNumber) {
+        SortBy<std::uint64_t>(m_sorted, order.isAscending,
+                              [&](int row) { return NumberOf(Cell(row, order.column)); });
+    } else {
+        SortBy<std::string_view>(m_sorted, order.isAscending, [&](int row) { return Cell(row, order.column); });
+    }
+}
+
+std::vector<bool> RowArranger::Search(const std::string& searched) const {
+    std::vector<bool> found(static_cast<std::size_t>(m_rowCount));
+    int row = 0;
+    for (std::size_t at = m_texts.find(searched); at != std::string::npos;
+         at = m_texts.find(searched, CellStart(row, 0))) {
+        while (CellStart(row + 1, 0) <= at) ++row;
+        found[static_cast<std::size_t>(row)] = true;
+        if (++row == m_rowCount) break;
+    }
+    return found;
 }
 
 }  // namespace brennvar

@@ -12,6 +12,8 @@
 //   picture:WINDOW:FILE   a picture of the window (BMP), when it no longer changes
 //   opened:WINDOW:N       until its program shows N other windows or menus
 //   popups:WINDOW:FILE    a picture of these
+//   click:WINDOW:RxC      clicks a cell of its list: row and column, from 0; RxC+ as with Ctrl
+//   key:WINDOW:N          presses the key with the virtual code N in its list
 //   menu:WINDOW           opens the menu of its list
 //   leave:WINDOW          closes the menu
 //   close:WINDOW          asks the window to close
@@ -47,6 +49,17 @@ bool WaitForWindow(const std::string& name) {
 bool ListHasRows(HWND window, int rows) {
     const HWND list = FindVisibleChild(window, kTreeClass);
     return list != nullptr && ListRowCount(list) >= rows;
+}
+
+bool ClickCell(HWND window, const std::string& cell) {
+    const HWND list = FindVisibleChild(window, kTreeClass);
+    const auto row = static_cast<WPARAM>(std::atoi(cell.c_str()));
+    const LPARAM column = std::atoi(cell.c_str() + cell.find('x') + 1);
+    const LRESULT corner = list != nullptr ? Ask(list, kTreeGetCellLeftTop, row, column) : -1;
+    if (corner < 0) return false;
+    const LPARAM place = MAKELPARAM(LOWORD(corner) + 8, HIWORD(corner) + 8);
+    const WPARAM keys = cell.ends_with('+') ? MK_LBUTTON | MK_CONTROL : MK_LBUTTON;
+    return Ask(list, WM_LBUTTONDOWN, keys, place) == 0 && Ask(list, WM_LBUTTONUP, 0, place) == 0;
 }
 
 bool SizeWindow(HWND window, const std::string& size) {
@@ -112,6 +125,11 @@ bool Work(HWND window, const std::string& verb, const std::string& rest) {
     if (verb == "picture") return WritePicture(window, PlaceOfWindow(window), rest);
     if (verb == "opened") return WaitUntil([&] { return HasOthers(window, number); });
     if (verb == "popups") return WritePopups(window, rest);
+    if (verb == "click") return ClickCell(window, rest);
+    if (verb == "key") {
+        return ::PostMessageA(FindVisibleChild(window, kTreeClass), WM_KEYDOWN, static_cast<WPARAM>(number), 0) !=
+               FALSE;
+    }
     if (verb == "menu") return OpenListMenu(window);
     if (verb == "leave") return LeaveMenu(window);
     if (verb == "close") return ::PostMessageA(window, WM_CLOSE, 0, 0) != FALSE;

@@ -12,6 +12,9 @@ TEST(VersionInfoWinTest, ReadsTheDescriptionOfAProgramThatHasOne) {
     char own[MAX_PATH] = {};  // linked with the program's resources
     ::GetModuleFileNameA(nullptr, own, MAX_PATH);
     EXPECT_EQ(ReadFileDescription(own), "Brennvar Personal Firewall");
+    const ProgramVersion version = ReadProgramVersion(own);
+    EXPECT_EQ(version.company, "Quorlan");
+    EXPECT_EQ(version.version, ReadOwnVersion() + ".0");
     const test::TempFolder folder;
     EXPECT_EQ(ReadFileDescription(folder.File("absent.exe")), "");
     EXPECT_EQ(ReadFileDescription(folder.Write("text.exe", "MZ, and no program")), "");

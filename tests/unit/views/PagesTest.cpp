@@ -116,13 +116,20 @@ TEST_F(PagesTest, ApplicationsAreReadWhenTheyAreOpenedAndWhenTheRulesChange) {
         return ApplicationRow{"a.exe", std::move(path), ApplicationState::Deny};
     };
     std::vector<ApplicationRow> rules = {row("b"), row(std::string(400, 'a'))};
-    ApplicationsPage applications(lists, {"title", "line", ""}, [&](const auto& done) { done(rules); });
+    ApplicationChanges changes({.ask = {}, .send = {}});
+    ApplicationsPage applications(lists, {"title", "line", ""},
+                                  {.read = [&](const auto& done) { done(rules); },
+                                   .changes = changes,
+                                   .isServiceMissing = [] { return false; }});
     ASSERT_TRUE(applications.Create(parent));
     applications.Show();
     EXPECT_EQ(Cell(applications, 1, 1), std::string(400, 'a'));
     SelectRowOf(applications, 1);
     rules.insert(rules.begin(), row("new"));
-    applications.OnRulesChanged();
+    applications.OnRulesChanged();  // nothing moves: what is new comes last
+    EXPECT_EQ(Cell(applications, 2, 1), "new");
+    EXPECT_EQ(SelectedRowOf(applications), 1);
+    applications.Reload();
     EXPECT_EQ(SelectedRowOf(applications), 2);
     rules.resize(2);
     applications.OnRulesChanged();

@@ -10,10 +10,13 @@ using Rows = std::vector<int>;
 TEST(RowOrderTest, FindsSortsAndKeepsTheOrderOfEqualRows) {
     const std::vector<std::vector<std::string>> cells = {
         {"beta", "10"}, {"Alpha", "9"}, {"ALPHA", "100"}, {"gamma", ""}, {"\xE4lpha", "9"}};
+    int asked = 0;
+    RowArranger arranger;
     const auto arrange = [&](const RowOrder& order) {
-        return ArrangeRows(
+        return arranger.Arrange(
             static_cast<int>(cells.size()), 2,
             [&](int row, int column) {
+                ++asked;
                 return cells[static_cast<std::size_t>(row)][static_cast<std::size_t>(column)];
             },
             order);
@@ -29,7 +32,8 @@ TEST(RowOrderTest, FindsSortsAndKeepsTheOrderOfEqualRows) {
         << "by value, not by digits";
     EXPECT_EQ(arrange({.searched = "a", .column = 1, .isAscending = false, .isNumber = true}),
               (Rows{2, 0, 1, 4, 3}));
-    EXPECT_EQ(ArrangeRows(0, 2, {}, {.searched = "x", .column = 1}), Rows{});
+    EXPECT_EQ(asked, 10) << "each text once";
+    EXPECT_EQ(arranger.Arrange(0, 2, {}, {.searched = "x", .column = 1}), Rows{});
 }
 
 }  // namespace

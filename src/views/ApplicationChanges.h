@@ -1,0 +1,59 @@
+// The changes that the user makes on the Applications page, on their way to the service: in the order in which they
+// were made, behind the security password. Each has a number, from 1 upwards, by which the page knows whether it is
+// still under way. User-interface thread.
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "ipc/CommandRecord.h"
+
+namespace brennvar {
+
+struct ApplicationChange {
+    std::string path;
+    RuleCommandAction action;
+    friend bool operator==(const ApplicationChange&, const ApplicationChange&) = default;
+};
+
+class ApplicationChanges {
+public:
+    // Both call back later, on this thread.
+    struct Parts {
+        // Asks for the password: one of the two is called.
+        std::function<void(std::function<void()> allowed, std::function<void()> refused)> ask;
+        // Sends the changes in their order; done is called when they, and all before them, were delivered or given
+        // up.
+        std::function<void(const std::vector<ApplicationChange>& changes, std::function<void()> done)> send;
+    };
+    explicit ApplicationChanges(Parts parts) : m_parts(std::move(parts)) {}
+    ApplicationChanges(const ApplicationChanges&) = delete;
+    ApplicationChanges& operator=(const ApplicationChanges&) = delete;
+
+    // A change that was made; its number. It waits for Carry.
+    std::uint64_t Add(ApplicationChange change);
+    // Sends what waits, once the password is there. Changes that come until then go with it; when it is refused,
+    // all of them are dropped.
+    void Carry();
+
+    // The number of the last change, and that of the last one that was delivered, given up or refused with all
+    // before it. What the service made of it is for the rules file to tell.
+    [[nodiscard]] std::uint64_t Last() const { return m_last; }
+    [[nodiscard]] std::uint64_t Over() const { return m_over; }
+
+    std::function<void()> onOver;  // Over has grown; may be empty
+
+private:
+    void Send();
+
+    const Parts m_parts;
+    std::vector<ApplicationChange> m_waiting;
+    bool m_isAsking = false;
+    std::uint64_t m_last = 0;
+    std::uint64_t m_over = 0;
+};
+
+}  // namespace brennvar

@@ -1,0 +1,78 @@
+#include "views/ProgramReader_win.h"
+
+#include <objbase.h>
+
+#include <memory>
+#include <utility>
+
+#include "base/LocalPath_win.h"
+#include "ui/ProgramIcon.h"
+
+namespace brennvar {
+namespace {
+
+// The shell's icon handlers are COM objects, which the thread that calls them has to be ready for.
+class ComOfThread {
+public:
+    ComOfThread() : m_result(::CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED | COINIT_DISABLE_OLE1DDE)) {}
+    ComOfThread(const ComOfThread&) = delete;
+    ComOfThread& operator=(const ComOfThread&) = delete;
+    ~ComOfThread() {
+        if (SUCCEEDED(m_result)) ::CoUninitialize();
+    }
+
+private:
+    const HRESULT m_result;
+};
+
+ProgramDetails DetailsOf(const std::string& path) {
+    if (!IsOnThisMachine(path)) return {.place = ProgramDetails::Place::OtherMachine, .version = {}};
+    DWORD oldMode = 0;
+    ::SetThreadErrorMode(SEM_FAILCRITICALERRORS, &oldMode);  // no system dialog about a drive without a disk
+    const DWORD attributes = ::GetFileAttributesA(path.c_str());
+    ProgramDetails details;
+    if (attributes == INVALID_FILE_ATTRIBUTES || (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0) {
+        details.place = ProgramDetails::Place::Missing;
+    } else {
+        details.version = ReadProgramVersion(path);
+    }
+    ::SetThreadErrorMode(oldMode, nullptr);
+    return details;
+}
+
+}  // namespace
+
+HICON ProgramReader::Icon(const std::string& path) {
+    if (!m_noIcon) m_noIcon = LoadNoIcon(IconSize::Small);
+    if (path.empty()) return m_noIcon.Get();
+    const UniqueIcon* const icon = m_icons.Find(path);
+    if (!icon) ReadNextIcon();
+    return icon && *icon ? icon->Get() : m_noIcon.Get();
+}
+
+void ProgramReader::ReadNextIcon() {
+    // One at a time: what comes into sight meanwhile goes before what has left it.
+    const std::optional<std::string> path = m_icons.NextWanted();
+    if (!path) return;
+    // Shared, because a task is copied where an icon is not.
+    using Loaded = std::shared_ptr<UniqueIcon>;
+    m_thread.Ask<Loaded>(
+        [path = *path] {
+            thread_local const ComOfThread com;
+            return std::make_shared<UniqueIcon>(FindIconOfProgram(path, IconSize::Small));
+        },
+        [this, path = *path](const std::optional<Loaded>& icon) {
+            m_icons.Put(icon ? std::move(**icon) : UniqueIcon());
+            if (onIcon) onIcon(path);
+            ReadNextIcon();
+        });
+}
+
+void ProgramReader::ReadDetails(const std::string& path, std::function<void(const ProgramDetails&)> done) {
+    m_thread.Ask<ProgramDetails>([path] { return DetailsOf(path); },
+                                 [done = std::move(done)](const std::optional<ProgramDetails>& details) {
+                                     done(details.value_or(ProgramDetails{}));
+                                 });
+}
+
+}  // namespace brennvar

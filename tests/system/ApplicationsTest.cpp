@@ -1,0 +1,209 @@
+// The Applications page of the finished program against the service stand-in.
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+
+#include "Product.h"
+#include "support/GoldenCipher.h"
+#include "ui/TreeMessages.h"
+
+namespace brennvar::test {
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr int kSearch = 915, kAllow = 1270, kDeny = 1271, kAsk = 1272, kRemove = 1273;
+constexpr int kNameColumn = 0, kPathColumn = 1, kActionColumn = 2;
+
+// Command 22 for C:\Tools\a.exe, without its value, which is zero for "deny".
+constexpr char kChangeA[] = "COMMAND 5596 0:16 132:433A5C546F6F6C735C612E657865";
+constexpr char kChangeB[] = "COMMAND 5596 0:16 132:433A5C546F6F6C735C622E657865";
+
+std::string RuleRecord(const std::string& path, char action) {
+    std::string record = path;
+    record.resize(260, '\0');
+    return record + action + std::string(3, '\0');
+}
+
+class ApplicationsTest : public ProductFixture {
+protected:
+    using Rows = std::vector<std::vector<std::string>>;
+
+    void OpenPage() {
+        Ask(m_window, WM_COMMAND, kApplicationsPage);
+        m_list = FindVisibleChild(m_window, kTreeClass);
+        ASSERT_NE(m_list, nullptr);
+        ASSERT_TRUE(WaitForRecords("COMMAND", 3)) << "what is sent at the start";
+    }
+    void StartWithRules(const std::vector<std::string>& rules) {
+        ASSERT_NO_FATAL_FAILURE(Start(rules));
+        ASSERT_TRUE(m_service->WaitForJournal("EVENT scenario-done"));
+        ASSERT_NO_FATAL_FAILURE(OpenPage());
+        ASSERT_TRUE(WaitUntil([&] { return ListRowCount(m_list) == static_cast<int>(rules.size()); }));
+    }
+    [[nodiscard]] LPARAM PlaceOf(int row, int column) const {
+        const LRESULT corner =
+            ::SendMessageA(m_list, kTreeGetCellLeftTop, static_cast<WPARAM>(row), static_cast<LPARAM>(column));
+        return MAKELPARAM(LOWORD(corner) + 12, HIWORD(corner) + 8);
+    }
+    void Click(int row, int column, WPARAM keys = 0) const {
+        Ask(m_list, WM_LBUTTONDOWN, MK_LBUTTON | keys, PlaceOf(row, column));
+        Ask(m_list, WM_LBUTTONUP, keys, PlaceOf(row, column));
+    }
+    [[nodiscard]] std::string Actions() const {
+        std::string actions;
+        for (const auto& row : ListRows(m_list, 3, 100)) actions += row[kActionColumn] + " ";
+        return actions;
+    }
+    [[nodiscard]] bool WaitForActions(const std::string& wanted) const {
+        return WaitUntil([&] { return Actions() == wanted; });
+    }
+    // The commands since the start ones.
+    [[nodiscard]] std::vector<std::string> Changes() const {
+        auto commands = m_service->Journal("COMMAND");
+        commands.erase(commands.begin(), commands.begin() + 3);
+        return commands;
+    }
+    void ExpectChanges(const std::vector<std::string>& expected) const {
+        EXPECT_TRUE(WaitForRecords("COMMAND", 3 + expected.size()));
+        EXPECT_EQ(Changes(), expected);
+    }
+    [[nodiscard]] bool IsEnabled(int button) const {
+        return ::IsWindowEnabled(FindVisibleControl(m_window, button)) != FALSE;
+    }
+    void Press(int button) const { ::PostMessageA(FindVisibleControl(m_window, button), BM_CLICK, 0, 0); }
+
+    HWND m_list = nullptr;
+};
+
+TEST_F(ApplicationsTest, ClicksGoRoundAndArriveInOrder) {
+    ASSERT_NO_FATAL_FAILURE(StartWithRules({R"(rule deny C:\Tools\a.exe)", R"(rule allow C:\Tools\b.exe)"}));
+    ASSERT_EQ(Actions(), "Deny Allow ");
+    // Faster than anybody can click.
+    for (int click = 0; click < 3; ++click)
+        ::PostMessageA(m_list, WM_LBUTTONDOWN, MK_LBUTTON, PlaceOf(0, kActionColumn));
+    std::vector<std::string> expected = {std::string(kChangeA) + " 644:02", std::string(kChangeA) + " 644:01",
+                                         kChangeA};
+    ExpectChanges(expected);
+    EXPECT_EQ(Actions(), "Deny Allow ");
+
+    // At once, and where it was; the service would list it last.
+    Click(0, kActionColumn);
+    EXPECT_EQ(Actions(), "Ask Allow ");
+    expected.push_back(std::string(kChangeA) + " 644:02");
+    ExpectChanges(expected);
+    // The same with the keyboard, on the row with the focus.
+    Click(1, kPathColumn);
+    Ask(m_list, WM_KEYDOWN, VK_SPACE);
+    EXPECT_EQ(Actions(), "Ask Deny ");
+    expected.emplace_back(kChangeB);
+    ExpectChanges(expected);
+    // In the file's order, but not while a change is under way.
+    EXPECT_TRUE(WaitUntil([&] {
+        Ask(m_list, WM_KEYDOWN, VK_F5);
+        return ListRows(m_list, 1, 9) == Rows{{"b.exe"}, {"a.exe"}};
+    }));
+    EXPECT_EQ(Actions(), "Deny Ask ");
+}
+
+TEST_F(ApplicationsTest, ButtonsChangeAllSelectedOnes) {
+    ASSERT_NO_FATAL_FAILURE(StartWithRules(
+        {R"(rule deny C:\Tools\a.exe)", R"(rule deny C:\Tools\b.exe)", R"(rule deny C:\Tools\c.exe)"}));
+    for (const int button : {kAllow, kDeny, kAsk, kRemove}) EXPECT_FALSE(IsEnabled(button)) << button;
+    Click(0, kPathColumn);
+    Click(1, kPathColumn, MK_CONTROL);
+    std::vector<std::string> expected;
+    const struct {
+        int button;
+        const char* actions;
+        const char* value;
+    } rows[] = {{kAllow, "Allow Allow Deny ", " 644:01"},
+                {kAsk, "Ask Ask Deny ", " 644:02"},
+                {kDeny, "Deny Deny Deny ", ""}};
+    for (const auto& row : rows) {
+        ASSERT_TRUE(WaitUntil([&] { return IsEnabled(row.button); }));
+        Press(row.button);
+        EXPECT_TRUE(WaitForActions(row.actions)) << row.actions;
+        expected.push_back(std::string(kChangeA) + row.value);
+        expected.push_back(std::string(kChangeB) + row.value);
+        ExpectChanges(expected);
+    }
+    // Several rules go only when the user says so.
+    for (const int answer : {IDCANCEL, IDOK}) {
+        ::PostMessageA(m_list, WM_KEYDOWN, VK_DELETE, 0);
+        ASSERT_TRUE(Answer(WaitForOther(), answer));
+    }
+    expected.push_back(std::string(kChangeA) + " 644:03");
+    expected.push_back(std::string(kChangeB) + " 644:03");
+    ExpectChanges(expected);
+    EXPECT_TRUE(WaitUntil([&] { return ListRows(m_list, 1, 9) == Rows{{"c.exe"}}; }));
+    EXPECT_TRUE(WaitUntil([&] { return !IsEnabled(kRemove); }));
+}
+
+TEST_F(ApplicationsTest, ShowsWhatIsStoredWhenTheServiceIsGone) {
+    ASSERT_NO_FATAL_FAILURE(StartWithRules({R"(rule deny C:\Tools\a.exe)"}));
+    m_service->Stop();
+    Click(0, kActionColumn);
+    EXPECT_EQ(Actions(), "Ask ");
+    EXPECT_TRUE(WaitForActions("Deny "));
+    Click(0, kPathColumn);
+    Press(kRemove);  // one alone goes without a question
+    EXPECT_TRUE(WaitForActions(" "));
+    EXPECT_TRUE(WaitForActions("Deny "));
+}
+
+TEST_F(ApplicationsTest, TwentyThousandRulesAndOddOnesAreAtHand) {
+    constexpr int kRules = 20'000;
+    const std::string longest = R"(C:\)" + std::string(256, 'x');  // all that the field holds
+    const std::string odd[] = {"",
+                               longest,
+                               "C:\\\xCF\xF0\xEE\xE3.exe",
+                               R"(\\nowhere\share\a.exe)",
+                               R"(C:\Tools\a.exe)",
+                               R"(C:\Tools\a.exe)"};
+    std::string records;
+    for (const std::string& path : odd) records += RuleRecord(path, 1);
+    records += RuleRecord(R"(C:\Tools\seven.exe)", 7);
+    for (int rule = 7; rule < kRules; ++rule) {
+        records += RuleRecord(
+            "C:\\Programs\\Maker " + std::to_string(rule % 31) + "\\program" + std::to_string(rule) + ".exe",
+            static_cast<char>(rule % 3));
+    }
+    std::filesystem::create_directories(m_data + "\\Rules");
+    std::ofstream(m_data + R"(\Rules\rules.conf)", std::ios::binary) << EncipherByHand(records, 264);
+    ASSERT_NO_FATAL_FAILURE(Start({}));
+    ASSERT_NO_FATAL_FAILURE(OpenPage());
+    ASSERT_TRUE(WaitUntil([&] { return ListRowCount(m_list) == kRules; }));
+    const Rows first = ListRows(m_list, 3, 6);
+    for (std::size_t row = 0; row < std::size(odd); ++row) {
+        EXPECT_EQ(first[row][kPathColumn], odd[row]);
+        EXPECT_EQ(first[row][kActionColumn], "Deny");
+    }
+    // A window that is activated only now would close what a click has opened.
+    ::SetForegroundWindow(m_window);
+    ASSERT_TRUE(WaitUntil([&] { return ::GetForegroundWindow() == m_window; }));
+    // Icons and details of what is not there, or must not be looked into.
+    for (const auto& [row, words] : {std::pair{1, "does not exist"}, std::pair{3, "another machine"}}) {
+        Click(row, kNameColumn);
+        EXPECT_TRUE(WaitUntil([&, words = words] {
+            const HWND balloon = ::FindWindowA("BrennvarBalloon", nullptr);
+            return ::IsWindowVisible(balloon) && WindowText(balloon).find(words) != std::string::npos;
+        })) << words;
+    }
+    Ask(m_list, WM_VSCROLL, SB_PAGEDOWN);
+    EXPECT_FALSE(::IsWindowVisible(::FindWindowA("BrennvarBalloon", nullptr)));
+    auto slowest = 0ms;
+    for (int page = 0; page < kRules / 20; ++page) {
+        ::PostMessageA(m_list, WM_VSCROLL, SB_PAGEDOWN, 0);
+        slowest = std::max(slowest, AnswerTime(m_list, 5s));
+    }
+    EXPECT_LT(slowest, 500ms);
+    ::SendMessageA(FindVisibleControl(m_window, kSearch), WM_SETTEXT, 0, reinterpret_cast<LPARAM>("SEVEN"));
+    EXPECT_TRUE(WaitUntil([&] {
+        return ListRows(m_list, 3, 9) == Rows{{"seven.exe", R"(C:\Tools\seven.exe)", "Ask"}};
+    }));
+}
+
+}  // namespace
+}  // namespace brennvar::test
