@@ -112,13 +112,13 @@ void FirewallControlCenterDialog::OnInitDialog() {
         .readsClock = m_readsClock,
         .connections = *m_connections,
         .statistics = m_statistics,
+        .applicationChanges = m_applicationChanges,
+        .isServiceMissing = [this] { return m_link.Service() == PeerState::Missing; },
         .showConnectionCount =
             [this](std::optional<std::size_t> count) {
                 m_statistics.SetConnections(count);
                 m_status.ShowConnections(count);
             },
-        .applicationChanges = m_applicationChanges,
-        .isServiceMissing = [this] { return m_link.Service() == PeerState::Missing; },
         .applyResources = [this](const ResourceChoice& current,
                                  const ResourceChoice& chosen) { return ApplyResources(current, chosen); }});
     CreateFrame(m_language.GetText(41, "Brennvar Personal Firewall"), PageEntries());
