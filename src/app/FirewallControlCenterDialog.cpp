@@ -108,6 +108,8 @@ void FirewallControlCenterDialog::OnInitDialog() {
         .fonts = m_fonts,
         .language = m_language,
         .userValues = m_userValues,
+        .link = m_link,
+        .gate = m_gate,
         .reads = m_reads,
         .readsClock = m_readsClock,
         .connections = *m_connections,
@@ -346,6 +348,7 @@ bool FirewallControlCenterDialog::IsBusy() const {
 void FirewallControlCenterDialog::ExitControlCenter() {
     // The driver waits for the answer to an open question; it comes first.
     if (m_prompts.IsBusy()) return;
+    if (CPage* const page = Pages().Current(); page && !page->MayLeave()) return;
     if (m_leaving.Exit(Window(), [this] { return AnyWorkerRunning(); })) End(kResultExit);
 }
 

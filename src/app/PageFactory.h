@@ -12,6 +12,8 @@
 #include "config/ResourceChoice.h"
 #include "config/UserValues.h"
 #include "ipc/LinkThread.h"
+#include "ipc/ServiceLink.h"
+#include "security/SecurityPasswordGate_win.h"
 #include "ui/Fonts.h"
 #include "ui/Page.h"
 #include "views/ConnectionsReader.h"
@@ -25,6 +27,8 @@ public:
         const CFonts& fonts;
         const Language& language;
         UserValues& userValues;
+        ServiceLink& link;
+        SecurityPasswordGate& gate;
         LinkThread& reads;
         Clock& readsClock;
         ConnectionsReader& connections;

@@ -8,6 +8,7 @@ ServiceLink::ServiceLink(std::function<void()> wake, const MakeConnector& makeCo
       m_pipeConnector(makeConnector(m_thread.Stopping())),
       m_connector(*m_pipeConnector),
       m_commands(m_connector, m_clock),
+      m_filter(m_connector, m_clock),
       m_pipes(m_connector, m_clock) {}
 
 // Before the members that its tasks use go.
@@ -15,9 +16,13 @@ ServiceLink::~ServiceLink() {
     m_thread.Stop(std::chrono::milliseconds(0));
 }
 
-void ServiceLink::Send(std::function<void(CommandPipe&)> command) {
-    // The completion does nothing, but it wakes the window, which then looks at the state of the service.
-    m_thread.Post([this, command = std::move(command)] { command(m_commands); }, [] {});
+// The completions also wake the window, which then looks at the state of the service.
+void ServiceLink::Send(std::function<void(CommandPipe&)> command, std::function<void()> done) {
+    m_thread.Post([this, command = std::move(command)] { command(m_commands); }, std::move(done));
+}
+
+void ServiceLink::SendToFilter(std::function<void(FilterQueue&)> command, std::function<void()> done) {
+    m_thread.Post([this, command = std::move(command)] { command(m_filter); }, std::move(done));
 }
 
 }  // namespace brennvar

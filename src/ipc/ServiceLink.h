@@ -10,6 +10,7 @@
 
 #include "base/SystemClock.h"
 #include "ipc/CommandPipe.h"
+#include "ipc/FilterQueue.h"
 #include "ipc/LinkThread.h"
 #include "ipc/ServicePipes.h"
 #include "ipc/WatchedConnector.h"
@@ -27,8 +28,13 @@ public:
     ServiceLink& operator=(const ServiceLink&) = delete;
     ~ServiceLink();
 
-    // Command after command, in the order of these calls.
-    void Send(std::function<void(CommandPipe&)> command);
+    // Command after command, in the order of these calls. done is called on the user-interface thread when the
+    // command, or all that one call sends, has been delivered or given up; not when the program ends before.
+    void Send(
+        std::function<void(CommandPipe&)> command, std::function<void()> done = [] {});
+    // The same for the web-filter queue.
+    void SendToFilter(
+        std::function<void(FilterQueue&)> command, std::function<void()> done = [] {});
 
     // ask runs on the link thread; done gets its result on the user-interface thread, nothing when ask has failed.
     // It is not called when the program ends before.
@@ -50,6 +56,7 @@ private:
     std::unique_ptr<PipeConnector> m_pipeConnector;
     WatchedConnector m_connector;
     CommandPipe m_commands;
+    FilterQueue m_filter;
     ServicePipes m_pipes;
 };
 
