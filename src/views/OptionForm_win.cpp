@@ -14,7 +14,7 @@ namespace {
 // At 96 pixels per inch.
 constexpr int kMargin = 12;
 constexpr int kColumnGap = 24;
-constexpr int kFieldGap = 8;     // between fields, and around buttons
+constexpr int kFieldGap = 8;    // between fields, and around buttons
 constexpr int kHeadingGap = 8;  // above a heading that is not the first
 constexpr int kLabelGap = 12;
 constexpr int kNumberWidth = 96;

@@ -41,7 +41,8 @@ Service::Service(DataFolder& data, DriverFeeder& feeder, std::uint32_t dieAfter,
 
 Service::Answer Service::HandleCommand(Bytes record) {
     if (const auto command = Decode<CommandRecord>(record)) Apply(*command);
-    if (m_dieAfterCommand != 0 && --m_dieAfterCommand == 0) ::TerminateProcess(::GetCurrentProcess(), kDeathExitCode);
+    if (m_dieAfterCommand != 0 && --m_dieAfterCommand == 0)
+        ::TerminateProcess(::GetCurrentProcess(), kDeathExitCode);
     return std::nullopt;
 }
 

@@ -6,7 +6,7 @@
 //   enabled:WINDOW:ID     until the control ID of the window is enabled
 //   press:WINDOW:ID       presses the button ID of the window as soon as it is enabled
 //   click:WINDOW:ID       clicks the check box or button ID, in the window at any depth
-//   choose:WINDOW:ID:N    chooses the N-th entry, from 0, of the list box ID, as the user does
+//   choose:WINDOW:ID:N    chooses the N-th entry, from 0, of the list box ID, where that opens no dialog
 //   rows:WINDOW:N         until a list of the window shows at least N rows
 //   size:WINDOW:WxH       until the window has been sized, pixels
 //   maximise:WINDOW       until it fills the screen
@@ -72,8 +72,8 @@ bool ChooseEntry(HWND window, const std::string& list) {
     const auto entry = static_cast<WPARAM>(std::atoi(list.c_str() + list.find(':') + 1));
     const HWND box = FindVisibleControl(window, id);
     return box != nullptr && Ask(box, LB_SETCURSEL, entry) == static_cast<LRESULT>(entry) &&
-           ::PostMessageA(::GetParent(box), WM_COMMAND, MAKEWPARAM(id, LBN_SELCHANGE),
-                          reinterpret_cast<LPARAM>(box)) != FALSE;
+           Ask(::GetParent(box), WM_COMMAND, MAKEWPARAM(id, LBN_SELCHANGE), reinterpret_cast<LPARAM>(box)) !=
+               kNoAnswer;
 }
 
 HWND MenuOwner(HWND window) {
