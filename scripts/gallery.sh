@@ -60,11 +60,12 @@ show_program() {
     done
     wine dist/BrennvarGUI.exe >/dev/null 2>&1 </dev/null &
     local interface=$!
-    local main='#462' question='#334' confirmation='#905' about='#951' page number name rows
+    local main='#462' question='#334' confirmation='#905' leaving='#1120' about='#951' page number name rows
     local steps=("enabled:$question:334" "picture:$question:$shots/$prefix-question.bmp"
         "press:$question:573" "press:$question:334" "gone:$question")
     # Command numbers of the pages, and how many rows their lists get from the scenario.
     local pages=(461:statistics 462:connections:8 429:advanced 437:options 439:applications:4 463:trafficlog)
+    local sections=(general enhancements logging miscellaneous icmp filesharing filtering resources password) section
     for size in 1000x680 820x560; do
         steps+=("size:$main:$size")
         for page in "${pages[@]}"; do
@@ -72,12 +73,21 @@ show_program() {
             steps+=("page:$main:$number")
             [ -z "$rows" ] || steps+=("rows:$main:$rows")
             if [ "$size" = 820x560 ]; then name+=-least; fi
-            steps+=("picture:$main:$shots/$prefix-$name.bmp")
+            if [ "$number" != 437 ]; then
+                steps+=("picture:$main:$shots/$prefix-$name.bmp")
+                continue
+            fi
+            for section in "${!sections[@]}"; do
+                steps+=("choose:$main:1100:$section" "picture:$main:$shots/$prefix-$name-${sections[section]}.bmp")
+            done
         done
     done
     steps+=("maximise:$main" "page:$main:462" "rows:$main:8" "picture:$main:$shots/$prefix-connections-largest.bmp"
         "restore:$main" "size:$main:1000x680" "menu:$main" "popups:$main:$shots/$prefix-listmenu.bmp" "leave:$main"
         "command:$main:427" "wait:$about" "picture:$about:$shots/$prefix-about.bmp" "press:$about:1" "gone:$about"
+        "page:$main:437" "choose:$main:1100:1" "click:$main:1016" "picture:$main:$shots/$prefix-options-warning.bmp"
+        "command:$main:462" "wait:$leaving" "picture:$leaving:$shots/$prefix-leaving.bmp" "press:$leaving:1120"
+        "gone:$leaving"
         "command:$main:376" "wait:$confirmation" "picture:$confirmation:$shots/$prefix-exit.bmp"
         "press:$confirmation:1")
     drive "${steps[@]}"

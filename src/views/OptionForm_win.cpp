@@ -218,6 +218,7 @@ void OptionForm::PlaceRow(const Row& row, Column& column) const {
             return;
         default: break;
     }
+    top += Scale(kFieldGap) / 2;
     const int field = left + column.labelWidth + Scale(kLabelGap);
     const int fieldWidth = std::min(right - field, Scale(row.IsNumber() ? kNumberWidth : kFieldWidth));
     // In the middle of the field's height, or of its own where it takes several lines.
@@ -232,7 +233,7 @@ void OptionForm::PlaceRow(const Row& row, Column& column) const {
     } else {
         row.list.Place(place);
     }
-    top += height + Scale(kFieldGap);
+    top += height + Scale(kFieldGap) / 2;
 }
 
 OptionForm::Row* OptionForm::Find(int control) const {
