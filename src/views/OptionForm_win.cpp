@@ -24,7 +24,9 @@ constexpr int kFlagIndent = 24;  // of a check box's text, and of what belongs t
 constexpr int kFlagPadding = 8;  // right of that text
 constexpr int kButtonPadding = 24;
 
-constexpr WPARAM kNumberLimit = 10;  // digits of 32 bits
+// Digits of 32 and of 16 bits.
+constexpr WPARAM kNumberLimit = 10;
+constexpr WPARAM kPortLimit = 5;
 
 constexpr DWORD kOneLine = SS_LEFT | SS_NOPREFIX | SS_CENTERIMAGE;
 
@@ -42,11 +44,10 @@ struct OptionForm::Row {
 
     explicit Row(const RowInfo& rowInfo) : info(rowInfo) {}
     [[nodiscard]] bool HasEdit() const {
-        return info.kind == RowKind::Number || info.kind == RowKind::NumberOfFlag || info.kind == RowKind::Text ||
-               info.kind == RowKind::Password;
+        return IsNumber() || info.kind == RowKind::Text || info.kind == RowKind::Password;
     }
     [[nodiscard]] bool IsNumber() const {
-        return info.kind == RowKind::Number || info.kind == RowKind::NumberOfFlag;
+        return info.kind == RowKind::Number || info.kind == RowKind::Port || info.kind == RowKind::NumberOfFlag;
     }
     [[nodiscard]] bool HasField() const {
         return HasEdit() || info.kind == RowKind::Flag || info.kind == RowKind::List;
@@ -113,8 +114,9 @@ void OptionForm::CreateRow(Row& row) {
         case RowKind::Line: createLabel(LabelKind::Quiet, SS_LEFT | SS_NOPREFIX); break;
         case RowKind::Flag: row.box.Create(Window(), caption, info.control, look); break;
         case RowKind::Number:
+        case RowKind::Port:
             createLabel(LabelKind::Plain, SS_LEFT | SS_NOPREFIX);
-            createEdit(ES_NUMBER, kNumberLimit);
+            createEdit(ES_NUMBER, info.kind == RowKind::Port ? kPortLimit : kNumberLimit);
             break;
         case RowKind::NumberOfFlag:
             createEdit(ES_NUMBER, kNumberLimit);

@@ -82,7 +82,7 @@ Rows Miscellaneous() {
             Heading(Text{1209, "Proxy"}, 1),
             Option(RowKind::List, OptionId::ProxyType, 1),
             Option(RowKind::Text, OptionId::ProxyHost, 1),
-            Option(RowKind::Number, OptionId::ProxyPort, 1),
+            Option(RowKind::Port, OptionId::ProxyPort, 1),
             Option(RowKind::Text, OptionId::ProxyLogin, 1),
             Option(RowKind::Password, OptionId::ProxyPassword, 1)};
 }
@@ -106,7 +106,7 @@ Rows BrowserFiltering() {
             {RowKind::Flag, IDC_FILTER_ACTIVEX, Text{599, "Enable ActiveX Blocking"}},
             {RowKind::Flag, IDC_FILTER_REFERRER, Text{600, "Enable Referrer Blocking"}},
             {RowKind::Flag, IDC_FILTER_COOKIES, Text{601, "Enable Cookies Blocking"}},
-            Option(RowKind::Number, OptionId::FilteringProxyPort)};
+            Option(RowKind::Port, OptionId::FilteringProxyPort)};
 }
 
 Rows Resources() {

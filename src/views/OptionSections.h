@@ -15,6 +15,7 @@ enum class RowKind {
     Line,  // a quiet text that explains
     Flag,
     Number,
+    Port,
     NumberOfFlag,  // below the flag that it belongs to; the caption is its unit
     Text,
     Password,

@@ -1,6 +1,7 @@
 #include "views/OptionsPage_win.h"
 
 #include <algorithm>
+#include <span>
 #include <utility>
 
 #include "ui/Controls.h"
@@ -181,8 +182,8 @@ std::string OptionsPage::NoteText() {
 
 void OptionsPage::ShowNote() {
     m_note.SetText(NoteText());
-    const bool canApply = m_isLoaded && !Current().attempt;
-    if ((::IsWindowEnabled(m_apply.Window()) != FALSE) != canApply) ::EnableWindow(m_apply.Window(), canApply);
+    // Not while it applies: a button that is disabled loses the keyboard.
+    if (m_isLoaded != (::IsWindowEnabled(m_apply.Window()) != FALSE)) ::EnableWindow(m_apply.Window(), m_isLoaded);
 }
 
 void OptionsPage::OnCommand(int id, int notification) {
@@ -459,9 +460,13 @@ void OptionsPage::JudgeAttempts() {
 }
 
 bool OptionsPage::IsStored(const Section& section) const {
-    const OptionValues& wanted = section.attempt->wanted;
-    return section.info->group ? GroupIsSame(*section.info->group, wanted, m_values)
-                               : wanted.SameAs(m_values, OptionId::FilteringProxyPort);
+    const Attempt& attempt = *section.attempt;
+    if (section.info->group) return GroupIsSame(*section.info->group, attempt.wanted, m_values);
+    const std::span<const FilterFlag> flags = FilterFlags();
+    return attempt.wanted.SameAs(m_values, OptionId::FilteringProxyPort) &&
+           std::all_of(flags.begin(), flags.end(), [&](const FilterFlag& flag) {
+               return StoredField(flag.control) == attempt.sent.at(flag.control);
+           });
 }
 
 void OptionsPage::EndAttempt(Section& section, Note note) {

@@ -82,6 +82,7 @@ TEST_F(OptionsTest, EverySectionSendsItsGroupAndShowsWhatIsStored) {
         Click(kApply);
         expected.insert(expected.end(), lines.begin(), lines.end());
         EXPECT_TRUE(WaitForNote("Stored."));
+        EXPECT_TRUE(WaitForRecords("COMMAND", 3 + expected.size()));
         EXPECT_EQ(Sent(), expected);
     };
     const std::string general = Event("47656E6572616C"), on = "01";

@@ -121,12 +121,11 @@ TEST_F(OptionsPageTest, KeepsEditsWhenThePasswordIsRefused) {
     refused = [] {};
     Ask(1006, BM_CLICK);
     Apply();
-    EXPECT_FALSE(::IsWindowEnabled(Find(IDC_OPTIONS_APPLY)));
+    EXPECT_EQ(Note(), "Applying...");
     refused();
     EXPECT_TRUE(delivered.empty());
     EXPECT_EQ(Ask(1006, BM_GETCHECK), BST_CHECKED);
     EXPECT_EQ(Note(), "Changes are not applied yet.");
-    EXPECT_TRUE(::IsWindowEnabled(Find(IDC_OPTIONS_APPLY)));
 }
 
 TEST_F(OptionsPageTest, ABatchThatEndsLateOrAfterThePageDoesNothing) {
@@ -144,6 +143,20 @@ TEST_F(OptionsPageTest, ABatchThatEndsLateOrAfterThePageDoesNothing) {
     EXPECT_EQ(Note(), "Applying...");
     page.reset();
     delivered.at(1)();
+}
+
+TEST_F(OptionsPageTest, BringsTheFieldWithTheKeyboardIntoSight) {
+    page->Place({0, 0, 400, 240});
+    OpenSection(2);
+    for (const int id : {1041, 1027}) {
+        ::SetFocus(Find(id));
+        for (MSG message; ::PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE);) ::DispatchMessageA(&message);
+        RECT form{}, field{}, both{};
+        ::GetWindowRect(Find(IDC_OPTIONS_FORM), &form);
+        ::GetWindowRect(Find(id), &field);
+        ::IntersectRect(&both, &form, &field);
+        EXPECT_TRUE(::EqualRect(&both, &field)) << id;
+    }
 }
 
 }  // namespace
