@@ -60,14 +60,14 @@ public:
 private:
     using Clock = std::chrono::steady_clock;
     enum class Note { None, Stored, NotStored };
-    // A change on its way to the service.
+    // A change on its way to the service; begins with zeros.
     struct Attempt {
-        int number = 0;
+        int number;
         FormDraft::Fields sent;
         OptionValues wanted;
-        bool isSent = false;       // the password has been entered
-        bool isDelivered = false;  // nothing of it is left on the link thread
-        Clock::time_point since{};
+        bool isSent;       // the password has been entered
+        bool isDelivered;  // nothing of it is left on the link thread
+        Clock::time_point since;
     };
     struct Section {
         const SectionInfo* info = nullptr;

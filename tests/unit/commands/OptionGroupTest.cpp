@@ -43,7 +43,8 @@ TEST(OptionGroupTest, SendsOptionsThenTheEventThenWhatMakesThemCount) {
     noStart.SetNumber(OptionId::LoadAtStartup, 0);
 
     std::vector<RawBytes> icmp;
-    for (char id = 42; id <= 63; ++id) icmp.push_back(Value(id, id == 42 || id == 43 || id == 47 || id == 57));
+    for (char id = 42; id <= 63; ++id)
+        icmp.push_back(Value(id, id == 42 || id == 43 || id == 47 || id == 57 ? 1 : 0));
     icmp.insert(icmp.end(), {Event("subject"), Bare(16)});
 
     struct Row {
