@@ -60,11 +60,13 @@ show_program() {
     done
     wine dist/BrennvarGUI.exe >/dev/null 2>&1 </dev/null &
     local interface=$!
-    local main='#462' question='#334' confirmation='#905' about='#951' password='#1204' page number name rows
+    local main='#462' question='#334' confirmation='#905' leaving='#1120' about='#951' password='#1204'
+    local page number name rows
     local steps=("enabled:$question:334" "picture:$question:$shots/$prefix-question.bmp"
         "press:$question:573" "press:$question:334" "gone:$question")
     # Command numbers of the pages, and how many rows their lists get from the scenario.
     local pages=(461:statistics 462:connections:8 429:advanced 437:options 439:applications:6 463:trafficlog)
+    local sections=(general enhancements logging miscellaneous icmp filesharing filtering resources password) section
     for size in 1000x680 820x560; do
         steps+=("size:$main:$size")
         for page in "${pages[@]}"; do
@@ -72,7 +74,13 @@ show_program() {
             steps+=("page:$main:$number")
             [ -z "$rows" ] || steps+=("rows:$main:$rows")
             if [ "$size" = 820x560 ]; then name+=-least; fi
-            steps+=("picture:$main:$shots/$prefix-$name.bmp")
+            if [ "$number" != 437 ]; then
+                steps+=("picture:$main:$shots/$prefix-$name.bmp")
+                continue
+            fi
+            for section in "${!sections[@]}"; do
+                steps+=("choose:$main:1100:$section" "picture:$main:$shots/$prefix-$name-${sections[section]}.bmp")
+            done
         done
     done
     steps+=("maximise:$main" "page:$main:462" "rows:$main:8" "picture:$main:$shots/$prefix-connections-largest.bmp"
@@ -91,6 +99,9 @@ show_program() {
         "popups:$main:$shots/$prefix-applications-menu.bmp" "leave:$main" "click:$main:4x1+" "key:$main:46"
         "wait:$confirmation" "picture:$confirmation:$shots/$prefix-applications-remove.bmp" "press:$confirmation:2"
         "gone:$confirmation"
+        "page:$main:437" "choose:$main:1100:1" "click:$main:1016" "picture:$main:$shots/$prefix-options-warning.bmp"
+        "command:$main:462" "wait:$leaving" "picture:$leaving:$shots/$prefix-leaving.bmp" "press:$leaving:1120"
+        "gone:$leaving"
         "command:$main:376" "wait:$confirmation" "picture:$confirmation:$shots/$prefix-exit.bmp"
         "press:$confirmation:1")
     drive "${steps[@]}"

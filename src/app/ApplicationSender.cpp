@@ -14,14 +14,13 @@ ApplicationChanges::Parts ConnectApplicationChanges(SecurityPasswordGate& gate, 
                 },
             .send =
                 [&link](const std::vector<ApplicationChange>& changes, std::function<void()> done) {
-                    for (const ApplicationChange& change : changes) {
-                        link.Send([change](CommandPipe& pipe) {
-                            pipe.CMD_SET_APPLICATION_RULE(change.path, change.action);
-                        });
-                    }
-                    // The link does one thing after the other: this one when the commands have gone.
-                    link.Ask<bool>([](ServicePipes&) { return true; },
-                                   [done = std::move(done)](std::optional<bool>) { done(); });
+                    link.Send(
+                        [changes](CommandPipe& pipe) {
+                            for (const ApplicationChange& change : changes) {
+                                pipe.CMD_SET_APPLICATION_RULE(change.path, change.action);
+                            }
+                        },
+                        [done = std::move(done)](bool) { done(); });
                 }};
 }
 

@@ -108,12 +108,13 @@ void FirewallControlCenterDialog::OnInitDialog() {
         .fonts = m_fonts,
         .language = m_language,
         .userValues = m_userValues,
+        .link = m_link,
+        .gate = m_gate,
         .reads = m_reads,
         .readsClock = m_readsClock,
         .connections = *m_connections,
         .statistics = m_statistics,
         .applicationChanges = m_applicationChanges,
-        .isServiceMissing = [this] { return m_link.Service() == PeerState::Missing; },
         .showConnectionCount =
             [this](std::optional<std::size_t> count) {
                 m_statistics.SetConnections(count);
@@ -361,6 +362,7 @@ bool FirewallControlCenterDialog::IsBusy() const {
 void FirewallControlCenterDialog::ExitControlCenter() {
     // The driver waits for the answer to an open question; it comes first.
     if (m_prompts.IsBusy()) return;
+    if (CPage* const page = Pages().Current(); page && !page->MayLeave()) return;
     m_leaving.Exit(
         Window(), [this] { return m_prompts.IsBusy() || AnyWorkerRunning(); }, [this] { End(kResultExit); });
 }

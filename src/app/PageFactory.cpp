@@ -3,8 +3,10 @@
 #include <utility>
 #include <vector>
 
+#include "config/FileStamp_win.h"
 #include "config/Folders.h"
 #include "config/Folders_win.h"
+#include "config/Options.h"
 #include "config/ResourceFolders_win.h"
 #include "config/Resources_win.h"
 #include "rules/ApplicationRules.h"
@@ -59,7 +61,9 @@ std::unique_ptr<CPage> PageFactory::MakeApplications(PageTexts texts) const {
     return std::make_unique<ApplicationsPage>(
         lists, std::move(texts),
         ApplicationsPage::Parts{
-            .read = read, .changes = m_parts.applicationChanges, .isServiceMissing = m_parts.isServiceMissing});
+            .read = read, .changes = m_parts.applicationChanges, .isServiceMissing = [&link = m_parts.link] {
+                return link.Service() == PeerState::Missing;
+            }});
 }
 
 std::unique_ptr<CPage> PageFactory::MakeOptions(PageTexts texts) const {
@@ -69,7 +73,31 @@ std::unique_ptr<CPage> PageFactory::MakeOptions(PageTexts texts) const {
             .skins = [] { return ListResourceFolders(SkinsFolderPath(GetInstallationFolder())); },
             .languages = [] { return ListResourceFolders(LanguagesFolderPath(GetInstallationFolder())); },
             .current = CurrentResourceChoice,
-            .apply = m_parts.applyResources});
+            .apply = m_parts.applyResources},
+        OptionsPage::Services{
+            .readOptions =
+                [&reads = m_parts.reads, &clock = m_parts.readsClock](std::function<void(OptionValues)> done) {
+                    reads.Ask<OptionValues>([&clock] { return OptionReader(GetDataFolder(), clock).ReadAll(); },
+                                            [done = std::move(done)](std::optional<OptionValues> values) {
+                                                done(std::move(values).value_or(OptionValues()));
+                                            });
+                },
+            .stampOptions = [] { return StampOfFile(ConfigFilePath(GetDataFolder())); },
+            .checkPassword =
+                [&gate = m_parts.gate](HWND owner, std::function<void()> action, std::function<void()> refused) {
+                    gate.CheckSecurityPassword(
+                        {.owner = owner, .action = std::move(action), .refused = std::move(refused)});
+                },
+            .send =
+                [&link = m_parts.link](std::function<void(CommandPipe&)> batch, std::function<void()> done) {
+                    link.Send(std::move(batch), [done = std::move(done)](bool) { done(); });
+                },
+            .sendProxyPort =
+                [&link = m_parts.link](std::uint32_t port, std::function<void()> done) {
+                    link.SendToFilter([port](FilterQueue& queue) { queue.FILTER_SET_PROXY_PORT(port); },
+                                      [done = std::move(done)](bool) { done(); });
+                },
+            .userValues = m_parts.userValues});
 }
 
 }  // namespace brennvar

@@ -12,6 +12,8 @@
 #include "config/ResourceChoice.h"
 #include "config/UserValues.h"
 #include "ipc/LinkThread.h"
+#include "ipc/ServiceLink.h"
+#include "security/SecurityPasswordGate_win.h"
 #include "tray/Statistics.h"
 #include "ui/Fonts.h"
 #include "ui/Page.h"
@@ -27,12 +29,13 @@ public:
         const CFonts& fonts;
         const Language& language;
         UserValues& userValues;
+        ServiceLink& link;
+        SecurityPasswordGate& gate;
         LinkThread& reads;
         Clock& readsClock;
         ConnectionsReader& connections;
         Statistics& statistics;
         ApplicationChanges& applicationChanges;
-        std::function<bool()> isServiceMissing;
         std::function<void(std::optional<std::size_t>)> showConnectionCount;
         // The user's choice of skin and language. False: not now.
         std::function<bool(const ResourceChoice& current, const ResourceChoice& chosen)> applyResources;

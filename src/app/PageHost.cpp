@@ -62,6 +62,7 @@ bool PageHost::Open(int command) {
     if (!next) return false;
     if (next == m_current) return true;
     if (!MakePage(*next)) return true;  // the page that is shown stays
+    if (m_current && !m_current->page->MayLeave()) return true;
     Slot* const last = std::exchange(m_current, next);
     // The keyboard must not stay in a page that nobody sees.
     const HWND focus = ::GetFocus();

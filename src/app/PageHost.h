@@ -25,7 +25,7 @@ public:
 
     // The buttons become children of the window, which gets their commands. No page is shown yet.
     void Create(HWND parent, const Look& look, std::vector<Entry> entries);
-    // False for a command that opens none of the pages.
+    // False for a command that opens none of the pages. The page that is shown is asked first, and may stay.
     bool Open(int command);
     [[nodiscard]] bool HasPage(int command) const;
     // Null until the first page was opened.

@@ -1,6 +1,7 @@
 #include "config/Options.h"
 
 #include <algorithm>
+#include <set>
 #include <span>
 #include <utility>
 
@@ -32,6 +33,26 @@ std::uint32_t OptionReader::ReadOption(std::uint32_t id, std::uint32_t fallback)
 std::string OptionReader::ReadOptionText(std::uint32_t id) const {
     const auto record = FindRecord(id);
     return record ? std::string(TextOf(record->text)) : std::string();
+}
+
+OptionValues OptionReader::ReadAll() const {
+    OptionValues values;
+    auto file = RecordFile::RulesFileOpen(ConfigFilePath(m_dataFolder), m_clock);
+    if (!file) return values;
+    std::set<std::uint32_t> seen;
+    ScanRecords<OptionRecord>(*file, Cipher::Enciphered, [&](std::span<const OptionRecord> records) {
+        for (const OptionRecord& record : records) {
+            const OptionInfo* const info = FindOption(record.id);
+            if (!info || !seen.insert(record.id).second) continue;
+            if (info->kind == OptionKind::Text) {
+                values.SetText(info->id, std::string(TextOf(record.text)));
+            } else {
+                values.SetNumber(info->id, record.value);
+            }
+        }
+        return seen.size() < OptionTable().size();
+    });
+    return values;
 }
 
 }  // namespace brennvar

@@ -8,6 +8,7 @@ ServiceLink::ServiceLink(std::function<void()> wake, const MakeConnector& makeCo
       m_pipeConnector(makeConnector(m_thread.Stopping())),
       m_connector(*m_pipeConnector),
       m_commands(m_connector, m_clock),
+      m_filter(m_connector, m_clock),
       m_pipes(m_connector, m_clock) {}
 
 // Before the members that its tasks use go.
@@ -15,18 +16,24 @@ ServiceLink::~ServiceLink() {
     m_thread.Stop(std::chrono::milliseconds(0));
 }
 
-void ServiceLink::Send(std::function<void(CommandPipe&)> command) {
-    // The completion does nothing, but it wakes the window, which then looks at the state of the service.
-    m_thread.Post([this, command = std::move(command)] { command(m_commands); }, [] {});
+void ServiceLink::Send(std::function<void(CommandPipe&)> command, Sent done) {
+    Post([this, command = std::move(command)] { command(m_commands); }, std::move(done));
 }
 
-void ServiceLink::Send(std::function<void(CommandPipe&)> command, std::function<void(bool wasThere)> done) {
+void ServiceLink::SendToFilter(std::function<void(FilterQueue&)> command, Sent done) {
+    Post([this, command = std::move(command)] { command(m_filter); }, std::move(done));
+}
+
+void ServiceLink::Post(LinkThread::Task task, Sent done) {
+    // There is always a completion: it also wakes the window, which then looks at the state of the service.
     m_thread.Ask<bool>(
-        [this, command = std::move(command)] {
-            command(m_commands);
+        [this, task = std::move(task)] {
+            task();
             return m_connector.State() == PeerState::Reachable;
         },
-        [done = std::move(done)](std::optional<bool> wasThere) { done(wasThere.value_or(false)); });
+        [done = std::move(done)](std::optional<bool> wasThere) {
+            if (done) done(wasThere.value_or(false));
+        });
 }
 
 }  // namespace brennvar

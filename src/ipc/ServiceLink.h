@@ -10,6 +10,7 @@
 
 #include "base/SystemClock.h"
 #include "ipc/CommandPipe.h"
+#include "ipc/FilterQueue.h"
 #include "ipc/LinkThread.h"
 #include "ipc/ServicePipes.h"
 #include "ipc/WatchedConnector.h"
@@ -27,11 +28,13 @@ public:
     ServiceLink& operator=(const ServiceLink&) = delete;
     ~ServiceLink();
 
-    // Command after command, in the order of these calls.
-    void Send(std::function<void(CommandPipe&)> command);
-
-    // The same; done is told on the user-interface thread whether the service was there for the last one.
-    void Send(std::function<void(CommandPipe&)> command, std::function<void(bool wasThere)> done);
+    // Told on the user-interface thread when what was sent has been delivered or given up: whether the service was
+    // there for the last of it. Not told when the program ends before.
+    using Sent = std::function<void(bool wasThere)>;
+    // Command after command, in the order of these calls; what one call sends is not mixed with others.
+    void Send(std::function<void(CommandPipe&)> command, Sent done = {});
+    // The same for the web-filter queue.
+    void SendToFilter(std::function<void(FilterQueue&)> command, Sent done = {});
 
     // ask runs on the link thread; done gets its result on the user-interface thread, nothing when ask has failed.
     // It is not called when the program ends before.
@@ -47,12 +50,15 @@ public:
     void Stop(std::chrono::milliseconds limit) { m_thread.Stop(limit); }
 
 private:
+    void Post(LinkThread::Task task, Sent done);
+
     LinkThread m_thread;
     // Used on the link thread only; they exist before the first task and until the last one is over (Stop).
     SystemClock m_clock;
     std::unique_ptr<PipeConnector> m_pipeConnector;
     WatchedConnector m_connector;
     CommandPipe m_commands;
+    FilterQueue m_filter;
     ServicePipes m_pipes;
 };
 

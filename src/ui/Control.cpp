@@ -137,6 +137,9 @@ std::optional<LRESULT> CControl::Dispatch(UINT message, WPARAM wParam, LPARAM lP
     if (message > kReflected && message < kReflected + WM_USER) {
         return OnReflected(message - kReflected, wParam, lParam).value_or(0);
     }
+    if (message == WM_SETFOCUS) {
+        ::PostMessageA(::GetParent(m_window), kControlFocused, 0, reinterpret_cast<LPARAM>(m_window));
+    }
     // The control may end while it handles a message; nothing of the object is touched after that.
     if (const std::optional<LRESULT> result = OnMessage(message, wParam, lParam)) return result;
     if (message == WM_MOUSEMOVE) SetHot(true);

@@ -17,6 +17,10 @@ inline constexpr UINT kReflected = WM_APP + 0x1000;
 // For parents: passes such a message on to the control that sent it. Nothing: it is none, or not from one of ours.
 [[nodiscard]] std::optional<LRESULT> ReflectMessage(UINT message, WPARAM wParam, LPARAM lParam);
 
+// Posted to the parent when a control of ours gets the keyboard (lParam: its window): a parent that scrolls brings
+// it into sight.
+inline constexpr UINT kControlFocused = WM_APP + 0x0FFF;
+
 class CControl {
 public:
     CControl() = default;

@@ -47,8 +47,12 @@ void DrawSign(HDC dc, const RECT& place, bool isQuestion, const Palette& colours
 MessageDialog::MessageDialog(const CFonts& fonts, MessageTexts texts)
     : CSkinDialog(fonts), m_texts(std::move(texts)) {}
 
-bool MessageDialog::Ask(HWND owner) {
-    return DoModal(owner, IsQuestion() ? IDD_MESSAGE_OK_CANCEL : IDD_MESSAGE_OK) == IDOK;
+MessageAnswer MessageDialog::Choose(HWND owner) {
+    switch (DoModal(owner, IsQuestion() ? IDD_MESSAGE_OK_CANCEL : IDD_MESSAGE_OK)) {
+        case IDOK: return MessageAnswer::Ok;
+        case IDC_MESSAGE_OTHER: return MessageAnswer::Other;
+        default: return MessageAnswer::Cancel;
+    }
 }
 
 void MessageDialog::OnCreateContent() {
@@ -59,6 +63,11 @@ void MessageDialog::OnCreateContent() {
     m_message.Adopt(Item(IDC_MESSAGE), LabelKind::Plain, GetLook());
     m_ok.Adopt(Item(IDOK), kButtonDialog, GetLook());
     if (IsQuestion()) m_cancel.Adopt(Item(IDCANCEL), kButtonDialog, GetLook());
+    if (!m_texts.other.empty()) {
+        m_other.Create(Window(), kButtonDialog, m_texts.other, IDC_MESSAGE_OTHER, GetLook());
+        // Tab goes from left to right.
+        ::SetWindowPos(m_other.Window(), m_ok.Window(), 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+    }
 
     // The text decides about the size.
     int textWidth = Scale(kTextWidth);
@@ -78,7 +87,7 @@ void MessageDialog::OnCreateContent() {
     m_message.Place({content.left + textLeft, textTop, content.right,
                      std::min(textTop + text.cy, buttons - Scale(kButtonTop))});
     LONG right = content.right;
-    for (const CButton* button : {&m_cancel, &m_ok}) {
+    for (const CButton* button : {&m_cancel, &m_other, &m_ok}) {
         if (!button->Window()) continue;
         button->MoveTo(right - button->Size().cx, buttons);
         right -= button->Size().cx + Scale(kButtonGap);
@@ -93,7 +102,7 @@ void MessageDialog::OnPaintGround(HDC dc) {
 }
 
 void MessageDialog::OnCommand(int id, int notification) {
-    if (id == IDOK && notification == BN_CLICKED) End(IDOK);
+    if ((id == IDOK || id == IDC_MESSAGE_OTHER) && notification == BN_CLICKED) End(id);
 }
 
 }  // namespace brennvar

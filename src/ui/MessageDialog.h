@@ -1,4 +1,4 @@
-// A message with OK, or a question with OK and Cancel.
+// A message with OK, or a question with OK and Cancel, and with another answer between them where there is one.
 #pragma once
 
 #include <string>
@@ -13,14 +13,19 @@ struct MessageTexts {
     std::string caption;
     std::string message;
     std::string ok;
-    std::string cancel;  // empty: OK is the only button
+    std::string cancel;      // empty: OK is the only button
+    std::string other = {};  // the caption of a third button; only with Cancel
 };
+
+enum class MessageAnswer { Ok, Other, Cancel };
 
 class MessageDialog final : public CSkinDialog {
 public:
     MessageDialog(const CFonts& fonts, MessageTexts texts);
-    // True when the user chose OK. Esc and the close button choose Cancel where there is one.
-    bool Ask(HWND owner);
+    // What the user chose. Esc and the close button choose Cancel, also where there is no button for it.
+    MessageAnswer Choose(HWND owner);
+    // True when the user chose OK.
+    bool Ask(HWND owner) { return Choose(owner) == MessageAnswer::Ok; }
 
 private:
     void OnCreateContent() override;
@@ -31,6 +36,7 @@ private:
     const MessageTexts m_texts;
     CLabel m_message;
     CButton m_ok;
+    CButton m_other;
     CButton m_cancel;
 };
 

@@ -34,6 +34,8 @@ public:
     virtual void Reload() {}
     // The user looks for something (Ctrl+F).
     virtual void OnFind() {}
+    // The user wants to leave the page, or the program. May ask, which pumps messages. False: the page stays.
+    virtual bool MayLeave() { return true; }
     // The application rules have changed.
     virtual void OnRulesChanged() {}
 

@@ -34,8 +34,9 @@
 #define IDC_PROGRAM_PATH 901
 #define IDC_WANTS 906
 
-// Message dialogs; the buttons are IDOK and IDCANCEL
+// Message dialogs; the buttons are IDOK and IDCANCEL, and between them
 #define IDC_MESSAGE 905
+#define IDC_MESSAGE_OTHER 1120
 
 // About box
 #define IDC_PRODUCT_NAME 951
@@ -112,12 +113,8 @@
 #define IDC_CAPTION_MAXIMISE 942
 #define IDC_CAPTION_CLOSE 943
 #define IDC_CAPTION_ABOUT 944
-#define IDC_OPTIONS_RESOURCES 960
-#define IDC_OPTIONS_SKIN_LABEL 961
 #define IDC_OPTIONS_SKIN 962
-#define IDC_OPTIONS_LANGUAGE_LABEL 963
 #define IDC_OPTIONS_LANGUAGE 964
-#define IDC_OPTIONS_APPLY_RESOURCES 965
 
 // Statistics page. The cards have three texts each: name, value and remark, with numbers that follow one another.
 #define IDC_STATISTICS_IN_GRAPH 1240
@@ -134,3 +131,14 @@
 #define IDC_APPLICATIONS_ASK 1272
 #define IDC_APPLICATIONS_REMOVE 1273
 #define IDC_APPLICATIONS_DETAILS 1275
+
+// The Options page; the field of an option has the number 1000 and the option's identifier
+#define IDC_OPTIONS_SECTIONS 1100
+#define IDC_OPTIONS_APPLY 1101
+#define IDC_OPTIONS_NOTE 1102
+#define IDC_OPTIONS_FORM 1103
+#define IDC_FILTER_SITE_CONTROL 1110
+#define IDC_FILTER_ADS 1111
+#define IDC_FILTER_ACTIVEX 1112
+#define IDC_FILTER_REFERRER 1113
+#define IDC_FILTER_COOKIES 1114

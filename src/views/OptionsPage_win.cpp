@@ -1,96 +1,478 @@
 #include "views/OptionsPage_win.h"
 
 #include <algorithm>
+#include <span>
 #include <utility>
 
+#include "ui/Controls.h"
+#include "ui/MessageDialog.h"
+#include "ui/Paint.h"
 #include "ui/ResourceIds.h"
+#include "views/OptionFields.h"
 
 namespace brennvar {
 namespace {
 
-// At 96 pixels per inch.
-constexpr int kCardMargin = 16;
-constexpr int kRowHeight = 24;
-constexpr int kRowStep = 32;
-constexpr int kButtonGap = 8;
-constexpr int kListWidth = 240;
-constexpr int kLabelWidth = 144;  // wider where the language needs it
-constexpr int kLabelGap = 16;
+using namespace std::chrono_literals;
 
-void Fill(const CComboBox& list, const std::vector<std::string>& names, const std::string& selected) {
-    list.Clear();
-    for (std::size_t index = 0; index < names.size(); ++index) {
-        const int row = list.Add(names[index]);
-        if (row < 0) continue;
-        ::SendMessageA(list.Window(), CB_SETITEMDATA, static_cast<WPARAM>(row), static_cast<LPARAM>(index));
-        // Not the control's own search, which disregards case.
-        if (names[index] == selected) list.Select(row);
-    }
+// At 96 pixels per inch.
+constexpr int kListWidth = 136;  // wider where the language needs it
+constexpr int kListPadding = 32;
+constexpr int kGap = 16;
+constexpr int kNoteGap = 12;
+
+constexpr UINT_PTR kWatchTimer = 1;
+constexpr UINT kWatchPause = 1000;  // ms
+constexpr UINT_PTR kAttemptTimer = 2;
+constexpr UINT kAttemptPause = 100;  // ms
+
+// A service that has not taken a batch by then counts as missing.
+constexpr auto kDeliveryLimit = 2s;
+// How long it may take to rewrite its file after the last command: some 200 ms, and patience for a busy machine.
+constexpr auto kStoreLimit = 1s;
+
+constexpr auto kWarningDuration = 15s;
+
+// Names of protocols are not translated; their order is that of the stored numbers.
+constexpr const char* kProxyTypes[] = {"HTTP", "SOCKS4", "SOCKS5"};
+
+// Posted to the page itself.
+constexpr int kFilteringApplied = 1199;
+
+std::vector<OptionForm::Item> ItemsOf(const std::vector<std::string>& names) {
+    std::vector<OptionForm::Item> items;
+    for (const std::string& name : names) items.push_back({.content = name, .text = name});
+    return items;
 }
 
-// Where nothing is selected, as in an empty list, nothing is to change.
-std::string SelectedOr(const CComboBox& list, const std::string& current) {
-    return list.Selected() < 0 ? current : list.ItemText(list.Selected());
+bool IsField(RowKind kind) {
+    return kind != RowKind::Heading && kind != RowKind::Line && kind != RowKind::Button;
 }
 
 }  // namespace
 
-OptionsPage::OptionsPage(const CFonts& fonts, const Language& language, PageTexts texts, Resources resources)
-    : CPage(fonts, std::move(texts)), m_language(language), m_resources(std::move(resources)) {}
+OptionsPage::OptionsPage(const CFonts& fonts, const Language& language, PageTexts texts, Resources resources,
+                         Services services)
+    : CPage(fonts, std::move(texts)),
+      m_language(language),
+      m_resources(std::move(resources)),
+      m_services(std::move(services)),
+      m_balloon(fonts) {
+    for (const SectionInfo& info : OptionSections()) m_sections.emplace_back().info = &info;
+}
+
+OptionsPage::~OptionsPage() = default;
+
+std::function<void()> OptionsPage::IfAlive(std::function<void()> action) const {
+    return [alive = std::weak_ptr(m_alive), action = std::move(action)] {
+        if (!alive.expired()) action();
+    };
+}
+
+// Sections
 
 void OptionsPage::OnCreateContent() {
-    constexpr DWORD kOneLine = SS_LEFT | SS_NOPREFIX | SS_CENTERIMAGE;
     const Look& look = GetLook();
-    m_heading.Create(Window(), m_language.GetText(342, "Skins/Languages:"), LabelKind::Bold, kOneLine,
-                     IDC_OPTIONS_RESOURCES, look);
-    m_skinLabel.Create(Window(), m_language.GetText(343, "Active skin:"), LabelKind::Plain, kOneLine,
-                       IDC_OPTIONS_SKIN_LABEL, look);
-    m_skins.Create(Window(), IDC_OPTIONS_SKIN, look);
-    m_languageLabel.Create(Window(), m_language.GetText(344, "Active language:"), LabelKind::Plain, kOneLine,
-                           IDC_OPTIONS_LANGUAGE_LABEL, look);
-    m_languages.Create(Window(), IDC_OPTIONS_LANGUAGE, look);
-    m_apply.Create(Window(), kButtonDialog, m_language.GetText(1116, "Apply"), IDC_OPTIONS_APPLY_RESOURCES, look);
+    m_list.Create(Window(), IDC_OPTIONS_SECTIONS, look);
+    for (const Section& section : m_sections) m_list.Add(m_language.GetText(section.info->caption));
+    m_apply.Create(Window(), kButtonDialog, m_language.GetText(1116, "Apply"), IDC_OPTIONS_APPLY, look);
+    m_note.Create(Window(), "", LabelKind::Quiet, SS_LEFT | SS_NOPREFIX | SS_CENTERIMAGE, IDC_OPTIONS_NOTE, look);
+    UpdateStored();
+    OpenSection(0);
 }
 
 void OptionsPage::OnPlaceContent(const RECT& place) {
-    const int margin = Scale(kCardMargin);
-    // As wide as the language needs it, while the lists stay in sight.
-    const int room = static_cast<int>(place.right - place.left) - 2 * margin - Scale(kLabelGap + kListWidth);
-    const int wanted = std::max(m_skinLabel.Measure(0).cx, m_languageLabel.Measure(0).cx);
-    const int labelWidth = std::max(Scale(kLabelWidth), std::min(wanted, room));
-    const LONG left = place.left + margin;
-    const LONG listLeft = left + labelWidth + Scale(kLabelGap);
-    const LONG right = listLeft + Scale(kListWidth);
-    LONG top = place.top + margin;
-    const auto placeRow = [&](const CLabel& label, const CComboBox& list) {
-        label.Place({left, top, left + labelWidth, top + Scale(kRowHeight)});
-        list.Place({listLeft, top, right, top + Scale(kRowHeight)});
-        top += Scale(kRowStep);
-    };
-    m_heading.Place({left, top, right, top + Scale(kRowHeight)});
-    top += Scale(kRowStep);
-    placeRow(m_skinLabel, m_skins);
-    placeRow(m_languageLabel, m_languages);
-    top += Scale(kButtonGap);
-    m_apply.MoveTo(right - m_apply.Size().cx, top);
-    SetCards({{place.left, place.top, right + margin, top + m_apply.Size().cy + margin}});
+    int textWidth = Scale(kListWidth - kListPadding);
+    for (const Section& section : m_sections) {
+        const std::string caption = m_language.GetText(section.info->caption);
+        textWidth = std::max<int>(textWidth, MeasureText(Window(), GetLook().fonts.Text(), caption, 0).cx);
+    }
+    RECT list = place;
+    list.right = list.left + textWidth + Scale(kListPadding);
+    RECT form = place;
+    form.left = list.right + Scale(kGap);
+    const LONG applyTop = form.bottom - m_apply.Size().cy;
+    form.bottom = applyTop - Scale(kGap);
+    m_list.Place(Inset(list, 1));
+    m_apply.MoveTo(form.left, applyTop);
+    m_note.Place({form.left + m_apply.Size().cx + Scale(kNoteGap), applyTop, form.right, place.bottom});
+    m_formPlace = Inset(form, 1);
+    SetCards({list, form});
+    PlaceForm();
 }
 
-void OptionsPage::Reload() {
-    m_current = m_resources.current();
-    Fill(m_skins, m_resources.skins(), m_current.skin);
-    Fill(m_languages, m_resources.languages(), m_current.language);
+void OptionsPage::PlaceForm() {
+    if (Current().form) Current().form->Place(m_formPlace);
+}
+
+void OptionsPage::ChooseSection() {
+    const int chosen = m_list.Selected();
+    if (chosen < 0 || static_cast<std::size_t>(chosen) == m_current) return;
+    if (MayLeave()) {
+        OpenSection(static_cast<std::size_t>(chosen));
+    } else {
+        m_list.Select(static_cast<int>(m_current));
+    }
+}
+
+void OptionsPage::OpenSection(std::size_t index) {
+    Section& last = Current();
+    Section& next = m_sections[index];
+    if (!next.form) {
+        auto form = std::make_unique<OptionForm>(GetLook(), m_language, *next.info);
+        if (!form->CreateForm(Window(), IDC_OPTIONS_FORM)) return;
+        next.form = std::move(form);
+        // Tab goes from the list to the form and on to the button.
+        ::SetWindowPos(next.form->Window(), m_list.Window(), 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+    }
+    m_balloon.Hide();
+    last.note = Note::None;
+    m_current = index;
+    m_list.Select(static_cast<int>(index));
+    FillResourceLists();
+    ShowDraft(next);
+    PlaceForm();
+    ::ShowWindow(next.form->Window(), SW_SHOWNA);
+    if (&last != &next && last.form) {
+        // The keyboard must not stay in a form that nobody sees.
+        if (::IsChild(last.form->Window(), ::GetFocus())) ::SetFocus(m_list.Window());
+        ::ShowWindow(last.form->Window(), SW_HIDE);
+    }
+    ::ShowWindow(m_apply.Window(), next.info->kind == SectionInfo::Kind::Password ? SW_HIDE : SW_SHOWNA);
+    ShowNote();
+}
+
+void OptionsPage::FillResourceLists() {
+    OptionForm& form = *Current().form;
+    m_isShowing = true;
+    if (Current().info->kind == SectionInfo::Kind::Resources) {
+        form.SetItems(IDC_OPTIONS_SKIN, ItemsOf(m_resources.skins()));
+        form.SetItems(IDC_OPTIONS_LANGUAGE, ItemsOf(m_resources.languages()));
+    }
+    std::vector<OptionForm::Item> types;
+    for (const char* name : kProxyTypes) types.push_back({.content = std::to_string(types.size()), .text = name});
+    form.SetItems(ControlOf(OptionId::ProxyType), std::move(types));
+    m_isShowing = false;
+}
+
+void OptionsPage::ShowDraft(Section& section) {
+    if (&section != &Current() || !section.form) return;
+    m_isShowing = true;
+    section.form->ShowFields(section.draft.Shown());
+    m_isShowing = false;
+}
+
+// Not every change is told: a program that works the fields need not do so.
+void OptionsPage::TakeFields() {
+    Section& section = Current();
+    if (!section.form || m_isShowing) return;
+    for (const auto& [control, content] : section.form->ReadFields()) section.draft.Edit(control, content);
+}
+
+std::string OptionsPage::NoteText() {
+    const Section& section = Current();
+    if (section.attempt) return m_language.GetText(1212, "Applying...");
+    if (section.draft.IsEdited()) return m_language.GetText(1210, "Changes are not applied yet.");
+    switch (section.note) {
+        case Note::Stored: return m_language.GetText(1211, "Stored.");
+        case Note::NotStored: return m_language.GetText(1213, "The change was not stored.");
+        default: return {};
+    }
+}
+
+void OptionsPage::ShowNote() {
+    m_note.SetText(NoteText());
+    // Not while it applies: a button that is disabled loses the keyboard.
+    if (m_isLoaded != (::IsWindowEnabled(m_apply.Window()) != FALSE)) ::EnableWindow(m_apply.Window(), m_isLoaded);
 }
 
 void OptionsPage::OnCommand(int id, int notification) {
-    if (id == IDC_OPTIONS_APPLY_RESOURCES && notification == BN_CLICKED) Apply();
+    if (id == IDC_OPTIONS_SECTIONS) {
+        if (notification == LBN_SELCHANGE) ChooseSection();
+        return;
+    }
+    if (id == IDC_OPTIONS_APPLY && notification == BN_CLICKED) return Apply();
+    if (id == kFilteringApplied) return ShowFilteringApplied();
+    for (const RowInfo& row : Current().info->rows) {
+        if (row.control != id) continue;
+        if (row.kind == RowKind::Button) {
+            if (notification == BN_CLICKED) PostToOwner(id);
+            return;
+        }
+        if (m_isShowing) return;
+        if (id == ControlOf(OptionId::AntiIpSpoofing) && notification == BN_CLICKED) WarnOfSpoofing();
+        TakeFields();
+        if (Current().draft.IsEdited()) Current().note = Note::None;
+        ShowNote();
+        return;
+    }
 }
 
+void OptionsPage::WarnOfSpoofing() {
+    m_balloon.ShowFor(Current().form->ControlWindow(ControlOf(OptionId::AntiIpSpoofing)),
+                      {.title = {},
+                       .text = m_language.GetText(322,
+                                                  "Warning. Setting anti-IP spoofing on or off will disable your "
+                                                  "active connections."),
+                       .link = {}},
+                      {.timeout = kWarningDuration});
+}
+
+bool OptionsPage::MayLeave() {
+    if (m_isAsking) return false;
+    TakeFields();
+    Section& section = Current();
+    if (!section.draft.IsEdited() || section.attempt) return true;
+    m_isAsking = true;
+    MessageDialog question(
+        GetLook().fonts,
+        {.caption = m_language.GetText(41, "Brennvar Personal Firewall"),
+         .message = m_language.GetText(
+             1214, "This section has changes that are not applied yet. Do you want to apply them?"),
+         .ok = m_language.GetText(1116, "Apply"),
+         .cancel = m_language.GetText(1216, "Stay here"),
+         .other = m_language.GetText(1215, "Discard")});
+    const MessageAnswer answer = question.Choose(::GetAncestor(Window(), GA_ROOT));
+    m_isAsking = false;
+    if (answer == MessageAnswer::Cancel) return false;
+    if (answer == MessageAnswer::Ok) {
+        Apply();
+    } else {
+        section.draft.Discard();
+        ShowDraft(section);
+        ShowNote();
+    }
+    return true;
+}
+
+// What is stored
+
+void OptionsPage::OnShow() {
+    ::SetTimer(Window(), kWatchTimer, kWatchPause, nullptr);
+    Reload();
+}
+
+void OptionsPage::OnHide() {
+    ::KillTimer(Window(), kWatchTimer);
+    m_balloon.Hide();
+}
+
+void OptionsPage::Reload() {
+    m_choice = m_resources.current();
+    UpdateStored();
+    FillResourceLists();
+    ShowDraft(Current());
+    ShowNote();
+    Read();
+}
+
+void OptionsPage::OnTimer(UINT_PTR id) {
+    if (id == kWatchTimer) Watch();
+    if (id == kAttemptTimer) FollowAttempts();
+}
+
+void OptionsPage::Watch() {
+    const FileStamp stamp = m_services.stampOptions();
+    if (stamp != m_stamp || IsFresh(stamp)) Read();
+}
+
+void OptionsPage::Read() {
+    if (m_isReading) {
+        m_readsAgain = true;
+        return;
+    }
+    m_isReading = true;
+    m_readsAgain = false;
+    m_stamp = m_services.stampOptions();
+    m_services.readOptions([this, alive = std::weak_ptr(m_alive)](const OptionValues& values) {
+        if (!alive.expired()) OnRead(values);
+    });
+}
+
+void OptionsPage::OnRead(const OptionValues& values) {
+    m_isReading = false;
+    m_isLoaded = true;
+    if (std::exchange(m_values, values) != m_values) {
+        // What could not be stored may have been stored late.
+        for (Section& section : m_sections) section.note = Note::None;
+    }
+    UpdateStored();
+    JudgeAttempts();
+    ShowDraft(Current());
+    ShowNote();
+    if (m_readsAgain) Read();
+}
+
+void OptionsPage::UpdateStored() {
+    TakeFields();
+    for (Section& section : m_sections) section.draft.SetStored(StoredFields(*section.info));
+}
+
+FormDraft::Fields OptionsPage::StoredFields(const SectionInfo& section) const {
+    FormDraft::Fields fields;
+    for (const RowInfo& row : section.rows) {
+        if (IsField(row.kind)) fields[row.control] = StoredField(row.control);
+    }
+    return fields;
+}
+
+std::string OptionsPage::StoredField(int control) const {
+    if (const OptionInfo* const option = OptionOfControl(control)) return FieldOf(option->id, m_values);
+    if (control == IDC_OPTIONS_SKIN) return m_choice.skin;
+    if (control == IDC_OPTIONS_LANGUAGE) return m_choice.language;
+    for (const FilterFlag& flag : FilterFlags()) {
+        std::uint32_t value = 0;
+        if (flag.control == control && m_services.userValues.ReadUserValue(flag.userValue, value)) {
+            return value != 0 ? "1" : "0";
+        }
+    }
+    return "0";
+}
+
+// Applying
+
 void OptionsPage::Apply() {
-    const ResourceChoice chosen{.skin = SelectedOr(m_skins, m_current.skin),
-                                .language = SelectedOr(m_languages, m_current.language)};
+    Section& section = Current();
+    if (section.attempt || !m_isLoaded) return;
+    TakeFields();
+    switch (section.info->kind) {
+        case SectionInfo::Kind::Options: ApplyOptions(m_current); break;
+        case SectionInfo::Kind::BrowserFiltering: ApplyFiltering(m_current); break;
+        case SectionInfo::Kind::Resources: ApplyResources(section); break;
+        case SectionInfo::Kind::Password: break;
+    }
+    ShowNote();
+}
+
+void OptionsPage::BeginAttempt(Section& section) {
+    section.note = Note::None;
+    section.attempt.emplace();
+    section.attempt->number = ++m_attemptCount;
+    section.attempt->sent = section.draft.Shown();
+    section.attempt->wanted = m_values;
+    for (const auto& [control, content] : section.attempt->sent) {
+        if (const OptionInfo* const option = OptionOfControl(control)) {
+            TakeField(option->id, content, section.attempt->wanted);
+        }
+    }
+}
+
+void OptionsPage::BeginSending(Section& section) {
+    section.attempt->isSent = true;
+    section.attempt->since = Clock::now();
+    ::SetTimer(Window(), kAttemptTimer, kAttemptPause, nullptr);
+}
+
+void OptionsPage::ApplyOptions(std::size_t index) {
+    BeginAttempt(m_sections[index]);
+    m_services.checkPassword(::GetAncestor(Window(), GA_ROOT), IfAlive([this, index] { SendOptions(index); }),
+                             IfAlive([this, index] {
+                                 m_sections[index].attempt.reset();
+                                 ShowNote();
+                             }));
+}
+
+void OptionsPage::SendOptions(std::size_t index) {
+    Section& section = m_sections[index];
+    BeginSending(section);
+    m_services.send([group = section.info->group, wanted = section.attempt->wanted, before = m_values,
+                     event = OptionEvent{.title = m_language.GetText(195, "Options changed"),
+                                         .subject = m_language.GetText(section.info->group->name)}](
+                        CommandPipe& pipe) { SendOptionGroup(*group, wanted, before, event, pipe); },
+                    WhenDelivered(index));
+}
+
+std::function<void()> OptionsPage::WhenDelivered(std::size_t index) {
+    return IfAlive([this, index, number = m_sections[index].attempt->number] {
+        Section& section = m_sections[index];
+        // One that was given up may still be delivered when the user has begun another.
+        if (!section.attempt || section.attempt->number != number) return;
+        section.attempt->isDelivered = true;
+        section.attempt->since = Clock::now();
+        Read();
+    });
+}
+
+void OptionsPage::ApplyFiltering(std::size_t index) {
+    Section& section = m_sections[index];
+    BeginAttempt(section);
+    BeginSending(section);
+    const Attempt& attempt = *section.attempt;
+    const auto& port = attempt.sent.at(ControlOf(OptionId::FilteringProxyPort));
+    for (const FilterFlag& flag : FilterFlags()) {
+        m_services.userValues.WriteUserValue(flag.userValue, attempt.sent.at(flag.control) == "1" ? 1 : 0);
+    }
+    if (port.empty()) {
+        // The port is left alone.
+        section.attempt->wanted = m_values;
+        WhenDelivered(index)();
+    } else {
+        const std::uint32_t number = attempt.wanted.Number(OptionId::FilteringProxyPort);
+        m_services.userValues.WriteUserValue(kUserValueFilteringProxyPort, number);
+        m_services.sendProxyPort(number, WhenDelivered(index));
+    }
+    ::PostMessageA(Window(), WM_COMMAND, kFilteringApplied, 0);
+}
+
+void OptionsPage::ShowFilteringApplied() {
+    const HWND owner = ::GetAncestor(Window(), GA_ROOT);
+    if (!::IsWindowEnabled(owner)) return;  // another dialog has come first
+    MessageDialog message(GetLook().fonts, {.caption = m_language.GetText(41, "Brennvar Personal Firewall"),
+                                            .message = m_language.GetText(
+                                                607, "Please restart your Internet browser to apply changes."),
+                                            .ok = m_language.GetText(125, "OK"),
+                                            .cancel = {}});
+    (void)message.Ask(owner);
+}
+
+void OptionsPage::ApplyResources(Section& section) {
+    const FormDraft::Fields fields = section.draft.Shown();
+    const ResourceChoice chosen{.skin = fields.at(IDC_OPTIONS_SKIN), .language = fields.at(IDC_OPTIONS_LANGUAGE)};
     // The next choice is compared with what the service has got now.
-    if (m_resources.apply(m_current, chosen)) m_current = chosen;
+    if (!m_resources.apply(m_choice, chosen)) return;
+    m_choice = chosen;
+    UpdateStored();
+}
+
+void OptionsPage::FollowAttempts() {
+    bool isAnyLeft = false;
+    bool isAnyDue = false;
+    for (const Section& section : m_sections) {
+        if (!section.attempt || !section.attempt->isSent) continue;
+        isAnyLeft = true;
+        const auto waited = Clock::now() - section.attempt->since;
+        isAnyDue |= section.attempt->isDelivered || waited > kDeliveryLimit;
+    }
+    if (!isAnyLeft) ::KillTimer(Window(), kAttemptTimer);
+    if (isAnyDue && !m_isReading) Read();
+}
+
+void OptionsPage::JudgeAttempts() {
+    for (Section& section : m_sections) {
+        if (!section.attempt || !section.attempt->isSent) continue;
+        const auto waited = Clock::now() - section.attempt->since;
+        if (section.attempt->isDelivered && IsStored(section)) {
+            EndAttempt(section, Note::Stored);
+        } else if (waited > (section.attempt->isDelivered ? kStoreLimit : kDeliveryLimit)) {
+            EndAttempt(section, Note::NotStored);
+        }
+    }
+}
+
+bool OptionsPage::IsStored(const Section& section) const {
+    const Attempt& attempt = *section.attempt;
+    if (section.info->group) return GroupIsSame(*section.info->group, attempt.wanted, m_values);
+    const std::span<const FilterFlag> flags = FilterFlags();
+    return attempt.wanted.SameAs(m_values, OptionId::FilteringProxyPort) &&
+           std::all_of(flags.begin(), flags.end(), [&](const FilterFlag& flag) {
+               return StoredField(flag.control) == attempt.sent.at(flag.control);
+           });
+}
+
+void OptionsPage::EndAttempt(Section& section, Note note) {
+    section.draft.Settle(section.attempt->sent);
+    section.attempt.reset();
+    section.note = note;
 }
 
 }  // namespace brennvar

@@ -14,6 +14,7 @@ usage: brennvar [options]
   --no-driver         do not load brennvarfw.sys
   --slow-ms N         answer on the request pipes only after N milliseconds
   --die-after N       end the process in the middle of the N-th request on the process-path pipe
+  --die-after-command N  end the process when the N-th command has been applied
   --stop              end the stand-in that is running, and wait for its end
   --help              show this text
 
@@ -49,6 +50,8 @@ std::optional<CommandLine> ParseCommandLine(const std::vector<std::string>& argu
             line.slowMilliseconds = *number;
         } else if (name == "--die-after" && number) {
             line.dieAfter = *number;
+        } else if (name == "--die-after-command" && number) {
+            line.dieAfterCommand = *number;
         } else {
             return std::nullopt;
         }

@@ -15,6 +15,7 @@ struct CommandLine {
     std::string dataFolder;  // empty: the all-users one
     std::uint32_t slowMilliseconds = 0;
     std::uint32_t dieAfter = 0;  // 0: never
+    std::uint32_t dieAfterCommand = 0;
     bool loadDriver = true;
     bool stop = false;  // end the one that runs
     bool help = false;

@@ -114,7 +114,7 @@ int Run(const CommandLine& line, const Scenario& scenario) {
     feeder.Tick();
 
     Progress progress;
-    Service service(data, feeder, line.dieAfter);
+    Service service(data, feeder, line.dieAfter, line.dieAfterCommand);
     std::vector<std::unique_ptr<PipeServer>> servers;
     for (PipeService& pipe : PipesOf(service, line.slowMilliseconds)) {
         servers.push_back(std::make_unique<PipeServer>(std::move(pipe), PipeWorld{stop, journal, progress}));

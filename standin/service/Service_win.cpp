@@ -10,6 +10,7 @@ constexpr std::uint32_t kNotFound = 1;  // status of the process and tray pipes;
 constexpr std::uint32_t kListed = 1;    // answers to a filter query
 constexpr std::uint32_t kNotListed = 2;
 constexpr UINT kDeathExitCode = 3;
+constexpr std::uint32_t kFilteringProxyPortOption = 79;
 constexpr char kRefreshNotice[] = "REFRESH";
 
 // A record of exactly its size, or nothing.
@@ -35,11 +36,13 @@ std::string ImagePath(std::uint32_t processId) {
 
 }  // namespace
 
-Service::Service(DataFolder& data, DriverFeeder& feeder, std::uint32_t dieAfter)
-    : m_data(data), m_feeder(feeder), m_dieAfter(dieAfter) {}
+Service::Service(DataFolder& data, DriverFeeder& feeder, std::uint32_t dieAfter, std::uint32_t dieAfterCommand)
+    : m_data(data), m_feeder(feeder), m_dieAfter(dieAfter), m_dieAfterCommand(dieAfterCommand) {}
 
 Service::Answer Service::HandleCommand(Bytes record) {
     if (const auto command = Decode<CommandRecord>(record)) Apply(*command);
+    if (m_dieAfterCommand != 0 && --m_dieAfterCommand == 0)
+        ::TerminateProcess(::GetCurrentProcess(), kDeathExitCode);
     return std::nullopt;
 }
 
@@ -124,7 +127,10 @@ Service::Answer Service::HandleQueue(Bytes record) {
             return Encode(answer);
         case FilterCode::AddEntry: m_data.AddDomain(TextOf(request->text)); return Encode(answer);
         case FilterCode::DeleteEntry: m_data.RemoveDomain(request->entryOrValue); return Encode(answer);
-        default: return std::nullopt;  // the others are written only
+        case FilterCode::SetProxyPort:
+            m_data.SetOption(kFilteringProxyPortOption, request->number);
+            return std::nullopt;
+        default: return std::nullopt;  // written only
     }
 }
 

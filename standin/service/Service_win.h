@@ -24,7 +24,8 @@ public:
     using Answer = std::optional<std::vector<std::byte>>;
 
     // dieAfter: in the middle of which request for a process path the process ends; 0 for never.
-    Service(DataFolder& data, DriverFeeder& feeder, std::uint32_t dieAfter);
+    // dieAfterCommand: when so many commands have been applied.
+    Service(DataFolder& data, DriverFeeder& feeder, std::uint32_t dieAfter, std::uint32_t dieAfterCommand);
 
     // One per pipe, each called on its pipe's thread. A record of a wrong length is left alone.
     Answer HandleCommand(Bytes record);
@@ -45,6 +46,7 @@ private:
     DataFolder& m_data;
     DriverFeeder& m_feeder;
     std::uint32_t m_dieAfter;
+    std::uint32_t m_dieAfterCommand;
     std::mutex m_lock;  // guards the two below
     std::deque<std::string> m_notices;
     std::map<std::uint32_t, std::string> m_processes;

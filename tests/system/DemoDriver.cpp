@@ -5,6 +5,8 @@
 //   page:WINDOW:N         the same, until the window has dealt with it: for what opens no dialog
 //   enabled:WINDOW:ID     until the control ID of the window is enabled
 //   press:WINDOW:ID       presses the button ID of the window as soon as it is enabled
+//   click:WINDOW:ID       clicks the check box or button ID, in the window at any depth
+//   choose:WINDOW:ID:N    chooses the N-th entry, from 0, of the list box ID, where that opens no dialog
 //   rows:WINDOW:N         until a list of the window shows at least N rows
 //   size:WINDOW:WxH       until the window has been sized, pixels
 //   maximise:WINDOW       until it fills the screen
@@ -78,6 +80,15 @@ bool Maximise(HWND window, bool isWanted) {
     return WaitUntil([&] { return (::IsZoomed(window) != FALSE) == isWanted; });
 }
 
+bool ChooseEntry(HWND window, const std::string& list) {
+    const int id = std::atoi(list.c_str());
+    const auto entry = static_cast<WPARAM>(std::atoi(list.c_str() + list.find(':') + 1));
+    const HWND box = FindVisibleControl(window, id);
+    return box != nullptr && Ask(box, LB_SETCURSEL, entry) == static_cast<LRESULT>(entry) &&
+           Ask(::GetParent(box), WM_COMMAND, MAKEWPARAM(id, LBN_SELCHANGE), reinterpret_cast<LPARAM>(box)) !=
+               kNoAnswer;
+}
+
 HWND MenuOwner(HWND window) {
     GUITHREADINFO info{};
     info.cbSize = sizeof info;
@@ -118,6 +129,8 @@ bool Work(HWND window, const std::string& verb, const std::string& rest) {
         return WaitUntil([&] { return ::IsWindowEnabled(::GetDlgItem(window, number)) != FALSE; });
     }
     if (verb == "press") return PressWhenEnabled(window, number);
+    if (verb == "choose") return ChooseEntry(window, rest);
+    if (verb == "click") return ::PostMessageA(FindVisibleControl(window, number), BM_CLICK, 0, 0) != FALSE;
     if (verb == "rows") return WaitUntil([&] { return ListHasRows(window, number); });
     if (verb == "size") return SizeWindow(window, rest);
     if (verb == "maximise") return Maximise(window, true);

@@ -11,7 +11,8 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr int kMessage = 905, kSkins = 962, kLanguages = 964, kApply = 965;
+constexpr int kMessage = 905, kSkins = 962, kLanguages = 964, kApply = 1101;
+constexpr int kResourcesSection = 7;
 
 class LanguageTest : public ProductFixture {
 protected:
@@ -30,7 +31,7 @@ protected:
 
     // Opens the page and selects a language; false when the list does not have it.
     [[nodiscard]] bool Choose(const char* language) const {
-        Ask(m_window, WM_COMMAND, kOptionsPage);
+        OpenOptions(kResourcesSection);
         const HWND list = FindVisibleControl(m_window, kLanguages);
         const LRESULT row =
             Ask(list, CB_FINDSTRINGEXACT, static_cast<WPARAM>(-1), reinterpret_cast<LPARAM>(language));
@@ -64,7 +65,7 @@ TEST_F(LanguageTest, ChoiceIsSentWhateverTheAnswerAndShowsAfterTheRestart) {
     ASSERT_EQ(WindowText(::GetDlgItem(m_window, kOptionsPage)), "Options");
 
     // The lists have what is installed, with the current names selected.
-    Ask(m_window, WM_COMMAND, kOptionsPage);
+    OpenOptions(kResourcesSection);
     const HWND list = FindVisibleControl(m_window, kLanguages);
     ASSERT_EQ(Ask(list, CB_GETCOUNT), 4);
     EXPECT_EQ(WindowText(list), "English");

@@ -16,6 +16,7 @@ inline constexpr char kQuestionCaption[] = "Confirm network connection";
 inline constexpr int kExitCommand = 376, kAboutCommand = 427;
 inline constexpr int kOptionsPage = 437, kApplicationsPage = 439, kConnectionsPage = 462;
 inline constexpr int kPages[] = {461, kConnectionsPage, 429, kOptionsPage, kApplicationsPage, 463};
+inline constexpr int kOptionSections = 1100;
 inline constexpr int kYes = 334, kNo = 337, kRemember = 573;
 
 class ProductFixture : public ::testing::Test {
@@ -43,6 +44,14 @@ protected:
     }
 
     void Command(int command) const { ::PostMessageA(m_window, WM_COMMAND, static_cast<WPARAM>(command), 0); }
+    // Opens a section of the Options page; its number counts from 0.
+    void OpenOptions(int section) const {
+        Ask(m_window, WM_COMMAND, kOptionsPage);
+        const HWND list = FindVisibleControl(m_window, kOptionSections);
+        Ask(list, LB_SETCURSEL, static_cast<WPARAM>(section));
+        Ask(::GetParent(list), WM_COMMAND, MAKEWPARAM(kOptionSections, LBN_SELCHANGE),
+            reinterpret_cast<LPARAM>(list));
+    }
     // Waits until that many records have come in on the channel.
     [[nodiscard]] bool WaitForRecords(const std::string& channel, std::size_t count) const {
         return WaitUntil([&] { return m_service->Journal(channel).size() >= count; });

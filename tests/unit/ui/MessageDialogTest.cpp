@@ -55,6 +55,24 @@ TEST_F(MessageDialogTest, IsAnsweredWithTheKeyboard) {
     EXPECT_FALSE(Ask(""));
 }
 
+TEST_F(MessageDialogTest, HasAThirdAnswerBetweenTheOthers) {
+    m_message = "A question.";
+    const auto choose = [this](int tabs, WPARAM key) {
+        for (int i = 0; i < tabs; ++i) m_owner.PostKey(VK_TAB);
+        m_owner.PostKey(key);
+        return MessageDialog(m_fonts, {.caption = "Caption",
+                                       .message = m_message,
+                                       .ok = "Apply",
+                                       .cancel = "Stay",
+                                       .other = "Discard"})
+            .Choose(m_owner.Window());
+    };
+    EXPECT_EQ(choose(0, VK_RETURN), MessageAnswer::Ok);
+    EXPECT_EQ(choose(1, VK_RETURN), MessageAnswer::Other);
+    EXPECT_EQ(choose(2, VK_RETURN), MessageAnswer::Cancel);
+    EXPECT_EQ(choose(1, VK_ESCAPE), MessageAnswer::Cancel);
+}
+
 TEST_F(MessageDialogTest, GivesTheActivationBackToItsOwner) {
     // Another window that Windows could choose stands on top.
     const test::ModalOwner other;

@@ -1,0 +1,280 @@
+#include "views/OptionForm_win.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "config/OptionValues.h"
+#include "ui/Controls.h"
+#include "ui/FieldFrame.h"
+#include "ui/Paint.h"
+
+namespace brennvar {
+namespace {
+
+// At 96 pixels per inch.
+constexpr int kMargin = 12;
+constexpr int kColumnGap = 24;
+constexpr int kFieldGap = 8;    // between fields, and around buttons
+constexpr int kHeadingGap = 8;  // above a heading that is not the first
+constexpr int kLabelGap = 12;
+constexpr int kNumberWidth = 96;
+constexpr int kFieldWidth = 240;
+constexpr int kLeastFieldWidth = 112;
+constexpr int kFlagIndent = 24;  // of a check box's text, and of what belongs to it
+constexpr int kFlagPadding = 8;  // right of that text
+constexpr int kButtonPadding = 24;
+
+// Digits of 32 and of 16 bits.
+constexpr WPARAM kNumberLimit = 10;
+constexpr WPARAM kPortLimit = 5;
+
+constexpr DWORD kOneLine = SS_LEFT | SS_NOPREFIX | SS_CENTERIMAGE;
+
+}  // namespace
+
+struct OptionForm::Row {
+    const RowInfo& info;
+    CLabel label;
+    CCheckBox box;
+    CEdit edit;
+    CComboBox list;
+    CButton button;
+    std::vector<Item> items;
+    std::string content;  // of a list: what it was filled with, kept where that is none of its items
+
+    explicit Row(const RowInfo& rowInfo) : info(rowInfo) {}
+    [[nodiscard]] bool HasEdit() const {
+        return IsNumber() || info.kind == RowKind::Text || info.kind == RowKind::Password;
+    }
+    [[nodiscard]] bool IsNumber() const {
+        return info.kind == RowKind::Number || info.kind == RowKind::Port || info.kind == RowKind::NumberOfFlag;
+    }
+    [[nodiscard]] bool HasField() const {
+        return HasEdit() || info.kind == RowKind::Flag || info.kind == RowKind::List;
+    }
+    // A field with its name on the left.
+    [[nodiscard]] bool IsNamed() const {
+        return HasField() && label.Window() && info.kind != RowKind::NumberOfFlag;
+    }
+    [[nodiscard]] std::string Content() const {
+        if (info.kind == RowKind::Flag) return box.IsChecked() ? "1" : "0";
+        if (info.kind == RowKind::List) {
+            const int index = list.Selected();
+            return index < 0 ? content : items[static_cast<std::size_t>(index)].content;
+        }
+        return edit.Text().substr(0, kOptionTextLimit);
+    }
+    void Show(const std::string& wanted) {
+        if (info.kind == RowKind::Flag) {
+            if (box.IsChecked() != (wanted == "1")) box.SetChecked(wanted == "1");
+        } else if (info.kind == RowKind::List) {
+            content = wanted;
+            SelectContent();
+        } else {
+            edit.SetText(wanted);
+        }
+    }
+    // Not the control's own search, which disregards case.
+    void SelectContent() {
+        const auto at =
+            std::find_if(items.begin(), items.end(), [&](const Item& item) { return item.content == content; });
+        const int index = at == items.end() ? -1 : static_cast<int>(at - items.begin());
+        if (index != list.Selected()) list.Select(index);
+    }
+};
+
+OptionForm::OptionForm(const Look& look, const Language& language, const SectionInfo& section)
+    : CScrollPanel(look), m_language(language), m_section(section) {}
+
+OptionForm::~OptionForm() = default;
+
+bool OptionForm::CreateForm(HWND parent, int id) {
+    if (!CreatePanel(parent, id)) return false;
+    for (const RowInfo& info : m_section.rows) {
+        m_rows.push_back(std::make_unique<Row>(info));
+        CreateRow(*m_rows.back());
+    }
+    return true;
+}
+
+void OptionForm::CreateRow(Row& row) {
+    constexpr int kNoNumber = -1;
+    const Look& look = GetLook();
+    const RowInfo& info = row.info;
+    const std::string caption = m_language.GetText(info.caption);
+    const auto createLabel = [&](LabelKind kind, DWORD style) {
+        row.label.Create(Window(), caption, kind, style, kNoNumber, look);
+    };
+    const auto createEdit = [&](DWORD style, WPARAM limit) {
+        row.edit.Create(Window(), "", style | ES_AUTOHSCROLL, info.control, look);
+        ::SendMessageA(row.edit.Window(), EM_LIMITTEXT, limit, 0);
+    };
+    switch (info.kind) {
+        case RowKind::Heading: createLabel(LabelKind::Bold, kOneLine); break;
+        case RowKind::Line: createLabel(LabelKind::Quiet, SS_LEFT | SS_NOPREFIX); break;
+        case RowKind::Flag: row.box.Create(Window(), caption, info.control, look); break;
+        case RowKind::Number:
+        case RowKind::Port:
+            createLabel(LabelKind::Plain, SS_LEFT | SS_NOPREFIX);
+            createEdit(ES_NUMBER, info.kind == RowKind::Port ? kPortLimit : kNumberLimit);
+            break;
+        case RowKind::NumberOfFlag:
+            createEdit(ES_NUMBER, kNumberLimit);
+            createLabel(LabelKind::Plain, kOneLine);
+            break;
+        case RowKind::Text:
+        case RowKind::Password:
+            createLabel(LabelKind::Plain, SS_LEFT | SS_NOPREFIX);
+            createEdit(info.kind == RowKind::Password ? ES_PASSWORD : 0, kOptionTextLimit);
+            break;
+        case RowKind::List:
+            createLabel(LabelKind::Plain, SS_LEFT | SS_NOPREFIX);
+            row.list.Create(Window(), info.control, look);
+            break;
+        case RowKind::Button: {
+            const bool isWide = MeasureText(Window(), look.fonts.Text(), caption, 0).cx >
+                                Scale(kButtonMedium.plainSize.cx - kButtonPadding);
+            row.button.Create(Window(), isWide ? kButtonLarge : kButtonMedium, caption, info.control, look);
+            break;
+        }
+    }
+}
+
+int OptionForm::LabelWidth(int column, int width) const {
+    LONG wanted = 0;
+    for (const auto& row : m_rows) {
+        if (row->IsNamed() && row->info.column == column) wanted = std::max(wanted, row->label.Measure(0).cx);
+    }
+    // A name that is longer than that is broken.
+    return std::min<int>(wanted, width - Scale(kLabelGap + kLeastFieldWidth));
+}
+
+int OptionForm::OnPlaceContent(int width, int top) {
+    const int inside = width - 2 * Scale(kMargin);
+    int count = 1;
+    for (const auto& row : m_rows) count = std::max(count, row->info.column + 1);
+    const bool isSideBySide = inside >= count * Scale(m_section.columnWidth) + (count - 1) * Scale(kColumnGap);
+    const int columnWidth = isSideBySide ? (inside - (count - 1) * Scale(kColumnGap)) / count : inside;
+    int bottom = top + Scale(kMargin);
+    int height = bottom;
+    for (int index = 0; index < count; ++index) {
+        Column column{.left = Scale(kMargin),
+                      .width = columnWidth,
+                      .labelWidth = LabelWidth(index, columnWidth),
+                      .begin = 0,
+                      .top = top + Scale(kMargin)};
+        column.begin = column.top;
+        if (isSideBySide) {
+            column.left += index * (columnWidth + Scale(kColumnGap));
+        } else if (index > 0) {
+            column.top = bottom;
+        }
+        for (const auto& row : m_rows) {
+            if (row->info.column == index) PlaceRow(*row, column);
+        }
+        bottom = column.top;
+        height = std::max(height, bottom);
+    }
+    return height + Scale(kMargin) - top;
+}
+
+void OptionForm::PlaceRow(const Row& row, Column& column) const {
+    const int left = column.left;
+    const int right = column.left + column.width;
+    int& top = column.top;
+    const int line = FieldHeight();
+    const bool isFirst = top == column.begin;
+    switch (row.info.kind) {
+        case RowKind::Heading:
+            if (!isFirst) top += Scale(kHeadingGap);
+            row.label.Place({left, top, right, top + line});
+            top += line + Scale(kFieldGap);
+            return;
+        case RowKind::Line: {
+            const int height = row.label.Measure(column.width).cy;
+            row.label.Place({left, top, right, top + height});
+            top += height + Scale(kFieldGap);
+            return;
+        }
+        case RowKind::Flag: {
+            const int height = std::max(line, row.box.HeightAt(column.width));
+            // Not wider than its text: a click beside it is none.
+            const SIZE text = MeasureText(Window(), GetLook().fonts.Text(), row.box.Text(), 0);
+            const int wanted = text.cx + Scale(kFlagIndent + kFlagPadding);
+            row.box.Place({left, top, std::min(right, left + wanted), top + height});
+            top += height;
+            return;
+        }
+        case RowKind::NumberOfFlag: {
+            const int field = left + Scale(kFlagIndent);
+            const int unit = field + Scale(kNumberWidth) + Scale(kFieldGap);
+            row.edit.Place({field, top, field + Scale(kNumberWidth), top + line});
+            row.label.Place({unit, top, right, top + line});
+            top += line + Scale(kFieldGap);
+            return;
+        }
+        case RowKind::Button:
+            top += Scale(kFieldGap);
+            row.button.MoveTo(left, top);
+            top += row.button.Size().cy;
+            return;
+        default: break;
+    }
+    top += Scale(kFieldGap) / 2;
+    const int field = left + column.labelWidth + Scale(kLabelGap);
+    const int fieldWidth = std::min(right - field, Scale(row.IsNumber() ? kNumberWidth : kFieldWidth));
+    // In the middle of the field's height, or of its own where it takes several lines.
+    const int labelHeight = row.label.Measure(column.labelWidth).cy;
+    const int height = std::max(line, labelHeight);
+    const int labelTop = top + (height - labelHeight) / 2;
+    row.label.Place({left, labelTop, left + column.labelWidth, labelTop + labelHeight});
+    const int fieldTop = top + (height - line) / 2;
+    const RECT place{field, fieldTop, field + fieldWidth, fieldTop + line};
+    if (row.HasEdit()) {
+        row.edit.Place(place);
+    } else {
+        row.list.Place(place);
+    }
+    top += height + Scale(kFieldGap) / 2;
+}
+
+OptionForm::Row* OptionForm::Find(int control) const {
+    for (const auto& row : m_rows) {
+        if (row->HasField() && row->info.control == control) return row.get();
+    }
+    return nullptr;
+}
+
+void OptionForm::SetItems(int control, std::vector<Item> items) {
+    Row* const row = Find(control);
+    if (!row) return;
+    row->content = row->Content();
+    row->items = std::move(items);
+    row->list.Clear();
+    for (std::size_t index = 0; index < row->items.size(); ++index) {
+        const int at = row->list.Add(row->items[index].text);
+        if (at < 0) continue;
+        ::SendMessageA(row->list.Window(), CB_SETITEMDATA, static_cast<WPARAM>(at), static_cast<LPARAM>(index));
+    }
+    row->SelectContent();
+}
+
+void OptionForm::ShowFields(const FormDraft::Fields& fields) {
+    for (const auto& [control, content] : fields) {
+        if (Row* const row = Find(control)) row->Show(content);
+    }
+}
+
+FormDraft::Fields OptionForm::ReadFields() const {
+    FormDraft::Fields fields;
+    for (const auto& row : m_rows) {
+        if (row->HasField()) fields[row->info.control] = row->Content();
+    }
+    return fields;
+}
+
+HWND OptionForm::ControlWindow(int control) const {
+    return ::GetDlgItem(Window(), control);
+}
+
+}  // namespace brennvar

@@ -1,0 +1,62 @@
+// One section of the Options page: its rows as controls, laid out in columns where there is room for them. What
+// stands in the fields comes from and goes to the page as texts.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "config/Language.h"
+#include "ui/Button.h"
+#include "ui/CheckBox.h"
+#include "ui/ComboBox.h"
+#include "ui/Edit.h"
+#include "ui/Label.h"
+#include "ui/ScrollPanel.h"
+#include "views/FormDraft.h"
+#include "views/OptionSections.h"
+
+namespace brennvar {
+
+class OptionForm final : public CScrollPanel {
+public:
+    struct Item {
+        std::string content;  // what the field then contains
+        std::string text;     // what the list shows
+    };
+
+    // Both are borrowed; the section is one of OptionSections.
+    OptionForm(const Look& look, const Language& language, const SectionInfo& section);
+    ~OptionForm() override;
+    // Hidden, of no size yet. The parent gets the controls' notifications.
+    [[nodiscard]] bool CreateForm(HWND parent, int id);
+
+    // Of a list. Its content is chosen anew by ShowFields.
+    void SetItems(int control, std::vector<Item> items);
+    // Fills the fields; the parent is told of it as of the user's own changes. Unknown numbers are left out.
+    void ShowFields(const FormDraft::Fields& fields);
+    // What stands in every field.
+    [[nodiscard]] FormDraft::Fields ReadFields() const;
+    [[nodiscard]] HWND ControlWindow(int control) const;
+
+private:
+    struct Row;
+    struct Column {
+        int left;
+        int width;
+        int labelWidth;
+        int begin;  // its upper end
+        int top;    // of the next row
+    };
+    void CreateRow(Row& row);
+    int OnPlaceContent(int width, int top) override;
+    void PlaceRow(const Row& row, Column& column) const;
+    [[nodiscard]] int LabelWidth(int column, int width) const;
+    [[nodiscard]] Row* Find(int control) const;
+
+    const Language& m_language;
+    const SectionInfo& m_section;
+    std::vector<std::unique_ptr<Row>> m_rows;
+};
+
+}  // namespace brennvar

@@ -1,0 +1,245 @@
+// The sections of the Options page against the service stand-in: what is sent, and what the page shows afterwards.
+#include <gtest/gtest.h>
+
+#include "Product.h"
+
+namespace brennvar::test {
+namespace {
+
+enum Section { kGeneral, kEnhancements, kLogging, kMiscellaneous, kIcmp, kFileSharing, kFiltering };
+
+constexpr int kApply = 1101, kNote = 1102, kDiscard = 1120, kMessage = 905;
+constexpr int kSiteControl = 1110, kCookies = 1114, kFilterPort = 1079;
+constexpr char kUserKey[] = R"(Software\Quorlan\Brennvar Firewall)";
+constexpr char kEdited[] = "Changes are not applied yet.";
+constexpr char kLost[] = "The change was not stored.";
+
+// Journal lines. Offsets and bytes are those of the record on the wire.
+std::string Value(int id, const std::string& value) {
+    char idHex[8];
+    std::snprintf(idHex, sizeof idHex, "%02X", id);
+    return "COMMAND 5596 0:08" + (value.empty() ? "" : " 5468:" + value) + " 5592:" + idHex;
+}
+std::string Text(int id, const std::string& hex) {
+    char idHex[8];
+    std::snprintf(idHex, sizeof idHex, "%02X", id);
+    return "COMMAND 5596 0:09" + (hex.empty() ? "" : " 5472:" + hex) + " 5592:" + idHex;
+}
+// "Options changed", and the section's name.
+std::string Event(const std::string& subjectHex) {
+    return "COMMAND 5596 0:01 4:4F7074696F6E73206368616E676564 132:" + subjectHex;
+}
+
+// A command without a meaning, for a scenario that waits for one.
+void SendEmptyCommand() {
+    UniqueFile pipe;
+    ASSERT_TRUE(WaitUntil([&] {
+        pipe.Reset(::CreateFileA(R"(\\.\pipe\BRENNVAR_IPC_COMMAND)", GENERIC_READ | GENERIC_WRITE, 0, nullptr,
+                                 OPEN_EXISTING, 0, nullptr));
+        return static_cast<bool>(pipe);
+    }));
+    const std::vector<char> record(5596);
+    DWORD written = 0;
+    EXPECT_TRUE(::WriteFile(pipe.Get(), record.data(), 5596, &written, nullptr));
+}
+
+class OptionsTest : public ProductFixture {
+protected:
+    void StartAt(int section, const std::vector<std::string>& scenario = {}, const std::string& options = "") {
+        ASSERT_NO_FATAL_FAILURE(StartService(scenario, options));
+        ASSERT_NO_FATAL_FAILURE(StartInterface());
+        ASSERT_TRUE(WaitForRecords("COMMAND", 3));
+        OpenOptions(section);
+        ASSERT_TRUE(WaitUntil([&] { return ::IsWindowEnabled(Control(kApply)) != FALSE; }));
+    }
+    [[nodiscard]] HWND Control(int id) const { return FindVisibleControl(m_window, id); }
+    [[nodiscard]] std::string Field(int id) const { return WindowText(Control(id)); }
+    void Type(int id, const std::string& text) const {
+        Ask(Control(id), WM_SETTEXT, 0, reinterpret_cast<LPARAM>(text.c_str()));
+    }
+    [[nodiscard]] bool IsChecked(int id) const { return Ask(Control(id), BM_GETCHECK) == BST_CHECKED; }
+    void Click(int id) const { Ask(Control(id), BM_CLICK); }
+    [[nodiscard]] bool WaitForNote(const std::string& note) const {
+        return WaitUntil([&] { return Field(kNote) == note; });
+    }
+    // What the service got after the start.
+    [[nodiscard]] std::vector<std::string> Sent() const {
+        std::vector<std::string> lines = m_service->Journal("COMMAND");
+        lines.erase(lines.begin(), lines.begin() + 3);
+        return lines;
+    }
+    [[nodiscard]] static std::optional<DWORD> UserValue(const char* name) {
+        DWORD value = 0, size = sizeof value;
+        const LSTATUS got = ::RegGetValueA(HKEY_CURRENT_USER, kUserKey, name, RRF_RT_DWORD, nullptr, &value, &size);
+        return got == ERROR_SUCCESS ? std::optional(value) : std::nullopt;
+    }
+};
+
+TEST_F(OptionsTest, EverySectionSendsItsGroupAndShowsWhatIsStored) {
+    ASSERT_NO_FATAL_FAILURE(StartAt(kGeneral));
+    std::vector<std::string> expected;
+    const auto apply = [&](const std::vector<std::string>& lines) {
+        Click(kApply);
+        expected.insert(expected.end(), lines.begin(), lines.end());
+        EXPECT_TRUE(WaitForNote("Stored."));
+        EXPECT_TRUE(WaitForRecords("COMMAND", 3 + expected.size()));
+        EXPECT_EQ(Sent(), expected);
+    };
+    const std::string general = Event("47656E6572616C"), on = "01";
+
+    Click(1005);
+    apply({Value(5, ""), Value(6, ""), Value(7, on), general, "COMMAND 5596 0:0F"});
+    Click(1007);
+    apply({Value(5, ""), Value(6, ""), Value(7, ""), general, "COMMAND 5596 0:0E", "COMMAND 5596 0:0F"});
+
+    OpenOptions(kEnhancements);
+    Type(1018, "");
+    Click(1016);
+    std::vector<std::string> lines;
+    for (const int id : {8, 9, 11, 12, 13, 14, 15, 16, 17}) lines.push_back(Value(id, on));
+    lines.push_back(Value(18, "5802"));
+    lines.push_back(Value(19, ""));
+    for (const int id : {20, 21, 22, 23, 24, 25, 26, 78}) lines.push_back(Value(id, on));
+    lines.insert(lines.end(), {Event("456E686163656D656E7473"), "COMMAND 5596 0:10", "COMMAND 5596 0:07"});
+    apply(lines);
+    EXPECT_EQ(Field(1018), "600");
+
+    OpenOptions(kLogging);
+    for (const int id : {1031, 1032, 1033}) Type(id, "");
+    std::string longest, longestHex;
+    for (int i = 0; i < 119; ++i) {
+        longest += 'x';
+        longestHex += "78";
+    }
+    Type(1035, longest + "yz");
+    Type(1041, "pw");
+    apply({Value(27, on), Value(28, on), Value(29, on), Value(30, ""), "COMMAND 5596 0:08 5469:10 5592:1F",
+           "COMMAND 5596 0:08 5469:28 5592:20", Value(33, "1E"), Value(34, ""), Text(35, longestHex), Text(36, ""),
+           Text(37, ""), Text(38, ""), Text(39, ""), Text(40, ""), Text(41, "7077"), Event("4C6F6767696E67")});
+    EXPECT_EQ(Field(1031) + " " + Field(1032) + " " + Field(1033), "4096 10240 30");
+    EXPECT_EQ(Field(1035), longest);
+
+    OpenOptions(kMiscellaneous);
+    EXPECT_EQ(Field(1067), "");
+    Type(1066, "host");
+    Ask(Control(1070), CB_SETCURSEL, 2);
+    apply({Value(64, on), Value(65, on), Text(66, "686F7374"), Value(67, ""), Text(68, ""), Text(69, ""),
+           Value(70, "02"), Event("4D697363656C6C616E656F7573")});
+    EXPECT_EQ(Field(1067), "");
+    EXPECT_EQ(Field(1070), "SOCKS5");
+
+    OpenOptions(kIcmp);
+    Click(1063);
+    lines.clear();
+    for (int id = 42; id <= 63; ++id) {
+        lines.push_back(Value(id, id == 42 || id == 43 || id == 47 || id == 57 || id == 63 ? "01" : ""));
+    }
+    lines.insert(lines.end(), {Event("49434D50"), "COMMAND 5596 0:10"});
+    apply(lines);
+
+    OpenOptions(kFileSharing);
+    Click(1003);
+    apply({Value(2, ""), Value(3, on), Event("46696C652073686172696E67"), "COMMAND 5596 0:07"});
+}
+
+TEST_F(OptionsTest, FollowsTheFileButForTheFieldThatTheUserEdits) {
+    ASSERT_NO_FATAL_FAILURE(
+        StartAt(kLogging, {"option 33 40", "option 27 5", "wait-for-records COMMAND 4", "option 33 50",
+                           "option 31 7777", "option-text 35 mail@example.org"}));
+    EXPECT_EQ(Field(1033), "40");
+    EXPECT_TRUE(IsChecked(1027));
+    Type(1033, "41");
+    EXPECT_EQ(Field(kNote), kEdited);
+    SendEmptyCommand();
+    EXPECT_TRUE(WaitUntil([&] { return Field(1035) == "mail@example.org"; }));
+    EXPECT_EQ(Field(1031), "7777");
+    EXPECT_EQ(Field(1033), "41");
+    EXPECT_EQ(Field(kNote), kEdited);
+}
+
+TEST_F(OptionsTest, ShowsWhatIsStoredWhenTheServiceGoesInBetween) {
+    // The three commands of the start, and the first option.
+    ASSERT_NO_FATAL_FAILURE(StartAt(kGeneral, {}, "--die-after-command 4"));
+    for (const int id : {1005, 1006, 1007}) Click(id);
+    Click(kApply);
+    ASSERT_TRUE(WaitForNote(kLost));
+    EXPECT_EQ(m_service->WaitForEnd(), 3);
+    EXPECT_FALSE(IsChecked(1005));  // arrived
+    EXPECT_FALSE(IsChecked(1006));
+    EXPECT_TRUE(IsChecked(1007));
+    // The window has not waited, and the next change starts from what is stored.
+    Click(1006);
+    EXPECT_EQ(Field(kNote), kEdited);
+    EXPECT_TRUE(::IsWindowEnabled(Control(kApply)));
+}
+
+TEST_F(OptionsTest, BrowserFilteringWritesThePortOnlyWhenThereIsOne) {
+    ASSERT_NO_FATAL_FAILURE(StartAt(kFiltering));
+    EXPECT_EQ(Field(kFilterPort), "8215");
+    const auto apply = [&] {
+        ::PostMessageA(Control(kApply), BM_CLICK, 0, 0);
+        const HWND message = WaitForOther();
+        EXPECT_EQ(WindowText(::GetDlgItem(message, kMessage)),
+                  "Please restart your Internet browser to apply changes.");
+        EXPECT_TRUE(Answer(message, IDOK));
+        EXPECT_TRUE(WaitForNote("Stored."));
+    };
+    Click(kSiteControl);
+    Type(kFilterPort, "");
+    apply();
+    EXPECT_EQ(UserValue("FilteringProxyPort"), std::nullopt);
+    EXPECT_EQ(UserValue("EnableSCS"), 1U);
+    for (const char* name :
+         {"EnableAdBlocking", "EnableActiveXBlocking", "EnableReferBlocking", "EnableCookiesBlocking"}) {
+        EXPECT_EQ(UserValue(name), 0U) << name;
+    }
+    EXPECT_EQ(Field(kFilterPort), "8215");
+    EXPECT_TRUE(m_service->Journal("QUEUE").empty());
+
+    Click(kCookies);
+    Type(kFilterPort, "8080");
+    apply();
+    EXPECT_EQ(UserValue("FilteringProxyPort"), 8080U);
+    EXPECT_EQ(UserValue("EnableCookiesBlocking"), 1U);
+    EXPECT_EQ(m_service->Journal("QUEUE"), std::vector<std::string>{"QUEUE 6168 0:02 6160:901F"});
+    EXPECT_TRUE(Sent().empty());
+    EXPECT_EQ(Field(kFilterPort), "8080");
+    EXPECT_TRUE(IsChecked(kSiteControl));
+}
+
+TEST_F(OptionsTest, LeavingWithChangesAsksWhatToDoWithThem) {
+    ASSERT_NO_FATAL_FAILURE(StartAt(kFileSharing));
+    const auto leave = [&](int command, int answer) {
+        Click(1002);
+        EXPECT_EQ(Field(kNote), kEdited);
+        Command(command);
+        const HWND question = WaitForOther();
+        EXPECT_TRUE(WindowText(::GetDlgItem(question, kMessage)).starts_with("This section has changes"));
+        EXPECT_TRUE(Answer(question, answer));
+    };
+    leave(kConnectionsPage, IDCANCEL);
+    EXPECT_NE(Control(1002), nullptr);
+    EXPECT_TRUE(IsChecked(1002));
+    Click(1002);  // as it is stored: nothing to ask about
+    leave(kExitCommand, IDCANCEL);
+    EXPECT_TRUE(m_interface->IsRunning());
+    EXPECT_EQ(FindProgramWindow(m_interface->Id(), kCaption, m_window), nullptr);
+    Click(1002);
+
+    leave(kConnectionsPage, kDiscard);
+    ASSERT_TRUE(WaitUntil([&] { return Control(1002) == nullptr; }));
+    OpenOptions(kFileSharing);
+    EXPECT_FALSE(IsChecked(1002));
+    EXPECT_TRUE(Sent().empty());
+
+    leave(kConnectionsPage, IDOK);
+    ASSERT_TRUE(WaitUntil([&] { return Control(1002) == nullptr; }));
+    ASSERT_TRUE(WaitForRecords("COMMAND", 3 + 4));
+    EXPECT_EQ(Sent(), (std::vector<std::string>{Value(2, "01"), Value(3, ""), Event("46696C652073686172696E67"),
+                                                "COMMAND 5596 0:07"}));
+    OpenOptions(kFileSharing);
+    EXPECT_TRUE(WaitUntil([&] { return IsChecked(1002) && Field(kNote) != kEdited; }));
+}
+
+}  // namespace
+}  // namespace brennvar::test

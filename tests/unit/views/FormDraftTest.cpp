@@ -1,0 +1,75 @@
+#include "views/FormDraft.h"
+
+#include <gtest/gtest.h>
+
+#include "views/OptionFields.h"
+
+namespace brennvar {
+namespace {
+
+using Fields = FormDraft::Fields;
+
+TEST(FormDraftTest, FollowsWhatIsStoredButForEditedFields) {
+    FormDraft draft;
+    draft.SetStored({{1, "a"}, {2, "b"}});
+    draft.Edit(1, "mine");
+    draft.SetStored({{1, "c"}, {2, "d"}});
+    EXPECT_EQ(draft.Shown(), (Fields{{1, "mine"}, {2, "d"}}));
+    EXPECT_TRUE(draft.IsEdited());
+    // Somebody else has stored the same: the edit is none any more, and the field follows again.
+    draft.SetStored({{1, "mine"}, {2, "d"}});
+    EXPECT_FALSE(draft.IsEdited());
+    draft.SetStored({{1, "e"}, {2, "d"}});
+    EXPECT_EQ(draft.Shown().at(1), "e");
+    draft.Edit(2, "mine");
+    draft.Discard();
+    EXPECT_FALSE(draft.IsEdited());
+    EXPECT_EQ(draft.Shown(), (Fields{{1, "e"}, {2, "d"}}));
+}
+
+TEST(FormDraftTest, ShowsWhatIsStoredAfterAnAttemptButForLaterEdits) {
+    FormDraft draft;
+    draft.SetStored({{1, "600"}, {2, "b"}});
+    draft.Edit(1, "");
+    draft.Edit(2, "sent");
+    const Fields sent = draft.Shown();
+    draft.Edit(2, "later");
+    draft.Settle(sent);
+    EXPECT_EQ(draft.Shown(), (Fields{{1, "600"}, {2, "later"}}));
+    EXPECT_TRUE(draft.IsEdited());
+}
+
+TEST(OptionFieldsTest, NumbersOfFieldsAreDefaultsWhenEmptyAndNeverTooLarge) {
+    struct Row {
+        OptionId id;
+        std::string_view field;
+        std::uint32_t expected;
+        std::string_view shown;
+    };
+    const Row rows[] = {
+        {OptionId::BlockSeconds, "", 600, "600"},
+        {OptionId::TrafficLogKilobytes, "", 4096, "4096"},
+        {OptionId::PacketLogKilobytes, "", 10240, "10240"},
+        {OptionId::LogDays, "", 30, "30"},
+        {OptionId::ProxyPort, "", 0, ""},
+        {OptionId::ProxyPort, "0", 0, ""},
+        {OptionId::LogDays, "0", 0, "0"},
+        {OptionId::LogDays, "007", 7, "7"},
+        {OptionId::LogDays, " 12x", 12, "12"},  // pasted
+        {OptionId::LogDays, "x", 0, "0"},
+        {OptionId::BlockSeconds, "4294967295", 4294967295, "4294967295"},
+        {OptionId::BlockSeconds, "4294967296", 4294967295, "4294967295"},
+        {OptionId::BlockSeconds, "99999999999999999999999", 4294967295, "4294967295"},
+        {OptionId::Dns, "1", 1, "1"},
+    };
+    for (const Row& row : rows) {
+        OptionValues values;
+        values.SetNumber(row.id, 77);
+        TakeField(row.id, row.field, values);
+        EXPECT_EQ(values.Number(row.id), row.expected) << row.field;
+        EXPECT_EQ(FieldOf(row.id, values), row.shown) << row.field;
+    }
+}
+
+}  // namespace
+}  // namespace brennvar
