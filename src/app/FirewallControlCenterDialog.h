@@ -10,6 +10,7 @@
 #include <string>
 #include <vector>
 
+#include "app/ControlCenterTray.h"
 #include "app/FrameDialog.h"
 #include "app/Leaving.h"
 #include "app/PageFactory.h"
@@ -17,6 +18,7 @@
 #include "base/ClockCheck.h"
 #include "base/StopSignal.h"
 #include "base/SystemClock.h"
+#include "commands/ProtectionModes.h"
 #include "config/Charset.h"
 #include "config/Language.h"
 #include "config/ResourceChoice.h"
@@ -29,7 +31,6 @@
 #include "prompts/ConnectionPrompt.h"
 #include "prompts/PromptWorld_win.h"
 #include "security/SecurityPasswordGate_win.h"
-#include "tray/SystemTray_win.h"
 #include "tray/TrafficMeter.h"
 #include "ui/Fonts.h"
 #include "ui/WorkerThread.h"
@@ -54,7 +55,8 @@ private:
 
     void OnInitDialog() override;
     void OnDestroy() override;
-    void OnClose() override { ExitControlCenter(); }
+    void OnClose() override { TakeAway(); }
+    void OnMinimise() override { TakeAway(); }
     void OnCancel() override {}  // Esc does not leave the program
     void OnCommand(int id, int notification) override;
     void OnTimer(UINT_PTR id) override;
@@ -65,6 +67,10 @@ private:
     [[nodiscard]] std::vector<PageHost::Entry> PageEntries();
     void CreateTray();
     void ShowWelcomeOnce();
+    // Only the tray menu ends the program.
+    void TakeAway();
+    // Windows ends the program with the session.
+    void OnEndSession();
     void SendStartCommands();
     void StartTimers();
 
@@ -81,6 +87,8 @@ private:
     void OnWorkerFinished(std::size_t index) { m_workers[index].Stop(); }
     [[nodiscard]] bool AnyWorkerRunning() const;
 
+    [[nodiscard]] ProtectionModes::Parts ModeParts();
+    void ShowMode();
     void OpenPage(int command);
     void ShowAbout();
     void OpenWebPage(const char* address);
@@ -119,7 +127,8 @@ private:
     std::array<CWorkerThread, kWorkerCount> m_workers;  // long jobs: filling a log list, exporting a log
     SecurityPasswordGate m_gate{
         {.fonts = m_fonts, .language = m_language, .link = m_link, .reads = m_reads, .readsClock = m_readsClock}};
-    CSystemTray m_tray;
+    ProtectionModes m_modes{ModeParts()};
+    ControlCenterTray m_tray{{.fonts = m_fonts, .language = m_language, .reads = m_reads}};
     StatusLine m_status{m_language};
     Leaving m_leaving{{.fonts = m_fonts,
                        .language = m_language,

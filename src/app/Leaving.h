@@ -5,12 +5,12 @@
 #include <optional>
 #include <string>
 
+#include "app/ControlCenterTray.h"
 #include "base/Clock.h"
 #include "config/Language.h"
 #include "config/ResourceChoice.h"
 #include "ipc/LinkThread.h"
 #include "ipc/ServiceLink.h"
-#include "tray/SystemTray_win.h"
 #include "ui/Fonts.h"
 
 namespace brennvar {
@@ -22,7 +22,7 @@ public:
     struct Parts {
         const CFonts& fonts;
         const Language& language;
-        CSystemTray& tray;
+        ControlCenterTray& tray;
         ServiceLink& link;
         LinkThread& reads;
         Clock& clock;

@@ -5,7 +5,6 @@
 #include <utility>
 
 #include "ui/BalloonPlace.h"
-#include "ui/Controls.h"
 #include "ui/Paint.h"
 #include "ui/WorkArea.h"
 
@@ -50,6 +49,20 @@ UniqueRegion Outline(const BalloonPlace& place, int length) {
     return region;
 }
 
+// Words that are longer than a line are broken as well.
+constexpr UINT kTextFormat = DT_WORDBREAK | DT_EDITCONTROL | DT_NOPREFIX;
+
+SIZE MeasureLines(HWND window, HFONT font, const std::string& text) {
+    RECT box{0, 0, Scale(kTextWidth), 0};
+    const HDC dc = ::GetDC(window);
+    {
+        const CSelect select(dc, font);
+        ::DrawTextA(dc, text.c_str(), static_cast<int>(text.size()), &box, kTextFormat | DT_CALCRECT);
+    }
+    ::ReleaseDC(window, dc);
+    return {std::min<LONG>(box.right, Scale(kTextWidth)), box.bottom};
+}
+
 UniqueFont Underlined(HFONT font) {
     LOGFONTA description{};
     ::GetObjectA(font, sizeof(description), &description);
@@ -66,7 +79,8 @@ bool CBalloon::ShowFor(HWND control, const BalloonTexts& texts, BalloonOptions o
 }
 
 bool CBalloon::Show(const BalloonTexts& texts, const RECT& anchor, BalloonOptions options) {
-    if (!Window() && !Create({.text = "",
+    if (!Window() && !Create({.parent = options.owner,
+                              .text = "",
                               .style = WS_POPUP,
                               .extendedStyle = WS_EX_TOPMOST | WS_EX_NOACTIVATE | WS_EX_TOOLWINDOW,
                               .className = "BrennvarBalloon"})) {
@@ -123,7 +137,7 @@ SIZE CBalloon::LayOut() {
     const auto add = [&](RECT& part, HFONT font, const std::string& text, int gapBefore) {
         if (text.empty()) return;
         if (top > padding) top += gapBefore;
-        const SIZE size = MeasureText(Window(), font, text, Scale(kTextWidth));
+        const SIZE size = MeasureLines(Window(), font, text);
         part = {left, top, left + size.cx, top + size.cy};
         right = std::max<int>(right, part.right);
         top = part.bottom;
@@ -153,10 +167,9 @@ void CBalloon::OnPaint(HDC dc, const RECT&) {
         ::DrawIconEx(dc, m_iconPlace.left, m_iconPlace.top, m_options.icon, WidthOf(m_iconPlace),
                      HeightOf(m_iconPlace), 0, nullptr, DI_NORMAL);
     }
-    constexpr UINT kFormat = DT_WORDBREAK | DT_NOPREFIX;
-    DrawLabel(dc, m_look->fonts.Bold(), m_title, m_texts.title, colours.text, kFormat);
-    DrawLabel(dc, m_look->fonts.Text(), m_text, m_texts.text, colours.text, kFormat);
-    if (!m_texts.link.empty()) DrawLabel(dc, m_linkFont.Get(), m_link, m_texts.link, colours.text, kFormat);
+    DrawLabel(dc, m_look->fonts.Bold(), m_title, m_texts.title, colours.text, kTextFormat);
+    DrawLabel(dc, m_look->fonts.Text(), m_text, m_texts.text, colours.text, kTextFormat);
+    if (!m_texts.link.empty()) DrawLabel(dc, m_linkFont.Get(), m_link, m_texts.link, colours.text, kTextFormat);
 }
 
 void CBalloon::OnTimer(UINT_PTR id) {
