@@ -30,6 +30,11 @@ constexpr PageEntry kPages[] = {
     {"confirmation-deny", &MakeConfirmationDenyGallery, 1, true},
     {"about", &MakeAboutGallery, 1, true},
     {"menu", &MakeMenuGallery, 2, true},
+    {"traymenu-block", &MakeTrayBlockGallery, 2, true},
+    {"traymenu-allow", &MakeTrayAllowGallery, 2, true},
+    {"notice", &MakeNoticeGallery, 1, true},
+    {"notice-link", &MakeNoticeLinkGallery, 1, true},
+    {"modes", &MakeModesGallery, 0, true},
     {"balloon", &MakeBalloonGallery, 5, true},
     {"tree", &MakeTreeGallery},
 };
