@@ -38,6 +38,11 @@ public:
 [[nodiscard]] std::unique_ptr<GalleryPage> MakeConfirmationDenyGallery();
 [[nodiscard]] std::unique_ptr<GalleryPage> MakeAboutGallery();
 [[nodiscard]] std::unique_ptr<GalleryPage> MakeMenuGallery();
+[[nodiscard]] std::unique_ptr<GalleryPage> MakeTrayBlockGallery();
+[[nodiscard]] std::unique_ptr<GalleryPage> MakeTrayAllowGallery();
+[[nodiscard]] std::unique_ptr<GalleryPage> MakeNoticeGallery();
+[[nodiscard]] std::unique_ptr<GalleryPage> MakeNoticeLinkGallery();
+[[nodiscard]] std::unique_ptr<GalleryPage> MakeModesGallery();
 [[nodiscard]] std::unique_ptr<GalleryPage> MakeBalloonGallery();
 [[nodiscard]] std::unique_ptr<GalleryPage> MakeTreeGallery();
 [[nodiscard]] std::unique_ptr<GalleryPage> MakePasswordGallery();

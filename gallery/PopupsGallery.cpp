@@ -1,12 +1,19 @@
 // Dialogs, menus and balloons: each page opens its own over an empty window.
 #include <deque>
+#include <functional>
+#include <initializer_list>
 #include <optional>
 
 #include "OpeningPage.h"
 #include "app/AboutDialog.h"
+#include "app/ModeCell.h"
+#include "app/StatusLine.h"
+#include "commands/ModeDisplay.h"
 #include "config/Resources_win.h"
 #include "prompts/ConfirmationDialog_win.h"
 #include "prompts/PromptText.h"
+#include "tray/TrayBalloon_win.h"
+#include "tray/TrayMenu_win.h"
 #include "ui/Balloon.h"
 #include "ui/Button.h"
 #include "ui/MessageDialog.h"
@@ -28,23 +35,17 @@ PromptFacts Facts(std::optional<std::uint32_t> advice) {
             .advice = advice};
 }
 
-CPopupMenu TimedMenu(const std::string& mode, int first) {
-    CPopupMenu menu;
-    menu.Add(first, mode);
-    for (const char* minutes : {"5", "10", "15", "30", "60", "120"}) {
-        menu.Add(++first, mode + " (" + minutes + " min timeout)");
-    }
-    return menu;
+void PressKeys(HWND window, std::initializer_list<int> keys) {
+    for (const int key : keys) ::PostMessageA(window, WM_KEYDOWN, static_cast<WPARAM>(key), 0);
 }
 
 void OpenMenu(HWND window, const Look& look) {
     const Language language = OpenLanguage();
+    CPopupMenu more;
+    more.Add(4, language.GetText(49, "Applications"), MenuImage::Applications);
+    more.Add(5, language.GetText(50, "Traffic Log"), MenuImage::TrafficLog, {.isDefault = true});
     CPopupMenu menu;
-    menu.Add(409, language.GetText(41, "Brennvar Personal Firewall"), MenuImage::Shield, {.isDefault = true});
-    menu.AddSeparator();
-    menu.AddSubMenu(TimedMenu(language.GetText(42, "Block All"), 435), language.GetText(42, "Block All"));
-    menu.Add(431, language.GetText(43, "Normal"), MenuImage::None, {.isChecked = true});
-    menu.AddSubMenu(TimedMenu(language.GetText(44, "Allow All"), 433), language.GetText(44, "Allow All"));
+    menu.AddSubMenu(std::move(more), language.GetText(41, "Brennvar Personal Firewall"), MenuImage::Shield);
     menu.AddSeparator();
     menu.Add(461, language.GetText(45, "Statistics"), MenuImage::Statistics);
     menu.Add(462, language.GetText(46, "Connections"), MenuImage::Connections, {.isChecked = true});
@@ -57,15 +58,76 @@ void OpenMenu(HWND window, const Look& look) {
     menu.AddSeparator();
     menu.Add(427, language.GetText(52, "About"), MenuImage::About);
     menu.Add(376, language.GetText(53, "Exit Firewall"), MenuImage::Exit);
-    // Opens the sub-menu of Allow All.
-    for (const int key : {VK_DOWN, VK_DOWN, VK_DOWN, VK_DOWN, VK_RIGHT}) {
-        ::PostMessageA(window, WM_KEYDOWN, static_cast<WPARAM>(key), 0);
-    }
+    PressKeys(window, {VK_DOWN, VK_RIGHT});
     POINT corner{64, 16};
     ::ClientToScreen(window, &corner);
     const CSkinImage images = LoadMenuImages();
     (void)menu.Track(window, corner, TPM_RETURNCMD, look, &images);
 }
+
+// The tray's own menu, with one of its sub-menus open.
+void OpenTrayMenu(HWND window, const Look& look, ProtectionMode mode, std::initializer_list<int> keys) {
+    PressKeys(window, keys);
+    POINT corner{700, 600};
+    ::ClientToScreen(window, &corner);
+    ShowTrayMenu(window, corner, OpenLanguage(), mode, look);
+}
+
+// A notice of the service at the notification area.
+class NoticePage final : public GalleryPage {
+public:
+    explicit NoticePage(std::string link) : m_link(std::move(link)) {}
+    [[nodiscard]] SIZE Size() const override { return {960, 640}; }
+    void Fill(HWND, const Look&) override {}
+    void OnShown(HWND window, const Look& look) override {
+        const Language language = OpenLanguage();
+        m_balloon.emplace(look.fonts, [](const std::string&) {});
+        m_balloon->ShowTrayBalloon(
+            window, {.text = language.GetText(318, "Welcome to Brennvar Personal Firewall. It protects you") + " " +
+                             language.GetText(319, "against unauthorized incoming and outgoing network traffic."),
+                     .title = language.GetText(41, "Brennvar Personal Firewall"),
+                     .link = m_link,
+                     .icon = IDI_PROGRAM});
+    }
+
+private:
+    const std::string m_link;
+    std::optional<TrayBalloon> m_balloon;
+};
+
+// The status line's cell for the protection mode, in each mode and with the longest text, on its ground in the
+// column.
+class ModesPage final : public GalleryPage {
+public:
+    [[nodiscard]] SIZE Size() const override { return {184, 32 * kRows}; }
+    void PaintGround(HDC dc, const RECT& client, const Look& look) const override {
+        const CSkinImage ground =
+            CSkinImage::Load(look.skin.GetSkinImagePath("MAIN_BOTTOM_LEFT", "bottom_left.png"));
+        for (int row = 0; row < kRows; ++row) {
+            ground.DrawPart(dc, {0, row * 32, client.right, row * 32 + 32},
+                            {0, 0, ground.Width(), ground.Height()});
+        }
+    }
+    void Fill(HWND window, const Look& look) override {
+        const Language language = OpenLanguage();
+        constexpr FileTime kNow = 1;
+        constexpr FileTime kTwoHours = kNow + 7200 * kFileTimePerSecond;
+        const ModeDisplay displays[] = {{ProtectionMode::Normal, {}},          {ProtectionMode::AllowAll, {}},
+                                        {ProtectionMode::AllowAll, kTwoHours}, {ProtectionMode::BlockAll, {}},
+                                        {ProtectionMode::BlockAll, kTwoHours}, {ProtectionMode::BlockAll, kNow}};
+        static_assert(std::size(displays) == kRows);
+        for (int row = 0; row < kRows; ++row) {
+            const ModeDisplay& display = displays[row];
+            m_cells.emplace_back().Create(window, 1 + row, look);
+            m_cells.back().Place(StatusLine::ModePlace({184, row * 32, 900, row * 32 + 32}));
+            m_cells.back().Show(display.mode, FormatMode(display, kNow, language));
+        }
+    }
+
+private:
+    static constexpr int kRows = 6;
+    std::deque<ModeCell> m_cells;
+};
 
 class BalloonPage final : public GalleryPage {
 public:
@@ -146,6 +208,25 @@ std::unique_ptr<GalleryPage> MakeAboutGallery() {
 }
 std::unique_ptr<GalleryPage> MakeMenuGallery() {
     return std::make_unique<OpeningPage>(&OpenMenu);
+}
+std::unique_ptr<GalleryPage> MakeTrayBlockGallery() {
+    return std::make_unique<OpeningPage>([](HWND window, const Look& look) {
+        OpenTrayMenu(window, look, ProtectionMode::Normal, {VK_DOWN, VK_DOWN, VK_RIGHT});
+    });
+}
+std::unique_ptr<GalleryPage> MakeTrayAllowGallery() {
+    return std::make_unique<OpeningPage>([](HWND window, const Look& look) {
+        OpenTrayMenu(window, look, ProtectionMode::AllowAll, {VK_DOWN, VK_DOWN, VK_DOWN, VK_DOWN, VK_RIGHT});
+    });
+}
+std::unique_ptr<GalleryPage> MakeNoticeGallery() {
+    return std::make_unique<NoticePage>("");
+}
+std::unique_ptr<GalleryPage> MakeNoticeLinkGallery() {
+    return std::make_unique<NoticePage>("https://www.brennvar.example/support/index.php");
+}
+std::unique_ptr<GalleryPage> MakeModesGallery() {
+    return std::make_unique<ModesPage>();
 }
 std::unique_ptr<GalleryPage> MakeBalloonGallery() {
     return std::make_unique<BalloonPage>();

@@ -2,7 +2,7 @@
 # Installs what is missing, builds, installs into dist/, starts the stand-ins for service and driver and the control
 # center, and shows a connection question. Without a display it starts one of its own (Xvfb), plays a short scenario
 # and leaves screenshots in out/.
-#   --no-demo   no scenario: this machine's real connections, until the control center is closed
+#   --no-demo   no scenario: this machine's real connections, until the user leaves the control center
 #   --gallery   no scenario to look at, but pictures of every window in every skin and language (scripts/gallery.sh)
 #   --no-setup  skip the set-up script
 set -euo pipefail
@@ -48,7 +48,7 @@ wine dist/BrennvarGUI.exe >/dev/null 2>&1 </dev/null &
 interface=$!
 
 if [ -z "$demo" ] || [ -n "$watched" ]; then
-    say "running until the control center is closed"
+    say "running until the control center is left by the menu of its icon"
     wait "$interface"
     exit
 fi

@@ -5,12 +5,14 @@
 #include <utility>
 
 #include "app/AboutDialog.h"
+#include "app/ModeLink.h"
 #include "base/NetworkAddresses_win.h"
 #include "base/Processes_win.h"
 #include "config/Folders.h"
 #include "config/Folders_win.h"
 #include "ipc/DriverTables.h"
 #include "prompts/ConfirmationDialog_win.h"
+#include "tray/TrayMenu.h"
 #include "tray/TrayNotice.h"
 #include "ui/ProgramIcon.h"
 #include "ui/ResourceIds.h"
@@ -44,8 +46,6 @@ constexpr char kSupportPage[] = "https://www.brennvar.example/support/index.php"
 
 // Severity of a clock event in the service's log.
 constexpr std::uint32_t kSeverityWarning = 2;
-
-constexpr std::chrono::seconds kWelcomeDuration{20};
 
 constexpr INT_PTR kResultExit = 0;
 constexpr INT_PTR kResultRestart = 1;
@@ -155,26 +155,14 @@ std::vector<PageHost::Entry> FirewallControlCenterDialog::PageEntries() {
 }
 
 void FirewallControlCenterDialog::CreateTray() {
-    // Without an icon the program runs on.
-    (void)m_tray.Create(
-        {.owner = Window(),
-         .callbackMessage = kMessageTray,
-         .iconId = IDI_PROGRAM,
-         .icon = m_smallIcon.Get(),
-         .tooltip = m_language.GetText(317, "Brennvar Personal Firewall - Your PC is in the safe hands!"),
-         .defaultCommand = IDM_OPEN});
+    m_tray.Create(Window(), kMessageTray,
+                  [this](std::function<void(ProtectionMode)> done) { m_modes.Read(std::move(done)); });
 }
 
 void FirewallControlCenterDialog::ShowWelcomeOnce() {
     std::uint32_t shown = 0;
     if (m_userValues.ReadUserValue(kUserValueFirstRun, shown) && shown != 0) return;
-    const std::string text =
-        m_language.GetText(318, "Welcome to Brennvar Personal Firewall. It protects you") + " " +
-        m_language.GetText(319, "against unauthorized incoming and outgoing network traffic.") + " " +
-        m_language.GetText(320, "With its intuitive interface, you have complete overview") + " " +
-        m_language.GetText(321, "of your network communication and security events on your PC.");
-    m_tray.ShowTrayBalloon(text, m_language.GetText(323, "Welcome to Brennvar Personal Firewall"),
-                           kWelcomeDuration);
+    m_tray.ShowWelcome();
     m_userValues.WriteUserValue(kUserValueFirstRun, 1);
 }
 
@@ -214,6 +202,11 @@ void FirewallControlCenterDialog::RefreshStatistics() {
     m_statistics.Tick(increase, elapsed);
     m_status.ShowTraffic(increase, elapsed);
     m_status.ShowService(m_link.Service());
+    if (increase) m_tray.Icons().OnTraffic(*increase);
+    const bool isIdle = increase == TrafficIncrease();
+    // While traffic flows, or while the driver cannot tell, the mode is only looked at.
+    if (isIdle || ::IsWindowVisible(Window())) m_modes.Tick(isIdle);
+    ShowMode();  // the time that is left
 }
 
 void FirewallControlCenterDialog::CheckNetwork() {
@@ -272,7 +265,7 @@ void FirewallControlCenterDialog::OnTrayText(const std::string& text) {
         case TrayNotice::Kind::Attack: m_statistics.CountAttack(); break;
         case TrayNotice::Kind::Balloon:
             m_statistics.AddNotice(notice.text, m_clock.UtcNow());
-            m_tray.ShowTrayBalloon(notice.text, m_language.GetText(41, "Brennvar Personal Firewall"));
+            m_tray.ShowNotice(notice);
             break;
     }
     m_isHandlingTrayText = false;
@@ -296,15 +289,35 @@ void FirewallControlCenterDialog::OnCommand(int id, int notification) {
             if (!AnyWorkerRunning()) OpenPage(id);
             break;
         default:
-            if (m_commands.OnCommand(Window(), id) || OnFrameCommand(id)) break;
-            if (Pages().HasPage(id)) OpenPage(id);
+            if (const auto change = ModeChangeOf(id)) {
+                m_modes.Change(*change);
+            } else if (!m_commands.OnCommand(Window(), id) && !OnFrameCommand(id) && Pages().HasPage(id)) {
+                OpenPage(id);
+            }
             break;
     }
 }
 
+ProtectionModes::Parts FirewallControlCenterDialog::ModeParts() {
+    ProtectionModes::Parts parts = ConnectModes(m_clock, m_language, m_link, m_reads, m_readsClock);
+    parts.checkPassword = [this](std::function<void()> action) {
+        m_gate.CheckSecurityPassword({.owner = Window(), .action = std::move(action), .refused = {}});
+    };
+    parts.changed = [this] { ShowMode(); };
+    parts.idleModeRead = [this](ProtectionMode mode) { m_tray.Icons().OnIdleMode(mode); };
+    return parts;
+}
+
+void FirewallControlCenterDialog::ShowMode() {
+    const ModeDisplay& display = m_modes.Display();
+    m_status.ShowMode(display.mode, FormatMode(display, m_clock.UtcNow(), m_language));
+    m_statistics.SetMode(display);
+}
+
 void FirewallControlCenterDialog::OpenPage(int command) {
-    RestoreWindow();
+    // The page first, so that a window that comes back does not show another one before.
     Pages().Open(command);
+    RestoreWindow();
 }
 
 void FirewallControlCenterDialog::ShowAbout() {
@@ -336,8 +349,9 @@ std::optional<LRESULT> FirewallControlCenterDialog::OnMessage(UINT message, WPAR
             ShowWelcomeOnce();
             return 0;
         case kMessageLinkCompletions: RunCompletions(); return 0;
-        case kMessageTray:
-            m_tray.OnTrayNotification(static_cast<UINT>(wParam), static_cast<UINT>(lParam));
+        case kMessageTray: m_tray.OnNotification(static_cast<UINT>(wParam), static_cast<UINT>(lParam)); return 0;
+        case WM_ENDSESSION:
+            if (wParam) OnEndSession();
             return 0;
         case WM_POWERBROADCAST:
             // The clock went on while the machine slept.
@@ -357,6 +371,19 @@ bool FirewallControlCenterDialog::AnyWorkerRunning() const {
 bool FirewallControlCenterDialog::IsBusy() const {
     // A modal dialog over this window keeps it disabled.
     return m_prompts.IsBusy() || m_isHandlingTrayText || AnyWorkerRunning() || !::IsWindowEnabled(Window());
+}
+
+void FirewallControlCenterDialog::TakeAway() {
+    // A dialog over the window would stay behind alone.
+    if (::IsWindowEnabled(Window())) m_tray.TakeAway();
+}
+
+void FirewallControlCenterDialog::OnEndSession() {
+    // The service goes on protecting until Windows ends it as well, so it is not told that the interface ends. What
+    // comes after this message may not be reached any more.
+    FrameDialog::OnDestroy();
+    m_tray.Leave();
+    End(kResultExit);
 }
 
 void FirewallControlCenterDialog::ExitControlCenter() {

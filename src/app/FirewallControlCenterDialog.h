@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "app/ApplicationSender.h"
+#include "app/ControlCenterTray.h"
 #include "app/ControlCommands.h"
 #include "app/FrameDialog.h"
 #include "app/Leaving.h"
@@ -19,6 +20,7 @@
 #include "base/ClockCheck.h"
 #include "base/StopSignal.h"
 #include "base/SystemClock.h"
+#include "commands/ProtectionModes.h"
 #include "config/Charset.h"
 #include "config/Language.h"
 #include "config/ResourceChoice.h"
@@ -32,7 +34,6 @@
 #include "prompts/PromptWorld_win.h"
 #include "security/SecurityPasswordGate_win.h"
 #include "tray/Statistics.h"
-#include "tray/SystemTray_win.h"
 #include "tray/TrafficMeter.h"
 #include "ui/Fonts.h"
 #include "ui/WorkerThread.h"
@@ -57,7 +58,8 @@ private:
 
     void OnInitDialog() override;
     void OnDestroy() override;
-    void OnClose() override { ExitControlCenter(); }
+    void OnClose() override { TakeAway(); }
+    void OnMinimise() override { TakeAway(); }
     void OnCancel() override {}  // Esc does not leave the program
     void OnCommand(int id, int notification) override;
     void OnTimer(UINT_PTR id) override;
@@ -68,6 +70,10 @@ private:
     [[nodiscard]] std::vector<PageHost::Entry> PageEntries();
     void CreateTray();
     void ShowWelcomeOnce();
+    // Only the tray menu ends the program.
+    void TakeAway();
+    // Windows ends the program with the session.
+    void OnEndSession();
     void SendStartCommands();
     void StartTimers();
 
@@ -84,6 +90,8 @@ private:
     void OnWorkerFinished(std::size_t index) { m_workers[index].Stop(); }
     [[nodiscard]] bool AnyWorkerRunning() const;
 
+    [[nodiscard]] ProtectionModes::Parts ModeParts();
+    void ShowMode();
     void OpenPage(int command);
     void ShowAbout();
     void OpenWebPage(const char* address);
@@ -125,7 +133,8 @@ private:
     ControlCommands m_commands{
         {.fonts = m_fonts, .language = m_language, .link = m_link, .gate = m_gate, .clock = m_clock}};
     ApplicationChanges m_applicationChanges{ConnectApplicationChanges(m_gate, m_link, [this] { return Window(); })};
-    CSystemTray m_tray;
+    ProtectionModes m_modes{ModeParts()};
+    ControlCenterTray m_tray{{.fonts = m_fonts, .language = m_language, .reads = m_reads}};
     StatusLine m_status{m_language};
     Leaving m_leaving{{.fonts = m_fonts,
                        .language = m_language,

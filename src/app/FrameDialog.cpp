@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "app/WindowPlacement.h"
+#include "tray/TrayWindow_win.h"
 #include "ui/Paint.h"
 #include "ui/ResourceIds.h"
 #include "ui/WorkArea.h"
@@ -47,14 +48,12 @@ void FrameDialog::OnDestroy() {
 }
 
 void FrameDialog::RestoreWindow() {
-    ::ShowWindow(Window(), ::IsIconic(Window()) ? SW_RESTORE : SW_SHOW);
-    // A dialog over this window takes the keyboard, which this one cannot while it is disabled.
-    ::SetForegroundWindow(::GetLastActivePopup(Window()));
+    RestoreFromTray(Window());
 }
 
 bool FrameDialog::OnFrameCommand(int command) {
     switch (command) {
-        case IDC_CAPTION_MINIMISE: ::ShowWindow(Window(), SW_MINIMIZE); return true;
+        case IDC_CAPTION_MINIMISE: OnMinimise(); return true;
         case IDC_CAPTION_MAXIMISE:
             ::ShowWindow(Window(), ::IsZoomed(Window()) ? SW_RESTORE : SW_MAXIMIZE);
             return true;
@@ -122,6 +121,17 @@ std::optional<LRESULT> FrameDialog::OnMessage(UINT message, WPARAM wParam, LPARA
         case WM_NCPAINT: return 0;
         case WM_NCACTIVATE: return TRUE;
         case WM_NCHITTEST: return HitTest({static_cast<short>(LOWORD(lParam)), static_cast<short>(HIWORD(lParam))});
+        case WM_SYSCOMMAND:
+            // The lower four bits are Windows' own.
+            if ((wParam & 0xFFF0) != SC_MINIMIZE) return std::nullopt;
+            OnMinimise();
+            return 0;
+        case WM_WINDOWPOSCHANGED: {
+            const UINT flags = reinterpret_cast<const WINDOWPOS*>(lParam)->flags;
+            if ((flags & SWP_SHOWWINDOW) != 0) m_pages.OnWindowShown(true);
+            if ((flags & SWP_HIDEWINDOW) != 0) m_pages.OnWindowShown(false);
+            return std::nullopt;  // Windows makes WM_SIZE of it
+        }
         case WM_ENTERSIZEMOVE: m_grip.OnEnterSizeMove(); return std::nullopt;
         case WM_EXITSIZEMOVE: m_grip.OnExitSizeMove(); return std::nullopt;
         case WM_PRINTCLIENT: OnEraseBackground(reinterpret_cast<HDC>(wParam)); return 0;

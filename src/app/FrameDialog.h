@@ -29,7 +29,7 @@ protected:
     // The window's own buttons; true for a command of theirs.
     bool OnFrameCommand(int command);
     void TickGrip() { m_grip.Tick(Window()); }
-    // Back from the task bar and to the front.
+    // Back from the notification area or the task bar, and to the front.
     void RestoreWindow();
 
     [[nodiscard]] PageHost& Pages() { return m_pages; }
@@ -37,6 +37,8 @@ protected:
 
     virtual void OnPlaceStatus(const RECT& /*band*/) {}
     virtual void OnHelp() {}
+    // The user minimises the window, by its button or by Windows' own menu.
+    virtual void OnMinimise() { ::ShowWindow(Window(), SW_MINIMIZE); }
 
     void OnDestroy() override;
     void OnSize(int width, int height) final;

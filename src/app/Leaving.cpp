@@ -33,7 +33,7 @@ void Leaving::LeaveScreen(HWND window) {
         return TRUE;
     };
     ::EnumThreadWindows(::GetCurrentThreadId(), close, reinterpret_cast<LPARAM>(window));
-    m_parts.tray.RemoveIcon();
+    m_parts.tray.Leave();
 }
 
 void Leaving::StopLinks() {

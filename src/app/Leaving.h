@@ -5,13 +5,13 @@
 #include <optional>
 #include <string>
 
+#include "app/ControlCenterTray.h"
 #include "base/Clock.h"
 #include "config/Language.h"
 #include "config/ResourceChoice.h"
 #include "ipc/LinkThread.h"
 #include "ipc/ServiceLink.h"
 #include "security/SecurityPasswordGate_win.h"
-#include "tray/SystemTray_win.h"
 #include "ui/Fonts.h"
 
 namespace brennvar {
@@ -23,7 +23,7 @@ public:
     struct Parts {
         const CFonts& fonts;
         const Language& language;
-        CSystemTray& tray;
+        ControlCenterTray& tray;
         SecurityPasswordGate& gate;
         ServiceLink& link;
         LinkThread& reads;

@@ -94,6 +94,15 @@ void PageHost::Place(const RECT& column, const RECT& page) {
     }
 }
 
+void PageHost::OnWindowShown(bool isShown) const {
+    if (!m_current) return;
+    if (isShown) {
+        m_current->page->Show();
+    } else {
+        m_current->page->Hide();
+    }
+}
+
 void PageHost::OnRulesChanged() const {
     for (const auto& slot : m_slots) {
         if (slot->page) slot->page->OnRulesChanged();

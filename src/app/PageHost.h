@@ -33,6 +33,8 @@ public:
     // Buttons without a page stand at the lower end of the column.
     void Place(const RECT& column, const RECT& page);
     void OnRulesChanged() const;
+    // The window is on the screen or not: a page that nobody sees does nothing, and comes back with fresh data.
+    void OnWindowShown(bool isShown) const;
 
 private:
     struct Slot {

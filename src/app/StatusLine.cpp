@@ -23,6 +23,7 @@ constexpr int kGripRoom = 16;
 }  // namespace
 
 void StatusLine::Create(HWND parent, const Look& look) {
+    m_mode.Create(parent, IDC_STATUS_MODE, look);
     static_assert(std::size(kCellPlaces) == CellCount);
     for (std::size_t cell = 0; cell < m_cells.size(); ++cell) {
         m_cells[cell].Create(parent, "", LabelKind::Quiet, SS_NOPREFIX | SS_ENDELLIPSIS | SS_CENTERIMAGE,
@@ -34,7 +35,12 @@ void StatusLine::Create(HWND parent, const Look& look) {
     ShowConnections(std::nullopt);
 }
 
+RECT StatusLine::ModePlace(const RECT& band) {
+    return {Scale(kMargin), band.top + 1, band.left - Scale(kMargin) / 4, band.bottom - 1};
+}
+
 void StatusLine::Place(const RECT& band) const {
+    m_mode.Place(ModePlace(band));
     LONG left = band.left + Scale(kMargin);
     const int room = WidthOf(band) - Scale(kMargin) - Scale(kGripRoom);
     for (std::size_t cell = 0; cell < m_cells.size(); ++cell) {

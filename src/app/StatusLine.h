@@ -1,11 +1,14 @@
-// The line at the bottom of the control center. It is the one place that tells that the service or the driver is
+// The line at the bottom of the control center: the protection mode below the column of the page buttons, and
+// beside it what the program is connected with. It is the one place that tells that the service or the driver is
 // missing.
 #pragma once
 
 #include <array>
 #include <cstddef>
 #include <optional>
+#include <string>
 
+#include "app/ModeCell.h"
 #include "base/Windows_win.h"
 #include "config/Language.h"
 #include "ipc/WatchedConnector.h"
@@ -20,9 +23,13 @@ public:
     explicit StatusLine(const Language& language) : m_language(language) {}
 
     void Create(HWND parent, const Look& look);
+    // band: the line without its end below the column, in client coordinates.
     void Place(const RECT& band) const;
+    // The mode's part of it.
+    [[nodiscard]] static RECT ModePlace(const RECT& band);
 
     void ShowService(PeerState state) const;
+    void ShowMode(ProtectionMode mode, const std::string& text) { m_mode.Show(mode, text); }
     // Nothing: the driver cannot be read.
     void ShowTraffic(const std::optional<TrafficIncrease>& increase, std::uint64_t milliseconds) const;
     // Nothing: not known at present.
@@ -32,6 +39,7 @@ private:
     enum Cell { Service, Driver, Connections, In, Out, CellCount };
 
     const Language& m_language;
+    ModeCell m_mode;
     std::array<CLabel, CellCount> m_cells;
 };
 

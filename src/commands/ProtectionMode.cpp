@@ -15,4 +15,12 @@ Text ProtectionModeText(ProtectionMode mode) {
     }
 }
 
+Text ProtectionModeNotice(ProtectionMode mode) {
+    switch (mode) {
+        case ProtectionMode::AllowAll: return Text{309, "Allow All"};
+        case ProtectionMode::BlockAll: return Text{307, "Block All"};
+        default: return Text{308, "Normal"};
+    }
+}
+
 }  // namespace brennvar

@@ -69,7 +69,8 @@ bool CBalloon::ShowFor(HWND control, const BalloonTexts& texts, BalloonOptions o
 }
 
 bool CBalloon::Show(const BalloonTexts& texts, const RECT& anchor, BalloonOptions options) {
-    if (!Window() && !Create({.text = "",
+    if (!Window() && !Create({.parent = options.owner,
+                              .text = "",
                               .style = WS_POPUP,
                               .extendedStyle = WS_EX_TOPMOST | WS_EX_NOACTIVATE | WS_EX_TOOLWINDOW,
                               .className = "BrennvarBalloon"})) {

@@ -23,6 +23,7 @@ struct BalloonOptions {
     std::chrono::milliseconds timeout{0};  // 0: until it is closed
     HICON icon = nullptr;                  // 16 pixels, borrowed while the balloon is shown
     std::function<void()> onLink = {};     // called when the balloon has gone already
+    HWND owner = nullptr;                  // counts when the balloon is shown for the first time
 };
 
 class CBalloon final : public CWindow {

@@ -69,7 +69,8 @@ INT_PTR CDialog::DoModal(HWND owner, int templateId, Appearance appearance) {
     if (owner && !ownerWasDisabled) ::EnableWindow(owner, TRUE);
     const bool wasActive = m_window && ::GetActiveWindow() == m_window;
     if (m_window) ::DestroyWindow(m_window);
-    if (owner && wasActive && !unfocused) ::SetActiveWindow(owner);
+    // A window that is hidden in the notification area would only swallow the keyboard.
+    if (owner && wasActive && !unfocused && ::IsWindowVisible(owner)) ::SetActiveWindow(owner);
     if (owner && ::GetActiveWindow() == owner && focus && ::IsChild(owner, focus)) ::SetFocus(focus);
     return m_result;
 }

@@ -19,6 +19,15 @@
 // Icons
 #define IDI_PROGRAM 159  // also the number of the icon in the notification area
 #define IDI_NO_ICON 174  // stands for a program that has no icon of its own
+#define IDI_TRAY_IDLE_NORMAL 160
+#define IDI_TRAY_IDLE_ALLOW 161
+#define IDI_TRAY_IDLE_BLOCK 162
+#define IDI_TRAY_TRAFFIC_IN 163
+#define IDI_TRAY_TRAFFIC_OUT 164
+#define IDI_TRAY_TRAFFIC_BOTH 165
+
+// Menus
+#define IDR_TRAY_MENU 159  // the number of the notification icon: a left click does what its first item does
 
 // Pictures
 #define IDR_MENU_IMAGES 960  // the strip of images for menus
@@ -108,6 +117,7 @@
 #define IDC_STATUS_CONNECTIONS 922
 #define IDC_STATUS_IN 923
 #define IDC_STATUS_OUT 924
+#define IDC_STATUS_MODE 1230
 #define IDC_CAPTION_HELP 940
 #define IDC_CAPTION_MINIMISE 941
 #define IDC_CAPTION_MAXIMISE 942

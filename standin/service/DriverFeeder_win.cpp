@@ -79,14 +79,21 @@ void DriverFeeder::DropProcess(std::uint32_t processId) {
 
 void DriverFeeder::Tick() {
     const std::scoped_lock lock(m_lock);
+    const unsigned tick = m_ticks++ % kTicksPerSecond;
+    if (m_scriptsTotals) {
+        // Whole bytes, which come to the rate in each second.
+        const auto share = [tick](std::uint64_t rate) {
+            return rate * (tick + 1) / kTicksPerSecond - rate * tick / kTicksPerSecond;
+        };
+        m_totals.bytesIn += share(m_rate.bytesIn);
+        m_totals.bytesOut += share(m_rate.bytesOut);
+        FeedTotals();
+    }
+    if (tick != 0) return;
     if (!m_scriptsTables) m_tables = ReadMachineTables();
     if (!m_scriptsTables || m_tablesChanged) FeedTables();
-    if (m_scriptsTotals) {
-        m_totals.bytesIn += m_rate.bytesIn;
-        m_totals.bytesOut += m_rate.bytesOut;
-    } else {
-        m_totals = m_machineTotals.Read();
-    }
+    if (m_scriptsTotals) return;
+    m_totals = m_machineTotals.Read();
     FeedTotals();
 }
 

@@ -28,7 +28,9 @@ public:
     void DropAddress(Ipv4 address);
     void DropProcess(std::uint32_t processId);
 
-    // Once a second: reads the machine, or moves the scripted totals on by their rate.
+    // So many times a second: moves the scripted totals on by their rate, so that each second sees some of it. The
+    // machine is read once a second.
+    static constexpr unsigned kTicksPerSecond = 10;
     void Tick();
 
     // Yields the question's identifier: 1, 2, 3 ...
@@ -50,6 +52,7 @@ private:
     std::set<std::uint32_t> m_droppedProcesses;
     TrafficTotals m_totals{};
     TrafficTotals m_rate{};  // per second
+    unsigned m_ticks = 0;
     MachineTotals m_machineTotals;
     std::uint32_t m_lastQuestionId = 0;
 };

@@ -19,7 +19,7 @@ namespace {
 
 constexpr int kStartFailed = 1;
 constexpr int kBadInput = 2;
-constexpr DWORD kTickMilliseconds = 1000;
+constexpr DWORD kTickMilliseconds = 1000 / DriverFeeder::kTicksPerSecond;
 constexpr DWORD kStopMilliseconds = 30000;
 constexpr DWORD kStopPauseMilliseconds = 10;
 constexpr char kSingleName[] = "BrennvarStandIn";  // a mutex that exists while a stand-in runs

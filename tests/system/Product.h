@@ -24,6 +24,13 @@ protected:
     void SetUp() override {
         m_data = EmptyDataFolder();
         ::RegDeleteTreeA(HKEY_CURRENT_USER, R"(Software\Quorlan)");
+        SetWelcomed(1);
+    }
+
+    // Whether the user has been welcomed already: the balloon is a window of the program that comes at any time.
+    static void SetWelcomed(DWORD isWelcomed) {
+        ::RegSetKeyValueA(HKEY_CURRENT_USER, R"(Software\Quorlan\Brennvar Firewall)", "FirstRunBV", REG_DWORD,
+                          &isWelcomed, sizeof isWelcomed);
     }
 
     void StartService(const std::vector<std::string>& scenario, const std::string& options = "") {

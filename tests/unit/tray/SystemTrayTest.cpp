@@ -5,76 +5,192 @@
 #include <algorithm>
 #include <vector>
 
+#include "tray/TrayWindow_win.h"
+
 namespace brennvar {
 namespace {
 
 constexpr UINT_PTR kRetryTimer = 1;
+constexpr UINT kAll = NIF_MESSAGE | NIF_ICON | NIF_TIP;
 
 // A shell that has no task bar unless it is ready.
 class SystemTrayTest : public testing::Test {
 protected:
-    std::vector<std::pair<DWORD, NOTIFYICONDATAA>> calls;
+    struct Call {
+        DWORD action;
+        NOTIFYICONDATAA data;
+    };
+    std::vector<Call> calls;
     bool ready = true;
+    bool refusesASecondOne = false;
+    int lost = 0;
+    std::vector<POINT> menus;
     HWND owner = ::CreateWindowExA(0, "STATIC", "owner", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, nullptr, nullptr);
-    CSystemTray tray{[this](DWORD action, NOTIFYICONDATAA& data) {
-        calls.emplace_back(action, data);
-        return ready;
-    }};
+    CSystemTray::NotifyCall shell = [this](DWORD action, NOTIFYICONDATAA& data) {
+        calls.push_back({action, data});
+        return ready && !(refusesASecondOne && action == NIM_ADD);
+    };
+    CSystemTray tray{shell, {.majorVersion = 5, .isNt = true}};
 
     ~SystemTrayTest() override { ::DestroyWindow(owner); }
-    bool Create() { return tray.Create({owner, 0x800A, 159, nullptr, std::string(200, 't'), 409}); }
-    void Tick() { ::SendMessageA(tray.Window(), WM_TIMER, kRetryTimer, 0); }
+    CSystemTray::Setup MakeSetup() {
+        return {.owner = owner,
+                .callbackMessage = 0x800A,
+                .tooltip = std::string(200, 't'),
+                .icon = ::LoadIconA(nullptr, IDI_APPLICATION),
+                .iconId = 159,
+                .showMenu = [this](POINT point) { menus.push_back(point); },
+                .lost = [this] { ++lost; }};
+    }
+    static void Send(const CSystemTray& to, UINT message, WPARAM wParam = 0) {
+        ::SendMessageA(to.Window(), message, wParam, 0);
+    }
+    void RestartTaskbar() { Send(tray, ::RegisterWindowMessageA("TaskbarCreated")); }
     [[nodiscard]] std::size_t Count(DWORD action) const {
         return static_cast<std::size_t>(
-            std::count_if(calls.begin(), calls.end(), [=](const auto& call) { return call.first == action; }));
+            std::count_if(calls.begin(), calls.end(), [=](const auto& call) { return call.action == action; }));
+    }
+    // The command that the owner has got, 0 for none.
+    [[nodiscard]] WPARAM Posted() const {
+        MSG message;
+        return ::PeekMessageA(&message, owner, WM_COMMAND, WM_COMMAND, PM_REMOVE) ? message.wParam : 0;
     }
 };
 
 TEST_F(SystemTrayTest, AsksAShellThatIsStillStartingSixtyTimesWithoutWaiting) {
     ready = false;
-    ASSERT_TRUE(Create());
+    ASSERT_TRUE(tray.Create(MakeSetup()));
     EXPECT_EQ(::FindWindowA("TrayIconClass", "Brennvar Firewall Tray"), tray.Window());
-    tray.ShowTrayBalloon("first", "title");
-    tray.ShowTrayBalloon("second", "title");
-    for (int i = 0; i < 100; ++i) Tick();
+    for (int i = 0; i < 58; ++i) Send(tray, WM_TIMER, kRetryTimer);
+    EXPECT_EQ(lost, 0);
+    for (int i = 0; i < 40; ++i) Send(tray, WM_TIMER, kRetryTimer);
     EXPECT_EQ(Count(NIM_ADD), 60U);
+    EXPECT_EQ(lost, 1);
     EXPECT_FALSE(tray.IsShown());
-
-    // A new task bar starts it all again; the last notice was kept for it.
+    // A new task bar starts it all again.
     ready = true;
-    ::SendMessageA(tray.Window(), ::RegisterWindowMessageA("TaskbarCreated"), 0, 0);
+    RestartTaskbar();
     EXPECT_TRUE(tray.IsShown());
-    ASSERT_EQ(Count(NIM_MODIFY), 1U);
-    EXPECT_STREQ(calls.back().second.szInfo, "second");
-    Tick();
+    Send(tray, WM_TIMER, kRetryTimer);
     EXPECT_EQ(Count(NIM_ADD), 61U);
 }
 
-TEST_F(SystemTrayTest, FillsTheRecordAnswersAClickAndIsRemovedForGood) {
-    ASSERT_TRUE(Create());
-    const NOTIFYICONDATAA& added = calls.front().second;
-    EXPECT_EQ(added.hWnd, owner);
-    EXPECT_EQ(added.uCallbackMessage, 0x800AU);
+TEST_F(SystemTrayTest, FillsTheRecordAndComesBackAsItWas) {
+    CSystemTray::Setup setup = MakeSetup();
+    setup.balloonText = std::string(300, 'b');
+    setup.balloonTitle = std::string(70, 'c');
+    ASSERT_TRUE(tray.Create(setup));
+    const NOTIFYICONDATAA added = calls.front().data;
+    EXPECT_TRUE(added.hWnd == owner && added.uID == 159 && added.uCallbackMessage == 0x800A);
+    EXPECT_EQ(added.uFlags, kAll | NIF_INFO);
     EXPECT_EQ(std::string(added.szTip), std::string(127, 't'));
-    tray.ShowTrayBalloon(std::string(300, 'b'), std::string(70, 'c'));
-    const NOTIFYICONDATAA& balloon = calls.back().second;
-    EXPECT_EQ(std::string(balloon.szInfo), std::string(255, 'b'));
-    EXPECT_EQ(std::string(balloon.szInfoTitle), std::string(63, 'c'));
-    // An empty notice would take the one on screen away.
-    tray.ShowTrayBalloon("", "title");
-    EXPECT_EQ(Count(NIM_MODIFY), 1U);
-    MSG message;
-    tray.OnTrayNotification(158, WM_LBUTTONUP);
-    tray.OnTrayNotification(159, WM_LBUTTONDOWN);
-    EXPECT_FALSE(::PeekMessageA(&message, owner, WM_COMMAND, WM_COMMAND, PM_REMOVE));
-    tray.OnTrayNotification(159, WM_LBUTTONUP);
-    EXPECT_TRUE(::PeekMessageA(&message, owner, WM_COMMAND, WM_COMMAND, PM_REMOVE) && message.wParam == 409);
-    // Once removed, the icon stays away.
-    tray.RemoveIcon();
-    tray.RemoveIcon();
+    EXPECT_EQ(std::string(added.szInfo), std::string(255, 'b'));
+    EXPECT_EQ(std::string(added.szInfoTitle), std::string(63, 'c'));
+    EXPECT_EQ(added.uTimeout, 10000U);
+    RestartTaskbar();
+    EXPECT_EQ(calls.back().action, static_cast<DWORD>(NIM_ADD));
+    EXPECT_EQ(calls.back().data.uFlags, kAll) << "a balloon is shown once";
+    // A new work area: the icon is there still, and is not lost because a second one is refused.
+    refusesASecondOne = true;
+    Send(tray, WM_SETTINGCHANGE, SPI_SETWORKAREA);
+    EXPECT_TRUE(tray.IsShown());
+    ready = false;
+    Send(tray, WM_SETTINGCHANGE, SPI_SETWORKAREA);
+    EXPECT_FALSE(tray.IsShown());
+    EXPECT_EQ(lost, 1);
+}
+
+TEST_F(SystemTrayTest, HidesAndShowsInTheWayOfTheShell) {
+    ASSERT_TRUE(tray.Create(MakeSetup()));
+    ASSERT_TRUE(tray.HideIcon());
+    EXPECT_TRUE(calls.back().action == NIM_MODIFY && calls.back().data.uFlags == NIF_STATE);
+    EXPECT_EQ(calls.back().data.dwState, static_cast<DWORD>(NIS_HIDDEN));
+    const std::size_t before = calls.size();
+    const HICON other = ::LoadIconA(nullptr, IDI_WARNING);
+    EXPECT_FALSE(tray.SetIcon(other));
+    RestartTaskbar();
+    Send(tray, WM_SETTINGCHANGE, SPI_SETWORKAREA);
+    EXPECT_EQ(calls.size(), before) << "a hidden icon is left alone";
+    ASSERT_TRUE(tray.ShowIcon());
+    EXPECT_EQ(calls.back().data.dwState, 0U);
+    EXPECT_EQ(calls.back().data.hIcon, other) << "what was set meanwhile";
+    ASSERT_TRUE(tray.RemoveIcon());
     EXPECT_EQ(Count(NIM_DELETE), 1U);
-    ::SendMessageA(tray.Window(), ::RegisterWindowMessageA("TaskbarCreated"), 0, 0);
+    RestartTaskbar();
     EXPECT_EQ(Count(NIM_ADD), 1U);
+
+    // Created hidden, it has nothing but its state, or is not there at all where there is no such state.
+    CSystemTray::Setup setup = MakeSetup();
+    setup.isHidden = true;
+    CSystemTray hidden(shell, {.majorVersion = 5, .isNt = true});
+    ASSERT_TRUE(hidden.Create(setup));
+    EXPECT_TRUE(calls.back().action == NIM_ADD && calls.back().data.uFlags == NIF_STATE);
+    EXPECT_TRUE(hidden.ShowIcon());
+    EXPECT_EQ(calls.back().data.uFlags, kAll | NIF_STATE);
+    calls.clear();
+    CSystemTray old(shell, {.majorVersion = 4, .isNt = true});
+    EXPECT_TRUE(old.Create(setup) && calls.empty() && old.ShowIcon());
+    EXPECT_TRUE(calls.back().action == NIM_ADD && calls.back().data.uFlags == kAll);
+    EXPECT_TRUE(old.HideIcon());
+    EXPECT_EQ(calls.back().action, static_cast<DWORD>(NIM_DELETE));
+    calls.clear();
+    CSystemTray none(shell, {.majorVersion = 3, .isNt = true});
+    EXPECT_FALSE(none.Create(setup) || none.AddIcon() || none.ShowIcon() || none.RemoveIcon());
+    EXPECT_TRUE(calls.empty());
+}
+
+TEST_F(SystemTrayTest, ClicksAreAnsweredForItsOwnIconOnly) {
+    ASSERT_TRUE(tray.Create(MakeSetup()));
+    for (const UINT message : {WM_LBUTTONDOWN, WM_MOUSEMOVE, WM_LBUTTONDBLCLK, WM_RBUTTONDOWN}) {
+        tray.OnTrayNotification(159, message);
+    }
+    tray.OnTrayNotification(158, WM_LBUTTONUP);
+    tray.OnTrayNotification(158, WM_RBUTTONUP);
+    EXPECT_TRUE(Posted() == 0 && menus.empty());
+    tray.OnTrayNotification(159, WM_RBUTTONUP);
+    EXPECT_EQ(menus.size(), 1U);
+    tray.OnTrayNotification(159, WM_LBUTTONUP);
+    EXPECT_EQ(Posted(), 409U) << "the first item of the menu resource";
+    tray.SetMenuDefaultItem(461, false);
+    tray.OnTrayNotification(159, WM_LBUTTONUP);
+    EXPECT_EQ(Posted(), 461U);
+    // A separator, and a position that there is none at.
+    for (const UINT position : {1U, 100U}) {
+        tray.SetMenuDefaultItem(position, true);
+        tray.OnTrayNotification(159, WM_LBUTTONUP);
+        EXPECT_EQ(Posted(), 0U) << position;
+    }
+
+    CSystemTray other(shell, {.majorVersion = 5, .isNt = true});
+    CSystemTray::Setup setup = MakeSetup();
+    setup.iconId = 158;  // there is no such menu
+    ASSERT_TRUE(other.Create(setup));
+    other.OnTrayNotification(158, WM_LBUTTONUP);
+    EXPECT_EQ(Posted(), 0U);
+}
+
+TEST(TrayWindowTest, AnimatesOnlyWhenTheUserWantsIt) {
+    const HWND window = ::CreateWindowExA(0, "STATIC", "", WS_POPUP | WS_VISIBLE, 20, 30, 200, 100, nullptr,
+                                          nullptr, nullptr, nullptr);
+    for (const bool isOn : {false, true}) {
+        std::vector<LONG> widths;
+        const DesktopAnimation animation{
+            .isOn = [=] { return isOn; },
+            .run =
+                [&](HWND, const RECT& from, const RECT& to) {
+                    widths.insert(widths.end(), {from.right - from.left, to.right - to.left});
+                }};
+        MinimiseToTray(window, animation);
+        EXPECT_FALSE(::IsWindowVisible(window));
+        RestoreFromTray(window, animation);
+        RestoreFromTray(window, animation);  // is there already
+        EXPECT_TRUE(::IsWindowVisible(window));
+        ASSERT_EQ(widths.size(), isOn ? 4U : 0U);
+        const bool isThereAndBack =
+            widths.empty() || (widths[0] == 200 && widths[1] == widths[2] && widths[3] == 200);
+        EXPECT_TRUE(isThereAndBack);
+    }
+    ::DestroyWindow(window);
 }
 
 }  // namespace

@@ -1,0 +1,35 @@
+#include "tray/TrayIcons_win.h"
+
+#include <utility>
+
+#include "ui/ProgramIcon.h"
+#include "ui/ResourceIds.h"
+
+namespace brennvar {
+
+TrayIcons::TrayIcons(CSystemTray& tray) : m_tray(tray) {
+    // In the order of the states.
+    constexpr int kIds[] = {IDI_TRAY_IDLE_NORMAL, IDI_TRAY_IDLE_ALLOW,  IDI_TRAY_IDLE_BLOCK,
+                            IDI_TRAY_TRAFFIC_IN,  IDI_TRAY_TRAFFIC_OUT, IDI_TRAY_TRAFFIC_BOTH};
+    static_assert(std::size(kIds) == static_cast<std::size_t>(TrayIconState::Count));
+    for (std::size_t i = 0; i < m_icons.size(); ++i) {
+        m_icons[i] = LoadOwnIcon(kIds[i], ::GetSystemMetrics(SM_CXSMICON), ::GetSystemMetrics(SM_CYSMICON));
+    }
+}
+
+void TrayIcons::OnTraffic(const TrafficIncrease& increase) {
+    m_increase = increase;
+    Update();
+}
+
+void TrayIcons::OnIdleMode(ProtectionMode mode) {
+    m_mode = mode;
+    Update();
+}
+
+void TrayIcons::Update() {
+    const TrayIconState state = ChooseTrayIcon(m_increase, m_mode);
+    if (std::exchange(m_shown, state) != state) m_tray.SetIcon(Icon(state));
+}
+
+}  // namespace brennvar

@@ -1,0 +1,64 @@
+#include "tray/TrayMenu.h"
+
+#include <gtest/gtest.h>
+
+#include "tray/TrayIconState.h"
+
+namespace brennvar {
+namespace {
+
+// One line for each item: its command, its text, "*" when checked; the items of sub-menus behind a bar.
+std::string Describe(const std::vector<TrayMenuItem>& items, const std::string& indent = "") {
+    std::string lines;
+    for (const TrayMenuItem& item : items) {
+        lines += indent + (item.IsSeparator() ? "-" : std::to_string(item.command) + " " + item.text);
+        lines += item.isChecked ? "*\n" : "\n";
+        lines += Describe(item.items, indent + "|");
+    }
+    return lines;
+}
+
+TEST(TrayMenuTest, HasItsItemsInOrderWithTheModeChecked) {
+    EXPECT_EQ(Describe(BuildTrayMenu(Language(nullptr), ProtectionMode::BlockAll)),
+              "409 Brennvar Personal Firewall\n-\n"
+              "0 Block All*\n"
+              "|435 Block All\n"
+              "|856 Block All (5 min timeout)\n"
+              "|857 Block All (10 min timeout)\n"
+              "|858 Block All (15 min timeout)\n"
+              "|859 Block All (30 min timeout)\n"
+              "|860 Block All (60 min timeout)\n"
+              "|861 Block All (120 min timeout)\n"
+              "431 Normal\n"
+              "0 Allow All\n"
+              "|433 Allow All\n"
+              "|850 Allow All (5 min timeout)\n"
+              "|851 Allow All (10 min timeout)\n"
+              "|852 Allow All (15 min timeout)\n"
+              "|853 Allow All (30 min timeout)\n"
+              "|854 Allow All (60 min timeout)\n"
+              "|855 Allow All (120 min timeout)\n"
+              "-\n461 Statistics\n462 Connections\n429 Advanced\n437 Options\n439 Applications\n463 Traffic Log\n"
+              "-\n700 Enable Network Connections\n701 Disable Network Connections\n"
+              "-\n427 About\n-\n376 Exit Firewall\n");
+    EXPECT_TRUE(BuildTrayMenu(Language(nullptr), ProtectionMode::Normal)[3].isChecked);
+    EXPECT_TRUE(BuildTrayMenu(Language(nullptr), ProtectionMode::AllowAll)[4].isChecked);
+}
+
+TEST(TrayIconStateTest, TrafficComesBeforeTheMode) {
+    const struct {
+        std::uint64_t in, out;
+        ProtectionMode mode;
+        TrayIconState state;
+    } rows[] = {{1, 1, ProtectionMode::BlockAll, TrayIconState::TrafficInAndOut},
+                {1, 0, ProtectionMode::BlockAll, TrayIconState::TrafficIn},
+                {0, 1, ProtectionMode::AllowAll, TrayIconState::TrafficOut},
+                {0, 0, ProtectionMode::Normal, TrayIconState::IdleNormal},
+                {0, 0, ProtectionMode::AllowAll, TrayIconState::IdleAllowAll},
+                {0, 0, ProtectionMode::BlockAll, TrayIconState::IdleBlockAll},
+                {0, 0, static_cast<ProtectionMode>(7), TrayIconState::IdleNormal}};
+    for (const auto& row : rows) EXPECT_EQ(ChooseTrayIcon({row.in, row.out}, row.mode), row.state);
+}
+
+}  // namespace
+}  // namespace brennvar
