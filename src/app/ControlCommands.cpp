@@ -18,20 +18,29 @@ bool ControlCommands::OnCommand(HWND window, int id) {
         case IDM_RESET:
             SendConfirmed(window, Text{1271, "Do you want to reset all settings of the firewall?"}, &ResetFirewall);
             return true;
-        case IDM_RESET_FINGERPRINTS: SendProtected(window, &ResetFingerprints); return true;
+        case IDM_RESET_FINGERPRINTS: ResetFingerprints(window); return true;
         case IDM_TEST_MAIL: SendProtected(window, &SendTestMail); return true;
         case IDM_UPDATE: UpdateSignatures(window); return true;
         case IDM_DELETE_LOGS: DeleteLogs(window); return true;
         case IDM_SET_PASSWORD: m_parts.gate.SetSecurityPassword(window); return true;
-        case IDM_NETWORK_ENABLE:
-        case IDM_NETWORK_DISABLE:
-            m_parts.link.Send([id](CommandPipe& pipe) { EnableNetwork(pipe, id == IDM_NETWORK_ENABLE); });
-            return true;
+        case IDM_NETWORK_ENABLE: SwitchNetwork(true); return true;
+        case IDM_NETWORK_DISABLE: SwitchNetwork(false); return true;
         default: return false;
     }
 }
 
-void ControlCommands::SendProtected(HWND window, Command command) {
+void ControlCommands::SwitchNetwork(bool isOn) {
+    m_isNetworkOn = isOn;
+    m_parts.link.Send([isOn](CommandPipe& pipe) { EnableNetwork(pipe, isOn); });
+}
+
+void ControlCommands::ResetFingerprints(HWND window) {
+    SendProtected(window, [isOn = m_isNetworkOn](CommandPipe& pipe, const Language& language) {
+        brennvar::ResetFingerprints(pipe, language, isOn);
+    });
+}
+
+void ControlCommands::SendProtected(HWND window, const Command& command) {
     m_parts.gate.CheckSecurityPassword(
         {.owner = window,
          .action =
@@ -41,7 +50,7 @@ void ControlCommands::SendProtected(HWND window, Command command) {
          .refused = {}});
 }
 
-void ControlCommands::SendConfirmed(HWND window, const Text& question, Command command) {
+void ControlCommands::SendConfirmed(HWND window, const Text& question, const Command& command) {
     if (!::IsWindowEnabled(window)) return;
     if (AskToContinue(m_parts.fonts, m_parts.language, window, m_parts.language.GetText(question))) {
         SendProtected(window, command);

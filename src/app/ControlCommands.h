@@ -2,6 +2,8 @@
 // of the tray menu asks of the service. User-interface thread only.
 #pragma once
 
+#include <functional>
+
 #include "base/Clock.h"
 #include "config/Language.h"
 #include "ipc/ServiceLink.h"
@@ -27,16 +29,20 @@ public:
     bool OnCommand(HWND window, int id);
 
 private:
-    using Command = void (*)(CommandPipe&, const Language&);
+    using Command = std::function<void(CommandPipe&, const Language&)>;
 
     // Sends it when the security password allows it.
-    void SendProtected(HWND window, Command command);
+    void SendProtected(HWND window, const Command& command);
     // The same for what cannot be undone: the user is asked first.
-    void SendConfirmed(HWND window, const Text& question, Command command);
+    void SendConfirmed(HWND window, const Text& question, const Command& command);
+    void ResetFingerprints(HWND window);
+    void SwitchNetwork(bool isOn);
     void UpdateSignatures(HWND window);
     void DeleteLogs(HWND window);
 
     const Parts m_parts;
+    // As the user switched it last. Nothing tells how it is: a start finds it on.
+    bool m_isNetworkOn = true;
 };
 
 }  // namespace brennvar

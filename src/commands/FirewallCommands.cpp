@@ -21,9 +21,9 @@ void ResetTrusted(CommandPipe& pipe, const Language& language) {
     pipe.CMD_EVENT_REPORT(language.GetText(580, "Reset Trusted"), "", kSettingsEvent, "");
 }
 
-void ResetFingerprints(CommandPipe& pipe, const Language& language) {
+void ResetFingerprints(CommandPipe& pipe, const Language& language, bool isNetworkOn) {
     pipe.CMD_RESET_FINGERPRINTS();
-    pipe.CMD_SET_VALUE_25(0);  // a record without a value: what it means after command 17 is the service's affair
+    EnableNetwork(pipe, isNetworkOn);
     pipe.CMD_EVENT_REPORT(language.GetText(199, "Fingerprints reset"), "", kSettingsEvent, "");
 }
 

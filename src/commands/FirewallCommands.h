@@ -14,7 +14,8 @@
 namespace brennvar {
 
 void ResetTrusted(CommandPipe& pipe, const Language& language);
-void ResetFingerprints(CommandPipe& pipe, const Language& language);
+// Followed by the command that switches the network: it stays as it is.
+void ResetFingerprints(CommandPipe& pipe, const Language& language, bool isNetworkOn);
 // Sets everything back.
 void ResetFirewall(CommandPipe& pipe, const Language& language);
 void SendTestMail(CommandPipe& pipe, const Language& language);

@@ -84,7 +84,7 @@ TEST_F(SecurityTest, PasswordStandsBeforeAProtectedCommand) {
     Fill(dialog, {{kEdit, "Secret1"}, {kConfirmEdit, "secret1"}});
     ASSERT_NO_FATAL_FAILURE(ExpectComplaint(dialog, "Password and confirmation password do not match!"));
     ASSERT_TRUE(EnterPassword("Secret1"));
-    ExpectCommands({kValid, "COMMAND 5596 0:11", "COMMAND 5596 0:19", kFingerprintsReset});
+    ExpectCommands({kValid, "COMMAND 5596 0:11", "COMMAND 5596 0:19 644:01", kFingerprintsReset});
 
     // Cancelled, nothing is sent but that; what needs no password is sent at once.
     Command(kResetFingerprints);
@@ -96,7 +96,7 @@ TEST_F(SecurityTest, PasswordStandsBeforeAProtectedCommand) {
 TEST_F(SecurityTest, CommandsNeedNoPasswordWhereNoneIsSet) {
     ASSERT_NO_FATAL_FAILURE(Start({}));
     Command(kResetFingerprints);
-    ExpectCommands({"COMMAND 5596 0:11", "COMMAND 5596 0:19", kFingerprintsReset});
+    ExpectCommands({"COMMAND 5596 0:11", "COMMAND 5596 0:19 644:01", kFingerprintsReset});
     Command(kTestMail);  // "E-mail notification test"
     ExpectCommands({"COMMAND 5596 0:14", "COMMAND 5596 0:01 4:452D6D61696C206E6F74696669636174696F6E2074657374"});
     Command(kUpdate);
@@ -105,6 +105,8 @@ TEST_F(SecurityTest, CommandsNeedNoPasswordWhereNoneIsSet) {
     Command(kNetworkOn);
     Command(kNetworkOff);
     ExpectCommands({"COMMAND 5596 0:19 644:01", "COMMAND 5596 0:19"});
+    Command(kResetFingerprints);  // leaves the network switched off
+    ExpectCommands({"COMMAND 5596 0:11", "COMMAND 5596 0:19", kFingerprintsReset});
     // What cannot be undone is asked about.
     const auto ask = [&](int command, const char* question) {
         for (const int button : {IDCANCEL, IDOK}) {
@@ -184,7 +186,7 @@ TEST_F(SecurityTest, PasswordIsSetChangedAndCleared) {
     ASSERT_TRUE(change(longest, ""));
     ExpectCommands({"COMMAND 5596 0:09 5592:04", kPasswordChanged});
     Command(kResetFingerprints);
-    ExpectCommands({"COMMAND 5596 0:11", "COMMAND 5596 0:19", kFingerprintsReset});
+    ExpectCommands({"COMMAND 5596 0:11", "COMMAND 5596 0:19 644:01", kFingerprintsReset});
 }
 
 TEST_F(SecurityTest, ExitAsksForThePasswordAfterItsQuestion) {

@@ -20,8 +20,8 @@ TEST(FirewallCommandsTest, SendTheirRecordsAndThenTheirReport) {
     };
     const Row rows[] = {
         {[&](auto& pipe) { ResetTrusted(pipe, language); }, {{{0, "\x1B"}}, {{0, "\1"}, {4, "Reset Trusted"}}}},
-        {[&](auto& pipe) { ResetFingerprints(pipe, language); },
-         {{{0, "\x11"}}, {{0, "\x19"}}, {{0, "\1"}, {4, "Fingerprints reset"}}}},
+        {[&](auto& pipe) { ResetFingerprints(pipe, language, true); },
+         {{{0, "\x11"}}, {{0, "\x19"}, {644, "\1"}}, {{0, "\1"}, {4, "Fingerprints reset"}}}},
         {[&](auto& pipe) { ResetFirewall(pipe, language); },
          {{{0, "\x1D"}}, {{0, "\1"}, {4, "Options changed"}, {132, "Reset"}}}},
         {[&](auto& pipe) { SendTestMail(pipe, language); },
