@@ -14,7 +14,7 @@
 //   picture:WINDOW:FILE   a picture of the window (BMP), when it no longer changes
 //   opened:WINDOW:N       until its program shows N other windows or menus
 //   popups:WINDOW:FILE    a picture of these
-//   click:WINDOW:RxC      clicks a cell of its list: row and column, from 0; RxC+ as with Ctrl
+//   cell:WINDOW:RxC       clicks a cell of its list: row and column, from 0; RxC+ as with Ctrl
 //   key:WINDOW:N          presses the key with the virtual code N in its list
 //   menu:WINDOW           opens the menu of its list
 //   leave:WINDOW          closes the menu
@@ -138,7 +138,7 @@ bool Work(HWND window, const std::string& verb, const std::string& rest) {
     if (verb == "picture") return WritePicture(window, PlaceOfWindow(window), rest);
     if (verb == "opened") return WaitUntil([&] { return HasOthers(window, number); });
     if (verb == "popups") return WritePopups(window, rest);
-    if (verb == "click") return ClickCell(window, rest);
+    if (verb == "cell") return ClickCell(window, rest);
     if (verb == "key") {
         return ::PostMessageA(FindVisibleChild(window, kTreeClass), WM_KEYDOWN, static_cast<WPARAM>(number), 0) !=
                FALSE;
