@@ -3,9 +3,9 @@
 #include <optional>
 
 #include "app/DeleteLogDialog.h"
-#include "app/Questions.h"
 #include "commands/FirewallCommands.h"
 #include "ui/ModalPlace.h"
+#include "ui/Questions.h"
 #include "ui/ResourceIds.h"
 
 namespace brennvar {
@@ -45,7 +45,8 @@ void ControlCommands::SendProtected(HWND window, const Command& command) {
         {.owner = window,
          .action =
              [&parts = m_parts, command] {
-                 parts.link.Send([&parts, command](CommandPipe& pipe) { command(pipe, parts.language); });
+                 parts.link.Send(
+                     [&language = parts.language, command](CommandPipe& pipe) { command(pipe, language); });
              },
          .refused = {}});
 }
@@ -61,8 +62,8 @@ void ControlCommands::UpdateSignatures(HWND window) {
     const auto tell = [&parts = m_parts, window](bool wasThere) {
         const std::optional<HWND> place = ModalOwner(window);
         if (!wasThere || !place) return;
-        ShowNotice(parts.fonts, parts.language, *place,
-                   parts.language.GetText(202, "Signatures has been sucessfully updated!"));
+        ShowMessage(parts.fonts, parts.language, *place,
+                    parts.language.GetText(202, "Signatures has been sucessfully updated!"));
     };
     m_parts.gate.CheckSecurityPassword(
         {.owner = window,

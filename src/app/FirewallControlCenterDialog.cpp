@@ -86,7 +86,11 @@ FirewallControlCenterDialog::FirewallControlCenterDialog(Clock& clock)
 }
 
 FirewallControlCenterDialog::Outcome FirewallControlCenterDialog::Run() {
-    return DoModal(nullptr, IDD_CONTROL_CENTER) == kResultRestart ? Outcome::Restart : Outcome::Exit;
+    const INT_PTR result = DoModal(nullptr, IDD_CONTROL_CENTER);
+    // Before the members go that their tasks use.
+    m_link.Stop(std::chrono::milliseconds(0));
+    m_reads.Stop(std::chrono::milliseconds(0));
+    return result == kResultRestart ? Outcome::Restart : Outcome::Exit;
 }
 
 std::function<void()> FirewallControlCenterDialog::PostWhenFinished(UINT message) {
@@ -329,9 +333,9 @@ void FirewallControlCenterDialog::OnHelp() {
     OpenWebPage(kHelpPage);
 }
 
-void FirewallControlCenterDialog::OpenWebPage(const char* address) {
+void FirewallControlCenterDialog::OpenWebPage(const std::string& address) {
     // Starting a browser takes its time.
-    m_reads.Post([address] { ::ShellExecuteA(nullptr, "open", address, nullptr, nullptr, SW_SHOWNORMAL); });
+    m_reads.Post([address] { ::ShellExecuteA(nullptr, "open", address.c_str(), nullptr, nullptr, SW_SHOWNORMAL); });
 }
 
 std::optional<LRESULT> FirewallControlCenterDialog::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {

@@ -94,7 +94,7 @@ private:
     void ShowMode();
     void OpenPage(int command);
     void ShowAbout();
-    void OpenWebPage(const char* address);
+    void OpenWebPage(const std::string& address);
     void ExitControlCenter();
     // The user's choice of skin and language. False: not while the user is asked about leaving.
     bool ApplyResources(const ResourceChoice& current, const ResourceChoice& chosen);
@@ -134,7 +134,9 @@ private:
         {.fonts = m_fonts, .language = m_language, .link = m_link, .gate = m_gate, .clock = m_clock}};
     ApplicationChanges m_applicationChanges{ConnectApplicationChanges(m_gate, m_link, [this] { return Window(); })};
     ProtectionModes m_modes{ModeParts()};
-    ControlCenterTray m_tray{{.fonts = m_fonts, .language = m_language, .reads = m_reads}};
+    ControlCenterTray m_tray{{.fonts = m_fonts,
+                              .language = m_language,
+                              .openLink = [this](const std::string& link) { OpenWebPage(link); }}};
     StatusLine m_status{m_language};
     Leaving m_leaving{{.fonts = m_fonts,
                        .language = m_language,

@@ -7,6 +7,7 @@
 #include "ui/Controls.h"
 #include "ui/MessageDialog.h"
 #include "ui/Paint.h"
+#include "ui/Questions.h"
 #include "ui/ResourceIds.h"
 #include "views/OptionFields.h"
 
@@ -417,12 +418,8 @@ void OptionsPage::ApplyFiltering(std::size_t index) {
 void OptionsPage::ShowFilteringApplied() {
     const HWND owner = ::GetAncestor(Window(), GA_ROOT);
     if (!::IsWindowEnabled(owner)) return;  // another dialog has come first
-    MessageDialog message(GetLook().fonts, {.caption = m_language.GetText(41, "Brennvar Personal Firewall"),
-                                            .message = m_language.GetText(
-                                                607, "Please restart your Internet browser to apply changes."),
-                                            .ok = m_language.GetText(125, "OK"),
-                                            .cancel = {}});
-    (void)message.Ask(owner);
+    ShowMessage(GetLook().fonts, m_language, owner,
+                m_language.GetText(607, "Please restart your Internet browser to apply changes."));
 }
 
 void OptionsPage::ApplyResources(Section& section) {
