@@ -158,11 +158,6 @@ std::vector<PageHost::Entry> FirewallControlCenterDialog::PageEntries() {
     return entries;
 }
 
-void FirewallControlCenterDialog::CreateTray() {
-    m_tray.Create(Window(), kMessageTray,
-                  [this](std::function<void(ProtectionMode)> done) { m_modes.Read(std::move(done)); });
-}
-
 void FirewallControlCenterDialog::ShowWelcomeOnce() {
     std::uint32_t shown = 0;
     if (m_userValues.ReadUserValue(kUserValueFirstRun, shown) && shown != 0) return;
@@ -349,7 +344,8 @@ std::optional<LRESULT> FirewallControlCenterDialog::OnMessage(UINT message, WPAR
     }
     switch (message) {
         case kMessageShown:
-            CreateTray();
+            m_tray.Create(Window(), kMessageTray,
+                          [this](std::function<void(ProtectionMode)> done) { m_modes.Read(std::move(done)); });
             ShowWelcomeOnce();
             return 0;
         case kMessageLinkCompletions: RunCompletions(); return 0;

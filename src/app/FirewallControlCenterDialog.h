@@ -68,7 +68,6 @@ private:
     std::optional<LRESULT> OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
 
     [[nodiscard]] std::vector<PageHost::Entry> PageEntries();
-    void CreateTray();
     void ShowWelcomeOnce();
     // Only the tray menu ends the program.
     void TakeAway();

@@ -162,18 +162,6 @@ TEST_F(HostileTest, OpensInSightWhateverPlaceIsRemembered) {
     }
 }
 
-TEST_F(HostileTest, LeavesWithTheAboutBoxOpen) {
-    Start({});
-    Command(kAboutCommand);
-    const HWND about = WaitForOther();
-    ASSERT_NE(about, nullptr);
-    Command(kExitCommand);
-    const HWND exit = WaitForOther(about);
-    ASSERT_NE(exit, nullptr);
-    ASSERT_TRUE(PressWhenEnabled(exit, IDOK));
-    EXPECT_EQ(m_interface->WaitForEnd(5s), 0);
-}
-
 // Presses a mouse button on a place of the screen, as a user does.
 void ClickAt(POINT point, bool isRight) {
     ::SetCursorPos(point.x, point.y);

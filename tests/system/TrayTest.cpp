@@ -132,16 +132,23 @@ TEST_F(TrayTest, HiddenPageSleepsAndComesBackFresh) {
                                    "connection ESTAB-OUT 10.1.2.3:49152 93.184.216.34:443 900077 0 0"}));
     Ask(m_window, WM_COMMAND, kConnectionsPage);
     ASSERT_TRUE(WaitForRecords("PID", 1));  // each reading asks for the process once
-    ::PostMessageA(m_window, WM_CLOSE, 0, 0);
-    ASSERT_TRUE(WaitForVisible(false));
-    // The notices are fetched each second: by the fourth answer the page would have read twice more.
-    const std::size_t fetched = m_service->Journal("TRAY").size();
-    ASSERT_TRUE(WaitForRecords("TRAY", fetched + 1));  // what was under way when it was hidden is over
-    const std::size_t read = m_service->Journal("PID").size();
-    ASSERT_TRUE(WaitForRecords("TRAY", fetched + 6));
-    EXPECT_EQ(m_service->Journal("PID").size(), read);
-    Command(409);
-    EXPECT_TRUE(WaitForRecords("PID", read + 1));
+    for (const bool isMinimised : {false, true}) {
+        if (isMinimised) {
+            ::ShowWindow(m_window, SW_MINIMIZE);
+            ASSERT_TRUE(WaitUntil([&] { return ::IsIconic(m_window) != FALSE; }));
+        } else {
+            ::PostMessageA(m_window, WM_CLOSE, 0, 0);
+            ASSERT_TRUE(WaitForVisible(false));
+        }
+        // The notices are fetched each second: by the fourth answer the page would have read twice more.
+        const std::size_t fetched = m_service->Journal("TRAY").size();
+        ASSERT_TRUE(WaitForRecords("TRAY", fetched + 1));  // what was under way when it was hidden is over
+        const std::size_t read = m_service->Journal("PID").size();
+        ASSERT_TRUE(WaitForRecords("TRAY", fetched + 6));
+        EXPECT_EQ(m_service->Journal("PID").size(), read) << isMinimised;
+        Command(409);
+        EXPECT_TRUE(WaitForRecords("PID", read + 1)) << isMinimised;
+    }
 }
 
 TEST_F(TrayTest, NoticesAreShownOneAfterTheOther) {
