@@ -25,9 +25,11 @@ bool Leaving::Confirm(HWND window, const Text& question) const {
 
 void Leaving::LeaveScreen(HWND window) {
     ::ShowWindow(window, SW_HIDE);
-    // A dialog over this window would stay, and keep the program from ending until somebody closes it.
-    const auto close = [](HWND other, LPARAM owner) -> BOOL {
-        if (::GetWindow(other, GW_OWNER) == reinterpret_cast<HWND>(owner) && ::IsWindowVisible(other)) {
+    // A dialog over this window, or over another dialog of it, would stay, and keep the program from ending until
+    // somebody closes it.
+    const auto close = [](HWND other, LPARAM main) -> BOOL {
+        const HWND owner = reinterpret_cast<HWND>(main);
+        if (other != owner && ::GetAncestor(other, GA_ROOTOWNER) == owner && ::IsWindowVisible(other)) {
             ::PostMessageA(other, WM_CLOSE, 0, 0);
         }
         return TRUE;
