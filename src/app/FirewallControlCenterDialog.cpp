@@ -2,6 +2,7 @@
 
 #include <shlobj.h>
 
+#include <algorithm>
 #include <utility>
 
 #include "app/AboutDialog.h"
@@ -362,10 +363,7 @@ std::optional<LRESULT> FirewallControlCenterDialog::OnMessage(UINT message, WPAR
 }
 
 bool FirewallControlCenterDialog::AnyWorkerRunning() const {
-    for (const CWorkerThread& worker : m_workers) {
-        if (worker.Running()) return true;
-    }
-    return false;
+    return std::any_of(m_workers.begin(), m_workers.end(), [](const auto& worker) { return worker.Running(); });
 }
 
 bool FirewallControlCenterDialog::IsBusy() const {

@@ -42,6 +42,7 @@ constexpr int kFilteringApplied = 1199;
 
 std::vector<OptionForm::Item> ItemsOf(const std::vector<std::string>& names) {
     std::vector<OptionForm::Item> items;
+    items.reserve(names.size());
     for (const std::string& name : names) items.push_back({.content = name, .text = name});
     return items;
 }
