@@ -149,7 +149,7 @@ until grep -qs "EVENT started" "$data/journal.txt"; do
 done
 wine BrennvarGUI.exe >/dev/null 2>&1 </dev/null &
 interface=$!
-wine "$root/build/windows/tests/system/demo_driver.exe" 'wait:#462' 'close:#462' 'gone:#462' >/dev/null </dev/null ||
+wine "$root/build/windows/gallery/demo_driver.exe" 'wait:#462' 'close:#462' 'gone:#462' >/dev/null </dev/null ||
     fail "the control center did not go to the tray"
 wine empty_window.exe --ticks >/dev/null 2>&1 </dev/null &
 yardstick=$!

@@ -37,7 +37,7 @@ start_display
 start_wine "$PWD/build/prefix-gallery"
 data=$WINEPREFIX/drive_c/ProgramData/Quorlan/Brennvar\ Firewall
 
-drive() { wine build/windows/tests/system/demo_driver.exe "$@" >/dev/null 2>"$logs/driver.log" </dev/null ||
+drive() { wine build/windows/gallery/demo_driver.exe "$@" >/dev/null 2>"$logs/driver.log" </dev/null ||
     { cat "$logs/driver.log" >&2; fail "no pictures of $prefix"; }; }
 
 # choose SKIN LANGUAGE: a data folder with nothing but this choice, and a user who has been welcomed, but has no window

@@ -54,7 +54,7 @@ if [ -z "$demo" ] || [ -n "$watched" ]; then
 fi
 
 # Nobody is looking: work the windows, and keep pictures of them.
-drive() { wine build/windows/tests/system/demo_driver.exe "$@" >/dev/null </dev/null || fail "not done: $*"; }
+drive() { wine build/windows/gallery/demo_driver.exe "$@" >/dev/null </dev/null || fail "not done: $*"; }
 picture() { import -window root "out/$1.png"; say "out/$1.png"; }
 main="Brennvar Personal Firewall" question="Confirm network connection"
 mkdir -p out

@@ -14,10 +14,7 @@ constexpr std::chrono::seconds kWelcomeDuration{20};
 
 }  // namespace
 
-ControlCenterTray::ControlCenterTray(const Parts& parts)
-    : m_parts(parts), m_balloon(parts.fonts, [&reads = parts.reads](const std::string& link) {
-          reads.Post([link] { ::ShellExecuteA(nullptr, "open", link.c_str(), nullptr, nullptr, SW_SHOWNORMAL); });
-      }) {}
+ControlCenterTray::ControlCenterTray(const Parts& parts) : m_parts(parts), m_balloon(parts.fonts, parts.openLink) {}
 
 void ControlCenterTray::Create(HWND window, UINT callbackMessage, ModeReader readMode) {
     m_window = window;

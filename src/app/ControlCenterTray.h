@@ -7,7 +7,6 @@
 
 #include "commands/ProtectionMode.h"
 #include "config/Language.h"
-#include "ipc/LinkThread.h"
 #include "tray/SystemTray_win.h"
 #include "tray/TrayBalloon_win.h"
 #include "tray/TrayIcons_win.h"
@@ -18,11 +17,10 @@ namespace brennvar {
 
 class ControlCenterTray {
 public:
-    // Borrowed for the life of the program.
     struct Parts {
-        const CFonts& fonts;
+        const CFonts& fonts;  // both are borrowed for the life of the program
         const Language& language;
-        LinkThread& reads;  // starts the browser, which takes its time
+        std::function<void(const std::string& link)> openLink;  // of a notice that the user clicks
     };
     explicit ControlCenterTray(const Parts& parts);
 

@@ -3,9 +3,9 @@
 #include <optional>
 
 #include "app/DeleteLogDialog.h"
-#include "app/Questions.h"
 #include "commands/FirewallCommands.h"
 #include "ui/ModalPlace.h"
+#include "ui/Questions.h"
 #include "ui/ResourceIds.h"
 
 namespace brennvar {
@@ -35,19 +35,20 @@ void ControlCommands::SwitchNetwork(bool isOn) {
 }
 
 void ControlCommands::ResetFingerprints(HWND window) {
-    SendProtected(window, [isOn = m_isNetworkOn](CommandPipe& pipe, const Language& language) {
-        brennvar::ResetFingerprints(pipe, language, isOn);
-    });
+    // As the network is when the password has been entered.
+    const auto send = [this] {
+        m_parts.link.Send([&language = m_parts.language, isOn = m_isNetworkOn](CommandPipe& pipe) {
+            brennvar::ResetFingerprints(pipe, language, isOn);
+        });
+    };
+    m_parts.gate.CheckSecurityPassword({.owner = window, .action = send, .refused = {}});
 }
 
 void ControlCommands::SendProtected(HWND window, const Command& command) {
-    m_parts.gate.CheckSecurityPassword(
-        {.owner = window,
-         .action =
-             [&parts = m_parts, command] {
-                 parts.link.Send([&parts, command](CommandPipe& pipe) { command(pipe, parts.language); });
-             },
-         .refused = {}});
+    const auto send = [this, command] {
+        m_parts.link.Send([&language = m_parts.language, command](CommandPipe& pipe) { command(pipe, language); });
+    };
+    m_parts.gate.CheckSecurityPassword({.owner = window, .action = send, .refused = {}});
 }
 
 void ControlCommands::SendConfirmed(HWND window, const Text& question, const Command& command) {
@@ -58,28 +59,27 @@ void ControlCommands::SendConfirmed(HWND window, const Text& question, const Com
 }
 
 void ControlCommands::UpdateSignatures(HWND window) {
-    const auto tell = [&parts = m_parts, window](bool wasThere) {
+    const auto tell = [this, window](bool wasThere) {
         const std::optional<HWND> place = ModalOwner(window);
         if (!wasThere || !place) return;
-        ShowNotice(parts.fonts, parts.language, *place,
-                   parts.language.GetText(202, "Signatures has been sucessfully updated!"));
+        ShowMessage(m_parts.fonts, m_parts.language, *place,
+                    m_parts.language.GetText(202, "Signatures has been sucessfully updated!"));
     };
-    m_parts.gate.CheckSecurityPassword(
-        {.owner = window,
-         .action = [&parts = m_parts,
-                    tell] { parts.link.Send([](CommandPipe& pipe) { brennvar::UpdateSignatures(pipe); }, tell); },
-         .refused = {}});
+    const auto send = [this, tell] {
+        m_parts.link.Send([](CommandPipe& pipe) { brennvar::UpdateSignatures(pipe); }, tell);
+    };
+    m_parts.gate.CheckSecurityPassword({.owner = window, .action = send, .refused = {}});
 }
 
 void ControlCommands::DeleteLogs(HWND window) {
     if (!::IsWindowEnabled(window)) return;
-    const auto choose = [&parts = m_parts, window] {
+    const auto choose = [this, window] {
         if (!::IsWindowEnabled(window)) return;  // another dialog has opened while the password was read
-        DeleteLogDialog dialog(parts.fonts, parts.language, parts.clock.Today());
+        DeleteLogDialog dialog(m_parts.fonts, m_parts.language, m_parts.clock.Today());
         const DeleteLogDialog::Choice choice = dialog.Ask(window);
         if (choice == DeleteLogDialog::Choice::None) return;
-        parts.link.Send([day = dialog.Day(), olderToo = choice == DeleteLogDialog::Choice::DayAndOlder](
-                            CommandPipe& pipe) { brennvar::DeleteLogs(pipe, day, olderToo); });
+        m_parts.link.Send([day = dialog.Day(), olderToo = choice == DeleteLogDialog::Choice::DayAndOlder](
+                              CommandPipe& pipe) { brennvar::DeleteLogs(pipe, day, olderToo); });
     };
     m_parts.gate.CheckSecurityPassword({.owner = window, .action = choose, .refused = {}});
 }

@@ -2,6 +2,7 @@
 
 #include <shlobj.h>
 
+#include <algorithm>
 #include <utility>
 
 #include "app/AboutDialog.h"
@@ -86,7 +87,11 @@ FirewallControlCenterDialog::FirewallControlCenterDialog(Clock& clock)
 }
 
 FirewallControlCenterDialog::Outcome FirewallControlCenterDialog::Run() {
-    return DoModal(nullptr, IDD_CONTROL_CENTER) == kResultRestart ? Outcome::Restart : Outcome::Exit;
+    const INT_PTR result = DoModal(nullptr, IDD_CONTROL_CENTER);
+    // Before the members go that their tasks use.
+    m_link.Stop(std::chrono::milliseconds(0));
+    m_reads.Stop(std::chrono::milliseconds(0));
+    return result == kResultRestart ? Outcome::Restart : Outcome::Exit;
 }
 
 std::function<void()> FirewallControlCenterDialog::PostWhenFinished(UINT message) {
@@ -152,11 +157,6 @@ std::vector<PageHost::Entry> FirewallControlCenterDialog::PageEntries() {
     entries.push_back({.command = IDM_SUPPORT, .caption = m_language.GetText(1045, "Support"), .make = {}});
     entries.push_back({.command = IDM_ABOUT, .caption = m_language.GetText(52, "About"), .make = {}});
     return entries;
-}
-
-void FirewallControlCenterDialog::CreateTray() {
-    m_tray.Create(Window(), kMessageTray,
-                  [this](std::function<void(ProtectionMode)> done) { m_modes.Read(std::move(done)); });
 }
 
 void FirewallControlCenterDialog::ShowWelcomeOnce() {
@@ -329,9 +329,9 @@ void FirewallControlCenterDialog::OnHelp() {
     OpenWebPage(kHelpPage);
 }
 
-void FirewallControlCenterDialog::OpenWebPage(const char* address) {
+void FirewallControlCenterDialog::OpenWebPage(const std::string& address) {
     // Starting a browser takes its time.
-    m_reads.Post([address] { ::ShellExecuteA(nullptr, "open", address, nullptr, nullptr, SW_SHOWNORMAL); });
+    m_reads.Post([address] { ::ShellExecuteA(nullptr, "open", address.c_str(), nullptr, nullptr, SW_SHOWNORMAL); });
 }
 
 std::optional<LRESULT> FirewallControlCenterDialog::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
@@ -345,7 +345,8 @@ std::optional<LRESULT> FirewallControlCenterDialog::OnMessage(UINT message, WPAR
     }
     switch (message) {
         case kMessageShown:
-            CreateTray();
+            m_tray.Create(Window(), kMessageTray,
+                          [this](std::function<void(ProtectionMode)> done) { m_modes.Read(std::move(done)); });
             ShowWelcomeOnce();
             return 0;
         case kMessageLinkCompletions: RunCompletions(); return 0;
@@ -362,10 +363,7 @@ std::optional<LRESULT> FirewallControlCenterDialog::OnMessage(UINT message, WPAR
 }
 
 bool FirewallControlCenterDialog::AnyWorkerRunning() const {
-    for (const CWorkerThread& worker : m_workers) {
-        if (worker.Running()) return true;
-    }
-    return false;
+    return std::any_of(m_workers.begin(), m_workers.end(), [](const auto& worker) { return worker.Running(); });
 }
 
 bool FirewallControlCenterDialog::IsBusy() const {

@@ -68,7 +68,6 @@ private:
     std::optional<LRESULT> OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
 
     [[nodiscard]] std::vector<PageHost::Entry> PageEntries();
-    void CreateTray();
     void ShowWelcomeOnce();
     // Only the tray menu ends the program.
     void TakeAway();
@@ -94,7 +93,7 @@ private:
     void ShowMode();
     void OpenPage(int command);
     void ShowAbout();
-    void OpenWebPage(const char* address);
+    void OpenWebPage(const std::string& address);
     void ExitControlCenter();
     // The user's choice of skin and language. False: not while the user is asked about leaving.
     bool ApplyResources(const ResourceChoice& current, const ResourceChoice& chosen);
@@ -134,7 +133,9 @@ private:
         {.fonts = m_fonts, .language = m_language, .link = m_link, .gate = m_gate, .clock = m_clock}};
     ApplicationChanges m_applicationChanges{ConnectApplicationChanges(m_gate, m_link, [this] { return Window(); })};
     ProtectionModes m_modes{ModeParts()};
-    ControlCenterTray m_tray{{.fonts = m_fonts, .language = m_language, .reads = m_reads}};
+    ControlCenterTray m_tray{{.fonts = m_fonts,
+                              .language = m_language,
+                              .openLink = [this](const std::string& link) { OpenWebPage(link); }}};
     StatusLine m_status{m_language};
     Leaving m_leaving{{.fonts = m_fonts,
                        .language = m_language,

@@ -126,12 +126,9 @@ std::optional<LRESULT> FrameDialog::OnMessage(UINT message, WPARAM wParam, LPARA
             if ((wParam & 0xFFF0) != SC_MINIMIZE) return std::nullopt;
             OnMinimise();
             return 0;
-        case WM_WINDOWPOSCHANGED: {
-            const UINT flags = reinterpret_cast<const WINDOWPOS*>(lParam)->flags;
-            if ((flags & SWP_SHOWWINDOW) != 0) m_pages.OnWindowShown(true);
-            if ((flags & SWP_HIDEWINDOW) != 0) m_pages.OnWindowShown(false);
+        case WM_WINDOWPOSCHANGED:
+            m_pages.OnWindowSeen(::IsWindowVisible(Window()) && !::IsIconic(Window()));
             return std::nullopt;  // Windows makes WM_SIZE of it
-        }
         case WM_ENTERSIZEMOVE: m_grip.OnEnterSizeMove(); return std::nullopt;
         case WM_EXITSIZEMOVE: m_grip.OnExitSizeMove(); return std::nullopt;
         case WM_PRINTCLIENT: OnEraseBackground(reinterpret_cast<HDC>(wParam)); return 0;

@@ -3,8 +3,8 @@
 #include <chrono>
 #include <utility>
 
-#include "app/Questions.h"
 #include "config/Resources_win.h"
+#include "ui/Questions.h"
 
 namespace brennvar {
 namespace {
@@ -19,15 +19,17 @@ constexpr std::chrono::milliseconds kSettingsPause{20};
 
 }  // namespace
 
-bool Leaving::Confirm(HWND window, std::string message) const {
-    return AskToContinue(m_parts.fonts, m_parts.language, window, std::move(message));
+bool Leaving::Confirm(HWND window, const Text& question) const {
+    return AskToContinue(m_parts.fonts, m_parts.language, window, m_parts.language.GetText(question));
 }
 
 void Leaving::LeaveScreen(HWND window) {
     ::ShowWindow(window, SW_HIDE);
-    // A dialog over this window would stay, and keep the program from ending until somebody closes it.
-    const auto close = [](HWND other, LPARAM owner) -> BOOL {
-        if (::GetWindow(other, GW_OWNER) == reinterpret_cast<HWND>(owner) && ::IsWindowVisible(other)) {
+    // A dialog over this window, or over another dialog of it, would stay, and keep the program from ending until
+    // somebody closes it.
+    const auto close = [](HWND other, LPARAM main) -> BOOL {
+        const HWND owner = reinterpret_cast<HWND>(main);
+        if (other != owner && ::GetAncestor(other, GA_ROOTOWNER) == owner && ::IsWindowVisible(other)) {
             ::PostMessageA(other, WM_CLOSE, 0, 0);
         }
         return TRUE;
@@ -44,12 +46,11 @@ void Leaving::StopLinks() {
 void Leaving::Exit(HWND window, std::function<bool()> mustStay, std::function<void()> end) {
     if (m_isLeaving) return;
     m_isLeaving = true;
-    const bool confirmed = Confirm(
-        window,
-        m_parts.language.GetText(505,
-                                 "Do you really want to exit Brennvar Personal Firewall? Warning: After this "
-                                 "action, your system will be not protected against internet threats and your "
-                                 "active connections could be lost. Continue anyway?"));
+    const bool confirmed =
+        Confirm(window, Text{505,
+                             "Do you really want to exit Brennvar Personal Firewall? Warning: After this "
+                             "action, your system will be not protected against internet threats and your "
+                             "active connections could be lost. Continue anyway?"});
     if (!confirmed || mustStay()) {
         m_isLeaving = false;
         return;
@@ -88,10 +89,9 @@ Leaving::Restart Leaving::ApplyResources(HWND window, const ResourceChoice& curr
         {.askForRestart =
              [this, window] {
                  return Confirm(window,
-                                m_parts.language.GetText(
-                                    58,
-                                    "Your skin and language setting has been changed. Changes will not be fully "
-                                    "visible until program restart. Restart now?"));
+                                Text{58,
+                                     "Your skin and language setting has been changed. Changes will not be fully "
+                                     "visible until program restart. Restart now?"});
              },
          .send = [this](const ResourceChoice& choice) { Send(choice); },
          .isBusy = isBusy});

@@ -45,7 +45,7 @@ public:
 
 private:
     // OK or Cancel.
-    [[nodiscard]] bool Confirm(HWND window, std::string message) const;
+    [[nodiscard]] bool Confirm(HWND window, const Text& question) const;
     void Send(const ResourceChoice& choice);
     void TellServiceAndStop(HWND window);
     // Takes the program away from the screen: what follows can take a while, and the user is done with it.

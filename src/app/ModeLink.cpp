@@ -28,10 +28,8 @@ ProtectionModes::Parts ConnectModes(Clock& clock, const Language& language, Serv
             .language = language,
             .checkPassword = {},
             .send =
-                [&link](std::function<void(CommandPipe&)> task, const std::function<void()>& delivered) {
-                    link.Send(std::move(task));
-                    // The next task of the same thread: it is done when the commands are.
-                    link.Ask<bool>([](ServicePipes&) { return true; }, [delivered](auto) { delivered(); });
+                [&link](std::function<void(CommandPipe&)> task, std::function<void()> delivered) {
+                    link.Send(std::move(task), [delivered = std::move(delivered)](bool) { delivered(); });
                 },
             .read =
                 [&reads, &readsClock](When when, std::function<void(ProtectionMode)> done) {

@@ -38,18 +38,18 @@ std::unique_ptr<CPage> PageFactory::MakeStatistics(PageTexts texts) const {
         [&reader = m_parts.connections](auto done) { reader.Count(std::move(done)); }, m_parts.showConnectionCount);
 }
 
+ListPageContext PageFactory::Lists() const {
+    return {.fonts = m_parts.fonts, .language = m_parts.language, .userValues = m_parts.userValues};
+}
+
 std::unique_ptr<CPage> PageFactory::MakeConnections(PageTexts texts) const {
-    const ListPageContext lists{
-        .fonts = m_parts.fonts, .language = m_parts.language, .userValues = m_parts.userValues};
     return std::make_unique<ConnectionsPage>(
-        lists, std::move(texts),
+        Lists(), std::move(texts),
         [&reader = m_parts.connections](ConnectionsReader::Done done) { reader.Read(std::move(done)); },
         m_parts.showConnectionCount);
 }
 
 std::unique_ptr<CPage> PageFactory::MakeApplications(PageTexts texts) const {
-    const ListPageContext lists{
-        .fonts = m_parts.fonts, .language = m_parts.language, .userValues = m_parts.userValues};
     const auto read = [&reads = m_parts.reads,
                        &clock = m_parts.readsClock](std::function<void(std::vector<ApplicationRow>)> done) {
         reads.Ask<std::vector<ApplicationRow>>(
@@ -59,7 +59,7 @@ std::unique_ptr<CPage> PageFactory::MakeApplications(PageTexts texts) const {
             });
     };
     return std::make_unique<ApplicationsPage>(
-        lists, std::move(texts),
+        Lists(), std::move(texts),
         ApplicationsPage::Parts{
             .read = read, .changes = m_parts.applicationChanges, .isServiceMissing = [&link = m_parts.link] {
                 return link.Service() == PeerState::Missing;

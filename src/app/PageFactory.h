@@ -19,6 +19,7 @@
 #include "ui/Page.h"
 #include "views/ApplicationChanges.h"
 #include "views/ConnectionsReader.h"
+#include "views/ListPage_win.h"
 
 namespace brennvar {
 
@@ -45,6 +46,7 @@ public:
     [[nodiscard]] std::unique_ptr<CPage> Make(const PageInfo& info) const;
 
 private:
+    [[nodiscard]] ListPageContext Lists() const;
     [[nodiscard]] std::unique_ptr<CPage> MakeStatistics(PageTexts texts) const;
     [[nodiscard]] std::unique_ptr<CPage> MakeConnections(PageTexts texts) const;
     [[nodiscard]] std::unique_ptr<CPage> MakeApplications(PageTexts texts) const;

@@ -94,9 +94,9 @@ void PageHost::Place(const RECT& column, const RECT& page) {
     }
 }
 
-void PageHost::OnWindowShown(bool isShown) const {
+void PageHost::OnWindowSeen(bool isSeen) const {
     if (!m_current) return;
-    if (isShown) {
+    if (isSeen) {
         m_current->page->Show();
     } else {
         m_current->page->Hide();

@@ -43,7 +43,7 @@ OptionValues OptionReader::ReadAll() const {
     ScanRecords<OptionRecord>(*file, Cipher::Enciphered, [&](std::span<const OptionRecord> records) {
         for (const OptionRecord& record : records) {
             const OptionInfo* const info = FindOption(record.id);
-            if (!info || !seen.insert(record.id).second) continue;
+            if (!info || !seen.insert(record.id).second || info->id == OptionId::Password) continue;
             if (info->kind == OptionKind::Text) {
                 values.SetText(info->id, std::string(TextOf(record.text)));
             } else {

@@ -20,7 +20,8 @@ public:
     [[nodiscard]] std::uint32_t ReadOption(std::uint32_t id, std::uint32_t fallback) const;
     // Its text, at most 119 characters; empty when there is none.
     [[nodiscard]] std::string ReadOptionText(std::uint32_t id) const;
-    // Everything in one pass over the file; the default of the table for what has no record. Any thread.
+    // Everything in one pass over the file, but for the security password, which has a reader of its own
+    // (StoredPassword.h); the default of the table for what has no record. Any thread.
     [[nodiscard]] OptionValues ReadAll() const;
 
 private:

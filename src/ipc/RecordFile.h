@@ -15,6 +15,7 @@
 
 #include "base/Bytes.h"
 #include "base/Clock.h"
+#include "base/Wipe.h"
 #include "ipc/RecordCipher.h"
 
 namespace brennvar {
@@ -70,16 +71,30 @@ template <RecordType Record>
     return records;
 }
 
+// Where a scan reads to. Deciphered records, among which may be a password, do not stay in memory.
+template <RecordType Record>
+struct ScanBuffer {
+    ScanBuffer(std::size_t count, Cipher cipherOfFile) : records(count), cipher(cipherOfFile) {}
+    ScanBuffer(const ScanBuffer&) = delete;
+    ScanBuffer& operator=(const ScanBuffer&) = delete;
+    ~ScanBuffer() {
+        if (cipher == Cipher::Enciphered) WipeMemory(records.data(), records.size() * sizeof(Record));
+    }
+    std::vector<Record> records;
+    const Cipher cipher;
+};
+
 // Hands the records to visit(std::span<const Record>) from first to last, some kScanSize bytes at a time, until
 // it returns false. Records that are added meanwhile are not seen.
 template <RecordType Record, class Visit>
 void ScanRecords(RecordFile& file, Cipher cipher, Visit visit) {
     static_assert(sizeof(Record) <= kScanSize);
     std::uint64_t left = file.Rewind() / sizeof(Record);
-    std::vector<Record> buffer(static_cast<std::size_t>(std::min<std::uint64_t>(left, kScanSize / sizeof(Record))));
+    ScanBuffer<Record> buffer(static_cast<std::size_t>(std::min<std::uint64_t>(left, kScanSize / sizeof(Record))),
+                              cipher);
     while (left > 0) {
-        const auto wanted = static_cast<std::size_t>(std::min<std::uint64_t>(left, buffer.size()));
-        const auto records = ReadRecords(file, cipher, std::span(buffer).first(wanted));
+        const auto wanted = static_cast<std::size_t>(std::min<std::uint64_t>(left, buffer.records.size()));
+        const auto records = ReadRecords(file, cipher, std::span(buffer.records).first(wanted));
         if (!visit(records) || records.size() < wanted) return;
         left -= wanted;
     }

@@ -24,7 +24,7 @@ void EnterPasswordDialog::OnStored(const Password& stored) {
         case PasswordVerdict::Right:
             m_store(changed);
             // Without knowing whether it arrives: a command has no answer.
-            ShowMessage(Text{191, "Security password has been changed."});
+            Tell(Text{191, "Security password has been changed."});
             End(IDOK);
             break;
     }

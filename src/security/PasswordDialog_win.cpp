@@ -4,7 +4,7 @@
 #include <array>
 #include <utility>
 
-#include "ui/MessageDialog.h"
+#include "ui/Questions.h"
 #include "ui/ResourceIds.h"
 
 namespace brennvar {
@@ -125,17 +125,12 @@ Password PasswordDialog::Entered(int edit) const {
     return entered;
 }
 
-void PasswordDialog::ShowMessage(const Text& message) {
-    const Language& language = m_parts.language;
-    MessageDialog dialog(m_parts.fonts, {.caption = language.GetText(41, "Brennvar Personal Firewall"),
-                                         .message = language.GetText(message),
-                                         .ok = language.GetText(125, "OK"),
-                                         .cancel = {}});
-    (void)dialog.Ask(Window());
+void PasswordDialog::Tell(const Text& message) {
+    ShowMessage(m_parts.fonts, m_parts.language, Window(), m_parts.language.GetText(message));
 }
 
 void PasswordDialog::Complain(const Text& message, int edit) {
-    ShowMessage(message);
+    Tell(message);
     ::SetFocus(Item(edit));
     ::SendDlgItemMessageA(Window(), edit, EM_SETSEL, 0, -1);
 }

@@ -45,7 +45,7 @@ protected:
     virtual void OnStored(const Password& stored) = 0;
 
     [[nodiscard]] Password Entered(int edit) const;
-    void ShowMessage(const Text& message);
+    void Tell(const Text& message);
     // The same about what stands in a field, which is then ready to be typed anew.
     void Complain(const Text& message, int edit);
 

@@ -40,8 +40,6 @@ public:
     // Lets the user set, change or clear the password; asks for the old one itself. Does nothing when it is not the
     // owner's turn, as above.
     void SetSecurityPassword(HWND owner);
-    // One of these dialogs is open.
-    [[nodiscard]] bool IsAsking() const { return m_dialog != nullptr; }
 
 private:
     void ReadStored(std::function<void(const Password&)> done);

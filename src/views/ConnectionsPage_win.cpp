@@ -69,8 +69,7 @@ void ConnectionsPage::OnHide() {
 }
 
 void ConnectionsPage::OnTimer(UINT_PTR id) {
-    // Nobody looks at a minimised window.
-    if (id == kRefreshTimer && IsShown() && !::IsIconic(::GetAncestor(Window(), GA_ROOT))) Reload();
+    if (id == kRefreshTimer && IsShown()) Reload();  // a tick may still come when the page is hidden
 }
 
 void ConnectionsPage::Reload() {

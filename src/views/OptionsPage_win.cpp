@@ -7,6 +7,7 @@
 #include "ui/Controls.h"
 #include "ui/MessageDialog.h"
 #include "ui/Paint.h"
+#include "ui/Questions.h"
 #include "ui/ResourceIds.h"
 #include "views/OptionFields.h"
 
@@ -41,6 +42,7 @@ constexpr int kFilteringApplied = 1199;
 
 std::vector<OptionForm::Item> ItemsOf(const std::vector<std::string>& names) {
     std::vector<OptionForm::Item> items;
+    items.reserve(names.size());
     for (const std::string& name : names) items.push_back({.content = name, .text = name});
     return items;
 }
@@ -417,12 +419,8 @@ void OptionsPage::ApplyFiltering(std::size_t index) {
 void OptionsPage::ShowFilteringApplied() {
     const HWND owner = ::GetAncestor(Window(), GA_ROOT);
     if (!::IsWindowEnabled(owner)) return;  // another dialog has come first
-    MessageDialog message(GetLook().fonts, {.caption = m_language.GetText(41, "Brennvar Personal Firewall"),
-                                            .message = m_language.GetText(
-                                                607, "Please restart your Internet browser to apply changes."),
-                                            .ok = m_language.GetText(125, "OK"),
-                                            .cancel = {}});
-    (void)message.Ask(owner);
+    ShowMessage(GetLook().fonts, m_language, owner,
+                m_language.GetText(607, "Please restart your Internet browser to apply changes."));
 }
 
 void OptionsPage::ApplyResources(Section& section) {

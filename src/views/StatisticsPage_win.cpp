@@ -117,9 +117,7 @@ void StatisticsPage::PlaceCards(const RECT& band) {
 
 void StatisticsPage::OnShow() {
     ::SetTimer(Window(), kCountTimer, kCountPeriod, nullptr);
-    m_statistics.Watch([this] {
-        if (IsSeen()) ShowStatistics();
-    });
+    m_statistics.Watch([this] { ShowStatistics(); });
     ShowStatistics();
     Reload();
 }
@@ -131,11 +129,7 @@ void StatisticsPage::OnHide() {
 }
 
 void StatisticsPage::OnTimer(UINT_PTR id) {
-    if (id == kCountTimer && IsSeen()) Reload();
-}
-
-bool StatisticsPage::IsSeen() const {
-    return IsShown() && ::IsWindowVisible(Window()) && !::IsIconic(::GetAncestor(Window(), GA_ROOT));
+    if (id == kCountTimer && IsShown()) Reload();  // a tick may still come when the page is hidden
 }
 
 void StatisticsPage::Reload() {

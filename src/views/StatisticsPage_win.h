@@ -53,8 +53,6 @@ private:
 
     void CreateCard(Card card, int firstId, const std::string& name);
     void PlaceCards(const RECT& band);
-    // False also for a window that is minimised or in the notification area.
-    [[nodiscard]] bool IsSeen() const;
     void ShowStatistics();
     void ShowCards();
     void ShowNotices();

@@ -2,11 +2,9 @@
 // stays on the screen and goes on answering.
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <filesystem>
 
 #include "Product.h"
-#include "ipc/CommandRecord.h"
 #include "support/HexBytes.h"
 #include "ui/TreeMessages.h"
 #include "unit/image/ImageSamples.h"
@@ -33,15 +31,7 @@ protected:
     }
 
     [[nodiscard]] bool OrderQuestion() const {
-        if (!WaitUntil([this] { return m_service->Journal("COMMAND").size() == 3; })) return false;
-        CommandRecord record{};
-        record.code = CommandCode::SetValue10;
-        return WaitUntil([&] {
-            const UniqueFile pipe(
-                ::CreateFileA(kCommandPipeName, GENERIC_WRITE, 0, nullptr, OPEN_EXISTING, 0, nullptr));
-            DWORD written = 0;
-            return pipe && ::WriteFile(pipe.Get(), &record, sizeof record, &written, nullptr);
-        });
+        return WaitUntil([this] { return m_service->Journal("COMMAND").size() == 3; }) && SendToService();
     }
     // The window lies on the screen, and its buttons of these numbers lie in it.
     static void ExpectInSight(HWND window, std::initializer_list<int> buttons) {
@@ -170,18 +160,6 @@ TEST_F(HostileTest, OpensInSightWhateverPlaceIsRemembered) {
         ExpectInSight(m_window, {kCloseButton});
         Leave();
     }
-}
-
-TEST_F(HostileTest, LeavesWithTheAboutBoxOpen) {
-    Start({});
-    Command(kAboutCommand);
-    const HWND about = WaitForOther();
-    ASSERT_NE(about, nullptr);
-    Command(kExitCommand);
-    const HWND exit = WaitForOther(about);
-    ASSERT_NE(exit, nullptr);
-    ASSERT_TRUE(PressWhenEnabled(exit, IDOK));
-    EXPECT_EQ(m_interface->WaitForEnd(5s), 0);
 }
 
 // Presses a mouse button on a place of the screen, as a user does.

@@ -4,10 +4,12 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <optional>
 
 #include "Desktop.h"
 #include "StandInProcess.h"
+#include "ipc/CommandRecord.h"
 
 namespace brennvar::test {
 
@@ -58,6 +60,23 @@ protected:
         Ask(list, LB_SETCURSEL, static_cast<WPARAM>(section));
         Ask(::GetParent(list), WM_COMMAND, MAKEWPARAM(kOptionSections, LBN_SELCHANGE),
             reinterpret_cast<LPARAM>(list));
+    }
+    // What the service got after the three commands of the start.
+    [[nodiscard]] std::vector<std::string> Sent() const {
+        std::vector<std::string> lines = m_service->Journal("COMMAND");
+        lines.erase(lines.begin(), lines.begin() + std::min<std::ptrdiff_t>(3, std::ssize(lines)));
+        return lines;
+    }
+    // A command (17) beside those of the program, for a scenario that waits for it.
+    [[nodiscard]] static bool SendToService() {
+        CommandRecord record{};
+        record.code = CommandCode::ResetFingerprints;
+        return WaitUntil([&] {
+            const UniqueFile pipe(
+                ::CreateFileA(kCommandPipeName, GENERIC_WRITE, 0, nullptr, OPEN_EXISTING, 0, nullptr));
+            DWORD written = 0;
+            return pipe && ::WriteFile(pipe.Get(), &record, sizeof record, &written, nullptr);
+        });
     }
     // Waits until that many records have come in on the channel.
     [[nodiscard]] bool WaitForRecords(const std::string& channel, std::size_t count) const {

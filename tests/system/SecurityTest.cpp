@@ -83,14 +83,16 @@ TEST_F(SecurityTest, PasswordStandsBeforeAProtectedCommand) {
     ASSERT_NO_FATAL_FAILURE(ExpectComplaint(dialog, "Password is wrong!"));
     Fill(dialog, {{kEdit, "Secret1"}, {kConfirmEdit, "secret1"}});
     ASSERT_NO_FATAL_FAILURE(ExpectComplaint(dialog, "Password and confirmation password do not match!"));
+    // What needs no password is sent at once.
+    Command(kNetworkOff);
+    ExpectCommands({"COMMAND 5596 0:19"});
     ASSERT_TRUE(EnterPassword("Secret1"));
-    ExpectCommands({kValid, "COMMAND 5596 0:11", "COMMAND 5596 0:19 644:01", kFingerprintsReset});
+    ExpectCommands({kValid, "COMMAND 5596 0:11", "COMMAND 5596 0:19", kFingerprintsReset});
 
-    // Cancelled, nothing is sent but that; what needs no password is sent at once.
+    // Cancelled, nothing is sent but that.
     Command(kResetFingerprints);
     ASSERT_TRUE(Answer(WaitForPassword(), IDCANCEL));
-    Command(kNetworkOff);
-    ExpectCommands({kInvalid, "COMMAND 5596 0:19"});
+    ExpectCommands({kInvalid});
 }
 
 TEST_F(SecurityTest, CommandsNeedNoPasswordWhereNoneIsSet) {
@@ -103,10 +105,7 @@ TEST_F(SecurityTest, CommandsNeedNoPasswordWhereNoneIsSet) {
     ASSERT_TRUE(AnswerMessage("Signatures has been sucessfully updated!"));
     ExpectCommands({"COMMAND 5596 0:15"});
     Command(kNetworkOn);
-    Command(kNetworkOff);
-    ExpectCommands({"COMMAND 5596 0:19 644:01", "COMMAND 5596 0:19"});
-    Command(kResetFingerprints);  // leaves the network switched off
-    ExpectCommands({"COMMAND 5596 0:11", "COMMAND 5596 0:19", kFingerprintsReset});
+    ExpectCommands({"COMMAND 5596 0:19 644:01"});
     // What cannot be undone is asked about.
     const auto ask = [&](int command, const char* question) {
         for (const int button : {IDCANCEL, IDOK}) {
@@ -241,6 +240,21 @@ TEST_F(SecurityTest, AsksOnceAtATimeOverADialogAndNotBesideAQuestion) {
     password = WaitForPassword();
     ASSERT_TRUE(Answer(password, IDCANCEL));
     ExpectCommands({"COMMAND 5596 0:19 644:01", kInvalid});
+}
+
+TEST_F(SecurityTest, ProgramEndsWithAMessageOverADialogOpen) {
+    ASSERT_NO_FATAL_FAILURE(Start({}));
+    Command(kSetPassword);
+    const HWND dialog = WaitForPassword();
+    Fill(dialog, {{kOldEdit, "x"}});
+    ASSERT_TRUE(PressWhenEnabled(dialog, IDOK));
+    const HWND message = WaitForOther();
+    ASSERT_NE(message, nullptr);
+    Command(kExitCommand);
+    const HWND exit = WaitForOther(message);
+    ASSERT_NE(exit, nullptr);
+    ASSERT_TRUE(PressWhenEnabled(exit, IDOK));
+    EXPECT_EQ(m_interface->WaitForEnd(5s), 0);
 }
 
 TEST_F(SecurityTest, AbsentServiceHoldsUpNoDialog) {

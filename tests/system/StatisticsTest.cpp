@@ -45,28 +45,6 @@ TEST_F(StatisticsTest, FirstPageShowsTrafficConnectionsAttacksAndNotices) {
     EXPECT_EQ(rows[0][0].size(), std::string("12:34:56").size()) << rows[0][0];
 }
 
-TEST_F(StatisticsTest, GoesOnWhileAnotherPageIsShown) {
-    // The paths of processes are asked for by the Connections page only.
-    ASSERT_NO_FATAL_FAILURE(
-        Start({"connection ESTAB-OUT 10.1.2.3:49152 93.184.216.34:443 4242 1 2", "totals 1000 1000", "rate 0 0",
-               "wait-for-records PID 1", "totals 5096 1000", "notice ATTACK", "notice While nobody looked."}));
-    ASSERT_TRUE(WaitForText(IDC_STATISTICS_IN + 1, "0 B/s"));
-    ASSERT_TRUE(WaitForText(IDC_STATISTICS_CONNECTIONS + 1, "1"));
-    const HWND total = FindVisibleControl(m_window, IDC_STATISTICS_IN + 2);
-    EXPECT_TRUE(m_service->Journal("PID").empty());
-
-    Ask(m_window, WM_COMMAND, kConnectionsPage);
-    ASSERT_TRUE(m_service->WaitForJournal("EVENT scenario-done"));
-    // Both notices have been fetched when the next request comes, and each comes a second after the last.
-    ASSERT_TRUE(WaitForRecords("TRAY", m_service->Journal("TRAY").size() + 3));
-    EXPECT_EQ(WindowText(total), "Total: 0 B");  // nothing is done for a page that nobody sees
-
-    Ask(m_window, WM_COMMAND, IDM_STATISTICS);
-    EXPECT_TRUE(WaitForText(IDC_STATISTICS_IN + 2, "Total: 4.0 KB"));
-    EXPECT_TRUE(WaitForText(IDC_STATISTICS_ATTACKS + 1, "1"));
-    EXPECT_EQ(NoticeCount(), 1);
-}
-
 TEST_F(StatisticsTest, TellsWithoutDriverThatNothingIsKnown) {
     ASSERT_NO_FATAL_FAILURE(StartService({}, "--no-driver"));
     ASSERT_NO_FATAL_FAILURE(StartInterface());

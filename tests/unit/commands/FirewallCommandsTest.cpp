@@ -19,13 +19,6 @@ TEST(FirewallCommandsTest, SendTheirRecordsAndThenTheirReport) {
         std::vector<test::Pieces> expected;
     };
     const Row rows[] = {
-        {[&](auto& pipe) { ResetTrusted(pipe, language); }, {{{0, "\x1B"}}, {{0, "\1"}, {4, "Reset Trusted"}}}},
-        {[&](auto& pipe) { ResetFingerprints(pipe, language, true); },
-         {{{0, "\x11"}}, {{0, "\x19"}, {644, "\1"}}, {{0, "\1"}, {4, "Fingerprints reset"}}}},
-        {[&](auto& pipe) { ResetFirewall(pipe, language); },
-         {{{0, "\x1D"}}, {{0, "\1"}, {4, "Options changed"}, {132, "Reset"}}}},
-        {[&](auto& pipe) { SendTestMail(pipe, language); },
-         {{{0, "\x14"}}, {{0, "\1"}, {4, "E-mail notification test"}}}},
         {[&](auto& pipe) { TerminateProcess(pipe, language, 0x01020304, "c:\\a.exe"); },
          {{{0, "\3"}, {4748, "\4\3\2\1"}},
           {{0, "\1"}, {4, "Process termination"}, {132, "c:\\a.exe"}, {644, "\2"}}}},
@@ -36,9 +29,6 @@ TEST(FirewallCommandsTest, SendTheirRecordsAndThenTheirReport) {
            {132, "10.1.2.3"},
            {644, "\2"},
            {648, "IP: 10.1.2.3. Blocking IP address for 600 seconds"}}}},
-        {[](auto& pipe) { UpdateSignatures(pipe); }, {{{0, "\x15"}}}},
-        {[](auto& pipe) { EnableNetwork(pipe, true); }, {{{0, "\x19"}, {644, "\1"}}}},
-        {[](auto& pipe) { EnableNetwork(pipe, false); }, {{{0, "\x19"}}}},
         {[](auto& pipe) { DeleteLogs(pipe, {.year = 2026, .month = 3, .day = 9}, false); },
          {{{0, "\x17"}, {132, "20260309"}}}},
         {[](auto& pipe) { DeleteLogs(pipe, {.year = 987, .month = 12, .day = 31}, true); },

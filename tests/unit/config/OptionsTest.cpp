@@ -48,10 +48,10 @@ TEST_F(OptionReaderTest, KeepsDefaultsWithoutAWholeRecord) {
 TEST_F(OptionReaderTest, ReadsEverythingAtOnce) {
     EXPECT_EQ(m_options.ReadAll(), OptionValues());
     // Two of one option, a flag that is neither 0 nor 1, a list's index that the list does not have, a number with
-    // all its bits, an option that nobody knows, and half a record.
+    // all its bits, an option that nobody knows, the security password, which is left out, and half a record.
     const std::string large = std::string("\x12\0\0\0\xFF\xFF\xFF\xFF", 8) + std::string(120, '\0');
     WriteConfig(Record(6, 2) + Record(38, 9, "first") + Record(38, 9, "second") + Record(70, 5) + large +
-                Record(77, 1) + Record(5, 0).substr(0, 100));
+                Record(77, 1) + Record(4, 0, "Secret1") + Record(5, 0).substr(0, 100));
     OptionValues expected;
     expected.SetNumber(OptionId::ShowBlockedMessages, 1);
     expected.SetText(OptionId::MailSubject, "first");

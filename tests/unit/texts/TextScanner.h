@@ -21,8 +21,9 @@ struct ScanResult {
 };
 
 // Reads GetText(N, "..."), Text{N, "..."}, Text(N, "...") and Text name{N, "..."}, with adjacent literals joined
-// and escapes resolved; comments do not count. Text{} is no text, and GetText(x) without a literal only hands one
-// on that stands elsewhere.
+// and escapes resolved; what stands behind // does not count. Text{} is no text, and GetText(x) without a literal
+// only hands one on that stands elsewhere. Other ways to write a text, with a comment in it or a raw literal, are
+// faults.
 [[nodiscard]] ScanResult ScanTexts(std::string_view source);
 
 }  // namespace brennvar::test

@@ -58,6 +58,8 @@ TEST(TrayIconStateTest, TrafficComesBeforeTheMode) {
                 {0, 0, ProtectionMode::BlockAll, TrayIconState::IdleBlockAll},
                 {0, 0, static_cast<ProtectionMode>(7), TrayIconState::IdleNormal}};
     for (const auto& row : rows) EXPECT_EQ(ChooseTrayIcon({row.in, row.out}, row.mode), row.state);
+    EXPECT_EQ(ProtectionModeOf(3), ProtectionMode::Normal);
+    EXPECT_EQ(ProtectionModeOf(2), ProtectionMode::BlockAll);
 }
 
 }  // namespace

@@ -1,4 +1,4 @@
-#include "app/Questions.h"
+#include "ui/Questions.h"
 
 #include <utility>
 
@@ -21,7 +21,7 @@ bool AskToContinue(const CFonts& fonts, const Language& language, HWND owner, st
     return Ask(fonts, language, owner, std::move(question), language.GetText(1001, "Cancel"));
 }
 
-void ShowNotice(const CFonts& fonts, const Language& language, HWND owner, std::string text) {
+void ShowMessage(const CFonts& fonts, const Language& language, HWND owner, std::string text) {
     (void)Ask(fonts, language, owner, std::move(text), {});
 }
 

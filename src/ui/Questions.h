@@ -1,4 +1,4 @@
-// What the control center says in a message of its own.
+// Messages and questions under the program's name, which a dialog or page only has to word. User-interface thread.
 #pragma once
 
 #include <string>
@@ -12,6 +12,6 @@ namespace brennvar {
 // OK or Cancel; true for OK.
 [[nodiscard]] bool AskToContinue(const CFonts& fonts, const Language& language, HWND owner, std::string question);
 // Returns when the user has read it.
-void ShowNotice(const CFonts& fonts, const Language& language, HWND owner, std::string text);
+void ShowMessage(const CFonts& fonts, const Language& language, HWND owner, std::string text);
 
 }  // namespace brennvar
