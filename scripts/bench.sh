@@ -39,9 +39,11 @@ applications_search_ratio times  3.0
 '
 
 # Processor time of the control center in the tray, with service and driver and no traffic, as a part of one core,
-# and as a multiple of a program whose timers tick as often and do nothing.
+# and as a multiple of a program whose timers tick as often and do nothing. What that one takes alone is printed as
+# well: under Wine the bare ticks are above the first goal on most machines.
 idle_seconds=60
 idle_goal=0.2  # percent
+idle_times=3.0
 
 repetitions=15
 while [ $# -gt 0 ]; do
@@ -149,19 +151,22 @@ until grep -qs "EVENT started" "$data/journal.txt"; do
 done
 wine BrennvarGUI.exe >/dev/null 2>&1 </dev/null &
 interface=$!
-wine "$root/build/windows/gallery/demo_driver.exe" 'wait:#462' 'close:#462' 'gone:#462' >/dev/null </dev/null ||
+timeout 60 wine "$root/build/windows/gallery/demo_driver.exe" 'wait:#462' 'close:#462' 'gone:#462' >/dev/null </dev/null ||
     fail "the control center did not go to the tray"
 wine empty_window.exe --ticks >/dev/null 2>&1 </dev/null &
 yardstick=$!
-sleep 5
+sleep 5  # both have started for good
 before=$(processor_time $interface) yardstick_before=$(processor_time $yardstick)
 sleep "$idle_seconds"
 after=$(processor_time $interface) yardstick_after=$(processor_time $yardstick)
 awk -v ours=$((after - before)) -v least=$((yardstick_after - yardstick_before)) -v seconds="$idle_seconds" \
-    -v goal="$idle_goal" 'BEGIN {
+    -v goal="$idle_goal" -v times="$idle_times" 'BEGIN {
+        if (ours <= 0 || least <= 0) exit 1
         percent = ours / seconds / 1e7
+        ratio = ours / least
         printf "%-18s  %8.3f %-2s  %-2s %-4s  %s\n", "idle_in_tray", percent, "%", "<=", goal, percent <= goal ? "ok" : "short"
-        printf "%-18s  %8.3f %-2s\n", "idle_to_ticks", ours / (least > 0 ? least : 1), "x"
-    }'
+        printf "%-18s  %8.3f %-2s  %-2s %-4s  %s\n", "idle_to_ticks", ratio, "x", "<=", times, ratio <= times ? "ok" : "short"
+        printf "%-18s  %8.3f %s\n", "idle_ticks_alone", least / seconds / 1e7, "%"
+    }' || fail "some measures could not be taken"
 kill "$interface" "$yardstick" 2>/dev/null || true
 wine "$root/build/windows/standin/brennvar.exe" --stop >/dev/null 2>&1 </dev/null || true

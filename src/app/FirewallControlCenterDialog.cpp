@@ -176,6 +176,16 @@ void FirewallControlCenterDialog::StartTimers() {
     for (const Timer& timer : kTimers) ::SetTimer(Window(), timer.id, timer.period, nullptr);
 }
 
+void FirewallControlCenterDialog::RestGripWhileAway() {
+    const bool isAway = !::IsWindowVisible(Window()) || ::IsIconic(Window());
+    if (std::exchange(m_isGripResting, isAway) == isAway) return;
+    if (isAway) {
+        ::KillTimer(Window(), kGripTimer.id);
+    } else {
+        ::SetTimer(Window(), kGripTimer.id, kGripTimer.period, nullptr);
+    }
+}
+
 void FirewallControlCenterDialog::OnTimer(UINT_PTR id) {
     switch (id) {
         case kStatisticsTimer.id: RefreshStatistics(); break;
@@ -351,6 +361,7 @@ std::optional<LRESULT> FirewallControlCenterDialog::OnMessage(UINT message, WPAR
             return 0;
         case kMessageLinkCompletions: RunCompletions(); return 0;
         case kMessageTray: m_tray.OnNotification(static_cast<UINT>(wParam), static_cast<UINT>(lParam)); return 0;
+        case WM_WINDOWPOSCHANGED: RestGripWhileAway(); return FrameDialog::OnMessage(message, wParam, lParam);
         case WM_ENDSESSION:
             if (wParam) OnEndSession();
             return 0;

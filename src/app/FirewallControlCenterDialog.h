@@ -75,6 +75,8 @@ private:
     void OnEndSession();
     void SendStartCommands();
     void StartTimers();
+    // A hidden or minimised window has no corner to be sized by, and ten ticks a second cost more than all others.
+    void RestGripWhileAway();
 
     // One per timer.
     void RefreshStatistics();
@@ -151,6 +153,7 @@ private:
     bool m_isCheckingClock = false;
     bool m_isFetchingTrayText = false;
     bool m_isHandlingTrayText = false;
+    bool m_isGripResting = false;
 };
 
 }  // namespace brennvar

@@ -10,16 +10,18 @@
 namespace brennvar {
 namespace {
 
-// The table can grow between the call that asks for its size and the one that reads it.
+// More than most machines have: one call then reads the table, and none asks for its size before.
+constexpr std::size_t kUsualAddresses = 16;
+// The table can grow between the call that tells its size and the one that reads it.
 constexpr int kReadAttempts = 4;
 
 std::vector<MIB_IPADDRROW> ReadAddressTable() {
-    std::vector<std::byte> buffer;
-    ULONG size = 0;
+    std::vector<std::byte> buffer(sizeof(MIB_IPADDRTABLE) + kUsualAddresses * sizeof(MIB_IPADDRROW));
     for (int attempt = 0; attempt < kReadAttempts; ++attempt) {
         auto* table = reinterpret_cast<MIB_IPADDRTABLE*>(buffer.data());
-        const DWORD result = ::GetIpAddrTable(buffer.empty() ? nullptr : table, &size, FALSE);
-        if (result == NO_ERROR && !buffer.empty()) return {table->table, table->table + table->dwNumEntries};
+        auto size = static_cast<ULONG>(buffer.size());
+        const DWORD result = ::GetIpAddrTable(table, &size, FALSE);
+        if (result == NO_ERROR) return {table->table, table->table + table->dwNumEntries};
         if (result != ERROR_INSUFFICIENT_BUFFER) return {};
         buffer.resize(size);
     }

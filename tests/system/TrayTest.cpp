@@ -151,6 +151,23 @@ TEST_F(TrayTest, HiddenPageSleepsAndComesBackFresh) {
     }
 }
 
+TEST_F(TrayTest, CanBeSizedByItsCornerAgainWhenItIsBack) {
+    ASSERT_NO_FATAL_FAILURE(Start({}));
+    const auto hasSizingFrame = [this] { return (::GetWindowLongPtrA(m_window, GWL_STYLE) & WS_THICKFRAME) != 0; };
+    RECT place{};
+    ::GetWindowRect(m_window, &place);
+    ::SetCursorPos(place.right - 4, place.bottom - 4);
+    ASSERT_TRUE(WaitUntil(hasSizingFrame));
+    ::SetCursorPos(place.left + 4, place.top + 4);
+    ASSERT_TRUE(WaitUntil([&] { return !hasSizingFrame(); }));
+    ::PostMessageA(m_window, WM_CLOSE, 0, 0);
+    ASSERT_TRUE(WaitUntil([this] { return !::IsWindowVisible(m_window); }));
+    ::SetCursorPos(place.right - 4, place.bottom - 4);
+    Command(kConnectionsPage);
+    EXPECT_TRUE(WaitUntil(hasSizingFrame));
+    ::SetCursorPos(place.left + 4, place.top + 4);
+}
+
 TEST_F(TrayTest, NoticesAreShownOneAfterTheOther) {
     // Two words of the service, and one that is a text like any other.
     ASSERT_NO_FATAL_FAILURE(Start(
