@@ -5,6 +5,7 @@
 
 #include "app/Questions.h"
 #include "config/Resources_win.h"
+#include "ui/ModalPlace.h"
 
 namespace brennvar {
 namespace {
@@ -20,14 +21,18 @@ constexpr std::chrono::milliseconds kSettingsPause{20};
 }  // namespace
 
 bool Leaving::Confirm(HWND window, std::string message) const {
-    return AskToContinue(m_parts.fonts, m_parts.language, window, std::move(message));
+    // Over a dialog that is open, so that the last one that was opened is the first to be answered.
+    const std::optional<HWND> owner = ModalOwner(window);
+    return owner && AskToContinue(m_parts.fonts, m_parts.language, *owner, std::move(message));
 }
 
 void Leaving::LeaveScreen(HWND window) {
     ::ShowWindow(window, SW_HIDE);
-    // A dialog over this window would stay, and keep the program from ending until somebody closes it.
+    // Dialogs over this window, and over one another, would stay, and keep the program from ending until somebody
+    // closes them.
     const auto close = [](HWND other, LPARAM owner) -> BOOL {
-        if (::GetWindow(other, GW_OWNER) == reinterpret_cast<HWND>(owner) && ::IsWindowVisible(other)) {
+        const auto root = reinterpret_cast<HWND>(owner);
+        if (other != root && ::GetAncestor(other, GA_ROOTOWNER) == root && ::IsWindowVisible(other)) {
             ::PostMessageA(other, WM_CLOSE, 0, 0);
         }
         return TRUE;

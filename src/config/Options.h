@@ -20,8 +20,9 @@ public:
     [[nodiscard]] std::uint32_t ReadOption(std::uint32_t id, std::uint32_t fallback) const;
     // Its text, at most 119 characters; empty when there is none.
     [[nodiscard]] std::string ReadOptionText(std::uint32_t id) const;
-    // Everything in one pass over the file; the default of the table for what has no record. Any thread.
-    [[nodiscard]] OptionValues ReadAll() const;
+    // Everything in one pass over the file; the default of the table for what has no record. Nothing when the file
+    // cannot be opened. Any thread.
+    [[nodiscard]] std::optional<OptionValues> ReadAll() const;
 
 private:
     [[nodiscard]] std::optional<OptionRecord> FindRecord(std::uint32_t id) const;
