@@ -3,7 +3,6 @@
 #include <chrono>
 #include <utility>
 
-#include "app/Questions.h"
 #include "config/Resources_win.h"
 #include "ui/ModalPlace.h"
 
@@ -20,10 +19,10 @@ constexpr std::chrono::milliseconds kSettingsPause{20};
 
 }  // namespace
 
-bool Leaving::Confirm(HWND window, std::string message) const {
+bool Leaving::Confirm(HWND window, std::string message, DefaultAnswer byEnter) const {
     // Over a dialog that is open, so that the last one that was opened is the first to be answered.
     const std::optional<HWND> owner = ModalOwner(window);
-    return owner && AskToContinue(m_parts.fonts, m_parts.language, *owner, std::move(message));
+    return owner && AskToContinue(m_parts.fonts, m_parts.language, *owner, std::move(message), byEnter);
 }
 
 void Leaving::LeaveScreen(HWND window) {
@@ -54,7 +53,8 @@ void Leaving::Exit(HWND window, std::function<bool()> mustStay, std::function<vo
         m_parts.language.GetText(505,
                                  "Do you really want to exit Brennvar Personal Firewall? Warning: After this "
                                  "action, your system will be not protected against internet threats and your "
-                                 "active connections could be lost. Continue anyway?"));
+                                 "active connections could be lost. Continue anyway?"),
+        DefaultAnswer::Cancel);
     if (!confirmed || mustStay()) {
         m_isLeaving = false;
         return;
@@ -96,7 +96,8 @@ Leaving::Restart Leaving::ApplyResources(HWND window, const ResourceChoice& curr
                                 m_parts.language.GetText(
                                     58,
                                     "Your skin and language setting has been changed. Changes will not be fully "
-                                    "visible until program restart. Restart now?"));
+                                    "visible until program restart. Restart now?"),
+                                DefaultAnswer::Ok);
              },
          .send = [this](const ResourceChoice& choice) { Send(choice); },
          .isBusy = isBusy});

@@ -6,6 +6,7 @@
 #include <string>
 
 #include "app/ControlCenterTray.h"
+#include "app/Questions.h"
 #include "base/Clock.h"
 #include "config/Language.h"
 #include "config/ResourceChoice.h"
@@ -45,7 +46,7 @@ public:
 
 private:
     // OK or Cancel.
-    [[nodiscard]] bool Confirm(HWND window, std::string message) const;
+    [[nodiscard]] bool Confirm(HWND window, std::string message, DefaultAnswer byEnter) const;
     void Send(const ResourceChoice& choice);
     void TellServiceAndStop(HWND window);
     // Takes the program away from the screen: what follows can take a while, and the user is done with it.
