@@ -1,7 +1,6 @@
 #include "app/StatusLine.h"
 
 #include <numeric>
-#include <utility>
 
 #include "ui/Paint.h"
 #include "ui/ResourceIds.h"
@@ -14,7 +13,7 @@ constexpr int kCellIds[] = {IDC_STATUS_SERVICE, IDC_STATUS_DRIVER, IDC_STATUS_CO
 // At 96 pixels per inch.
 constexpr int kMargin = 16;
 constexpr int kGripRoom = 16;
-constexpr int kCellGap = 4;  // at least: the narrowest window has hardly room for the longest language
+constexpr int kCellGap = 8;  // at least
 
 // As much as these cells mostly show: with room for it they stay where they are.
 constexpr char kUsualCount[] = " 100";
@@ -31,6 +30,8 @@ void StatusLine::Create(HWND parent, const Look& look) {
         m_cells[cell].SetColour(look.colours.statusText);
     }
     Show(Connections, m_language.GetText(1007, "Connections:") + kUsualCount);
+    Show(In, m_language.GetText(1008, "In:") + kUsualRate);
+    Show(Out, m_language.GetText(1009, "Out:") + kUsualRate);
     ShowService(PeerState::Unknown);
     ShowTraffic(std::nullopt, 0);
     ShowConnections(std::nullopt);
@@ -46,10 +47,14 @@ void StatusLine::Place(const RECT& band) {
     PlaceCells();
 }
 
-void StatusLine::PlaceCells() const {
+void StatusLine::PlaceCells() {
     LONG left = m_band.left + Scale(kMargin);
     const int room = WidthOf(m_band) - Scale(kMargin) - Scale(kGripRoom);
-    const int more = (room - std::accumulate(m_widths.begin(), m_widths.end(), 0)) / static_cast<int>(CellCount);
+    const auto unused = [&] { return room - std::accumulate(m_widths.begin(), m_widths.end(), 0); };
+    if (unused() < 0) {  // what numbers have taken once is needed elsewhere
+        for (std::size_t cell = 0; cell < m_cells.size(); ++cell) m_widths[cell] = WidthOfText(cell);
+    }
+    const int more = unused() / static_cast<int>(CellCount);
     for (std::size_t cell = 0; cell < m_cells.size(); ++cell) {
         const LONG right = left + m_widths[cell] + more;
         m_cells[cell].Place({left, m_band.top + 1, right - Scale(kCellGap), m_band.bottom - 1});
@@ -57,9 +62,13 @@ void StatusLine::PlaceCells() const {
     }
 }
 
+int StatusLine::WidthOfText(std::size_t cell) const {
+    return m_cells[cell].Measure(0).cx + Scale(kCellGap);
+}
+
 void StatusLine::Show(Cell cell, const std::string& text) {
     m_cells[cell].SetText(text);
-    const int width = m_cells[cell].Measure(0).cx + Scale(kCellGap);
+    const int width = WidthOfText(cell);
     // Numbers keep the most that they have taken, or all cells would move to and fro with them.
     const bool isState = cell == Service || cell == Driver;
     if (isState ? width == m_widths[cell] : width <= m_widths[cell]) return;
@@ -82,13 +91,6 @@ void StatusLine::ShowTraffic(const std::optional<TrafficIncrease>& increase, std
                           : m_language.GetText(1006, "Driver: not reachable"));
     const std::string in = m_language.GetText(1008, "In:");
     const std::string out = m_language.GetText(1009, "Out:");
-    if (std::exchange(m_hasRates, increase.has_value()) != m_hasRates) {
-        m_widths[In] = m_widths[Out] = 0;
-        if (m_hasRates) {
-            Show(In, in + kUsualRate);
-            Show(Out, out + kUsualRate);
-        }
-    }
     Show(In, in + " " + (increase ? FormatRate(increase->bytesIn, milliseconds) : "-"));
     Show(Out, out + " " + (increase ? FormatRate(increase->bytesOut, milliseconds) : "-"));
 }

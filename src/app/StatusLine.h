@@ -39,13 +39,13 @@ private:
     enum Cell { Service, Driver, Connections, In, Out, CellCount };
     void Show(Cell cell, const std::string& text);
     // Each gets what its text needs, and all the same share of what is left.
-    void PlaceCells() const;
+    void PlaceCells();
+    [[nodiscard]] int WidthOfText(std::size_t cell) const;
 
     const Language& m_language;
     ModeCell m_mode;
     std::array<CLabel, CellCount> m_cells;
     std::array<int, CellCount> m_widths{};  // that they need
-    bool m_hasRates = false;
     RECT m_band{};
 };
 
