@@ -53,7 +53,8 @@ void ControlCommands::SendProtected(HWND window, const Command& command) {
 
 void ControlCommands::SendConfirmed(HWND window, const Text& question, const Command& command) {
     if (!::IsWindowEnabled(window)) return;
-    if (AskToContinue(m_parts.fonts, m_parts.language, window, m_parts.language.GetText(question))) {
+    if (AskToContinue(m_parts.fonts, m_parts.language, window, m_parts.language.GetText(question),
+                      DefaultAnswer::Cancel)) {
         SendProtected(window, command);
     }
 }

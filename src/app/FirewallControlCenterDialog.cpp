@@ -398,6 +398,8 @@ void FirewallControlCenterDialog::OnEndSession() {
 void FirewallControlCenterDialog::ExitControlCenter() {
     // The driver waits for the answer to an open question; it comes first.
     if (m_prompts.IsBusy()) return;
+    // Nor can the password be asked for a second time. Before the questions: their answers would be for nothing.
+    if (m_gate.IsAsking()) return m_gate.ComeForward();
     if (CPage* const page = Pages().Current(); page && !page->MayLeave()) return;
     m_leaving.Exit(
         Window(), [this] { return m_prompts.IsBusy() || AnyWorkerRunning(); }, [this] { End(kResultExit); });

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "config/Resources_win.h"
+#include "ui/ModalPlace.h"
 #include "ui/Questions.h"
 
 namespace brennvar {
@@ -19,8 +20,11 @@ constexpr std::chrono::milliseconds kSettingsPause{20};
 
 }  // namespace
 
-bool Leaving::Confirm(HWND window, const Text& question) const {
-    return AskToContinue(m_parts.fonts, m_parts.language, window, m_parts.language.GetText(question));
+bool Leaving::Confirm(HWND window, const Text& question, DefaultAnswer byEnter) const {
+    // Over a dialog that is open, so that the last one that was opened is the first to be answered.
+    const std::optional<HWND> owner = ModalOwner(window);
+    return owner &&
+           AskToContinue(m_parts.fonts, m_parts.language, *owner, m_parts.language.GetText(question), byEnter);
 }
 
 void Leaving::LeaveScreen(HWND window) {
@@ -47,10 +51,12 @@ void Leaving::Exit(HWND window, std::function<bool()> mustStay, std::function<vo
     if (m_isLeaving) return;
     m_isLeaving = true;
     const bool confirmed =
-        Confirm(window, Text{505,
-                             "Do you really want to exit Brennvar Personal Firewall? Warning: After this "
-                             "action, your system will be not protected against internet threats and your "
-                             "active connections could be lost. Continue anyway?"});
+        Confirm(window,
+                Text{505,
+                     "Do you really want to exit Brennvar Personal Firewall? Warning: After this "
+                     "action, your system will be not protected against internet threats and your "
+                     "active connections could be lost. Continue anyway?"},
+                DefaultAnswer::Cancel);
     if (!confirmed || mustStay()) {
         m_isLeaving = false;
         return;
@@ -91,7 +97,8 @@ Leaving::Restart Leaving::ApplyResources(HWND window, const ResourceChoice& curr
                  return Confirm(window,
                                 Text{58,
                                      "Your skin and language setting has been changed. Changes will not be fully "
-                                     "visible until program restart. Restart now?"});
+                                     "visible until program restart. Restart now?"},
+                                DefaultAnswer::Ok);
              },
          .send = [this](const ResourceChoice& choice) { Send(choice); },
          .isBusy = isBusy});

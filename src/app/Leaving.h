@@ -13,6 +13,7 @@
 #include "ipc/ServiceLink.h"
 #include "security/SecurityPasswordGate_win.h"
 #include "ui/Fonts.h"
+#include "ui/Questions.h"
 
 namespace brennvar {
 
@@ -45,7 +46,7 @@ public:
 
 private:
     // OK or Cancel.
-    [[nodiscard]] bool Confirm(HWND window, const Text& question) const;
+    [[nodiscard]] bool Confirm(HWND window, const Text& question, DefaultAnswer byEnter) const;
     void Send(const ResourceChoice& choice);
     void TellServiceAndStop(HWND window);
     // Takes the program away from the screen: what follows can take a while, and the user is done with it.

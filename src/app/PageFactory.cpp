@@ -76,11 +76,13 @@ std::unique_ptr<CPage> PageFactory::MakeOptions(PageTexts texts) const {
             .apply = m_parts.applyResources},
         OptionsPage::Services{
             .readOptions =
-                [&reads = m_parts.reads, &clock = m_parts.readsClock](std::function<void(OptionValues)> done) {
-                    reads.Ask<OptionValues>([&clock] { return OptionReader(GetDataFolder(), clock).ReadAll(); },
-                                            [done = std::move(done)](std::optional<OptionValues> values) {
-                                                done(std::move(values).value_or(OptionValues()));
-                                            });
+                [&reads = m_parts.reads,
+                 &clock = m_parts.readsClock](std::function<void(std::optional<OptionValues>)> done) {
+                    using Values = std::optional<OptionValues>;
+                    reads.Ask<Values>([&clock] { return OptionReader(GetDataFolder(), clock).ReadAll(); },
+                                      [done = std::move(done)](std::optional<Values> values) {
+                                          done(std::move(values).value_or(std::nullopt));
+                                      });
                 },
             .stampOptions = [] { return StampOfFile(ConfigFilePath(GetDataFolder())); },
             .checkPassword =

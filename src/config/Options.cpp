@@ -35,10 +35,10 @@ std::string OptionReader::ReadOptionText(std::uint32_t id) const {
     return record ? std::string(TextOf(record->text)) : std::string();
 }
 
-OptionValues OptionReader::ReadAll() const {
-    OptionValues values;
+std::optional<OptionValues> OptionReader::ReadAll() const {
     auto file = RecordFile::RulesFileOpen(ConfigFilePath(m_dataFolder), m_clock);
-    if (!file) return values;
+    if (!file) return std::nullopt;
+    OptionValues values;
     std::set<std::uint32_t> seen;
     ScanRecords<OptionRecord>(*file, Cipher::Enciphered, [&](std::span<const OptionRecord> records) {
         for (const OptionRecord& record : records) {

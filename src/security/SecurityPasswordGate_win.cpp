@@ -69,7 +69,6 @@ std::optional<HWND> SecurityPasswordGate::OwnerOfDialog(HWND owner) const {
 }
 
 void SecurityPasswordGate::ComeForward() const {
-    // The user may have forgotten it behind other windows.
     ::SetForegroundWindow(::GetLastActivePopup(m_dialog->Window()));
 }
 

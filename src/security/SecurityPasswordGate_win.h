@@ -40,6 +40,10 @@ public:
     // Lets the user set, change or clear the password; asks for the old one itself. Does nothing when it is not the
     // owner's turn, as above.
     void SetSecurityPassword(HWND owner);
+    // One of these dialogs is open.
+    [[nodiscard]] bool IsAsking() const { return m_dialog != nullptr; }
+    // Shows it to the user, who may have forgotten it behind other windows. Only while IsAsking.
+    void ComeForward() const;
 
 private:
     void ReadStored(std::function<void(const Password&)> done);
@@ -48,7 +52,6 @@ private:
     [[nodiscard]] bool AskForPassword(HWND owner);
     // Nothing when a dialog cannot open now; one of these that is open comes forward.
     [[nodiscard]] std::optional<HWND> OwnerOfDialog(HWND owner) const;
-    void ComeForward() const;
     // True when the dialog ended with OK.
     [[nodiscard]] bool Show(PasswordDialog& dialog, HWND owner, bool isVerifying);
     void Report(const Text& title, const Text& subject);

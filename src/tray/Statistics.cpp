@@ -12,6 +12,12 @@ constexpr std::int32_t kMediumRange = 1000 * 1024;
 constexpr std::int32_t kLargeRange = 10000 * 1024;
 constexpr std::int32_t kMostAttacks = 50;  // a second
 
+// A driver that tells of more than there can be must not make it less.
+std::uint64_t Sum(std::uint64_t left, std::uint64_t right) {
+    return left > std::numeric_limits<std::uint64_t>::max() - right ? std::numeric_limits<std::uint64_t>::max()
+                                                                    : left + right;
+}
+
 void PushTraffic(PushGraphSamples& graph, std::uint64_t bytes) {
     graph.SetRange(TrafficRange(bytes));
     graph.Push(static_cast<std::int64_t>(std::min<std::uint64_t>(bytes, std::numeric_limits<std::int64_t>::max())),
@@ -39,8 +45,8 @@ Statistics::Statistics()
 
 void Statistics::Tick(const std::optional<TrafficIncrease>& increase, std::uint64_t milliseconds) {
     if (increase) {
-        m_totals.bytesIn += increase->bytesIn;
-        m_totals.bytesOut += increase->bytesOut;
+        m_totals.bytesIn = Sum(m_totals.bytesIn, increase->bytesIn);
+        m_totals.bytesOut = Sum(m_totals.bytesOut, increase->bytesOut);
         m_rates = Rates{.in = FormatRate(increase->bytesIn, milliseconds),
                         .out = FormatRate(increase->bytesOut, milliseconds)};
         PushTraffic(m_incoming, increase->bytesIn);

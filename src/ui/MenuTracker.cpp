@@ -29,6 +29,12 @@ char MnemonicOf(const std::string& text) {
     return 0;
 }
 
+char FirstLetterOf(const std::string& text) {
+    char letter = text.empty() ? '\0' : text.front();
+    ::CharUpperBuffA(&letter, 1);
+    return letter;
+}
+
 }  // namespace
 
 int CMenuTracker::Track(POINT point, UINT flags) {
@@ -134,12 +140,16 @@ LRESULT CMenuTracker::ChooseByLetter(HMENU menu, char letter) const {
     ::CharUpperBuffA(&letter, 1);
     const std::vector<MenuItem>& items = m_menus.at(menu)->Items();
     std::vector<std::size_t> matches;
+    std::vector<std::size_t> beginnings;  // without a mnemonic, they answer to their first letter
     std::size_t selected = items.size();
     for (std::size_t i = 0; i < items.size(); ++i) {
-        if (MnemonicOf(items[i].text) == letter) matches.push_back(i);
+        const char mnemonic = MnemonicOf(items[i].text);
+        if (mnemonic == letter) matches.push_back(i);
+        if (mnemonic == 0 && FirstLetterOf(items[i].text) == letter) beginnings.push_back(i);
         const UINT state = ::GetMenuState(menu, static_cast<UINT>(i), MF_BYPOSITION);
         if ((state & MF_HILITE) != 0) selected = i;
     }
+    if (matches.empty()) matches = std::move(beginnings);
     if (matches.empty()) return MAKELRESULT(0, MNC_IGNORE);
     if (matches.size() == 1) return MAKELRESULT(matches.front(), MNC_EXECUTE);
     // Several of them: each press goes to the next.

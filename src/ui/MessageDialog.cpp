@@ -63,6 +63,10 @@ void MessageDialog::OnCreateContent() {
     m_message.Adopt(Item(IDC_MESSAGE), LabelKind::Plain, GetLook());
     m_ok.Adopt(Item(IDOK), kButtonDialog, GetLook());
     if (IsQuestion()) m_cancel.Adopt(Item(IDCANCEL), kButtonDialog, GetLook());
+    if (m_texts.isCancelDefault) {
+        SetFirstFocus(IDCANCEL);
+        ::SendMessageA(Window(), DM_SETDEFID, IDCANCEL, 0);
+    }
     if (!m_texts.other.empty()) {
         m_other.Create(Window(), kButtonDialog, m_texts.other, IDC_MESSAGE_OTHER, GetLook());
         // Tab goes from left to right.

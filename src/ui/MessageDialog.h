@@ -15,6 +15,8 @@ struct MessageTexts {
     std::string ok;
     std::string cancel;      // empty: OK is the only button
     std::string other = {};  // the caption of a third button; only with Cancel
+    // Enter cancels: for what cannot be undone, and must not come of a key that is pressed too long.
+    bool isCancelDefault = false;
 };
 
 enum class MessageAnswer { Ok, Other, Cancel };

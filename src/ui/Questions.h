@@ -9,8 +9,10 @@
 
 namespace brennvar {
 
-// OK or Cancel; true for OK.
-[[nodiscard]] bool AskToContinue(const CFonts& fonts, const Language& language, HWND owner, std::string question);
+enum class DefaultAnswer { Ok, Cancel };
+// OK or Cancel; true for OK. The default is what Enter answers: Cancel for what cannot be undone.
+[[nodiscard]] bool AskToContinue(const CFonts& fonts, const Language& language, HWND owner, std::string question,
+                                 DefaultAnswer byEnter);
 // Returns when the user has read it.
 void ShowMessage(const CFonts& fonts, const Language& language, HWND owner, std::string text);
 

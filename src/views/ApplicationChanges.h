@@ -3,7 +3,9 @@
 // still under way. User-interface thread.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
+#include <deque>
 #include <functional>
 #include <string>
 #include <utility>
@@ -29,6 +31,9 @@ public:
         // up.
         std::function<void(const std::vector<ApplicationChange>& changes, std::function<void()> done)> send;
     };
+    // So many are sent at a time, and the next ones only then: what the user commands meanwhile, to block all
+    // traffic or to end the program, does not come behind thousands of them.
+    static constexpr std::size_t kPiece = 16;
     explicit ApplicationChanges(Parts parts) : m_parts(std::move(parts)) {}
     ApplicationChanges(const ApplicationChanges&) = delete;
     ApplicationChanges& operator=(const ApplicationChanges&) = delete;
@@ -47,10 +52,18 @@ public:
     std::function<void()> onOver;  // Over has grown; may be empty
 
 private:
-    void Send();
+    struct Batch {
+        std::vector<ApplicationChange> changes;
+        std::uint64_t last;    // number of the last one
+        std::size_t sent = 0;  // so many of them
+    };
+    void Enqueue();
+    void SendPiece();
+    void OnPieceSent();
 
     const Parts m_parts;
     std::vector<ApplicationChange> m_waiting;
+    std::deque<Batch> m_batches;  // allowed; the first one is being sent
     bool m_isAsking = false;
     std::uint64_t m_last = 0;
     std::uint64_t m_over = 0;

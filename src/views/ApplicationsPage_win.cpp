@@ -209,7 +209,8 @@ bool ApplicationsPage::ConfirmRemoval(std::size_t count) const {
                           .message = language.GetText(1360, "Remove the rules of the selected applications?") +
                                      "\n" + language.GetText(1361, "Number:") + " " + std::to_string(count),
                           .ok = language.GetText(406, "Remove"),
-                          .cancel = language.GetText(1001, "Cancel")})
+                          .cancel = language.GetText(1001, "Cancel"),
+                          .isCancelDefault = true})
         .Ask(::GetAncestor(Window(), GA_ROOT));
 }
 

@@ -6,6 +6,7 @@
 
 #include "ui/Controls.h"
 #include "ui/MessageDialog.h"
+#include "ui/ModalPlace.h"
 #include "ui/Paint.h"
 #include "ui/Questions.h"
 #include "ui/ResourceIds.h"
@@ -225,6 +226,9 @@ bool OptionsPage::MayLeave() {
     TakeFields();
     Section& section = Current();
     if (!section.draft.IsEdited() || section.attempt) return true;
+    // A connection question cannot end before one that is opened during it, and the driver waits for its answer.
+    const std::optional<HWND> owner = ModalOwner(::GetAncestor(Window(), GA_ROOT));
+    if (!owner) return false;
     m_isAsking = true;
     MessageDialog question(
         GetLook().fonts,
@@ -234,7 +238,7 @@ bool OptionsPage::MayLeave() {
          .ok = m_language.GetText(1116, "Apply"),
          .cancel = m_language.GetText(1216, "Stay here"),
          .other = m_language.GetText(1215, "Discard")});
-    const MessageAnswer answer = question.Choose(::GetAncestor(Window(), GA_ROOT));
+    const MessageAnswer answer = question.Choose(*owner);
     m_isAsking = false;
     if (answer == MessageAnswer::Cancel) return false;
     if (answer == MessageAnswer::Ok) {
@@ -275,7 +279,7 @@ void OptionsPage::OnTimer(UINT_PTR id) {
 
 void OptionsPage::Watch() {
     const FileStamp stamp = m_services.stampOptions();
-    if (stamp != m_stamp || IsFresh(stamp)) Read();
+    if (m_stamp != stamp || IsFresh(stamp)) Read();
 }
 
 void OptionsPage::Read() {
@@ -286,15 +290,17 @@ void OptionsPage::Read() {
     m_isReading = true;
     m_readsAgain = false;
     m_stamp = m_services.stampOptions();
-    m_services.readOptions([this, alive = std::weak_ptr(m_alive)](const OptionValues& values) {
+    m_services.readOptions([this, alive = std::weak_ptr(m_alive)](const std::optional<OptionValues>& values) {
         if (!alive.expired()) OnRead(values);
     });
 }
 
-void OptionsPage::OnRead(const OptionValues& values) {
+void OptionsPage::OnRead(const std::optional<OptionValues>& values) {
     m_isReading = false;
-    m_isLoaded = true;
-    if (std::exchange(m_values, values) != m_values) {
+    // Applied, the defaults that would show for a file that is held would take the place of all that it stores.
+    if (!values) m_stamp.reset();
+    m_isLoaded |= values.has_value();
+    if (values && std::exchange(m_values, *values) != m_values) {
         // What could not be stored may have been stored late.
         for (Section& section : m_sections) section.note = Note::None;
     }

@@ -39,7 +39,8 @@ public:
     // None of them waits. What they are given is called on this thread, later, and not at all when the program ends
     // before.
     struct Services {
-        std::function<void(std::function<void(OptionValues)> done)> readOptions;
+        // Nothing where it could not be read: it is read again, and until the first time nothing can be applied.
+        std::function<void(std::function<void(std::optional<OptionValues>)> done)> readOptions;
         // Of the file that readOptions reads.
         std::function<FileStamp()> stampOptions;
         std::function<void(HWND owner, std::function<void()> action, std::function<void()> refused)> checkPassword;
@@ -95,7 +96,7 @@ private:
     void WarnOfSpoofing();
 
     void Read();
-    void OnRead(const OptionValues& values);
+    void OnRead(const std::optional<OptionValues>& values);
     void UpdateStored();
     [[nodiscard]] FormDraft::Fields StoredFields(const SectionInfo& section) const;
     [[nodiscard]] std::string StoredField(int control) const;
@@ -129,10 +130,10 @@ private:
     std::vector<Section> m_sections;
     std::size_t m_current = 0;
 
-    OptionValues m_values;    // as read last
-    ResourceChoice m_choice;  // as the lists were filled, or as the last choice was sent
-    FileStamp m_stamp;        // of the file when it was read last
-    bool m_isLoaded = false;  // it has been read once
+    OptionValues m_values;             // as read last
+    ResourceChoice m_choice;           // as the lists were filled, or as the last choice was sent
+    std::optional<FileStamp> m_stamp;  // of the file when it was read last; none when it could not be
+    bool m_isLoaded = false;           // it has been read once
     bool m_isReading = false;
     bool m_readsAgain = false;
     bool m_isShowing = false;  // the page fills fields itself

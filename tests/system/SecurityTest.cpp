@@ -15,7 +15,8 @@ using namespace std::chrono_literals;
 
 constexpr int kResetTrusted = 970, kResetFingerprints = 971, kReset = 972, kTestMail = 973, kUpdate = 974,
               kDeleteLogs = 975, kSetPassword = 976, kNetworkOn = 700, kNetworkOff = 701;
-constexpr int kMessage = 905, kOldEdit = 1202, kEdit = 1204, kConfirmEdit = 1206;
+constexpr int kMessage = 905, kApply = 1101, kSecurityMessages = 1005, kDiscard = 1120, kOldEdit = 1202,
+              kEdit = 1204, kConfirmEdit = 1206;
 constexpr int kDayList = 1212, kMonthList = 1214, kYearList = 1216, kDayAndOlder = 523;
 constexpr char kPasswordCaption[] = "Security password";
 
@@ -217,24 +218,33 @@ TEST_F(SecurityTest, AsksOnceAtATimeOverADialogAndNotBesideAQuestion) {
     ASSERT_NE(password, nullptr);
     EXPECT_EQ(::GetWindow(password, GW_OWNER), about);
     Command(kResetFingerprints);  // refused without a word, as no second report says below
+    Command(kExitCommand);        // would be refused in the end, so it asks nothing
+    EXPECT_LT(AnswerTime(m_window, 5s), 5s);
+    EXPECT_EQ(FindProgramWindow(m_interface->Id(), m_caption, m_window), nullptr);
     ASSERT_TRUE(Answer(password, IDCANCEL));
     ASSERT_TRUE(WaitUntil([&] { return ::IsWindowEnabled(about) != FALSE; }));
     ASSERT_TRUE(Answer(about, IDOK));
     ExpectCommands({kInvalid});
 
-    // The driver waits for an answer that must not wait for the password.
+    // The driver waits for an answer that must not wait for the password, nor for what becomes of changes.
+    OpenOptions(0);
+    ASSERT_TRUE(WaitUntil([&] { return ::IsWindowEnabled(FindVisibleControl(m_window, kApply)) != FALSE; }));
+    Ask(FindVisibleControl(m_window, kSecurityMessages), BM_CLICK);
     Command(kNetworkOn);
     const HWND question = WaitForQuestion();
     ASSERT_NE(question, nullptr);
     Command(kResetFingerprints);
-    // The rules are read after the password that was asked for just now.
+    Command(kApplicationsPage);  // stays on the page with the changes
+    EXPECT_LT(AnswerTime(m_window, 5s), 5s);
+    ASSERT_TRUE(Answer(question, kNo));
+    ASSERT_TRUE(WaitForRecords("CONFIRM", 1));
+    // The rules are read after the password that was asked for above.
     Command(kApplicationsPage);
+    ASSERT_TRUE(Answer(WaitForOther(), kDiscard));
     ASSERT_TRUE(WaitUntil([&] {
         const HWND list = FindVisibleChild(m_window, kTreeClass);
         return list != nullptr && ListRows(list, 1, 1) == std::vector<std::vector<std::string>>{{"rule.exe"}};
     }));
-    ASSERT_TRUE(Answer(question, kNo));
-    ASSERT_TRUE(WaitForRecords("CONFIRM", 1));
     EXPECT_EQ(FindProgramWindow(m_interface->Id(), kPasswordCaption), nullptr);
     Command(kTestMail);
     password = WaitForPassword();

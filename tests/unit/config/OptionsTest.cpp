@@ -57,11 +57,14 @@ TEST_F(OptionReaderTest, ReadsEverythingAtOnce) {
     expected.SetText(OptionId::MailSubject, "first");
     expected.SetNumber(OptionId::ProxyType, 5);
     expected.SetNumber(OptionId::BlockSeconds, 0xFFFFFFFF);
-    const OptionValues values = m_options.ReadAll();
+    const OptionValues values = m_options.ReadAll().value();
     EXPECT_EQ(values, expected);
     EXPECT_EQ(values.Number(OptionId::ShowBlockedMessages), 1U);
     EXPECT_EQ(values.Number(OptionId::ProxyType), 5U);
     EXPECT_EQ(values.Number(OptionId::ShowSecurityMessages), 1U);  // the default: its record is cut
+    std::filesystem::remove(m_folder.File(kConfig));
+    std::filesystem::create_directory(m_folder.File(kConfig));
+    EXPECT_EQ(m_options.ReadAll(), std::nullopt);
 }
 
 }  // namespace

@@ -67,6 +67,8 @@ TEST(StatisticsTest, KeepsSumsRatesAndTheLastNotices) {
     ASSERT_TRUE(statistics.CurrentRates());
     EXPECT_EQ(statistics.CurrentRates()->in, "1.5 KB/s");
     EXPECT_EQ(statistics.CurrentRates()->out, "100 B/s");
+    statistics.Tick(TrafficIncrease{UINT64_MAX, 0}, 1000);  // of a driver that is confused
+    EXPECT_EQ(statistics.Totals(), (TrafficIncrease{UINT64_MAX, 300}));
     for (FileTime time = 1; time <= 51; ++time) statistics.AddNotice("notice " + std::to_string(time), time);
     statistics.AddNotice("", 52);
     EXPECT_EQ(statistics.NoticeCount(), 51U);

@@ -50,6 +50,12 @@ TEST_F(MessageDialogTest, IsAnsweredWithTheKeyboard) {
     EXPECT_FALSE(Ask());
     m_owner.PostMnemonic('o');
     EXPECT_TRUE(Ask());
+    m_owner.PostKey(VK_RETURN);
+    EXPECT_FALSE(
+        MessageDialog(
+            m_fonts,
+            {.caption = "Caption", .message = m_message, .ok = "OK", .cancel = "Cancel", .isCancelDefault = true})
+            .Ask(m_owner.Window()));
     // With OK alone Esc is no OK.
     m_owner.PostKey(VK_ESCAPE);
     EXPECT_FALSE(Ask(""));

@@ -22,6 +22,8 @@ protected:
         m_menu.AddSubMenu(std::move(timed), "&Block && wait", MenuImage::None, {.isChecked = true});
         m_menu.Add(3, "E&xit\tCtrl+X", MenuImage::Exit, {.isDefault = true});
         m_menu.Add(4, "Again &x");
+        m_menu.Add(5, "ordinary");  // O is the mnemonic of another one
+        m_menu.Add(6, "normal");
     }
 
     // Presses the keys in the open menu; what it returns then.
@@ -51,10 +53,11 @@ TEST_F(CPopupMenuTest, IsChosenFromWithTheKeyboard) {
     };
     const Row rows[] = {
         {{VK_DOWN, VK_RETURN}, 1},
-        {{VK_UP, VK_UP, VK_RETURN}, 3},
+        {{VK_UP, VK_UP, VK_UP, VK_UP, VK_RETURN}, 3},
         {{VK_DOWN, VK_ESCAPE}, 0},
         {{VK_DOWN, VK_DOWN, VK_RETURN, VK_ESCAPE}, 0},  // disabled: nothing is chosen
         {{'O'}, 1},
+        {{'N'}, 6},  // has no mnemonic
         {{'D', VK_ESCAPE}, 0},
         {{'B', VK_RETURN}, 21},  // opens the sub-menu
         {{VK_DOWN, VK_DOWN, VK_DOWN, VK_RIGHT, VK_DOWN, VK_RETURN}, 22},

@@ -118,6 +118,26 @@ TEST(ApplicationChangesTest, WhatIsRefusedIsOverBehindWhatIsBeingSent) {
     EXPECT_EQ(fixture.sent, (std::vector<std::string>{"a2", "a0"}));
 }
 
+TEST(ApplicationChangesTest, ManyGoInPiecesThatOthersComeBetween) {
+    ChangesFixture fixture;
+    ApplicationChanges& changes = fixture.changes;
+    for (std::size_t i = 0; i <= ApplicationChanges::kPiece; ++i) changes.Add({"a", RuleCommandAction::Deny});
+    changes.Carry();
+    fixture.allowed();
+    EXPECT_EQ(fixture.sent.size(), ApplicationChanges::kPiece);
+    fixture.Click(RuleCommandAction::Ask);
+    fixture.allowed();
+    EXPECT_EQ(fixture.deliveries.size(), 1U) << "behind the rest of the first ones";
+    fixture.deliveries[0]();
+    EXPECT_EQ(fixture.sent.back(), "a0");
+    EXPECT_EQ(changes.Over(), 0U);
+    fixture.deliveries[1]();
+    EXPECT_EQ(fixture.sent.back(), "a2");
+    EXPECT_EQ(changes.Over(), changes.Last() - 1);
+    fixture.deliveries[2]();
+    EXPECT_EQ(changes.Over(), changes.Last());
+}
+
 TEST(IconCacheTest, ReadsTheLastOnesFirstAndKeepsTheLastUsed) {
     IconCache<std::string> icons(2, 3);
     const auto load = [&] {

@@ -31,7 +31,7 @@ protected:
     ResourceChoice current = {"Default", "Slovak"};
     bool takes = true;
     std::vector<std::string> applied;
-    OptionValues stored;
+    std::optional<OptionValues> stored = OptionValues();
     FakeUserValues userValues;
     // What waits for the service or the password.
     std::vector<std::function<void()>> delivered;
@@ -128,17 +128,29 @@ TEST_F(OptionsPageTest, KeepsEditsWhenThePasswordIsRefused) {
     EXPECT_EQ(Note(), "Changes are not applied yet.");
 }
 
+TEST_F(OptionsPageTest, AFileThatCannotBeReadLeavesTheFieldsAsTheyWere) {
+    stored->SetNumber(OptionId::ShowBlockedMessages, 1);
+    page->Reload();
+    ASSERT_EQ(Ask(1006, BM_GETCHECK), BST_CHECKED);
+    stored.reset();
+    page->Reload();
+    EXPECT_EQ(Ask(1006, BM_GETCHECK), BST_CHECKED);
+    stored.emplace();  // the file is let go of, unchanged or not
+    ::SendMessageA(page->Window(), WM_TIMER, 1, 0);
+    EXPECT_EQ(Ask(1006, BM_GETCHECK), BST_UNCHECKED);
+}
+
 TEST_F(OptionsPageTest, ABatchThatEndsLateOrAfterThePageDoesNothing) {
     Ask(1006, BM_CLICK);
     Apply();
     EXPECT_EQ(Note(), "Applying...");
-    stored.SetNumber(OptionId::ShowBlockedMessages, 1);
+    stored->SetNumber(OptionId::ShowBlockedMessages, 1);
     delivered.at(0)();
     EXPECT_EQ(Note(), "Stored.");
     Ask(1005, BM_CLICK);
     Apply();
     // The first one's end again, as of one that was given up before: it says nothing about this one.
-    stored.SetNumber(OptionId::ShowSecurityMessages, 0);
+    stored->SetNumber(OptionId::ShowSecurityMessages, 0);
     delivered.at(0)();
     EXPECT_EQ(Note(), "Applying...");
     page.reset();
