@@ -21,8 +21,8 @@ constexpr std::chrono::milliseconds kSettingsPause{20};
 
 bool Leaving::Confirm(HWND window, std::string message, DefaultAnswer byEnter) const {
     // Over a dialog that is open, so that the last one that was opened is the first to be answered.
-    const std::optional<HWND> owner = ModalOwner(window);
-    return owner && AskToContinue(m_parts.fonts, m_parts.language, *owner, std::move(message), byEnter);
+    const HWND owner = ModalOwner(window).value_or(window);
+    return AskToContinue(m_parts.fonts, m_parts.language, owner, std::move(message), byEnter);
 }
 
 void Leaving::LeaveScreen(HWND window) {
