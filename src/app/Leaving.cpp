@@ -22,9 +22,8 @@ constexpr std::chrono::milliseconds kSettingsPause{20};
 
 bool Leaving::Confirm(HWND window, const Text& question, DefaultAnswer byEnter) const {
     // Over a dialog that is open, so that the last one that was opened is the first to be answered.
-    const std::optional<HWND> owner = ModalOwner(window);
-    return owner &&
-           AskToContinue(m_parts.fonts, m_parts.language, *owner, m_parts.language.GetText(question), byEnter);
+    const HWND owner = ModalOwner(window).value_or(window);
+    return AskToContinue(m_parts.fonts, m_parts.language, owner, m_parts.language.GetText(question), byEnter);
 }
 
 void Leaving::LeaveScreen(HWND window) {

@@ -75,12 +75,12 @@ TEST(StatisticsTest, KeepsSumsRatesAndTheLastNotices) {
     EXPECT_EQ(statistics.Notices().size(), 50U);
     EXPECT_EQ(statistics.Notices().front().text, "notice 51");
     EXPECT_EQ(statistics.Notices().back().time, 2U);
-    EXPECT_EQ(changes, 2 + 51);
+    EXPECT_EQ(changes, 3 + 51);
     for (int twice = 0; twice < 2; ++twice) {
         statistics.SetMode({.mode = ProtectionMode::BlockAll, .until = 9});
         statistics.SetConnections(4);
     }
-    EXPECT_EQ(changes, 2 + 51 + 2);
+    EXPECT_EQ(changes, 3 + 51 + 2);
 }
 
 }  // namespace
