@@ -95,8 +95,8 @@ public:
             PageTexts{.title = m_language.GetText(45, "Statistics"),
                       .line = m_language.GetText(1010, "Network traffic of this computer."),
                       .empty = {}},
-            m_statistics, [](const auto& done) { done(128); },
-            [this](StatisticsPage::Count count) { m_statistics.SetConnections(count); });
+            m_statistics);
+        m_statistics.SetConnections(128);
         m_statistics.SetMode({.mode = ProtectionMode::BlockAll, .until = kStart + 900 * kFileTimePerSecond});
         for (int second = 0; second < 90; ++second) {
             const auto time = static_cast<std::uint64_t>(second);

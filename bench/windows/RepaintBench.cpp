@@ -82,8 +82,7 @@ private:
             m_statistics.Tick(TrafficIncrease{second * 7919 % 500'000, second * 7907 % 500'000}, 1000);
             m_statistics.AddNotice("Access of a program was denied.", second);
         }
-        return std::make_unique<StatisticsPage>(
-            m_fonts, m_language, TextsOf(info), m_statistics, [](const auto&) {}, [](StatisticsPage::Count) {});
+        return std::make_unique<StatisticsPage>(m_fonts, m_language, TextsOf(info), m_statistics);
     }
 
     std::unique_ptr<CPage> MakeConnections(const PageInfo& info) {
@@ -101,8 +100,7 @@ private:
             done(std::move(rows));
         };
         return std::make_unique<ConnectionsPage>(
-            ListPageContext{.fonts = m_fonts, .language = m_language, .userValues = m_values}, TextsOf(info), read,
-            [](std::optional<std::size_t>) {});
+            ListPageContext{.fonts = m_fonts, .language = m_language, .userValues = m_values}, TextsOf(info), read);
     }
 
     double RepaintOnce() {

@@ -48,6 +48,8 @@ constexpr char kSupportPage[] = "https://www.brennvar.example/support/index.php"
 // Severity of a clock event in the service's log.
 constexpr std::uint32_t kSeverityWarning = 2;
 
+constexpr unsigned kTicksPerCount = 2;  // as often as the Connections page reads them
+
 constexpr INT_PTR kResultExit = 0;
 constexpr INT_PTR kResultRestart = 1;
 
@@ -109,24 +111,20 @@ void FirewallControlCenterDialog::OnInitDialog() {
 
     m_connections = std::make_unique<ConnectionsReader>(m_devices, m_reads, m_link,
                                                         m_language.GetText(313, "no process associated"));
-    m_pageFactory.emplace(PageFactory::Parts{
-        .fonts = m_fonts,
-        .language = m_language,
-        .userValues = m_userValues,
-        .link = m_link,
-        .gate = m_gate,
-        .reads = m_reads,
-        .readsClock = m_readsClock,
-        .connections = *m_connections,
-        .statistics = m_statistics,
-        .applicationChanges = m_applicationChanges,
-        .showConnectionCount =
-            [this](std::optional<std::size_t> count) {
-                m_statistics.SetConnections(count);
-                m_status.ShowConnections(count);
-            },
-        .applyResources = [this](const ResourceChoice& current,
-                                 const ResourceChoice& chosen) { return ApplyResources(current, chosen); }});
+    m_pageFactory.emplace(
+        PageFactory::Parts{.fonts = m_fonts,
+                           .language = m_language,
+                           .userValues = m_userValues,
+                           .link = m_link,
+                           .gate = m_gate,
+                           .reads = m_reads,
+                           .readsClock = m_readsClock,
+                           .connections = *m_connections,
+                           .statistics = m_statistics,
+                           .applicationChanges = m_applicationChanges,
+                           .applyResources = [this](const ResourceChoice& current, const ResourceChoice& chosen) {
+                               return ApplyResources(current, chosen);
+                           }});
     CreateFrame(m_language.GetText(41, "Brennvar Personal Firewall"), PageEntries());
     m_status.Create(Window(), GetLook());
     RestorePlace();
@@ -215,8 +213,20 @@ void FirewallControlCenterDialog::RefreshStatistics() {
     if (increase) m_tray.Icons().OnTraffic(*increase);
     const bool isIdle = increase == TrafficIncrease();
     // While traffic flows, or while the driver cannot tell, the mode is only looked at.
-    if (isIdle || ::IsWindowVisible(Window())) m_modes.Tick(isIdle);
+    if (isIdle || IsSeen()) m_modes.Tick(isIdle);
     ShowMode();  // the time that is left
+    CountConnections();
+}
+
+void FirewallControlCenterDialog::CountConnections() {
+    // Large tables take the driver a while; nobody sees the number while the window is away.
+    if (!IsSeen() || m_isCounting || m_statisticsTicks++ % kTicksPerCount != 0) return;
+    m_isCounting = true;
+    m_connections->Count([this](std::optional<std::size_t> count) {
+        m_isCounting = false;
+        m_statistics.SetConnections(count);
+        m_status.ShowConnections(count);
+    });
 }
 
 void FirewallControlCenterDialog::CheckNetwork() {

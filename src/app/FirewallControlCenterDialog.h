@@ -80,6 +80,7 @@ private:
 
     // One per timer.
     void RefreshStatistics();
+    void CountConnections();
     void CheckNetwork();
     void CheckClock();
     void AnswerPendingQuestion();
@@ -150,6 +151,8 @@ private:
     TrafficMeter m_meter;
     std::chrono::steady_clock::time_point m_lastMeterTick{};  // when the meter last got totals
     Statistics m_statistics;
+    unsigned m_statisticsTicks = 0;  // while the window is seen
+    bool m_isCounting = false;
     bool m_isCheckingClock = false;
     bool m_isFetchingTrayText = false;
     bool m_isHandlingTrayText = false;

@@ -127,7 +127,7 @@ std::optional<LRESULT> FrameDialog::OnMessage(UINT message, WPARAM wParam, LPARA
             OnMinimise();
             return 0;
         case WM_WINDOWPOSCHANGED:
-            m_pages.OnWindowSeen(::IsWindowVisible(Window()) && !::IsIconic(Window()));
+            m_pages.OnWindowSeen(IsSeen());
             return std::nullopt;  // Windows makes WM_SIZE of it
         case WM_ENTERSIZEMOVE: m_grip.OnEnterSizeMove(); return std::nullopt;
         case WM_EXITSIZEMOVE: m_grip.OnExitSizeMove(); return std::nullopt;

@@ -32,6 +32,8 @@ protected:
     // Back from the notification area or the task bar, and to the front.
     void RestoreWindow();
 
+    // Neither minimised nor in the notification area.
+    [[nodiscard]] bool IsSeen() const { return ::IsWindowVisible(Window()) && !::IsIconic(Window()); }
     [[nodiscard]] PageHost& Pages() { return m_pages; }
     [[nodiscard]] const Look& GetLook() const { return *m_look; }
 

@@ -33,9 +33,7 @@ std::unique_ptr<CPage> PageFactory::Make(const PageInfo& info) const {
 }
 
 std::unique_ptr<CPage> PageFactory::MakeStatistics(PageTexts texts) const {
-    return std::make_unique<StatisticsPage>(
-        m_parts.fonts, m_parts.language, std::move(texts), m_parts.statistics,
-        [&reader = m_parts.connections](auto done) { reader.Count(std::move(done)); }, m_parts.showConnectionCount);
+    return std::make_unique<StatisticsPage>(m_parts.fonts, m_parts.language, std::move(texts), m_parts.statistics);
 }
 
 ListPageContext PageFactory::Lists() const {
@@ -45,8 +43,7 @@ ListPageContext PageFactory::Lists() const {
 std::unique_ptr<CPage> PageFactory::MakeConnections(PageTexts texts) const {
     return std::make_unique<ConnectionsPage>(
         Lists(), std::move(texts),
-        [&reader = m_parts.connections](ConnectionsReader::Done done) { reader.Read(std::move(done)); },
-        m_parts.showConnectionCount);
+        [&reader = m_parts.connections](ConnectionsReader::Done done) { reader.Read(std::move(done)); });
 }
 
 std::unique_ptr<CPage> PageFactory::MakeApplications(PageTexts texts) const {

@@ -37,7 +37,6 @@ public:
         ConnectionsReader& connections;
         Statistics& statistics;
         ApplicationChanges& applicationChanges;
-        std::function<void(std::optional<std::size_t>)> showConnectionCount;
         // The user's choice of skin and language. False: not now.
         std::function<bool(const ResourceChoice& current, const ResourceChoice& chosen)> applyResources;
     };

@@ -10,11 +10,8 @@ constexpr UINT kRefreshPeriod = 2000;  // ms
 
 }  // namespace
 
-ConnectionsPage::ConnectionsPage(const ListPageContext& context, PageTexts texts, Reader read,
-                                 CountShown countShown)
-    : ListPage(context, std::move(texts), "Connections"),
-      m_read(std::move(read)),
-      m_countShown(std::move(countShown)) {}
+ConnectionsPage::ConnectionsPage(const ListPageContext& context, PageTexts texts, Reader read)
+    : ListPage(context, std::move(texts), "Connections"), m_read(std::move(read)) {}
 
 ListPage::Content ConnectionsPage::DescribeList() const {
     const Language& language = GetLanguage();
@@ -59,13 +56,11 @@ TreeCell ConnectionsPage::SourceCell(int row, int column) const {
 
 void ConnectionsPage::OnShow() {
     ::SetTimer(Window(), kRefreshTimer, kRefreshPeriod, nullptr);
-    m_countShown(m_rows.empty() ? std::nullopt : std::optional(m_rows.size()));
     Reload();
 }
 
 void ConnectionsPage::OnHide() {
     ::KillTimer(Window(), kRefreshTimer);
-    m_countShown(std::nullopt);
 }
 
 void ConnectionsPage::OnTimer(UINT_PTR id) {
@@ -86,7 +81,6 @@ void ConnectionsPage::OnRead(Reading reading) {
     }
     SetEmptyText(GetLanguage().GetText(1016, "There are no connections and no listening ports."));
     ChangeRows([this, &reading] { m_rows = std::move(*reading); });
-    if (IsShown()) m_countShown(m_rows.size());
 }
 
 }  // namespace brennvar

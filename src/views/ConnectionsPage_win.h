@@ -18,10 +18,8 @@ public:
     using Reading = ConnectionsReader::Reading;
     // Reads without keeping the caller waiting; calls done later, on the same thread, or not at all.
     using Reader = std::function<void(ConnectionsReader::Done done)>;
-    // Told how many rows were read, and nothing when the page is hidden.
-    using CountShown = std::function<void(std::optional<std::size_t>)>;
 
-    ConnectionsPage(const ListPageContext& context, PageTexts texts, Reader read, CountShown countShown);
+    ConnectionsPage(const ListPageContext& context, PageTexts texts, Reader read);
 
     void Reload() override;
 
@@ -37,7 +35,6 @@ private:
     void OnRead(Reading reading);
 
     const Reader m_read;
-    const CountShown m_countShown;
     std::vector<ConnectionRow> m_rows;
 };
 

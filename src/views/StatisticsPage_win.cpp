@@ -10,9 +10,6 @@
 namespace brennvar {
 namespace {
 
-constexpr UINT_PTR kCountTimer = 1;
-constexpr UINT kCountPeriod = 2000;  // ms
-
 // At 96 pixels per inch.
 constexpr int kGap = 8;
 constexpr int kCardHeight = 80;
@@ -27,12 +24,10 @@ constexpr char kUnknown[] = "-";
 }  // namespace
 
 StatisticsPage::StatisticsPage(const CFonts& fonts, const Language& language, PageTexts texts,
-                               Statistics& statistics, Counter count, CountShown countShown)
+                               Statistics& statistics)
     : CPage(fonts, std::move(texts)),
       m_language(language),
       m_statistics(statistics),
-      m_count(std::move(count)),
-      m_countShown(std::move(countShown)),
       m_incoming(statistics.Incoming()),
       m_outgoing(statistics.Outgoing()),
       m_attacks(statistics.Attacks()) {}
@@ -116,26 +111,12 @@ void StatisticsPage::PlaceCards(const RECT& band) {
 }
 
 void StatisticsPage::OnShow() {
-    ::SetTimer(Window(), kCountTimer, kCountPeriod, nullptr);
     m_statistics.Watch([this] { ShowStatistics(); });
     ShowStatistics();
-    Reload();
 }
 
 void StatisticsPage::OnHide() {
-    ::KillTimer(Window(), kCountTimer);
     m_statistics.Watch({});
-    m_countShown(std::nullopt);
-}
-
-void StatisticsPage::OnTimer(UINT_PTR id) {
-    if (id == kCountTimer && IsShown()) Reload();  // a tick may still come when the page is hidden
-}
-
-void StatisticsPage::Reload() {
-    m_count([this](Count count) {
-        if (IsShown()) m_countShown(count);
-    });
 }
 
 void StatisticsPage::ShowStatistics() {
@@ -162,7 +143,7 @@ void StatisticsPage::ShowCards() {
          mode.until ? m_language.GetText(1335, "until") + " " + FormatTimeOfDay(*mode.until, TimeOfDay::Minutes)
                     : m_language.GetText(1336, "until changed"));
 
-    const Count connections = m_statistics.Connections();
+    const std::optional<std::size_t> connections = m_statistics.Connections();
     show(Connections, connections ? std::to_string(*connections) : kUnknown,
          m_language.GetText(1337, "at present"));
     show(Attacks, std::to_string(m_statistics.AttackCount()), m_language.GetText(1338, "since the start"));

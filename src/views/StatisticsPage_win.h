@@ -20,19 +20,8 @@ namespace brennvar {
 
 class StatisticsPage final : public CPage, private TreeRows {
 public:
-    using Count = std::optional<std::size_t>;
-    // Counts the connections without keeping the caller waiting; calls done later, on the same thread, or not at
-    // all. Nothing: the driver cannot be read.
-    using Counter = std::function<void(std::function<void(Count)> done)>;
-    // Told the number of connections, and nothing when the page is hidden. It passes it on to the statistics.
-    using CountShown = std::function<void(Count)>;
-
     // The statistics are borrowed for the life of the window.
-    StatisticsPage(const CFonts& fonts, const Language& language, PageTexts texts, Statistics& statistics,
-                   Counter count, CountShown countShown);
-
-    // Counts the connections now.
-    void Reload() override;
+    StatisticsPage(const CFonts& fonts, const Language& language, PageTexts texts, Statistics& statistics);
 
 private:
     enum Card { In, Out, Mode, Connections, Attacks, CardCount };
@@ -46,7 +35,6 @@ private:
     void OnPlaceContent(const RECT& place) override;
     void OnShow() override;
     void OnHide() override;
-    void OnTimer(UINT_PTR id) override;
 
     [[nodiscard]] int RowCount() const override { return static_cast<int>(m_statistics.Notices().size()); }
     [[nodiscard]] TreeCell Cell(int row, int column) const override;
@@ -59,8 +47,6 @@ private:
 
     const Language& m_language;
     Statistics& m_statistics;
-    const Counter m_count;
-    const CountShown m_countShown;
     std::array<CardTexts, CardCount> m_cards;
     C2DPushGraph m_incoming;
     C2DPushGraph m_outgoing;

@@ -43,6 +43,10 @@ TEST_F(StatisticsTest, FirstPageShowsTrafficConnectionsAttacksAndNotices) {
     EXPECT_EQ(rows[0][1], "The second one.");
     EXPECT_EQ(rows[1][1], "The first one.");
     EXPECT_EQ(rows[0][0].size(), std::string("12:34:56").size()) << rows[0][0];
+
+    // The status line goes on counting, whatever page is shown.
+    Command(kOptionsPage);
+    EXPECT_TRUE(WaitForText(IDC_STATUS_CONNECTIONS, "Connections: 2"));
 }
 
 TEST_F(StatisticsTest, TellsWithoutDriverThatNothingIsKnown) {
