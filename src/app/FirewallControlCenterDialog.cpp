@@ -7,7 +7,6 @@
 
 #include "app/AboutDialog.h"
 #include "app/ModeLink.h"
-#include "base/NetworkAddresses_win.h"
 #include "base/Processes_win.h"
 #include "config/Folders.h"
 #include "config/Folders_win.h"
@@ -45,9 +44,6 @@ constexpr int kFirstPage = IDM_STATISTICS;
 constexpr char kHelpPage[] = "https://www.brennvar.example/help/index.php";
 constexpr char kSupportPage[] = "https://www.brennvar.example/support/index.php";
 
-// Severity of a clock event in the service's log.
-constexpr std::uint32_t kSeverityWarning = 2;
-
 constexpr unsigned kTicksPerCount = 2;  // as often as the Connections page reads them
 
 constexpr INT_PTR kResultExit = 0;
@@ -63,8 +59,6 @@ UINT FirewallControlCenterDialog::OpenWindowMessage() {
 FirewallControlCenterDialog::FirewallControlCenterDialog(Clock& clock)
     : FrameDialog(m_fonts, m_language, m_userValues),
       m_clock(clock),
-      m_clockCheck(m_clock.UtcNow()),
-      m_networkSignature(NetworkSignature(ReadInterfaceAddresses())),
       m_promptWorld(
           GetDataFolder(), GetInstallationFolder(), m_promptConnector, m_clock,
           [this](const PromptQuestion& question) { return AskUser(question); },
@@ -187,8 +181,8 @@ void FirewallControlCenterDialog::RestGripWhileAway() {
 void FirewallControlCenterDialog::OnTimer(UINT_PTR id) {
     switch (id) {
         case kStatisticsTimer.id: RefreshStatistics(); break;
-        case kNetworkTimer.id: CheckNetwork(); break;
-        case kClockTimer.id: CheckClock(); break;
+        case kNetworkTimer.id: m_machine.CheckNetwork(); break;
+        case kClockTimer.id: m_machine.CheckClock(); break;
         case kPromptTimer.id: AnswerPendingQuestion(); break;
         case kTrayTextTimer.id: FetchTrayNotice(); break;
         case kGripTimer.id: TickGrip(); break;
@@ -229,27 +223,6 @@ void FirewallControlCenterDialog::CountConnections() {
     });
 }
 
-void FirewallControlCenterDialog::CheckNetwork() {
-    const std::uint32_t signature = NetworkSignature(ReadInterfaceAddresses());
-    if (std::exchange(m_networkSignature, signature) == signature) return;
-    m_link.Send([](CommandPipe& pipe) { pipe.CMD_RELOAD_ADVANCED_RULES(); });
-}
-
-void FirewallControlCenterDialog::CheckClock() {
-    if (m_isCheckingClock) return;
-    m_isCheckingClock = true;
-    const ClockCheck::Jump jump = m_clockCheck.Tick(m_clock.UtcNow());
-    m_isCheckingClock = false;
-    if (jump == ClockCheck::Jump::None) return;
-    const bool past = jump == ClockCheck::Jump::Past;
-    m_link.Send([title = m_language.GetText(59, "System time changed"),
-                 subject = past ? m_language.GetText(60, "Past") : m_language.GetText(62, "Future"),
-                 detail = past ? m_language.GetText(61, "System time changed to the past")
-                               : m_language.GetText(63, "System time changed to the future")](CommandPipe& pipe) {
-        pipe.CMD_EVENT_REPORT(title, subject, kSeverityWarning, detail);
-    });
-}
-
 void FirewallControlCenterDialog::FetchTrayNotice() {
     if (m_isFetchingTrayText) return;
     m_isFetchingTrayText = true;
@@ -270,7 +243,7 @@ void FirewallControlCenterDialog::RunCompletions() {
 void FirewallControlCenterDialog::AnswerPendingQuestion() {
     // Ticks that come while a question is on screen do nothing. A cycle that has answered may have waited for the
     // service with this thread, which must not look like a jump of the clock.
-    if (m_prompts.RunCycle() == PromptCycle::Answered) m_clockCheck.SkipNext();
+    if (m_prompts.RunCycle() == PromptCycle::Answered) m_machine.SkipNextClockCheck();
 }
 
 PromptAnswer FirewallControlCenterDialog::AskUser(const PromptQuestion& question) {
@@ -377,7 +350,7 @@ std::optional<LRESULT> FirewallControlCenterDialog::OnMessage(UINT message, WPAR
             return 0;
         case WM_POWERBROADCAST:
             // The clock went on while the machine slept.
-            if (wParam == PBT_APMRESUMEAUTOMATIC) m_clockCheck.SkipNext();
+            if (wParam == PBT_APMRESUMEAUTOMATIC) m_machine.SkipNextClockCheck();
             return TRUE;
         default: return FrameDialog::OnMessage(message, wParam, lParam);
     }

@@ -15,9 +15,9 @@
 #include "app/ControlCommands.h"
 #include "app/FrameDialog.h"
 #include "app/Leaving.h"
+#include "app/MachineWatch.h"
 #include "app/PageFactory.h"
 #include "app/StatusLine.h"
-#include "base/ClockCheck.h"
 #include "base/StopSignal.h"
 #include "base/SystemClock.h"
 #include "commands/ProtectionModes.h"
@@ -81,8 +81,6 @@ private:
     // One per timer.
     void RefreshStatistics();
     void CountConnections();
-    void CheckNetwork();
-    void CheckClock();
     void AnswerPendingQuestion();
     void FetchTrayNotice();
 
@@ -110,8 +108,6 @@ private:
     StopSignal m_neverStopped;  // waits on this thread are never cut short
     Clock& m_clock;
     WinDeviceOpener m_devices;
-    ClockCheck m_clockCheck;
-    std::uint32_t m_networkSignature;
     WinUserValues m_userValues;
     Language m_language{nullptr};
     CFonts m_fonts{GetFontCharset(CurrentLanguageName())};
@@ -124,6 +120,7 @@ private:
     ConnectionPromptService m_prompts{m_devices, m_promptWorld};
 
     ServiceLink m_link;
+    MachineWatch m_machine{m_clock, m_language, m_link};
     // Reads files and the driver's tables, which the service may hold or which may be large.
     LinkThread m_reads;
     SystemClock m_readsClock{m_reads.Stopping()};
@@ -153,7 +150,6 @@ private:
     Statistics m_statistics;
     unsigned m_statisticsTicks = 0;  // while the window is seen
     bool m_isCounting = false;
-    bool m_isCheckingClock = false;
     bool m_isFetchingTrayText = false;
     bool m_isHandlingTrayText = false;
     bool m_isGripResting = false;
