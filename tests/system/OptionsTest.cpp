@@ -6,7 +6,7 @@
 namespace brennvar::test {
 namespace {
 
-enum Section { kGeneral, kEnhancements, kLogging, kMiscellaneous, kFileSharing = 5, kFiltering };
+enum Section { kGeneral, kEnhancements, kLogging, kMiscellaneous, kIcmp, kFileSharing, kFiltering };
 
 constexpr int kApply = 1101, kNote = 1102, kDiscard = 1120, kMessage = 905;
 constexpr int kSiteControl = 1110, kCookies = 1114, kFilterPort = 1079;
@@ -56,7 +56,7 @@ protected:
     }
 };
 
-TEST_F(OptionsTest, SectionsSendTheirGroupAndShowWhatIsStored) {
+TEST_F(OptionsTest, EverySectionSendsItsGroupAndShowWhatIsStored) {
     ASSERT_NO_FATAL_FAILURE(StartAt(kGeneral));
     std::vector<std::string> expected;
     const auto apply = [&](const std::vector<std::string>& lines) {
@@ -108,6 +108,19 @@ TEST_F(OptionsTest, SectionsSendTheirGroupAndShowWhatIsStored) {
            Value(70, "02"), Event("4D697363656C6C616E656F7573")});
     EXPECT_EQ(Field(1067), "");
     EXPECT_EQ(Field(1070), "SOCKS5");
+
+    OpenOptions(kIcmp);
+    Click(1063);
+    lines.clear();
+    for (int id = 42; id <= 63; ++id) {
+        lines.push_back(Value(id, id == 42 || id == 43 || id == 47 || id == 57 || id == 63 ? on : ""));
+    }
+    lines.insert(lines.end(), {Event("49434D50"), "COMMAND 5596 0:10"});
+    apply(lines);
+
+    OpenOptions(kFileSharing);
+    Click(1003);
+    apply({Value(2, ""), Value(3, on), Event("46696C652073686172696E67"), "COMMAND 5596 0:07"});
 }
 
 TEST_F(OptionsTest, FollowsTheFileButForTheFieldThatTheUserEdits) {
