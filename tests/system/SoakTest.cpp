@@ -26,7 +26,7 @@ constexpr int kWarmUpRounds = 2;
 constexpr int kWarmUpSeconds = 120;
 // What the system makes once, whenever two threads first meet at a lock. A leak is one for each tick, or notice.
 constexpr int kHandleTolerance = 4;
-constexpr std::size_t kMemoryTolerance = 1024 * 1024;
+constexpr std::size_t kMemoryTolerance = std::size_t{1024} * 1024;
 // Played seconds for each notice, so that some come in each stage of the warm-up.
 constexpr int kNoticePeriod = 10;
 
