@@ -62,8 +62,12 @@ rm -f out/*.png
 
 drive "enabled:$question:334"
 picture 1-question
-drive "press:$question:573" "press:$question:334" "gone:$question" "command:$main:462" "rows:$main:8"
-picture 2-connections
-drive "command:$main:439" "rows:$main:4"
-picture 3-applications
+drive "press:$question:573" "press:$question:334" "gone:$question" "page:$main:461"
+picture 2-statistics
+drive "page:$main:462" "rows:$main:8"
+picture 3-connections
+drive "page:$main:439" "rows:$main:5"
+picture 4-applications
+drive "page:$main:437"
+picture 5-options
 grep -F " CONFIRM " "$data/journal.txt" | sed 's/^[0-9]* /answer received: /'
