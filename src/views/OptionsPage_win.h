@@ -60,6 +60,8 @@ public:
 
 private:
     using Clock = std::chrono::steady_clock;
+    static constexpr UINT_PTR kAttemptTimer = 2;
+    static constexpr int kFilteringApplied = 1199;  // a command that the page posts to itself
     enum class Note { None, Stored, NotStored };
     // A change on its way to the service; begins with zeros.
     struct Attempt {
@@ -103,6 +105,7 @@ private:
     void FillResourceLists();
     void Watch();
 
+    // Applying (OptionsPageApply_win.cpp)
     void Apply();
     void ApplyOptions(std::size_t index);
     void SendOptions(std::size_t index);
