@@ -1,5 +1,6 @@
-# Stops the build when a file under src/ includes a folder that cmake/layers.txt does not allow to it, or when a
-# file outside the Windows layer includes a Windows header.
+# Stops the build when a file under src/ includes a folder that cmake/layers.txt does not allow to it, or when its name
+# does not tell whether it is there on Windows only. Such a file ends in _win: one that includes a header of Windows, or
+# one of ours that ends so, and a header that is implemented by such files alone.
 cmake_minimum_required(VERSION 3.25)
 file(STRINGS ${SOURCE_DIR}/cmake/layers.txt rows REGEX "^[a-z]+:")
 foreach(row IN LISTS rows)
@@ -20,19 +21,26 @@ foreach(file IN LISTS files)
     continue()
   endif()
   file(STRINGS ${SOURCE_DIR}/src/${file} includes REGEX "^ *# *include")
+  set(needs_windows FALSE)
   foreach(include IN LISTS includes)
     if(include MATCHES "\"([a-z]+)/" AND NOT CMAKE_MATCH_1 IN_LIST allowed_${folder})
       string(APPEND faults "src/${file} includes ${CMAKE_MATCH_1}/, which ${folder}/ may not\n")
     endif()
-    set(is_windows_file FALSE)
-    if(file MATCHES "_win\\.(h|cpp)$" OR folder STREQUAL "ui" OR folder STREQUAL "app")
-      set(is_windows_file TRUE)
-    endif()
-    if(NOT is_windows_file AND (include MATCHES "<(windows|winsock2|ws2tcpip|iphlpapi|shellapi|commctrl|shlobj|tlhelp32)\\.h>"
-                                OR include MATCHES "_win\\.h\""))
-      string(APPEND faults "src/${file} includes a Windows header but is not named _win\n")
+    if(include MATCHES "<(windows|winsock2|ws2tcpip|iphlpapi|shellapi|commctrl|shlobj|tlhelp32|winver|wincodec)\\.h>"
+       OR include MATCHES "_win\\.h\"")
+      set(needs_windows TRUE)
     endif()
   endforeach()
+  string(REGEX REPLACE "(_win)?\\.(h|cpp)$" "" stem ${SOURCE_DIR}/src/${file})
+  if(file MATCHES "\\.h$" AND EXISTS ${stem}_win.cpp AND
+     (file MATCHES "_win\\.h$" OR NOT (EXISTS ${stem}.cpp OR EXISTS ${stem}_win.h)))
+    set(needs_windows TRUE)
+  endif()
+  if(needs_windows AND NOT file MATCHES "_win\\.(h|cpp)$")
+    string(APPEND faults "src/${file} needs Windows but is not named _win\n")
+  elseif(NOT needs_windows AND file MATCHES "_win\\.(h|cpp)$")
+    string(APPEND faults "src/${file} is named _win but does not need Windows\n")
+  endif()
 endforeach()
 if(NOT faults STREQUAL "")
   message(FATAL_ERROR "layers:\n${faults}")

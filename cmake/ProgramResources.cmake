@@ -4,7 +4,7 @@
 function(add_program_resources target file)
   target_sources(${target} PRIVATE ${file})
   target_include_directories(${target} PRIVATE ${PROJECT_SOURCE_DIR}/src/app ${PROJECT_SOURCE_DIR}/assets)
-  set(inputs src/app/BrennvarGUI.rc src/app/BrennvarGUI.manifest src/ui/ResourceIds.h assets/shield.ico
+  set(inputs src/app/BrennvarGUI.rc src/app/BrennvarGUI.manifest src/config/ResourceIds.h src/ui/ToolkitIds.h assets/shield.ico
     assets/program.ico assets/art/menu_icons.png assets/tray/idle_normal.ico assets/tray/idle_allow.ico
     assets/tray/idle_block.ico assets/tray/traffic_in.ico assets/tray/traffic_out.ico assets/tray/traffic_both.ico)
   list(TRANSFORM inputs PREPEND ${PROJECT_SOURCE_DIR}/)

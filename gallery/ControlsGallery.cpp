@@ -5,16 +5,16 @@
 // windows.h must stand before commctrl.h.
 #include <commctrl.h>
 
-#include "ui/Button.h"
-#include "ui/CheckBox.h"
-#include "ui/ComboBox.h"
-#include "ui/Edit.h"
-#include "ui/GradientStatic.h"
-#include "ui/GroupBox.h"
-#include "ui/IpAddressBox.h"
-#include "ui/Label.h"
-#include "ui/ProgressBar.h"
-#include "ui/RadioButton.h"
+#include "controls/Button_win.h"
+#include "controls/CheckBox_win.h"
+#include "controls/ComboBox_win.h"
+#include "controls/Edit_win.h"
+#include "controls/GradientStatic_win.h"
+#include "controls/GroupBox_win.h"
+#include "controls/IpAddressBox_win.h"
+#include "controls/Label_win.h"
+#include "controls/ProgressBar_win.h"
+#include "controls/RadioButton_win.h"
 
 namespace brennvar::gallery {
 namespace {

@@ -24,7 +24,7 @@
 #include "Desktop.h"
 #include "Picture.h"
 #include "Programs.h"
-#include "ui/TreeMessages.h"
+#include "tree/TreeMessages_win.h"
 
 #include <cstdio>
 #include <cstdlib>

@@ -3,8 +3,8 @@
 
 #include <memory>
 
-#include "ui/Look.h"
-#include "ui/Paint.h"
+#include "ui/Look_win.h"
+#include "ui/Paint_win.h"
 
 namespace brennvar::gallery {
 

@@ -5,20 +5,20 @@
 #include <optional>
 
 #include "OpeningPage.h"
-#include "app/AboutDialog.h"
-#include "app/ModeCell.h"
-#include "app/StatusLine.h"
+#include "app/AboutDialog_win.h"
+#include "app/ModeCell_win.h"
+#include "app/StatusLine_win.h"
 #include "commands/ModeDisplay.h"
 #include "config/Resources_win.h"
+#include "controls/Button_win.h"
+#include "dialogs/MessageDialog_win.h"
 #include "prompts/ConfirmationDialog_win.h"
 #include "prompts/PromptText.h"
 #include "tray/TrayBalloon_win.h"
 #include "tray/TrayMenu_win.h"
-#include "ui/Balloon.h"
-#include "ui/Button.h"
-#include "ui/MessageDialog.h"
-#include "ui/PopupMenu.h"
-#include "ui/ResourceIds.h"
+#include "ui/Balloon_win.h"
+#include "ui/PopupMenu_win.h"
+#include "ui/ToolkitIds.h"
 
 namespace brennvar::gallery {
 namespace {

@@ -1,10 +1,10 @@
 // The dialogs of the security password, with what is typed into them, and that for deleting logs.
 #include "OpeningPage.h"
-#include "app/DeleteLogDialog.h"
+#include "app/DeleteLogDialog_win.h"
+#include "config/ResourceIds.h"
 #include "config/Resources_win.h"
 #include "security/EnterPasswordDialog_win.h"
 #include "security/VerifyPasswordDialog_win.h"
-#include "ui/ResourceIds.h"
 
 namespace brennvar::gallery {
 namespace {

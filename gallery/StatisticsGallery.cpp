@@ -6,7 +6,7 @@
 
 #include "GalleryPage.h"
 #include "config/Resources_win.h"
-#include "ui/PushGraph.h"
+#include "controls/PushGraph_win.h"
 #include "views/StatisticsPage_win.h"
 
 namespace brennvar::gallery {

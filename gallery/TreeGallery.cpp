@@ -2,12 +2,12 @@
 #include <vector>
 
 #include "GalleryPage.h"
-#include "ui/OutputList.h"
-#include "ui/ProgramIcon.h"
-#include "ui/ResourceIds.h"
-#include "ui/Tree.h"
-#include "ui/TreeMessages.h"
-#include "ui/VisibleRows.h"
+#include "tree/OutputList_win.h"
+#include "ui/ProgramIcon_win.h"
+
+#include "tree/TreeMessages_win.h"
+#include "tree/Tree_win.h"
+#include "tree/VisibleRows.h"
 
 namespace brennvar::gallery {
 namespace {

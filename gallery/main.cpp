@@ -9,7 +9,7 @@
 #include "GalleryPage.h"
 #include "config/Charset.h"
 #include "config/Resources_win.h"
-#include "ui/Window.h"
+#include "ui/Window_win.h"
 
 namespace brennvar::gallery {
 namespace {

@@ -13,12 +13,12 @@
 #include <vector>
 
 #include "base/SystemClock.h"
+#include "base/TaskThread.h"
+#include "config/ResourceIds.h"
 #include "config/UserValues.h"
-#include "ipc/LinkThread.h"
 #include "ipc/RecordCipher.h"
 #include "rules/ApplicationRules.h"
-#include "ui/ResourceIds.h"
-#include "ui/TreeMessages.h"
+#include "tree/TreeMessages_win.h"
 #include "views/ApplicationsPage_win.h"
 
 namespace brennvar {
@@ -68,7 +68,7 @@ public:
     Times Measure(const std::string& file, int count) {
         // The page asks for the file as in the program: another thread reads it, this one is woken by a message.
         const DWORD thread = ::GetCurrentThreadId();
-        LinkThread reads([thread] { ::PostThreadMessageA(thread, WM_APP, 0, 0); });
+        TaskThread reads([thread] { ::PostThreadMessageA(thread, WM_APP, 0, 0); });
         SystemClock clock(reads.Stopping());
         ApplicationChanges changes({.ask = {}, .send = {}});
         ApplicationsPage page(

@@ -12,7 +12,7 @@
 #include <string>
 #include <vector>
 
-#include "ui/Tree.h"
+#include "tree/Tree_win.h"
 // windows.h must stand before commctrl.h.
 #include <commctrl.h>
 

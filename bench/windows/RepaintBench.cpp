@@ -6,11 +6,11 @@
 #include <cstdio>
 #include <vector>
 
-#include "app/FrameDialog.h"
+#include "app/FrameDialog_win.h"
 #include "app/PageList.h"
-#include "app/StatusLine.h"
+#include "app/StatusLine_win.h"
+#include "config/ResourceIds.h"
 #include "config/UserValues.h"
-#include "ui/ResourceIds.h"
 #include "views/ConnectionsPage_win.h"
 #include "views/StatisticsPage_win.h"
 // windows.h must stand before this.

@@ -1,6 +1,6 @@
 #include "app/PageList.h"
 
-#include "ui/ResourceIds.h"
+#include "config/ResourceIds.h"
 
 namespace brennvar {
 namespace {

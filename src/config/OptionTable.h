@@ -67,9 +67,13 @@ enum class OptionId : std::uint32_t {
 
 enum class OptionKind { Number, Flag, Text };
 
+// What is applied together: all options of a group are sent, in the order of the table.
+enum class OptionGroup { None, General, Enhancements, Logging, Miscellaneous, Icmp, FileSharing };
+
 struct OptionInfo {
     OptionId id;
     OptionKind kind;
+    OptionGroup group;
     std::uint32_t fallback;  // what holds without a record; a text is then empty
     Text caption;            // none: shown in another way than as a captioned field
 };

@@ -1,5 +1,6 @@
 #include "config/OptionValues.h"
 
+#include <algorithm>
 #include <stdexcept>
 
 namespace brennvar {
@@ -32,6 +33,12 @@ void OptionValues::SetNumber(OptionId id, std::uint32_t number) {
 
 void OptionValues::SetText(OptionId id, const std::string& text) {
     m_values[IndexOf(id)].text = text.substr(0, kOptionTextLimit);
+}
+
+bool OptionValues::SameAs(const OptionValues& other, OptionGroup group) const {
+    const std::span<const OptionInfo> table = OptionTable();
+    return std::all_of(table.begin(), table.end(),
+                       [&](const OptionInfo& option) { return option.group != group || SameAs(other, option.id); });
 }
 
 }  // namespace brennvar

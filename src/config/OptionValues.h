@@ -31,6 +31,9 @@ public:
     // The same for this option in both.
     [[nodiscard]] bool SameAs(const OptionValues& other, OptionId id) const { return At(id) == other.At(id); }
 
+    // For all options of the group.
+    [[nodiscard]] bool SameAs(const OptionValues& other, OptionGroup group) const;
+
     friend bool operator==(const OptionValues&, const OptionValues&) = default;
 
 private:

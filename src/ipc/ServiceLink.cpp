@@ -24,7 +24,7 @@ void ServiceLink::SendToFilter(std::function<void(FilterQueue&)> command, Sent d
     Post([this, command = std::move(command)] { command(m_filter); }, std::move(done));
 }
 
-void ServiceLink::Post(LinkThread::Task task, Sent done) {
+void ServiceLink::Post(TaskThread::Task task, Sent done) {
     // There is always a completion: it also wakes the window, which then looks at the state of the service.
     m_thread.Ask<bool>(
         [this, task = std::move(task)] {

@@ -9,9 +9,9 @@
 #include <utility>
 
 #include "base/SystemClock.h"
+#include "base/TaskThread.h"
 #include "ipc/CommandPipe.h"
 #include "ipc/FilterQueue.h"
-#include "ipc/LinkThread.h"
 #include "ipc/ServicePipes.h"
 #include "ipc/WatchedConnector.h"
 
@@ -22,7 +22,7 @@ public:
     // Makes the connector for the link thread; its waits are to end when the signal is requested.
     using MakeConnector = std::function<std::unique_ptr<PipeConnector>(const StopSignal& stop)>;
 
-    // wake as for LinkThread: RunCompletions is to be called soon.
+    // wake as for TaskThread: RunCompletions is to be called soon.
     ServiceLink(std::function<void()> wake, const MakeConnector& makeConnector);
     ServiceLink(const ServiceLink&) = delete;
     ServiceLink& operator=(const ServiceLink&) = delete;
@@ -50,9 +50,9 @@ public:
     void Stop(std::chrono::milliseconds limit) { m_thread.Stop(limit); }
 
 private:
-    void Post(LinkThread::Task task, Sent done);
+    void Post(TaskThread::Task task, Sent done);
 
-    LinkThread m_thread;
+    TaskThread m_thread;
     // Used on the link thread only; they exist before the first task and until the last one is over (Stop).
     SystemClock m_clock;
     std::unique_ptr<PipeConnector> m_pipeConnector;

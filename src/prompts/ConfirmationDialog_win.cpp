@@ -4,12 +4,12 @@
 #include <initializer_list>
 #include <vector>
 
-#include "ui/Controls.h"
-#include "ui/Paint.h"
-#include "ui/ProgramIcon.h"
-#include "ui/ResourceIds.h"
-#include "ui/SmoothDc.h"
-#include "ui/WorkArea.h"
+#include "config/ResourceIds.h"
+#include "ui/ChildControls_win.h"
+#include "ui/Paint_win.h"
+#include "ui/ProgramIcon_win.h"
+#include "ui/SmoothDc_win.h"
+#include "ui/WorkArea_win.h"
 
 namespace brennvar {
 namespace {

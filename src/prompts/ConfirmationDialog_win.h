@@ -3,11 +3,11 @@
 #pragma once
 
 #include "base/Handles_win.h"
+#include "controls/Button_win.h"
+#include "controls/CheckBox_win.h"
+#include "controls/Label_win.h"
+#include "dialogs/SkinDialog_win.h"
 #include "prompts/PromptQuestion.h"
-#include "ui/Button.h"
-#include "ui/CheckBox.h"
-#include "ui/Label.h"
-#include "ui/SkinDialog.h"
 
 namespace brennvar {
 

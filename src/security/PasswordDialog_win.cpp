@@ -4,8 +4,8 @@
 #include <array>
 #include <utility>
 
-#include "ui/Questions.h"
-#include "ui/ResourceIds.h"
+#include "config/ResourceIds.h"
+#include "dialogs/Questions_win.h"
 
 namespace brennvar {
 namespace {

@@ -8,12 +8,12 @@
 #include <string>
 #include <vector>
 
+#include "base/Password.h"
 #include "config/Language.h"
-#include "security/Password.h"
-#include "ui/Button.h"
-#include "ui/Edit.h"
-#include "ui/Label.h"
-#include "ui/SkinDialog.h"
+#include "controls/Button_win.h"
+#include "controls/Edit_win.h"
+#include "controls/Label_win.h"
+#include "dialogs/SkinDialog_win.h"
 
 namespace brennvar {
 

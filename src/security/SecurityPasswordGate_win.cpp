@@ -6,10 +6,10 @@
 
 #include "config/Folders_win.h"
 #include "config/OptionTable.h"
+#include "dialogs/ModalPlace_win.h"
 #include "security/EnterPasswordDialog_win.h"
 #include "security/StoredPassword.h"
 #include "security/VerifyPasswordDialog_win.h"
-#include "ui/ModalPlace.h"
 
 namespace brennvar {
 

@@ -6,12 +6,12 @@
 #include <optional>
 
 #include "base/Clock.h"
+#include "base/TaskThread.h"
 #include "base/Windows_win.h"
 #include "config/Language.h"
-#include "ipc/LinkThread.h"
 #include "ipc/ServiceLink.h"
 #include "security/PasswordDialog_win.h"
-#include "ui/Fonts.h"
+#include "ui/Fonts_win.h"
 
 namespace brennvar {
 
@@ -22,7 +22,7 @@ public:
         const CFonts& fonts;
         const Language& language;
         ServiceLink& link;  // gets the event report
-        LinkThread& reads;  // reads the stored password, which may have to wait for the service
+        TaskThread& reads;  // reads the stored password, which may have to wait for the service
         Clock& readsClock;  // of that thread
     };
     explicit SecurityPasswordGate(const Parts& parts) : m_parts(parts) {}

@@ -4,7 +4,7 @@
 #include <string>
 
 #include "base/Clock.h"
-#include "security/Password.h"
+#include "base/Password.h"
 
 namespace brennvar {
 

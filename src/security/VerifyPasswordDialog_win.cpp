@@ -2,7 +2,8 @@
 
 #include <utility>
 
-#include "ui/ResourceIds.h"
+#include "config/ResourceIds.h"
+#include "security/PasswordCheck.h"
 
 namespace brennvar {
 

@@ -4,7 +4,7 @@
 #include <shellapi.h>
 
 #include "tray/NotifyBox.h"
-#include "ui/WorkArea.h"
+#include "ui/WorkArea_win.h"
 
 namespace brennvar {
 namespace {

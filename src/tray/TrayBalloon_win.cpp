@@ -2,7 +2,7 @@
 
 #include "tray/NotifyBox_win.h"
 #include "tray/TrayNotice.h"
-#include "ui/ProgramIcon.h"
+#include "ui/ProgramIcon_win.h"
 
 namespace brennvar {
 namespace {

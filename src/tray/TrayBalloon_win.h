@@ -7,7 +7,7 @@
 #include <string>
 
 #include "base/Handles_win.h"
-#include "ui/Balloon.h"
+#include "ui/Balloon_win.h"
 
 namespace brennvar {
 

@@ -4,7 +4,7 @@
 #include <cstdint>
 
 #include "commands/ProtectionMode.h"
-#include "tray/TrafficMeter.h"
+#include "statistics/TrafficMeter.h"
 
 namespace brennvar {
 

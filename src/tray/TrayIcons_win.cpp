@@ -2,8 +2,8 @@
 
 #include <utility>
 
-#include "ui/ProgramIcon.h"
-#include "ui/ResourceIds.h"
+#include "config/ResourceIds.h"
+#include "ui/ProgramIcon_win.h"
 
 namespace brennvar {
 

@@ -4,7 +4,7 @@
 #include <cstddef>
 #include <utility>
 
-#include "ui/ResourceIds.h"
+#include "config/ResourceIds.h"
 
 namespace brennvar {
 namespace {

@@ -2,8 +2,8 @@
 
 #include <utility>
 
+#include "config/ResourceIds.h"
 #include "tray/TrayMenu.h"
-#include "ui/ResourceIds.h"
 
 namespace brennvar {
 namespace {

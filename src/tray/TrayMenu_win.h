@@ -3,7 +3,7 @@
 
 #include "commands/ProtectionMode.h"
 #include "config/Language.h"
-#include "ui/PopupMenu.h"
+#include "ui/PopupMenu_win.h"
 
 namespace brennvar {
 

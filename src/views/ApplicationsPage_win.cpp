@@ -4,9 +4,9 @@
 #include <unordered_set>
 #include <utility>
 
-#include "ui/MessageDialog.h"
-#include "ui/PopupMenu.h"
-#include "ui/ResourceIds.h"
+#include "config/ResourceIds.h"
+#include "dialogs/MessageDialog_win.h"
+#include "ui/PopupMenu_win.h"
 
 namespace brennvar {
 namespace {

@@ -12,8 +12,8 @@
 #include <string>
 #include <vector>
 
+#include "controls/Button_win.h"
 #include "rules/ApplicationRules.h"
-#include "ui/Button.h"
 #include "views/ApplicationChanges.h"
 #include "views/ApplicationList.h"
 #include "views/ApplicationsTree_win.h"

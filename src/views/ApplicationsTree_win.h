@@ -9,8 +9,8 @@
 #include "base/Handles_win.h"
 #include "config/Language.h"
 #include "rules/ApplicationRules.h"
-#include "ui/Balloon.h"
-#include "ui/Tree.h"
+#include "tree/Tree_win.h"
+#include "ui/Balloon_win.h"
 
 namespace brennvar {
 

@@ -5,9 +5,9 @@
 #include <unordered_set>
 #include <utility>
 
-#include "ui/ListMenu.h"
-#include "ui/Paint.h"
-#include "ui/ResourceIds.h"
+#include "config/ResourceIds.h"
+#include "tree/ListMenu_win.h"
+#include "ui/Paint_win.h"
 
 namespace brennvar {
 namespace {

@@ -9,11 +9,11 @@
 
 #include "config/Language.h"
 #include "config/UserValues.h"
-#include "ui/Edit.h"
-#include "ui/Label.h"
-#include "ui/Page.h"
-#include "ui/PopupMenu.h"
-#include "ui/Tree.h"
+#include "controls/Edit_win.h"
+#include "controls/Label_win.h"
+#include "dialogs/Page_win.h"
+#include "tree/Tree_win.h"
+#include "ui/PopupMenu_win.h"
 #include "views/RowOrder.h"
 
 namespace brennvar {

@@ -4,9 +4,9 @@
 #include <utility>
 
 #include "config/OptionValues.h"
-#include "ui/Controls.h"
-#include "ui/FieldFrame.h"
-#include "ui/Paint.h"
+#include "controls/FieldFrame_win.h"
+#include "ui/ChildControls_win.h"
+#include "ui/Paint_win.h"
 
 namespace brennvar {
 namespace {

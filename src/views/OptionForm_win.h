@@ -7,12 +7,12 @@
 #include <vector>
 
 #include "config/Language.h"
-#include "ui/Button.h"
-#include "ui/CheckBox.h"
-#include "ui/ComboBox.h"
-#include "ui/Edit.h"
-#include "ui/Label.h"
-#include "ui/ScrollPanel.h"
+#include "controls/Button_win.h"
+#include "controls/CheckBox_win.h"
+#include "controls/ComboBox_win.h"
+#include "controls/Edit_win.h"
+#include "controls/Label_win.h"
+#include "controls/ScrollPanel_win.h"
 #include "views/FormDraft.h"
 #include "views/OptionSections.h"
 

@@ -1,10 +1,11 @@
 #include "views/OptionSections.h"
 
 #include <utility>
+#include "commands/CommandTable.h"
 
 #include "config/OptionTable.h"
+#include "config/ResourceIds.h"
 #include "config/UserValues.h"
-#include "ui/ResourceIds.h"
 #include "views/OptionFields.h"
 
 namespace brennvar {
@@ -89,8 +90,9 @@ Rows Miscellaneous() {
 
 Rows Icmp() {
     Rows rows{Heading(Text{1204, "Incoming"}), Heading(Text{1205, "Outgoing"}, 1)};
-    for (const OptionId id : kIcmpOptions.options) {
-        rows.push_back(Option(RowKind::Flag, id, id >= OptionId::IcmpOutgoingFirst ? 1 : 0));
+    for (const OptionInfo& option : OptionTable()) {
+        if (option.group != OptionGroup::Icmp) continue;
+        rows.push_back(Option(RowKind::Flag, option.id, option.id >= OptionId::IcmpOutgoingFirst ? 1 : 0));
     }
     return rows;
 }
@@ -122,18 +124,19 @@ Rows Password() {
 
 std::vector<SectionInfo> MakeSections() {
     using Kind = SectionInfo::Kind;
-    const auto options = [](const OptionGroup& group, int columnWidth, Rows rows) {
-        return SectionInfo{Kind::Options, group.name, &group, columnWidth, std::move(rows)};
+    const auto options = [](OptionGroup group, int columnWidth, Rows rows) {
+        return SectionInfo{Kind::Options, InfoOf(CommandOf(group)).subject, group, columnWidth, std::move(rows)};
     };
-    return {options(kGeneralOptions, kFieldColumn, General()),
-            options(kEnhancementOptions, kFlagColumn, Enhancements()),
-            options(kLoggingOptions, kFieldColumn, Logging()),
-            options(kMiscellaneousOptions, kFieldColumn, Miscellaneous()),
-            options(kIcmpOptions, kIcmpColumn, Icmp()),
-            options(kFileSharingOptions, kFieldColumn, FileSharing()),
-            {Kind::BrowserFiltering, Text{1202, "Browser filtering"}, nullptr, kFieldColumn, BrowserFiltering()},
-            {Kind::Resources, Text{1203, "Skins and languages"}, nullptr, kFieldColumn, Resources()},
-            {Kind::Password, Text{197, "Password"}, nullptr, kFieldColumn, Password()}};
+    return {options(OptionGroup::General, kFieldColumn, General()),
+            options(OptionGroup::Enhancements, kFlagColumn, Enhancements()),
+            options(OptionGroup::Logging, kFieldColumn, Logging()),
+            options(OptionGroup::Miscellaneous, kFieldColumn, Miscellaneous()),
+            options(OptionGroup::Icmp, kIcmpColumn, Icmp()),
+            options(OptionGroup::FileSharing, kFieldColumn, FileSharing()),
+            {Kind::BrowserFiltering, Text{1202, "Browser filtering"}, OptionGroup::None, kFieldColumn,
+             BrowserFiltering()},
+            {Kind::Resources, Text{1203, "Skins and languages"}, OptionGroup::None, kFieldColumn, Resources()},
+            {Kind::Password, Text{197, "Password"}, OptionGroup::None, kFieldColumn, Password()}};
 }
 
 constexpr FilterFlag kFilterFlags[] = {{IDC_FILTER_SITE_CONTROL, kUserValueSiteControl},

@@ -5,7 +5,7 @@
 #include <span>
 #include <vector>
 
-#include "commands/OptionGroup.h"
+#include "config/OptionTable.h"
 #include "config/Text.h"
 
 namespace brennvar {
@@ -36,8 +36,8 @@ struct SectionInfo {
 
     Kind kind;
     Text caption;
-    const OptionGroup* group;  // of Options, else null
-    int columnWidth;  // the least, pixels at 96 per inch: in a narrower form the columns stand below each other
+    OptionGroup group;  // of Options, else None
+    int columnWidth;    // the least, pixels at 96 per inch: in a narrower form the columns stand below each other
     std::vector<RowInfo> rows;
 };
 

@@ -1,12 +1,13 @@
 // The Options page: a change on its way to the service, and what has become of it.
+#include "commands/Batch.h"
 #include "views/OptionsPage_win.h"
 
 #include <algorithm>
 #include <span>
 #include <utility>
 
-#include "ui/Questions.h"
-#include "ui/ResourceIds.h"
+#include "config/ResourceIds.h"
+#include "dialogs/Questions_win.h"
 #include "views/OptionFields.h"
 
 namespace brennvar {
@@ -67,10 +68,8 @@ void OptionsPage::ApplyOptions(std::size_t index) {
 void OptionsPage::SendOptions(std::size_t index) {
     Section& section = m_sections[index];
     BeginSending(section);
-    m_services.send([group = section.info->group, wanted = section.attempt->wanted, before = m_values,
-                     event = OptionEvent{.title = m_language.GetText(195, "Options changed"),
-                                         .subject = m_language.GetText(section.info->group->name)}](
-                        CommandPipe& pipe) { SendOptionGroup(*group, wanted, before, event, pipe); },
+    m_services.send([batch = OptionsBatch(section.info->group, section.attempt->wanted, m_values),
+                     &language = m_language](CommandPipe& pipe) { batch.SendTo(pipe, language); },
                     WhenDelivered(index));
 }
 
@@ -149,7 +148,9 @@ void OptionsPage::JudgeAttempts() {
 
 bool OptionsPage::IsStored(const Section& section) const {
     const Attempt& attempt = *section.attempt;
-    if (section.info->group) return GroupIsSame(*section.info->group, attempt.wanted, m_values);
+    if (section.info->group != OptionGroup::None) {
+        return attempt.wanted.SameAs(m_values, section.info->group);
+    }
     const std::span<const FilterFlag> flags = FilterFlags();
     return attempt.wanted.SameAs(m_values, OptionId::FilteringProxyPort) &&
            std::all_of(flags.begin(), flags.end(), [&](const FilterFlag& flag) {

@@ -3,11 +3,11 @@
 #include <algorithm>
 #include <utility>
 
-#include "ui/Controls.h"
-#include "ui/MessageDialog.h"
-#include "ui/ModalPlace.h"
-#include "ui/Paint.h"
-#include "ui/ResourceIds.h"
+#include "config/ResourceIds.h"
+#include "dialogs/MessageDialog_win.h"
+#include "dialogs/ModalPlace_win.h"
+#include "ui/ChildControls_win.h"
+#include "ui/Paint_win.h"
 #include "views/OptionFields.h"
 
 namespace brennvar {

@@ -6,7 +6,7 @@
 #include <utility>
 
 #include "base/LocalPath_win.h"
-#include "ui/ProgramIcon.h"
+#include "ui/ProgramIcon_win.h"
 
 namespace brennvar {
 namespace {

@@ -8,8 +8,8 @@
 #include <string>
 
 #include "base/Handles_win.h"
+#include "base/TaskThread.h"
 #include "base/VersionInfo_win.h"
-#include "ipc/LinkThread.h"
 #include "views/IconCache.h"
 
 namespace brennvar {
@@ -22,7 +22,7 @@ struct ProgramDetails {
 
 class ProgramReader {
 public:
-    // wake: as for LinkThread; RunCompletions is to be called soon, on the thread that everything here belongs to.
+    // wake: as for TaskThread; RunCompletions is to be called soon, on the thread that everything here belongs to.
     explicit ProgramReader(std::function<void()> wake) : m_thread(std::move(wake)) {}
 
     // 16 pixels at 96 per inch, borrowed until the next RunCompletions. Programs without an icon, and those whose
@@ -43,7 +43,7 @@ private:
     static constexpr std::size_t kMostWanted = 128;
     IconCache<UniqueIcon> m_icons{kMostIcons, kMostWanted};
     UniqueIcon m_noIcon;  // made when it is first needed
-    LinkThread m_thread;  // last: its end is waited for before the rest goes
+    TaskThread m_thread;  // last: its end is waited for before the rest goes
 };
 
 }  // namespace brennvar

@@ -4,8 +4,8 @@
 #include <vector>
 
 #include "base/LocalTime_win.h"
-#include "ui/Paint.h"
-#include "ui/ResourceIds.h"
+#include "config/ResourceIds.h"
+#include "ui/Paint_win.h"
 
 namespace brennvar {
 namespace {

@@ -10,11 +10,11 @@
 #include <string>
 
 #include "config/Language.h"
-#include "tray/Statistics.h"
-#include "ui/Label.h"
-#include "ui/Page.h"
-#include "ui/PushGraph.h"
-#include "ui/Tree.h"
+#include "controls/Label_win.h"
+#include "controls/PushGraph_win.h"
+#include "dialogs/Page_win.h"
+#include "statistics/Statistics.h"
+#include "tree/Tree_win.h"
 
 namespace brennvar {
 

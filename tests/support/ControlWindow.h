@@ -12,9 +12,9 @@
 
 #include "support/FakeIni.h"
 #include "support/TempFolder.h"
-#include "ui/Look.h"
-#include "ui/Paint.h"
-#include "ui/Window.h"
+#include "ui/Look_win.h"
+#include "ui/Paint_win.h"
+#include "ui/Window_win.h"
 #include "unit/image/ImageSamples.h"
 
 namespace brennvar::test {

@@ -6,7 +6,7 @@
 
 #include "Product.h"
 #include "support/GoldenCipher.h"
-#include "ui/TreeMessages.h"
+#include "tree/TreeMessages_win.h"
 
 namespace brennvar::test {
 namespace {

@@ -1,6 +1,6 @@
 // The program with a clock that a test moves.
 #include "TestClock.h"
-#include "app/Program.h"
+#include "app/Program_win.h"
 #include "base/SystemClock.h"
 
 namespace {

@@ -9,7 +9,7 @@
 #include "Desktop.h"
 #include "Programs.h"
 #include "gallery/EventsPage.h"
-#include "ui/TreeMessages.h"
+#include "tree/TreeMessages_win.h"
 // Needs windows.h, which Desktop.h brings.
 #include <commctrl.h>
 

@@ -4,7 +4,7 @@
 #include <sstream>
 
 #include "Programs.h"
-#include "ui/TreeMessages.h"
+#include "tree/TreeMessages_win.h"
 
 namespace brennvar::test {
 

@@ -6,7 +6,7 @@
 
 #include "Product.h"
 #include "support/HexBytes.h"
-#include "ui/TreeMessages.h"
+#include "tree/TreeMessages_win.h"
 #include "unit/image/ImageSamples.h"
 
 namespace brennvar::test {

@@ -7,7 +7,7 @@
 #include <random>
 
 #include "Product.h"
-#include "ui/TreeMessages.h"
+#include "tree/TreeMessages_win.h"
 
 namespace brennvar::test {
 namespace {

@@ -6,7 +6,7 @@
 #include <utility>
 
 #include "Product.h"
-#include "ui/TreeMessages.h"
+#include "tree/TreeMessages_win.h"
 
 namespace brennvar::test {
 namespace {

@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "Product.h"
-#include "ui/ResourceIds.h"
+#include "config/ResourceIds.h"
 
 namespace brennvar::test {
 namespace {

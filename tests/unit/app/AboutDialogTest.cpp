@@ -1,11 +1,11 @@
-#include "app/AboutDialog.h"
+#include "app/AboutDialog_win.h"
 
 #include <gtest/gtest.h>
 
+#include "config/ResourceIds.h"
 #include "support/ModalOwner_win.h"
 #include "support/ObjectCounts_win.h"
-#include "ui/Controls.h"
-#include "ui/ResourceIds.h"
+#include "ui/ChildControls_win.h"
 
 namespace brennvar {
 

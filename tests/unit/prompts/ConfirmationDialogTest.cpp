@@ -5,8 +5,7 @@
 #include <functional>
 
 #include "support/ObjectCounts_win.h"
-#include "ui/Controls.h"
-#include "ui/ResourceIds.h"
+#include "ui/ChildControls_win.h"
 
 namespace brennvar {
 namespace {

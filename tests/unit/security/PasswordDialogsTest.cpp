@@ -2,11 +2,11 @@
 
 #include <deque>
 
+#include "config/ResourceIds.h"
 #include "security/EnterPasswordDialog_win.h"
 #include "security/VerifyPasswordDialog_win.h"
 #include "support/ModalOwner_win.h"
-#include "ui/ResourceIds.h"
-#include "ui/WorkArea.h"
+#include "ui/WorkArea_win.h"
 
 namespace brennvar {
 namespace {

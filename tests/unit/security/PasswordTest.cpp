@@ -1,4 +1,4 @@
-#include "security/Password.h"
+#include "security/PasswordCheck.h"
 
 #include <gtest/gtest.h>
 

@@ -1,10 +1,10 @@
-#include "ui/Balloon.h"
+#include "ui/Balloon_win.h"
 
 #include <gtest/gtest.h>
 
 #include "support/ObjectCounts_win.h"
-#include "ui/Controls.h"
-#include "ui/WorkArea.h"
+#include "ui/ChildControls_win.h"
+#include "ui/WorkArea_win.h"
 
 namespace brennvar {
 

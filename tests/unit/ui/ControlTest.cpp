@@ -1,4 +1,4 @@
-#include "ui/Control.h"
+#include "ui/Control_win.h"
 
 #include <gtest/gtest.h>
 
@@ -6,16 +6,16 @@
 // windows.h must stand before commctrl.h.
 #include <commctrl.h>
 
+#include "controls/Button_win.h"
+#include "controls/CheckBox_win.h"
+#include "controls/ComboBox_win.h"
+#include "controls/Edit_win.h"
+#include "controls/GradientStatic_win.h"
+#include "controls/GroupBox_win.h"
+#include "controls/Label_win.h"
+#include "controls/ProgressBar_win.h"
+#include "controls/RadioButton_win.h"
 #include "support/ObjectCounts_win.h"
-#include "ui/Button.h"
-#include "ui/CheckBox.h"
-#include "ui/ComboBox.h"
-#include "ui/Edit.h"
-#include "ui/GradientStatic.h"
-#include "ui/GroupBox.h"
-#include "ui/Label.h"
-#include "ui/ProgressBar.h"
-#include "ui/RadioButton.h"
 
 namespace brennvar {
 namespace {

@@ -1,11 +1,11 @@
-#include "ui/Dialog.h"
+#include "ui/Dialog_win.h"
 
 #include <gtest/gtest.h>
 
 #include <functional>
 #include <stdexcept>
 
-#include "ui/ResourceIds.h"
+#include "ui/ToolkitIds.h"
 
 namespace brennvar {
 namespace {

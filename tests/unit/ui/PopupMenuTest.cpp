@@ -1,4 +1,4 @@
-#include "ui/PopupMenu.h"
+#include "ui/PopupMenu_win.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "ui/SkinImage.h"
+#include "ui/SkinImage_win.h"
 
 #include <gtest/gtest.h>
 
@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "support/TempFolder.h"
-#include "ui/Paint.h"
+#include "ui/Paint_win.h"
 #include "unit/image/ImageSamples.h"
 
 namespace brennvar {

@@ -1,4 +1,4 @@
-#include "ui/WorkArea.h"
+#include "ui/WorkArea_win.h"
 
 #include <gtest/gtest.h>
 

@@ -42,7 +42,7 @@ protected:
     bool isGateOpen = false;
     GatedConnector* connector = nullptr;
     test::FakeDriver driver;
-    LinkThread reads{[] {}};
+    TaskThread reads{[] {}};
     ServiceLink link{[] {},
                      [this](const StopSignal&) {
                          auto made = std::make_unique<GatedConnector>(gate.get_future().share());

@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
-#include "ui/Controls.h"
-#include "ui/ResourceIds.h"
+#include "config/ResourceIds.h"
+#include "ui/ChildControls_win.h"
 #include "views/OptionsPage_win.h"
 
 namespace brennvar {

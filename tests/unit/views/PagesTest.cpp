@@ -4,9 +4,9 @@
 #include <optional>
 #include <vector>
 
-#include "ui/Controls.h"
-#include "ui/ResourceIds.h"
-#include "ui/TreeMessages.h"
+#include "config/ResourceIds.h"
+#include "tree/TreeMessages_win.h"
+#include "ui/ChildControls_win.h"
 #include "views/ApplicationsPage_win.h"
 #include "views/ConnectionsPage_win.h"
 

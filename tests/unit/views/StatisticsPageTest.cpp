@@ -2,9 +2,9 @@
 
 #include <gtest/gtest.h>
 
-#include "ui/Controls.h"
-#include "ui/ResourceIds.h"
-#include "ui/TreeMessages.h"
+#include "config/ResourceIds.h"
+#include "tree/TreeMessages_win.h"
+#include "ui/ChildControls_win.h"
 
 namespace brennvar {
 namespace {

@@ -1,0 +1,83 @@
+#include "app/ControlCenterTray_win.h"
+
+#include <utility>
+
+#include "config/ResourceIds.h"
+#include "tray/TrayMenu_win.h"
+#include "tray/TrayWindow_win.h"
+#include "ui/Look_win.h"
+#include "ui/ToolkitIds.h"
+
+namespace brennvar {
+namespace {
+
+constexpr std::chrono::seconds kWelcomeDuration{20};
+
+}  // namespace
+
+ControlCenterTray::ControlCenterTray(const Parts& parts) : m_parts(parts), m_balloon(parts.fonts, parts.openLink) {}
+
+void ControlCenterTray::Create(HWND window, UINT callbackMessage, ModeReader readMode) {
+    m_window = window;
+    m_readMode = std::move(readMode);
+    // Without an icon the program runs on.
+    (void)m_icon.Create(
+        {.owner = window,
+         .callbackMessage = callbackMessage,
+         .tooltip = m_parts.language.GetText(317, "Brennvar Personal Firewall - Your PC is in the safe hands!"),
+         .icon = m_icons.Current(),
+         .iconId = IDR_TRAY_MENU,
+         .showMenu = [this](POINT point) { ShowMenu(point); },
+         .lost = [this] { OnIconLost(); }});
+}
+
+void ControlCenterTray::ShowMenu(POINT point) {
+    // The mode comes later, and the user may click again until then.
+    if (std::exchange(m_isMenuOpen, true)) return;
+    m_readMode([this, point](ProtectionMode mode) {
+        if (m_window) ShowTrayMenu(m_window, point, m_parts.language, mode, Look(m_parts.fonts));
+        m_isMenuOpen = false;
+    });
+}
+
+void ControlCenterTray::ShowWelcome() {
+    const Language& language = m_parts.language;
+    m_balloon.ShowTrayBalloon(
+        m_window,
+        {.text = language.GetText(318, "Welcome to Brennvar Personal Firewall. It protects you") + " " +
+                 language.GetText(319, "against unauthorized incoming and outgoing network traffic.") + " " +
+                 language.GetText(320, "With its intuitive interface, you have complete overview") + " " +
+                 language.GetText(321, "of your network communication and security events on your PC."),
+         .title = language.GetText(323, "Welcome to Brennvar Personal Firewall"),
+         .icon = IDI_PROGRAM,
+         .timeout = kWelcomeDuration,
+         .parent = m_icon.Window()});
+}
+
+void ControlCenterTray::ShowNotice(const TrayNotice& notice) {
+    m_balloon.ShowTrayBalloon(m_window, {.text = notice.text,
+                                         .title = m_parts.language.GetText(41, "Brennvar Personal Firewall"),
+                                         .link = notice.link,
+                                         .icon = IDI_PROGRAM,
+                                         .parent = m_icon.Window()});
+}
+
+void ControlCenterTray::TakeAway() const {
+    if (m_icon.IsShown()) {
+        MinimiseToTray(m_window);
+    } else {
+        ::ShowWindow(m_window, SW_MINIMIZE);
+    }
+}
+
+void ControlCenterTray::OnIconLost() const {
+    if (!::IsWindowVisible(m_window)) ::ShowWindow(m_window, SW_SHOWMINNOACTIVE);
+}
+
+void ControlCenterTray::Leave() {
+    m_window = nullptr;
+    (void)m_icon.RemoveIcon();
+    m_balloon.Hide();
+}
+
+}  // namespace brennvar

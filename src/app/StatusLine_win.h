@@ -1,0 +1,52 @@
+// The line at the bottom of the control center: the protection mode below the column of the page buttons, and
+// beside it what the program is connected with. It is the one place that tells that the service or the driver is
+// missing.
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <optional>
+#include <string>
+
+#include "app/ModeCell_win.h"
+#include "base/Windows_win.h"
+#include "config/Language.h"
+#include "controls/Label_win.h"
+#include "ipc/WatchedConnector.h"
+#include "statistics/TrafficMeter.h"
+#include "ui/Look_win.h"
+
+namespace brennvar {
+
+class StatusLine {
+public:
+    explicit StatusLine(const Language& language) : m_language(language) {}
+
+    void Create(HWND parent, const Look& look);
+    // band: the line without its end below the column, in client coordinates.
+    void Place(const RECT& band);
+    // The mode's part of it.
+    [[nodiscard]] static RECT ModePlace(const RECT& band);
+
+    void ShowService(PeerState state);
+    void ShowMode(ProtectionMode mode, const std::string& text) { m_mode.Show(mode, text); }
+    // Nothing: the driver cannot be read.
+    void ShowTraffic(const std::optional<TrafficIncrease>& increase, std::uint64_t milliseconds);
+    // Nothing: not known at present.
+    void ShowConnections(std::optional<std::size_t> count);
+
+private:
+    enum Cell { Service, Driver, Connections, In, Out, CellCount };
+    void Show(Cell cell, const std::string& text);
+    // Each gets what its text needs, and all the same share of what is left.
+    void PlaceCells();
+    [[nodiscard]] int WidthOfText(std::size_t cell) const;
+
+    const Language& m_language;
+    ModeCell m_mode;
+    std::array<CLabel, CellCount> m_cells;
+    std::array<int, CellCount> m_widths{};  // that they need
+    RECT m_band{};
+};
+
+}  // namespace brennvar

@@ -1,0 +1,91 @@
+#include "base/TaskThread.h"
+
+#include <utility>
+
+namespace brennvar {
+namespace {
+
+// Nothing may leave a thread's function or hold up the next task.
+void RunAndDropExceptions(const TaskThread::Task& task) noexcept {
+    if (!task) return;
+    try {
+        task();
+    } catch (...) {  // NOLINT(bugprone-empty-catch): what fails shows in what is missing
+    }
+}
+
+}  // namespace
+
+TaskThread::TaskThread(std::function<void()> wake)
+    : m_wake(std::move(wake)), m_thread([this] { Run(); }), m_threadId(m_thread.get_id()) {}
+
+TaskThread::~TaskThread() {
+    Stop(std::chrono::milliseconds(0));
+}
+
+void TaskThread::Post(Task task, Task completion) {
+    {
+        const std::lock_guard lock(m_mutex);
+        if (m_isEnding) return;
+        m_jobs.push_back({.task = std::move(task), .completion = std::move(completion)});
+    }
+    m_changed.notify_all();
+}
+
+void TaskThread::RunCompletions() {
+    std::unique_lock lock(m_mutex);
+    // Only what is waiting now: a busy thread must not keep the window from its messages.
+    for (std::size_t count = m_completions.size(); count > 0 && !m_completions.empty(); --count) {
+        const Task completion = std::move(m_completions.front());
+        m_completions.pop_front();
+        lock.unlock();
+        RunAndDropExceptions(completion);
+        lock.lock();
+    }
+}
+
+void TaskThread::Stop(std::chrono::milliseconds limit) {
+    const bool isOnTaskThread = std::this_thread::get_id() == m_threadId;
+    std::unique_lock joinLock(m_joinMutex, std::defer_lock);
+    if (!isOnTaskThread) joinLock.lock();
+    std::deque<Job> dropped;  // destroyed without the lock: a task may own anything
+    {
+        std::unique_lock lock(m_mutex);
+        if (!isOnTaskThread) {
+            m_changed.wait_for(lock, limit, [this] { return m_isEnding || (m_jobs.empty() && !m_isBusy); });
+        }
+        m_isEnding = true;
+        dropped.swap(m_jobs);
+    }
+    m_stop.Request();
+    m_changed.notify_all();
+    if (!isOnTaskThread && m_thread.joinable()) m_thread.join();
+}
+
+void TaskThread::Run() {
+    std::unique_lock lock(m_mutex);
+    for (;;) {
+        m_changed.wait(lock, [this] { return m_isEnding || !m_jobs.empty(); });
+        if (m_jobs.empty()) return;
+        Job job = std::move(m_jobs.front());
+        m_jobs.pop_front();
+        m_isBusy = true;
+        lock.unlock();
+        RunAndDropExceptions(job.task);
+        job.task = {};  // what it holds goes on the thread that used it
+        if (job.completion) Finish(std::move(job.completion));
+        lock.lock();
+        m_isBusy = false;
+        m_changed.notify_all();
+    }
+}
+
+void TaskThread::Finish(Task completion) {
+    {
+        const std::lock_guard lock(m_mutex);
+        m_completions.push_back(std::move(completion));
+    }
+    RunAndDropExceptions(m_wake);
+}
+
+}  // namespace brennvar

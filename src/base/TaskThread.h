@@ -1,0 +1,72 @@
+// A thread that does for the user-interface thread what may have to wait, one task after another. One such thread
+// talks to the service, so that a missing service never freezes a window and commands arrive in the order in which
+// they were given; another one reads files and the driver's tables.
+#pragma once
+
+#include <chrono>
+#include <condition_variable>
+#include <cstddef>
+#include <deque>
+#include <functional>
+#include <memory>
+#include <mutex>
+#include <optional>
+#include <thread>
+#include <utility>
+
+#include "base/StopSignal.h"
+#include "base/TaskQueue.h"
+
+namespace brennvar {
+
+class TaskThread final : public TaskQueue {
+public:
+    // wake is called on the thread whenever a completion is waiting; the window posts itself a message there
+    // and then calls RunCompletions. It must not wait for the window's thread, which may be inside Stop. What it
+    // throws is dropped: the completion then waits for the next RunCompletions.
+    explicit TaskThread(std::function<void()> wake);
+    // Stops without letting queued tasks run. Not on the thread.
+    ~TaskThread() override;
+    TaskThread(const TaskThread&) = delete;
+    TaskThread& operator=(const TaskThread&) = delete;
+
+    // Any thread. Completions run inside RunCompletions.
+    void Post(Task task, Task completion = {}) override;
+
+    // User-interface thread: runs the completions that are waiting. A completion may call it again (a dialog that
+    // pumps messages does). What a completion throws is dropped.
+    void RunCompletions();
+
+    // Requested by Stop; what the tasks wait with (connectors, clocks) is built on it.
+    [[nodiscard]] const StopSignal& Stopping() const { return m_stop; }
+
+    // Lets queued tasks finish for at most limit, then requests the stop, which cuts waits short, drops what has
+    // not started and joins. May be called again and from several threads; on the thread itself it drops and
+    // requests, but cannot join. Completions of finished tasks stay for RunCompletions.
+    void Stop(std::chrono::milliseconds limit);
+
+private:
+    struct Job {
+        Task task;
+        Task completion;
+    };
+
+    void Run();
+    void Finish(Task completion);
+
+    const std::function<void()> m_wake;
+    StopSignal m_stop;
+    std::mutex m_joinMutex;  // one thread joins, the others wait for it; taken before m_mutex
+
+    std::mutex m_mutex;  // guards everything below
+    std::condition_variable m_changed;
+    std::deque<Job> m_jobs;
+    std::deque<Task> m_completions;
+    bool m_isBusy = false;
+    bool m_isEnding = false;
+
+    std::thread m_thread;  // last: it uses everything above
+    const std::thread::id m_threadId;
+};
+
+}  // namespace brennvar

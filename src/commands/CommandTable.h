@@ -1,0 +1,77 @@
+// Everything that this process tells the service, in one table: what is sent and in which order, which event the
+// service then records, whether the security password stands before it, and whether the user is asked first.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <span>
+
+#include "config/OptionTable.h"
+#include "config/Text.h"
+#include "ipc/CommandRecord.h"
+
+namespace brennvar {
+
+enum class UserCommand {
+    // The program itself
+    Start,
+    Exit,
+    PasswordEntered,
+    PasswordRefused,
+    // The protection mode and the network
+    SetMode,
+    EndTimedMode,
+    SwitchNetwork,
+    ReloadNetwork,
+    ReportClockSetBack,
+    ReportClockSetAhead,
+    // Options
+    ApplyGeneral,
+    ApplyEnhancements,
+    ApplyLogging,
+    ApplyMiscellaneous,
+    ApplyIcmp,
+    ApplyFileSharing,
+    SetPassword,
+    SetResources,
+    ResetTrusted,
+    ResetFingerprints,
+    ResetFirewall,
+    SendTestMail,
+    UpdateSignatures,
+    DeleteLogs,
+    // Applications and connections
+    SetApplicationRules,
+    TerminateProcess,
+    BlockAddress,
+};
+
+// As the service's log knows them.
+enum class EventSeverity : std::uint32_t {
+    Notice = 0,   // settings
+    Warning = 2,  // something was blocked or ended, the clock was changed
+};
+
+// One command, or several of the same code where the batch carries a list for it (options, application rules).
+struct CommandStep {
+    CommandCode code;
+    std::optional<std::uint32_t>
+        value{};                   // of commands with a value that is always the same; else the batch has it
+    OptionId onlyAfterChangeOf{};  // sent only when the batch changes this option; none: always
+};
+
+struct CommandInfo {
+    UserCommand command;
+    bool isProtected;                    // the security password stands before it
+    Text question;                       // the user has to agree first; none: nothing is asked
+    std::span<const CommandStep> steps;  // in the order in which they are sent
+    Text event;                          // its title, sent after the steps; none: no event
+    Text subject;                        // of the event; none: the batch has it
+    EventSeverity severity = EventSeverity::Notice;
+};
+
+[[nodiscard]] const CommandInfo& InfoOf(UserCommand command);
+// Applies a group of options; there is one for each group but None.
+[[nodiscard]] UserCommand CommandOf(OptionGroup group);
+
+}  // namespace brennvar

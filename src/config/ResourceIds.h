@@ -1,0 +1,140 @@
+// Numbers of the firewall's dialog templates, controls, commands and icons; read by the resource compiler as well,
+// so only #defines and comments may stand here. Whoever drives the program from outside relies on these numbers.
+// Those of the toolkit, which share their range, stand in ui/ToolkitIds.h.
+//
+// Texts that no language file of old has use the numbers from 1001 upward, one number per text; every text with its
+// number stands in assets/Languages/English/default.ini.
+#pragma once
+
+// Dialog templates
+#define IDD_CONTROL_CENTER 101
+#define IDD_ENTER_PASSWORD 456
+#define IDD_CONFIRMATION 570
+#define IDD_VERIFY_PASSWORD 800
+#define IDD_DELETE_LOG 930
+#define IDD_ABOUT 950
+
+// Icons
+#define IDI_TRAY_IDLE_NORMAL 160
+#define IDI_TRAY_IDLE_ALLOW 161
+#define IDI_TRAY_IDLE_BLOCK 162
+#define IDI_TRAY_TRAFFIC_IN 163
+#define IDI_TRAY_TRAFFIC_OUT 164
+#define IDI_TRAY_TRAFFIC_BOTH 165
+
+// Menus
+#define IDR_TRAY_MENU 159  // the number of the notification icon: a left click does what its first item does
+
+// ConfirmationDialog
+#define IDC_ALLOW 334
+#define IDC_DENY 337
+#define IDC_MESSAGE_TEXT 340
+#define IDC_REMEMBER 573
+#define IDC_PROGRAM_NAME 902
+#define IDC_HOST 903
+#define IDC_SERVICE 904
+#define IDC_PROGRAM_PATH 901
+#define IDC_WANTS 906
+
+// About box
+#define IDC_PRODUCT_NAME 951
+#define IDC_PRODUCT_VERSION 952
+#define IDC_PRODUCT_COPYRIGHT 953
+
+// Commands of the control center, from the tray menu and the page buttons alike
+#define IDM_OPEN 409
+#define IDM_STATISTICS 461
+#define IDM_CONNECTIONS 462
+#define IDM_ADVANCED 429
+#define IDM_OPTIONS 437
+#define IDM_APPLICATIONS 439
+#define IDM_TRAFFIC_LOG 463
+#define IDM_ABOUT 427
+#define IDM_EXIT 376
+#define IDM_SUPPORT 950
+#define IDM_MODE_NORMAL 431
+#define IDM_MODE_ALLOW_ALL 433
+#define IDM_MODE_BLOCK_ALL 435
+#define IDM_MODE_ALLOW_TIMED_FIRST 850  // six of them: 5, 10, 15, 30, 60 and 120 minutes
+#define IDM_MODE_BLOCK_TIMED_FIRST 856  // likewise
+#define IDM_NETWORK_ENABLE 700
+#define IDM_NETWORK_DISABLE 701
+#define IDM_RESET_TRUSTED 970
+#define IDM_RESET_FINGERPRINTS 971
+#define IDM_RESET 972
+#define IDM_TEST_MAIL 973
+#define IDM_UPDATE 974
+#define IDM_DELETE_LOGS 975
+#define IDM_SET_PASSWORD 976
+
+// What the Applications page tells the control center: the user has changed actions, the last one to this
+#define IDM_APPLICATION_ASK 338
+#define IDM_APPLICATION_ALLOW 341
+#define IDM_APPLICATION_DENY 344
+#define IDM_APPLICATION_REMOVE 1274  // the same for rules that are to go
+
+// Password dialogs; the buttons are IDOK and IDCANCEL
+#define IDC_PASSWORD_HEADING 1200
+#define IDC_PASSWORD_OLD_LABEL 1201
+#define IDC_PASSWORD_OLD 1202
+#define IDC_PASSWORD_LABEL 1203
+#define IDC_PASSWORD 1204
+#define IDC_PASSWORD_CONFIRM_LABEL 1205
+#define IDC_PASSWORD_CONFIRM 1206
+
+// Delete-logs dialog
+#define IDC_DELETE_LOG_HEADING 1210
+#define IDC_DELETE_LOG_DAY_LABEL 1211
+#define IDC_DELETE_LOG_DAY 1212
+#define IDC_DELETE_LOG_MONTH_LABEL 1213
+#define IDC_DELETE_LOG_MONTH 1214
+#define IDC_DELETE_LOG_YEAR_LABEL 1215
+#define IDC_DELETE_LOG_YEAR 1216
+
+// The result of the delete-logs dialog that is neither OK nor Cancel
+#define IDC_DELETE_LOG_OLDER 523
+
+// Controls that the pages and the control center create themselves
+#define IDC_PAGE_LIST 912
+#define IDC_PAGE_SEARCH 915
+#define IDC_PAGE_COUNT 916
+#define IDC_STATUS_SERVICE 920
+#define IDC_STATUS_DRIVER 921
+#define IDC_STATUS_CONNECTIONS 922
+#define IDC_STATUS_IN 923
+#define IDC_STATUS_OUT 924
+#define IDC_STATUS_MODE 1230
+#define IDC_CAPTION_HELP 940
+#define IDC_CAPTION_MINIMISE 941
+#define IDC_CAPTION_MAXIMISE 942
+#define IDC_CAPTION_CLOSE 943
+#define IDC_CAPTION_ABOUT 944
+#define IDC_OPTIONS_SKIN 962
+#define IDC_OPTIONS_LANGUAGE 964
+
+// Statistics page. The cards have three texts each: name, value and remark, with numbers that follow one another.
+#define IDC_STATISTICS_IN_GRAPH 1240
+#define IDC_STATISTICS_OUT_GRAPH 1241
+#define IDC_STATISTICS_ATTACK_GRAPH 1242
+#define IDC_STATISTICS_NOTICES 1243
+#define IDC_STATISTICS_IN 1250
+#define IDC_STATISTICS_OUT 1253
+#define IDC_STATISTICS_MODE 1256
+#define IDC_STATISTICS_CONNECTIONS 1259
+#define IDC_STATISTICS_ATTACKS 1262
+#define IDC_APPLICATIONS_ALLOW 1270
+#define IDC_APPLICATIONS_DENY 1271
+#define IDC_APPLICATIONS_ASK 1272
+#define IDC_APPLICATIONS_REMOVE 1273
+#define IDC_APPLICATIONS_DETAILS 1275
+
+// The Options page; the field of an option has the number 1000 and the option's identifier
+#define IDC_OPTIONS_SECTIONS 1100
+#define IDC_OPTIONS_APPLY 1101
+#define IDC_OPTIONS_NOTE 1102
+#define IDC_OPTIONS_FORM 1103
+#define IDC_FILTER_SITE_CONTROL 1110
+#define IDC_FILTER_ADS 1111
+#define IDC_FILTER_ACTIVEX 1112
+#define IDC_FILTER_REFERRER 1113
+#define IDC_FILTER_COOKIES 1114

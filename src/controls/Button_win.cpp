@@ -1,0 +1,151 @@
+#include "controls/Button_win.h"
+
+#include "ui/Paint_win.h"
+
+namespace brennvar {
+namespace {
+
+constexpr int kStateCount = 3;
+constexpr int kTextPadding = 6;            // left and right of a label
+constexpr int kPageTextLeft = 52;          // beside the icon, which is part of the picture (16 + 24 + 12)
+constexpr int kFocusInset = 3;             // the focus frame stands inside the ring of a default button
+constexpr SIZE kPageFocusInset = {10, 4};  // and inside the ground of a page button, beside its bar
+constexpr int kFocusShare = 100;           // of the ground in the focus frame, so that it stays behind the text
+constexpr int kSelectedBar = 3;            // at the left of the selected page's plain button
+constexpr int kRingDiameter = 8;           // round as the corners of the delivered pictures
+constexpr BYTE kDisabledOpacity = 115;     // of 255
+constexpr int kDisabledTextShare = 110;    // towards the ground, over which the picture has faded as well
+// Without a picture: a navy on which the default text colour, white, reads.
+constexpr COLORREF kPlainGround[] = {RGB(30, 72, 104), RGB(44, 94, 132), RGB(18, 50, 74)};
+
+// A line from corner to corner and back, two pixels wide.
+void DrawCross(HDC dc, const RECT& box, COLORREF colour) {
+    for (int i = 0; i < WidthOf(box) - 1; ++i) {
+        const LONG y = box.top + i;
+        FillSolid(dc, {box.left + i, y, box.left + i + 2, y + 1}, colour);
+        FillSolid(dc, {box.right - i - 2, y, box.right - i, y + 1}, colour);
+    }
+}
+
+}  // namespace
+
+void CButton::Create(HWND parent, const ButtonKind& kind, const std::string& text, int id, const Look& look) {
+    Resolve(kind, look);
+    const DWORD tabStop = kind.form == ButtonForm::Caption ? 0U : WS_TABSTOP;
+    Make(parent, "BUTTON", text, BS_PUSHBUTTON | tabStop, id, look.fonts.Text());
+    ::SetWindowPos(Window(), nullptr, 0, 0, m_size.cx, m_size.cy, SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+void CButton::Adopt(HWND control, const ButtonKind& kind, const Look& look) {
+    Resolve(kind, look);
+    Attach(control, look.fonts.Text());
+    ::SetWindowPos(Window(), nullptr, 0, 0, m_size.cx, m_size.cy, SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+void CButton::Resolve(const ButtonKind& kind, const Look& look) {
+    m_form = kind.form;
+    m_plainGlyph = kind.plainGlyph;
+    m_image = CSkinImage::Load(look.skin.GetSkinImagePath(kind.imageKey, kind.defaultFile));
+    m_size = m_image.FrameSizeOr({Scale(kind.plainSize.cx), Scale(kind.plainSize.cy)}, kStateCount);
+    m_colours = look.colours;
+    const std::string key = kind.colourKey;
+    m_textColours = {look.skin.GetSkinColor(key + "_DEFAULT", 255, 255, 255),
+                     look.skin.GetSkinColor(key + "_ACTIVE", 255, 255, 255),
+                     look.skin.GetSkinColor(key + "_DOWN", 255, 255, 255)};
+}
+
+void CButton::MoveTo(int left, int top) const {
+    ::SetWindowPos(Window(), nullptr, left, top, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOCOPYBITS);
+}
+
+void CButton::SetSelected(bool selected) {
+    if (selected == m_isSelected) return;
+    m_isSelected = selected;
+    Repaint();
+}
+
+CButton::State CButton::CurrentState() const {
+    const bool isPushed = (::SendMessageA(Window(), BM_GETSTATE, 0, 0) & BST_PUSHED) != 0;
+    if (m_isSelected || isPushed) return State::Pressed;
+    return IsHot() && IsEnabled() ? State::Hot : State::Rest;
+}
+
+bool CButton::IsDefault() const {
+    return m_form == ButtonForm::Labelled && (Style() & BS_TYPEMASK) == BS_DEFPUSHBUTTON;
+}
+
+COLORREF CButton::GroundBelow() const {
+    return m_form == ButtonForm::Labelled ? m_colours.page : kPlainGround[2];
+}
+
+void CButton::OnPaint(HDC dc, const RECT& client) {
+    const State state = CurrentState();
+    if (m_image) {
+        m_image.DrawFrame(dc, client, static_cast<int>(state), kStateCount, IsEnabled() ? 255 : kDisabledOpacity);
+    } else {
+        PaintPlain(dc, client, state);
+    }
+    if (m_form != ButtonForm::Caption) PaintText(dc, client, state);
+    if (IsDefault() && IsEnabled()) {
+        const UniquePen pen(::CreatePen(PS_SOLID, 1, m_colours.accent));
+        const CSelect selectPen(dc, pen.Get());
+        const CSelect selectBrush(dc, ::GetStockObject(NULL_BRUSH));
+        ::RoundRect(dc, client.left, client.top, client.right, client.bottom, kRingDiameter, kRingDiameter);
+    }
+    if (ShowsFocus()) {
+        const COLORREF colour = m_textColours[static_cast<std::size_t>(state)];
+        RECT place = Inset(client, kFocusInset);
+        if (m_form == ButtonForm::PageEntry) {
+            place = client;
+            ::InflateRect(&place, -kPageFocusInset.cx, -kPageFocusInset.cy);
+        }
+        DrawFrame(dc, place, MixColours(colour, kPlainGround[0], kFocusShare));
+    }
+}
+
+void CButton::PaintPlain(HDC dc, const RECT& client, State state) const {
+    const auto shown = [this](COLORREF colour) {
+        return IsEnabled() ? colour : MixColours(colour, GroundBelow(), 255 - kDisabledOpacity);
+    };
+    FillSolid(dc, client, shown(kPlainGround[static_cast<int>(state)]));
+    if (m_form == ButtonForm::PageEntry && m_isSelected) {
+        FillSolid(dc, {client.left, client.top, client.left + kSelectedBar, client.bottom}, m_colours.accent);
+    }
+    if (m_form != ButtonForm::Caption) return;
+    const COLORREF colour = shown(m_textColours[static_cast<std::size_t>(state)]);
+    const RECT box = Centred(client, {Scale(10), Scale(10)});
+    switch (m_plainGlyph) {
+        case '-': FillSolid(dc, {box.left, box.bottom - 2, box.right, box.bottom}, colour); break;
+        case '#': DrawFrame(dc, box, colour); break;
+        case 'x': DrawCross(dc, box, colour); break;
+        default:
+            DrawLabel(dc, Font(), client, std::string(1, m_plainGlyph), colour,
+                      DT_CENTER | DT_VCENTER | DT_SINGLELINE | DT_NOPREFIX);
+    }
+}
+
+void CButton::PaintText(HDC dc, const RECT& client, State state) const {
+    const bool isPage = m_form == ButtonForm::PageEntry;
+    const int padding = Scale(kTextPadding);
+    const RECT place{client.left + (isPage ? kPageTextLeft : padding), client.top, client.right - padding,
+                     client.bottom};
+    COLORREF colour = m_textColours[static_cast<std::size_t>(state)];
+    if (!IsEnabled()) colour = MixColours(colour, GroundBelow(), kDisabledTextShare);
+    DrawLabel(dc, Font(), place, Text(), colour,
+              (isPage ? DT_LEFT : DT_CENTER) | DT_VCENTER | DT_SINGLELINE | DT_END_ELLIPSIS | PrefixFormat());
+}
+
+std::optional<LRESULT> CButton::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+    if (m_form != ButtonForm::Caption) return std::nullopt;
+    if (message == WM_SETFOCUS) m_focusBefore = reinterpret_cast<HWND>(wParam);
+    if (message != WM_LBUTTONUP) return std::nullopt;
+    // Windows gives a clicked button the keyboard. From a button that Tab does not reach it goes back, unless the
+    // click has moved it elsewhere or ended the window.
+    const HWND window = Window();
+    const HWND before = m_focusBefore;
+    const LRESULT result = CallWindows(message, wParam, lParam);
+    if (::IsWindow(window) && ::GetFocus() == window && ::IsWindow(before)) ::SetFocus(before);
+    return result;
+}
+
+}  // namespace brennvar

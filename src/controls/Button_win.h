@@ -1,0 +1,105 @@
+// Push buttons in three pictures: at rest, under the mouse, pressed.
+#pragma once
+
+#include <array>
+#include <string>
+
+#include "ui/Control_win.h"
+#include "ui/SkinImage_win.h"
+
+namespace brennvar {
+
+enum class ButtonForm {
+    Labelled,   // the text in the middle
+    PageEntry,  // in the column of pages: the text at the left, beside the picture's icon
+    Caption,    // in a window's caption band: only the picture; the text is its name for screen readers
+};
+
+// What tells one kind of button from another. The picture holds the three states side by side.
+struct ButtonKind {
+    const char* imageKey;     // the picture's key in the skin file
+    const char* defaultFile;  // and its file where the skin does not name one
+    const char* colourKey;    // begins the names of the text colours: _DEFAULT, _ACTIVE (under the mouse), _DOWN
+    SIZE plainSize;           // the size without a picture, pixels at 96 per inch: that of the skins we deliver
+    ButtonForm form = ButtonForm::Labelled;
+    char plainGlyph =
+        0;  // Caption without a picture: '-' minimise, '#' maximise, 'x' close, else the character itself
+};
+
+inline constexpr ButtonKind kButton = {"BUTTON", "button.png", "BUTTON", {88, 26}};
+inline constexpr ButtonKind kButtonDialog = {"BUTTON_DIALOG", "button_dialog.png", "BUTTON", {104, 30}};
+inline constexpr ButtonKind kButtonMedium = {"BUTTON_MEDIUM", "button_medium.png", "BUTTON", {144, 30}};
+inline constexpr ButtonKind kButtonLarge = {"BUTTON_LARGE", "button_large.png", "BUTTON", {200, 30}};
+
+inline constexpr SIZE kCaptionButtonSize = {32, 28};
+inline constexpr ButtonKind kButtonMin = {"BUTTON_MIN",       "button_min.png",    "BUTTON",
+                                          kCaptionButtonSize, ButtonForm::Caption, '-'};
+inline constexpr ButtonKind kButtonMax = {"BUTTON_MAX",       "button_max.png",    "BUTTON",
+                                          kCaptionButtonSize, ButtonForm::Caption, '#'};
+inline constexpr ButtonKind kButtonHelp = {"BUTTON_HELP",      "button_help.png",   "BUTTON",
+                                           kCaptionButtonSize, ButtonForm::Caption, '?'};
+inline constexpr ButtonKind kButtonAbout = {"BUTTON_ABOUT",     "button_about.png",  "BUTTON",
+                                            kCaptionButtonSize, ButtonForm::Caption, 'i'};
+// Our own key: the skin format has none for closing.
+inline constexpr ButtonKind kButtonClose = {"BUTTON_CLOSE",     "button_close.png",  "BUTTON",
+                                            kCaptionButtonSize, ButtonForm::Caption, 'x'};
+
+inline constexpr ButtonKind PageButtonKind(const char* imageKey, const char* defaultFile) {
+    return {imageKey, defaultFile, "BUTTON_MENU", {184, 40}, ButtonForm::PageEntry};
+}
+// Key and file differ in name: skins rely on both.
+inline constexpr ButtonKind kButtonMenuStatistics =
+    PageButtonKind("BUTTON_MENU_STATISTICS", "button_menu_status.png");
+inline constexpr ButtonKind kButtonMenuConnections =
+    PageButtonKind("BUTTON_MENU_CONNECTIONS", "button_menu_connections.png");
+inline constexpr ButtonKind kButtonMenuAdvanced =
+    PageButtonKind("BUTTON_MENU_ADVANCED", "button_menu_advanced.png");
+inline constexpr ButtonKind kButtonMenuOptions = PageButtonKind("BUTTON_MENU_OPTIONS", "button_menu_options.png");
+inline constexpr ButtonKind kButtonMenuApplications =
+    PageButtonKind("BUTTON_MENU_APPLICATIONS", "button_menu_applications.png");
+inline constexpr ButtonKind kButtonMenuTrafficLog =
+    PageButtonKind("BUTTON_MENU_TRAFFICLOG", "button_menu_trafficlog.png");
+inline constexpr ButtonKind kButtonMenuSupport = PageButtonKind("BUTTON_MENU_SUPPORT", "button_menu_support.png");
+inline constexpr ButtonKind kButtonMenuAbout = PageButtonKind("BUTTON_MENU_ABOUT", "button_menu_about.png");
+
+// A BUTTON: BM_CLICK, Space, Enter and mnemonics work as Windows' own; the parent gets BN_CLICKED.
+class CButton final : public CControl {
+public:
+    // Makes the button, of its own size, at the left upper corner. Caption buttons are no tab stops.
+    void Create(HWND parent, const ButtonKind& kind, const std::string& text, int id, const Look& look);
+    // Takes over a push button of a dialog template: it keeps its place and text, and gets the kind's size.
+    void Adopt(HWND control, const ButtonKind& kind, const Look& look);
+
+    // Pixels of the screen: the height of the picture and a third of its width (integer division); without a
+    // picture of a usable size the kind's plain size. {0, 0} before Create or Adopt.
+    [[nodiscard]] SIZE Size() const { return m_size; }
+    // Moves it and leaves its size alone.
+    void MoveTo(int left, int top) const;
+    // The button of the page that is shown is drawn as pressed.
+    void SetSelected(bool selected);
+    [[nodiscard]] bool IsSelected() const { return m_isSelected; }
+
+private:
+    enum class State { Rest, Hot, Pressed };
+
+    void Resolve(const ButtonKind& kind, const Look& look);
+    [[nodiscard]] State CurrentState() const;
+    [[nodiscard]] bool IsDefault() const;
+    // About what shines through when it is disabled: the page, or the dark column and caption band.
+    [[nodiscard]] COLORREF GroundBelow() const;
+    void OnPaint(HDC dc, const RECT& client) override;
+    void PaintPlain(HDC dc, const RECT& client, State state) const;
+    void PaintText(HDC dc, const RECT& client, State state) const;
+    std::optional<LRESULT> OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
+
+    ButtonForm m_form = ButtonForm::Labelled;
+    char m_plainGlyph = 0;
+    SIZE m_size{};
+    CSkinImage m_image;
+    Palette m_colours;
+    std::array<COLORREF, 3> m_textColours{};  // by State
+    bool m_isSelected = false;
+    HWND m_focusBefore = nullptr;  // Caption: who gets the keyboard back after the click
+};
+
+}  // namespace brennvar

@@ -1,0 +1,44 @@
+// Fields to type into, of one line or several.
+#pragma once
+
+#include <string>
+
+#include "controls/FieldFrame_win.h"
+#include "ui/Control_win.h"
+
+namespace brennvar {
+
+// An EDIT: everything about its text is Windows' own (ES_NUMBER, EM_LIMITTEXT, undo, its menu). Ours are the frame,
+// which stands outside the client area, the colours, and the text of a single line in the middle of the height. The
+// parent gets EN_CHANGE and its like.
+class CEdit final : public CControl {
+public:
+    // style: ES_ flags, for several lines ES_MULTILINE and WS_VSCROLL as well; Tab reaches it. Made visible, of no
+    // size yet; FieldHeight() suits one line.
+    void Create(HWND parent, const std::string& text, DWORD style, int id, const Look& look);
+    // Takes over an edit field of a dialog template; its border goes.
+    void Adopt(HWND control, const Look& look);
+
+    // A quiet text that says what belongs here, shown while a field of one line is empty. It is no part of the
+    // window text.
+    void SetCue(const std::string& cue);
+
+private:
+    void SetUp(const Look& look);
+    [[nodiscard]] bool PaintsAll() const override { return false; }
+    std::optional<LRESULT> OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
+    std::optional<LRESULT> OnReflected(UINT message, WPARAM wParam, LPARAM lParam) override;
+    LRESULT OnCalculateSize(WPARAM wParam, RECT& place);
+    LRESULT OnPaintFrame(WPARAM wParam, LPARAM lParam);
+    LRESULT OnTextMessage(UINT message, WPARAM wParam, LPARAM lParam);
+    void PaintCue();
+    [[nodiscard]] bool ShowsCue() const;
+    [[nodiscard]] bool HasLines() const { return (Style() & ES_MULTILINE) != 0; }
+    [[nodiscard]] FieldState GroundState() const;
+
+    Palette m_colours;
+    std::string m_cue;
+    int m_lineHeight = 0;
+};
+
+}  // namespace brennvar

@@ -1,0 +1,55 @@
+#include "controls/FieldFrame_win.h"
+
+#include "ui/Paint_win.h"
+
+namespace brennvar {
+namespace {
+
+constexpr int kHeight = 24;  // a row of lists and layouts
+constexpr int kPadding = 6;
+constexpr int kDisabledShare = 90;      // text, towards the page
+constexpr int kInnerAccentShare = 110;  // the inner line of the accent, towards the ground
+
+}  // namespace
+
+int FieldHeight() {
+    return Scale(kHeight);
+}
+
+int FieldPadding() {
+    return Scale(kPadding);
+}
+
+COLORREF FieldGround(const Palette& colours, FieldState state) {
+    return state == FieldState::Disabled || state == FieldState::ReadOnly ? colours.page : colours.list;
+}
+
+COLORREF FieldText(const Palette& colours, FieldState state) {
+    return state == FieldState::Disabled ? MixColours(colours.quietText, colours.page, kDisabledShare)
+                                         : colours.text;
+}
+
+void DrawFieldFrame(HDC dc, const RECT& place, const Palette& colours, FieldState state) {
+    const COLORREF ground = FieldGround(colours, state);
+    COLORREF outer = colours.frame1;
+    COLORREF inner = colours.frame2;
+    if (state == FieldState::Focused) {
+        outer = colours.accent;
+        inner = MixColours(colours.accent, ground, kInnerAccentShare);
+    } else if (state == FieldState::Disabled) {
+        outer = colours.frame2;
+        inner = ground;
+    }
+    DrawFrame(dc, place, outer);
+    DrawFrame(dc, Inset(place, 1), inner);
+}
+
+LRESULT AnswerFieldColours(HDC dc, const Palette& colours, FieldState state) {
+    const COLORREF ground = FieldGround(colours, state);
+    ::SetTextColor(dc, FieldText(colours, state));
+    ::SetBkColor(dc, ground);
+    ::SetDCBrushColor(dc, ground);
+    return reinterpret_cast<LRESULT>(::GetStockObject(DC_BRUSH));
+}
+
+}  // namespace brennvar

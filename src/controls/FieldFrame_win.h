@@ -1,0 +1,28 @@
+// What fields to be filled in share (edit field, combo box, address box): their frame, ground and text colours.
+#pragma once
+
+#include "ui/Look_win.h"
+
+namespace brennvar {
+
+// Two lines of a pixel each, outer and inner, whatever the resolution.
+inline constexpr int kFieldFrame = 2;
+// Of a field of one line. Pixels of the screen.
+[[nodiscard]] int FieldHeight();
+// Between frame and text, left and right. Pixels of the screen.
+[[nodiscard]] int FieldPadding();
+
+enum class FieldState {
+    Rest,
+    Focused,   // in the accent colour
+    Disabled,  // cannot be worked with
+    ReadOnly,  // can be read and copied
+};
+
+[[nodiscard]] COLORREF FieldGround(const Palette& colours, FieldState state);
+[[nodiscard]] COLORREF FieldText(const Palette& colours, FieldState state);
+void DrawFieldFrame(HDC dc, const RECT& place, const Palette& colours, FieldState state);
+// The answer to WM_CTLCOLOREDIT and WM_CTLCOLORSTATIC: sets the DC's colours. The brush is the DC's own.
+[[nodiscard]] LRESULT AnswerFieldColours(HDC dc, const Palette& colours, FieldState state);
+
+}  // namespace brennvar

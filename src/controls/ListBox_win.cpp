@@ -1,0 +1,86 @@
+#include "controls/ListBox_win.h"
+
+#include "ui/Paint_win.h"
+
+namespace brennvar {
+namespace {
+
+// At 96 pixels per inch.
+constexpr int kItemHeight = 32;
+constexpr int kTextLeft = 12;
+constexpr int kTextRight = 4;
+constexpr int kSelectedBar = 3;
+constexpr int kFocusInset = 2;
+constexpr int kFocusShare = 128;
+
+}  // namespace
+
+void CListBox::Create(HWND parent, int id, const Look& look) {
+    m_colours = look.colours;
+    Make(parent, "LISTBOX", "",
+         LBS_OWNERDRAWFIXED | LBS_HASSTRINGS | LBS_NOTIFY | LBS_NOINTEGRALHEIGHT | WS_VSCROLL | WS_TABSTOP, id,
+         look.fonts.Text());
+    ::SendMessageA(Window(), LB_SETITEMHEIGHT, 0, Scale(kItemHeight));
+}
+
+void CListBox::Add(const std::string& text) const {
+    ::SendMessageA(Window(), LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(text.c_str()));
+}
+
+int CListBox::Selected() const {
+    return static_cast<int>(::SendMessageA(Window(), LB_GETCURSEL, 0, 0));
+}
+
+void CListBox::Select(int index) const {
+    ::SendMessageA(Window(), LB_SETCURSEL, static_cast<WPARAM>(index), 0);
+}
+
+std::string CListBox::ItemText(UINT index) const {
+    const LRESULT length = ::SendMessageA(Window(), LB_GETTEXTLEN, index, 0);
+    if (length < 0) return {};
+    std::string text(static_cast<std::size_t>(length) + 1, '\0');
+    const LRESULT copied = ::SendMessageA(Window(), LB_GETTEXT, index, reinterpret_cast<LPARAM>(text.data()));
+    text.resize(copied > 0 ? static_cast<std::size_t>(copied) : 0U);
+    return text;
+}
+
+std::optional<LRESULT> CListBox::OnMessage(UINT message, WPARAM wParam, LPARAM) {
+    if (message != WM_ERASEBKGND) return std::nullopt;
+    FillSolid(reinterpret_cast<HDC>(wParam), ClientRect(), m_colours.list);
+    return TRUE;
+}
+
+std::optional<LRESULT> CListBox::OnReflected(UINT message, WPARAM wParam, LPARAM lParam) {
+    if (message == WM_CTLCOLORLISTBOX) {
+        const HDC dc = reinterpret_cast<HDC>(wParam);
+        ::SetDCBrushColor(dc, m_colours.list);
+        return reinterpret_cast<LRESULT>(::GetStockObject(DC_BRUSH));
+    }
+    if (message != WM_DRAWITEM) return std::nullopt;
+    PaintItem(*reinterpret_cast<const DRAWITEMSTRUCT*>(lParam));
+    return TRUE;
+}
+
+void CListBox::PaintItem(const DRAWITEMSTRUCT& item) const {
+    if (item.itemID == static_cast<UINT>(-1)) return;  // an empty list with the focus
+    const CBufferedDc buffer(item.hDC, item.rcItem);
+    const HDC dc = buffer.Dc();
+    const bool isSelected = (item.itemState & ODS_SELECTED) != 0;
+    FillSolid(dc, item.rcItem, isSelected ? m_colours.selection : m_colours.list);
+    if (isSelected) {
+        RECT bar = item.rcItem;
+        bar.right = bar.left + Scale(kSelectedBar);
+        FillSolid(dc, bar, m_colours.accent);
+    }
+    RECT text = item.rcItem;
+    text.left += Scale(kTextLeft);
+    text.right -= Scale(kTextRight);
+    DrawLabel(dc, Font(), text, ItemText(item.itemID), m_colours.text,
+              DT_VCENTER | DT_SINGLELINE | DT_END_ELLIPSIS | DT_NOPREFIX);
+    if ((item.itemState & ODS_FOCUS) != 0 && ShowsFocus()) {
+        DrawFrame(dc, Inset(item.rcItem, Scale(kFocusInset)),
+                  MixColours(m_colours.text, m_colours.selection, kFocusShare));
+    }
+}
+
+}  // namespace brennvar

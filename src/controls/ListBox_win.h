@@ -1,0 +1,33 @@
+// Lists of a few short texts, one of which is selected.
+#pragma once
+
+#include <string>
+
+#include "ui/Control_win.h"
+
+namespace brennvar {
+
+// A LISTBOX of kept strings: all LB_ messages work, and arrows, Home, End and first letters choose. Its texts are
+// in the language's character set, so they are drawn by us. The parent gets LBN_SELCHANGE when the user chooses,
+// nothing when a program does.
+class CListBox final : public CControl {
+public:
+    // Makes it, visible, of no size yet and without a frame.
+    void Create(HWND parent, int id, const Look& look);
+
+    void Add(const std::string& text) const;
+    // -1: none.
+    [[nodiscard]] int Selected() const;
+    void Select(int index) const;
+
+private:
+    [[nodiscard]] bool PaintsAll() const override { return false; }
+    std::optional<LRESULT> OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
+    std::optional<LRESULT> OnReflected(UINT message, WPARAM wParam, LPARAM lParam) override;
+    void PaintItem(const DRAWITEMSTRUCT& item) const;
+    [[nodiscard]] std::string ItemText(UINT index) const;
+
+    Palette m_colours;
+};
+
+}  // namespace brennvar

@@ -1,0 +1,160 @@
+#include "controls/PushGraph_win.h"
+
+#include "ui/ChildControls_win.h"
+#include "ui/Paint_win.h"
+
+namespace brennvar {
+namespace {
+
+// At 96 pixels per inch: what the plot leaves free above and below.
+constexpr int kTitleRoom = 30;
+constexpr int kBottomRoom = 10;
+constexpr int kTitleMargin = 8;
+
+// Out of 255, towards the ground.
+constexpr int kAreaShare = 224;
+constexpr int kHaloShare = 140;
+
+constexpr UINT kOneLine = DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX;
+
+// Nothing outside of a place is drawn on until the end.
+class ClipTo {
+public:
+    ClipTo(HDC dc, const RECT& place) : m_dc(dc), m_saved(::SaveDC(dc)) {
+        ::IntersectClipRect(dc, place.left, place.top, place.right, place.bottom);
+    }
+    ClipTo(const ClipTo&) = delete;
+    ClipTo& operator=(const ClipTo&) = delete;
+    ~ClipTo() { ::RestoreDC(m_dc, m_saved); }
+
+private:
+    HDC m_dc;
+    int m_saved;
+};
+
+void DrawPath(HDC dc, const std::vector<POINT>& points, int width, COLORREF colour) {
+    const UniquePen pen(::CreatePen(PS_SOLID, width, colour));
+    const CSelect select(dc, pen.Get());
+    ::Polyline(dc, points.data(), static_cast<int>(points.size()));
+}
+
+// Between the path and the bottom of the plot.
+void FillBelow(HDC dc, std::vector<POINT> points, LONG bottom, COLORREF colour) {
+    points.push_back({points.back().x, bottom});
+    points.push_back({points.front().x, bottom});
+    const UniqueBrush brush(::CreateSolidBrush(colour));
+    const CSelect selectBrush(dc, brush.Get());
+    const CSelect selectPen(dc, ::GetStockObject(NULL_PEN));
+    ::Polygon(dc, points.data(), static_cast<int>(points.size()));
+}
+
+}  // namespace
+
+PushGraphColours::PushGraphColours(const Skin& skin, const std::string& name, COLORREF defaultLine)
+    : ground(skin.GetSkinColor("COLOR_GRAPH", 0, 0, 0)),
+      grid(skin.GetSkinColor(name + "_GRID", 0, 85, 0)),
+      text(skin.GetSkinColor(name + "_TEXT", 0, 255, 0)),
+      line(skin.GetSkinColor(name + "_LINE", GetRValue(defaultLine), GetGValue(defaultLine),
+                             GetBValue(defaultLine))) {}
+
+bool C2DPushGraph::Create(HWND parent, int id, const std::string& title, const PushGraphColours& colours,
+                          const Look& look) {
+    m_title = title;
+    m_ground = colours.ground;
+    m_grid = colours.grid;
+    m_text = colours.text;
+    m_frame = look.colours.frame1;
+    m_titleFont = look.fonts.Bold();
+    m_labelFont = look.fonts.Text();
+    m_samples.SetPixels(Scale(PushGraphSamples::kDefaultInterval), Scale(PushGraphSamples::kGridSpacing));
+    AddLine(0, colours.line);
+    return CWindow::Create({.parent = parent, .text = title, .id = id, .className = kPushGraphClass});
+}
+
+void C2DPushGraph::AddLine(int id, COLORREF colour) {
+    m_samples.AddLine(id);
+    m_lineColours.push_back({.id = id, .colour = colour});
+}
+
+void C2DPushGraph::Update(const std::string& value) {
+    if (value != m_value) {
+        m_value = value;
+        ::SetWindowTextA(Window(), std::string(m_title).append(": ").append(value).c_str());
+    }
+    Repaint();
+}
+
+RECT C2DPushGraph::PlotArea() const {
+    RECT plot = ClientRect();
+    plot.top += Scale(kTitleRoom);
+    plot.bottom -= Scale(kBottomRoom);
+    return plot;
+}
+
+void C2DPushGraph::OnPaint(HDC dc, const RECT&) {
+    const RECT client = ClientRect();
+    const RECT plot = PlotArea();
+    FillSolid(dc, client, m_ground);
+    PaintTitle(dc, client);
+    if (HeightOf(plot) > 0) {
+        m_samples.PrepareToPaint(WidthOf(plot));
+        // The lowest pixels of a line are those below the plot.
+        const ClipTo clip(dc, {plot.left, plot.top, plot.right, plot.bottom + 1});
+        const std::vector<Path> paths = MakePaths(plot);
+        for (const Path& path : paths) {
+            FillBelow(dc, path.points, plot.bottom, MixColours(path.colour, m_ground, kAreaShare));
+        }
+        PaintGrid(dc, plot);
+        for (const Path& path : paths) {
+            // A softer line behind takes the edge off the steps.
+            DrawPath(dc, path.points, Scale(3), MixColours(path.colour, m_ground, kHaloShare));
+            DrawPath(dc, path.points, 1, path.colour);
+        }
+        PaintAxisLabels(dc, plot);
+    }
+    DrawFrame(dc, client, m_frame);
+}
+
+void C2DPushGraph::PaintTitle(HDC dc, const RECT& client) const {
+    RECT band{client.left + Scale(kTitleMargin), client.top, client.right - Scale(kTitleMargin),
+              client.top + Scale(kTitleRoom)};
+    DrawLabel(dc, m_labelFont, band, m_value, m_text, kOneLine | DT_RIGHT);
+    band.right -= MeasureText(Window(), m_labelFont, m_value, 0).cx + Scale(kTitleMargin);
+    DrawLabel(dc, m_titleFont, band, m_title, m_text, kOneLine | DT_END_ELLIPSIS);
+}
+
+void C2DPushGraph::PaintGrid(HDC dc, const RECT& plot) const {
+    const int spacing = m_samples.GridSpacing();
+    for (LONG y = plot.bottom; y >= plot.top; y -= spacing)
+        FillSolid(dc, {plot.left, y, plot.right, y + 1}, m_grid);
+    for (LONG x = plot.left + m_samples.GridOffset(); x < plot.right; x += spacing) {
+        FillSolid(dc, {x, plot.top, x + 1, plot.bottom}, m_grid);
+    }
+}
+
+void C2DPushGraph::PaintAxisLabels(HDC dc, const RECT& plot) const {
+    const RECT place{plot.left + Scale(kTitleMargin), plot.top, plot.right, plot.bottom};
+    constexpr UINT kFormat = DT_SINGLELINE | DT_NOPREFIX;
+    DrawLabel(dc, m_labelFont, place, m_samples.GetRange().maximumLabel, m_text, kFormat);
+    DrawLabel(dc, m_labelFont, place, m_samples.GetRange().minimumLabel, m_text, kFormat | DT_BOTTOM);
+}
+
+std::vector<C2DPushGraph::Path> C2DPushGraph::MakePaths(const RECT& plot) const {
+    std::vector<Path> paths;
+    for (const LineColour& known : m_lineColours) {
+        for (const PushGraphSamples::Line& line : m_samples.Lines()) {
+            if (line.id != known.id || line.samples.empty()) continue;
+            Path& path = paths.emplace_back(Path{.points = {}, .colour = known.colour});
+            LONG x = plot.left;
+            for (const std::int32_t sample : line.samples) {
+                path.points.push_back({x, plot.bottom - m_samples.HeightOf(sample, HeightOf(plot))});
+                x += m_samples.Interval();
+            }
+            // A single sample is seen as a point.
+            if (path.points.size() == 1) path.points.push_back({plot.left + 1, path.points.front().y});
+        }
+    }
+    return paths;
+}
+
+}  // namespace brennvar

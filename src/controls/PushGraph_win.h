@@ -1,0 +1,74 @@
+// A graph of lines that scrolls to the left as samples come in: title and latest value above, a grid that moves
+// with the lines. Its window text, for screen readers, is the title and the latest value.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "controls/PushGraphSamples.h"
+#include "ui/Look_win.h"
+#include "ui/Window_win.h"
+
+namespace brennvar {
+
+// Window class for automation.
+inline constexpr char kPushGraphClass[] = "BrennvarPushGraph";
+
+struct PushGraphColours {
+    // Of the skin: COLOR_GRAPH, and name followed by _GRID, _TEXT and _LINE; their defaults make a dark screen with
+    // a line of this colour.
+    PushGraphColours(const Skin& skin, const std::string& name, COLORREF defaultLine);
+
+    COLORREF ground;
+    COLORREF grid;
+    COLORREF text;
+    COLORREF line;
+};
+
+class C2DPushGraph final : public CWindow {
+public:
+    // The samples are borrowed for the life of the window, which scales their pixels to the screen. They belong to
+    // its thread.
+    explicit C2DPushGraph(PushGraphSamples& samples) : m_samples(samples) {}
+
+    // Borrows the look's fonts for the life of the window.
+    [[nodiscard]] bool Create(HWND parent, int id, const std::string& title, const PushGraphColours& colours,
+                              const Look& look);
+    // Samples with this number are drawn from now on, in this colour. Create adds the line 0.
+    void AddLine(int id, COLORREF colour);
+
+    // The samples have moved on; value is the latest one, as it is to be read.
+    void Update(const std::string& value);
+
+    // The area of the lines, in client coordinates. A sample of the height h stands h pixels above its bottom.
+    [[nodiscard]] RECT PlotArea() const;
+
+private:
+    struct LineColour {
+        int id;
+        COLORREF colour;
+    };
+    struct Path {
+        std::vector<POINT> points;  // at least two
+        COLORREF colour;
+    };
+
+    void OnPaint(HDC dc, const RECT& invalid) override;
+    void PaintGrid(HDC dc, const RECT& plot) const;
+    void PaintAxisLabels(HDC dc, const RECT& plot) const;
+    [[nodiscard]] std::vector<Path> MakePaths(const RECT& plot) const;
+    void PaintTitle(HDC dc, const RECT& client) const;
+
+    PushGraphSamples& m_samples;
+    std::string m_title;
+    std::string m_value;
+    COLORREF m_ground = 0;
+    COLORREF m_grid = 0;
+    COLORREF m_text = 0;
+    COLORREF m_frame = 0;
+    std::vector<LineColour> m_lineColours;
+    HFONT m_titleFont = nullptr;
+    HFONT m_labelFont = nullptr;
+};
+
+}  // namespace brennvar

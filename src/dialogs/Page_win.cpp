@@ -1,0 +1,87 @@
+#include "dialogs/Page_win.h"
+
+#include <utility>
+
+#include "ui/Paint_win.h"
+#include "ui/ToolkitIds.h"
+
+namespace brennvar {
+namespace {
+
+// At 96 pixels per inch.
+constexpr int kMargin = 16;
+constexpr int kTitleHeight = 24;
+constexpr int kLineTop = 40;
+constexpr int kLineHeight = 20;
+constexpr int kContentTop = 72;
+
+}  // namespace
+
+CPage::CPage(const CFonts& fonts, PageTexts texts) : m_fonts(fonts), m_texts(std::move(texts)) {}
+
+bool CPage::Create(HWND parent) {
+    return CreateModeless(parent, IDD_PAGE);
+}
+
+void CPage::OnInitDialog() {
+    m_look.emplace(m_fonts);
+    constexpr DWORD kOneLine = SS_LEFT | SS_NOPREFIX | SS_ENDELLIPSIS;
+    m_title.Create(Window(), m_texts.title, LabelKind::Title, kOneLine, IDC_PAGE_TITLE, *m_look);
+    m_line.Create(Window(), m_texts.line, LabelKind::Quiet, kOneLine, IDC_PAGE_LINE, *m_look);
+    if (!m_texts.empty.empty()) {
+        m_empty.Create(Window(), m_texts.empty, LabelKind::Quiet, SS_LEFT | SS_NOPREFIX, IDC_PAGE_EMPTY, *m_look);
+    }
+    OnCreateContent();
+}
+
+void CPage::OnSize(int width, int height) {
+    const LONG left = Scale(kMargin);
+    const LONG right = width - Scale(kMargin);
+    const LONG titleRight = right - RoomBesideTitle();
+    m_title.Place({left, Scale(kMargin), titleRight, Scale(kMargin + kTitleHeight)});
+    m_line.Place({left, Scale(kLineTop), titleRight, Scale(kLineTop + kLineHeight)});
+    const RECT content{left, Scale(kContentTop), right, height - Scale(kMargin)};
+    if (m_empty.Window()) m_empty.Place(content);
+    OnPlaceContent(content);
+}
+
+bool CPage::OnEraseBackground(HDC dc) {
+    RECT client{};
+    ::GetClientRect(Window(), &client);
+    FillSolid(dc, client, m_look->colours.page);
+    for (const RECT& card : m_cards) {
+        FillSolid(dc, card, m_look->colours.list);
+        DrawFrame(dc, card, m_look->colours.frame2);
+    }
+    return true;
+}
+
+void CPage::SetCards(std::vector<RECT> cards) {
+    m_cards = std::move(cards);
+    ::InvalidateRect(Window(), nullptr, TRUE);
+}
+
+void CPage::PostToOwner(int command) const {
+    ::PostMessageA(::GetParent(Window()), WM_COMMAND, static_cast<WPARAM>(command), 0);
+}
+
+void CPage::Place(const RECT& place) {
+    ::SetWindowPos(Window(), nullptr, place.left, place.top, WidthOf(place), HeightOf(place),
+                   SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+void CPage::Show() {
+    if (m_shown || Window() == nullptr) return;
+    m_shown = true;
+    ::ShowWindow(Window(), SW_SHOWNA);
+    OnShow();
+}
+
+void CPage::Hide() {
+    if (!m_shown) return;
+    m_shown = false;
+    OnHide();
+    ::ShowWindow(Window(), SW_HIDE);
+}
+
+}  // namespace brennvar

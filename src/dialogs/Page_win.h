@@ -1,0 +1,76 @@
+// One page of a window with page buttons: a child dialog with a title, a line that says what it shows, and room for
+// its content.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "controls/Label_win.h"
+#include "ui/Dialog_win.h"
+#include "ui/Fonts_win.h"
+#include "ui/Look_win.h"
+
+namespace brennvar {
+
+struct PageTexts {
+    std::string title;
+    std::string line;   // what the page shows, in one line
+    std::string empty;  // a page without content says why
+};
+
+class CPage : public CDialog {
+public:
+    CPage(const CFonts& fonts, PageTexts texts);
+
+    // Creates the page, hidden.
+    [[nodiscard]] bool Create(HWND parent);
+    void Place(const RECT& place);
+    void Show();
+    void Hide();
+    [[nodiscard]] bool IsShown() const { return m_shown; }
+
+    // The user asks for fresh data (F5).
+    virtual void Reload() {}
+    // The user looks for something (Ctrl+F).
+    virtual void OnFind() {}
+    // The user wants to leave the page, or the program. May ask, which pumps messages. False: the page stays.
+    virtual bool MayLeave() { return true; }
+    // The application rules have changed.
+    virtual void OnRulesChanged() {}
+
+protected:
+    virtual void OnCreateContent() {}
+    // The room below the title, in client coordinates.
+    virtual void OnPlaceContent(const RECT&) {}
+    // What the title's right side has to leave free, in pixels of the screen.
+    [[nodiscard]] virtual int RoomBesideTitle() const { return 0; }
+    virtual void OnShow() {}
+    virtual void OnHide() {}
+
+    // A command for the window that the page belongs to; it is carried out later, when the page's handler is over.
+    void PostToOwner(int command) const;
+
+    // Grounds for groups of controls, in client coordinates; for OnPlaceContent.
+    void SetCards(std::vector<RECT> cards);
+
+    // From OnCreateContent on.
+    [[nodiscard]] const Look& GetLook() const { return *m_look; }
+
+private:
+    void OnInitDialog() final;
+    void OnSize(int width, int height) final;
+    void OnCancel() final {}
+    bool OnEraseBackground(HDC dc) final;
+
+    const CFonts& m_fonts;
+    const PageTexts m_texts;
+    std::optional<Look> m_look;
+    CLabel m_title;
+    CLabel m_line;
+    CLabel m_empty;
+    std::vector<RECT> m_cards;
+    bool m_shown = false;
+};
+
+}  // namespace brennvar

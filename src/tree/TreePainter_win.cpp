@@ -1,0 +1,215 @@
+#include "tree/TreePainter_win.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+#include "ui/Paint_win.h"
+
+namespace brennvar {
+namespace {
+
+// At 96 pixels per inch.
+constexpr int kRowHeight = 24;
+constexpr int kHeaderHeight = 26;
+constexpr int kHeaderLine = 2;
+constexpr int kMargin = 8;
+constexpr int kIndent = 16;  // of one level, and the room of an expand mark
+constexpr int kPicture = 16;
+constexpr int kGap = 6;
+
+constexpr int kCheckFrames = 6;      // rest, hot, pressed, and the same checked
+constexpr int kUnfocusedShare = 96;  // of the list's ground in a selection without the focus, of 255
+constexpr double kLeastContrast = 4.5;
+constexpr COLORREF kPill = RGB(226, 232, 240);
+
+int Brightness(COLORREF colour) {
+    return (GetRValue(colour) * 299 + GetGValue(colour) * 587 + GetBValue(colour) * 114) / 1000;
+}
+
+// As WCAG 2.1 defines them.
+double Luminance(COLORREF colour) {
+    const auto part = [](int value) {
+        const double share = value / 255.0;
+        return share <= 0.03928 ? share / 12.92 : std::pow((share + 0.055) / 1.055, 2.4);
+    };
+    return 0.2126 * part(GetRValue(colour)) + 0.7152 * part(GetGValue(colour)) + 0.0722 * part(GetBValue(colour));
+}
+double Contrast(COLORREF first, COLORREF second) {
+    const auto [darker, lighter] = std::minmax({Luminance(first), Luminance(second)});
+    return (lighter + 0.05) / (darker + 0.05);
+}
+
+RECT Take(RECT& rest, int width, int gap) {
+    const RECT place = Centred({rest.left, rest.top, rest.left + width, rest.bottom}, {width, width});
+    rest.left += width + gap;
+    return place;
+}
+
+// A triangle in steps of whole pixels, which stays sharp: points right, down, or, reversed, up.
+void DrawTriangle(HDC dc, const RECT& place, int half, bool isSideways, bool isReversed, COLORREF colour) {
+    const RECT box = Centred(place, isSideways ? SIZE{half, 2 * half - 1} : SIZE{2 * half - 1, half});
+    for (int line = 0; line < half; ++line) {
+        const LONG at = isReversed ? line : half - 1 - line;  // from the tip's side
+        if (isSideways) {
+            FillSolid(dc, {box.left + line, box.top + line, box.left + line + 1, box.bottom - line}, colour);
+        } else {
+            FillSolid(dc, {box.left + at, box.top + half - 1 - line, box.right - at, box.top + half - line},
+                      colour);
+        }
+    }
+}
+
+}  // namespace
+
+TreePainter::TreePainter(const Look& look)
+    : m_colours(look.colours),
+      m_lineLeft(look.skin.GetSkinColor("GRADIENT_LEFT", 72, 188, 3)),
+      m_lineRight(look.skin.GetSkinColor("GRADIENT_RIGHT", 255, 181, 106)),
+      m_header(MixColours(look.colours.list, look.colours.page, 200)),
+      m_isDark(Brightness(look.colours.list) < 128),
+      m_check(CSkinImage::Load(look.skin.GetSkinImagePath("CHECK_BUTTON_LIST", "check_button_list.png"))) {
+    m_text.SetFont(look.fonts.Text());
+}
+
+int TreePainter::RowHeight() {
+    return Scale(kRowHeight);
+}
+
+int TreePainter::HeaderHeight() {
+    return Scale(kHeaderHeight);
+}
+
+CellPlaces TreePainter::PlaceParts(const TreeCell& cell, const TreeRow& row, const RECT& place,
+                                   bool keepsExpander) {
+    RECT rest = place;
+    ::InflateRect(&rest, -Scale(kMargin), 0);
+    CellPlaces places;
+    if (keepsExpander) {
+        rest.left += row.level * Scale(kIndent);
+        const RECT expander = Take(rest, Scale(kIndent), Scale(kGap) / 3);
+        if (row.hasChildren) places.expander = expander;
+    }
+    if (cell.checked) places.check = Take(rest, Scale(kPicture), Scale(kGap));
+    if (cell.icon || cell.image) places.picture = Take(rest, Scale(kPicture), Scale(kGap));
+    // Parts that do not fit are not there.
+    for (RECT* part : {&places.expander, &places.check, &places.picture}) {
+        if (part->right > place.right) *part = {};
+    }
+    rest.right = std::max(rest.right, rest.left);
+    places.text = rest;
+    return places;
+}
+
+bool TreePainter::IsCut(HDC dc, const TreeCell& cell, const CellPlaces& places) const {
+    return m_text.Width(dc, cell.text, WidthOf(places.text)) > WidthOf(places.text);
+}
+
+int TreePainter::NeededWidth(HDC dc, const TreeCell& cell, const CellPlaces& places) const {
+    return m_text.Width(dc, cell.text, std::numeric_limits<int>::max()) + Scale(kMargin) +
+           static_cast<int>(places.text.left);
+}
+
+COLORREF TreePainter::RowGround(bool isAlternate, bool isSelected, bool hasFocus) const {
+    const COLORREF rest = isAlternate ? m_colours.listAlternate : m_colours.list;
+    if (!isSelected) return rest;
+    return hasFocus ? m_colours.selection : MixColours(m_colours.selection, rest, kUnfocusedShare);
+}
+
+void TreePainter::PaintCell(HDC dc, const TreeCell& cell, const TreeRow& row, const CellPlaces& places,
+                            bool isNumber, Touch check) {
+    if (!::IsRectEmpty(&places.expander)) {
+        DrawTriangle(dc, places.expander, Scale(5), !row.isExpanded, false, m_colours.quietText);
+    }
+    if (!::IsRectEmpty(&places.check)) PaintCheck(dc, places.check, *cell.checked, check);
+    const RECT& picture = places.picture;
+    if (!::IsRectEmpty(&picture)) {
+        if (cell.icon) {
+            ::DrawIconEx(dc, picture.left, picture.top, cell.icon, WidthOf(picture), HeightOf(picture), 0, nullptr,
+                         DI_NORMAL);
+        } else {
+            cell.image->DrawFrame(dc, picture, cell.imageFrame, cell.imageFrameCount);
+        }
+    }
+    if (cell.onPill && m_isDark && !cell.text.empty()) {
+        PaintPill(dc, places.text, m_text.Width(dc, cell.text, WidthOf(places.text)));
+    }
+    COLORREF colour = cell.isQuiet ? m_colours.quietText : m_colours.text;
+    if (cell.textColour) colour = cell.onPill ? *cell.textColour : Readable(*cell.textColour);
+    ::SetTextColor(dc, colour);
+    m_text.Draw(dc, places.text, cell.text, isNumber);
+}
+
+// Colours are chosen for a light list. A dark one shows them as much lighter as reading takes.
+COLORREF TreePainter::Readable(COLORREF colour) {
+    if (!m_isDark || colour == m_wanted) return m_isDark ? m_readable : colour;
+    m_wanted = m_readable = colour;
+    for (int share = 32; Contrast(m_readable, m_colours.list) < kLeastContrast && share < 256; share += 32) {
+        m_readable = MixColours(colour, m_colours.text, share);
+    }
+    return m_readable;
+}
+
+void TreePainter::PaintCheck(HDC dc, const RECT& place, bool isChecked, Touch touch) const {
+    if (m_check) {
+        m_check.DrawFrame(dc, place, static_cast<int>(touch) + (isChecked ? 3 : 0), kCheckFrames);
+        return;
+    }
+    FillSolid(dc, place, touch == Touch::Pressed ? m_colours.selection : m_colours.list);
+    DrawFrame(dc, place, touch == Touch::Rest ? m_colours.quietText : m_colours.accent);
+    if (isChecked) FillSolid(dc, Inset(place, Scale(4)), m_colours.text);
+}
+
+void TreePainter::PaintPill(HDC dc, const RECT& place, int textWidth) const {
+    RECT pill{place.left - Scale(kGap), place.top + Scale(3),
+              std::min<LONG>(place.right, place.left + textWidth) + Scale(kGap), place.bottom - Scale(3)};
+    const CSelect brush(dc, ::GetStockObject(DC_BRUSH));
+    const CSelect pen(dc, ::GetStockObject(DC_PEN));
+    ::SetDCBrushColor(dc, kPill);
+    ::SetDCPenColor(dc, kPill);
+    ::RoundRect(dc, pill.left, pill.top, pill.right, pill.bottom, Scale(8), Scale(8));
+}
+
+void TreePainter::PaintFocus(HDC dc, const RECT& row) const {
+    DrawFrame(dc, row, m_colours.accent);
+}
+
+void TreePainter::PaintHeaderGround(HDC dc, const RECT& header) const {
+    const LONG line = header.bottom - Scale(kHeaderLine);
+    FillSolid(dc, {header.left, header.top, header.right, line}, m_header);
+    FillGradient(dc, {header.left, line, header.right, header.bottom}, m_lineLeft, m_lineRight, false);
+}
+
+void TreePainter::PaintHeaderCell(HDC dc, const RECT& place, bool hasDivider, const TreeColumn& column, Sort sort,
+                                  Touch touch) {
+    RECT inner = place;
+    inner.bottom -= Scale(kHeaderLine);
+    if (touch != Touch::Rest) {
+        const int share = touch == Touch::Hot ? 110 : 200;
+        FillSolid(dc, inner, MixColours(m_header, m_colours.frame2, share));
+    }
+    const RECT divider{inner.right - 1, inner.top + Scale(5), inner.right, inner.bottom - Scale(5)};
+    if (hasDivider) FillSolid(dc, divider, m_colours.frame2);
+    ::InflateRect(&inner, -Scale(kMargin), 0);
+    if (sort != Sort::None && WidthOf(inner) > 3 * Scale(kMargin)) {
+        RECT arrow = inner;
+        arrow.left = inner.right = inner.right - Scale(kMargin) - Scale(4);
+        DrawTriangle(dc, arrow, Scale(4), false, sort == Sort::Up, m_colours.quietText);
+        inner.right -= Scale(4);
+    }
+    ::SetTextColor(dc, m_colours.quietText);
+    m_text.Draw(dc, inner, column.title, column.isNumber);
+}
+
+void TreePainter::PaintEmptyText(HDC dc, const RECT& rows, const std::string& text) const {
+    constexpr UINT kFormat = DT_CENTER | DT_NOPREFIX | DT_WORDBREAK;
+    RECT box = Inset(rows, Scale(2 * kMargin));
+    if (IsRectEmpty(&box)) return;
+    RECT needed = box;
+    ::DrawTextA(dc, text.c_str(), static_cast<int>(text.size()), &needed, kFormat | DT_CALCRECT);
+    box.top += std::max(0, (HeightOf(box) - HeightOf(needed)) / 2);
+    ::SetTextColor(dc, m_colours.quietText);
+    ::DrawTextA(dc, text.c_str(), static_cast<int>(text.size()), &box, kFormat);
+}
+
+}  // namespace brennvar

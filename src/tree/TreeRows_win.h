@@ -1,0 +1,55 @@
+// What a list or tree shows, asked for row by row when it is painted. Nothing is kept: a million rows cost what is
+// visible of them.
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "base/Windows_win.h"
+
+namespace brennvar {
+
+class CSkinImage;
+
+struct TreeRow {
+    int level = 0;  // 0: top row
+    bool hasChildren = false;
+    bool isExpanded = false;
+};
+
+struct TreeCell {
+    std::string text;
+    HICON icon = nullptr;               // small, borrowed until the cell has been painted
+    const CSkinImage* image = nullptr;  // instead of an icon, borrowed likewise
+    int imageFrame = 0;                 // of frames side by side
+    int imageFrameCount = 1;
+    std::optional<bool> checked;         // the cell has a check box
+    std::optional<COLORREF> textColour;  // the usual one when empty
+    bool onPill = false;   // the colour is made for a light ground: a dark list paints one behind the text
+    bool isQuiet = false;  // less important than the rest of the row
+};
+
+// Implemented by the owner of a tree. Rows are numbered from 0 in the order in which they are shown; rows below a
+// collapsed one do not count (tree/VisibleRows.h keeps such numbers). The tree never asks for a row at or behind
+// RowCount(). What a function throws is dropped, and the row stays empty.
+class TreeRows {
+public:
+    virtual ~TreeRows() = default;
+    [[nodiscard]] virtual int RowCount() const = 0;
+    [[nodiscard]] virtual TreeCell Cell(int row, int column) const = 0;
+    // Only trees have something to say to these.
+    [[nodiscard]] virtual TreeRow Row(int /*row*/) const { return {}; }
+    // The user opens or closes a row. The tree looks at RowCount() anew afterwards.
+    virtual void SetExpanded(int /*row*/, bool /*isExpanded*/) {}
+};
+
+struct TreeColumn {
+    std::string title;
+    // At 96 pixels per inch.
+    int width = 0;
+    int minimalWidth = 32;
+    bool isNumber = false;   // aligned right
+    bool takesRoom = false;  // gets what the others leave, at least its minimal width
+};
+
+}  // namespace brennvar

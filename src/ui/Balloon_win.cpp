@@ -1,0 +1,191 @@
+#include "ui/Balloon_win.h"
+
+#include <algorithm>
+#include <array>
+#include <utility>
+
+#include "ui/BalloonPlace.h"
+#include "ui/ChildControls_win.h"
+#include "ui/Paint_win.h"
+#include "ui/WorkArea_win.h"
+
+namespace brennvar {
+namespace {
+
+constexpr UINT_PTR kTimeoutTimer = 1;
+
+// At 96 pixels per inch.
+constexpr int kTextWidth = 320;  // at most
+constexpr int kPadding = 12;
+constexpr int kIconSize = 16;
+constexpr int kGap = 8;
+constexpr int kTitleGap = 4;
+constexpr int kTip = 10;
+constexpr int kCorner = 8;
+
+// Paths can have no blank for longer than a line: they are broken anywhere then.
+constexpr UINT kTextFormat = DT_WORDBREAK | DT_NOPREFIX | DT_EDITCONTROL;
+
+PixelBox BoxOf(const RECT& place) {
+    return {static_cast<int>(place.left), static_cast<int>(place.top), static_cast<int>(place.right),
+            static_cast<int>(place.bottom)};
+}
+
+// The outline of body and tip, in coordinates of the body's corner.
+UniqueRegion Outline(const BalloonPlace& place, int length) {
+    const LONG width = place.body.Width();
+    const LONG height = place.body.Height();
+    const LONG x = place.tip - place.body.left;
+    const LONG y = place.tip - place.body.top;
+    const LONG half = length;
+    std::array<POINT, 3> tip{};
+    switch (place.side) {
+        case TipSide::Bottom:
+            tip = {{{x - half, height - 1}, {x, height - 1 + length}, {x + half, height - 1}}};
+            break;
+        case TipSide::Top: tip = {{{x - half, 1}, {x, 1 - length}, {x + half, 1}}}; break;
+        case TipSide::Right: tip = {{{width - 1, y - half}, {width - 1 + length, y}, {width - 1, y + half}}}; break;
+        case TipSide::Left: tip = {{{1, y - half}, {1 - length, y}, {1, y + half}}}; break;
+    }
+    UniqueRegion region(::CreateRectRgn(0, 0, width, height));
+    const UniqueRegion triangle(::CreatePolygonRgn(tip.data(), static_cast<int>(tip.size()), WINDING));
+    ::CombineRgn(region.Get(), region.Get(), triangle.Get(), RGN_OR);
+    return region;
+}
+
+UniqueFont Underlined(HFONT font) {
+    LOGFONTA description{};
+    ::GetObjectA(font, sizeof(description), &description);
+    description.lfUnderline = TRUE;
+    return UniqueFont(::CreateFontIndirectA(&description));
+}
+
+}  // namespace
+
+bool CBalloon::ShowFor(HWND control, const BalloonTexts& texts, BalloonOptions options) {
+    RECT anchor{};
+    ::GetWindowRect(control, &anchor);
+    return Show(texts, anchor, std::move(options));
+}
+
+bool CBalloon::Show(const BalloonTexts& texts, const RECT& anchor, BalloonOptions options) {
+    if (!Window() && !Create({.parent = options.owner,
+                              .text = "",
+                              .style = WS_POPUP,
+                              .extendedStyle = WS_EX_TOPMOST | WS_EX_NOACTIVATE | WS_EX_TOOLWINDOW,
+                              .className = "BrennvarBalloon"})) {
+        return false;
+    }
+    m_texts = texts;
+    m_options = std::move(options);
+    m_look.emplace(m_fonts);
+    m_ground = m_look->skin.GetSkinColor("COLOR_BALLOON", 255, 255, 255);
+    ::SetWindowTextA(Window(), (texts.title + "\n" + texts.text).c_str());
+    const SIZE size = LayOut();
+
+    const int tip = Scale(kTip);
+    const BalloonPlace place = PlaceBalloon(BoxOf(anchor),
+                                            {.width = static_cast<int>(size.cx),
+                                             .height = static_cast<int>(size.cy),
+                                             .tipLength = tip,
+                                             .corner = Scale(kCorner)},
+                                            BoxOf(WorkAreaNear(anchor)));
+    // The window is as large as the body and the tip together.
+    const int left = place.side == TipSide::Left ? tip : 0;
+    const int top = place.side == TipSide::Top ? tip : 0;
+    const bool isUpright = place.side == TipSide::Top || place.side == TipSide::Bottom;
+    MoveParts(left, top);
+    UniqueRegion region = Outline(place, tip);
+    ::OffsetRgn(region.Get(), left, top);
+    // The window owns its region from here on.
+    if (::SetWindowRgn(Window(), region.Get(), FALSE)) (void)region.Release();
+    ::SetWindowPos(Window(), HWND_TOPMOST, place.body.left - left, place.body.top - top,
+                   place.body.Width() + (isUpright ? 0 : tip), place.body.Height() + (isUpright ? tip : 0),
+                   SWP_NOACTIVATE | SWP_SHOWWINDOW | SWP_NOCOPYBITS);
+    Repaint();
+    ::KillTimer(Window(), kTimeoutTimer);
+    if (m_options.timeout.count() > 0) {
+        ::SetTimer(Window(), kTimeoutTimer, static_cast<UINT>(m_options.timeout.count()), nullptr);
+    }
+    return true;
+}
+
+void CBalloon::Hide() {
+    if (!Window()) return;
+    ::KillTimer(Window(), kTimeoutTimer);
+    ::ShowWindow(Window(), SW_HIDE);
+}
+
+SIZE CBalloon::LayOut() {
+    const int padding = Scale(kPadding);
+    const int iconWidth = m_options.icon ? Scale(kIconSize) + Scale(kGap) : 0;
+    const int left = padding + iconWidth;
+    int right = left;
+    int top = padding;
+    m_iconPlace = m_title = m_text = m_link = RECT{};
+    if (m_options.icon) m_iconPlace = {padding, padding, padding + Scale(kIconSize), padding + Scale(kIconSize)};
+    const auto add = [&](RECT& part, HFONT font, const std::string& text, int gapBefore) {
+        if (text.empty()) return;
+        if (top > padding) top += gapBefore;
+        const SIZE size = MeasureText(Window(), font, text, Scale(kTextWidth), kTextFormat);
+        part = {left, top, left + size.cx, top + size.cy};
+        right = std::max<int>(right, part.right);
+        top = part.bottom;
+    };
+    add(m_title, m_look->fonts.Bold(), m_texts.title, 0);
+    add(m_text, m_look->fonts.Text(), m_texts.text, Scale(kTitleGap));
+    if (!m_texts.link.empty()) m_linkFont = Underlined(m_look->fonts.Text());
+    add(m_link, m_linkFont.Get(), m_texts.link, Scale(kGap));
+    return {right + padding, std::max<int>(top, m_iconPlace.bottom) + padding};
+}
+
+void CBalloon::MoveParts(int right, int down) {
+    for (RECT* part : {&m_iconPlace, &m_title, &m_text, &m_link}) ::OffsetRect(part, right, down);
+}
+
+void CBalloon::OnPaint(HDC dc, const RECT&) {
+    const Palette& colours = m_look->colours;
+    FillSolid(dc, ClientRect(), m_ground);
+    UniqueRegion region(::CreateRectRgn(0, 0, 0, 0));
+    ::GetWindowRgn(Window(), region.Get());
+    // The inner frame first: two pixels, of which the outer one is painted over.
+    for (const auto& [colour, width] : {std::pair{colours.frame2, 2}, std::pair{colours.frame1, 1}}) {
+        const UniqueBrush brush(::CreateSolidBrush(colour));
+        ::FrameRgn(dc, region.Get(), brush.Get(), width, width);
+    }
+    if (m_options.icon) {
+        ::DrawIconEx(dc, m_iconPlace.left, m_iconPlace.top, m_options.icon, WidthOf(m_iconPlace),
+                     HeightOf(m_iconPlace), 0, nullptr, DI_NORMAL);
+    }
+    DrawLabel(dc, m_look->fonts.Bold(), m_title, m_texts.title, colours.text, kTextFormat);
+    DrawLabel(dc, m_look->fonts.Text(), m_text, m_texts.text, colours.text, kTextFormat);
+    if (!m_texts.link.empty()) DrawLabel(dc, m_linkFont.Get(), m_link, m_texts.link, colours.text, kTextFormat);
+}
+
+void CBalloon::OnTimer(UINT_PTR id) {
+    if (id == kTimeoutTimer && IsShown()) Hide();
+}
+
+void CBalloon::OnLeftUp(POINT point, UINT) {
+    // The callback may show this balloon again.
+    const std::function<void()> open = IsOnLink(point) ? m_options.onLink : nullptr;
+    Hide();
+    if (open) open();
+}
+
+std::optional<LRESULT> CBalloon::OnMessage(UINT message, WPARAM, LPARAM lParam) {
+    switch (message) {
+        case WM_MOUSEACTIVATE: return MA_NOACTIVATE;
+        case WM_SETCURSOR: {
+            if (LOWORD(lParam) != HTCLIENT) return std::nullopt;
+            POINT point{};
+            ::GetCursorPos(&point);
+            ::ScreenToClient(Window(), &point);
+            ::SetCursor(::LoadCursorA(nullptr, IsOnLink(point) ? IDC_HAND : IDC_ARROW));
+            return TRUE;
+        }
+        default: return std::nullopt;
+    }
+}
+
+}  // namespace brennvar

@@ -1,0 +1,181 @@
+#include "ui/Control_win.h"
+
+#include "ui/ChildControls_win.h"
+#include "ui/Paint_win.h"
+
+namespace brennvar {
+namespace {
+
+// Messages on which some of Windows' classes paint at once and not when they are asked to. Those that may call the
+// parent's handlers are not among them: such a handler may open a dialog, and the control must not stay dark
+// meanwhile.
+bool PaintsAtOnce(UINT message) {
+    switch (message) {
+        case WM_ENABLE:
+        case WM_SETTEXT:
+        case WM_KILLFOCUS:
+        case WM_UPDATEUISTATE:
+        case BM_SETSTATE:
+        case BM_SETCHECK:
+        case BM_SETSTYLE:
+        case CB_SETCURSEL: return true;
+        default: return false;
+    }
+}
+
+}  // namespace
+
+std::optional<LRESULT> ReflectMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+    HWND control = nullptr;
+    switch (message) {
+        case WM_CTLCOLORSTATIC:
+        case WM_CTLCOLORBTN:
+        case WM_CTLCOLOREDIT:
+        case WM_CTLCOLORLISTBOX: control = reinterpret_cast<HWND>(lParam); break;
+        case WM_DRAWITEM: control = reinterpret_cast<const DRAWITEMSTRUCT*>(lParam)->hwndItem; break;
+        default: return std::nullopt;
+    }
+    // Only a control of ours answers with more than 0.
+    const LRESULT result = control ? ::SendMessageA(control, message + kReflected, wParam, lParam) : 0;
+    return result != 0 ? std::optional(result) : std::nullopt;
+}
+
+CControl::~CControl() {
+    if (!m_window) return;
+    ::SetWindowLongPtrA(m_window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(m_windowsOwn));
+    ::SetWindowLongPtrA(m_window, GWLP_USERDATA, 0);
+}
+
+void CControl::Attach(HWND control, HFONT font) {
+    if (!control) return;
+    m_window = control;
+    // Not with the helpers of the common controls, which look the object up in the window's properties for each
+    // message: the object stands in the room that the control's class leaves to its user.
+    ::SetWindowLongPtrA(control, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
+    m_windowsOwn = reinterpret_cast<WNDPROC>(
+        ::SetWindowLongPtrA(control, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&CControl::Procedure)));
+    SetControlFont(control, font);
+}
+
+void CControl::Make(HWND parent, const char* className, const std::string& text, DWORD style, int id, HFONT font,
+                    DWORD extendedStyle) {
+    Attach(
+        ::CreateWindowExA(extendedStyle, className, text.c_str(), WS_CHILD | WS_VISIBLE | style, 0, 0, 0, 0, parent,
+                          reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), ::GetModuleHandleA(nullptr), nullptr),
+        font);
+}
+
+std::string CControl::Text() const {
+    return TextOfWindow(m_window);
+}
+
+void CControl::SetText(const std::string& text) const {
+    SetTextIfChanged(m_window, text);
+}
+
+void CControl::Place(const RECT& place) const {
+    ::SetWindowPos(m_window, nullptr, place.left, place.top, WidthOf(place), HeightOf(place),
+                   SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOCOPYBITS);
+}
+
+RECT CControl::ClientRect() const {
+    RECT client{};
+    ::GetClientRect(m_window, &client);
+    return client;
+}
+
+HFONT CControl::Font() const {
+    return reinterpret_cast<HFONT>(::SendMessageA(m_window, WM_GETFONT, 0, 0));
+}
+
+bool CControl::ShowsFocus() const {
+    return HasFocus() && (::SendMessageA(m_window, WM_QUERYUISTATE, 0, 0) & UISF_HIDEFOCUS) == 0;
+}
+
+UINT CControl::PrefixFormat() const {
+    return (::SendMessageA(m_window, WM_QUERYUISTATE, 0, 0) & UISF_HIDEACCEL) != 0 ? DT_HIDEPREFIX : 0U;
+}
+
+LRESULT CControl::CallWindows(UINT message, WPARAM wParam, LPARAM lParam) {
+    return ::CallWindowProcA(m_windowsOwn, m_window, message, wParam, lParam);
+}
+
+LRESULT CControl::CallSilently(UINT message, WPARAM wParam, LPARAM lParam) {
+    const HWND window = m_window;
+    const WNDPROC windowsOwn = m_windowsOwn;
+    // Turning the painting on again would show a control that is hidden; one that nobody sees paints nothing.
+    const bool isVisible = ::IsWindowVisible(window) != FALSE;
+    if (isVisible) ::CallWindowProcA(windowsOwn, window, WM_SETREDRAW, FALSE, 0);
+    const LRESULT result = ::CallWindowProcA(windowsOwn, window, message, wParam, lParam);
+    if (!isVisible || !::IsWindow(window)) return result;
+    ::CallWindowProcA(windowsOwn, window, WM_SETREDRAW, TRUE, 0);
+    // A window that does not show has nothing left to be painted, and neither have the windows in it.
+    ::RedrawWindow(window, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
+    return result;
+}
+
+LRESULT CALLBACK CControl::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept {
+    auto* control = reinterpret_cast<CControl*>(::GetWindowLongPtrA(window, GWLP_USERDATA));
+    if (!control) return ::DefWindowProcA(window, message, wParam, lParam);
+    // The object may end while it handles the message.
+    const WNDPROC windowsOwn = control->m_windowsOwn;
+    if (message == WM_NCDESTROY) {
+        control->m_window = nullptr;
+        ::SetWindowLongPtrA(window, GWLP_USERDATA, 0);
+        ::SetWindowLongPtrA(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(windowsOwn));
+        return ::CallWindowProcA(windowsOwn, window, message, wParam, lParam);
+    }
+    std::optional<LRESULT> result;
+    try {
+        result = control->Dispatch(message, wParam, lParam);
+    } catch (...) {  // NOLINT(bugprone-empty-catch): must not cross Windows, which handles the message then
+    }
+    return result ? *result : ::CallWindowProcA(windowsOwn, window, message, wParam, lParam);
+}
+
+std::optional<LRESULT> CControl::Dispatch(UINT message, WPARAM wParam, LPARAM lParam) {
+    if (message > kReflected && message < kReflected + WM_USER) {
+        return OnReflected(message - kReflected, wParam, lParam).value_or(0);
+    }
+    if (message == WM_SETFOCUS) {
+        ::PostMessageA(::GetParent(m_window), kControlFocused, 0, reinterpret_cast<LPARAM>(m_window));
+    }
+    // The control may end while it handles a message; nothing of the object is touched after that.
+    if (const std::optional<LRESULT> result = OnMessage(message, wParam, lParam)) return result;
+    if (message == WM_MOUSEMOVE) SetHot(true);
+    if (message == WM_MOUSELEAVE) SetHot(false);
+    if (!PaintsAll()) return std::nullopt;
+    switch (message) {
+        case WM_ERASEBKGND: return TRUE;
+        case WM_PAINT: PaintBuffered(); return 0;
+        case WM_PRINTCLIENT:
+            PaintParentGround(m_window, reinterpret_cast<HDC>(wParam));
+            OnPaint(reinterpret_cast<HDC>(wParam), ClientRect());
+            return 0;
+        case WM_SETFOCUS: Repaint(); return std::nullopt;
+        default: break;
+    }
+    if (PaintsAtOnce(message)) return CallSilently(message, wParam, lParam);
+    return std::nullopt;
+}
+
+void CControl::PaintBuffered() {
+    const CBufferedPaint paint(m_window);
+    PaintParentGround(m_window, paint.Dc());
+    OnPaint(paint.Dc(), ClientRect());
+}
+
+void CControl::SetHot(bool hot) {
+    if (hot == m_isHot) return;
+    m_isHot = hot;
+    if (hot) {
+        TRACKMOUSEEVENT track{};
+        track.cbSize = sizeof(track);
+        track.dwFlags = TME_LEAVE;
+        track.hwndTrack = m_window;
+        ::TrackMouseEvent(&track);
+    }
+    Repaint();
+}
+
+}  // namespace brennvar

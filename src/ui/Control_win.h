@@ -1,0 +1,80 @@
+// One of Windows' own controls, painted by us. The control stays what it is for keyboard, focus, screen readers and
+// automation: its window text is its caption, and its state is kept by Windows. The object subclasses the window
+// and gives it back in its destructor; the window itself belongs to its parent.
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "base/Windows_win.h"
+#include "ui/Look_win.h"
+
+namespace brennvar {
+
+// What a control tells its parent about how it wants to be drawn (WM_DRAWITEM, WM_CTLCOLOR... and their like) comes
+// back to the control itself as the message plus this number: look and behaviour stay in one class.
+inline constexpr UINT kReflected = WM_APP + 0x1000;
+// For parents: passes such a message on to the control that sent it. Nothing: it is none, or not from one of ours.
+[[nodiscard]] std::optional<LRESULT> ReflectMessage(UINT message, WPARAM wParam, LPARAM lParam);
+
+// Posted to the parent when a control of ours gets the keyboard (lParam: its window): a parent that scrolls brings
+// it into sight.
+inline constexpr UINT kControlFocused = WM_APP + 0x0FFF;
+
+class CControl {
+public:
+    CControl() = default;
+    CControl(const CControl&) = delete;
+    CControl& operator=(const CControl&) = delete;
+    virtual ~CControl();
+
+    // Null before there is a window and after it has gone.
+    [[nodiscard]] HWND Window() const { return m_window; }
+    [[nodiscard]] std::string Text() const;
+    // Paints anew only when the text differs.
+    void SetText(const std::string& text) const;
+    void Place(const RECT& place) const;
+    [[nodiscard]] RECT ClientRect() const;
+    void Repaint() const { ::InvalidateRect(m_window, nullptr, FALSE); }
+
+protected:
+    // Takes over a control of a dialog template. The font is given to it.
+    void Attach(HWND control, HFONT font);
+    // Makes a control of one of Windows' classes, visible, of no size yet.
+    void Make(HWND parent, const char* className, const std::string& text, DWORD style, int id, HFONT font,
+              DWORD extendedStyle = 0);
+
+    // Paints the whole client area. The DC is a buffer that shows the parent's ground.
+    virtual void OnPaint(HDC, const RECT& /*client*/) {}
+    // False for a class that paints its inside itself (an edit field): OnPaint is not called.
+    [[nodiscard]] virtual bool PaintsAll() const { return true; }
+    // Each message before Windows' own handling; a value is its result.
+    virtual std::optional<LRESULT> OnMessage(UINT, WPARAM, LPARAM) { return std::nullopt; }
+    // A message of the control to its parent, by its own number (WM_DRAWITEM ...).
+    virtual std::optional<LRESULT> OnReflected(UINT, WPARAM, LPARAM) { return std::nullopt; }
+    // Windows' own handling, without what it would paint at once.
+    LRESULT CallSilently(UINT message, WPARAM wParam, LPARAM lParam);
+    LRESULT CallWindows(UINT message, WPARAM wParam, LPARAM lParam);
+
+    [[nodiscard]] bool IsHot() const { return m_isHot; }
+    [[nodiscard]] bool IsEnabled() const { return ::IsWindowEnabled(m_window) != FALSE; }
+    [[nodiscard]] bool HasFocus() const { return ::GetFocus() == m_window; }
+    // The user works with the keyboard: the focus is to be seen.
+    [[nodiscard]] bool ShowsFocus() const;
+    // DT_HIDEPREFIX until the user has pressed Alt, else 0.
+    [[nodiscard]] UINT PrefixFormat() const;
+    [[nodiscard]] DWORD Style() const { return static_cast<DWORD>(::GetWindowLongPtrA(m_window, GWL_STYLE)); }
+    [[nodiscard]] HFONT Font() const;
+
+private:
+    static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept;
+    std::optional<LRESULT> Dispatch(UINT message, WPARAM wParam, LPARAM lParam);
+    void PaintBuffered();
+    void SetHot(bool hot);
+
+    HWND m_window = nullptr;
+    WNDPROC m_windowsOwn = nullptr;  // the procedure of the control's class
+    bool m_isHot = false;
+};
+
+}  // namespace brennvar

@@ -1,0 +1,204 @@
+#include "ui/Dialog_win.h"
+
+#include <utility>
+
+#include "ui/Control_win.h"
+#include "ui/Window_win.h"
+
+namespace brennvar {
+namespace {
+
+BOOL CALLBACK InvalidateChild(HWND child, LPARAM) {
+    // Grounds and outer frames are painted by messages of their own; a control of ours needs none of them, and for
+    // some thirty controls they take as long as the painting itself.
+    char className[16] = {};
+    ::GetClassNameA(child, className, sizeof(className));
+    const bool paintsAll = ::lstrcmpiA(className, "Button") == 0 || ::lstrcmpiA(className, "Static") == 0 ||
+                           CWindow::HasNoGround(child);
+    ::RedrawWindow(child, nullptr, nullptr,
+                   RDW_INVALIDATE | RDW_NOCHILDREN | (paintsAll ? 0U : static_cast<UINT>(RDW_ERASE | RDW_FRAME)));
+    return TRUE;
+}
+
+// Shows a window with everything in it painted.
+void ShowPainted(HWND window) {
+    ::SetWindowPos(window, nullptr, 0, 0, 0, 0,
+                   SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER | SWP_SHOWWINDOW | SWP_NOREDRAW);
+    ::RedrawWindow(window, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_NOCHILDREN);
+    ::EnumChildWindows(window, &InvalidateChild, 0);
+    ::RedrawWindow(window, nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
+}
+
+}  // namespace
+
+thread_local CDialog* CDialog::s_innermost = nullptr;
+
+CDialog::~CDialog() {
+    if (!m_window) return;
+    ::SetWindowLongPtrA(m_window, DWLP_USER, 0);
+    ::DestroyWindow(m_window);
+}
+
+bool CDialog::CreateModeless(HWND parent, int templateId) {
+    m_initFailed = false;
+    ::CreateDialogParamA(::GetModuleHandleA(nullptr), MAKEINTRESOURCEA(templateId), parent, &CDialog::Procedure,
+                         reinterpret_cast<LPARAM>(this));
+    if (m_window && m_initFailed) ::DestroyWindow(m_window);
+    return m_window != nullptr;
+}
+
+INT_PTR CDialog::DoModal(HWND owner, int templateId, Appearance appearance) {
+    m_ended = false;
+    m_result = -1;
+    const bool unfocused = appearance == Appearance::Unfocused;
+    const HWND focus = ::GetFocus();
+    const bool ownerWasDisabled = owner && ::EnableWindow(owner, FALSE) != FALSE;
+    // An owned window disappears when its owner is minimised; a question must not, so it has none.
+    if (CreateModeless(unfocused ? nullptr : owner, templateId)) {
+        if (unfocused) {
+            ::SetWindowPos(m_window, HWND_TOPMOST, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+        }
+        if (!m_ended && unfocused) ::ShowWindow(m_window, SW_SHOWNOACTIVATE);
+        if (!m_ended && !unfocused) ShowPainted(m_window);
+        if (!m_ended && !unfocused) {
+            ::SetFocus(m_firstFocus ? Item(m_firstFocus) : ::GetNextDlgTabItem(m_window, nullptr, FALSE));
+        }
+        RunLoop();
+    }
+    // Before the dialog goes, so that Windows does not pass the activation to another program.
+    if (owner && !ownerWasDisabled) ::EnableWindow(owner, TRUE);
+    const bool wasActive = m_window && ::GetActiveWindow() == m_window;
+    if (m_window) ::DestroyWindow(m_window);
+    // A window that is hidden in the notification area would only swallow the keyboard.
+    if (owner && wasActive && !unfocused && ::IsWindowVisible(owner)) ::SetActiveWindow(owner);
+    if (owner && ::GetActiveWindow() == owner && focus && ::IsChild(owner, focus)) ::SetFocus(focus);
+    return m_result;
+}
+
+void CDialog::RunLoop() {
+    // Back whatever a handler throws.
+    struct Nesting {
+        explicit Nesting(CDialog* dialog) { dialog->m_outer = std::exchange(s_innermost, dialog); }
+        Nesting(const Nesting&) = delete;
+        Nesting& operator=(const Nesting&) = delete;
+        ~Nesting() { s_innermost = s_innermost->m_outer; }
+    };
+    const Nesting nesting(this);
+    while (!m_ended && m_window) {
+        MSG message;
+        const BOOL got = ::GetMessageA(&message, nullptr, 0, 0);
+        if (got == -1) return;
+        if (got == 0) {
+            ::PostQuitMessage(static_cast<int>(message.wParam));
+            return;
+        }
+        if (HandleLoopMessage(message)) continue;
+        ::TranslateMessage(&message);
+        ::DispatchMessageA(&message);
+    }
+}
+
+bool CDialog::HandleLoopMessage(MSG& message) {
+    // An outer dialog that the inner one does not disable still has its keyboard: its own loop waits for this one.
+    for (CDialog* dialog = this; dialog; dialog = dialog->m_outer) {
+        const HWND window = dialog->m_window;
+        if (!window || (message.hwnd != window && !::IsChild(window, message.hwnd))) continue;
+        if (dialog != this && !::IsWindowEnabled(window)) return false;
+        return dialog->OnLoopMessage(message) || (dialog->m_window && ::IsDialogMessageA(window, &message));
+    }
+    return false;
+}
+
+void CDialog::End(INT_PTR result) {
+    if (m_ended) return;
+    m_ended = true;
+    m_result = result;
+    if (!m_window) return;
+    // Out of sight at once where the loop must wait for a dialog that was opened over this one. Else DoModal takes
+    // it away directly, with its owner enabled: Windows would pass the activation of a hidden one to another
+    // program.
+    if (s_innermost != this) ::ShowWindow(m_window, SW_HIDE);
+    // The loop waits for messages: this one lets it look.
+    ::PostMessageA(m_window, WM_NULL, 0, 0);
+}
+
+void CDialog::OnCommand(int, int) {}
+void CDialog::OnTimer(UINT_PTR) {}
+void CDialog::OnSize(int, int) {}
+void CDialog::OnMinMaxInfo(MINMAXINFO&) {}
+void CDialog::OnDrawItem(const DRAWITEMSTRUCT&) {}
+bool CDialog::OnEraseBackground(HDC) {
+    return false;
+}
+std::optional<LRESULT> CDialog::OnMessage(UINT, WPARAM, LPARAM) {
+    return std::nullopt;
+}
+bool CDialog::OnLoopMessage(const MSG&) {
+    return false;
+}
+
+INT_PTR CALLBACK CDialog::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept {
+    if (message == WM_INITDIALOG) {
+        reinterpret_cast<CDialog*>(lParam)->m_window = window;
+        ::SetWindowLongPtrA(window, DWLP_USER, lParam);
+    }
+    auto* dialog = reinterpret_cast<CDialog*>(::GetWindowLongPtrA(window, DWLP_USER));
+    if (!dialog) return FALSE;  // before WM_INITDIALOG, or the object is gone
+    INT_PTR handled = FALSE;
+    try {
+        handled = dialog->Dispatch(message, wParam, lParam);
+    } catch (...) {
+        // An exception must not cross Windows. The message counts as not handled; a dialog that could not be
+        // filled is not shown.
+        if (message == WM_INITDIALOG) dialog->m_initFailed = true;
+    }
+    if (message == WM_NCDESTROY) {
+        ::SetWindowLongPtrA(window, DWLP_USER, 0);
+        dialog->m_window = nullptr;
+    }
+    return handled;
+}
+
+INT_PTR CDialog::Dispatch(UINT message, WPARAM wParam, LPARAM lParam) {
+    const auto answer = [this](LRESULT result) -> INT_PTR {
+        ::SetWindowLongPtrA(m_window, DWLP_MSGRESULT, result);
+        return TRUE;
+    };
+    switch (message) {
+        case WM_INITDIALOG:
+            OnInitDialog();
+            // False keeps Windows from setting the focus, which would activate a window that is not shown yet, or
+            // one that must not be activated at all. DoModal does it.
+            return FALSE;
+        case WM_DESTROY: OnDestroy(); return TRUE;
+        case WM_CLOSE: OnClose(); return TRUE;
+        case WM_COMMAND:
+            if (LOWORD(wParam) == IDCANCEL) {
+                OnCancel();
+            } else {
+                OnCommand(LOWORD(wParam), HIWORD(wParam));
+            }
+            return TRUE;
+        case WM_TIMER: OnTimer(wParam); return TRUE;
+        case WM_SIZE:
+            if (wParam != SIZE_MINIMIZED) OnSize(LOWORD(lParam), HIWORD(lParam));
+            return TRUE;
+        case WM_GETMINMAXINFO: OnMinMaxInfo(*reinterpret_cast<MINMAXINFO*>(lParam)); return TRUE;
+        case WM_DRAWITEM:
+            if (!ReflectMessage(message, wParam, lParam)) {
+                OnDrawItem(*reinterpret_cast<const DRAWITEMSTRUCT*>(lParam));
+            }
+            return TRUE;
+        // These return their brush directly.
+        case WM_CTLCOLORSTATIC:
+        case WM_CTLCOLORBTN:
+        case WM_CTLCOLOREDIT:
+        case WM_CTLCOLORLISTBOX: return static_cast<INT_PTR>(ReflectMessage(message, wParam, lParam).value_or(0));
+        case WM_ERASEBKGND: return OnEraseBackground(reinterpret_cast<HDC>(wParam)) ? answer(TRUE) : FALSE;
+        default:
+            if (const std::optional<LRESULT> result = OnMessage(message, wParam, lParam)) return answer(*result);
+            return FALSE;
+    }
+}
+
+}  // namespace brennvar

@@ -1,0 +1,43 @@
+#include "ui/Fonts_win.h"
+
+namespace brennvar {
+namespace {
+
+constexpr int kReferenceDpi = 96;
+constexpr char kFace[] = "Segoe UI";
+// At 96 per inch. Above zero the height counts the whole line, below it the letters only.
+constexpr int kTextHeight = 15;
+constexpr int kBoldHeight = 16;
+constexpr int kTitleHeight = -16;
+
+int ScreenDpi() {
+    const HDC screen = ::GetDC(nullptr);
+    const int dpi = ::GetDeviceCaps(screen, LOGPIXELSY);
+    ::ReleaseDC(nullptr, screen);
+    return dpi;
+}
+
+UniqueFont MakeFont(int height, int weight, BYTE charset) {
+    return UniqueFont(::CreateFontA(Scale(height), 0, 0, 0, weight, FALSE, FALSE, FALSE, charset,
+                                    OUT_DEFAULT_PRECIS, CLIP_DEFAULT_PRECIS, CLEARTYPE_QUALITY,
+                                    DEFAULT_PITCH | FF_SWISS, kFace));
+}
+
+}  // namespace
+
+int Scale(int pixels) {
+    // The process sees one resolution from its start to its end.
+    static const int kDpi = ScreenDpi();
+    return ::MulDiv(pixels, kDpi, kReferenceDpi);
+}
+
+CFonts::CFonts(BYTE charset)
+    : m_text(MakeFont(kTextHeight, FW_NORMAL, charset)),
+      m_bold(MakeFont(kBoldHeight, FW_BOLD, charset)),
+      m_title(MakeFont(kTitleHeight, FW_BOLD, charset)) {}
+
+void SetControlFont(HWND control, HFONT font) {
+    ::SendMessageA(control, WM_SETFONT, reinterpret_cast<WPARAM>(font), FALSE);
+}
+
+}  // namespace brennvar

@@ -1,0 +1,85 @@
+// A window of a class of our own: one object, one HWND, one function per kind of message. All of this belongs to
+// one thread.
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "base/Windows_win.h"
+
+namespace brennvar {
+
+struct WindowSetup {
+    HWND parent = nullptr;  // the owner, for a pop-up window
+    std::string text;
+    DWORD style = WS_CHILD | WS_VISIBLE;
+    DWORD extendedStyle = 0;
+    RECT place{};
+    int id = 0;  // child windows only
+    // Names the kind of window for automation and screen readers; one window class is registered for each name.
+    const char* className = "BrennvarWindow";
+};
+
+class CWindow {
+public:
+    CWindow() = default;
+    CWindow(const CWindow&) = delete;
+    CWindow& operator=(const CWindow&) = delete;
+    // Destroys the window if there still is one; the handlers are no longer called then.
+    virtual ~CWindow();
+
+    [[nodiscard]] bool Create(const WindowSetup& setup);
+    // Null while there is no window.
+    [[nodiscard]] HWND Window() const { return m_window; }
+    void Place(const RECT& place) const;
+    // Asks for painting anew: all of it, or a part. Without a window nothing happens; Windows would take the null
+    // for all windows of the screen.
+    void Repaint() const {
+        if (m_window) ::InvalidateRect(m_window, nullptr, FALSE);
+    }
+    void Repaint(const RECT& part) const {
+        if (m_window) ::InvalidateRect(m_window, &part, FALSE);
+    }
+    [[nodiscard]] RECT ClientRect() const;
+    // True for a window of these that paints all of itself in OnPaint and needs no WM_ERASEBKGND before.
+    [[nodiscard]] static bool HasNoGround(HWND window);
+
+protected:
+    [[nodiscard]] virtual bool NeedsGround() const { return false; }
+    // False: the window is not made.
+    virtual bool OnCreate() { return true; }
+    virtual void OnDestroy() {}
+    // The DC is a buffer and shows nothing useful yet: the whole invalid part has to be painted.
+    virtual void OnPaint(HDC, const RECT& /*invalid*/) {}
+    virtual void OnSize(int /*width*/, int /*height*/) {}
+    virtual void OnTimer(UINT_PTR /*id*/) {}
+    virtual void OnCommand(int /*id*/, int /*notification*/) {}
+    virtual void OnFocus(bool /*hasFocus*/) { Repaint(); }
+    // Mouse positions are in client coordinates; keys: MK_ flags.
+    virtual void OnMouseMove(POINT, UINT /*keys*/) {}
+    virtual void OnMouseLeave() {}  // after OnMouseMove
+    virtual void OnLeftDown(POINT, UINT /*keys*/) {}
+    virtual void OnLeftUp(POINT, UINT /*keys*/) {}
+    virtual void OnDoubleClick(POINT, UINT /*keys*/) {}
+    virtual void OnCaptureLost() {}
+    // Units of WHEEL_DELTA (120 per notch), above zero away from the user.
+    virtual void OnWheel(int /*delta*/, bool /*isHorizontal*/) {}
+    // True: dealt with.
+    virtual bool OnKeyDown(UINT /*key*/) { return false; }
+    virtual bool OnChar(char) { return false; }
+    // Keyboard: the menu key, with {-1, -1}. Screen coordinates.
+    virtual void OnContextMenu(POINT) {}
+    // Every other message and every one above before it is taken apart; a value is its result, nothing goes on.
+    virtual std::optional<LRESULT> OnMessage(UINT, WPARAM, LPARAM) { return std::nullopt; }
+
+private:
+    static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept;
+    std::optional<LRESULT> Dispatch(UINT message, WPARAM wParam, LPARAM lParam);
+    std::optional<LRESULT> DispatchInput(UINT message, WPARAM wParam, LPARAM lParam);
+    void TrackLeaving();
+
+    HWND m_window = nullptr;
+    bool m_isTracking = false;
+};
+
+}  // namespace brennvar

@@ -1,0 +1,81 @@
+#include "base/TaskThread.h"
+
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <future>
+#include <memory>
+#include <stdexcept>
+#include <vector>
+
+namespace brennvar {
+namespace {
+
+using namespace std::chrono_literals;
+
+// Longer than any of this takes; no test waits for it to pass.
+constexpr auto kLong = std::chrono::milliseconds(60'000);
+
+TEST(TaskThreadTest, RunsTasksThereAndCompletionsHereInOrder) {
+    std::atomic<int> wakes = 0;
+    TaskThread link([&] { ++wakes; });
+    std::vector<int> tasks;  // touched by the link thread only, until it is joined
+    std::vector<int> completions, expected;
+    const auto here = std::this_thread::get_id();
+    for (int i = 0; i < 100; ++i) {
+        expected.push_back(i);
+        link.Post([&, i] { tasks.push_back(std::this_thread::get_id() == here ? -1 : i); },
+                  [&, i] { completions.push_back(std::this_thread::get_id() == here ? i : -1); });
+    }
+    link.Stop(kLong);  // lets what is waiting be done
+    EXPECT_EQ(wakes, 100);
+    EXPECT_TRUE(completions.empty());
+    link.RunCompletions();
+    EXPECT_EQ(tasks, expected);
+    EXPECT_EQ(completions, expected);
+}
+
+TEST(TaskThreadTest, GoesOnAfterWhateverThrowsAndWhateverIsNested) {
+    std::vector<int> completions;
+    TaskThread link([] { throw std::runtime_error("wake"); });
+    link.Post([] { throw std::runtime_error("task"); },
+              [&] {
+                  completions.push_back(1);
+                  link.RunCompletions();  // as a dialog does that pumps messages
+                  completions.push_back(3);
+                  throw 7;
+              });
+    link.Post([] { throw 7; });
+    link.Post({}, [&] { completions.push_back(2); });
+    auto other = std::async(std::launch::async, [&] { link.Stop(kLong); });
+    link.Stop(kLong);
+    other.get();
+    link.RunCompletions();
+    EXPECT_EQ(completions, (std::vector<int>{1, 2, 3}));
+    TaskThread byTask([] {});
+    byTask.Post([&] { byTask.Stop(kLong); });  // cannot wait for itself
+}
+
+TEST(TaskThreadTest, StopCutsTheWaitOfATaskShortAndDropsTheRest) {
+    TaskThread link([] {});
+    std::promise<void> started;
+    std::atomic<bool> waitedToTheEnd = false;
+    std::atomic<int> dropped = 0;
+    bool completed = false;
+    link.Post(
+        [&] {
+            started.set_value();
+            waitedToTheEnd = link.Stopping().WaitFor(10 * kLong);
+        },
+        [&] { completed = true; });
+    link.Post([&] { ++dropped; }, [&] { ++dropped; });
+    started.get_future().wait();
+    link.Stop(1ms);
+    link.Post([&] { ++dropped; }, [&] { ++dropped; });
+    link.RunCompletions();
+    EXPECT_TRUE(completed && !waitedToTheEnd);
+    EXPECT_EQ(dropped, 0);
+}
+
+}  // namespace
+}  // namespace brennvar

@@ -1,0 +1,157 @@
+#include "commands/Batch.h"
+
+#include <gtest/gtest.h>
+
+#include "support/FakeClock.h"
+#include "support/FakePipe.h"
+#include "support/RawBytes.h"
+
+namespace brennvar {
+namespace {
+
+using test::RawBytes;
+
+// Records as they go over the wire, with the offsets of their fields. One byte each is enough here.
+RawBytes Value(char id, char value) {
+    return test::ZerosWith(5596, {{0, "\x08"}, {5468, {&value, 1}}, {5592, {&id, 1}}});
+}
+RawBytes Text(char id, std::string_view text) {
+    return test::ZerosWith(5596, {{0, "\x09"}, {5472, text}, {5592, {&id, 1}}});
+}
+RawBytes Event(std::string_view subject) {
+    return test::ZerosWith(5596, {{0, "\x01"}, {4, "Options changed"}, {132, subject}});
+}
+RawBytes Bare(char code) {
+    return test::ZerosWith(5596, {{0, {&code, 1}}});
+}
+
+// What the batch sends, record by record, with its texts in English.
+void ExpectSent(const Batch& batch, const std::vector<RawBytes>& expected) {
+    test::FakePipe pipe;
+    test::FakeClock clock;
+    CommandPipe commands(pipe, clock);
+    batch.SendTo(commands, Language(nullptr));
+    ASSERT_EQ(pipe.writes.size(), expected.size());
+    for (std::size_t i = 0; i < expected.size(); ++i) {
+        EXPECT_TRUE(pipe.writes[i].bytes == expected[i]) << "record " << i;
+    }
+}
+
+TEST(BatchTest, SendsOptionsThenWhatMakesThemCountThenTheEvent) {
+    OptionValues before;
+    OptionValues wanted = before;
+    wanted.SetNumber(OptionId::BlockSeconds, 18);
+    wanted.SetNumber(OptionId::BlockFragments, 1);
+    wanted.SetNumber(OptionId::LogDays, 33);
+    wanted.SetText(OptionId::MailFrom, "from");
+    wanted.SetText(OptionId::MailPassword, std::string(130, 'p'));
+    wanted.SetNumber(OptionId::TrafficLogKilobytes, 31);
+    wanted.SetNumber(OptionId::PacketLogKilobytes, 32);
+    wanted.SetText(OptionId::ProxyHost, "host");
+    wanted.SetNumber(OptionId::ProxyPort, 67);
+    wanted.SetNumber(OptionId::ProxyType, 9);  // not in the list: kept
+    wanted.SetNumber(OptionId::BlockFileSharing, 7);
+    OptionValues noStart = wanted;
+    noStart.SetNumber(OptionId::LoadAtStartup, 0);
+
+    std::vector<RawBytes> icmp;
+    for (char id = 42; id <= 63; ++id)
+        icmp.push_back(Value(id, id == 42 || id == 43 || id == 47 || id == 57 ? 1 : 0));
+    icmp.insert(icmp.end(), {Bare(16), Event("ICMP")});
+
+    struct Row {
+        OptionGroup group;
+        const OptionValues& wanted;
+        std::vector<RawBytes> expected;
+    };
+    const Row rows[] = {
+        {OptionGroup::General, wanted, {Value(5, 1), Value(6, 0), Value(7, 1), Bare(15), Event("General")}},
+        {OptionGroup::General,
+         noStart,
+         {Value(5, 1), Value(6, 0), Value(7, 0), Bare(14), Bare(15), Event("General")}},
+        {OptionGroup::Enhancements,
+         wanted,
+         {Value(8, 1),  Value(9, 1),  Value(11, 1), Value(12, 1),        Value(13, 1), Value(14, 1),
+          Value(15, 1), Value(16, 0), Value(17, 1), Value(18, 18),       Value(19, 1), Value(20, 1),
+          Value(21, 1), Value(22, 1), Value(23, 1), Value(24, 1),        Value(25, 1), Value(26, 1),
+          Value(78, 1), Bare(16),     Bare(7),      Event("Enhacements")}},
+        {OptionGroup::Logging,
+         wanted,
+         {Value(27, 1), Value(28, 1), Value(29, 1), Value(30, 0), Value(31, 31), Value(32, 32), Value(33, 33),
+          Value(34, 0), Text(35, "from"), Text(36, ""), Text(37, ""), Text(38, ""), Text(39, ""), Text(40, ""),
+          Text(41, std::string(119, 'p')), Event("Logging")}},
+        {OptionGroup::Miscellaneous,
+         wanted,
+         {Value(64, 1), Value(65, 1), Text(66, "host"), Value(67, 67), Text(68, ""), Text(69, ""), Value(70, 9),
+          Event("Miscellaneous")}},
+        {OptionGroup::Icmp, wanted, icmp},
+        {OptionGroup::FileSharing, wanted, {Value(2, 1), Value(3, 0), Bare(7), Event("File sharing")}},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(static_cast<int>(row.group));
+        ExpectSent(OptionsBatch(row.group, row.wanted, before), row.expected);
+    }
+}
+
+TEST(BatchTest, SendsWhatTheTableSays) {
+    const auto record = [](const test::Pieces& pieces) { return test::ZerosWith(5596, pieces); };
+    const auto notice = [&](std::string_view title, std::string_view subject) {
+        return record({{0, "\1"}, {4, title}, {132, subject}});
+    };
+    struct Row {
+        Batch batch;
+        std::vector<RawBytes> expected;
+    };
+    using enum UserCommand;
+    const Row rows[] = {
+        {Batch(Start), {record({{0, "\x18"}, {644, "\1"}}), Bare(12), Bare(10)}},
+        {Batch(Exit), {Bare(13), Bare(11)}},
+        {Batch(PasswordEntered), {notice("Security password entered", "Valid")}},
+        {Batch(PasswordRefused), {notice("Security password entered", "Invalid")}},
+        {Batch(SetMode, {.options = {{.id = OptionId::ProtectionMode, .number = 2}}, .subject = "Block All"}),
+         {Value(1, 2), Bare(7), notice("Security level changed", "Block All")}},
+        {Batch(EndTimedMode, {.options = {{.id = OptionId::ProtectionMode}}}), {Value(1, 0), Bare(7)}},
+        {Batch(SwitchNetwork, {.value = 1}), {record({{0, "\x19"}, {644, "\1"}})}},
+        {Batch(SwitchNetwork, {.value = 0}), {Bare(25)}},
+        {Batch(ReloadNetwork), {Bare(7)}},
+        {Batch(ReportClockSetBack, {.detail = "back"}),
+         {record({{0, "\1"}, {4, "System time changed"}, {132, "Past"}, {644, "\2"}, {648, "back"}})}},
+        {Batch(ReportClockSetAhead),
+         {record({{0, "\1"}, {4, "System time changed"}, {132, "Future"}, {644, "\2"}})}},
+        {Batch(SetPassword, {.password = Password("secret")}),
+         {Text(4, "secret"), notice("Options changed", "Password")}},
+        {Batch(SetResources, {.resources = {.skin = "Light", .language = "German"}}),
+         {record({{0, "\x12"}, {5472, "Light"}}), record({{0, "\x13"}, {5472, "German"}})}},
+        {Batch(ResetTrusted), {Bare(27), notice("Reset Trusted", "")}},
+        {Batch(ResetFingerprints, {.value = 1}),
+         {Bare(17), record({{0, "\x19"}, {644, "\1"}}), notice("Fingerprints reset", "")}},
+        {Batch(ResetFirewall), {Bare(29), notice("Options changed", "Reset")}},
+        {Batch(SendTestMail), {Bare(20), notice("E-mail notification test", "")}},
+        {Batch(UpdateSignatures), {Bare(21)}},
+        {Batch(DeleteLogs, {.day = {.year = 2026, .month = 3, .day = 9}}),
+         {record({{0, "\x17"}, {132, "20260309"}})}},
+        {Batch(DeleteLogs, {.day = {.year = 987, .month = 12, .day = 31}, .olderToo = true}),
+         {record({{0, "\x17"}, {132, "09871231"}, {644, "\1"}})}},
+        {Batch(SetApplicationRules, {.applications = {{"c:\\a.exe", RuleCommandAction::Allow},
+                                                      {"c:\\b.exe", RuleCommandAction::Remove}}}),
+         {record({{0, "\x16"}, {132, "c:\\a.exe"}, {644, "\1"}}),
+          record({{0, "\x16"}, {132, "c:\\b.exe"}, {644, "\3"}})}},
+        {Batch(TerminateProcess, {.processId = 0x01020304, .subject = "c:\\a.exe"}),
+         {record({{0, "\3"}, {4748, "\4\3\2\1"}}),
+          record({{0, "\1"}, {4, "Process termination"}, {132, "c:\\a.exe"}, {644, "\2"}})}},
+        {BlockAddressBatch(Language(nullptr), 0x0302010A, 600),
+         {record({{0, "\2"}, {4744, "\x0A\1\2\3"}}),
+          record({{0, "\1"},
+                  {4, "Blocked connection"},
+                  {132, "10.1.2.3"},
+                  {644, "\2"},
+                  {648, "IP: 10.1.2.3. Blocking IP address for 600 seconds"}})}},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(static_cast<int>(row.batch.Info().command));
+        ExpectSent(row.batch, row.expected);
+    }
+}
+
+}  // namespace
+}  // namespace brennvar

@@ -1,0 +1,87 @@
+#include "statistics/Statistics.h"
+
+#include <gtest/gtest.h>
+
+namespace brennvar {
+namespace {
+
+std::int32_t Last(const PushGraphSamples& graph) {
+    return graph.Lines()[0].samples.back();
+}
+
+TEST(StatisticsTest, ScalesTheTrafficGraphsAnewEachSecond) {
+    struct Row {
+        std::uint64_t bytes;
+        std::int32_t maximum, sample;
+        std::string_view label;
+    };
+    const Row rows[] = {{0, 512'000, 0, "500 KB"},
+                        {511'999, 512'000, 511'999, "500 KB"},
+                        {512'000, 1'024'000, 512'000, "1000 KB"},
+                        {1'023'999, 1'024'000, 1'023'999, "1000 KB"},
+                        {1'024'000, 10'240'000, 1'024'000, "10000 KB"},
+                        {20'000'000, 10'240'000, 10'240'000, "10000 KB"},
+                        {~std::uint64_t{0}, 10'240'000, 10'240'000, "10000 KB"},
+                        {7, 512'000, 7, "500 KB"}};
+    Statistics statistics;
+    for (const Row& row : rows) {
+        statistics.Tick(TrafficIncrease{row.bytes, 3}, 1000);
+        const PushGraphSamples& graph = statistics.Incoming();
+        EXPECT_EQ(graph.GetRange().maximum, row.maximum) << row.bytes;
+        EXPECT_EQ(graph.GetRange().maximumLabel, row.label) << row.bytes;
+        EXPECT_EQ(graph.GetRange().minimumLabel, "0 KB");
+        EXPECT_EQ(Last(graph), row.sample) << row.bytes;
+        EXPECT_EQ(statistics.Outgoing().GetRange().maximum, 512'000);
+        EXPECT_EQ(Last(statistics.Outgoing()), 3);
+    }
+    EXPECT_EQ(statistics.Incoming().Lines()[0].samples.size(), 1 + std::size(rows));  // 0 at the start
+}
+
+TEST(StatisticsTest, CountsTheAttacksOfEachSecond) {
+    Statistics statistics;
+    const auto attack = [&](int times) {
+        for (int i = 0; i < times; ++i) statistics.CountAttack();
+    };
+    attack(3);
+    statistics.Tick(TrafficIncrease{}, 1000);  // the first tick: no second has passed
+    attack(2);
+    statistics.Tick(std::nullopt, 0);  // no driver: nothing moves, nothing is forgotten
+    EXPECT_FALSE(statistics.CurrentRates());
+    attack(1);
+    statistics.Tick(TrafficIncrease{}, 1000);
+    statistics.Tick(TrafficIncrease{}, 1000);
+    attack(60);
+    statistics.Tick(TrafficIncrease{}, 1000);
+    EXPECT_EQ(statistics.Attacks().Lines()[0].samples, (std::vector<std::int32_t>{0, 0, 3, 0, 50}));
+    EXPECT_EQ(statistics.AttacksOfLastTick(), 60U);
+    EXPECT_EQ(statistics.AttackCount(), 66U);
+}
+
+TEST(StatisticsTest, KeepsSumsRatesAndTheLastNotices) {
+    Statistics statistics;
+    int changes = 0;
+    statistics.Watch([&] { ++changes; });
+    statistics.Tick(TrafficIncrease{1024, 100}, 1000);
+    statistics.Tick(TrafficIncrease{3072, 200}, 2000);
+    EXPECT_EQ(statistics.Totals(), (TrafficIncrease{4096, 300}));
+    ASSERT_TRUE(statistics.CurrentRates());
+    EXPECT_EQ(statistics.CurrentRates()->in, "1.5 KB/s");
+    EXPECT_EQ(statistics.CurrentRates()->out, "100 B/s");
+    statistics.Tick(TrafficIncrease{UINT64_MAX, 0}, 1000);  // of a driver that is confused
+    EXPECT_EQ(statistics.Totals(), (TrafficIncrease{UINT64_MAX, 300}));
+    for (FileTime time = 1; time <= 51; ++time) statistics.AddNotice("notice " + std::to_string(time), time);
+    statistics.AddNotice("", 52);
+    EXPECT_EQ(statistics.NoticeCount(), 51U);
+    EXPECT_EQ(statistics.Notices().size(), 50U);
+    EXPECT_EQ(statistics.Notices().front().text, "notice 51");
+    EXPECT_EQ(statistics.Notices().back().time, 2U);
+    EXPECT_EQ(changes, 3 + 51);
+    for (int twice = 0; twice < 2; ++twice) {
+        statistics.SetMode({.mode = ProtectionMode::BlockAll, .until = 9});
+        statistics.SetConnections(4);
+    }
+    EXPECT_EQ(changes, 3 + 51 + 2);
+}
+
+}  // namespace
+}  // namespace brennvar
