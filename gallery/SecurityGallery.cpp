@@ -3,6 +3,7 @@
 #include "app/DeleteLogDialog_win.h"
 #include "config/ResourceIds.h"
 #include "config/Resources_win.h"
+#include "ipc/Pipe_win.h"
 #include "security/EnterPasswordDialog_win.h"
 #include "security/VerifyPasswordDialog_win.h"
 
@@ -18,11 +19,32 @@ struct Typing {
 };
 Typing s_typing;  // for the timer, which has no other way to it
 
-PasswordDialog::Parts Parts(const Look& look, const Language& language) {
-    return {.fonts = look.fonts,
-            .language = language,
-            .readStored = [](const std::function<void(const Password&)>& done) { done(Password("Secret1")); }};
-}
+// A password that is there at once.
+class ShownPassword final : public PasswordSource {
+public:
+    [[nodiscard]] std::optional<Password> Read() const override { return Password("Secret1"); }
+};
+class ImmediateQueue final : public TaskQueue {
+public:
+    void Post(Task task, Task completion) override {
+        task();
+        completion();
+    }
+};
+
+// What the dialogs borrow.
+struct Surroundings {
+    explicit Surroundings(const Look& look) : fonts(look.fonts) {}
+    const CFonts& fonts;
+    const Language language = OpenLanguage();
+    ShownPassword stored;
+    ImmediateQueue reads;
+    ServiceLink link{[] {}, [](const StopSignal& stop) { return std::make_unique<WinPipeConnector>(stop); }};
+    Commander commander{link, language};
+    [[nodiscard]] PasswordDialogContext Context() {
+        return {.fonts = fonts, .language = language, .reads = reads, .stored = stored};
+    }
+};
 
 // Types when the dialog that opens next over the window is there.
 void TypeLater(HWND window, const Typing& typing) {
@@ -37,17 +59,17 @@ void TypeLater(HWND window, const Typing& typing) {
 
 std::unique_ptr<GalleryPage> MakeVerifyPage(Typing typing) {
     return std::make_unique<OpeningPage>([typing](HWND window, const Look& look) {
-        const Language language = OpenLanguage();
+        Surroundings surroundings(look);
         TypeLater(window, typing);
-        (void)VerifyPasswordDialog(Parts(look, language)).Ask(window);
+        (void)VerifyPasswordDialog(surroundings.Context()).Ask(window);
     });
 }
 
 std::unique_ptr<GalleryPage> MakeEnterPage(Typing typing) {
     return std::make_unique<OpeningPage>([typing](HWND window, const Look& look) {
-        const Language language = OpenLanguage();
+        Surroundings surroundings(look);
         TypeLater(window, typing);
-        (void)EnterPasswordDialog(Parts(look, language), [](const Password&) {}).Ask(window);
+        (void)EnterPasswordDialog(surroundings.Context(), surroundings.commander).Ask(window);
     });
 }
 

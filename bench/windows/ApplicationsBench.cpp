@@ -16,6 +16,7 @@
 #include "base/TaskThread.h"
 #include "config/ResourceIds.h"
 #include "config/UserValues.h"
+#include "ipc/Pipe_win.h"
 #include "ipc/RecordCipher.h"
 #include "rules/ApplicationRules.h"
 #include "tree/TreeMessages_win.h"
@@ -70,7 +71,9 @@ public:
         const DWORD thread = ::GetCurrentThreadId();
         TaskThread reads([thread] { ::PostThreadMessageA(thread, WM_APP, 0, 0); });
         SystemClock clock(reads.Stopping());
-        ApplicationChanges changes({.ask = {}, .send = {}});
+        ServiceLink link([] {}, [](const StopSignal& stop) { return std::make_unique<WinPipeConnector>(stop); });
+        Commander commander(link, m_language);
+        ApplicationChanges changes(commander);
         ApplicationsPage page(
             {.fonts = m_fonts, .language = m_language, .userValues = m_values},
             {.title = "Applications", .line = "All of them.", .empty = {}},

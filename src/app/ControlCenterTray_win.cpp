@@ -15,16 +15,18 @@ constexpr std::chrono::seconds kWelcomeDuration{20};
 
 }  // namespace
 
-ControlCenterTray::ControlCenterTray(const Parts& parts) : m_parts(parts), m_balloon(parts.fonts, parts.openLink) {}
+ControlCenterTray::ControlCenterTray(const CFonts& fonts, const Language& language,
+                                     std::function<void(const std::string& link)> openLink)
+    : m_fonts(fonts), m_language(language), m_balloon(fonts, std::move(openLink)) {}
 
-void ControlCenterTray::Create(HWND window, UINT callbackMessage, ModeReader readMode) {
+void ControlCenterTray::Create(HWND window, UINT callbackMessage, ProtectionModes& modes) {
     m_window = window;
-    m_readMode = std::move(readMode);
+    m_modes = &modes;
     // Without an icon the program runs on.
     (void)m_icon.Create(
         {.owner = window,
          .callbackMessage = callbackMessage,
-         .tooltip = m_parts.language.GetText(317, "Brennvar Personal Firewall - Your PC is in the safe hands!"),
+         .tooltip = m_language.GetText(317, "Brennvar Personal Firewall - Your PC is in the safe hands!"),
          .icon = m_icons.Current(),
          .iconId = IDR_TRAY_MENU,
          .showMenu = [this](POINT point) { ShowMenu(point); },
@@ -34,14 +36,14 @@ void ControlCenterTray::Create(HWND window, UINT callbackMessage, ModeReader rea
 void ControlCenterTray::ShowMenu(POINT point) {
     // The mode comes later, and the user may click again until then.
     if (std::exchange(m_isMenuOpen, true)) return;
-    m_readMode([this, point](ProtectionMode mode) {
-        if (m_window) ShowTrayMenu(m_window, point, m_parts.language, mode, Look(m_parts.fonts));
+    m_modes->Read([this, point](ProtectionMode mode) {
+        if (m_window) ShowTrayMenu(m_window, point, m_language, mode, Look(m_fonts));
         m_isMenuOpen = false;
     });
 }
 
 void ControlCenterTray::ShowWelcome() {
-    const Language& language = m_parts.language;
+    const Language& language = m_language;
     m_balloon.ShowTrayBalloon(
         m_window,
         {.text = language.GetText(318, "Welcome to Brennvar Personal Firewall. It protects you") + " " +
@@ -56,7 +58,7 @@ void ControlCenterTray::ShowWelcome() {
 
 void ControlCenterTray::ShowNotice(const TrayNotice& notice) {
     m_balloon.ShowTrayBalloon(m_window, {.text = notice.text,
-                                         .title = m_parts.language.GetText(41, "Brennvar Personal Firewall"),
+                                         .title = m_language.GetText(41, "Brennvar Personal Firewall"),
                                          .link = notice.link,
                                          .icon = IDI_PROGRAM,
                                          .parent = m_icon.Window()});

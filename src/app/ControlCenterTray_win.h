@@ -5,7 +5,7 @@
 #include <functional>
 #include <string>
 
-#include "commands/ProtectionMode.h"
+#include "commands/ProtectionModes.h"
 #include "config/Language.h"
 #include "tray/SystemTray_win.h"
 #include "tray/TrayBalloon_win.h"
@@ -17,16 +17,12 @@ namespace brennvar {
 
 class ControlCenterTray {
 public:
-    struct Parts {
-        const CFonts& fonts;  // both are borrowed for the life of the program
-        const Language& language;
-        std::function<void(const std::string& link)> openLink;  // of a notice that the user clicks
-    };
-    explicit ControlCenterTray(const Parts& parts);
+    // Fonts and language are borrowed for the life of the program. openLink: of a notice that the user clicks.
+    ControlCenterTray(const CFonts& fonts, const Language& language,
+                      std::function<void(const std::string& link)> openLink);
 
-    // readMode: reads the protection mode and calls back with it.
-    using ModeReader = std::function<void(std::function<void(ProtectionMode)>)>;
-    void Create(HWND window, UINT callbackMessage, ModeReader readMode);
+    // The modes, which are borrowed, tell the menu which one holds.
+    void Create(HWND window, UINT callbackMessage, ProtectionModes& modes);
     void OnNotification(UINT iconId, UINT mouseMessage) const { m_icon.OnTrayNotification(iconId, mouseMessage); }
     [[nodiscard]] TrayIcons& Icons() { return m_icons; }
 
@@ -43,9 +39,10 @@ private:
     void ShowMenu(POINT point);
     void OnIconLost() const;
 
-    const Parts m_parts;
+    const CFonts& m_fonts;
+    const Language& m_language;
     HWND m_window = nullptr;
-    ModeReader m_readMode;
+    ProtectionModes* m_modes = nullptr;  // from Create on
     CSystemTray m_icon;
     TrayIcons m_icons{m_icon};
     TrayBalloon m_balloon;

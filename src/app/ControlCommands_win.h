@@ -2,45 +2,29 @@
 // of the tray menu asks of the service. User-interface thread only.
 #pragma once
 
-#include <functional>
-
-#include "base/Clock.h"
-#include "config/Language.h"
-#include "ipc/ServiceLink.h"
-#include "security/SecurityPasswordGate_win.h"
-#include "ui/Fonts_win.h"
+#include "app/Session_win.h"
+#include "base/Windows_win.h"
 
 namespace brennvar {
 
 class ControlCommands {
 public:
-    // Borrowed for the life of the program.
-    struct Parts {
-        const CFonts& fonts;
-        const Language& language;
-        ServiceLink& link;
-        SecurityPasswordGate& gate;
-        Clock& clock;
-    };
-    explicit ControlCommands(const Parts& parts) : m_parts(parts) {}
+    // Borrowed.
+    explicit ControlCommands(Session& session) : m_session(session) {}
 
     // True for a command of these. The window owns what the command asks; one that would open a dialog is left
     // undone while another one is open.
     bool OnCommand(HWND window, int id);
 
 private:
-    using Command = std::function<void(CommandPipe&, const Language&)>;
-
-    // Sends it when the security password allows it.
-    void SendProtected(HWND window, const Command& command);
-    // The same for what cannot be undone: the user is asked first.
-    void SendConfirmed(HWND window, const Text& question, const Command& command);
-    void ResetFingerprints(HWND window);
+    // What the table says of the command: asks the user first, then for the password, and sends it.
+    void Send(HWND window, UserCommand command);
+    void ResetFingerprints();
     void SwitchNetwork(bool isOn);
     void UpdateSignatures(HWND window);
     void DeleteLogs(HWND window);
 
-    const Parts m_parts;
+    Session& m_session;
     // As the user switched it last. Nothing tells how it is: a start finds it on.
     bool m_isNetworkOn = true;
 };

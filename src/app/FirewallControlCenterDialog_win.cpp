@@ -1,50 +1,28 @@
 #include "app/FirewallControlCenterDialog_win.h"
 
-#include <shlobj.h>
+#include <shellapi.h>
 
-#include <algorithm>
 #include <utility>
 
 #include "app/AboutDialog_win.h"
-#include "app/ModeLink_win.h"
-#include "base/Processes_win.h"
-#include "config/Folders.h"
+#include "app/PageFactory_win.h"
 #include "config/Folders_win.h"
 #include "config/ResourceIds.h"
-#include "ipc/DriverTables.h"
 #include "prompts/ConfirmationDialog_win.h"
 #include "tray/TrayMenu.h"
-#include "tray/TrayNotice.h"
 #include "ui/ProgramIcon_win.h"
 
 namespace brennvar {
 namespace {
 
-// Private messages of the window.
-constexpr UINT kMessageLinkCompletions = WM_APP + 1;
+// Private messages of the window, beside those of the session.
 constexpr UINT kMessageShown = WM_APP + 2;
-constexpr UINT kMessageTray = WM_APP + 10;     // 0x800A
-constexpr UINT kMessageWorkerFinished = 4846;  // to 4849, one per worker thread
-
-struct Timer {
-    UINT_PTR id;
-    UINT period;  // ms
-};
-constexpr Timer kStatisticsTimer{1, 1000};
-constexpr Timer kNetworkTimer{2, 1000};
-constexpr Timer kClockTimer{3, 1000};
-constexpr Timer kPromptTimer{4, 100};
-constexpr Timer kTrayTextTimer{5, 1000};
-constexpr Timer kGripTimer{6, 100};
-constexpr Timer kTimers[] = {kStatisticsTimer, kNetworkTimer,  kClockTimer,
-                             kPromptTimer,     kTrayTextTimer, kGripTimer};
+constexpr UINT kMessageTray = WM_APP + 10;  // 0x800A
 
 constexpr int kFirstPage = IDM_STATISTICS;
 
 constexpr char kHelpPage[] = "https://www.brennvar.example/help/index.php";
 constexpr char kSupportPage[] = "https://www.brennvar.example/support/index.php";
-
-constexpr unsigned kTicksPerCount = 2;  // as often as the Connections page reads them
 
 constexpr INT_PTR kResultExit = 0;
 constexpr INT_PTR kResultRestart = 1;
@@ -56,212 +34,112 @@ UINT FirewallControlCenterDialog::OpenWindowMessage() {
     return message;
 }
 
-FirewallControlCenterDialog::FirewallControlCenterDialog(Clock& clock)
-    : FrameDialog(m_fonts, m_language, m_userValues),
-      m_clock(clock),
+FirewallControlCenterDialog::FirewallControlCenterDialog(Session& session)
+    : FrameDialog(session.fonts, session.language, session.userValues),
+      m_session(session),
       m_promptWorld(
-          GetDataFolder(), GetInstallationFolder(), m_promptConnector, m_clock,
-          [this](const PromptQuestion& question) { return AskUser(question); },
-          [this] { return m_link.Service(); }),
-      m_link(PostWhenFinished(kMessageLinkCompletions),
-             [](const StopSignal& stop) { return std::make_unique<WinPipeConnector>(stop); }),
-      m_reads(PostWhenFinished(kMessageLinkCompletions)),
-      m_workers{CWorkerThread(PostWhenFinished(kMessageWorkerFinished)),
-                CWorkerThread(PostWhenFinished(kMessageWorkerFinished + 1)),
-                CWorkerThread(PostWhenFinished(kMessageWorkerFinished + 2)),
-                CWorkerThread(PostWhenFinished(kMessageWorkerFinished + 3))} {
-    EnableDebugPrivilege();  // without it the paths of some processes stay unknown
-    // With the folders above it; one that is there already is left as it is.
-    const std::string logFolder = LogFolderPath(GetDataFolder());
-    if (::GetFileAttributesA(logFolder.c_str()) == INVALID_FILE_ATTRIBUTES) {
-        ::SHCreateDirectoryExA(nullptr, logFolder.c_str(), nullptr);
-    }
-    m_language = OpenLanguage();
-    const std::vector<std::uint32_t> ids = FindProcessIds({"brennvar.exe", "brennvargui.exe"});
-    m_userValues.WriteUserValue(kUserValueServerPid, ids[0]);
-    m_userValues.WriteUserValue(kUserValueGuiPid, ids[1]);
-}
+          session.dataFolder, GetInstallationFolder(), m_promptConnector, session.clock,
+          [this](const PromptQuestion& question) {
+              return ConfirmationDialog(m_session.fonts, question).Ask(Window());
+          },
+          [this] { return m_session.link.Service(); }),
+      m_prompts(session.devices, m_promptWorld),
+      m_commands(session),
+      m_tray(session.fonts, session.language, [this](const std::string& link) { OpenWebPage(link); }),
+      m_status(session.language),
+      m_leaving(session, m_tray) {}
 
 FirewallControlCenterDialog::Outcome FirewallControlCenterDialog::Run() {
     const INT_PTR result = DoModal(nullptr, IDD_CONTROL_CENTER);
-    // Before the members go that their tasks use.
-    m_link.Stop(std::chrono::milliseconds(0));
-    m_reads.Stop(std::chrono::milliseconds(0));
     return result == kResultRestart ? Outcome::Restart : Outcome::Exit;
 }
 
-std::function<void()> FirewallControlCenterDialog::PostWhenFinished(UINT message) {
-    return [this, message] {
-        if (const HWND target = m_postTarget) ::PostMessageA(target, message, 0, 0);
-    };
-}
-
 void FirewallControlCenterDialog::OnInitDialog() {
-    m_postTarget = Window();
-    m_bigIcon = LoadShield(IconSize::Large);
-    m_smallIcon = LoadShield(IconSize::Small);
-    ::SendMessageA(Window(), WM_SETICON, ICON_BIG, reinterpret_cast<LPARAM>(m_bigIcon.Get()));
-    ::SendMessageA(Window(), WM_SETICON, ICON_SMALL, reinterpret_cast<LPARAM>(m_smallIcon.Get()));
-
-    m_connections = std::make_unique<ConnectionsReader>(m_devices, m_reads, m_link,
-                                                        m_language.GetText(313, "no process associated"));
-    m_pageFactory.emplace(
-        PageFactory::Parts{.fonts = m_fonts,
-                           .language = m_language,
-                           .userValues = m_userValues,
-                           .link = m_link,
-                           .gate = m_gate,
-                           .reads = m_reads,
-                           .readsClock = m_readsClock,
-                           .connections = *m_connections,
-                           .statistics = m_statistics,
-                           .applicationChanges = m_applicationChanges,
-                           .applyResources = [this](const ResourceChoice& current, const ResourceChoice& chosen) {
-                               return ApplyResources(current, chosen);
-                           }});
-    CreateFrame(m_language.GetText(41, "Brennvar Personal Firewall"), PageEntries());
+    ShowIcons();
+    CreateFrame(m_session.language.GetText(41, "Brennvar Personal Firewall"), PageEntries());
     m_status.Create(Window(), GetLook());
     RestorePlace();
-    SendStartCommands();  // before the page asks the service for anything
+    m_session.Begin(Window(), *this);  // before the page asks the service for anything
     Pages().Open(kFirstPage);
     SetFirstFocus(kFirstPage);
 
-    StartTimers();
+    SetTimers(true);
     // What the user does not wait for comes when the window is there: the icon, and the first look at the driver,
     // not only after a second.
     ::PostMessageA(Window(), kMessageShown, 0, 0);
-    ::PostMessageA(Window(), WM_TIMER, kStatisticsTimer.id, 0);
+    ::PostMessageA(Window(), WM_TIMER, Ticks::Table().front().timer, 0);
 }
 
 void FirewallControlCenterDialog::OnDestroy() {
     FrameDialog::OnDestroy();
-    m_postTarget = nullptr;
-    for (const Timer& timer : kTimers) ::KillTimer(Window(), timer.id);
+    m_session.End();
+    for (const TickInfo& tick : Ticks::Table()) ::KillTimer(Window(), tick.timer);
+}
+
+void FirewallControlCenterDialog::ShowIcons() {
+    m_bigIcon = LoadShield(IconSize::Large);
+    m_smallIcon = LoadShield(IconSize::Small);
+    ::SendMessageA(Window(), WM_SETICON, ICON_BIG, reinterpret_cast<LPARAM>(m_bigIcon.Get()));
+    ::SendMessageA(Window(), WM_SETICON, ICON_SMALL, reinterpret_cast<LPARAM>(m_smallIcon.Get()));
 }
 
 std::vector<PageHost::Entry> FirewallControlCenterDialog::PageEntries() {
+    const Language& language = m_session.language;
+    const auto apply = [this](const ResourceChoice& current, const ResourceChoice& chosen) {
+        return ApplyResourceChoice(current, chosen);
+    };
     std::vector<PageHost::Entry> entries;
     for (const PageInfo& info : PageList()) {
         entries.push_back({.command = info.command,
-                           .caption = m_language.GetText(info.caption),
-                           .make = [this, &info] { return m_pageFactory->Make(info); }});
+                           .caption = language.GetText(info.caption),
+                           .make = [this, &info, apply] { return MakePage(info, m_session, apply); }});
     }
-    entries.push_back({.command = IDM_SUPPORT, .caption = m_language.GetText(1045, "Support"), .make = {}});
-    entries.push_back({.command = IDM_ABOUT, .caption = m_language.GetText(52, "About"), .make = {}});
+    entries.push_back({.command = IDM_SUPPORT, .caption = language.GetText(1045, "Support"), .make = {}});
+    entries.push_back({.command = IDM_ABOUT, .caption = language.GetText(52, "About"), .make = {}});
     return entries;
+}
+
+void FirewallControlCenterDialog::OnShown() {
+    m_tray.Create(Window(), kMessageTray, m_session.modes);
+    ShowWelcomeOnce();
 }
 
 void FirewallControlCenterDialog::ShowWelcomeOnce() {
     std::uint32_t shown = 0;
-    if (m_userValues.ReadUserValue(kUserValueFirstRun, shown) && shown != 0) return;
+    if (m_session.userValues.ReadUserValue(kUserValueFirstRun, shown) && shown != 0) return;
     m_tray.ShowWelcome();
-    m_userValues.WriteUserValue(kUserValueFirstRun, 1);
+    m_session.userValues.WriteUserValue(kUserValueFirstRun, 1);
 }
 
-void FirewallControlCenterDialog::SendStartCommands() {
-    m_link.Send([](CommandPipe& pipe) { pipe.CMD_SET_RUN_STATE(1); });
-    m_link.Send([](CommandPipe& pipe) { pipe.CMD_RELOAD_APPLICATION_RULES(); });
-    m_link.Send([](CommandPipe& pipe) { pipe.CMD_SET_VALUE_10(0); });
-}
-
-void FirewallControlCenterDialog::StartTimers() {
-    for (const Timer& timer : kTimers) ::SetTimer(Window(), timer.id, timer.period, nullptr);
-}
-
-void FirewallControlCenterDialog::RestGripWhileAway() {
-    const bool isAway = !::IsWindowVisible(Window()) || ::IsIconic(Window());
-    if (std::exchange(m_isGripResting, isAway) == isAway) return;
-    if (isAway) {
-        ::KillTimer(Window(), kGripTimer.id);
-    } else {
-        ::SetTimer(Window(), kGripTimer.id, kGripTimer.period, nullptr);
+void FirewallControlCenterDialog::SetTimers(bool isFirst) {
+    for (const TickInfo& tick : Ticks::Table()) {
+        if (!m_ticks.IsWanted(tick)) {
+            ::KillTimer(Window(), tick.timer);
+        } else if (tick.onlyWhileSeen || isFirst) {
+            ::SetTimer(Window(), tick.timer, static_cast<UINT>(tick.period.count()), nullptr);
+        }
     }
 }
 
-void FirewallControlCenterDialog::OnTimer(UINT_PTR id) {
-    switch (id) {
-        case kStatisticsTimer.id: RefreshStatistics(); break;
-        case kNetworkTimer.id: m_machine.CheckNetwork(); break;
-        case kClockTimer.id: m_machine.CheckClock(); break;
-        case kPromptTimer.id: AnswerPendingQuestion(); break;
-        case kTrayTextTimer.id: FetchTrayNotice(); break;
-        case kGripTimer.id: TickGrip(); break;
-        default: break;  // a tick may still come after its timer has gone
-    }
+void FirewallControlCenterDialog::AnswerQuestion() {
+    // A cycle that has answered may have waited for the service with this thread, which must not look like a jump
+    // of the clock.
+    if (m_prompts.RunCycle() == PromptCycle::Answered) m_session.machine.SkipNextClockCheck();
 }
 
-void FirewallControlCenterDialog::RefreshStatistics() {
-    std::optional<TrafficIncrease> increase;
-    std::uint64_t elapsed = 0;  // ms
-    if (const std::optional<TrafficTotals> totals = ReadTrafficTotals(m_devices)) {
-        increase = m_meter.Tick(*totals);
-        // What flowed while the driver could not be read is not one second's burst.
-        const auto now = std::chrono::steady_clock::now();
-        elapsed = static_cast<std::uint64_t>(
-            std::chrono::duration_cast<std::chrono::milliseconds>(now - m_lastMeterTick).count());
-        m_lastMeterTick = now;
-    }
-    m_statistics.Tick(increase, elapsed);
-    m_status.ShowTraffic(increase, elapsed);
-    m_status.ShowService(m_link.Service());
+void FirewallControlCenterDialog::ShowTraffic(const std::optional<TrafficIncrease>& increase,
+                                              std::uint64_t milliseconds) {
+    m_status.ShowTraffic(increase, milliseconds);
     if (increase) m_tray.Icons().OnTraffic(*increase);
-    const bool isIdle = increase == TrafficIncrease();
-    // While traffic flows, or while the driver cannot tell, the mode is only looked at.
-    if (isIdle || IsSeen()) m_modes.Tick(isIdle);
-    ShowMode();  // the time that is left
-    CountConnections();
 }
 
-void FirewallControlCenterDialog::CountConnections() {
-    // Large tables take the driver a while; nobody sees the number while the window is away.
-    if (!IsSeen() || m_isCounting || m_statisticsTicks++ % kTicksPerCount != 0) return;
-    m_isCounting = true;
-    m_connections->Count([this](std::optional<std::size_t> count) {
-        m_isCounting = false;
-        m_statistics.SetConnections(count);
-        m_status.ShowConnections(count);
-    });
+void FirewallControlCenterDialog::ShowMode(const ModeDisplay& display) {
+    m_status.ShowMode(display.mode, FormatMode(display, m_session.clock.UtcNow(), m_session.language));
 }
 
-void FirewallControlCenterDialog::FetchTrayNotice() {
-    if (m_isFetchingTrayText) return;
-    m_isFetchingTrayText = true;
-    using TrayText = std::optional<std::string>;
-    m_link.Ask<TrayText>([](ServicePipes& pipes) { return pipes.FetchTrayText(); },
-                         [this](const std::optional<TrayText>& text) {
-                             m_isFetchingTrayText = false;
-                             if (text && *text) OnTrayText(**text);
-                         });
-}
-
-void FirewallControlCenterDialog::RunCompletions() {
-    m_link.RunCompletions();
-    m_reads.RunCompletions();
-    m_status.ShowService(m_link.Service());
-}
-
-void FirewallControlCenterDialog::AnswerPendingQuestion() {
-    // Ticks that come while a question is on screen do nothing. A cycle that has answered may have waited for the
-    // service with this thread, which must not look like a jump of the clock.
-    if (m_prompts.RunCycle() == PromptCycle::Answered) m_machine.SkipNextClockCheck();
-}
-
-PromptAnswer FirewallControlCenterDialog::AskUser(const PromptQuestion& question) {
-    return ConfirmationDialog(m_fonts, question).Ask(Window());
-}
-
-void FirewallControlCenterDialog::OnTrayText(const std::string& text) {
-    m_isHandlingTrayText = true;
-    const TrayNotice notice = ParseTrayNotice(text);
-    switch (notice.kind) {
-        case TrayNotice::Kind::Refresh: Pages().OnRulesChanged(); break;
-        case TrayNotice::Kind::Attack: m_statistics.CountAttack(); break;
-        case TrayNotice::Kind::Balloon:
-            m_statistics.AddNotice(notice.text, m_clock.UtcNow());
-            m_tray.ShowNotice(notice);
-            break;
-    }
-    m_isHandlingTrayText = false;
+void FirewallControlCenterDialog::ShowNotice(const TrayNotice& notice) {
+    if (notice.kind == TrayNotice::Kind::Refresh) Pages().OnRulesChanged();
+    if (notice.kind == TrayNotice::Kind::Balloon) m_tray.ShowNotice(notice);
 }
 
 void FirewallControlCenterDialog::OnCommand(int id, int notification) {
@@ -274,37 +152,21 @@ void FirewallControlCenterDialog::OnCommand(int id, int notification) {
         case IDM_APPLICATION_ASK:
         case IDM_APPLICATION_ALLOW:
         case IDM_APPLICATION_DENY:
-        case IDM_APPLICATION_REMOVE: m_applicationChanges.Carry(); break;
+        case IDM_APPLICATION_REMOVE: m_session.applicationChanges.Carry(); break;
         case IDM_ABOUT:
         case IDC_CAPTION_ABOUT: ShowAbout(); break;
         case IDM_TRAFFIC_LOG:
             // The jobs fill and export the very lists of this page.
-            if (!AnyWorkerRunning()) OpenPage(id);
+            if (!m_session.IsAnyWorkerRunning()) OpenPage(id);
             break;
         default:
             if (const auto change = ModeChangeOf(id)) {
-                m_modes.Change(*change);
+                m_session.modes.Change(*change);
             } else if (!m_commands.OnCommand(Window(), id) && !OnFrameCommand(id) && Pages().HasPage(id)) {
                 OpenPage(id);
             }
             break;
     }
-}
-
-ProtectionModes::Parts FirewallControlCenterDialog::ModeParts() {
-    ProtectionModes::Parts parts = ConnectModes(m_clock, m_language, m_link, m_reads, m_readsClock);
-    parts.checkPassword = [this](std::function<void()> action) {
-        m_gate.CheckSecurityPassword({.owner = Window(), .action = std::move(action), .refused = {}});
-    };
-    parts.changed = [this] { ShowMode(); };
-    parts.idleModeRead = [this](ProtectionMode mode) { m_tray.Icons().OnIdleMode(mode); };
-    return parts;
-}
-
-void FirewallControlCenterDialog::ShowMode() {
-    const ModeDisplay& display = m_modes.Display();
-    m_status.ShowMode(display.mode, FormatMode(display, m_clock.UtcNow(), m_language));
-    m_statistics.SetMode(display);
 }
 
 void FirewallControlCenterDialog::OpenPage(int command) {
@@ -315,7 +177,7 @@ void FirewallControlCenterDialog::OpenPage(int command) {
 
 void FirewallControlCenterDialog::ShowAbout() {
     // The tray can ask for it while another dialog is open, which has to be answered first.
-    if (::IsWindowEnabled(Window())) AboutDialog(m_fonts, m_language).Show(Window());
+    if (::IsWindowEnabled(Window())) AboutDialog(m_session.fonts, m_session.language).Show(Window());
 }
 
 void FirewallControlCenterDialog::OnHelp() {
@@ -324,12 +186,14 @@ void FirewallControlCenterDialog::OnHelp() {
 
 void FirewallControlCenterDialog::OpenWebPage(const std::string& address) {
     // Starting a browser takes its time.
-    m_reads.Post([address] { ::ShellExecuteA(nullptr, "open", address.c_str(), nullptr, nullptr, SW_SHOWNORMAL); });
+    m_session.reads.Post(
+        [address] { ::ShellExecuteA(nullptr, "open", address.c_str(), nullptr, nullptr, SW_SHOWNORMAL); });
 }
 
 std::optional<LRESULT> FirewallControlCenterDialog::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
-    if (message >= kMessageWorkerFinished && message < kMessageWorkerFinished + kWorkerCount) {
-        OnWorkerFinished(message - kMessageWorkerFinished);
+    constexpr UINT kFinished = Session::kMessageWorkerFinished;
+    if (message >= kFinished && message < kFinished + Session::kWorkerCount) {
+        m_session.workers[message - kFinished].Stop();
         return 0;
     }
     if (message == OpenWindowMessage()) {
@@ -337,32 +201,27 @@ std::optional<LRESULT> FirewallControlCenterDialog::OnMessage(UINT message, WPAR
         return 0;
     }
     switch (message) {
-        case kMessageShown:
-            m_tray.Create(Window(), kMessageTray,
-                          [this](std::function<void(ProtectionMode)> done) { m_modes.Read(std::move(done)); });
-            ShowWelcomeOnce();
-            return 0;
-        case kMessageLinkCompletions: RunCompletions(); return 0;
+        case kMessageShown: OnShown(); return 0;
+        case Session::kMessageCompletions: m_session.RunCompletions(); return 0;
         case kMessageTray: m_tray.OnNotification(static_cast<UINT>(wParam), static_cast<UINT>(lParam)); return 0;
-        case WM_WINDOWPOSCHANGED: RestGripWhileAway(); return FrameDialog::OnMessage(message, wParam, lParam);
+        case WM_WINDOWPOSCHANGED:
+            if (m_ticks.SetSeen(IsSeen())) SetTimers(false);
+            return FrameDialog::OnMessage(message, wParam, lParam);
         case WM_ENDSESSION:
             if (wParam) OnEndSession();
             return 0;
         case WM_POWERBROADCAST:
             // The clock went on while the machine slept.
-            if (wParam == PBT_APMRESUMEAUTOMATIC) m_machine.SkipNextClockCheck();
+            if (wParam == PBT_APMRESUMEAUTOMATIC) m_session.machine.SkipNextClockCheck();
             return TRUE;
         default: return FrameDialog::OnMessage(message, wParam, lParam);
     }
 }
 
-bool FirewallControlCenterDialog::AnyWorkerRunning() const {
-    return std::any_of(m_workers.begin(), m_workers.end(), [](const auto& worker) { return worker.Running(); });
-}
-
 bool FirewallControlCenterDialog::IsBusy() const {
     // A modal dialog over this window keeps it disabled.
-    return m_prompts.IsBusy() || m_isHandlingTrayText || AnyWorkerRunning() || !::IsWindowEnabled(Window());
+    return m_prompts.IsBusy() || m_session.IsTellingNotice() || m_session.IsAnyWorkerRunning() ||
+           !::IsWindowEnabled(Window());
 }
 
 void FirewallControlCenterDialog::TakeAway() {
@@ -382,13 +241,14 @@ void FirewallControlCenterDialog::ExitControlCenter() {
     // The driver waits for the answer to an open question; it comes first.
     if (m_prompts.IsBusy()) return;
     // Nor can the password be asked for a second time. Before the questions: their answers would be for nothing.
-    if (m_gate.IsAsking()) return m_gate.ComeForward();
+    if (m_session.gate.IsAsking()) return m_session.gate.ComeForward();
     if (CPage* const page = Pages().Current(); page && !page->MayLeave()) return;
     m_leaving.Exit(
-        Window(), [this] { return m_prompts.IsBusy() || AnyWorkerRunning(); }, [this] { End(kResultExit); });
+        Window(), [this] { return m_prompts.IsBusy() || m_session.IsAnyWorkerRunning(); },
+        [this] { End(kResultExit); });
 }
 
-bool FirewallControlCenterDialog::ApplyResources(const ResourceChoice& current, const ResourceChoice& chosen) {
+bool FirewallControlCenterDialog::ApplyResourceChoice(const ResourceChoice& current, const ResourceChoice& chosen) {
     const Leaving::Restart restart =
         m_leaving.ApplyResources(Window(), current, chosen, [this] { return IsBusy(); });
     if (restart == Leaving::Restart::Wanted) End(kResultRestart);

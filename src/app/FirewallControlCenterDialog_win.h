@@ -1,50 +1,31 @@
-// The control center: the main window and the owner of everything that lives as long as the program. It routes
-// commands, timers and messages; what they mean is decided by the page, the link or the prompt that gets them.
+// The control center: the main window. It routes commands, ticks and messages; what they mean is decided by the
+// page, the session or the question that gets them.
 #pragma once
 
-#include <array>
-#include <atomic>
-#include <chrono>
-#include <cstdint>
 #include <memory>
-#include <string>
+#include <optional>
 #include <vector>
 
-#include "app/ApplicationSender_win.h"
 #include "app/ControlCenterTray_win.h"
 #include "app/ControlCommands_win.h"
 #include "app/FrameDialog_win.h"
 #include "app/Leaving_win.h"
-#include "app/MachineWatch_win.h"
-#include "app/PageFactory_win.h"
+#include "app/SessionView.h"
+#include "app/Session_win.h"
 #include "app/StatusLine_win.h"
+#include "app/Ticks.h"
+#include "base/Handles_win.h"
 #include "base/StopSignal.h"
-#include "base/SystemClock.h"
-#include "base/TaskThread.h"
-#include "commands/ProtectionModes.h"
-#include "config/Charset.h"
-#include "config/Language.h"
-#include "config/ResourceChoice.h"
-#include "config/Resources_win.h"
-#include "config/UserValues_win.h"
-#include "ipc/Device_win.h"
 #include "ipc/Pipe_win.h"
-#include "ipc/ServiceLink.h"
 #include "prompts/ConnectionPrompt.h"
 #include "prompts/PromptWorld_win.h"
-#include "security/SecurityPasswordGate_win.h"
-#include "statistics/Statistics.h"
-#include "statistics/TrafficMeter.h"
-#include "ui/Fonts_win.h"
-#include "ui/WorkerThread.h"
-#include "views/ConnectionsReader.h"
 
 namespace brennvar {
 
-class FirewallControlCenterDialog final : public FrameDialog {
+class FirewallControlCenterDialog final : public FrameDialog, private SessionView, private TickActions {
 public:
-    // The clock is borrowed for the life of the dialog.
-    explicit FirewallControlCenterDialog(Clock& clock);
+    // The session is borrowed for the life of the dialog.
+    explicit FirewallControlCenterDialog(Session& session);
 
     // Broadcast by a second start of the program: the first one comes to the front.
     [[nodiscard]] static UINT OpenWindowMessage();
@@ -54,105 +35,65 @@ public:
     [[nodiscard]] Outcome Run();
 
 private:
-    static constexpr std::size_t kWorkerCount = 4;
-
     void OnInitDialog() override;
     void OnDestroy() override;
     void OnClose() override { TakeAway(); }
     void OnMinimise() override { TakeAway(); }
     void OnCancel() override {}  // Esc does not leave the program
     void OnCommand(int id, int notification) override;
-    void OnTimer(UINT_PTR id) override;
+    void OnTimer(UINT_PTR id) override { m_ticks.OnTimer(static_cast<unsigned>(id)); }
     void OnPlaceStatus(const RECT& band) override { m_status.Place(band); }
     void OnHelp() override;
     std::optional<LRESULT> OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
 
+    // The session's view
+    [[nodiscard]] bool IsSeen() const override { return FrameDialog::IsSeen(); }
+    void ShowTraffic(const std::optional<TrafficIncrease>& increase, std::uint64_t milliseconds) override;
+    void ShowService(PeerState state) override { m_status.ShowService(state); }
+    void ShowConnections(std::optional<std::size_t> count) override { m_status.ShowConnections(count); }
+    void ShowMode(const ModeDisplay& display) override;
+    void ShowIdleMode(ProtectionMode mode) override { m_tray.Icons().OnIdleMode(mode); }
+    void ShowNotice(const TrayNotice& notice) override;
+
+    // The ticks
+    void RefreshFigures() override { m_session.RefreshFigures(); }
+    void CheckNetwork() override { m_session.machine.CheckNetwork(); }
+    void CheckClock() override { m_session.machine.CheckClock(); }
+    void AnswerQuestion() override;
+    void FetchNotice() override { m_session.FetchNotice(); }
+    void FollowGrip() override { TickGrip(); }
+
     [[nodiscard]] std::vector<PageHost::Entry> PageEntries();
+    void OnShown();
+    void ShowIcons();
     void ShowWelcomeOnce();
+    // Starts and ends those that depend on whether the window is seen, and at first all.
+    void SetTimers(bool isFirst);
     // Only the tray menu ends the program.
     void TakeAway();
-    // Windows ends the program with the session.
+    // Windows ends the program with the session of the user.
     void OnEndSession();
-    void SendStartCommands();
-    void StartTimers();
-    // A hidden or minimised window has no corner to be sized by, and ten ticks a second cost more than all others.
-    void RestGripWhileAway();
-
-    // One per timer.
-    void RefreshStatistics();
-    void CountConnections();
-    void AnswerPendingQuestion();
-    void FetchTrayNotice();
-
-    void RunCompletions();
-    [[nodiscard]] PromptAnswer AskUser(const PromptQuestion& question);
-    void OnTrayText(const std::string& text);
-    void OnWorkerFinished(std::size_t index) { m_workers[index].Stop(); }
-    [[nodiscard]] bool AnyWorkerRunning() const;
-
-    [[nodiscard]] ProtectionModes::Parts ModeParts();
-    void ShowMode();
     void OpenPage(int command);
     void ShowAbout();
     void OpenWebPage(const std::string& address);
     void ExitControlCenter();
     // The user's choice of skin and language. False: not while the user is asked about leaving.
-    bool ApplyResources(const ResourceChoice& current, const ResourceChoice& chosen);
+    bool ApplyResourceChoice(const ResourceChoice& current, const ResourceChoice& chosen);
     [[nodiscard]] bool IsBusy() const;
 
-    [[nodiscard]] std::function<void()> PostWhenFinished(UINT message);
-
-    // Where other threads post to; null while there is no window.
-    std::atomic<HWND> m_postTarget = nullptr;
-
-    StopSignal m_neverStopped;  // waits on this thread are never cut short
-    Clock& m_clock;
-    WinDeviceOpener m_devices;
-    WinUserValues m_userValues;
-    Language m_language{nullptr};
-    CFonts m_fonts{GetFontCharset(CurrentLanguageName())};
+    Session& m_session;
+    Ticks m_ticks{*this};
     UniqueIcon m_bigIcon;
     UniqueIcon m_smallIcon;
-
     // A connection question stays on this thread, with its pipes.
+    StopSignal m_neverStopped;  // waits on this thread are never cut short
     WinPipeConnector m_promptConnector{m_neverStopped};
     WinPromptWorld m_promptWorld;
-    ConnectionPromptService m_prompts{m_devices, m_promptWorld};
-
-    ServiceLink m_link;
-    MachineWatch m_machine{m_clock, m_language, m_link};
-    // Reads files and the driver's tables, which the service may hold or which may be large.
-    TaskThread m_reads;
-    SystemClock m_readsClock{m_reads.Stopping()};
-    std::unique_ptr<ConnectionsReader> m_connections;   // made when the language is known
-    std::optional<PageFactory> m_pageFactory;           // likewise
-    std::array<CWorkerThread, kWorkerCount> m_workers;  // long jobs: filling a log list, exporting a log
-    SecurityPasswordGate m_gate{
-        {.fonts = m_fonts, .language = m_language, .link = m_link, .reads = m_reads, .readsClock = m_readsClock}};
-    ControlCommands m_commands{
-        {.fonts = m_fonts, .language = m_language, .link = m_link, .gate = m_gate, .clock = m_clock}};
-    ApplicationChanges m_applicationChanges{ConnectApplicationChanges(m_gate, m_link, [this] { return Window(); })};
-    ProtectionModes m_modes{ModeParts()};
-    ControlCenterTray m_tray{{.fonts = m_fonts,
-                              .language = m_language,
-                              .openLink = [this](const std::string& link) { OpenWebPage(link); }}};
-    StatusLine m_status{m_language};
-    Leaving m_leaving{{.fonts = m_fonts,
-                       .language = m_language,
-                       .tray = m_tray,
-                       .gate = m_gate,
-                       .link = m_link,
-                       .reads = m_reads,
-                       .clock = m_clock}};
-
-    TrafficMeter m_meter;
-    std::chrono::steady_clock::time_point m_lastMeterTick{};  // when the meter last got totals
-    Statistics m_statistics;
-    unsigned m_statisticsTicks = 0;  // while the window is seen
-    bool m_isCounting = false;
-    bool m_isFetchingTrayText = false;
-    bool m_isHandlingTrayText = false;
-    bool m_isGripResting = false;
+    ConnectionPromptService m_prompts;
+    ControlCommands m_commands;
+    ControlCenterTray m_tray;
+    StatusLine m_status;
+    Leaving m_leaving;
 };
 
 }  // namespace brennvar

@@ -5,7 +5,6 @@
 
 #include "config/Resources_win.h"
 #include "dialogs/ModalPlace_win.h"
-#include "dialogs/Questions_win.h"
 
 namespace brennvar {
 namespace {
@@ -20,10 +19,11 @@ constexpr std::chrono::milliseconds kSettingsPause{20};
 
 }  // namespace
 
-bool Leaving::Confirm(HWND window, const Text& question, DefaultAnswer byEnter) const {
+bool Leaving::Confirm(HWND window, UserCommand command, DefaultAnswer byEnter) const {
     // Over a dialog that is open, so that the last one that was opened is the first to be answered.
     const HWND owner = ModalOwner(window).value_or(window);
-    return AskToContinue(m_parts.fonts, m_parts.language, owner, m_parts.language.GetText(question), byEnter);
+    return AskToContinue(m_session.fonts, m_session.language, owner,
+                         m_session.language.GetText(InfoOf(command).question), byEnter);
 }
 
 void Leaving::LeaveScreen(HWND window) {
@@ -38,76 +38,49 @@ void Leaving::LeaveScreen(HWND window) {
         return TRUE;
     };
     ::EnumThreadWindows(::GetCurrentThreadId(), close, reinterpret_cast<LPARAM>(window));
-    m_parts.tray.Leave();
-}
-
-void Leaving::StopLinks() {
-    m_parts.link.Stop(kExitPatience);
-    m_parts.reads.Stop(0ms);
+    m_tray.Leave();
 }
 
 void Leaving::Exit(HWND window, std::function<bool()> mustStay, std::function<void()> end) {
-    if (m_isLeaving) return;
-    m_isLeaving = true;
-    const bool confirmed =
-        Confirm(window,
-                Text{505,
-                     "Do you really want to exit Brennvar Personal Firewall? Warning: After this "
-                     "action, your system will be not protected against internet threats and your "
-                     "active connections could be lost. Continue anyway?"},
-                DefaultAnswer::Cancel);
-    if (!confirmed || mustStay()) {
+    if (std::exchange(m_isLeaving, true)) return;
+    if (!Confirm(window, UserCommand::Exit, DefaultAnswer::Cancel) || mustStay()) {
         m_isLeaving = false;
         return;
     }
-    m_parts.gate.CheckSecurityPassword({.owner = window,
-                                        .action =
-                                            [this, window, mustStay = std::move(mustStay), end = std::move(end)] {
-                                                if (mustStay()) {
-                                                    m_isLeaving = false;
-                                                    return;
-                                                }
-                                                TellServiceAndStop(window);
-                                                end();
-                                            },
-                                        .refused = [this] { m_isLeaving = false; }});
+    m_session.commander.AskFor(
+        UserCommand::Exit,
+        [this, window, mustStay = std::move(mustStay), end = std::move(end)] {
+            if (mustStay()) {
+                m_isLeaving = false;
+                return;
+            }
+            TellServiceAndStop(window);
+            end();
+        },
+        [this] { m_isLeaving = false; });
 }
 
 void Leaving::TellServiceAndStop(HWND window) {
     LeaveScreen(window);
-    m_parts.link.Send([](CommandPipe& pipe) { pipe.CMD_SHUTDOWN_FIRST(); });
-    m_parts.link.Send([](CommandPipe& pipe) { pipe.CMD_SHUTDOWN_SECOND(); });
-    StopLinks();
-}
-
-void Leaving::Send(const ResourceChoice& choice) {
-    m_parts.link.Send([skin = choice.skin](CommandPipe& pipe) { pipe.CMD_SET_SKIN(skin); });
-    m_parts.link.Send([language = choice.language](CommandPipe& pipe) { pipe.CMD_SET_LANGUAGE(language); });
+    m_session.commander.Send(Batch(UserCommand::Exit));
+    m_session.StopLinks(kExitPatience);
 }
 
 Leaving::Restart Leaving::ApplyResources(HWND window, const ResourceChoice& current, const ResourceChoice& chosen,
                                          const std::function<bool()>& isBusy) {
     if (m_isLeaving) return Restart::Refused;
+    if (chosen == current) return Restart::NotWanted;
     m_isLeaving = true;
-    const bool restarts = ApplyResourceChoice(
-        current, chosen,
-        {.askForRestart =
-             [this, window] {
-                 return Confirm(window,
-                                Text{58,
-                                     "Your skin and language setting has been changed. Changes will not be fully "
-                                     "visible until program restart. Restart now?"},
-                                DefaultAnswer::Ok);
-             },
-         .send = [this](const ResourceChoice& choice) { Send(choice); },
-         .isBusy = isBusy});
-    if (!restarts) {
+    const bool wantsRestart = Confirm(window, UserCommand::SetResources, DefaultAnswer::Ok);
+    m_session.commander.Send(Batch(UserCommand::SetResources, {.resources = chosen}));
+    // Looked at last: the question lets other things begin.
+    if (!wantsRestart || isBusy()) {
         m_isLeaving = false;
         return Restart::NotWanted;
     }
     LeaveScreen(window);
     // The service is not told that the interface ends, as on exit: protection goes on without a gap.
-    StopLinks();
+    m_session.StopLinks(kExitPatience);
     WaitUntilWritten(chosen);
     return Restart::Wanted;
 }
@@ -117,7 +90,7 @@ void Leaving::WaitUntilWritten(const ResourceChoice& choice) {
     // service that does not write them is not waited for any longer.
     for (auto waited = 0ms; CurrentResourceChoice() != choice && waited < kSettingsPatience;
          waited += kSettingsPause) {
-        m_parts.clock.Sleep(kSettingsPause);
+        m_session.clock.Sleep(kSettingsPause);
     }
 }
 

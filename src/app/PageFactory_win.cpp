@@ -18,63 +18,42 @@
 
 namespace brennvar {
 
-std::unique_ptr<CPage> PageFactory::Make(const PageInfo& info) const {
-    const Language& language = m_parts.language;
-    PageTexts texts{.title = language.GetText(info.caption), .line = language.GetText(info.line), .empty = {}};
-    switch (info.command) {
-        case IDM_STATISTICS: return MakeStatistics(std::move(texts));
-        case IDM_CONNECTIONS: return MakeConnections(std::move(texts));
-        case IDM_APPLICATIONS: return MakeApplications(std::move(texts));
-        case IDM_OPTIONS: return MakeOptions(std::move(texts));
-        default:
-            texts.empty = language.GetText(1044, "This page has nothing to show yet.");
-            return std::make_unique<CPage>(m_parts.fonts, std::move(texts));
-    }
-}
+namespace {
 
-std::unique_ptr<CPage> PageFactory::MakeStatistics(PageTexts texts) const {
-    return std::make_unique<StatisticsPage>(m_parts.fonts, m_parts.language, std::move(texts), m_parts.statistics);
-}
-
-ListPageContext PageFactory::Lists() const {
-    return {.fonts = m_parts.fonts, .language = m_parts.language, .userValues = m_parts.userValues};
-}
-
-std::unique_ptr<CPage> PageFactory::MakeConnections(PageTexts texts) const {
+std::unique_ptr<CPage> MakeConnections(Session& s, const ListPageContext& lists, PageTexts texts) {
     return std::make_unique<ConnectionsPage>(
-        Lists(), std::move(texts),
-        [&reader = m_parts.connections](ConnectionsReader::Done done) { reader.Read(std::move(done)); });
+        lists, std::move(texts),
+        [&reader = s.connections](ConnectionsReader::Done done) { reader.Read(std::move(done)); });
 }
 
-std::unique_ptr<CPage> PageFactory::MakeApplications(PageTexts texts) const {
-    const auto read = [&reads = m_parts.reads,
-                       &clock = m_parts.readsClock](std::function<void(std::vector<ApplicationRow>)> done) {
+std::unique_ptr<CPage> MakeApplications(Session& s, const ListPageContext& lists, PageTexts texts) {
+    const auto read = [&reads = s.reads, &clock = s.readsClock,
+                       path = RulesFilePath(s.dataFolder)](std::function<void(std::vector<ApplicationRow>)> done) {
         reads.Ask<std::vector<ApplicationRow>>(
-            [&clock] { return LoadApplicationRules(RulesFilePath(GetDataFolder()), clock); },
+            [&clock, path] { return LoadApplicationRules(path, clock); },
             [done = std::move(done)](std::optional<std::vector<ApplicationRow>> rows) {
                 done(std::move(rows).value_or(std::vector<ApplicationRow>()));
             });
     };
     return std::make_unique<ApplicationsPage>(
-        Lists(), std::move(texts),
+        lists, std::move(texts),
         ApplicationsPage::Parts{
-            .read = read, .changes = m_parts.applicationChanges, .isServiceMissing = [&link = m_parts.link] {
+            .read = read, .changes = s.applicationChanges, .isServiceMissing = [&link = s.link] {
                 return link.Service() == PeerState::Missing;
             }});
 }
 
-std::unique_ptr<CPage> PageFactory::MakeOptions(PageTexts texts) const {
+std::unique_ptr<CPage> MakeOptions(Session& s, PageTexts texts, const ApplyResources& applyResources) {
     return std::make_unique<OptionsPage>(
-        m_parts.fonts, m_parts.language, std::move(texts),
+        s.fonts, s.language, std::move(texts),
         OptionsPage::Resources{
             .skins = [] { return ListResourceFolders(SkinsFolderPath(GetInstallationFolder())); },
             .languages = [] { return ListResourceFolders(LanguagesFolderPath(GetInstallationFolder())); },
             .current = CurrentResourceChoice,
-            .apply = m_parts.applyResources},
+            .apply = applyResources},
         OptionsPage::Services{
             .readOptions =
-                [&reads = m_parts.reads,
-                 &clock = m_parts.readsClock](std::function<void(std::optional<OptionValues>)> done) {
+                [&reads = s.reads, &clock = s.readsClock](std::function<void(std::optional<OptionValues>)> done) {
                     using Values = std::optional<OptionValues>;
                     reads.Ask<Values>([&clock] { return OptionReader(GetDataFolder(), clock).ReadAll(); },
                                       [done = std::move(done)](std::optional<Values> values) {
@@ -83,20 +62,36 @@ std::unique_ptr<CPage> PageFactory::MakeOptions(PageTexts texts) const {
                 },
             .stampOptions = [] { return StampOfFile(ConfigFilePath(GetDataFolder())); },
             .checkPassword =
-                [&gate = m_parts.gate](HWND owner, std::function<void()> action, std::function<void()> refused) {
-                    gate.CheckSecurityPassword(
-                        {.owner = owner, .action = std::move(action), .refused = std::move(refused)});
+                [&gate = s.gate](HWND, std::function<void()> action, std::function<void()> refused) {
+                    gate.Ask(std::move(action), std::move(refused));
                 },
             .send =
-                [&link = m_parts.link](std::function<void(CommandPipe&)> batch, std::function<void()> done) {
+                [&link = s.link](std::function<void(CommandPipe&)> batch, std::function<void()> done) {
                     link.Send(std::move(batch), [done = std::move(done)](bool) { done(); });
                 },
             .sendProxyPort =
-                [&link = m_parts.link](std::uint32_t port, std::function<void()> done) {
-                    link.SendToFilter([port](FilterQueue& queue) { queue.FILTER_SET_PROXY_PORT(port); },
-                                      [done = std::move(done)](bool) { done(); });
+                [&commander = s.commander](std::uint32_t port, std::function<void()> done) {
+                    commander.SetFilterPort(port, [done = std::move(done)](bool) { done(); });
                 },
-            .userValues = m_parts.userValues});
+            .userValues = s.userValues});
+}
+
+}  // namespace
+
+std::unique_ptr<CPage> MakePage(const PageInfo& info, Session& session, const ApplyResources& applyResources) {
+    const Language& language = session.language;
+    const ListPageContext lists{.fonts = session.fonts, .language = language, .userValues = session.userValues};
+    PageTexts texts{.title = language.GetText(info.caption), .line = language.GetText(info.line), .empty = {}};
+    switch (info.command) {
+        case IDM_STATISTICS:
+            return std::make_unique<StatisticsPage>(session.fonts, language, std::move(texts), session.statistics);
+        case IDM_CONNECTIONS: return MakeConnections(session, lists, std::move(texts));
+        case IDM_APPLICATIONS: return MakeApplications(session, lists, std::move(texts));
+        case IDM_OPTIONS: return MakeOptions(session, std::move(texts), applyResources);
+        default:
+            texts.empty = language.GetText(1044, "This page has nothing to show yet.");
+            return std::make_unique<CPage>(session.fonts, std::move(texts));
+    }
 }
 
 }  // namespace brennvar

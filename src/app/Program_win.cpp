@@ -1,12 +1,21 @@
 #include "app/Program_win.h"
 
 #include "app/FirewallControlCenterDialog_win.h"
+#include "app/Session_win.h"
 #include "base/Handles_win.h"
+#include "base/NetworkAddresses_win.h"
+#include "base/Processes_win.h"
+#include "config/Folders.h"
 #include "config/Folders_win.h"
+#include "config/Resources_win.h"
+#include "config/UserValues_win.h"
+#include "ipc/Device_win.h"
+#include "ipc/Pipe_win.h"
 // windows.h must stand before these.
 #include <commctrl.h>
 #include <objbase.h>
 #include <shellapi.h>
+#include <shlobj.h>
 
 #include <string>
 
@@ -25,6 +34,37 @@ namespace {
     OSVERSIONINFOA version{};
     version.dwOSVersionInfoSize = sizeof(version);
     return ::GetVersionExA(&version) && version.dwPlatformId == VER_PLATFORM_WIN32_NT;
+}
+
+// What the rest of the program, and the service, expect to be there.
+void PrepareSurroundings(const std::string& dataFolder, UserValues& userValues) {
+    EnableDebugPrivilege();  // without it the paths of some processes stay unknown
+    // With the folders above it; one that is there already is left as it is.
+    const std::string logFolder = LogFolderPath(dataFolder);
+    if (::GetFileAttributesA(logFolder.c_str()) == INVALID_FILE_ATTRIBUTES) {
+        ::SHCreateDirectoryExA(nullptr, logFolder.c_str(), nullptr);
+    }
+    const std::vector<std::uint32_t> ids = FindProcessIds({"brennvar.exe", "brennvargui.exe"});
+    userValues.WriteUserValue(kUserValueServerPid, ids[0]);
+    userValues.WriteUserValue(kUserValueGuiPid, ids[1]);
+}
+
+// Returns when the user has left the program.
+FirewallControlCenterDialog::Outcome RunControlCenter(Clock& clock) {
+    WinDeviceOpener devices;
+    WinUserValues userValues;
+    const std::string dataFolder = GetDataFolder();
+    PrepareSurroundings(dataFolder, userValues);
+    Session session(
+        {.clock = clock,
+         .devices = devices,
+         .makeConnector = [](const StopSignal& stop) { return std::make_unique<WinPipeConnector>(stop); },
+         .readAddresses = &ReadInterfaceAddresses,
+         .userValues = userValues,
+         .dataFolder = dataFolder,
+         .languageName = CurrentLanguageName()},
+        OpenLanguage());
+    return FirewallControlCenterDialog(session).Run();
 }
 
 // With the skin and the language that the service has written down meanwhile.
@@ -54,8 +94,7 @@ int RunProgram(Clock& clock) {
     }
     // The shell's icons need COM.
     const bool hasCom = SUCCEEDED(::CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED | COINIT_DISABLE_OLE1DDE));
-    using ControlCenter = FirewallControlCenterDialog;
-    if (ControlCenter(clock).Run() == ControlCenter::Outcome::Restart) {
+    if (RunControlCenter(clock) == FirewallControlCenterDialog::Outcome::Restart) {
         // The new one must not take this one for the one that is running already.
         running.Reset();
         StartAgain();

@@ -52,6 +52,10 @@ enum class EventSeverity : std::uint32_t {
     Warning = 2,  // something was blocked or ended, the clock was changed
 };
 
+// The values of command 25, which switches all network connections.
+inline constexpr std::uint32_t kNetworkOff = 0;
+inline constexpr std::uint32_t kNetworkOn = 1;
+
 // One command, or several of the same code where the batch carries a list for it (options, application rules).
 struct CommandStep {
     CommandCode code;

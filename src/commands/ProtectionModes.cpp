@@ -4,77 +4,72 @@
 #include <string>
 #include <utility>
 
-#include "config/OptionTable.h"
-
 namespace brennvar {
 
+ProtectionModes::ProtectionModes(Clock& clock, const Language& language, Commander& commander, TaskQueue& reads,
+                                 ReadMode read, ModeView& view)
+    : m_clock(clock),
+      m_language(language),
+      m_commander(commander),
+      m_view(view),
+      m_stored(
+          reads, [read = std::move(read)](const Request& request) { return read(request.pause); },
+          [this](std::optional<ProtectionMode> mode, const Request& request) {
+              OnRead(mode.value_or(ProtectionMode::Normal), request);
+          }) {}
+
 void ProtectionModes::Change(const ModeChange& change) {
-    m_parts.checkPassword([this, change] { OnAllowed(change); });
+    m_commander.AskFor(UserCommand::SetMode, [this, change] { OnAllowed(change); });
 }
 
 void ProtectionModes::OnAllowed(const ModeChange& change) {
-    m_timeout.OnModeChosen(change, m_parts.clock.UtcNow());
-    SendMode(change.mode, true);
+    m_timeout.OnModeChosen(change, m_clock.UtcNow());
+    SendMode(UserCommand::SetMode, change.mode);
 }
 
-void ProtectionModes::SendMode(ProtectionMode mode, bool withEvent) {
-    // Copies: the task runs on another thread.
-    std::string title;
-    std::string subject;
-    if (withEvent) {
-        title = m_parts.language.GetText(306, "Security level changed");
-        subject = m_parts.language.GetText(ProtectionModeNotice(mode));
-    }
-    m_parts.send(
-        [=](CommandPipe& pipe) {
-            pipe.CMD_SET_OPTION(static_cast<std::uint32_t>(OptionId::ProtectionMode),
-                                static_cast<std::uint32_t>(mode));
-            pipe.CMD_RELOAD_ADVANCED_RULES();
-            if (withEvent) pipe.CMD_EVENT_REPORT(title, subject, 0, "");
-        },
-        [this] { StartReading(Parts::When::WhenWritten); });
+void ProtectionModes::SendMode(UserCommand command, ProtectionMode mode) {
+    m_commander.Send(
+        Batch(command, {.options = {{.id = OptionId::ProtectionMode, .number = static_cast<std::uint32_t>(mode)}},
+                        .subject = m_language.GetText(ProtectionModeNotice(mode))}),
+        [this](bool) { Refresh({.pause = kWritingPause}); });
 }
 
 void ProtectionModes::Tick(bool isIdle) {
-    if (isIdle) m_idleSince = m_parts.clock.UtcNow();
-    if (!m_isReading) StartReading(Parts::When::Now);
+    if (isIdle) m_idleSince = m_clock.UtcNow();
+    if (!m_stored.IsReading()) Refresh({});
 }
 
 void ProtectionModes::Read(Done done) {
-    m_waiting.push_back(std::move(done));
-    StartReading(Parts::When::Now);
+    Refresh({.waiting = {std::move(done)}});
 }
 
-void ProtectionModes::StartReading(Parts::When when) {
-    if (m_isReading) {
-        m_nextReading = std::max(m_nextReading.value_or(when), when);
-        return;
+void ProtectionModes::Refresh(Request request) {
+    // Who waits for the next reading goes on waiting.
+    if (const std::optional<Request>& next = m_stored.Next()) {
+        request.pause = std::max(request.pause, next->pause);
+        request.waiting.insert(request.waiting.begin(), next->waiting.begin(), next->waiting.end());
     }
-    m_isReading = true;
-    m_parts.read(when,
-                 [this, waiting = std::exchange(m_waiting, {})](ProtectionMode mode) { OnRead(mode, waiting); });
+    m_stored.Refresh(std::move(request));
 }
 
-void ProtectionModes::OnRead(ProtectionMode mode, const std::vector<Done>& waiting) {
-    m_isReading = false;
+void ProtectionModes::OnRead(ProtectionMode mode, const Request& request) {
     if (const auto idle = std::exchange(m_idleSince, std::nullopt)) {
         if (m_timeout.IsOver(mode, *idle)) {
             m_timeout.Clear();
             mode = ProtectionMode::Normal;
-            SendMode(mode, false);
+            SendMode(UserCommand::EndTimedMode, mode);
         }
-        m_parts.idleModeRead(mode);
+        m_view.OnIdleMode(mode);
     }
     Show(mode);
-    if (const auto when = std::exchange(m_nextReading, std::nullopt)) StartReading(*when);
     // Last: a menu that one of them opens is there until the user has chosen.
-    for (const Done& done : waiting) done(mode);
+    for (const Done& done : request.waiting) done(mode);
 }
 
 void ProtectionModes::Show(ProtectionMode mode) {
     const ModeDisplay display{.mode = mode, .until = m_timeout.ExpiryOf(mode)};
     if (display == std::exchange(m_display, display)) return;
-    m_parts.changed();
+    m_view.OnModeChanged();
 }
 
 }  // namespace brennvar

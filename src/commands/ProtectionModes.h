@@ -2,41 +2,40 @@
 // timed one. User-interface thread only.
 #pragma once
 
+#include <chrono>
 #include <functional>
 #include <optional>
 #include <vector>
 
 #include "base/Clock.h"
+#include "base/Refreshed.h"
+#include "commands/Commander.h"
 #include "commands/ModeDisplay.h"
 #include "commands/ModeTimeout.h"
 #include "commands/ProtectionMode.h"
 #include "config/Language.h"
-#include "ipc/CommandPipe.h"
 
 namespace brennvar {
 
+// Who shows the mode.
+class ModeView {
+public:
+    virtual ~ModeView() = default;
+    // What ProtectionModes::Display returns has changed.
+    virtual void OnModeChanged() = 0;
+    // The mode that the notification icon shows, as read on a tick without traffic.
+    virtual void OnIdleMode(ProtectionMode mode) = 0;
+};
+
 class ProtectionModes {
 public:
-    struct Parts {
-        Clock& clock;              // tells when a timed mode is over
-        const Language& language;  // both are borrowed
-        // Runs the action when the user may change the mode, later or never.
-        std::function<void(std::function<void()> action)> checkPassword;
-        // Carries out one task of the link thread; delivered is called afterwards, when the service has had the
-        // commands.
-        std::function<void(std::function<void(CommandPipe&)> task, std::function<void()> delivered)> send;
-        // Reads the stored mode without keeping the caller waiting, at once or after the pause that the service
-        // needs for writing; done is called later.
-        enum class When { Now, WhenWritten };
-        std::function<void(When, std::function<void(ProtectionMode)> done)> read;
-        // What Display returns has changed.
-        std::function<void()> changed;
-        // The mode that the notification icon shows, as read on a tick without traffic.
-        std::function<void(ProtectionMode)> idleModeRead;
-    };
-    explicit ProtectionModes(Parts parts) : m_parts(std::move(parts)) {}
-    ProtectionModes(const ProtectionModes&) = delete;
-    ProtectionModes& operator=(const ProtectionModes&) = delete;
+    // Reads the mode that the service has stored, on the queue's thread, after this pause. Nothing counts as
+    // Normal.
+    using ReadMode = std::function<std::optional<ProtectionMode>(std::chrono::milliseconds pause)>;
+
+    // The clock tells when a timed mode is over. All but the reader are borrowed.
+    ProtectionModes(Clock& clock, const Language& language, Commander& commander, TaskQueue& reads, ReadMode read,
+                    ModeView& view);
 
     // A command of the user, behind the security password.
     void Change(const ModeChange& change);
@@ -49,21 +48,27 @@ public:
 
 private:
     using Done = std::function<void(ProtectionMode)>;
+    // What a reading is told: how long it waits for the service to write, and who waits for it.
+    struct Request {
+        std::chrono::milliseconds pause{};
+        std::vector<Done> waiting{};
+    };
 
     void OnAllowed(const ModeChange& change);
-    // event: recorded by the service; an expiry is not.
-    void SendMode(ProtectionMode mode, bool withEvent);
-    void StartReading(Parts::When when);
-    void OnRead(ProtectionMode mode, const std::vector<Done>& waiting);
+    // The mode is read once more when the service has had the time to write it.
+    void SendMode(UserCommand command, ProtectionMode mode);
+    void Refresh(Request request);
+    void OnRead(ProtectionMode mode, const Request& request);
     void Show(ProtectionMode mode);
 
-    const Parts m_parts;
+    Clock& m_clock;
+    const Language& m_language;
+    Commander& m_commander;
+    ModeView& m_view;
     ModeTimeout m_timeout;
     ModeDisplay m_display;
-    bool m_isReading = false;
-    std::optional<Parts::When> m_nextReading;  // wanted when the one that is under way is over
-    std::vector<Done> m_waiting;               // for the next reading
-    std::optional<FileTime> m_idleSince;       // an idle tick waits for the mode since then
+    std::optional<FileTime> m_idleSince;  // an idle tick waits for the mode since then
+    Refreshed<ProtectionMode, Request> m_stored;
 };
 
 }  // namespace brennvar

@@ -70,6 +70,17 @@ std::optional<RecordFile> RecordFile::OpenReadOnly(const std::string& path) {
     return Open(path, "rb");
 }
 
+bool RecordFile::IsMissing(const std::string& path) {
+#ifdef _WIN32
+    struct _stat64 facts {};
+    const bool isThere = _stat64(path.c_str(), &facts) == 0;
+#else
+    struct stat facts {};
+    const bool isThere = stat(path.c_str(), &facts) == 0;
+#endif
+    return !isThere && (errno == ENOENT || errno == ENOTDIR);
+}
+
 // After a failed open: this user may not write the file at all, so that waiting for it is of no use.
 bool WasDenied() {
 #ifdef _WIN32

@@ -46,6 +46,8 @@ public:
     [[nodiscard]] static std::optional<RecordFile> RulesFileOpen(const std::string& path, Clock& clock);
     // Opens an existing file for reading; neither waits nor creates.
     [[nodiscard]] static std::optional<RecordFile> OpenReadOnly(const std::string& path);
+    // True when there certainly is nothing at this path; a path that cannot be looked at may have a file.
+    [[nodiscard]] static bool IsMissing(const std::string& path);
 
     // Goes back to the first byte and returns the length in bytes as it is now; 0 when it cannot be found out.
     [[nodiscard]] std::uint64_t Rewind();
@@ -85,9 +87,9 @@ struct ScanBuffer {
 };
 
 // Hands the records to visit(std::span<const Record>) from first to last, some kScanSize bytes at a time, until
-// it returns false. Records that are added meanwhile are not seen.
+// it returns false. Records that are added meanwhile are not seen. False when reading broke off before the end.
 template <RecordType Record, class Visit>
-void ScanRecords(RecordFile& file, Cipher cipher, Visit visit) {
+bool ScanRecords(RecordFile& file, Cipher cipher, Visit visit) {
     static_assert(sizeof(Record) <= kScanSize);
     std::uint64_t left = file.Rewind() / sizeof(Record);
     ScanBuffer<Record> buffer(static_cast<std::size_t>(std::min<std::uint64_t>(left, kScanSize / sizeof(Record))),
@@ -95,9 +97,11 @@ void ScanRecords(RecordFile& file, Cipher cipher, Visit visit) {
     while (left > 0) {
         const auto wanted = static_cast<std::size_t>(std::min<std::uint64_t>(left, buffer.records.size()));
         const auto records = ReadRecords(file, cipher, std::span(buffer.records).first(wanted));
-        if (!visit(records) || records.size() < wanted) return;
+        if (!visit(records)) return true;
+        if (records.size() < wanted) return false;
         left -= wanted;
     }
+    return true;
 }
 
 // All records of an open file, first to last.

@@ -2,19 +2,20 @@
 // there is none.
 #pragma once
 
+#include "commands/Commander.h"
 #include "security/PasswordDialog_win.h"
 
 namespace brennvar {
 
 class EnterPasswordDialog final : public PasswordDialog {
 public:
-    // store sends the new password to the service; empty: none any more.
-    EnterPasswordDialog(Parts parts, std::function<void(const Password&)> store);
+    // The commander is borrowed: it sends the new password to the service.
+    EnterPasswordDialog(const PasswordDialogContext& context, Commander& commander);
 
 private:
     void OnStored(const Password& stored) override;
 
-    const std::function<void(const Password&)> m_store;
+    Commander& m_commander;
 };
 
 }  // namespace brennvar

@@ -22,8 +22,14 @@ constexpr UINT kMessageShown = WM_APP + 1;
 
 }  // namespace
 
-PasswordDialog::PasswordDialog(int templateId, Parts parts, std::vector<Field> fields)
-    : CSkinDialog(parts.fonts), m_templateId(templateId), m_parts(std::move(parts)), m_fields(std::move(fields)) {}
+PasswordDialog::PasswordDialog(int templateId, const PasswordDialogContext& context, std::vector<Field> fields)
+    : CSkinDialog(context.fonts),
+      m_templateId(templateId),
+      m_context(context),
+      m_fields(std::move(fields)),
+      m_stored(
+          context.reads, [&stored = context.stored](const auto&) { return stored.Read(); },
+          [this](const std::optional<Password>& stored, const auto&) { OnRead(stored); }) {}
 
 bool PasswordDialog::Ask(HWND owner) {
     return DoModal(owner, m_templateId) == IDOK;
@@ -48,7 +54,7 @@ void PasswordDialog::OnCreateContent() {
 }
 
 void PasswordDialog::AdoptControls() {
-    const Language& language = m_parts.language;
+    const Language& language = m_context.language;
     ::SetWindowTextA(Window(), language.GetText(182, "Security password").c_str());
     ::SetDlgItemTextA(Window(), IDC_PASSWORD_HEADING, language.GetText(183, "Please enter password:").c_str());
     ::SetDlgItemTextA(Window(), IDOK, language.GetText(125, "OK").c_str());
@@ -98,23 +104,25 @@ void PasswordDialog::OnDestroy() {
 }
 
 void PasswordDialog::OnCancel() {
-    m_isReading = false;
+    m_isWanted = false;
     End(IDCANCEL);
 }
 
-void PasswordDialog::SetReading(bool reading) {
-    m_isReading = reading;
-    ::EnableWindow(m_ok.Window(), !reading);
+void PasswordDialog::OnCommand(int id, int notification) {
+    if (id != IDOK || notification != BN_CLICKED || m_isWanted) return;
+    m_isWanted = true;
+    ::EnableWindow(m_ok.Window(), FALSE);
+    m_stored.Refresh();
 }
 
-void PasswordDialog::OnCommand(int id, int notification) {
-    if (id != IDOK || notification != BN_CLICKED || m_isReading) return;
-    SetReading(true);
-    m_parts.readStored([this, alive = std::weak_ptr(m_alive)](const Password& stored) {
-        if (alive.expired() || !m_isReading) return;  // cancelled meanwhile
-        SetReading(false);
-        OnStored(stored);
-    });
+void PasswordDialog::OnRead(const std::optional<Password>& stored) {
+    if (!std::exchange(m_isWanted, false)) return;
+    ::EnableWindow(m_ok.Window(), TRUE);
+    if (stored) {
+        OnStored(*stored);
+    } else {
+        Tell(kUnreadable);
+    }
 }
 
 Password PasswordDialog::Entered(int edit) const {
@@ -126,7 +134,7 @@ Password PasswordDialog::Entered(int edit) const {
 }
 
 void PasswordDialog::Tell(const Text& message) {
-    ShowMessage(m_parts.fonts, m_parts.language, Window(), m_parts.language.GetText(message));
+    ShowMessage(m_context.fonts, m_context.language, Window(), m_context.language.GetText(message));
 }
 
 void PasswordDialog::Complain(const Text& message, int edit) {

@@ -3,19 +3,29 @@
 #pragma once
 
 #include <deque>
-#include <functional>
-#include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "base/Password.h"
+#include "base/Refreshed.h"
 #include "config/Language.h"
+#include "config/Text.h"
 #include "controls/Button_win.h"
 #include "controls/Edit_win.h"
 #include "controls/Label_win.h"
 #include "dialogs/SkinDialog_win.h"
+#include "security/StoredPassword.h"
 
 namespace brennvar {
+
+// Borrowed for the life of a dialog.
+struct PasswordDialogContext {
+    const CFonts& fonts;
+    const Language& language;
+    TaskQueue& reads;
+    const PasswordSource& stored;  // until the queue has ended
+};
 
 class PasswordDialog : public CSkinDialog {
 public:
@@ -23,14 +33,8 @@ public:
     // may be tried again.
     [[nodiscard]] bool Ask(HWND owner);
 
-    // Begins to read the stored password; done gets it later, on the user-interface thread.
-    using ReadStored = std::function<void(std::function<void(const Password&)> done)>;
-    // fonts and language are borrowed for the life of the dialog.
-    struct Parts {
-        const CFonts& fonts;
-        const Language& language;
-        ReadStored readStored;
-    };
+    // What the user is told when the stored password cannot be read.
+    static constexpr Text kUnreadable = Text{1400, "The settings cannot be read at the moment. Please try again."};
 
 protected:
     // A label and the edit field below it, both of the template.
@@ -39,7 +43,7 @@ protected:
         int edit;
         Text text;
     };
-    PasswordDialog(int templateId, Parts parts, std::vector<Field> fields);
+    PasswordDialog(int templateId, const PasswordDialogContext& context, std::vector<Field> fields);
 
     // OK has been pressed and this is the stored password.
     virtual void OnStored(const Password& stored) = 0;
@@ -58,7 +62,7 @@ private:
     std::optional<LRESULT> OnMessage(UINT message, WPARAM wParam, LPARAM lParam) final;
     void AdoptControls();
     [[nodiscard]] int PlaceControls(bool measuresOnly);
-    void SetReading(bool reading);
+    void OnRead(const std::optional<Password>& stored);
 
     struct Row {
         CLabel label;
@@ -66,15 +70,14 @@ private:
     };
 
     const int m_templateId;
-    const Parts m_parts;
+    const PasswordDialogContext m_context;
     const std::vector<Field> m_fields;
     CLabel m_heading;
     std::deque<Row> m_rows;
     CButton m_ok;
     CButton m_cancel;
-    bool m_isReading = false;
-    // What is read may come when this dialog has gone.
-    const std::shared_ptr<const bool> m_alive = std::make_shared<const bool>(true);
+    bool m_isWanted = false;  // OK has been pressed, and Cancel not since
+    Refreshed<Password> m_stored;
 };
 
 }  // namespace brennvar

@@ -1,47 +1,50 @@
 #include "security/SecurityPasswordGate_win.h"
 
-#include <memory>
-#include <optional>
 #include <utility>
 
-#include "config/Folders_win.h"
-#include "config/OptionTable.h"
 #include "dialogs/ModalPlace_win.h"
+#include "dialogs/Questions_win.h"
 #include "security/EnterPasswordDialog_win.h"
-#include "security/StoredPassword.h"
 #include "security/VerifyPasswordDialog_win.h"
 
 namespace brennvar {
 
-void SecurityPasswordGate::ReadStored(std::function<void(const Password&)> done) {
-    m_parts.reads.Ask<Password>(
-        [&clock = m_parts.readsClock] { return ReadStoredPassword(GetDataFolder(), clock); },
-        [done = std::move(done)](const std::optional<Password>& stored) { done(stored.value_or(Password())); });
+SecurityPasswordGate::SecurityPasswordGate(const CFonts& fonts, const Language& language, Commander& commander,
+                                           TaskQueue& reads, const PasswordSource& stored)
+    : m_fonts(fonts), m_language(language), m_commander(commander), m_reads(reads), m_stored(stored) {}
+
+PasswordDialogContext SecurityPasswordGate::Context() const {
+    return {.fonts = m_fonts, .language = m_language, .reads = m_reads, .stored = m_stored};
 }
 
-PasswordDialog::Parts SecurityPasswordGate::DialogParts() {
-    return {.fonts = m_parts.fonts,
-            .language = m_parts.language,
-            .readStored = [this](std::function<void(const Password&)> done) { ReadStored(std::move(done)); }};
-}
-
-void SecurityPasswordGate::CheckSecurityPassword(Request request) {
+void SecurityPasswordGate::Ask(std::function<void()> allowed, std::function<void()> refused) {
     if (m_isVerifying) {
         ComeForward();
-        if (request.refused) request.refused();
+        if (refused) refused();
         return;
     }
-    ReadStored([this, kept = std::make_shared<const Request>(std::move(request))](const Password& stored) {
-        OnPasswordRead(*kept, stored);
-    });
+    using Stored = std::optional<Password>;
+    m_reads.Ask<Stored>(
+        [&stored = m_stored] { return stored.Read(); },
+        [this, allowed = std::move(allowed), refused = std::move(refused)](const std::optional<Stored>& answer) {
+            const Stored stored = answer.value_or(std::nullopt);
+            if (Check(stored)) return allowed();
+            if (refused) refused();
+            if (!stored) TellUnreadable();
+        });
 }
 
-void SecurityPasswordGate::OnPasswordRead(const Request& request, const Password& stored) {
-    if (stored.IsEmpty() || AskForPassword(request.owner)) {
-        request.action();
-    } else if (request.refused) {
-        request.refused();
-    }
+bool SecurityPasswordGate::Check(const std::optional<Password>& stored) {
+    if (stored) return stored->IsEmpty() || AskUser();
+    m_commander.Send(Batch(UserCommand::PasswordRefused));
+    return false;
+}
+
+void SecurityPasswordGate::TellUnreadable() {
+    const std::optional<HWND> place = PlaceOfDialog();
+    if (!place || std::exchange(m_isTelling, true)) return;
+    ShowMessage(m_fonts, m_language, *place, m_language.GetText(PasswordDialog::kUnreadable));
+    m_isTelling = false;
 }
 
 bool SecurityPasswordGate::Show(PasswordDialog& dialog, HWND owner, bool isVerifying) {
@@ -62,8 +65,8 @@ bool SecurityPasswordGate::Show(PasswordDialog& dialog, HWND owner, bool isVerif
     return dialog.Ask(owner);
 }
 
-std::optional<HWND> SecurityPasswordGate::OwnerOfDialog(HWND owner) const {
-    if (!m_dialog) return ModalOwner(owner);
+std::optional<HWND> SecurityPasswordGate::PlaceOfDialog() const {
+    if (!m_dialog) return ModalOwner(m_owner);
     ComeForward();
     return std::nullopt;
 }
@@ -72,30 +75,20 @@ void SecurityPasswordGate::ComeForward() const {
     ::SetForegroundWindow(::GetLastActivePopup(m_dialog->Window()));
 }
 
-bool SecurityPasswordGate::AskForPassword(HWND owner) {
-    const std::optional<HWND> place = OwnerOfDialog(owner);
+bool SecurityPasswordGate::AskUser() {
+    const std::optional<HWND> place = PlaceOfDialog();
     if (!place) return false;
-    VerifyPasswordDialog dialog(DialogParts());
+    VerifyPasswordDialog dialog(Context());
     const bool isValid = Show(dialog, *place, true);
-    Report(Text{186, "Security password entered"}, isValid ? Text{187, "Valid"} : Text{188, "Invalid"});
+    m_commander.Send(Batch(isValid ? UserCommand::PasswordEntered : UserCommand::PasswordRefused));
     return isValid;
 }
 
-void SecurityPasswordGate::SetSecurityPassword(HWND owner) {
-    const std::optional<HWND> place = OwnerOfDialog(owner);
+void SecurityPasswordGate::SetSecurityPassword() {
+    const std::optional<HWND> place = PlaceOfDialog();
     if (!place) return;
-    EnterPasswordDialog dialog(DialogParts(), [&link = m_parts.link](const Password& changed) {
-        link.Send([changed](CommandPipe& pipe) {
-            pipe.CMD_SET_OPTION_TEXT(static_cast<std::uint32_t>(OptionId::Password), changed.View());
-        });
-    });
-    if (Show(dialog, *place, false)) Report(Text{195, "Options changed"}, Text{197, "Password"});
-}
-
-void SecurityPasswordGate::Report(const Text& title, const Text& subject) {
-    m_parts.link.Send([&language = m_parts.language, title, subject](CommandPipe& pipe) {
-        pipe.CMD_EVENT_REPORT(language.GetText(title), language.GetText(subject), 0, "");
-    });
+    EnterPasswordDialog dialog(Context(), m_commander);
+    (void)Show(dialog, *place, false);
 }
 
 }  // namespace brennvar

@@ -1,14 +1,12 @@
 #include "security/VerifyPasswordDialog_win.h"
 
-#include <utility>
-
 #include "config/ResourceIds.h"
 #include "security/PasswordCheck.h"
 
 namespace brennvar {
 
-VerifyPasswordDialog::VerifyPasswordDialog(Parts parts)
-    : PasswordDialog(IDD_VERIFY_PASSWORD, std::move(parts),
+VerifyPasswordDialog::VerifyPasswordDialog(const PasswordDialogContext& context)
+    : PasswordDialog(IDD_VERIFY_PASSWORD, context,
                      {{IDC_PASSWORD_LABEL, IDC_PASSWORD, Text{183, "Please enter password:"}},
                       {IDC_PASSWORD_CONFIRM_LABEL, IDC_PASSWORD_CONFIRM, Text{185, "Confirm password:"}}}) {}
 

@@ -7,7 +7,7 @@ namespace brennvar {
 
 class VerifyPasswordDialog final : public PasswordDialog {
 public:
-    explicit VerifyPasswordDialog(Parts parts);
+    explicit VerifyPasswordDialog(const PasswordDialogContext& context);
 
 private:
     void OnStored(const Password& stored) override;

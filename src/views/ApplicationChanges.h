@@ -11,30 +11,17 @@
 #include <utility>
 #include <vector>
 
-#include "ipc/CommandRecord.h"
+#include "commands/Commander.h"
 
 namespace brennvar {
 
-struct ApplicationChange {
-    std::string path;
-    RuleCommandAction action;
-    friend bool operator==(const ApplicationChange&, const ApplicationChange&) = default;
-};
-
 class ApplicationChanges {
 public:
-    // Both call back later, on this thread.
-    struct Parts {
-        // Asks for the password: one of the two is called.
-        std::function<void(std::function<void()> allowed, std::function<void()> refused)> ask;
-        // Sends the changes in their order; done is called when they, and all before them, were delivered or given
-        // up.
-        std::function<void(const std::vector<ApplicationChange>& changes, std::function<void()> done)> send;
-    };
     // So many are sent at a time, and the next ones only then: what the user commands meanwhile, to block all
     // traffic or to end the program, does not come behind thousands of them.
     static constexpr std::size_t kPiece = 16;
-    explicit ApplicationChanges(Parts parts) : m_parts(std::move(parts)) {}
+    // Borrowed.
+    explicit ApplicationChanges(Commander& commander) : m_commander(commander) {}
     ApplicationChanges(const ApplicationChanges&) = delete;
     ApplicationChanges& operator=(const ApplicationChanges&) = delete;
 
@@ -52,7 +39,7 @@ public:
     std::function<void()> onOver;  // Over has grown; may be empty
 
 private:
-    struct Batch {
+    struct Round {
         std::vector<ApplicationChange> changes;
         std::uint64_t last;    // number of the last one
         std::size_t sent = 0;  // so many of them
@@ -61,9 +48,9 @@ private:
     void SendPiece();
     void OnPieceSent();
 
-    const Parts m_parts;
+    Commander& m_commander;
     std::vector<ApplicationChange> m_waiting;
-    std::deque<Batch> m_batches;  // allowed; the first one is being sent
+    std::deque<Round> m_rounds;  // allowed; the first one is being sent
     bool m_isAsking = false;
     std::uint64_t m_last = 0;
     std::uint64_t m_over = 0;

@@ -51,7 +51,7 @@ PathResolver LookUpIn(const ProcessPaths& paths) {
 
 }  // namespace
 
-ConnectionsReader::ConnectionsReader(DeviceOpener& devices, TaskThread& reads, ServiceLink& link,
+ConnectionsReader::ConnectionsReader(DeviceOpener& devices, TaskQueue& reads, ServiceLink& link,
                                      std::string noProcessText)
     : m_devices(devices), m_reads(reads), m_link(link), m_noProcessText(std::move(noProcessText)) {}
 

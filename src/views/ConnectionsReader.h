@@ -10,7 +10,7 @@
 #include <unordered_map>
 #include <vector>
 
-#include "base/TaskThread.h"
+#include "base/TaskQueue.h"
 #include "ipc/Device.h"
 #include "ipc/DriverTables.h"
 #include "ipc/ServiceLink.h"
@@ -29,7 +29,7 @@ public:
     using Done = std::function<void(Reading)>;
 
     // Borrowed, and must outlive the tasks on both threads. devices is used on the reading thread.
-    ConnectionsReader(DeviceOpener& devices, TaskThread& reads, ServiceLink& link, std::string noProcessText);
+    ConnectionsReader(DeviceOpener& devices, TaskQueue& reads, ServiceLink& link, std::string noProcessText);
     ConnectionsReader(const ConnectionsReader&) = delete;
     ConnectionsReader& operator=(const ConnectionsReader&) = delete;
 
@@ -51,7 +51,7 @@ private:
     void UseLastPaths(std::shared_ptr<const DriverTables> tables, Done done);
 
     DeviceOpener& m_devices;
-    TaskThread& m_reads;
+    TaskQueue& m_reads;
     ServiceLink& m_link;
     const std::string m_noProcessText;
     std::shared_ptr<const ProcessPaths> m_lastPaths = std::make_shared<ProcessPaths>();

@@ -19,13 +19,14 @@ class CommanderRig {
 public:
     CommanderRig() { commander.GuardWith(password); }
 
-    // Waits until everything that was sent so far has arrived or was given up, and what waits for it has been told.
+    // Waits until everything that was sent so far, and because of it, has arrived or was given up, and what waits
+    // for it has been told.
     void Settle() {
-        bool isOver = false;
-        link.Ask<bool>([](ServicePipes&) { return true; }, [&](std::optional<bool>) { isOver = true; });
-        while (!isOver) {
-            link.RunCompletions();
-            std::this_thread::yield();
+        // A completion may send more: its batch comes behind the first mark, and is there at the second.
+        for (std::size_t seen = m_pipe.writes.size() + 1; seen != m_pipe.writes.size();) {
+            Pass();
+            seen = m_pipe.writes.size();
+            Pass();
         }
     }
     // The records since the last call, in the order in which they came.
@@ -40,6 +41,16 @@ public:
     [[nodiscard]] FakePipe& Pipe() { return m_pipe; }
 
 private:
+    // Everything that was sent before has arrived, and its completions have run.
+    void Pass() {
+        bool isOver = false;
+        link.Ask<bool>([](ServicePipes&) { return true; }, [&](std::optional<bool>) { isOver = true; });
+        while (!isOver) {
+            link.RunCompletions();
+            std::this_thread::yield();
+        }
+    }
+
     // The link owns its connector; the pipe outlives it here.
     class Connector final : public PipeConnector {
     public:

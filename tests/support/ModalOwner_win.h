@@ -25,8 +25,8 @@ public:
     [[nodiscard]] HWND Window() const { return m_window; }
     // Runs the step when the steps before it, and what they have posted to this thread, have been dealt with.
     void Post(std::function<void()> step) {
-        if (m_steps.empty()) ::PostMessageA(m_window, kStep, 0, 0);
         m_steps.push_back(std::move(step));
+        PostNext();
     }
     // Presses a key in the window that has the focus then.
     void PostKey(WPARAM key) {
@@ -43,14 +43,21 @@ private:
     static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
         if (message != kStep) return ::DefWindowProcA(window, message, wParam, lParam);
         auto* owner = reinterpret_cast<ModalOwner*>(::GetWindowLongPtrA(window, GWLP_USERDATA));
-        owner->m_steps.front()();
+        const std::function<void()> step = std::move(owner->m_steps.front());
         owner->m_steps.pop_front();
-        if (!owner->m_steps.empty()) ::PostMessageA(window, kStep, 0, 0);
+        owner->m_isPosted = false;  // a step may open a dialog, in whose loop the next ones run
+        step();
+        owner->PostNext();
         return 0;
+    }
+    void PostNext() {
+        if (m_steps.empty() || std::exchange(m_isPosted, true)) return;
+        ::PostMessageA(m_window, kStep, 0, 0);
     }
 
     HWND m_window = nullptr;
     std::deque<std::function<void()>> m_steps;
+    bool m_isPosted = false;  // the next one
 };
 
 }  // namespace brennvar::test

@@ -2,10 +2,13 @@
 
 #include <gtest/gtest.h>
 
-#include <deque>
+#include <optional>
+#include <string>
+#include <vector>
 
+#include "support/CommanderRig.h"
 #include "support/FakeClock.h"
-#include "support/FakePipe.h"
+#include "support/FakeTaskQueue.h"
 
 namespace brennvar {
 namespace {
@@ -14,67 +17,65 @@ constexpr FileTime kMinute = 600'000'000;
 using enum ProtectionMode;
 
 // A service that stores what it is sent, but writes it down only when the test lets it read.
-class ProtectionModesTest : public testing::Test {
+class ProtectionModesTest : public testing::Test, protected ModeView {
 protected:
-    using Done = std::function<void(ProtectionMode)>;
     test::FakeClock clock;
-    test::FakePipe pipe;
-    CommandPipe commands{pipe, clock};
-    Language language{nullptr};
-    bool allows = true;
+    test::CommanderRig rig;
+    test::FakeTaskQueue reads;
     ProtectionMode stored = Normal;
-    std::deque<Done> readings;  // under way
+    std::chrono::milliseconds lastPause{};
     std::vector<ProtectionMode> icons;
     int changes = 0;
-    ProtectionModes modes{
-        {.clock = clock,
-         .language = language,
-         .checkPassword =
-             [this](const std::function<void()>& action) {
-                 if (allows) action();
-             },
-         .send =
-             [this](const std::function<void(CommandPipe&)>& task, const std::function<void()>& delivered) {
-                 task(commands);
-                 delivered();
-             },
-         .read = [this](auto, Done done) { readings.push_back(std::move(done)); },
-         .changed = [this] { ++changes; },
-         .idleModeRead = [this](ProtectionMode mode) { icons.push_back(mode); }}};
+    ProtectionModes modes{clock,
+                          rig.language,
+                          rig.commander,
+                          reads,
+                          [this](std::chrono::milliseconds pause) {
+                              lastPause = pause;
+                              return std::optional(stored);
+                          },
+                          *this};
 
-    void FinishReadings() {
-        while (!readings.empty()) {
-            const Done done = std::move(readings.front());
-            readings.pop_front();
-            done(stored);
-        }
-    }
+    void OnModeChanged() override { ++changes; }
+    void OnIdleMode(ProtectionMode mode) override { icons.push_back(mode); }
+
     void Tick(bool isIdle) {
         modes.Tick(isIdle);
-        FinishReadings();
+        reads.RunAll();
     }
     void Choose(ModeChange change) {
         modes.Change(change);
         stored = change.mode;
-        FinishReadings();
-        pipe.writes.clear();
+        rig.Settle();
+        reads.RunAll();
+        (void)rig.TakeRecords();
     }
     // The records that were sent since the last call: the command, and for command 8 its value.
     std::string Sent() {
         std::string text;
-        for (const auto& message : pipe.writes) {
-            text += std::to_string(std::to_integer<int>(message.bytes[0]));
-            if (message.bytes[0] == std::byte{8}) {
-                EXPECT_EQ(message.bytes[5592], std::byte{1}) << "the key of the mode";
+        for (const test::RawBytes& record : rig.TakeRecords()) {
+            text += std::to_string(std::to_integer<int>(record[0]));
+            if (record[0] == std::byte{8}) {
+                EXPECT_EQ(record[5592], std::byte{1}) << "the key of the mode";
                 text += '=';
-                text += std::to_string(std::to_integer<int>(message.bytes[5468]));
+                text += std::to_string(std::to_integer<int>(record[5468]));
             }
             text += " ";
         }
-        pipe.writes.clear();
         return text;
     }
 };
+
+TEST_F(ProtectionModesTest, ChangeIsReadBackWhenTheServiceHasHadTimeToWriteIt) {
+    modes.Change({BlockAll, 0});
+    EXPECT_EQ(Sent(), "8=2 7 1 ");
+    stored = BlockAll;
+    modes.Tick(false);  // while the reading waits
+    reads.RunAll();
+    EXPECT_EQ(lastPause, std::chrono::milliseconds(200));
+    EXPECT_EQ(modes.Display().mode, BlockAll);
+    EXPECT_EQ(changes, 1);
+}
 
 TEST_F(ProtectionModesTest, TimedModeEndsOnTheFirstIdleTick) {
     const FileTime start = clock.now;
@@ -94,9 +95,9 @@ TEST_F(ProtectionModesTest, TimedModeEndsOnTheFirstIdleTick) {
 }
 
 TEST_F(ProtectionModesTest, WhatDoesNotArmLeavesAnEarlierExpiryAsItIs) {
-    allows = false;
-    Choose({AllowAll, 7});  // refused
-    allows = true;
+    rig.password.answer = test::FakePassword::Answer::Refuse;
+    Choose({AllowAll, 7});
+    rig.password.answer = test::FakePassword::Answer::Allow;
     for (const std::uint32_t minutes : {0U, 5000U, 0xFFFFFFFFU}) {
         Choose({BlockAll, minutes});
         EXPECT_EQ(modes.Display().until, std::nullopt) << minutes;
@@ -122,15 +123,13 @@ TEST_F(ProtectionModesTest, ReadsOnceAtATimeAndAnswersWithWhatIsStoredThen) {
     modes.Tick(false);  // traffic again, while the file is held
     std::vector<ProtectionMode> answers;
     modes.Read([&](ProtectionMode mode) { answers.push_back(mode); });
-    ASSERT_EQ(readings.size(), 1U);
-    const Done first = std::move(readings.front());
-    readings.pop_front();
-    first(AllowAll);
+    ASSERT_EQ(reads.Waiting(), 1U);
+    reads.Run();
     EXPECT_EQ(Sent(), "8=0 7 ") << "the idle tick counts";
     EXPECT_TRUE(answers.empty());
-    EXPECT_EQ(readings.size(), 1U);
+    EXPECT_EQ(reads.Waiting(), 1U);
     stored = BlockAll;
-    FinishReadings();
+    reads.RunAll();
     EXPECT_EQ(answers, std::vector{BlockAll});
     const int before = changes;
     Tick(false);

@@ -1,57 +1,145 @@
 #include <gtest/gtest.h>
 
-#include <deque>
+#include <optional>
+#include <string>
 
 #include "config/ResourceIds.h"
 #include "security/EnterPasswordDialog_win.h"
+#include "security/SecurityPasswordGate_win.h"
 #include "security/VerifyPasswordDialog_win.h"
+#include "support/CommanderRig.h"
+#include "support/FakeTaskQueue.h"
 #include "support/ModalOwner_win.h"
+#include "ui/ChildControls_win.h"
+#include "ui/ToolkitIds.h"
 #include "ui/WorkArea_win.h"
 
 namespace brennvar {
 namespace {
 
+class ShownPassword final : public PasswordSource {
+public:
+    std::optional<Password> password{std::in_place};
+    [[nodiscard]] std::optional<Password> Read() const override { return password; }
+};
+
+// The stored password is read when the test says so.
 class PasswordDialogsTest : public testing::Test {
 protected:
-    // The stored password is read when the test says so.
-    PasswordDialog::Parts Parts() {
-        return {
-            .fonts = fonts, .language = language, .readStored = [this](std::function<void(const Password&)> done) {
-                reads.push_back(std::move(done));
-            }};
-    }
-    void AnswerRead() {
-        const auto done = reads.front();
-        reads.pop_front();
-        done(Password());
-    }
-    CFonts fonts;
-    Language language{nullptr};
     test::ModalOwner owner;
-    std::deque<std::function<void(const Password&)>> reads;
+    test::FakeTaskQueue reads;
+    ShownPassword stored;
+    CFonts fonts;
+    test::CommanderRig rig;
+    const PasswordDialogContext context{.fonts = fonts, .language = rig.language, .reads = reads, .stored = stored};
+    SecurityPasswordGate gate{fonts, rig.language, rig.commander, reads, stored};
+    std::string outcome;
+
+    void SetUp() override {
+        rig.commander.GuardWith(gate);
+        gate.SetOwner(owner.Window());
+    }
+    void Ask() {
+        outcome.clear();
+        rig.commander.AskFor(
+            UserCommand::ResetFirewall, [this] { outcome += "allowed"; }, [this] { outcome += "refused"; });
+    }
+    // The subject of the one event that was sent since the last call.
+    std::string Event() {
+        const auto records = rig.TakeRecords();
+        if (records.size() != 1 || records[0][0] != std::byte{1}) return "not one event";
+        return reinterpret_cast<const char*>(&records[0][132]);
+    }
+    static std::string TextOfMessage() { return TextOfWindow(::GetDlgItem(::GetActiveWindow(), IDC_MESSAGE)); }
 };
 
 TEST_F(PasswordDialogsTest, ReadsThePasswordOnceForEachOkAndNotAfterCancel) {
-    int sent = 0;
-    EnterPasswordDialog dialog(Parts(), [&](const Password&) { ++sent; });
+    EnterPasswordDialog dialog(context, rig.commander);
     const auto press = [] { ::SendMessageA(::GetActiveWindow(), WM_COMMAND, IDOK, 0); };
     owner.Post(press);
     owner.Post(press);  // the first one waits for the file
     owner.Post([&] {
-        EXPECT_EQ(reads.size(), 1U);
+        EXPECT_EQ(reads.Waiting(), 1U);
         EXPECT_FALSE(::IsWindowEnabled(dialog.Item(IDOK)));
         ::SendMessageA(dialog.Window(), WM_COMMAND, IDCANCEL, 0);
-        AnswerRead();  // comes too late, before the dialog has gone
+        reads.Run();  // comes too late, before the dialog has gone
     });
     EXPECT_FALSE(dialog.Ask(owner.Window()));
-    EXPECT_EQ(sent, 0);
     {
-        VerifyPasswordDialog gone(Parts());
+        VerifyPasswordDialog gone(context);
         owner.Post(press);
         owner.PostKey(VK_ESCAPE);
         EXPECT_FALSE(gone.Ask(owner.Window()));
     }
-    AnswerRead();  // and after it
+    reads.Run();  // and after it
+    EXPECT_TRUE(rig.TakeRecords().empty());
+}
+
+TEST_F(PasswordDialogsTest, WhatCannotBeReadIsNotTakenForNoPassword) {
+    stored.password.reset();
+    VerifyPasswordDialog dialog(context);
+    owner.Post([] { ::SendMessageA(::GetActiveWindow(), WM_COMMAND, IDOK, 0); });
+    owner.Post([&] {
+        owner.Post([&] {
+            EXPECT_EQ(TextOfMessage(), "The settings cannot be read at the moment. Please try again.");
+            ::SendMessageA(::GetActiveWindow(), WM_COMMAND, IDOK, 0);
+        });
+        owner.PostKey(VK_ESCAPE);
+        reads.Run();
+    });
+    EXPECT_FALSE(dialog.Ask(owner.Window()));
+}
+
+TEST_F(PasswordDialogsTest, GateLetsPassWithoutAPasswordAndRefusesWhatItCannotTell) {
+    Ask();
+    EXPECT_EQ(outcome, "") << "later than the call";
+    reads.Run();
+    EXPECT_EQ(outcome, "allowed");
+    EXPECT_TRUE(rig.TakeRecords().empty());
+    stored.password.reset();
+    Ask();
+    Ask();
+    owner.Post([this] {
+        EXPECT_EQ(TextOfMessage(), "The settings cannot be read at the moment. Please try again.");
+        reads.Run();  // the second one: no second message
+        EXPECT_EQ(outcome, "refusedrefused");
+        ::SendMessageA(::GetActiveWindow(), WM_COMMAND, IDOK, 0);
+    });
+    reads.Run();
+    const auto records = rig.TakeRecords();
+    ASSERT_EQ(records.size(), 2U);
+    EXPECT_STREQ(reinterpret_cast<const char*>(&records[0][132]), "Invalid");
+}
+
+TEST_F(PasswordDialogsTest, GateAsksOnceAndReportsTheAnswer) {
+    stored.password = Password("Secret1");
+    const auto enter = [this](const char* text) {
+        ::SetDlgItemTextA(::GetActiveWindow(), IDC_PASSWORD, text);
+        ::SetDlgItemTextA(::GetActiveWindow(), IDC_PASSWORD_CONFIRM, text);
+        ::SendMessageA(::GetActiveWindow(), WM_COMMAND, IDOK, 0);
+        reads.Run();
+    };
+    Ask();
+    owner.Post([&] {
+        EXPECT_TRUE(gate.IsAsking());
+        rig.commander.AskFor(
+            UserCommand::Exit, [] {}, [this] { outcome += "refused at once, "; });
+        EXPECT_EQ(reads.Waiting(), 0U);
+        enter("Secret1");
+    });
+    reads.Run();
+    EXPECT_EQ(outcome, "refused at once, allowed");
+    EXPECT_EQ(Event(), "Valid");
+    Ask();
+    owner.PostKey(VK_ESCAPE);
+    reads.Run();
+    EXPECT_EQ(outcome, "refused");
+    EXPECT_EQ(Event(), "Invalid");
+    ::EnableWindow(owner.Window(), FALSE);  // something else has to be answered first
+    Ask();
+    reads.Run();
+    EXPECT_EQ(outcome, "refused");
+    EXPECT_TRUE(rig.TakeRecords().empty());
 }
 
 TEST_F(PasswordDialogsTest, OpensInFrontInTheMiddleOfTheScreenOverAHiddenOwner) {
@@ -73,7 +161,7 @@ TEST_F(PasswordDialogsTest, OpensInFrontInTheMiddleOfTheScreenOverAHiddenOwner) 
         EXPECT_NE(::SendDlgItemMessageA(dialog, IDC_PASSWORD, EM_GETPASSWORDCHAR, 0, 0), 0);
     });
     owner.PostKey(VK_ESCAPE);
-    EXPECT_FALSE(VerifyPasswordDialog(Parts()).Ask(owner.Window()));
+    EXPECT_FALSE(VerifyPasswordDialog(context).Ask(owner.Window()));
 }
 
 }  // namespace

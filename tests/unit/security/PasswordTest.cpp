@@ -3,7 +3,9 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <filesystem>
 #include <new>
+#include <optional>
 #include <string>
 
 #include "security/StoredPassword.h"
@@ -58,13 +60,23 @@ TEST(StoredPasswordTest, IsTheTextOfTheFirstRecordOfOptionFour) {
     test::FakeClock clock;
     const auto stored = [&](const std::string& plain) {
         folder.Write("\\config.conf", test::EncipherByHand(plain, 128));
-        return std::string(ReadStoredPassword(folder.Path(), clock).View());
+        return StoredPassword(folder.Path(), clock).Read();
     };
-    EXPECT_EQ(stored(record(4, "Secret1") + record(4, "other")), "Secret1");
-    EXPECT_EQ(stored(others + record(4, std::string(120, 'x'))), std::string(119, 'x'));  // unterminated
-    EXPECT_EQ(stored(others), "");
-    EXPECT_EQ(stored(record(4, "Secret1").substr(0, 127)), "");  // no whole record
-    EXPECT_EQ(stored(""), "");
+    EXPECT_EQ(StoredPassword(folder.Path() + "nowhere", clock).Read(), Password()) << "no file at all";
+    EXPECT_EQ(stored(record(4, "Secret1") + record(4, "other")), Password("Secret1"));
+    EXPECT_EQ(stored(others + record(4, std::string(120, 'x'))), Password(std::string(119, 'x')));  // unterminated
+    EXPECT_EQ(stored(others), Password());
+    EXPECT_EQ(stored(""), Password());
+    // It may stand in the part that is not there.
+    EXPECT_EQ(stored(record(4, "Secret1").substr(0, 127)), std::nullopt);
+    EXPECT_EQ(stored(record(4, "Secret1") + record(5, "other").substr(0, 9)), Password("Secret1"));
+}
+
+TEST(StoredPasswordTest, CannotBeToldOfAPathThatIsNoFile) {
+    const test::DataFolder folder;
+    test::FakeClock clock;
+    std::filesystem::create_directories(folder.File("\\config.conf"));
+    EXPECT_EQ(StoredPassword(folder.Path(), clock).Read(), std::nullopt);
 }
 
 }  // namespace

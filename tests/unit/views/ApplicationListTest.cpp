@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "support/CommanderRig.h"
 #include "views/ApplicationChanges.h"
 #include "views/IconCache.h"
 
@@ -57,29 +58,24 @@ TEST(ApplicationListTest, EachRecordOfAPathHasItsRow) {
     EXPECT_EQ(Shown(list), "a1b0a2a0");
 }
 
-// A gate and a service that answer when they are told to.
+// The user answers when he is told to; the service takes everything.
 struct ChangesFixture {
-    std::vector<std::string> sent;
-    std::function<void()> allowed, refused;
-    std::vector<std::function<void()>> deliveries;
-    int asked = 0;
-    ApplicationChanges changes{{.ask =
-                                    [this](auto yes, auto no) {
-                                        ++asked;
-                                        allowed = yes;
-                                        refused = no;
-                                    },
-                                .send =
-                                    [this](const auto& batch, auto done) {
-                                        for (const auto& change : batch) {
-                                            sent.push_back(change.path +
-                                                           std::to_string(static_cast<int>(change.action)));
-                                        }
-                                        deliveries.push_back(done);
-                                    }}};
+    test::CommanderRig rig;
+    ApplicationChanges changes{rig.commander};
+
+    ChangesFixture() { rig.password.answer = test::FakePassword::Answer::Later; }
     void Click(RuleCommandAction action) {
         changes.Add({"a", action});
         changes.Carry();
+    }
+    // Path and action of each change that was sent since the last call; other commands by their code.
+    std::string Sent() {
+        std::string text;
+        for (const test::RawBytes& record : rig.TakeRecords()) {
+            if (record[0] == std::byte{22}) text += reinterpret_cast<const char*>(&record[132]);
+            text += std::to_string(std::to_integer<int>(record[record[0] == std::byte{22} ? 644 : 0])) + " ";
+        }
+        return text;
     }
 };
 
@@ -92,11 +88,10 @@ TEST(ApplicationChangesTest, QuickClicksAreAskedForOnceAndArriveInOrder) {
     for (const auto action : {RuleCommandAction::Ask, RuleCommandAction::Allow, RuleCommandAction::Deny}) {
         fixture.Click(action);
     }
-    EXPECT_EQ(fixture.asked, 1);
-    fixture.allowed();
-    EXPECT_EQ(fixture.sent, (std::vector<std::string>{"a2", "a1", "a0"}));
+    EXPECT_EQ(fixture.rig.password.asked, 1);
+    fixture.rig.password.Give(true);
     EXPECT_EQ(changes.Over(), 0U);
-    fixture.deliveries[0]();
+    EXPECT_EQ(fixture.Sent(), "a2 a1 a0 ");
     EXPECT_EQ(changes.Over(), changes.Last());
     EXPECT_EQ(over, 1);
 }
@@ -104,38 +99,31 @@ TEST(ApplicationChangesTest, QuickClicksAreAskedForOnceAndArriveInOrder) {
 TEST(ApplicationChangesTest, WhatIsRefusedIsOverBehindWhatIsBeingSent) {
     ChangesFixture fixture;
     fixture.Click(RuleCommandAction::Ask);
-    fixture.allowed();
+    fixture.rig.password.Give(true);
     fixture.Click(RuleCommandAction::Remove);
-    fixture.refused();
-    EXPECT_EQ(fixture.sent, (std::vector<std::string>{"a2"}));
+    fixture.rig.password.Give(false);
     EXPECT_EQ(fixture.changes.Over(), 0U);
-    fixture.deliveries[0]();
-    EXPECT_EQ(fixture.changes.Over(), 1U);
-    fixture.deliveries[1]();
+    EXPECT_EQ(fixture.Sent(), "a2 ");
     EXPECT_EQ(fixture.changes.Over(), 2U);
     fixture.Click(RuleCommandAction::Deny);  // the next one is asked for again
-    fixture.allowed();
-    EXPECT_EQ(fixture.sent, (std::vector<std::string>{"a2", "a0"}));
+    fixture.rig.password.Give(true);
+    EXPECT_EQ(fixture.Sent(), "a0 ");
 }
 
 TEST(ApplicationChangesTest, ManyGoInPiecesThatOthersComeBetween) {
     ChangesFixture fixture;
-    ApplicationChanges& changes = fixture.changes;
-    for (std::size_t i = 0; i <= ApplicationChanges::kPiece; ++i) changes.Add({"a", RuleCommandAction::Deny});
-    changes.Carry();
-    fixture.allowed();
-    EXPECT_EQ(fixture.sent.size(), ApplicationChanges::kPiece);
+    std::string piece;
+    for (std::size_t i = 0; i < ApplicationChanges::kPiece; ++i) {
+        fixture.changes.Add({"a", RuleCommandAction::Deny});
+        piece += "a0 ";
+    }
+    fixture.Click(RuleCommandAction::Allow);
+    fixture.rig.password.Give(true);
+    fixture.rig.commander.Send(Batch(UserCommand::ReloadNetwork));
     fixture.Click(RuleCommandAction::Ask);
-    fixture.allowed();
-    EXPECT_EQ(fixture.deliveries.size(), 1U) << "behind the rest of the first ones";
-    fixture.deliveries[0]();
-    EXPECT_EQ(fixture.sent.back(), "a0");
-    EXPECT_EQ(changes.Over(), 0U);
-    fixture.deliveries[1]();
-    EXPECT_EQ(fixture.sent.back(), "a2");
-    EXPECT_EQ(changes.Over(), changes.Last() - 1);
-    fixture.deliveries[2]();
-    EXPECT_EQ(changes.Over(), changes.Last());
+    fixture.rig.password.Give(true);
+    EXPECT_EQ(fixture.Sent(), piece + "7 a1 a2 ");
+    EXPECT_EQ(fixture.changes.Over(), fixture.changes.Last());
 }
 
 TEST(IconCacheTest, ReadsTheLastOnesFirstAndKeepsTheLastUsed) {

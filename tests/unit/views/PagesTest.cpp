@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "config/ResourceIds.h"
+#include "support/CommanderRig.h"
 #include "tree/TreeMessages_win.h"
 #include "ui/ChildControls_win.h"
 #include "views/ApplicationsPage_win.h"
@@ -113,7 +114,8 @@ TEST_F(PagesTest, ApplicationsAreReadWhenTheyAreOpenedAndWhenTheRulesChange) {
         return ApplicationRow{"a.exe", std::move(path), ApplicationState::Deny};
     };
     std::vector<ApplicationRow> rules = {row("b"), row(std::string(400, 'a'))};
-    ApplicationChanges changes({.ask = {}, .send = {}});
+    test::CommanderRig rig;
+    ApplicationChanges changes(rig.commander);
     ApplicationsPage applications(lists, {"title", "line", ""},
                                   {.read = [&](const auto& done) { done(rules); },
                                    .changes = changes,

@@ -3,18 +3,23 @@
 #pragma once
 
 #include <cstdint>
+#include <vector>
 
 #include "base/Clock.h"
 #include "base/ClockCheck.h"
+#include "base/NetworkSignature.h"
+#include "commands/Commander.h"
 #include "config/Language.h"
-#include "ipc/ServiceLink.h"
 
 namespace brennvar {
 
 class MachineWatch {
 public:
-    // Begins with the time and the addresses of this moment. All are borrowed.
-    MachineWatch(const Clock& clock, const Language& language, ServiceLink& link);
+    // Every address of this machine with the status of its interface.
+    using ReadAddresses = std::vector<InterfaceAddress> (*)();
+
+    // Begins with the time and the addresses of this moment. Clock, language and commander are borrowed.
+    MachineWatch(const Clock& clock, const Language& language, Commander& commander, ReadAddresses readAddresses);
 
     // Once a second each. The service is told to read the network's configuration anew when an address has come or
     // gone, and of a clock that was set back, or ahead by more than 20 s.
@@ -26,10 +31,10 @@ public:
 private:
     const Clock& m_clock;
     const Language& m_language;
-    ServiceLink& m_link;
+    Commander& m_commander;
+    const ReadAddresses m_readAddresses;
     ClockCheck m_clockCheck;
     std::uint32_t m_networkSignature;
-    bool m_isCheckingClock = false;
 };
 
 }  // namespace brennvar

@@ -1,0 +1,52 @@
+#include "app/Figures.h"
+
+#include <cstdint>
+#include <optional>
+#include <utility>
+
+#include "ipc/DriverTables.h"
+
+namespace brennvar {
+namespace {
+
+constexpr unsigned kTicksPerCount = 2;  // as often as the Connections page reads them
+
+}  // namespace
+
+void Figures::Tick(SessionView& view, std::chrono::steady_clock::time_point now) {
+    std::optional<TrafficIncrease> increase;
+    std::uint64_t elapsed = 0;  // ms
+    if (const std::optional<TrafficTotals> totals = ReadTrafficTotals(m_devices)) {
+        increase = m_meter.Tick(*totals);
+        // What flowed while the driver could not be read is not one second's burst.
+        const auto before = std::exchange(m_lastTotals, now);
+        elapsed =
+            static_cast<std::uint64_t>(std::chrono::duration_cast<std::chrono::milliseconds>(now - before).count());
+    }
+    m_statistics.Tick(increase, elapsed);
+    view.ShowTraffic(increase, elapsed);
+    view.ShowService(m_link.Service());
+    const bool isIdle = increase == TrafficIncrease();
+    // While traffic flows, or while the driver cannot tell, the mode is only looked at.
+    if (isIdle || view.IsSeen()) m_modes.Tick(isIdle);
+    ShowMode(view);
+    CountConnections(view);
+}
+
+void Figures::ShowMode(SessionView& view) {
+    m_statistics.SetMode(m_modes.Display());
+    view.ShowMode(m_modes.Display());
+}
+
+void Figures::CountConnections(SessionView& view) {
+    // Large tables take the driver a while; nobody sees the number while the window is away.
+    if (!view.IsSeen() || m_isCounting || m_seenTicks++ % kTicksPerCount != 0) return;
+    m_isCounting = true;
+    m_connections.Count([this, &view](std::optional<std::size_t> count) {
+        m_isCounting = false;
+        m_statistics.SetConnections(count);
+        view.ShowConnections(count);
+    });
+}
+
+}  // namespace brennvar

@@ -1,0 +1,122 @@
+#include "app/Session_win.h"
+
+#include <algorithm>
+#include <optional>
+#include <utility>
+
+#include "config/Charset.h"
+#include "config/OptionTable.h"
+#include "config/Options.h"
+
+namespace brennvar {
+namespace {
+
+// Reads option 1 of the service's options; the pause is the clock's, so that it ends with its thread.
+ProtectionModes::ReadMode ModeReader(const std::string& dataFolder, Clock& clock) {
+    return [options = OptionReader(dataFolder, clock), &clock](std::chrono::milliseconds pause) {
+        if (pause.count() > 0) (void)clock.Sleep(pause);  // cut short, nobody waits for the mode
+        return std::optional(
+            ProtectionModeOf(options.ReadOption(static_cast<std::uint32_t>(OptionId::ProtectionMode), 0)));
+    };
+}
+
+}  // namespace
+
+Session::Session(const SessionSurroundings& surroundings, Language openedLanguage)
+    : clock(surroundings.clock),
+      devices(surroundings.devices),
+      userValues(surroundings.userValues),
+      dataFolder(surroundings.dataFolder),
+      language(std::move(openedLanguage)),
+      fonts(GetFontCharset(surroundings.languageName)),
+      link(PostWhenFinished(kMessageCompletions), surroundings.makeConnector),
+      reads(PostWhenFinished(kMessageCompletions)),
+      readsClock(reads.Stopping()),
+      commander(link, language),
+      password(dataFolder, readsClock),
+      gate(fonts, language, commander, reads, password),
+      modes(clock, language, commander, reads, ModeReader(dataFolder, readsClock), *this),
+      applicationChanges(commander),
+      connections(devices, reads, link, language.GetText(313, "no process associated")),
+      machine(clock, language, commander, surroundings.readAddresses),
+      workers{CWorkerThread(PostWhenFinished(kMessageWorkerFinished)),
+              CWorkerThread(PostWhenFinished(kMessageWorkerFinished + 1)),
+              CWorkerThread(PostWhenFinished(kMessageWorkerFinished + 2)),
+              CWorkerThread(PostWhenFinished(kMessageWorkerFinished + 3))},
+      m_figures(devices, link, modes, connections, statistics) {
+    commander.GuardWith(gate);
+}
+
+// Before the members go that their tasks use.
+Session::~Session() {
+    End();
+    StopLinks(std::chrono::milliseconds(0));
+}
+
+std::function<void()> Session::PostWhenFinished(UINT message) {
+    return [this, message] {
+        if (const HWND window = m_window) ::PostMessageA(window, message, 0, 0);
+    };
+}
+
+void Session::Begin(HWND window, SessionView& view) {
+    m_window = window;
+    m_view = &view;
+    gate.SetOwner(window);
+    commander.Send(Batch(UserCommand::Start));
+}
+
+void Session::End() {
+    m_window = nullptr;
+    m_view = nullptr;
+    gate.SetOwner(nullptr);
+}
+
+void Session::RunCompletions() {
+    link.RunCompletions();
+    reads.RunCompletions();
+    if (m_view) m_view->ShowService(link.Service());
+}
+
+void Session::StopLinks(std::chrono::milliseconds limit) {
+    link.Stop(limit);
+    reads.Stop(std::chrono::milliseconds(0));
+}
+
+void Session::RefreshFigures() {
+    if (m_view) m_figures.Tick(*m_view, std::chrono::steady_clock::now());
+}
+
+void Session::FetchNotice() {
+    if (std::exchange(m_isFetchingNotice, true)) return;
+    using Notice = std::optional<std::string>;
+    link.Ask<Notice>([](ServicePipes& pipes) { return pipes.FetchTrayText(); },
+                     [this](const std::optional<Notice>& text) {
+                         m_isFetchingNotice = false;
+                         if (text && *text) OnNotice(**text);
+                     });
+}
+
+void Session::OnNotice(const std::string& text) {
+    if (!m_view) return;
+    m_isTellingNotice = true;
+    const TrayNotice notice = ParseTrayNotice(text);
+    if (notice.kind == TrayNotice::Kind::Attack) statistics.CountAttack();
+    if (notice.kind == TrayNotice::Kind::Balloon) statistics.AddNotice(notice.text, clock.UtcNow());
+    m_view->ShowNotice(notice);
+    m_isTellingNotice = false;
+}
+
+void Session::OnModeChanged() {
+    if (m_view) m_figures.ShowMode(*m_view);
+}
+
+void Session::OnIdleMode(ProtectionMode mode) {
+    if (m_view) m_view->ShowIdleMode(mode);
+}
+
+bool Session::IsAnyWorkerRunning() const {
+    return std::any_of(workers.begin(), workers.end(), [](const auto& worker) { return worker.Running(); });
+}
+
+}  // namespace brennvar

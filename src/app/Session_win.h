@@ -1,0 +1,113 @@
+// Everything that lives as long as the program but its window: the links to the service and the driver, what is
+// sent and read through them, and what is known because of it. It does what the ticks ask for and tells the window,
+// which comes after it and goes before it. User-interface thread only.
+#pragma once
+
+#include <array>
+#include <atomic>
+#include <cstddef>
+#include <functional>
+#include <string>
+
+#include "app/Figures.h"
+#include "app/MachineWatch.h"
+#include "app/SessionView.h"
+#include "base/Clock.h"
+#include "base/SystemClock.h"
+#include "base/TaskThread.h"
+#include "base/Windows_win.h"
+#include "commands/Commander.h"
+#include "commands/ProtectionModes.h"
+#include "config/Language.h"
+#include "config/UserValues.h"
+#include "ipc/Device.h"
+#include "ipc/ServiceLink.h"
+#include "security/SecurityPasswordGate_win.h"
+#include "security/StoredPassword.h"
+#include "statistics/Statistics.h"
+#include "ui/Fonts_win.h"
+#include "ui/WorkerThread.h"
+#include "views/ApplicationChanges.h"
+#include "views/ConnectionsReader.h"
+
+namespace brennvar {
+
+// What a session finds when it begins; all that is referred to is borrowed for its life.
+struct SessionSurroundings {
+    Clock& clock;  // that the user-interface thread tells the time by
+    DeviceOpener& devices;
+    ServiceLink::MakeConnector makeConnector;
+    MachineWatch::ReadAddresses readAddresses;
+    UserValues& userValues;
+    std::string dataFolder;
+    std::string languageName;  // a folder's; of the fonts' character set
+};
+
+class Session final : private ModeView {
+public:
+    // Private messages of the window.
+    static constexpr UINT kMessageCompletions = WM_APP + 1;  // RunCompletions is to be called
+    static constexpr UINT kMessageWorkerFinished = 4846;     // to 4849, one per worker thread
+    static constexpr std::size_t kWorkerCount = 4;
+
+    Session(const SessionSurroundings& surroundings, Language openedLanguage);
+    Session(const Session&) = delete;
+    Session& operator=(const Session&) = delete;
+    // Cuts short whatever is under way.
+    ~Session() override;
+
+    // From now on the window gets the messages above, and the view is told. Sends the start-up commands.
+    void Begin(HWND window, SessionView& view);
+    // The window goes: nothing is posted to it and the view is told nothing any more.
+    void End();
+    void RunCompletions();
+    // Lets what was sent arrive for at most the given time; afterwards nothing is sent or read any more.
+    void StopLinks(std::chrono::milliseconds limit);
+
+    // The ticks.
+    void RefreshFigures();
+    void FetchNotice();
+
+    [[nodiscard]] bool IsAnyWorkerRunning() const;
+    // A notice is being told.
+    [[nodiscard]] bool IsTellingNotice() const { return m_isTellingNotice; }
+
+private:
+    void OnModeChanged() override;
+    void OnIdleMode(ProtectionMode mode) override;
+    void OnNotice(const std::string& text);
+    [[nodiscard]] std::function<void()> PostWhenFinished(UINT message);
+
+    // Where other threads post to; null while there is no window.
+    std::atomic<HWND> m_window = nullptr;
+    SessionView* m_view = nullptr;
+    bool m_isFetchingNotice = false;
+    bool m_isTellingNotice = false;
+
+public:
+    // In the order in which they are made; each uses those above it.
+    Clock& clock;
+    DeviceOpener& devices;
+    UserValues& userValues;
+    const std::string dataFolder;
+    const Language language;
+    const CFonts fonts;
+    ServiceLink link;
+    // Reads files and the driver's tables, which the service may hold or which may be large.
+    TaskThread reads;
+    SystemClock readsClock;
+    Commander commander;
+    const StoredPassword password;
+    SecurityPasswordGate gate;
+    ProtectionModes modes;
+    ApplicationChanges applicationChanges;
+    ConnectionsReader connections;
+    Statistics statistics;
+    MachineWatch machine;
+    std::array<CWorkerThread, kWorkerCount> workers;  // long jobs: filling a log list, exporting a log
+
+private:
+    Figures m_figures;
+};
+
+}  // namespace brennvar

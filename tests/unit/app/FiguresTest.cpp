@@ -1,0 +1,107 @@
+#include "app/Figures.h"
+
+#include <gtest/gtest.h>
+
+#include "support/CommanderRig.h"
+#include "support/FakeClock.h"
+#include "support/FakeDevice.h"
+#include "support/FakeSessionView.h"
+#include "support/FakeTaskQueue.h"
+
+namespace brennvar {
+namespace {
+
+using namespace std::chrono_literals;
+
+class FiguresTest : public testing::Test, protected ModeView {
+protected:
+    test::FakeDriver driver;
+    test::FakeClock clock;
+    test::CommanderRig rig;
+    test::FakeTaskQueue reads;
+    test::FakeSessionView view;
+    int modeReadings = 0;
+    ProtectionModes modes{clock,
+                          rig.language,
+                          rig.commander,
+                          reads,
+                          [this](std::chrono::milliseconds) {
+                              ++modeReadings;
+                              return std::optional(ProtectionMode::BlockAll);
+                          },
+                          *this};
+    ConnectionsReader connections{driver, reads, rig.link, "none"};
+    Statistics statistics;
+    Figures figures{driver, rig.link, modes, connections, statistics};
+    std::chrono::steady_clock::time_point now{1h};
+
+    void OnModeChanged() override { figures.ShowMode(view); }
+    void OnIdleMode(ProtectionMode mode) override { view.ShowIdleMode(mode); }
+
+    void Tick(std::uint64_t in, std::uint64_t out, std::chrono::milliseconds after = 1s) {
+        TrafficTotals totals{};
+        totals.bytesIn = in;
+        totals.bytesOut = out;
+        const auto bytes = RecordBytes(totals);
+        driver.answers[kControlReadTotals].assign(bytes.begin(), bytes.end());
+        TickAsItIs(after);
+    }
+    void TickAsItIs(std::chrono::milliseconds after = 1s) {
+        now += after;
+        figures.Tick(view, now);
+        reads.RunAll();
+    }
+    void SetConnections(std::size_t connectionCount, std::size_t listenerCount) {
+        driver.answers[kControlReadConnections].assign(connectionCount * sizeof(ConnectionEntry), std::byte{0});
+        driver.answers[kControlReadListeners].assign(listenerCount * sizeof(ListenerEntry), std::byte{0});
+    }
+};
+
+TEST_F(FiguresTest, MeasuresTrafficFromOneReadingOfTheDriverToTheNext) {
+    Tick(1000, 2000);
+    EXPECT_EQ(view.traffic, (TrafficIncrease{0, 0}));
+    Tick(1500, 2100, 900ms);
+    EXPECT_EQ(view.traffic, (TrafficIncrease{500, 100}));
+    EXPECT_EQ(view.milliseconds, 900U);
+    EXPECT_EQ(statistics.Totals(), (TrafficIncrease{500, 100}));
+    driver.answers.erase(kControlReadTotals);
+    TickAsItIs();
+    EXPECT_EQ(view.traffic, std::nullopt);
+    EXPECT_EQ(statistics.CurrentRates(), std::nullopt);
+    Tick(9500, 2100);
+    EXPECT_EQ(view.traffic, (TrafficIncrease{8000, 0}));
+    EXPECT_EQ(view.milliseconds, 2000U) << "with the time in which it could not be read";
+}
+
+TEST_F(FiguresTest, OnlyAnIdleSecondReachesTheIconAndOnlyAWindowThatIsSeenHearsTheModeOfOthers) {
+    view.isSeen = false;
+    Tick(1, 0);
+    EXPECT_EQ(view.idleModes, std::vector{ProtectionMode::BlockAll});
+    EXPECT_EQ(statistics.Mode().mode, ProtectionMode::BlockAll);
+    Tick(2, 0);
+    EXPECT_EQ(modeReadings, 1) << "traffic, and nobody sees the mode";
+    view.isSeen = true;
+    Tick(3, 0);
+    driver.answers.erase(kControlReadTotals);
+    TickAsItIs();
+    EXPECT_EQ(modeReadings, 3);
+    EXPECT_EQ(view.idleModes.size(), 1U) << "the driver cannot tell whether it was idle";
+}
+
+TEST_F(FiguresTest, CountsConnectionsEveryOtherSecondWhileTheWindowIsSeen) {
+    SetConnections(3, 2);
+    for (int second = 0; second < 4; ++second) Tick(0, 0);
+    EXPECT_EQ(view.counts, (std::vector<std::optional<std::size_t>>{5, 5}));
+    EXPECT_EQ(statistics.Connections(), 5U);
+    view.isSeen = false;
+    Tick(0, 0);
+    Tick(0, 0);
+    EXPECT_EQ(view.counts.size(), 2U);
+    view.isSeen = true;
+    driver.isPresent = false;
+    TickAsItIs();
+    EXPECT_EQ(view.counts.back(), std::nullopt);
+}
+
+}  // namespace
+}  // namespace brennvar

@@ -1,0 +1,125 @@
+#include "app/Session_win.h"
+
+#include <gtest/gtest.h>
+
+#include <map>
+#include <thread>
+
+#include "support/DataFolder.h"
+#include "support/FakeClock.h"
+#include "support/FakeDevice.h"
+#include "support/FakePipe.h"
+#include "support/FakeSessionView.h"
+
+namespace brennvar {
+namespace {
+
+class NoUserValues final : public UserValues {
+public:
+    bool ReadUserValue(const std::string&, std::uint32_t&) const override { return false; }
+    bool WriteUserValue(const std::string&, std::uint32_t) override { return false; }
+};
+
+// A session with a service that takes commands and has one notice to tell.
+class SessionTest : public testing::Test {
+protected:
+    struct Connector final : PipeConnector {
+        explicit Connector(test::FakePipe& fake) : pipe(fake) {}
+        bool WaitForInstance(const std::string& name, std::chrono::milliseconds limit) override {
+            return pipe.WaitForInstance(name, limit);
+        }
+        std::unique_ptr<PipeConnection> Open(const std::string& name) override { return pipe.Open(name); }
+        test::FakePipe& pipe;
+    };
+
+    test::FakePipe pipe;
+    test::FakeClock clock;
+    test::FakeDriver driver;
+    NoUserValues userValues;
+    test::DataFolder folder;
+    test::FakeSessionView view;
+    HWND window = ::CreateWindowExA(0, "STATIC", "", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, nullptr, nullptr);
+    Session session{{.clock = clock,
+                     .devices = driver,
+                     .makeConnector = [this](const StopSignal&) { return std::make_unique<Connector>(pipe); },
+                     .readAddresses = [] { return std::vector<InterfaceAddress>(); },
+                     .userValues = userValues,
+                     .dataFolder = folder.Path(),
+                     .languageName = "English"},
+                    Language(nullptr)};
+
+    void TearDown() override { ::DestroyWindow(window); }
+
+    // Dispatches the window's messages until the condition holds; a session has posted them.
+    template <class Condition>
+    void PumpUntil(Condition condition) {
+        while (!condition()) {
+            MSG message;
+            ASSERT_GT(::GetMessageA(&message, nullptr, 0, 0), 0);
+            if (message.message == Session::kMessageCompletions) {
+                session.RunCompletions();
+            } else {
+                ::DispatchMessageA(&message);
+            }
+        }
+    }
+    void Tell(std::string_view text) {
+        pipe.server = [text = std::string(text)](const test::FakePipe::Message&) {
+            TrayTextAnswer answer{};
+            answer.status = kServiceAnswerValid;
+            PutText(answer.text, text);
+            const auto bytes = RecordBytes(answer);
+            return test::FakePipe::Bytes(bytes.begin(), bytes.end());
+        };
+        const std::size_t before = view.notices.size();
+        session.FetchNotice();
+        session.FetchNotice();  // not twice at a time
+        PumpUntil([&] { return view.notices.size() > before; });
+    }
+};
+
+TEST_F(SessionTest, BeginsWithTheStartCommandsAndWakesItsWindow) {
+    session.Begin(window, view);
+    bool isOver = false;
+    session.commander.Send(Batch(UserCommand::ReloadNetwork), [&](bool wasThere) { isOver = wasThere; });
+    PumpUntil([&] { return isOver; });
+    std::string codes;
+    for (const auto& message : pipe.writes) codes += std::to_string(std::to_integer<int>(message.bytes[0])) + " ";
+    EXPECT_EQ(codes, "24 12 10 7 ");
+}
+
+TEST_F(SessionTest, TellsNoticesAndKeepsWhatThePagesShowOfThem) {
+    session.Begin(window, view);
+    Tell("REFRESH");
+    Tell("ATTACK");
+    Tell("Port scan|http://www.brennvar.example/");
+    ASSERT_EQ(view.notices.size(), 3U);
+    EXPECT_EQ(view.notices[0].kind, TrayNotice::Kind::Refresh);
+    EXPECT_EQ(session.statistics.AttackCount(), 1U);
+    ASSERT_EQ(session.statistics.Notices().size(), 1U);
+    EXPECT_EQ(session.statistics.Notices()[0].text, "Port scan");
+    EXPECT_EQ(session.statistics.Notices()[0].time, clock.now);
+    EXPECT_FALSE(session.IsTellingNotice());
+}
+
+TEST_F(SessionTest, AllowsWhatIsProtectedWhereNoPasswordIsSet) {
+    session.Begin(window, view);
+    bool isAllowed = false;
+    session.commander.AskFor(UserCommand::ResetFirewall, [&] { isAllowed = true; });
+    EXPECT_FALSE(isAllowed);
+    PumpUntil([&] { return isAllowed; });
+}
+
+TEST_F(SessionTest, IsSilentTowardsAWindowThatHasGone) {
+    session.Begin(window, view);
+    session.End();
+    session.RefreshFigures();
+    EXPECT_TRUE(view.modes.empty());
+    session.StopLinks(std::chrono::seconds(10));
+    EXPECT_EQ(pipe.writes.size(), 3U) << "what was sent has arrived";
+    session.commander.Send(Batch(UserCommand::ReloadNetwork));
+    EXPECT_EQ(pipe.writes.size(), 3U);
+}
+
+}  // namespace
+}  // namespace brennvar
