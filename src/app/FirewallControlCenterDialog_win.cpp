@@ -12,7 +12,7 @@
 #include "config/Folders_win.h"
 #include "config/ResourceIds.h"
 #include "ipc/DriverTables.h"
-#include "prompts/ConfirmationDialog_win.h"
+#include "ipc/Pipe_win.h"
 #include "tray/TrayMenu.h"
 #include "tray/TrayNotice.h"
 #include "ui/ProgramIcon_win.h"
@@ -23,6 +23,7 @@ namespace {
 // Private messages of the window.
 constexpr UINT kMessageLinkCompletions = WM_APP + 1;
 constexpr UINT kMessageShown = WM_APP + 2;
+constexpr UINT kMessagePrompt = WM_APP + 3;
 constexpr UINT kMessageTray = WM_APP + 10;     // 0x800A
 constexpr UINT kMessageWorkerFinished = 4846;  // to 4849, one per worker thread
 
@@ -59,10 +60,7 @@ UINT FirewallControlCenterDialog::OpenWindowMessage() {
 FirewallControlCenterDialog::FirewallControlCenterDialog(Clock& clock)
     : FrameDialog(m_fonts, m_language, m_userValues),
       m_clock(clock),
-      m_promptWorld(
-          GetDataFolder(), GetInstallationFolder(), m_promptConnector, m_clock,
-          [this](const PromptQuestion& question) { return AskUser(question); },
-          [this] { return m_link.Service(); }),
+      m_prompt(m_fonts, m_devices, m_clock, PostWhenFinished(kMessagePrompt)),
       m_link(PostWhenFinished(kMessageLinkCompletions),
              [](const StopSignal& stop) { return std::make_unique<WinPipeConnector>(stop); }),
       m_reads(PostWhenFinished(kMessageLinkCompletions)),
@@ -85,6 +83,7 @@ FirewallControlCenterDialog::FirewallControlCenterDialog(Clock& clock)
 FirewallControlCenterDialog::Outcome FirewallControlCenterDialog::Run() {
     const INT_PTR result = DoModal(nullptr, IDD_CONTROL_CENTER);
     // Before the members go that their tasks use.
+    m_prompt.Stop();
     m_link.Stop(std::chrono::milliseconds(0));
     m_reads.Stop(std::chrono::milliseconds(0));
     return result == kResultRestart ? Outcome::Restart : Outcome::Exit;
@@ -183,7 +182,7 @@ void FirewallControlCenterDialog::OnTimer(UINT_PTR id) {
         case kStatisticsTimer.id: RefreshStatistics(); break;
         case kNetworkTimer.id: m_machine.CheckNetwork(); break;
         case kClockTimer.id: m_machine.CheckClock(); break;
-        case kPromptTimer.id: AnswerPendingQuestion(); break;
+        case kPromptTimer.id: m_prompt.Tick(Window()); break;
         case kTrayTextTimer.id: FetchTrayNotice(); break;
         case kGripTimer.id: TickGrip(); break;
         default: break;  // a tick may still come after its timer has gone
@@ -238,16 +237,6 @@ void FirewallControlCenterDialog::RunCompletions() {
     m_link.RunCompletions();
     m_reads.RunCompletions();
     m_status.ShowService(m_link.Service());
-}
-
-void FirewallControlCenterDialog::AnswerPendingQuestion() {
-    // Ticks that come while a question is on screen do nothing. A cycle that has answered may have waited for the
-    // service with this thread, which must not look like a jump of the clock.
-    if (m_prompts.RunCycle() == PromptCycle::Answered) m_machine.SkipNextClockCheck();
-}
-
-PromptAnswer FirewallControlCenterDialog::AskUser(const PromptQuestion& question) {
-    return ConfirmationDialog(m_fonts, question).Ask(Window());
 }
 
 void FirewallControlCenterDialog::OnTrayText(const std::string& text) {
@@ -343,6 +332,7 @@ std::optional<LRESULT> FirewallControlCenterDialog::OnMessage(UINT message, WPAR
             ShowWelcomeOnce();
             return 0;
         case kMessageLinkCompletions: RunCompletions(); return 0;
+        case kMessagePrompt: m_prompt.Tick(Window()); return 0;
         case kMessageTray: m_tray.OnNotification(static_cast<UINT>(wParam), static_cast<UINT>(lParam)); return 0;
         case WM_WINDOWPOSCHANGED: RestGripWhileAway(); return FrameDialog::OnMessage(message, wParam, lParam);
         case WM_ENDSESSION:
@@ -362,7 +352,7 @@ bool FirewallControlCenterDialog::AnyWorkerRunning() const {
 
 bool FirewallControlCenterDialog::IsBusy() const {
     // A modal dialog over this window keeps it disabled.
-    return m_prompts.IsBusy() || m_isHandlingTrayText || AnyWorkerRunning() || !::IsWindowEnabled(Window());
+    return m_prompt.IsBusy() || m_isHandlingTrayText || AnyWorkerRunning() || !::IsWindowEnabled(Window());
 }
 
 void FirewallControlCenterDialog::TakeAway() {
@@ -380,12 +370,12 @@ void FirewallControlCenterDialog::OnEndSession() {
 
 void FirewallControlCenterDialog::ExitControlCenter() {
     // The driver waits for the answer to an open question; it comes first.
-    if (m_prompts.IsBusy()) return;
+    if (m_prompt.IsBusy()) return;
     // Nor can the password be asked for a second time. Before the questions: their answers would be for nothing.
     if (m_gate.IsAsking()) return m_gate.ComeForward();
     if (CPage* const page = Pages().Current(); page && !page->MayLeave()) return;
     m_leaving.Exit(
-        Window(), [this] { return m_prompts.IsBusy() || AnyWorkerRunning(); }, [this] { End(kResultExit); });
+        Window(), [this] { return m_prompt.IsBusy() || AnyWorkerRunning(); }, [this] { End(kResultExit); });
 }
 
 bool FirewallControlCenterDialog::ApplyResources(const ResourceChoice& current, const ResourceChoice& chosen) {

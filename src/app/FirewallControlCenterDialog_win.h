@@ -18,7 +18,6 @@
 #include "app/MachineWatch_win.h"
 #include "app/PageFactory_win.h"
 #include "app/StatusLine_win.h"
-#include "base/StopSignal.h"
 #include "base/SystemClock.h"
 #include "base/TaskThread.h"
 #include "commands/ProtectionModes.h"
@@ -28,10 +27,8 @@
 #include "config/Resources_win.h"
 #include "config/UserValues_win.h"
 #include "ipc/Device_win.h"
-#include "ipc/Pipe_win.h"
 #include "ipc/ServiceLink.h"
-#include "prompts/ConnectionPrompt.h"
-#include "prompts/PromptWorld_win.h"
+#include "prompts/ConnectionPrompt_win.h"
 #include "security/SecurityPasswordGate_win.h"
 #include "statistics/Statistics.h"
 #include "statistics/TrafficMeter.h"
@@ -81,11 +78,9 @@ private:
     // One per timer.
     void RefreshStatistics();
     void CountConnections();
-    void AnswerPendingQuestion();
     void FetchTrayNotice();
 
     void RunCompletions();
-    [[nodiscard]] PromptAnswer AskUser(const PromptQuestion& question);
     void OnTrayText(const std::string& text);
     void OnWorkerFinished(std::size_t index) { m_workers[index].Stop(); }
     [[nodiscard]] bool AnyWorkerRunning() const;
@@ -105,7 +100,6 @@ private:
     // Where other threads post to; null while there is no window.
     std::atomic<HWND> m_postTarget = nullptr;
 
-    StopSignal m_neverStopped;  // waits on this thread are never cut short
     Clock& m_clock;
     WinDeviceOpener m_devices;
     WinUserValues m_userValues;
@@ -114,10 +108,7 @@ private:
     UniqueIcon m_bigIcon;
     UniqueIcon m_smallIcon;
 
-    // A connection question stays on this thread, with its pipes.
-    WinPipeConnector m_promptConnector{m_neverStopped};
-    WinPromptWorld m_promptWorld;
-    ConnectionPromptService m_prompts{m_devices, m_promptWorld};
+    ConnectionPrompt m_prompt;
 
     ServiceLink m_link;
     MachineWatch m_machine{m_clock, m_language, m_link};
