@@ -42,9 +42,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     };
     const std::uint32_t processId = request.processId;
     const Ipv4 remoteAddress = request.remoteAddress;
-    rig.sources.processes[processId] = text.substr(0, 259);
+    rig.sources.process = text.substr(0, 259);
     rig.sources.hosts[remoteAddress] = text;
-    rig.sources.descriptions[std::string(TextOf(request.path))] = text;
+    rig.sources.description = text;
 
     using State = ConnectionQuestions::State;
     const bool present = block.questionPresent != 0;

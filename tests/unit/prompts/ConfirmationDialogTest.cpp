@@ -4,13 +4,12 @@
 
 #include <functional>
 
+#include "support/ModalOwner_win.h"
 #include "support/ObjectCounts_win.h"
 #include "ui/ChildControls_win.h"
 
 namespace brennvar {
 namespace {
-
-constexpr UINT kMessageLook = WM_APP + 1;
 
 // Asks, and looks at the dialog from inside its loop. A posted message comes before every timer, so the buttons'
 // delay cannot have passed by then, however slow the machine is.
@@ -19,37 +18,25 @@ protected:
     CFonts fonts;
     PromptQuestion question;
     HWND dialogWindow = nullptr;
-    HWND owner = nullptr;
-    std::function<void()> look;
+    test::ModalOwner modalOwner;
+    const HWND owner = modalOwner.Window();
 
     ConfirmationDialogTest() {
         question.body = "A & B\nis trying to communicate to x.\n\nAllow?";
         question.caption = "Confirm network connection";
-        owner = ::CreateWindowExA(0, "STATIC", "", WS_POPUP | WS_VISIBLE, 0, 0, 50, 50, nullptr, nullptr,
-                                  ::GetModuleHandleA(nullptr), nullptr);
-        ::SetWindowLongPtrA(owner, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
-        ::SetWindowLongPtrA(owner, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&ConfirmationDialogTest::Procedure));
     }
-    ~ConfirmationDialogTest() override { ::DestroyWindow(owner); }
 
-    PromptAnswer Ask(std::function<void()> whenOpen) {
-        look = std::move(whenOpen);
-        ::PostMessageA(owner, kMessageLook, 0, 0);
+    PromptAnswer Ask(const std::function<void()>& look) {
+        modalOwner.Post([&] {
+            dialogWindow = ::FindWindowA(nullptr, question.caption.c_str());
+            look();
+        });
         return ConfirmationDialog(fonts, question).Ask(owner);
     }
     [[nodiscard]] HWND Item(int id) const { return ::GetDlgItem(dialogWindow, id); }
     void Send(UINT message, WPARAM wParam) const { ::SendMessageA(dialogWindow, message, wParam, 0); }
     void PassDelay() const { Send(WM_TIMER, ConfirmationDialog::kButtonTimer); }
     void Click(int id) const { ::SendMessageA(Item(id), BM_CLICK, 0, 0); }
-
-private:
-    static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-        if (message != kMessageLook) return ::DefWindowProcA(window, message, wParam, lParam);
-        auto* test = reinterpret_cast<ConfirmationDialogTest*>(::GetWindowLongPtrA(window, GWLP_USERDATA));
-        test->dialogWindow = ::FindWindowA(nullptr, test->question.caption.c_str());
-        test->look();
-        return 0;
-    }
 };
 
 TEST_F(ConfirmationDialogTest, YesAllowsAndNoDeniesWithTheCheckBox) {

@@ -95,9 +95,9 @@ TEST_F(ConnectionQuestionsTest, DoesNothingWithoutDeviceAnswerOrQuestion) {
 
 TEST_F(ConnectionQuestionsTest, AsksAndSendsTheAnswerByteForByte) {
     asker.answer = {.allow = true, .remember = false};
-    sources.descriptions[kMailPath] = "Mail Reader";
+    sources.description = "Mail Reader";
     sources.hosts[0x077100CB] = "mail.example.org";
-    sources.advice[kMailPath] = 0;
+    sources.advice = 0;
     sources.texts["Language/DL_N_201_445"] = "Ja";
     const ConnectionPromptAnswer answer = Round();
     const auto golden =
@@ -107,11 +107,9 @@ TEST_F(ConnectionQuestionsTest, AsksAndSendsTheAnswerByteForByte) {
     EXPECT_EQ(asked.path, kMailPath);
     EXPECT_EQ(asked.localAddress, "192.168.0.5:49152");
     EXPECT_EQ(asked.allowButton, "Ja");
-    EXPECT_EQ(asked.whyNotRemembered, "");
-    EXPECT_EQ(asked.body,
-              "Mail Reader\nis trying to communicate to mail.example.org.\n\nConnection details:\n"
-              "Remote host: 203.0.113.7:25\nReason: SMTP - E-Mail sending\nProtocol: TCP\n\n"
-              "General advice: Deny\n\nAllow this network communication?");
+    EXPECT_EQ(asked.displayName + ", " + asked.remoteHost + ", " + asked.remoteAddress,
+              "Mail Reader, mail.example.org, 203.0.113.7:25");
+    EXPECT_EQ(asked.advice, "Deny");
 }
 
 TEST_F(ConnectionQuestionsTest, TheAnswerOrARuleMakesTheDecision) {
@@ -145,10 +143,10 @@ TEST_F(ConnectionQuestionsTest, AProgramThatCannotBeResolvedIsUnknownAndNotRemem
     request = Request("");
     asker.answer = {.allow = true, .remember = true};
     sources.rules["Unknown name"] = RuleAction::Deny;
-    sources.advice["Unknown name"] = 1;
+    sources.advice = 1;
     sources.hosts[0x077100CB] = "mail.example.org";
     for (const std::string resolved : {kMailPath, ""}) {
-        sources.processes[4711] = resolved;
+        sources.process = resolved;
         sources.looked.clear();
         const ConnectionPromptAnswer answer = Round();
         const PromptQuestion& asked = asker.questions.at(0);
@@ -158,14 +156,14 @@ TEST_F(ConnectionQuestionsTest, AProgramThatCannotBeResolvedIsUnknownAndNotRemem
         EXPECT_EQ(asked.whyNotRemembered.empty(), isKnown);
         EXPECT_EQ(asked.remoteAddress, isKnown ? "203.0.113.7:25" : "unknown");
         EXPECT_EQ(asked.remoteHost, "mail.example.org");
-        EXPECT_EQ(asked.advice, "None");
+        EXPECT_EQ(asked.advice, isKnown ? "Allow" : "None");
         EXPECT_EQ(sources.looked.empty(), !isKnown);  // no rule, no advice and no file of that name
     }
 }
 
 TEST_F(ConnectionQuestionsTest, WaitsTwoSecondsForThePathAndHalfASecondForTheRest) {
     request = Request("");
-    sources.processes[4711] = kMailPath;
+    sources.process = kMailPath;
     EXPECT_EQ(Tick(), State::Gathering);
     EXPECT_EQ(TickAfter(1999ms), State::Gathering);
     EXPECT_EQ(connection.Waiting(), 0U);
@@ -182,7 +180,7 @@ TEST_F(ConnectionQuestionsTest, WaitsTwoSecondsForThePathAndHalfASecondForTheRes
 
 TEST_F(ConnectionQuestionsTest, WaitsForTheRuleAsLongAsItsFileAndNotForThreadsThatHang) {
     sources.rules[kMailPath] = RuleAction::Deny;
-    sources.descriptions[kMailPath] = "Mail Reader";
+    sources.description = "Mail Reader";
     sources.hosts[0x077100CB] = "mail.example.org";
     EXPECT_EQ(Tick(), State::Gathering);
     EXPECT_EQ(TickAfter(7999ms), State::Gathering);

@@ -18,45 +18,36 @@ namespace brennvar::test {
 
 class FakeFactSources final : public FactSources {
 public:
+    std::string process;  // the path of every process without one
     std::map<std::string, RuleAction> rules;
-    std::map<std::string, std::uint32_t> advice;
-    std::map<std::uint32_t, std::string> processes;
+    std::optional<std::uint32_t> advice;
     std::map<Ipv4, std::string> hosts;
-    std::map<std::string, std::string> descriptions;
+    std::string description;
     std::map<Ipv4, Ipv4> localAddresses;
     FakeIni::Values texts;            // "Language/DL_N_201_..."
     std::vector<std::string> looked;  // paths that anything was looked up for
 
-    [[nodiscard]] std::optional<std::string> ResolveProcessPath(std::uint32_t processId) override {
-        return Find(processes, processId);
-    }
+    [[nodiscard]] std::optional<std::string> ResolveProcessPath(std::uint32_t) override { return process; }
     [[nodiscard]] RuleAction LookupAction(const std::string& path) override {
         looked.push_back(path);
-        return Find(rules, path).value_or(RuleAction::Ask);
+        return rules[path];
     }
     [[nodiscard]] std::string FileDescription(const std::string& path) override {
         looked.push_back(path);
-        return Find(descriptions, path).value_or("");
+        return description;
     }
     [[nodiscard]] std::shared_ptr<const QuestionIcon> Icon(const std::string& path) override {
         looked.push_back(path);
         return nullptr;
     }
     [[nodiscard]] Language LoadLanguage() override { return Language(std::make_unique<FakeIni>(texts)); }
-    [[nodiscard]] Ipv4 LocalAddressFor(Ipv4 address) override { return Find(localAddresses, address).value_or(0); }
+    [[nodiscard]] Ipv4 LocalAddressFor(Ipv4 address) override { return localAddresses[address]; }
     [[nodiscard]] std::string HostName(LocalDate day, Ipv4 address) override {
-        return day == FakeClock().today ? Find(hosts, address).value_or("") : "";
+        return day == FakeClock().today ? hosts[address] : "";
     }
     [[nodiscard]] std::optional<std::uint32_t> Advice(const std::string& path) override {
         looked.push_back(path);
-        return Find(advice, path);
-    }
-
-private:
-    template <class Key, class Value>
-    static std::optional<Value> Find(const std::map<Key, Value>& map, const Key& key) {
-        const auto found = map.find(key);
-        return found == map.end() ? std::nullopt : std::optional<Value>(found->second);
+        return advice;
     }
 };
 
