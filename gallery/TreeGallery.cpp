@@ -17,7 +17,7 @@ constexpr int kDeny = 0, kAllow = 1;
 // Programs with rules below them.
 class RuleRows final : public TreeRows {
 public:
-    RuleRows() : m_icon(LoadIconOfProgram("", IconSize::Small)) {
+    RuleRows() : m_icon(LoadNoIcon(IconSize::Small)) {
         std::vector<int> parents;
         for (int entry = 0; entry < kEntries; ++entry) parents.push_back(IsProgram(entry) ? -1 : entry - entry % 4);
         m_visible.SetParents(parents);

@@ -6,9 +6,7 @@
 
 #include "app/AboutDialog_win.h"
 #include "app/PageFactory_win.h"
-#include "config/Folders_win.h"
 #include "config/ResourceIds.h"
-#include "prompts/ConfirmationDialog_win.h"
 #include "tray/TrayMenu.h"
 #include "ui/ProgramIcon_win.h"
 
@@ -37,13 +35,6 @@ UINT FirewallControlCenterDialog::OpenWindowMessage() {
 FirewallControlCenterDialog::FirewallControlCenterDialog(Session& session)
     : FrameDialog(session.fonts, session.language, session.userValues),
       m_session(session),
-      m_promptWorld(
-          session.dataFolder, GetInstallationFolder(), m_promptConnector, session.clock,
-          [this](const PromptQuestion& question) {
-              return ConfirmationDialog(m_session.fonts, question).Ask(Window());
-          },
-          [this] { return m_session.link.Service(); }),
-      m_prompts(session.devices, m_promptWorld),
       m_commands(session),
       m_tray(session.fonts, session.language, [this](const std::string& link) { OpenWebPage(link); }),
       m_status(session.language),
@@ -119,12 +110,6 @@ void FirewallControlCenterDialog::SetTimers(bool isFirst) {
             ::SetTimer(Window(), tick.timer, static_cast<UINT>(tick.period.count()), nullptr);
         }
     }
-}
-
-void FirewallControlCenterDialog::AnswerQuestion() {
-    // A cycle that has answered may have waited for the service with this thread, which must not look like a jump
-    // of the clock.
-    if (m_prompts.RunCycle() == PromptCycle::Answered) m_session.machine.SkipNextClockCheck();
 }
 
 void FirewallControlCenterDialog::ShowTraffic(const std::optional<TrafficIncrease>& increase,
@@ -203,6 +188,7 @@ std::optional<LRESULT> FirewallControlCenterDialog::OnMessage(UINT message, WPAR
     switch (message) {
         case kMessageShown: OnShown(); return 0;
         case Session::kMessageCompletions: m_session.RunCompletions(); return 0;
+        case Session::kMessageQuestion: AnswerQuestion(); return 0;
         case kMessageTray: m_tray.OnNotification(static_cast<UINT>(wParam), static_cast<UINT>(lParam)); return 0;
         case WM_WINDOWPOSCHANGED:
             if (m_ticks.SetSeen(IsSeen())) SetTimers(false);
@@ -220,7 +206,7 @@ std::optional<LRESULT> FirewallControlCenterDialog::OnMessage(UINT message, WPAR
 
 bool FirewallControlCenterDialog::IsBusy() const {
     // A modal dialog over this window keeps it disabled.
-    return m_prompts.IsBusy() || m_session.IsTellingNotice() || m_session.IsAnyWorkerRunning() ||
+    return m_session.prompt.IsBusy() || m_session.IsTellingNotice() || m_session.IsAnyWorkerRunning() ||
            !::IsWindowEnabled(Window());
 }
 
@@ -239,12 +225,12 @@ void FirewallControlCenterDialog::OnEndSession() {
 
 void FirewallControlCenterDialog::ExitControlCenter() {
     // The driver waits for the answer to an open question; it comes first.
-    if (m_prompts.IsBusy()) return;
+    if (m_session.prompt.IsBusy()) return;
     // Nor can the password be asked for a second time. Before the questions: their answers would be for nothing.
     if (m_session.gate.IsAsking()) return m_session.gate.ComeForward();
     if (CPage* const page = Pages().Current(); page && !page->MayLeave()) return;
     m_leaving.Exit(
-        Window(), [this] { return m_prompts.IsBusy() || m_session.IsAnyWorkerRunning(); },
+        Window(), [this] { return m_session.prompt.IsBusy() || m_session.IsAnyWorkerRunning(); },
         [this] { End(kResultExit); });
 }
 

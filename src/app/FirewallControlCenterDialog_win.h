@@ -15,10 +15,6 @@
 #include "app/StatusLine_win.h"
 #include "app/Ticks.h"
 #include "base/Handles_win.h"
-#include "base/StopSignal.h"
-#include "ipc/Pipe_win.h"
-#include "prompts/ConnectionPrompt.h"
-#include "prompts/PromptWorld_win.h"
 
 namespace brennvar {
 
@@ -59,7 +55,7 @@ private:
     void RefreshFigures() override { m_session.RefreshFigures(); }
     void CheckNetwork() override { m_session.machine.CheckNetwork(); }
     void CheckClock() override { m_session.machine.CheckClock(); }
-    void AnswerQuestion() override;
+    void AnswerQuestion() override { m_session.prompt.Tick(Window()); }
     void FetchNotice() override { m_session.FetchNotice(); }
     void FollowGrip() override { TickGrip(); }
 
@@ -85,11 +81,6 @@ private:
     Ticks m_ticks{*this};
     UniqueIcon m_bigIcon;
     UniqueIcon m_smallIcon;
-    // A connection question stays on this thread, with its pipes.
-    StopSignal m_neverStopped;  // waits on this thread are never cut short
-    WinPipeConnector m_promptConnector{m_neverStopped};
-    WinPromptWorld m_promptWorld;
-    ConnectionPromptService m_prompts;
     ControlCommands m_commands;
     ControlCenterTray m_tray;
     StatusLine m_status;

@@ -38,6 +38,7 @@ Session::Session(const SessionSurroundings& surroundings, Language openedLanguag
       modes(clock, language, commander, reads, ModeReader(dataFolder, readsClock), *this),
       applicationChanges(commander),
       connections(devices, reads, link, language.GetText(313, "no process associated")),
+      prompt(fonts, devices, clock, PostWhenFinished(kMessageQuestion)),
       machine(clock, language, commander, surroundings.readAddresses),
       workers{CWorkerThread(PostWhenFinished(kMessageWorkerFinished)),
               CWorkerThread(PostWhenFinished(kMessageWorkerFinished + 1)),

@@ -22,6 +22,7 @@
 #include "config/UserValues.h"
 #include "ipc/Device.h"
 #include "ipc/ServiceLink.h"
+#include "prompts/ConnectionPrompt_win.h"
 #include "security/SecurityPasswordGate_win.h"
 #include "security/StoredPassword.h"
 #include "statistics/Statistics.h"
@@ -47,6 +48,7 @@ class Session final : private ModeView {
 public:
     // Private messages of the window.
     static constexpr UINT kMessageCompletions = WM_APP + 1;  // RunCompletions is to be called
+    static constexpr UINT kMessageQuestion = WM_APP + 3;     // something of a question has come: prompt.Tick
     static constexpr UINT kMessageWorkerFinished = 4846;     // to 4849, one per worker thread
     static constexpr std::size_t kWorkerCount = 4;
 
@@ -103,6 +105,7 @@ public:
     ApplicationChanges applicationChanges;
     ConnectionsReader connections;
     Statistics statistics;
+    ConnectionPrompt prompt;
     MachineWatch machine;
     std::array<CWorkerThread, kWorkerCount> workers;  // long jobs: filling a log list, exporting a log
 

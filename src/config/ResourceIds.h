@@ -35,6 +35,7 @@
 #define IDC_SERVICE 904
 #define IDC_PROGRAM_PATH 901
 #define IDC_WANTS 906
+#define IDC_WHY_NOT_REMEMBERED 907
 
 // About box
 #define IDC_PRODUCT_NAME 951

@@ -1,9 +1,12 @@
 // What the user is asked about a connection, and what the user says to it.
 #pragma once
 
+#include <memory>
 #include <string>
 
 namespace brennvar {
+
+struct QuestionIcon;  // QuestionIcon_win.h; pictures are known on Windows only
 
 enum class PromptAdvice { None, Allow, Deny };
 
@@ -11,14 +14,14 @@ enum class PromptAdvice { None, Allow, Deny };
 // in the language of the user, without trailing line breaks.
 struct PromptQuestion {
     // Facts. What is not known reads "unknown".
-    std::string path;  // of the program file, or "Unknown name"; as the peer gave it: a file name, no caption
-    std::string displayName;  // the program as the user knows it
-    bool applicationKnown = true;
-    std::string remoteHost;     // from the DNS log, at most 40 characters
-    std::string localAddress;   // "a.b.c.d:port", without ":port" when there is none
-    std::string remoteAddress;  // likewise
-    std::string service;        // what the remote port stands for
-    std::string protocol;       // "ICMP", "TCP", "UDP" or a number
+    std::string path;         // of the program file, as the peer gave it; of an unknown program why there is none
+    std::string displayName;  // the program as the user knows it, or "Unknown name"
+    std::shared_ptr<const QuestionIcon> icon;  // null: the plain one
+    std::string remoteHost;                    // from the DNS log, at most 40 characters
+    std::string localAddress;                  // "a.b.c.d:port", without ":port" when there is none
+    std::string remoteAddress;                 // likewise
+    std::string service;                       // what the remote port stands for
+    std::string protocol;                      // "ICMP", "TCP", "UDP" or a number
     PromptAdvice adviceKind = PromptAdvice::None;
     std::string advice;
 
@@ -38,6 +41,8 @@ struct PromptQuestion {
     std::string allowButton;
     std::string denyButton;
     std::string rememberText;  // three lines
+    // Why the answer cannot be remembered; empty: it can.
+    std::string whyNotRemembered;
 };
 
 struct PromptAnswer {
@@ -45,11 +50,5 @@ struct PromptAnswer {
     bool remember = false;
     friend bool operator==(const PromptAnswer&, const PromptAnswer&) = default;
 };
-
-// The dialog ends with the number of its button: No (7, as Windows numbers it) denies, whatever else allows.
-inline constexpr int kDialogResultNo = 7;
-[[nodiscard]] constexpr PromptAnswer AnswerOfDialog(int dialogResult, bool remember) {
-    return {.allow = dialogResult != kDialogResultNo, .remember = remember};
-}
 
 }  // namespace brennvar

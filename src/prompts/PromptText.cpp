@@ -51,17 +51,21 @@ std::string AdviceText(PromptAdvice advice, const Language& language) {
 }
 
 void FillFacts(PromptQuestion& question, const PromptFacts& facts, const Language& language) {
-    question.applicationKnown = facts.applicationKnown;
-    question.path = facts.applicationKnown ? facts.path : language.GetText(1115, "Unknown name");
-    question.displayName =
-        facts.applicationKnown ? OneLine(DisplayNameOf(facts.path, facts.fileDescription)) : question.path;
     const std::string unknown = language.GetText(1114, "unknown");
     question.remoteHost = facts.hostName.empty() ? unknown : OneLine(CutTo40(facts.hostName));
     question.localAddress = unknown;
     question.remoteAddress = unknown;
     if (facts.applicationKnown) {
+        question.path = facts.path;
+        question.displayName = OneLine(DisplayNameOf(facts.path, facts.fileDescription));
+        question.icon = facts.icon;
         question.localAddress = EndpointText(facts.localAddress, facts.localPort);
         question.remoteAddress = EndpointText(facts.remoteAddress, facts.remotePort);
+    } else {
+        question.path = language.GetText(1401, "It could not be found out which program this is.");
+        question.displayName = language.GetText(1115, "Unknown name");
+        question.whyNotRemembered =
+            language.GetText(1402, "The answer for an unknown program cannot be remembered.");
     }
     const ServiceName& service = FindServiceName(facts.remotePort, facts.protocol);
     question.service = language.GetText(service.text);

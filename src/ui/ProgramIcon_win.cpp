@@ -2,8 +2,6 @@
 
 #include <shellapi.h>
 
-#include <utility>
-
 #include "base/LocalPath_win.h"
 #include "ui/ToolkitIds.h"
 
@@ -35,11 +33,6 @@ UniqueIcon FindIconOfProgram(const std::string& path, IconSize size) {
 
 UniqueIcon LoadNoIcon(IconSize size) {
     return LoadOwnIconOfSize(IDI_NO_ICON, size);
-}
-
-UniqueIcon LoadIconOfProgram(const std::string& path, IconSize size) {
-    UniqueIcon icon = FindIconOfProgram(path, size);
-    return icon ? std::move(icon) : LoadNoIcon(size);
 }
 
 UniqueIcon LoadOwnIcon(int id, int width, int height) {

@@ -9,11 +9,8 @@ namespace brennvar {
 
 enum class IconSize { Small, Large };  // 16 and 32 pixels at 96 per inch
 
-// The program's own icon, or ours for programs that have none: a file that does not exist, a path that is empty.
-// Paths on other machines are not asked for, because the answer may take minutes.
-[[nodiscard]] UniqueIcon LoadIconOfProgram(const std::string& path, IconSize size);
-
-// The same, but nothing for programs that have none.
+// The program's own icon; nothing for programs that have none: a file that does not exist, a path that is empty.
+// Paths on other machines are not asked for, because the answer may take minutes. Any thread that is ready for COM.
 [[nodiscard]] UniqueIcon FindIconOfProgram(const std::string& path, IconSize size);
 // Ours, which stands for a program that has none.
 [[nodiscard]] UniqueIcon LoadNoIcon(IconSize size);

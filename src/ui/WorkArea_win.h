@@ -7,6 +7,8 @@ namespace brennvar {
 
 // The rectangle moved, and made smaller if it must be, so that it lies inside the area.
 [[nodiscard]] RECT FitInto(RECT rectangle, const RECT& area);
+// What is left of an area beside the task bar: the larger part. All of it when the bar lies elsewhere, or over all.
+[[nodiscard]] RECT BesideBar(const RECT& area, const RECT& bar);
 // The work area of the screen nearest to a rectangle, in screen coordinates.
 [[nodiscard]] RECT WorkAreaNear(const RECT& rectangle);
 // The work area of the main screen.

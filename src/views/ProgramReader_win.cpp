@@ -1,29 +1,14 @@
 #include "views/ProgramReader_win.h"
 
-#include <objbase.h>
-
 #include <memory>
 #include <utility>
 
+#include "base/ComOfThread_win.h"
 #include "base/LocalPath_win.h"
 #include "ui/ProgramIcon_win.h"
 
 namespace brennvar {
 namespace {
-
-// The shell's icon handlers are COM objects, which the thread that calls them has to be ready for.
-class ComOfThread {
-public:
-    ComOfThread() : m_result(::CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED | COINIT_DISABLE_OLE1DDE)) {}
-    ComOfThread(const ComOfThread&) = delete;
-    ComOfThread& operator=(const ComOfThread&) = delete;
-    ~ComOfThread() {
-        if (SUCCEEDED(m_result)) ::CoUninitialize();
-    }
-
-private:
-    const HRESULT m_result;
-};
 
 ProgramDetails DetailsOf(const std::string& path) {
     if (!IsOnThisMachine(path)) return {.place = ProgramDetails::Place::OtherMachine, .version = {}};

@@ -1,13 +1,11 @@
 // A driver that answers anything: the input is what it puts into the block and the request, the rest of the input
-// serves as the texts of the outside. Whatever comes, a cycle ends with a well-formed answer or none.
+// serves as the texts of the outside. Whatever comes, the road ends with a well-formed answer or none.
 #include <algorithm>
 #include <cstring>
 #include <string>
 
 #include "FuzzInput.h"
-#include "prompts/ConnectionPrompt.h"
-#include "support/FakeDevice.h"
-#include "unit/prompts/FakePromptWorld.h"
+#include "unit/prompts/QuestionRig.h"
 
 namespace {
 
@@ -32,8 +30,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const auto request = Take<ConnectionPromptRequest>(input);
     const std::string text(reinterpret_cast<const char*>(input.data()), input.size());
 
-    test::FakeDriver driver;
-    driver.exchange = [&](std::uint32_t, std::span<std::byte> given) {
+    test::QuestionRig rig;
+    rig.driver.exchange = [&](std::uint32_t, std::span<std::byte> given) {
         const auto asked = DecodeRecord<PromptExchangeBlock>(given);
         Require(asked.has_value());
         // The driver gets addresses as numbers. NOLINTNEXTLINE(performance-no-int-to-ptr)
@@ -44,20 +42,23 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     };
     const std::uint32_t processId = request.processId;
     const Ipv4 remoteAddress = request.remoteAddress;
-    test::FakePromptWorld world;
-    world.processes[processId] = text.substr(0, 259);
-    world.hosts[remoteAddress] = text;
-    world.descriptions[std::string(TextOf(request.path))] = text;
+    rig.sources.process = text.substr(0, 259);
+    rig.sources.hosts[remoteAddress] = text;
+    rig.sources.description = text;
 
-    ConnectionPromptService service(driver, world);
+    using State = ConnectionQuestions::State;
     const bool present = block.questionPresent != 0;
-    Require(service.RunCycle() == (present ? PromptCycle::Answered : PromptCycle::NoQuestion));
-    Require(world.sent.size() == (present ? 1U : 0U));
-    for (const ConnectionPromptAnswer& answer : world.sent) {
-        Require(answer.kind == 3 && answer.processId == processId && answer.path[259] == 0);
-        Require((answer.decision == PromptDecision::None) == (processId == kNoProcess));
+    rig.TickAndLookUp();
+    rig.questions.Tick();
+    Require(rig.questions.CurrentState() == (present ? State::Delivering : State::Idle));
+    rig.delivering.RunAll();
+    Require(rig.pipe.writes.size() == (present ? 1U : 0U));
+    for (const test::FakePipe::Message& message : rig.pipe.writes) {
+        const auto answer = DecodeRecord<ConnectionPromptAnswer>(message.bytes);
+        Require(answer && answer->kind == 3 && answer->processId == processId && answer->path[259] == 0);
+        Require((answer->decision == PromptDecision::None) == (processId == kNoProcess));
     }
-    for (const PromptQuestion& question : world.questions) {
+    for (const PromptQuestion& question : rig.asker.questions) {
         Require(!question.displayName.empty() && question.remoteHost.size() <= 40);
         // The ten line breaks of the form, and none of a peer's.
         Require(std::count(question.body.begin(), question.body.end(), '\n') == 10);

@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <fstream>
 #include <random>
+#include <utility>
 
 #include "Product.h"
 #include "tree/TreeMessages_win.h"
@@ -239,6 +240,65 @@ TEST_F(ProductTest, SurvivesRandomBytesInEveryFile) {
     ASSERT_TRUE(Answer(dialog, kNo));
     // 5,000 bytes hold 18 whole rule records, whatever their bytes mean.
     EXPECT_EQ(WaitForRows(kApplicationsPage, 3, 18).size(), 18U);
+}
+
+// What the screen shows where the window is.
+std::vector<std::uint32_t> PixelsAt(HWND window) {
+    RECT place{};
+    ::GetWindowRect(window, &place);
+    BITMAPINFO info{};
+    info.bmiHeader.biSize = sizeof info.bmiHeader;
+    info.bmiHeader.biWidth = place.right - place.left;
+    info.bmiHeader.biHeight = place.bottom - place.top;
+    info.bmiHeader.biPlanes = 1;
+    info.bmiHeader.biBitCount = 32;
+    std::vector<std::uint32_t> pixels(static_cast<std::size_t>(info.bmiHeader.biWidth * info.bmiHeader.biHeight));
+    const HDC screen = ::GetDC(nullptr);
+    const HDC memory = ::CreateCompatibleDC(screen);
+    const HBITMAP bitmap = ::CreateCompatibleBitmap(screen, info.bmiHeader.biWidth, info.bmiHeader.biHeight);
+    const HGDIOBJ old = ::SelectObject(memory, bitmap);
+    ::BitBlt(memory, 0, 0, info.bmiHeader.biWidth, info.bmiHeader.biHeight, screen, place.left, place.top, SRCCOPY);
+    ::SelectObject(memory, old);
+    ::GetDIBits(memory, bitmap, 0, static_cast<UINT>(info.bmiHeader.biHeight), pixels.data(), &info,
+                DIB_RGB_COLORS);
+    ::DeleteObject(bitmap);
+    ::DeleteDC(memory);
+    ::ReleaseDC(nullptr, screen);
+    return pixels;
+}
+
+TEST_F(ProductTest, QuestionLiesAboveTheControlCenterWhateverIsBroughtForward) {
+    // The welcome brings the control center forward just when the first question comes.
+    SetWelcomed(0);
+    ASSERT_NO_FATAL_FAILURE(Start({std::string("question tcp 10.1.2.3:1 10.9.9.9:2 4242 ") + kAurora}));
+    const HWND question = WaitForQuestion();
+    ASSERT_NE(question, nullptr);
+    ASSERT_TRUE(WaitUntil([&] { return ::IsWindowEnabled(::GetDlgItem(question, kNo)) != FALSE; }));
+    EXPECT_TRUE(WaitUntil([&] {
+        RECT bar{}, place{}, both{};
+        ::GetWindowRect(::FindWindowA("Shell_TrayWnd", nullptr), &bar);
+        ::GetWindowRect(question, &place);
+        return !::IsRectEmpty(&bar) && !::IntersectRect(&both, &place, &bar);
+    })) << "the task bar lies over it";
+
+    // Alone on the screen, it shows what has to be seen of it afterwards.
+    ::ShowWindow(m_window, SW_HIDE);
+    std::vector<std::uint32_t> alone;
+    ASSERT_TRUE(WaitUntil([&] {
+        const auto before = std::exchange(alone, PixelsAt(question));
+        return before == alone;
+    }));
+    const std::function<void()> ways[] = {
+        [&] { ::ShowWindow(m_window, SW_SHOW); }, [&] { ::SetForegroundWindow(m_window); },
+        [&] { ::ShowWindow(m_window, SW_MINIMIZE); }, [&] { ::ShowWindow(m_window, SW_RESTORE); },
+        [&] { ::SetWindowPos(m_window, HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE); }};
+    for (std::size_t way = 0; way < std::size(ways); ++way) {
+        ways[way]();
+        EXPECT_LT(AnswerTime(m_window, 5s), 5s);
+        EXPECT_TRUE(WaitUntil([&] { return PixelsAt(question) == alone; })) << way;
+    }
+    EXPECT_TRUE(::IsWindowVisible(m_window) && !::IsIconic(m_window));
+    EXPECT_TRUE(Answer(question, kNo));
 }
 
 }  // namespace

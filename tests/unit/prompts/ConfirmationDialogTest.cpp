@@ -4,13 +4,12 @@
 
 #include <functional>
 
+#include "support/ModalOwner_win.h"
 #include "support/ObjectCounts_win.h"
 #include "ui/ChildControls_win.h"
 
 namespace brennvar {
 namespace {
-
-constexpr UINT kMessageLook = WM_APP + 1;
 
 // Asks, and looks at the dialog from inside its loop. A posted message comes before every timer, so the buttons'
 // delay cannot have passed by then, however slow the machine is.
@@ -19,50 +18,79 @@ protected:
     CFonts fonts;
     PromptQuestion question;
     HWND dialogWindow = nullptr;
-    HWND owner = nullptr;
-    std::function<void()> look;
+    test::ModalOwner modalOwner;
+    const HWND owner = modalOwner.Window();
 
     ConfirmationDialogTest() {
         question.body = "A & B\nis trying to communicate to x.\n\nAllow?";
         question.caption = "Confirm network connection";
-        owner = ::CreateWindowExA(0, "STATIC", "", WS_POPUP | WS_VISIBLE, 0, 0, 50, 50, nullptr, nullptr,
-                                  ::GetModuleHandleA(nullptr), nullptr);
-        ::SetWindowLongPtrA(owner, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
-        ::SetWindowLongPtrA(owner, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&ConfirmationDialogTest::Procedure));
     }
-    ~ConfirmationDialogTest() override { ::DestroyWindow(owner); }
 
-    PromptAnswer Ask(std::function<void()> whenOpen) {
-        look = std::move(whenOpen);
-        ::PostMessageA(owner, kMessageLook, 0, 0);
+    PromptAnswer Ask(const std::function<void()>& look) {
+        modalOwner.Post([&] {
+            dialogWindow = ::FindWindowA(nullptr, question.caption.c_str());
+            look();
+        });
         return ConfirmationDialog(fonts, question).Ask(owner);
     }
     [[nodiscard]] HWND Item(int id) const { return ::GetDlgItem(dialogWindow, id); }
     void Send(UINT message, WPARAM wParam) const { ::SendMessageA(dialogWindow, message, wParam, 0); }
     void PassDelay() const { Send(WM_TIMER, ConfirmationDialog::kButtonTimer); }
     void Click(int id) const { ::SendMessageA(Item(id), BM_CLICK, 0, 0); }
-
-private:
-    static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-        if (message != kMessageLook) return ::DefWindowProcA(window, message, wParam, lParam);
-        auto* test = reinterpret_cast<ConfirmationDialogTest*>(::GetWindowLongPtrA(window, GWLP_USERDATA));
-        test->dialogWindow = ::FindWindowA(nullptr, test->question.caption.c_str());
-        test->look();
-        return 0;
-    }
 };
 
 TEST_F(ConfirmationDialogTest, YesAllowsAndNoDeniesWithTheCheckBox) {
     for (const int button : {334, 337}) {
         for (const bool remember : {false, true}) {
-            const PromptAnswer answer = Ask([&] {
-                PassDelay();
-                if (remember) Click(573);
-                Click(button);
-            });
-            EXPECT_EQ(answer, (PromptAnswer{.allow = button == 334, .remember = remember}));
+            for (const char* const why : {"", "It is unknown."}) {
+                question.whyNotRemembered = why;
+                const bool isKnown = *why == '\0';
+                const PromptAnswer answer = Ask([&] {
+                    PassDelay();
+                    EXPECT_EQ(::IsWindowEnabled(Item(573)) != FALSE, isKnown);
+                    EXPECT_EQ(::IsWindowVisible(Item(907)) == FALSE, isKnown);
+                    if (remember) Click(573);
+                    Click(button);
+                });
+                EXPECT_EQ(answer, (PromptAnswer{.allow = button == 334, .remember = remember && isKnown}));
+            }
         }
     }
+}
+
+TEST_F(ConfirmationDialogTest, ComesBackIntoTheWorkAreaAndAboveWhatWasPutOverIt) {
+    (void)Ask([this] {
+        RECT area{}, place{}, both{};
+        ::SystemParametersInfoA(SPI_GETWORKAREA, 0, &area, 0);
+        for (const POINT corner : {POINT{area.right - 50, area.bottom - 50}, POINT{-5000, -5000}}) {
+            ::SetWindowPos(dialogWindow, nullptr, corner.x, corner.y, 0, 0, SWP_NOSIZE | SWP_NOACTIVATE);
+            Send(WM_TIMER, ConfirmationDialog::kPlaceTimer);
+            ::GetWindowRect(dialogWindow, &place);
+            ::UnionRect(&both, &place, &area);
+            EXPECT_TRUE(::EqualRect(&both, &area)) << place.left << " " << place.bottom;
+        }
+        // Nobody is told of windows that are put in order: the question looks whether it may have happened.
+        const HWND other = ::CreateWindowExA(WS_EX_TOPMOST, "STATIC", "", WS_POPUP | WS_VISIBLE, 0, 0, 50, 50,
+                                             nullptr, nullptr, ::GetModuleHandleA(nullptr), nullptr);
+        const auto isAbove = [&] {
+            for (HWND below = dialogWindow; below; below = ::GetWindow(below, GW_HWNDNEXT)) {
+                if (below == other) return true;
+            }
+            return false;
+        };
+        EXPECT_FALSE(isAbove());
+        for (const int change : {SW_HIDE, SW_SHOWNA, SW_SHOWMINNOACTIVE}) {
+            for (int tick = 0; tick < 8; ++tick) Send(WM_TIMER, ConfirmationDialog::kPlaceTimer);
+            ::SetWindowPos(other, HWND_TOPMOST, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+            Send(WM_TIMER, ConfirmationDialog::kPlaceTimer);
+            EXPECT_FALSE(isAbove()) << "nothing has happened that it could tell";
+            ::ShowWindow(owner, change);
+            Send(WM_TIMER, ConfirmationDialog::kPlaceTimer);
+            EXPECT_TRUE(isAbove()) << change;
+        }
+        ::DestroyWindow(other);
+        ::DestroyWindow(dialogWindow);
+    });
 }
 
 TEST_F(ConfirmationDialogTest, NothingAnswersBeforeTheButtonsWork) {

@@ -1,0 +1,74 @@
+#include "prompts/FactSources_win.h"
+
+#include <utility>
+
+#include "base/ComOfThread_win.h"
+#include "base/NetworkAddresses_win.h"
+#include "base/VersionInfo_win.h"
+#include "config/Folders.h"
+#include "config/IniSnapshot_win.h"
+#include "config/Ini_win.h"
+#include "config/Settings.h"
+#include "logs/Lookups.h"
+#include "prompts/FactsGatherer.h"
+#include "prompts/QuestionIcon_win.h"
+#include "rules/ApplicationRules.h"
+#include "ui/ProgramIcon_win.h"
+
+namespace brennvar {
+namespace {
+
+using namespace std::chrono_literals;
+
+// Nobody waits longer for a path than FactsGatherer does, and the next question's rule is looked up on the same
+// thread: so the usual patience with the service is cut to that time.
+constexpr PipePolicy kPathPolicy{.attempts = 5, .wait = 200ms, .pause = 200ms, .pendingLimit = 600ms};
+static_assert(kPathPolicy.attempts * (kPathPolicy.wait + kPathPolicy.pause) <= FactsGatherer::kPathLimit);
+
+}  // namespace
+
+WinFactSources::WinFactSources(std::string dataFolder, std::string installationFolder, PipeConnector& connector,
+                               Clock& waits)
+    : m_dataFolder(std::move(dataFolder)),
+      m_installationFolder(std::move(installationFolder)),
+      m_waits(waits),
+      m_pipes(connector, waits, kPathPolicy) {}
+
+std::optional<std::string> WinFactSources::ResolveProcessPath(std::uint32_t processId) {
+    return m_pipes.ResolveProcessPath(processId);
+}
+
+RuleAction WinFactSources::LookupAction(const std::string& path) {
+    return LookupApplicationAction(RulesFilePath(m_dataFolder), m_waits, path);
+}
+
+std::string WinFactSources::FileDescription(const std::string& path) {
+    return ReadFileDescription(path);
+}
+
+std::shared_ptr<const QuestionIcon> WinFactSources::Icon(const std::string& path) {
+    thread_local const ComOfThread com;
+    return std::make_shared<QuestionIcon>(QuestionIcon{FindIconOfProgram(path, IconSize::Large)});
+}
+
+Language WinFactSources::LoadLanguage() {
+    const std::string name = ReadLanguageName(CIni(SettingsFilePath(m_dataFolder)));
+    Language language(std::make_unique<CIniSnapshot>(LanguageFilePath(m_installationFolder, name)));
+    (void)language.GetText(
+        444, "Confirm network connection");  // reads the file here, and not where the question is put into words
+    return language;
+}
+
+Ipv4 WinFactSources::LocalAddressFor(Ipv4 address) {
+    return FindLocalAddressFor(address);
+}
+
+std::string WinFactSources::HostName(LocalDate day, Ipv4 address) {
+    return FindHostName(m_dataFolder, day, address);
+}
+
+std::optional<std::uint32_t> WinFactSources::Advice(const std::string& path) {
+    return FindAdvice(m_dataFolder, path);
+}
+
+}  // namespace brennvar

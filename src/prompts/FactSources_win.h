@@ -1,0 +1,34 @@
+// The real sources of a connection question's facts.
+#pragma once
+
+#include <string>
+
+#include "base/Clock.h"
+#include "ipc/Pipe.h"
+#include "ipc/ServicePipes.h"
+#include "prompts/FactSources.h"
+
+namespace brennvar {
+
+class WinFactSources final : public FactSources {
+public:
+    // connector and waits are borrowed and belong to the thread that asks for paths and rules.
+    WinFactSources(std::string dataFolder, std::string installationFolder, PipeConnector& connector, Clock& waits);
+
+    [[nodiscard]] std::optional<std::string> ResolveProcessPath(std::uint32_t processId) override;
+    [[nodiscard]] RuleAction LookupAction(const std::string& path) override;
+    [[nodiscard]] std::string FileDescription(const std::string& path) override;
+    [[nodiscard]] std::shared_ptr<const QuestionIcon> Icon(const std::string& path) override;
+    [[nodiscard]] Language LoadLanguage() override;
+    [[nodiscard]] Ipv4 LocalAddressFor(Ipv4 address) override;
+    [[nodiscard]] std::string HostName(LocalDate day, Ipv4 address) override;
+    [[nodiscard]] std::optional<std::uint32_t> Advice(const std::string& path) override;
+
+private:
+    const std::string m_dataFolder;
+    const std::string m_installationFolder;
+    Clock& m_waits;
+    ServicePipes m_pipes;
+};
+
+}  // namespace brennvar

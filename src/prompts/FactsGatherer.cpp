@@ -1,0 +1,161 @@
+#include "prompts/FactsGatherer.h"
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+
+#include "ipc/PipeRecords.h"
+
+namespace brennvar {
+namespace {
+
+// Stands for the path of a program that nobody knows, in the answer; the screen shows it in the user's language.
+constexpr char kUnknownPath[] = "Unknown name";
+
+// A path is used as the fixed fields of rules and answers hold it, 260 bytes with its zero: a rule for a longer one
+// would never be found again.
+constexpr std::size_t kLongestPath = sizeof ConnectionPromptAnswer::path - 1;
+
+constexpr FileTime kFileTimePerMs = kFileTimePerSecond / 1000;
+
+}  // namespace
+
+template <class Result>
+void FactsGatherer::Find(TaskQueue& queue, std::function<Result()> look, std::function<void(Result)> take) {
+    queue.Ask<Result>(
+        [round = m_round, look = std::move(look)] { return round->isOver ? Result() : look(); },
+        [this, round = m_round, stage = m_stage, take = std::move(take)](std::optional<Result> found) {
+            if (!round->isOver && m_stage == stage) take(std::move(found).value_or(Result()));
+        });
+}
+
+template <class Result>
+void FactsGatherer::FindFact(TaskQueue& queue, std::function<Result()> look, std::function<void(Result)> take) {
+    ++m_missingFacts;
+    Find<Result>(queue, std::move(look), [this, take = std::move(take)](Result found) {
+        take(std::move(found));
+        if (--m_missingFacts == 0) Enter(Stage::Over);
+    });
+}
+
+void FactsGatherer::Start(const ConnectionPromptRequest& request) {
+    m_round->isOver = true;
+    m_round = std::make_shared<Round>();
+    m_rule = RuleAction::Ask;
+    m_missingFacts = 0;
+    m_language = std::make_shared<const Language>(nullptr);
+    m_facts = {};
+    m_facts.path = kUnknownPath;
+    m_facts.applicationKnown = false;
+    m_facts.protocol = request.protocol;
+    m_facts.localAddress = request.localAddress;
+    m_facts.localPort = SwapPort(request.localPort);
+    m_facts.remoteAddress = request.remoteAddress;
+    m_facts.remotePort = SwapPort(request.remotePort);
+
+    Enter(Stage::Path);
+    if (const std::string_view path = TextOf(request.path); !path.empty()) {
+        OnPath(std::string(path.substr(0, kLongestPath)));
+        return;
+    }
+    Find<std::string>(
+        m_queues.deciding,
+        [&sources = m_sources, processId = request.processId] {
+            return sources.ResolveProcessPath(processId).value_or("");
+        },
+        [this](const std::string& path) { OnPath(path); });
+}
+
+void FactsGatherer::OnPath(const std::string& path) {
+    if (path.empty()) {
+        // Nothing is looked up for the stand-in of a path: it must find no rule or file by accident.
+        FindRest();
+        return;
+    }
+    m_facts.path = path;
+    m_facts.applicationKnown = true;
+    Enter(Stage::Rule);
+    Find<RuleAction>(
+        m_queues.deciding, [&sources = m_sources, path] { return sources.LookupAction(path); },
+        [this](RuleAction rule) { OnRule(rule); });
+}
+
+void FactsGatherer::OnRule(RuleAction rule) {
+    m_rule = rule;
+    if (rule == RuleAction::Allow || rule == RuleAction::Deny) {
+        Enter(Stage::Over);
+    } else {
+        FindRest();
+    }
+}
+
+void FactsGatherer::FindRest() {
+    Enter(Stage::Rest);
+    FindFact<std::shared_ptr<const Language>>(
+        m_queues.connection,
+        [&sources = m_sources] { return std::make_shared<const Language>(sources.LoadLanguage()); },
+        [this](std::shared_ptr<const Language> language) {
+            if (language) m_language = std::move(language);
+        });
+    FindFact<Ends>(
+        m_queues.connection,
+        [&sources = m_sources, day = m_clock.Today(), local = m_facts.localAddress,
+         remote = m_facts.remoteAddress] {
+            Ends ends{.local = local, .remote = remote, .hostName = {}};
+            if (ends.local == 0) ends.local = sources.LocalAddressFor(ends.remote);
+            if (ends.remote == 0) ends.remote = sources.LocalAddressFor(ends.local);
+            ends.hostName = sources.HostName(day, ends.remote);
+            return ends;
+        },
+        [this](Ends ends) {
+            m_facts.localAddress = ends.local;
+            m_facts.remoteAddress = ends.remote;
+            m_facts.hostName = std::move(ends.hostName);
+        });
+    if (!m_facts.applicationKnown) return;
+    const std::string& path = m_facts.path;
+    FindFact<std::optional<std::uint32_t>>(
+        m_queues.connection, [&sources = m_sources, path] { return sources.Advice(path); },
+        [this](std::optional<std::uint32_t> advice) { m_facts.advice = advice; });
+    FindFact<std::string>(
+        m_queues.programs, [&sources = m_sources, path] { return sources.FileDescription(path); },
+        [this](std::string description) { m_facts.fileDescription = std::move(description); });
+    FindFact<std::shared_ptr<const QuestionIcon>>(
+        m_queues.programs, [&sources = m_sources, path] { return sources.Icon(path); },
+        [this](std::shared_ptr<const QuestionIcon> icon) { m_facts.icon = std::move(icon); });
+}
+
+void FactsGatherer::Enter(Stage stage) {
+    m_stage = stage;
+    m_stageStart = m_clock.UtcNow();
+    if (stage == Stage::Over) m_round->isOver = true;
+}
+
+std::chrono::milliseconds FactsGatherer::TimeInStage() {
+    const FileTime now = m_clock.UtcNow();
+    // A clock that was set back must not make the wait longer than its limit once more.
+    if (now < m_stageStart) m_stageStart = now;
+    return std::chrono::milliseconds((now - m_stageStart) / kFileTimePerMs);
+}
+
+std::chrono::milliseconds FactsGatherer::Limit() const {
+    switch (m_stage) {
+        case Stage::Path: return kPathLimit;
+        case Stage::Rule: return kRuleLimit;
+        default: return kRestLimit;
+    }
+}
+
+bool FactsGatherer::IsOver() {
+    if (m_stage == Stage::Over) return true;
+    if (TimeInStage() < Limit()) return false;
+    switch (m_stage) {
+        case Stage::Path: OnPath(""); break;
+        case Stage::Rule: OnRule(RuleAction::Ask); break;
+        default: Enter(Stage::Over); break;
+    }
+    return m_stage == Stage::Over;
+}
+
+}  // namespace brennvar

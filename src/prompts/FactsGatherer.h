@@ -1,0 +1,97 @@
+// Gathers what is to be known about a connection before it is decided, without a wait of its own: the look-ups are
+// done on queues, and whoever asks every 100 ms whether they are over also keeps the limits.
+//
+// One stage follows the other: the path of the program, the rule for it, and, when the user has to be asked, the
+// rest. What comes after its stage has ended is dropped.
+#pragma once
+
+#include <atomic>
+#include <chrono>
+#include <cstdint>
+#include <functional>
+#include <memory>
+
+#include "base/Clock.h"
+#include "base/TaskQueue.h"
+#include "config/Language.h"
+#include "ipc/DriverRecords.h"
+#include "ipc/RecordFile.h"
+#include "prompts/FactSources.h"
+#include "prompts/PromptText.h"
+
+namespace brennvar {
+
+class FactsGatherer {
+public:
+    // The path of a process is waited for this long, then the program is unknown.
+    static constexpr std::chrono::milliseconds kPathLimit{2000};
+    // The rule decides, so its file gets all of its retries, and some time to be read; only a look-up that hangs
+    // takes longer, and then the user is asked.
+    static constexpr std::chrono::milliseconds kRuleLimit =
+        kRecordFilePolicy.retries * kRecordFilePolicy.pause + std::chrono::seconds(2);
+    // Everything else may be left out of a question.
+    static constexpr std::chrono::milliseconds kRestLimit{500};
+
+    // Threads that do not wait for each other.
+    struct Queues {
+        TaskQueue& deciding;    // paths and rules
+        TaskQueue& programs;    // program files, which the shell and the disk may hold up
+        TaskQueue& connection;  // addresses, names, advice, words
+    };
+    // All are borrowed; sources and queues are used until the queues end.
+    FactsGatherer(FactSources& sources, Queues queues, const Clock& clock)
+        : m_sources(sources), m_queues(queues), m_clock(clock) {}
+    FactsGatherer(const FactsGatherer&) = delete;
+    FactsGatherer& operator=(const FactsGatherer&) = delete;
+    ~FactsGatherer() { m_round->isOver = true; }
+
+    // Begins with another connection; what is still looked up for the last one is not waited for.
+    void Start(const ConnectionPromptRequest& request);
+    // Nothing more is waited for. To be called often.
+    [[nodiscard]] bool IsOver();
+
+    // The results, once it is over.
+    [[nodiscard]] RuleAction Rule() const { return m_rule; }  // of an unknown program: Ask
+    [[nodiscard]] const PromptFacts& Facts() const { return m_facts; }
+    [[nodiscard]] const Language& Words() const { return *m_language; }
+
+private:
+    enum class Stage { Path, Rule, Rest, Over };
+    // One connection. The tasks share it, so that those that have not begun in time do nothing.
+    struct Round {
+        std::atomic<bool> isOver{false};
+    };
+    // Of a connection of which one address may be unknown.
+    struct Ends {
+        Ipv4 local = 0;
+        Ipv4 remote = 0;
+        std::string hostName;
+    };
+
+    // Has look done on the queue; take gets what it finds, or an empty Result, unless the present stage has ended.
+    template <class Result>
+    void Find(TaskQueue& queue, std::function<Result()> look, std::function<void(Result)> take);
+    // The same for one of the facts of the last stage.
+    template <class Result>
+    void FindFact(TaskQueue& queue, std::function<Result()> look, std::function<void(Result)> take);
+    void Enter(Stage stage);
+    [[nodiscard]] std::chrono::milliseconds TimeInStage();
+    [[nodiscard]] std::chrono::milliseconds Limit() const;
+    void OnPath(const std::string& path);
+    void OnRule(RuleAction rule);
+    void FindRest();
+
+    FactSources& m_sources;
+    const Queues m_queues;
+    const Clock& m_clock;
+
+    std::shared_ptr<Round> m_round = std::make_shared<Round>();
+    Stage m_stage = Stage::Over;
+    FileTime m_stageStart = 0;
+    int m_missingFacts = 0;
+    RuleAction m_rule = RuleAction::Ask;
+    PromptFacts m_facts;
+    std::shared_ptr<const Language> m_language;
+};
+
+}  // namespace brennvar
