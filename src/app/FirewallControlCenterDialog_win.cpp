@@ -103,22 +103,21 @@ void FirewallControlCenterDialog::OnInitDialog() {
     ::SendMessageA(Window(), WM_SETICON, ICON_BIG, reinterpret_cast<LPARAM>(m_bigIcon.Get()));
     ::SendMessageA(Window(), WM_SETICON, ICON_SMALL, reinterpret_cast<LPARAM>(m_smallIcon.Get()));
 
+    m_commander.GuardWith(m_gatePassword);
     m_connections = std::make_unique<ConnectionsReader>(m_devices, m_reads, m_link,
                                                         m_language.GetText(313, "no process associated"));
-    m_pageFactory.emplace(
-        PageFactory::Parts{.fonts = m_fonts,
-                           .language = m_language,
-                           .userValues = m_userValues,
-                           .link = m_link,
-                           .gate = m_gate,
-                           .reads = m_reads,
-                           .readsClock = m_readsClock,
-                           .connections = *m_connections,
-                           .statistics = m_statistics,
-                           .applicationChanges = m_applicationChanges,
-                           .applyResources = [this](const ResourceChoice& current, const ResourceChoice& chosen) {
-                               return ApplyResources(current, chosen);
-                           }});
+    m_pageFactory.emplace(PageFactory::Parts{.fonts = m_fonts,
+                                             .language = m_language,
+                                             .userValues = m_userValues,
+                                             .link = m_link,
+                                             .commander = m_commander,
+                                             .reads = m_reads,
+                                             .readsClock = m_readsClock,
+                                             .connections = *m_connections,
+                                             .statistics = m_statistics,
+                                             .applicationChanges = m_applicationChanges,
+                                             .options = m_options,
+                                             .resources = m_resources});
     CreateFrame(m_language.GetText(41, "Brennvar Personal Firewall"), PageEntries());
     m_status.Create(Window(), GetLook());
     RestorePlace();

@@ -14,6 +14,8 @@
 #include "app/ControlCenterTray_win.h"
 #include "app/ControlCommands_win.h"
 #include "app/FrameDialog_win.h"
+#include "app/GatePassword_win.h"
+#include "app/InstalledResources_win.h"
 #include "app/Leaving_win.h"
 #include "app/MachineWatch_win.h"
 #include "app/PageFactory_win.h"
@@ -21,9 +23,11 @@
 #include "base/StopSignal.h"
 #include "base/SystemClock.h"
 #include "base/TaskThread.h"
+#include "commands/Commander.h"
 #include "commands/ProtectionModes.h"
 #include "config/Charset.h"
 #include "config/Language.h"
+#include "config/OptionFile_win.h"
 #include "config/ResourceChoice.h"
 #include "config/Resources_win.h"
 #include "config/UserValues_win.h"
@@ -129,6 +133,12 @@ private:
     std::array<CWorkerThread, kWorkerCount> m_workers;  // long jobs: filling a log list, exporting a log
     SecurityPasswordGate m_gate{
         {.fonts = m_fonts, .language = m_language, .link = m_link, .reads = m_reads, .readsClock = m_readsClock}};
+    GatePassword m_gatePassword{m_gate, [this] { return Window(); }};
+    Commander m_commander{m_link, m_language};
+    OptionFile m_options{m_readsClock};
+    InstalledResources m_resources{[this](const ResourceChoice& current, const ResourceChoice& chosen) {
+        return ApplyResources(current, chosen);
+    }};
     ControlCommands m_commands{
         {.fonts = m_fonts, .language = m_language, .link = m_link, .gate = m_gate, .clock = m_clock}};
     ApplicationChanges m_applicationChanges{ConnectApplicationChanges(m_gate, m_link, [this] { return Window(); })};

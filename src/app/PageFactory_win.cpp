@@ -3,13 +3,9 @@
 #include <utility>
 #include <vector>
 
-#include "config/FileStamp_win.h"
 #include "config/Folders.h"
 #include "config/Folders_win.h"
-#include "config/Options.h"
-#include "config/ResourceFolders_win.h"
 #include "config/ResourceIds.h"
-#include "config/Resources_win.h"
 #include "rules/ApplicationRules.h"
 #include "views/ApplicationsPage_win.h"
 #include "views/ConnectionsPage_win.h"
@@ -64,39 +60,13 @@ std::unique_ptr<CPage> PageFactory::MakeApplications(PageTexts texts) const {
 }
 
 std::unique_ptr<CPage> PageFactory::MakeOptions(PageTexts texts) const {
-    return std::make_unique<OptionsPage>(
-        m_parts.fonts, m_parts.language, std::move(texts),
-        OptionsPage::Resources{
-            .skins = [] { return ListResourceFolders(SkinsFolderPath(GetInstallationFolder())); },
-            .languages = [] { return ListResourceFolders(LanguagesFolderPath(GetInstallationFolder())); },
-            .current = CurrentResourceChoice,
-            .apply = m_parts.applyResources},
-        OptionsPage::Services{
-            .readOptions =
-                [&reads = m_parts.reads,
-                 &clock = m_parts.readsClock](std::function<void(std::optional<OptionValues>)> done) {
-                    using Values = std::optional<OptionValues>;
-                    reads.Ask<Values>([&clock] { return OptionReader(GetDataFolder(), clock).ReadAll(); },
-                                      [done = std::move(done)](std::optional<Values> values) {
-                                          done(std::move(values).value_or(std::nullopt));
-                                      });
-                },
-            .stampOptions = [] { return StampOfFile(ConfigFilePath(GetDataFolder())); },
-            .checkPassword =
-                [&gate = m_parts.gate](HWND owner, std::function<void()> action, std::function<void()> refused) {
-                    gate.CheckSecurityPassword(
-                        {.owner = owner, .action = std::move(action), .refused = std::move(refused)});
-                },
-            .send =
-                [&link = m_parts.link](std::function<void(CommandPipe&)> batch, std::function<void()> done) {
-                    link.Send(std::move(batch), [done = std::move(done)](bool) { done(); });
-                },
-            .sendProxyPort =
-                [&link = m_parts.link](std::uint32_t port, std::function<void()> done) {
-                    link.SendToFilter([port](FilterQueue& queue) { queue.FILTER_SET_PROXY_PORT(port); },
-                                      [done = std::move(done)](bool) { done(); });
-                },
-            .userValues = m_parts.userValues});
+    return std::make_unique<OptionsPage>(m_parts.fonts, m_parts.language, std::move(texts),
+                                         OptionEditor::Parts{.commander = m_parts.commander,
+                                                             .reads = m_parts.reads,
+                                                             .options = m_parts.options,
+                                                             .userValues = m_parts.userValues,
+                                                             .resources = m_parts.resources,
+                                                             .clock = m_parts.readsClock});
 }
 
 }  // namespace brennvar

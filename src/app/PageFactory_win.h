@@ -2,19 +2,19 @@
 #pragma once
 
 #include <cstddef>
-#include <functional>
 #include <memory>
 #include <optional>
 
 #include "app/PageList.h"
 #include "base/Clock.h"
 #include "base/TaskThread.h"
+#include "commands/Commander.h"
 #include "config/Language.h"
-#include "config/ResourceChoice.h"
+#include "config/OptionSource.h"
+#include "config/SkinsAndLanguages.h"
 #include "config/UserValues.h"
 #include "dialogs/Page_win.h"
 #include "ipc/ServiceLink.h"
-#include "security/SecurityPasswordGate_win.h"
 #include "statistics/Statistics.h"
 #include "ui/Fonts_win.h"
 #include "views/ApplicationChanges.h"
@@ -31,16 +31,16 @@ public:
         const Language& language;
         UserValues& userValues;
         ServiceLink& link;
-        SecurityPasswordGate& gate;
+        Commander& commander;
         TaskThread& reads;
         Clock& readsClock;
         ConnectionsReader& connections;
         Statistics& statistics;
         ApplicationChanges& applicationChanges;
-        // The user's choice of skin and language. False: not now.
-        std::function<bool(const ResourceChoice& current, const ResourceChoice& chosen)> applyResources;
+        const OptionSource& options;
+        SkinsAndLanguages& resources;
     };
-    explicit PageFactory(Parts parts) : m_parts(std::move(parts)) {}
+    explicit PageFactory(const Parts& parts) : m_parts(parts) {}
 
     [[nodiscard]] std::unique_ptr<CPage> Make(const PageInfo& info) const;
 

@@ -11,15 +11,9 @@
 #include <utility>
 #include <vector>
 
-#include "ipc/CommandRecord.h"
+#include "commands/Batch.h"
 
 namespace brennvar {
-
-struct ApplicationChange {
-    std::string path;
-    RuleCommandAction action;
-    friend bool operator==(const ApplicationChange&, const ApplicationChange&) = default;
-};
 
 class ApplicationChanges {
 public:
