@@ -35,6 +35,9 @@ UINT FirewallControlCenterDialog::OpenWindowMessage() {
 FirewallControlCenterDialog::FirewallControlCenterDialog(Session& session)
     : FrameDialog(session.fonts, session.language, session.userValues),
       m_session(session),
+      m_resources([this](const ResourceChoice& current, const ResourceChoice& chosen) {
+          return ApplyResourceChoice(current, chosen);
+      }),
       m_commands(session),
       m_tray(session.fonts, session.language, [this](const std::string& link) { OpenWebPage(link); }),
       m_status(session.language),
@@ -76,14 +79,11 @@ void FirewallControlCenterDialog::ShowIcons() {
 
 std::vector<PageHost::Entry> FirewallControlCenterDialog::PageEntries() {
     const Language& language = m_session.language;
-    const auto apply = [this](const ResourceChoice& current, const ResourceChoice& chosen) {
-        return ApplyResourceChoice(current, chosen);
-    };
     std::vector<PageHost::Entry> entries;
     for (const PageInfo& info : PageList()) {
         entries.push_back({.command = info.command,
                            .caption = language.GetText(info.caption),
-                           .make = [this, &info, apply] { return MakePage(info, m_session, apply); }});
+                           .make = [this, &info] { return MakePage(info, m_session, m_resources); }});
     }
     entries.push_back({.command = IDM_SUPPORT, .caption = language.GetText(1045, "Support"), .make = {}});
     entries.push_back({.command = IDM_ABOUT, .caption = language.GetText(52, "About"), .make = {}});

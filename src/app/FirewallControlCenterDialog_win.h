@@ -9,6 +9,7 @@
 #include "app/ControlCenterTray_win.h"
 #include "app/ControlCommands_win.h"
 #include "app/FrameDialog_win.h"
+#include "app/InstalledResources_win.h"
 #include "app/Leaving_win.h"
 #include "app/SessionView.h"
 #include "app/Session_win.h"
@@ -81,6 +82,7 @@ private:
     Ticks m_ticks{*this};
     UniqueIcon m_bigIcon;
     UniqueIcon m_smallIcon;
+    InstalledResources m_resources;
     ControlCommands m_commands;
     ControlCenterTray m_tray;
     StatusLine m_status;

@@ -32,6 +32,7 @@ Session::Session(const SessionSurroundings& surroundings, Language openedLanguag
       link(PostWhenFinished(kMessageCompletions), surroundings.makeConnector),
       reads(PostWhenFinished(kMessageCompletions)),
       readsClock(reads.Stopping()),
+      options(readsClock),
       commander(link, language),
       password(dataFolder, readsClock),
       gate(fonts, language, commander, reads, password),

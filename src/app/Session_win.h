@@ -19,6 +19,7 @@
 #include "commands/Commander.h"
 #include "commands/ProtectionModes.h"
 #include "config/Language.h"
+#include "config/OptionFile_win.h"
 #include "config/UserValues.h"
 #include "ipc/Device.h"
 #include "ipc/ServiceLink.h"
@@ -98,6 +99,7 @@ public:
     // Reads files and the driver's tables, which the service may hold or which may be large.
     TaskThread reads;
     SystemClock readsClock;
+    const OptionFile options;
     Commander commander;
     const StoredPassword password;
     SecurityPasswordGate gate;

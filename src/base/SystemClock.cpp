@@ -25,6 +25,11 @@ LocalDate SystemClock::Today() const {
     return {.year = local.tm_year + 1900, .month = local.tm_mon + 1, .day = local.tm_mday};
 }
 
+std::chrono::milliseconds SystemClock::Elapsed() const {
+    const auto elapsed = std::chrono::steady_clock::now().time_since_epoch();
+    return std::chrono::duration_cast<std::chrono::milliseconds>(elapsed);
+}
+
 bool SystemClock::Sleep(std::chrono::milliseconds duration) {
     return m_stop.WaitFor(duration);
 }

@@ -12,6 +12,7 @@ public:
     explicit SystemClock(const StopSignal& stop) : m_stop(stop) {}
     [[nodiscard]] FileTime UtcNow() const override;
     [[nodiscard]] LocalDate Today() const override;
+    [[nodiscard]] std::chrono::milliseconds Elapsed() const override;
     bool Sleep(std::chrono::milliseconds duration) override;
 
 private:

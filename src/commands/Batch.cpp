@@ -68,7 +68,7 @@ void Batch::SendOptions(CommandPipe& pipe) const {
     for (const OptionSetting& option : m_arguments.options) {
         const auto id = static_cast<std::uint32_t>(option.id);
         const OptionInfo* const info = FindOption(id);
-        if (info && info->kind == OptionKind::Text) {
+        if (info && info->IsText()) {
             pipe.CMD_SET_OPTION_TEXT(id, option.text);
         } else {
             pipe.CMD_SET_OPTION(id, option.number);

@@ -75,7 +75,7 @@ struct CommandInfo {
 };
 
 [[nodiscard]] const CommandInfo& InfoOf(UserCommand command);
-// Applies a group of options; there is one for each group but None.
+// Applies a group of options; there is one for each group but None and BrowserFiltering.
 [[nodiscard]] UserCommand CommandOf(OptionGroup group);
 
 }  // namespace brennvar

@@ -1,4 +1,5 @@
-// Every option that the interface reads, in one table: what the option pages show, load and send.
+// Every option that the interface reads, in one table: how it is stored, what the Options page shows and where, and
+// what is sent together. A new option is one row of the table and the texts of its caption.
 #pragma once
 
 #include <cstdint>
@@ -8,74 +9,56 @@
 
 namespace brennvar {
 
-// The identifiers of the records in config.conf.
+// The identifiers of the records in config.conf. Named here are those that code speaks of; the others are just
+// their numbers.
 enum class OptionId : std::uint32_t {
     ProtectionMode = 1,
     BlockFileSharing = 2,
-    BlockNetworkNeighborhood = 3,
     Password = 4,
     ShowSecurityMessages = 5,
     ShowBlockedMessages = 6,
     LoadAtStartup = 7,
-    IntrusionPrevention = 8,
-    NetBiosProtection = 9,
-    BlockPlugAndPlay = 11,
-    MasqueradeFingerprint = 12,
-    FingerprintAuthentication = 13,
-    AntiMacSpoofing = 14,
-    AntiDnsSpoofing = 15,
     AntiIpSpoofing = 16,
-    BlockAttacker = 17,
     BlockSeconds = 18,
     BlockFragments = 19,
-    DetectPortScan = 20,
-    DetectDos = 21,
-    LocalTraffic = 22,
-    TimeSynchronisation = 23,
-    Dhcp = 24,
     Dns = 25,
-    ProcessDefense = 26,
-    SecurityLog = 27,
-    SystemLog = 28,
-    TrafficLog = 29,
-    PacketLog = 30,
     TrafficLogKilobytes = 31,
     PacketLogKilobytes = 32,
     LogDays = 33,
-    MailNotification = 34,
     MailFrom = 35,
-    MailTo = 36,
-    MailCc = 37,
     MailSubject = 38,
     MailServer = 39,
-    MailLogin = 40,
     MailPassword = 41,
-    IcmpIncomingFirst = 42,  // eleven of them, one per ICMP type
-    IcmpIncomingLast = 52,
-    IcmpOutgoingFirst = 53,  // the same types in the same order
-    IcmpOutgoingLast = 63,
-    NotifyNewVersion = 64,
-    UpdateSignatures = 65,
     ProxyHost = 66,
     ProxyPort = 67,  // 0: none
-    ProxyLogin = 68,
-    ProxyPassword = 69,
-    ProxyType = 70,  // index in the list of proxy types
-    AppInitProtection = 78,
+    ProxyType = 70,  // 0 HTTP, 1 SOCKS 5
     FilteringProxyPort = 79,
 };
 
-enum class OptionKind { Number, Flag, Text };
+// How an option is kept and shown.
+enum class OptionKind {
+    Flag,          // 0 or 1: a check box
+    Number,        // a field for digits
+    Port,          // likewise, 0 to 65535
+    NumberOfFlag,  // likewise, below the flag that it belongs to; its caption is its unit
+    List,          // the index of an entry
+    Line,          // a text
+    Secret,        // a text that nobody is to read over the user's shoulder
+};
 
-// What is applied together: all options of a group are sent, in the order of the table.
-enum class OptionGroup { None, General, Enhancements, Logging, Miscellaneous, Icmp, FileSharing };
+// What is applied together, from one section of the Options page: all options of a group are sent, in the order of
+// the table. None is not shown there; browser filtering goes a way of its own.
+enum class OptionGroup { None, General, Enhancements, Logging, Miscellaneous, Icmp, FileSharing, BrowserFiltering };
 
 struct OptionInfo {
     OptionId id;
     OptionKind kind;
-    OptionGroup group;
     std::uint32_t fallback;  // what holds without a record; a text is then empty
-    Text caption;            // none: shown in another way than as a captioned field
+    OptionGroup group;
+    int column;  // of its section, from the left
+    Text caption;
+
+    [[nodiscard]] constexpr bool IsText() const { return kind == OptionKind::Line || kind == OptionKind::Secret; }
 };
 
 // Ordered by identifier.

@@ -44,7 +44,7 @@ std::optional<OptionValues> OptionReader::ReadAll() const {
         for (const OptionRecord& record : records) {
             const OptionInfo* const info = FindOption(record.id);
             if (!info || !seen.insert(record.id).second || info->id == OptionId::Password) continue;
-            if (info->kind == OptionKind::Text) {
+            if (info->IsText()) {
                 values.SetText(info->id, std::string(TextOf(record.text)));
             } else {
                 values.SetNumber(info->id, record.value);

@@ -1,11 +1,13 @@
 #include "views/FormDraft.h"
 
+#include <utility>
+
 namespace brennvar {
 
 void FormDraft::SetStored(const Fields& stored) {
     m_stored = stored;
     for (const auto& [field, content] : stored) {
-        if (m_edited.count(field) != 0 && m_shown[field] != content) continue;
+        if (m_edited.count(field) != 0 && IsWanted(field, m_shown[field])) continue;
         m_edited.erase(field);
         m_shown[field] = content;
     }
@@ -13,10 +15,10 @@ void FormDraft::SetStored(const Fields& stored) {
 
 void FormDraft::Edit(int field, const std::string& content) {
     m_shown[field] = content;
-    if (m_stored[field] == content) {
-        m_edited.erase(field);
-    } else {
+    if (IsWanted(field, content)) {
         m_edited.insert(field);
+    } else {
+        m_edited.erase(field);
     }
 }
 
@@ -25,10 +27,22 @@ void FormDraft::Discard() {
     m_shown = m_stored;
 }
 
-void FormDraft::Settle(const Fields& sent) {
-    for (const auto& [field, content] : sent) {
-        if (m_shown[field] == content) Edit(field, m_stored[field]);
+void FormDraft::Settle() {
+    for (const auto& [field, content] : std::exchange(m_applied, {})) {
+        Edit(field, m_shown[field] == content ? m_stored[field] : m_shown[field]);
     }
+}
+
+void FormDraft::Withdraw() {
+    for (const auto& [field, content] : std::exchange(m_applied, {})) Edit(field, m_shown[field]);
+}
+
+bool FormDraft::IsWanted(int field, const std::string& content) const {
+    const auto differs = [&](const Fields& fields) {
+        const auto at = fields.find(field);
+        return at != fields.end() && at->second != content;
+    };
+    return differs(m_stored) || differs(m_applied);
 }
 
 }  // namespace brennvar

@@ -21,13 +21,21 @@ public:
     [[nodiscard]] bool IsEdited() const { return !m_edited.empty(); }
     // Back to what is stored.
     void Discard();
-    // The end of an attempt to store these contents: what is stored counts again, but for what the user has
-    // changed since.
-    void Settle(const Fields& sent);
+    // What is shown is on its way to be stored. Until it is over, a field that the user takes back is edited as
+    // well.
+    void Apply() { m_applied = m_shown; }
+    // The way is over, one way or the other: what is stored counts again, but for what the user has changed since.
+    void Settle();
+    // What was applied has not been sent: it is still edited.
+    void Withdraw();
 
 private:
+    // The content is neither what is stored nor, as long as something is on its way, what will be.
+    [[nodiscard]] bool IsWanted(int field, const std::string& content) const;
+
     Fields m_stored;
     Fields m_shown;
+    Fields m_applied;  // what is on its way; empty when nothing is
     std::set<int> m_edited;
 };
 

@@ -18,6 +18,9 @@ std::uint32_t LeadingNumber(std::string_view field) {
     return static_cast<std::uint32_t>(number);
 }
 
+// Of option 70, in the order of its numbers. Names of protocols are not translated.
+constexpr const char* kProxyTypes[] = {"HTTP", "SOCKS5"};
+
 }  // namespace
 
 const OptionInfo* OptionOfControl(int control) {
@@ -25,15 +28,20 @@ const OptionInfo* OptionOfControl(int control) {
     return FindOption(static_cast<std::uint32_t>(control - kOptionControlFirst));
 }
 
+std::span<const char* const> EntriesOf(int control) {
+    if (control == ControlOf(OptionId::ProxyType)) return kProxyTypes;
+    return {};
+}
+
 std::string FieldOf(OptionId id, const OptionValues& values) {
-    if (FindOption(static_cast<std::uint32_t>(id))->kind == OptionKind::Text) return values.TextOf(id);
+    if (FindOption(static_cast<std::uint32_t>(id))->IsText()) return values.TextOf(id);
     const std::uint32_t number = values.Number(id);
     return id == OptionId::ProxyPort && number == 0 ? std::string() : std::to_string(number);
 }
 
 void TakeField(OptionId id, std::string_view field, OptionValues& values) {
     const OptionInfo* const info = FindOption(static_cast<std::uint32_t>(id));
-    if (info->kind == OptionKind::Text) {
+    if (info->IsText()) {
         values.SetText(id, std::string(field));
     } else {
         values.SetNumber(id, field.empty() ? info->fallback : LeadingNumber(field));

@@ -1,7 +1,7 @@
 // Options as they stand in fields: a flag is "0" or "1", a number decimal, a list's entry its index.
 #pragma once
 
-#include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -19,6 +19,9 @@ inline constexpr int kOptionControlLast = 1099;
 }
 // Null for a control that shows no option.
 [[nodiscard]] const OptionInfo* OptionOfControl(int control);
+
+// What the list of an option offers: the first entry stands for 0, the next one for 1.
+[[nodiscard]] std::span<const char* const> EntriesOf(int control);
 
 // A proxy port of 0 is none: an empty field.
 [[nodiscard]] std::string FieldOf(OptionId id, const OptionValues& values);

@@ -7,6 +7,7 @@
 #include "controls/FieldFrame_win.h"
 #include "ui/ChildControls_win.h"
 #include "ui/Paint_win.h"
+#include "views/OptionFields.h"
 
 namespace brennvar {
 namespace {
@@ -28,7 +29,8 @@ constexpr int kButtonPadding = 24;
 constexpr WPARAM kNumberLimit = 10;
 constexpr WPARAM kPortLimit = 5;
 
-constexpr DWORD kOneLine = SS_LEFT | SS_NOPREFIX | SS_CENTERIMAGE;
+constexpr DWORD kSeveralLines = SS_LEFT | SS_NOPREFIX;
+constexpr DWORD kOneLine = kSeveralLines | SS_CENTERIMAGE;
 
 }  // namespace
 
@@ -43,31 +45,25 @@ struct OptionForm::Row {
     std::string content;  // of a list: what it was filled with, kept where that is none of its items
 
     explicit Row(const RowInfo& rowInfo) : info(rowInfo) {}
-    [[nodiscard]] bool HasEdit() const {
-        return IsNumber() || info.kind == RowKind::Text || info.kind == RowKind::Password;
-    }
+    [[nodiscard]] bool HasField() const { return info.kind == RowKind::Field; }
+    [[nodiscard]] bool Is(OptionKind kind) const { return HasField() && info.field == kind; }
     [[nodiscard]] bool IsNumber() const {
-        return info.kind == RowKind::Number || info.kind == RowKind::Port || info.kind == RowKind::NumberOfFlag;
-    }
-    [[nodiscard]] bool HasField() const {
-        return HasEdit() || info.kind == RowKind::Flag || info.kind == RowKind::List;
+        return Is(OptionKind::Number) || Is(OptionKind::Port) || Is(OptionKind::NumberOfFlag);
     }
     // A field with its name on the left.
-    [[nodiscard]] bool IsNamed() const {
-        return HasField() && label.Window() && info.kind != RowKind::NumberOfFlag;
-    }
+    [[nodiscard]] bool IsNamed() const { return HasField() && label.Window() && !Is(OptionKind::NumberOfFlag); }
     [[nodiscard]] std::string Content() const {
-        if (info.kind == RowKind::Flag) return box.IsChecked() ? "1" : "0";
-        if (info.kind == RowKind::List) {
+        if (Is(OptionKind::Flag)) return box.IsChecked() ? "1" : "0";
+        if (Is(OptionKind::List)) {
             const int index = list.Selected();
             return index < 0 ? content : items[static_cast<std::size_t>(index)].content;
         }
         return edit.Text().substr(0, kOptionTextLimit);
     }
     void Show(const std::string& wanted) {
-        if (info.kind == RowKind::Flag) {
+        if (Is(OptionKind::Flag)) {
             if (box.IsChecked() != (wanted == "1")) box.SetChecked(wanted == "1");
-        } else if (info.kind == RowKind::List) {
+        } else if (Is(OptionKind::List)) {
             content = wanted;
             SelectContent();
         } else {
@@ -98,45 +94,57 @@ bool OptionForm::CreateForm(HWND parent, int id) {
 }
 
 void OptionForm::CreateRow(Row& row) {
-    constexpr int kNoNumber = -1;
-    const Look& look = GetLook();
     const RowInfo& info = row.info;
     const std::string caption = m_language.GetText(info.caption);
-    const auto createLabel = [&](LabelKind kind, DWORD style) {
-        row.label.Create(Window(), caption, kind, style, kNoNumber, look);
-    };
-    const auto createEdit = [&](DWORD style, WPARAM limit) {
-        row.edit.Create(Window(), "", style | ES_AUTOHSCROLL, info.control, look);
-        ::SendMessageA(row.edit.Window(), EM_LIMITTEXT, limit, 0);
-    };
     switch (info.kind) {
-        case RowKind::Heading: createLabel(LabelKind::Bold, kOneLine); break;
-        case RowKind::Line: createLabel(LabelKind::Quiet, SS_LEFT | SS_NOPREFIX); break;
-        case RowKind::Flag: row.box.Create(Window(), caption, info.control, look); break;
-        case RowKind::Number:
-        case RowKind::Port:
-            createLabel(LabelKind::Plain, SS_LEFT | SS_NOPREFIX);
-            createEdit(ES_NUMBER, info.kind == RowKind::Port ? kPortLimit : kNumberLimit);
-            break;
-        case RowKind::NumberOfFlag:
-            createEdit(ES_NUMBER, kNumberLimit);
-            createLabel(LabelKind::Plain, kOneLine);
-            break;
-        case RowKind::Text:
-        case RowKind::Password:
-            createLabel(LabelKind::Plain, SS_LEFT | SS_NOPREFIX);
-            createEdit(info.kind == RowKind::Password ? ES_PASSWORD : 0, kOptionTextLimit);
-            break;
-        case RowKind::List:
-            createLabel(LabelKind::Plain, SS_LEFT | SS_NOPREFIX);
-            row.list.Create(Window(), info.control, look);
-            break;
+        case RowKind::Heading: CreateLabel(row, LabelKind::Bold, kOneLine); break;
+        case RowKind::Remark: CreateLabel(row, LabelKind::Quiet, kSeveralLines); break;
+        case RowKind::Field: CreateField(row); break;
         case RowKind::Button: {
-            const bool isWide = MeasureText(Window(), look.fonts.Text(), caption, 0).cx >
+            const bool isWide = MeasureText(Window(), GetLook().fonts.Text(), caption, 0).cx >
                                 Scale(kButtonMedium.plainSize.cx - kButtonPadding);
-            row.button.Create(Window(), isWide ? kButtonLarge : kButtonMedium, caption, info.control, look);
+            row.button.Create(Window(), isWide ? kButtonLarge : kButtonMedium, caption, info.control, GetLook());
             break;
         }
+    }
+}
+
+void OptionForm::CreateLabel(Row& row, LabelKind kind, DWORD style) const {
+    constexpr int kNoNumber = -1;
+    row.label.Create(Window(), m_language.GetText(row.info.caption), kind, style, kNoNumber, GetLook());
+}
+
+void OptionForm::CreateField(Row& row) const {
+    const RowInfo& info = row.info;
+    const auto createEdit = [&](DWORD style, WPARAM limit) {
+        row.edit.Create(Window(), "", style | ES_AUTOHSCROLL, info.control, GetLook());
+        ::SendMessageA(row.edit.Window(), EM_LIMITTEXT, limit, 0);
+    };
+    if (info.field == OptionKind::Flag) {
+        row.box.Create(Window(), m_language.GetText(info.caption), info.control, GetLook());
+        return;
+    }
+    if (info.field == OptionKind::NumberOfFlag) {
+        createEdit(ES_NUMBER, kNumberLimit);
+        CreateLabel(row, LabelKind::Plain, kOneLine);
+        return;
+    }
+    // Before the field: a screen reader takes the label that stands before a field for its name.
+    CreateLabel(row, LabelKind::Plain, kSeveralLines);
+    switch (info.field) {
+        case OptionKind::Number: createEdit(ES_NUMBER, kNumberLimit); break;
+        case OptionKind::Port: createEdit(ES_NUMBER, kPortLimit); break;
+        case OptionKind::List: {
+            row.list.Create(Window(), info.control, GetLook());
+            std::vector<Item> items;
+            for (const char* entry : EntriesOf(info.control)) {
+                items.push_back({.content = std::to_string(items.size()), .text = entry});
+            }
+            FillList(row, std::move(items));
+            break;
+        }
+        case OptionKind::Secret: createEdit(ES_PASSWORD, kOptionTextLimit); break;
+        default: createEdit(0, kOptionTextLimit); break;
     }
 }
 
@@ -190,27 +198,10 @@ void OptionForm::PlaceRow(const Row& row, Column& column) const {
             row.label.Place({left, top, right, top + line});
             top += line + Scale(kFieldGap);
             return;
-        case RowKind::Line: {
+        case RowKind::Remark: {
             const int height = row.label.Measure(column.width).cy;
             row.label.Place({left, top, right, top + height});
             top += height + Scale(kFieldGap);
-            return;
-        }
-        case RowKind::Flag: {
-            const int height = std::max(line, row.box.HeightAt(column.width));
-            // Not wider than its text: a click beside it is none.
-            const SIZE text = MeasureText(Window(), GetLook().fonts.Text(), row.box.Text(), 0);
-            const int wanted = text.cx + Scale(kFlagIndent + kFlagPadding);
-            row.box.Place({left, top, std::min(right, left + wanted), top + height});
-            top += height;
-            return;
-        }
-        case RowKind::NumberOfFlag: {
-            const int field = left + Scale(kFlagIndent);
-            const int unit = field + Scale(kNumberWidth) + Scale(kFieldGap);
-            row.edit.Place({field, top, field + Scale(kNumberWidth), top + line});
-            row.label.Place({unit, top, right, top + line});
-            top += line + Scale(kFieldGap);
             return;
         }
         case RowKind::Button:
@@ -218,7 +209,31 @@ void OptionForm::PlaceRow(const Row& row, Column& column) const {
             row.button.MoveTo(left, top);
             top += row.button.Size().cy;
             return;
-        default: break;
+        case RowKind::Field: return PlaceField(row, column);
+    }
+}
+
+void OptionForm::PlaceField(const Row& row, Column& column) const {
+    const int left = column.left;
+    const int right = column.left + column.width;
+    int& top = column.top;
+    const int line = FieldHeight();
+    if (row.Is(OptionKind::Flag)) {
+        const int height = std::max(line, row.box.HeightAt(column.width));
+        // Not wider than its text: a click beside it is none.
+        const SIZE text = MeasureText(Window(), GetLook().fonts.Text(), row.box.Text(), 0);
+        const int wanted = text.cx + Scale(kFlagIndent + kFlagPadding);
+        row.box.Place({left, top, std::min(right, left + wanted), top + height});
+        top += height;
+        return;
+    }
+    if (row.Is(OptionKind::NumberOfFlag)) {
+        const int field = left + Scale(kFlagIndent);
+        const int unit = field + Scale(kNumberWidth) + Scale(kFieldGap);
+        row.edit.Place({field, top, field + Scale(kNumberWidth), top + line});
+        row.label.Place({unit, top, right, top + line});
+        top += line + Scale(kFieldGap);
+        return;
     }
     top += Scale(kFieldGap) / 2;
     const int field = left + column.labelWidth + Scale(kLabelGap);
@@ -230,10 +245,10 @@ void OptionForm::PlaceRow(const Row& row, Column& column) const {
     row.label.Place({left, labelTop, left + column.labelWidth, labelTop + labelHeight});
     const int fieldTop = top + (height - line) / 2;
     const RECT place{field, fieldTop, field + fieldWidth, fieldTop + line};
-    if (row.HasEdit()) {
-        row.edit.Place(place);
-    } else {
+    if (row.Is(OptionKind::List)) {
         row.list.Place(place);
+    } else {
+        row.edit.Place(place);
     }
     top += height + Scale(kFieldGap) / 2;
 }
@@ -245,18 +260,23 @@ OptionForm::Row* OptionForm::Find(int control) const {
     return nullptr;
 }
 
-void OptionForm::SetItems(int control, std::vector<Item> items) {
-    Row* const row = Find(control);
-    if (!row) return;
-    row->content = row->Content();
-    row->items = std::move(items);
-    row->list.Clear();
-    for (std::size_t index = 0; index < row->items.size(); ++index) {
-        const int at = row->list.Add(row->items[index].text);
+void OptionForm::SetItems(int control, const std::vector<std::string>& names) {
+    std::vector<Item> items;
+    items.reserve(names.size());
+    for (const std::string& name : names) items.push_back({.content = name, .text = name});
+    if (Row* const row = Find(control)) FillList(*row, std::move(items));
+}
+
+void OptionForm::FillList(Row& row, std::vector<Item> items) const {
+    row.content = row.Content();
+    row.items = std::move(items);
+    row.list.Clear();
+    for (std::size_t index = 0; index < row.items.size(); ++index) {
+        const int at = row.list.Add(row.items[index].text);
         if (at < 0) continue;
-        ::SendMessageA(row->list.Window(), CB_SETITEMDATA, static_cast<WPARAM>(at), static_cast<LPARAM>(index));
+        ::SendMessageA(row.list.Window(), CB_SETITEMDATA, static_cast<WPARAM>(at), static_cast<LPARAM>(index));
     }
-    row->SelectContent();
+    row.SelectContent();
 }
 
 void OptionForm::ShowFields(const FormDraft::Fields& fields) {

@@ -20,19 +20,14 @@ namespace brennvar {
 
 class OptionForm final : public CScrollPanel {
 public:
-    struct Item {
-        std::string content;  // what the field then contains
-        std::string text;     // what the list shows
-    };
-
     // Both are borrowed; the section is one of OptionSections.
     OptionForm(const Look& look, const Language& language, const SectionInfo& section);
     ~OptionForm() override;
     // Hidden, of no size yet. The parent gets the controls' notifications.
     [[nodiscard]] bool CreateForm(HWND parent, int id);
 
-    // Of a list. Its content is chosen anew by ShowFields.
-    void SetItems(int control, std::vector<Item> items);
+    // What the list of no option offers, whose contents are its entries. What it contains stays chosen, if it can.
+    void SetItems(int control, const std::vector<std::string>& names);
     // Fills the fields; the parent is told of it as of the user's own changes. Unknown numbers are left out.
     void ShowFields(const FormDraft::Fields& fields);
     // What stands in every field.
@@ -41,6 +36,10 @@ public:
 
 private:
     struct Row;
+    struct Item {
+        std::string content;  // what the field then contains
+        std::string text;     // what the list shows
+    };
     struct Column {
         int left;
         int width;
@@ -49,8 +48,12 @@ private:
         int top;    // of the next row
     };
     void CreateRow(Row& row);
+    void CreateLabel(Row& row, LabelKind kind, DWORD style) const;
+    void CreateField(Row& row) const;
+    void FillList(Row& row, std::vector<Item> items) const;
     int OnPlaceContent(int width, int top) override;
     void PlaceRow(const Row& row, Column& column) const;
+    void PlaceField(const Row& row, Column& column) const;
     [[nodiscard]] int LabelWidth(int column, int width) const;
     [[nodiscard]] Row* Find(int control) const;
 

@@ -1,9 +1,9 @@
 #include "views/OptionSections.h"
 
+#include <algorithm>
 #include <utility>
-#include "commands/CommandTable.h"
 
-#include "config/OptionTable.h"
+#include "commands/CommandTable.h"
 #include "config/ResourceIds.h"
 #include "config/UserValues.h"
 #include "views/OptionFields.h"
@@ -11,139 +11,114 @@
 namespace brennvar {
 namespace {
 
-using Rows = std::vector<RowInfo>;
-
 // Wide enough for a label and a field.
 constexpr int kFieldColumn = 264;
 // For check boxes alone, whose captions may take two lines.
 constexpr int kFlagColumn = 192;
 constexpr int kIcmpColumn = 160;
 
-constexpr RowInfo Heading(Text text, int column = 0) {
-    return {RowKind::Heading, 0, text, column};
-}
+constexpr FilterFlag kFilterFlags[] = {
+    {IDC_FILTER_SITE_CONTROL, kUserValueSiteControl, Text{597, "Enable Site Control System"}},
+    {IDC_FILTER_ADS, kUserValueAdBlocking, Text{598, "Enable Ad Blocking"}},
+    {IDC_FILTER_ACTIVEX, kUserValueActiveXBlocking, Text{599, "Enable ActiveX Blocking"}},
+    {IDC_FILTER_REFERRER, kUserValueReferrerBlocking, Text{600, "Enable Referrer Blocking"}},
+    {IDC_FILTER_COOKIES, kUserValueCookiesBlocking, Text{601, "Enable Cookies Blocking"}},
+};
 
-RowInfo Option(RowKind kind, OptionId id, int column = 0) {
-    return {kind, ControlOf(id), FindOption(static_cast<std::uint32_t>(id))->caption, column};
-}
+// Puts a section together, row by row.
+class Section {
+public:
+    explicit Section(OptionGroup group, int columnWidth = kFieldColumn)
+        : m_info{.kind = SectionInfo::Kind::Options,
+                 .caption = InfoOf(CommandOf(group)).subject,
+                 .group = group,
+                 .columnWidth = columnWidth,
+                 .rows = {}} {}
+    Section(SectionInfo::Kind kind, const Text& caption, OptionGroup group = OptionGroup::None)
+        : m_info{.kind = kind, .caption = caption, .group = group, .columnWidth = kFieldColumn, .rows = {}} {}
 
-Rows General() {
-    return {Option(RowKind::Flag, OptionId::ShowSecurityMessages),
-            Option(RowKind::Flag, OptionId::ShowBlockedMessages),
-            Option(RowKind::Flag, OptionId::LoadAtStartup),
-            {RowKind::Button, IDM_RESET, Text{610, "Reset"}},
-            {RowKind::Button, IDM_RESET_TRUSTED, Text{580, "Reset Trusted"}}};
-}
-
-Rows Enhancements() {
-    Rows rows;
-    for (const OptionId id :
-         {OptionId::IntrusionPrevention, OptionId::NetBiosProtection, OptionId::BlockPlugAndPlay,
-          OptionId::MasqueradeFingerprint, OptionId::FingerprintAuthentication, OptionId::AntiMacSpoofing,
-          OptionId::AntiDnsSpoofing, OptionId::AntiIpSpoofing, OptionId::BlockAttacker}) {
-        rows.push_back(Option(RowKind::Flag, id));
+    Section& Heading(const Text& text, int column = 0) { return Add({RowKind::Heading, 0, text, column}); }
+    Section& Remark(const Text& text) { return Add({RowKind::Remark, 0, text}); }
+    Section& Button(int command, const Text& text, int column = 0) {
+        return Add({RowKind::Button, command, text, column});
     }
-    rows.push_back(Option(RowKind::NumberOfFlag, OptionId::BlockSeconds));
-    for (const OptionId id : {OptionId::BlockFragments, OptionId::DetectPortScan, OptionId::DetectDos,
-                              OptionId::LocalTraffic, OptionId::TimeSynchronisation, OptionId::Dhcp, OptionId::Dns,
-                              OptionId::ProcessDefense, OptionId::AppInitProtection}) {
-        rows.push_back(Option(RowKind::Flag, id, 1));
+    Section& Field(OptionKind kind, int control, const Text& text) {
+        return Add({RowKind::Field, control, text, 0, kind});
     }
-    rows.push_back({RowKind::Button, IDM_RESET_FINGERPRINTS, Text{392, "Reset fingerprints"}, 1});
-    return rows;
-}
-
-Rows Logging() {
-    return {Heading(Text{1206, "Logs"}),
-            Option(RowKind::Flag, OptionId::SecurityLog),
-            Option(RowKind::Flag, OptionId::SystemLog),
-            Option(RowKind::Flag, OptionId::TrafficLog),
-            Option(RowKind::Flag, OptionId::PacketLog),
-            Option(RowKind::Number, OptionId::TrafficLogKilobytes),
-            Option(RowKind::Number, OptionId::PacketLogKilobytes),
-            Option(RowKind::Number, OptionId::LogDays),
-            {RowKind::Button, IDM_DELETE_LOGS, Text{1217, "Delete logs..."}},
-            Heading(Text{1207, "E-mail notification"}, 1),
-            Option(RowKind::Flag, OptionId::MailNotification, 1),
-            Option(RowKind::Text, OptionId::MailFrom, 1),
-            Option(RowKind::Text, OptionId::MailTo, 1),
-            Option(RowKind::Text, OptionId::MailCc, 1),
-            Option(RowKind::Text, OptionId::MailSubject, 1),
-            Option(RowKind::Text, OptionId::MailServer, 1),
-            Option(RowKind::Text, OptionId::MailLogin, 1),
-            Option(RowKind::Password, OptionId::MailPassword, 1),
-            {RowKind::Button, IDM_TEST_MAIL, Text{401, "Test E-Mail"}, 1}};
-}
-
-Rows Miscellaneous() {
-    return {Heading(Text{1208, "Updates"}),
-            Option(RowKind::Flag, OptionId::NotifyNewVersion),
-            Option(RowKind::Flag, OptionId::UpdateSignatures),
-            {RowKind::Button, IDM_UPDATE, Text{404, "Update"}},
-            Heading(Text{1209, "Proxy"}, 1),
-            Option(RowKind::List, OptionId::ProxyType, 1),
-            Option(RowKind::Text, OptionId::ProxyHost, 1),
-            Option(RowKind::Port, OptionId::ProxyPort, 1),
-            Option(RowKind::Text, OptionId::ProxyLogin, 1),
-            Option(RowKind::Password, OptionId::ProxyPassword, 1)};
-}
-
-Rows Icmp() {
-    Rows rows{Heading(Text{1204, "Incoming"}), Heading(Text{1205, "Outgoing"}, 1)};
-    for (const OptionInfo& option : OptionTable()) {
-        if (option.group != OptionGroup::Icmp) continue;
-        rows.push_back(Option(RowKind::Flag, option.id, option.id >= OptionId::IcmpOutgoingFirst ? 1 : 0));
+    Section& Option(const OptionInfo& option) {
+        return Add({RowKind::Field, ControlOf(option.id), option.caption, option.column, option.kind});
     }
-    return rows;
-}
+    // What the table has for this column and is not here yet.
+    Section& Options(int column = 0) {
+        for (const OptionInfo& option : OptionTable()) {
+            if (option.group == m_info.group && option.column == column && !Has(ControlOf(option.id)))
+                Option(option);
+        }
+        return *this;
+    }
+    [[nodiscard]] SectionInfo Made() const { return m_info; }
 
-Rows FileSharing() {
-    return {Option(RowKind::Flag, OptionId::BlockFileSharing),
-            Option(RowKind::Flag, OptionId::BlockNetworkNeighborhood)};
-}
+private:
+    Section& Add(const RowInfo& row) {
+        m_info.rows.push_back(row);
+        return *this;
+    }
+    [[nodiscard]] bool Has(int control) const {
+        return std::any_of(m_info.rows.begin(), m_info.rows.end(),
+                           [control](const RowInfo& row) { return row.control == control; });
+    }
 
-Rows BrowserFiltering() {
-    return {{RowKind::Flag, IDC_FILTER_SITE_CONTROL, Text{597, "Enable Site Control System"}},
-            {RowKind::Flag, IDC_FILTER_ADS, Text{598, "Enable Ad Blocking"}},
-            {RowKind::Flag, IDC_FILTER_ACTIVEX, Text{599, "Enable ActiveX Blocking"}},
-            {RowKind::Flag, IDC_FILTER_REFERRER, Text{600, "Enable Referrer Blocking"}},
-            {RowKind::Flag, IDC_FILTER_COOKIES, Text{601, "Enable Cookies Blocking"}},
-            Option(RowKind::Port, OptionId::FilteringProxyPort)};
-}
-
-Rows Resources() {
-    return {Heading(Text{342, "Skins/Languages:"}),
-            {RowKind::List, IDC_OPTIONS_SKIN, Text{343, "Active skin:"}},
-            {RowKind::List, IDC_OPTIONS_LANGUAGE, Text{344, "Active language:"}}};
-}
-
-Rows Password() {
-    return {{RowKind::Line, 0, Text{341, "Protects your security settings from being changed."}},
-            {RowKind::Button, IDM_SET_PASSWORD, Text{370, "Set Password"}}};
-}
+    SectionInfo m_info;
+};
 
 std::vector<SectionInfo> MakeSections() {
     using Kind = SectionInfo::Kind;
-    const auto options = [](OptionGroup group, int columnWidth, Rows rows) {
-        return SectionInfo{Kind::Options, InfoOf(CommandOf(group)).subject, group, columnWidth, std::move(rows)};
-    };
-    return {options(OptionGroup::General, kFieldColumn, General()),
-            options(OptionGroup::Enhancements, kFlagColumn, Enhancements()),
-            options(OptionGroup::Logging, kFieldColumn, Logging()),
-            options(OptionGroup::Miscellaneous, kFieldColumn, Miscellaneous()),
-            options(OptionGroup::Icmp, kIcmpColumn, Icmp()),
-            options(OptionGroup::FileSharing, kFieldColumn, FileSharing()),
-            {Kind::BrowserFiltering, Text{1202, "Browser filtering"}, OptionGroup::None, kFieldColumn,
-             BrowserFiltering()},
-            {Kind::Resources, Text{1203, "Skins and languages"}, OptionGroup::None, kFieldColumn, Resources()},
-            {Kind::Password, Text{197, "Password"}, OptionGroup::None, kFieldColumn, Password()}};
+    Section filtering(Kind::BrowserFiltering, Text{1202, "Browser filtering"}, OptionGroup::BrowserFiltering);
+    for (const FilterFlag& flag : kFilterFlags) filtering.Field(OptionKind::Flag, flag.control, flag.caption);
+    return {Section(OptionGroup::General)
+                .Options()
+                .Button(IDM_RESET, Text{610, "Reset"})
+                .Button(IDM_RESET_TRUSTED, Text{580, "Reset Trusted"})
+                .Made(),
+            Section(OptionGroup::Enhancements, kFlagColumn)
+                .Options()
+                .Options(1)
+                .Button(IDM_RESET_FINGERPRINTS, Text{392, "Reset fingerprints"}, 1)
+                .Made(),
+            Section(OptionGroup::Logging)
+                .Heading(Text{1206, "Logs"})
+                .Options()
+                .Button(IDM_DELETE_LOGS, Text{1217, "Delete logs..."})
+                .Heading(Text{1207, "E-mail notification"}, 1)
+                .Options(1)
+                .Button(IDM_TEST_MAIL, Text{401, "Test E-Mail"}, 1)
+                .Made(),
+            Section(OptionGroup::Miscellaneous)
+                .Heading(Text{1208, "Updates"})
+                .Options()
+                .Button(IDM_UPDATE, Text{404, "Update"})
+                .Heading(Text{1209, "Proxy"}, 1)
+                .Option(*FindOption(static_cast<std::uint32_t>(OptionId::ProxyType)))  // what the others are for
+                .Options(1)
+                .Made(),
+            Section(OptionGroup::Icmp, kIcmpColumn)
+                .Heading(Text{1204, "Incoming"})
+                .Options()
+                .Heading(Text{1205, "Outgoing"}, 1)
+                .Options(1)
+                .Made(),
+            Section(OptionGroup::FileSharing).Options().Made(),
+            filtering.Options().Made(),
+            Section(Kind::Resources, Text{1203, "Skins and languages"})
+                .Heading(Text{342, "Skins/Languages:"})
+                .Field(OptionKind::List, IDC_OPTIONS_SKIN, Text{343, "Active skin:"})
+                .Field(OptionKind::List, IDC_OPTIONS_LANGUAGE, Text{344, "Active language:"})
+                .Made(),
+            Section(Kind::Password, Text{197, "Password"})
+                .Remark(Text{341, "Protects your security settings from being changed."})
+                .Button(IDM_SET_PASSWORD, Text{370, "Set Password"})
+                .Made()};
 }
-
-constexpr FilterFlag kFilterFlags[] = {{IDC_FILTER_SITE_CONTROL, kUserValueSiteControl},
-                                       {IDC_FILTER_ADS, kUserValueAdBlocking},
-                                       {IDC_FILTER_ACTIVEX, kUserValueActiveXBlocking},
-                                       {IDC_FILTER_REFERRER, kUserValueReferrerBlocking},
-                                       {IDC_FILTER_COOKIES, kUserValueCookiesBlocking}};
 
 }  // namespace
 

@@ -1,5 +1,6 @@
-// The sections of the Options page as data: what stands in each, in which order and column. One form lays them all
-// out (OptionForm_win.h).
+// The sections of the Options page as data: what stands in each, in which order and column. The options themselves
+// come from their table (config/OptionTable.h); here are headings, buttons and what is stored elsewhere. One form
+// lays them all out (OptionForm_win.h).
 #pragma once
 
 #include <span>
@@ -12,14 +13,8 @@ namespace brennvar {
 
 enum class RowKind {
     Heading,
-    Line,  // a quiet text that explains
-    Flag,
-    Number,
-    Port,
-    NumberOfFlag,  // below the flag that it belongs to; the caption is its unit
-    Text,
-    Password,
-    List,
+    Remark,  // a quiet text that explains
+    Field,
     Button,  // sends its number to the control center as a command
 };
 
@@ -28,6 +23,7 @@ struct RowInfo {
     int control = 0;  // the number of field or button
     Text caption;
     int column = 0;
+    OptionKind field = OptionKind::Flag;  // how a field is shown, of an option or not
 };
 
 struct SectionInfo {
@@ -36,7 +32,7 @@ struct SectionInfo {
 
     Kind kind;
     Text caption;
-    OptionGroup group;  // of Options, else None
+    OptionGroup group;  // whose options it shows; None of Resources and Password
     int columnWidth;    // the least, pixels at 96 per inch: in a narrower form the columns stand below each other
     std::vector<RowInfo> rows;
 };
@@ -47,6 +43,7 @@ struct SectionInfo {
 struct FilterFlag {
     int control;
     const char* userValue;
+    Text caption;
 };
 [[nodiscard]] std::span<const FilterFlag> FilterFlags();
 

@@ -1,11 +1,13 @@
 #include "views/OptionsPage_win.h"
 
 #include <algorithm>
+#include <optional>
 #include <utility>
 
 #include "config/ResourceIds.h"
 #include "dialogs/MessageDialog_win.h"
 #include "dialogs/ModalPlace_win.h"
+#include "dialogs/Questions_win.h"
 #include "ui/ChildControls_win.h"
 #include "ui/Paint_win.h"
 #include "views/OptionFields.h"
@@ -23,59 +25,41 @@ constexpr int kNoteGap = 12;
 
 constexpr UINT_PTR kWatchTimer = 1;
 constexpr UINT kWatchPause = 1000;  // ms
+constexpr UINT_PTR kFollowTimer = 2;
+constexpr UINT kFollowPause = 100;  // ms
+
+constexpr int kFilteringApplied = 1199;  // a command that the page posts to itself
 
 constexpr auto kWarningDuration = 15s;
 
-// Names of protocols are not translated; their order is that of the stored numbers.
-constexpr const char* kProxyTypes[] = {"HTTP", "SOCKS4", "SOCKS5"};
-
-std::vector<OptionForm::Item> ItemsOf(const std::vector<std::string>& names) {
-    std::vector<OptionForm::Item> items;
-    items.reserve(names.size());
-    for (const std::string& name : names) items.push_back({.content = name, .text = name});
-    return items;
-}
-
-bool IsField(RowKind kind) {
-    return kind != RowKind::Heading && kind != RowKind::Line && kind != RowKind::Button;
-}
-
 }  // namespace
 
-OptionsPage::OptionsPage(const CFonts& fonts, const Language& language, PageTexts texts, Resources resources,
-                         Services services)
+OptionsPage::OptionsPage(const CFonts& fonts, const Language& language, PageTexts texts,
+                         const OptionEditor::Parts& parts)
     : CPage(fonts, std::move(texts)),
       m_language(language),
-      m_resources(std::move(resources)),
-      m_services(std::move(services)),
-      m_balloon(fonts) {
-    for (const SectionInfo& info : OptionSections()) m_sections.emplace_back().info = &info;
-}
+      m_resources(parts.resources),
+      m_editor(parts, *this),
+      m_balloon(fonts),
+      m_forms(OptionSections().size()) {}
 
 OptionsPage::~OptionsPage() = default;
-
-std::function<void()> OptionsPage::IfAlive(std::function<void()> action) const {
-    return [alive = std::weak_ptr(m_alive), action = std::move(action)] {
-        if (!alive.expired()) action();
-    };
-}
 
 // Sections
 
 void OptionsPage::OnCreateContent() {
     const Look& look = GetLook();
     m_list.Create(Window(), IDC_OPTIONS_SECTIONS, look);
-    for (const Section& section : m_sections) m_list.Add(m_language.GetText(section.info->caption));
+    for (const SectionInfo& section : OptionSections()) m_list.Add(m_language.GetText(section.caption));
     m_apply.Create(Window(), kButtonDialog, m_language.GetText(1116, "Apply"), IDC_OPTIONS_APPLY, look);
     m_note.Create(Window(), "", LabelKind::Quiet, SS_LEFT | SS_NOPREFIX | SS_CENTERIMAGE, IDC_OPTIONS_NOTE, look);
-    UpdateStored();
     OpenSection(0);
 }
 
 void OptionsPage::OnPlaceContent(const RECT& place) {
     int textWidth = Scale(kListWidth - kListPadding);
-    for (const Section& section : m_sections) {
-        const std::string caption = m_language.GetText(section.info->caption);
+    for (const SectionInfo& section : OptionSections()) {
+        const std::string caption = m_language.GetText(section.caption);
         textWidth = std::max<int>(textWidth, MeasureText(Window(), GetLook().fonts.Text(), caption, 0).cx);
     }
     RECT list = place;
@@ -89,11 +73,7 @@ void OptionsPage::OnPlaceContent(const RECT& place) {
     m_note.Place({form.left + m_apply.Size().cx + Scale(kNoteGap), applyTop, form.right, place.bottom});
     m_formPlace = Inset(form, 1);
     SetCards({list, form});
-    PlaceForm();
-}
-
-void OptionsPage::PlaceForm() {
-    if (Current().form) Current().form->Place(m_formPlace);
+    if (Form()) Form()->Place(m_formPlace);
 }
 
 void OptionsPage::ChooseSection() {
@@ -106,76 +86,67 @@ void OptionsPage::ChooseSection() {
     }
 }
 
+bool OptionsPage::CreateForm(std::size_t index) {
+    auto form = std::make_unique<OptionForm>(GetLook(), m_language, OptionSections()[index]);
+    if (!form->CreateForm(Window(), IDC_OPTIONS_FORM)) return false;
+    // Tab goes from the list to the form and on to the button.
+    ::SetWindowPos(form->Window(), m_list.Window(), 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+    m_forms[index] = std::move(form);
+    return true;
+}
+
 void OptionsPage::OpenSection(std::size_t index) {
-    Section& last = Current();
-    Section& next = m_sections[index];
-    if (!next.form) {
-        auto form = std::make_unique<OptionForm>(GetLook(), m_language, *next.info);
-        if (!form->CreateForm(Window(), IDC_OPTIONS_FORM)) return;
-        next.form = std::move(form);
-        // Tab goes from the list to the form and on to the button.
-        ::SetWindowPos(next.form->Window(), m_list.Window(), 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
-    }
+    if (!m_forms[index] && !CreateForm(index)) return;
     m_balloon.Hide();
-    last.note = Note::None;
+    m_editor.ForgetNote(m_current);
+    OptionForm* const last = Form();
     m_current = index;
     m_list.Select(static_cast<int>(index));
     FillResourceLists();
-    ShowDraft(next);
-    PlaceForm();
-    ::ShowWindow(next.form->Window(), SW_SHOWNA);
-    if (&last != &next && last.form) {
+    ShowOptions();
+    Form()->Place(m_formPlace);
+    ::ShowWindow(Form()->Window(), SW_SHOWNA);
+    if (last && last != Form()) {
         // The keyboard must not stay in a form that nobody sees.
-        if (::IsChild(last.form->Window(), ::GetFocus())) ::SetFocus(m_list.Window());
-        ::ShowWindow(last.form->Window(), SW_HIDE);
+        if (::IsChild(last->Window(), ::GetFocus())) ::SetFocus(m_list.Window());
+        ::ShowWindow(last->Window(), SW_HIDE);
     }
-    ::ShowWindow(m_apply.Window(), next.info->kind == SectionInfo::Kind::Password ? SW_HIDE : SW_SHOWNA);
-    ShowNote();
+    ::ShowWindow(m_apply.Window(), Info().kind == SectionInfo::Kind::Password ? SW_HIDE : SW_SHOWNA);
 }
 
 void OptionsPage::FillResourceLists() {
-    OptionForm& form = *Current().form;
+    if (Info().kind != SectionInfo::Kind::Resources) return;
     m_isShowing = true;
-    if (Current().info->kind == SectionInfo::Kind::Resources) {
-        form.SetItems(IDC_OPTIONS_SKIN, ItemsOf(m_resources.skins()));
-        form.SetItems(IDC_OPTIONS_LANGUAGE, ItemsOf(m_resources.languages()));
-    }
-    std::vector<OptionForm::Item> types;
-    for (const char* name : kProxyTypes) types.push_back({.content = std::to_string(types.size()), .text = name});
-    form.SetItems(ControlOf(OptionId::ProxyType), std::move(types));
+    Form()->SetItems(IDC_OPTIONS_SKIN, m_resources.Skins());
+    Form()->SetItems(IDC_OPTIONS_LANGUAGE, m_resources.Languages());
     m_isShowing = false;
 }
 
-void OptionsPage::ShowDraft(Section& section) {
-    if (&section != &Current() || !section.form) return;
+void OptionsPage::TakeEdits() {
+    if (Form() && !m_isShowing) m_editor.Edit(m_current, Form()->ReadFields());
+}
+
+void OptionsPage::ShowOptions() {
+    if (!Form()) return;
     m_isShowing = true;
-    section.form->ShowFields(section.draft.Shown());
+    Form()->ShowFields(m_editor.Shown(m_current));
     m_isShowing = false;
-}
-
-// Not every change is told: a program that works the fields need not do so.
-void OptionsPage::TakeFields() {
-    Section& section = Current();
-    if (!section.form || m_isShowing) return;
-    for (const auto& [control, content] : section.form->ReadFields()) section.draft.Edit(control, content);
-}
-
-std::string OptionsPage::NoteText() {
-    const Section& section = Current();
-    if (section.attempt) return m_language.GetText(1212, "Applying...");
-    if (section.draft.IsEdited()) return m_language.GetText(1210, "Changes are not applied yet.");
-    switch (section.note) {
-        case Note::Stored: return m_language.GetText(1211, "Stored.");
-        case Note::NotStored: return m_language.GetText(1213, "The change was not stored.");
-        default: return {};
+    ShowNote();
+    if (m_editor.IsFollowing()) {
+        ::SetTimer(Window(), kFollowTimer, kFollowPause, nullptr);
+    } else {
+        ::KillTimer(Window(), kFollowTimer);
     }
 }
 
 void OptionsPage::ShowNote() {
-    m_note.SetText(NoteText());
+    m_note.SetText(m_language.GetText(m_editor.NoteText(m_current)));
     // Not while it applies: a button that is disabled loses the keyboard.
-    if (m_isLoaded != (::IsWindowEnabled(m_apply.Window()) != FALSE)) ::EnableWindow(m_apply.Window(), m_isLoaded);
+    const bool canApply = m_editor.IsLoaded();
+    if (canApply != (::IsWindowEnabled(m_apply.Window()) != FALSE)) ::EnableWindow(m_apply.Window(), canApply);
 }
+
+// What the user does
 
 void OptionsPage::OnCommand(int id, int notification) {
     if (id == IDC_OPTIONS_SECTIONS) {
@@ -184,23 +155,24 @@ void OptionsPage::OnCommand(int id, int notification) {
     }
     if (id == IDC_OPTIONS_APPLY && notification == BN_CLICKED) return Apply();
     if (id == kFilteringApplied) return ShowFilteringApplied();
-    for (const RowInfo& row : Current().info->rows) {
-        if (row.control != id) continue;
-        if (row.kind == RowKind::Button) {
-            if (notification == BN_CLICKED) PostToOwner(id);
-            return;
-        }
-        if (m_isShowing) return;
-        if (id == ControlOf(OptionId::AntiIpSpoofing) && notification == BN_CLICKED) WarnOfSpoofing();
-        TakeFields();
-        if (Current().draft.IsEdited()) Current().note = Note::None;
-        ShowNote();
-        return;
+    for (const RowInfo& row : Info().rows) {
+        if (row.control == id) return OnRowCommand(row, notification);
     }
 }
 
+void OptionsPage::OnRowCommand(const RowInfo& row, int notification) {
+    if (row.kind == RowKind::Button) {
+        if (notification == BN_CLICKED) PostToOwner(row.control);
+        return;
+    }
+    if (m_isShowing) return;
+    if (row.control == ControlOf(OptionId::AntiIpSpoofing) && notification == BN_CLICKED) WarnOfSpoofing();
+    TakeEdits();
+    ShowNote();
+}
+
 void OptionsPage::WarnOfSpoofing() {
-    m_balloon.ShowFor(Current().form->ControlWindow(ControlOf(OptionId::AntiIpSpoofing)),
+    m_balloon.ShowFor(Form()->ControlWindow(ControlOf(OptionId::AntiIpSpoofing)),
                       {.title = {},
                        .text = m_language.GetText(322,
                                                   "Warning. Setting anti-IP spoofing on or off will disable your "
@@ -209,11 +181,26 @@ void OptionsPage::WarnOfSpoofing() {
                       {.timeout = kWarningDuration});
 }
 
+void OptionsPage::Apply() {
+    TakeEdits();
+    if (!m_editor.Apply(m_current)) return;
+    // Later: the message is modal.
+    if (Info().kind == SectionInfo::Kind::BrowserFiltering) {
+        ::PostMessageA(Window(), WM_COMMAND, kFilteringApplied, 0);
+    }
+}
+
+void OptionsPage::ShowFilteringApplied() {
+    const HWND owner = ::GetAncestor(Window(), GA_ROOT);
+    if (!::IsWindowEnabled(owner)) return;  // another dialog has come first
+    ShowMessage(GetLook().fonts, m_language, owner,
+                m_language.GetText(607, "Please restart your Internet browser to apply changes."));
+}
+
 bool OptionsPage::MayLeave() {
     if (m_isAsking) return false;
-    TakeFields();
-    Section& section = Current();
-    if (!section.draft.IsEdited() || section.attempt) return true;
+    TakeEdits();
+    if (!m_editor.IsUnapplied(m_current)) return true;
     // A connection question cannot end before one that is opened during it, and the driver waits for its answer.
     const std::optional<HWND> owner = ModalOwner(::GetAncestor(Window(), GA_ROOT));
     if (!owner) return false;
@@ -232,14 +219,13 @@ bool OptionsPage::MayLeave() {
     if (answer == MessageAnswer::Ok) {
         Apply();
     } else {
-        section.draft.Discard();
-        ShowDraft(section);
-        ShowNote();
+        m_editor.Discard(m_current);
+        ShowOptions();
     }
     return true;
 }
 
-// What is stored
+// When the page is seen
 
 void OptionsPage::OnShow() {
     ::SetTimer(Window(), kWatchTimer, kWatchPause, nullptr);
@@ -252,77 +238,13 @@ void OptionsPage::OnHide() {
 }
 
 void OptionsPage::Reload() {
-    m_choice = m_resources.current();
-    UpdateStored();
     FillResourceLists();
-    ShowDraft(Current());
-    ShowNote();
-    Read();
+    m_editor.Reload();
 }
 
 void OptionsPage::OnTimer(UINT_PTR id) {
-    if (id == kWatchTimer) Watch();
-    if (id == kAttemptTimer) FollowAttempts();
-}
-
-void OptionsPage::Watch() {
-    const FileStamp stamp = m_services.stampOptions();
-    if (m_stamp != stamp || IsFresh(stamp)) Read();
-}
-
-void OptionsPage::Read() {
-    if (m_isReading) {
-        m_readsAgain = true;
-        return;
-    }
-    m_isReading = true;
-    m_readsAgain = false;
-    m_stamp = m_services.stampOptions();
-    m_services.readOptions([this, alive = std::weak_ptr(m_alive)](const std::optional<OptionValues>& values) {
-        if (!alive.expired()) OnRead(values);
-    });
-}
-
-void OptionsPage::OnRead(const std::optional<OptionValues>& values) {
-    m_isReading = false;
-    // Applied, the defaults that would show for a file that is held would take the place of all that it stores.
-    if (!values) m_stamp.reset();
-    m_isLoaded |= values.has_value();
-    if (values && std::exchange(m_values, *values) != m_values) {
-        // What could not be stored may have been stored late.
-        for (Section& section : m_sections) section.note = Note::None;
-    }
-    UpdateStored();
-    JudgeAttempts();
-    ShowDraft(Current());
-    ShowNote();
-    if (m_readsAgain) Read();
-}
-
-void OptionsPage::UpdateStored() {
-    TakeFields();
-    for (Section& section : m_sections) section.draft.SetStored(StoredFields(*section.info));
-}
-
-FormDraft::Fields OptionsPage::StoredFields(const SectionInfo& section) const {
-    FormDraft::Fields fields;
-    for (const RowInfo& row : section.rows) {
-        if (IsField(row.kind)) fields[row.control] = StoredField(row.control);
-    }
-    return fields;
-}
-
-std::string OptionsPage::StoredField(int control) const {
-    if (const OptionInfo* const option = OptionOfControl(control)) return FieldOf(option->id, m_values);
-    if (control == IDC_OPTIONS_SKIN) return m_choice.skin;
-    if (control == IDC_OPTIONS_LANGUAGE) return m_choice.language;
-    for (const FilterFlag& flag : FilterFlags()) {
-        std::uint32_t value = 0;
-        if (flag.control == control && m_services.userValues.ReadUserValue(flag.userValue, value)) {
-            return value != 0 ? "1" : "0";
-        }
-    }
-    return "0";
+    if (id == kWatchTimer) m_editor.Watch();
+    if (id == kFollowTimer) m_editor.Follow();
 }
 
 }  // namespace brennvar

@@ -12,6 +12,7 @@ class FakeClock final : public Clock {
 public:
     FileTime now = 132'000'000'000'000'000;  // some moment in 2019
     LocalDate today{.year = 2026, .month = 3, .day = 9};
+    std::chrono::milliseconds elapsed{1000};
     std::vector<std::chrono::milliseconds> sleeps;
     bool stopped = false;                     // what a requested stop does to every wait
     int slowness = 1;                         // every pause takes so many times as long
@@ -19,9 +20,14 @@ public:
 
     [[nodiscard]] FileTime UtcNow() const override { return now; }
     [[nodiscard]] LocalDate Today() const override { return today; }
+    [[nodiscard]] std::chrono::milliseconds Elapsed() const override { return elapsed; }
+    void Pass(std::chrono::milliseconds duration) {
+        now += static_cast<FileTime>(duration.count()) * (kFileTimePerSecond / 1000);
+        elapsed += duration;
+    }
     bool Sleep(std::chrono::milliseconds duration) override {
         sleeps.push_back(duration);
-        now += static_cast<FileTime>(duration.count() * slowness) * (kFileTimePerSecond / 1000);
+        Pass(duration * slowness);
         whenSlept();
         return !stopped;
     }

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <stdexcept>
 
 #include "support/DataFolder.h"
 #include "support/FakeClock.h"
@@ -48,10 +49,12 @@ TEST_F(OptionReaderTest, KeepsDefaultsWithoutAWholeRecord) {
 TEST_F(OptionReaderTest, ReadsEverythingAtOnce) {
     EXPECT_EQ(m_options.ReadAll(), OptionValues());
     // Two of one option, a flag that is neither 0 nor 1, a list's index that the list does not have, a number with
-    // all its bits, an option that nobody knows, the security password, which is left out, and half a record.
+    // all its bits, options that nobody knows (before, between and behind the known ones), the security password,
+    // which is left out, and half a record.
     const std::string large = std::string("\x12\0\0\0\xFF\xFF\xFF\xFF", 8) + std::string(120, '\0');
     WriteConfig(Record(6, 2) + Record(38, 9, "first") + Record(38, 9, "second") + Record(70, 5) + large +
-                Record(77, 1) + Record(4, 0, "Secret1") + Record(5, 0).substr(0, 100));
+                Record(0, 9) + Record(10, 0) + Record(77, 0) + Record(80, 9) + Record(4, 0, "Secret1") +
+                Record(5, 0).substr(0, 100));
     OptionValues expected;
     expected.SetNumber(OptionId::ShowBlockedMessages, 1);
     expected.SetText(OptionId::MailSubject, "first");
@@ -62,6 +65,7 @@ TEST_F(OptionReaderTest, ReadsEverythingAtOnce) {
     EXPECT_EQ(values.Number(OptionId::ShowBlockedMessages), 1U);
     EXPECT_EQ(values.Number(OptionId::ProxyType), 5U);
     EXPECT_EQ(values.Number(OptionId::ShowSecurityMessages), 1U);  // the default: its record is cut
+    EXPECT_THROW((void)values.Number(OptionId{10}), std::out_of_range);
     std::filesystem::remove(m_folder.File(kConfig));
     std::filesystem::create_directory(m_folder.File(kConfig));
     EXPECT_EQ(m_options.ReadAll(), std::nullopt);

@@ -32,11 +32,31 @@ TEST(FormDraftTest, ShowsWhatIsStoredAfterAnAttemptButForLaterEdits) {
     draft.SetStored({{1, "600"}, {2, "b"}});
     draft.Edit(1, "");
     draft.Edit(2, "sent");
-    const Fields sent = draft.Shown();
+    draft.Apply();
     draft.Edit(2, "later");
-    draft.Settle(sent);
+    draft.Settle();
     EXPECT_EQ(draft.Shown(), (Fields{{1, "600"}, {2, "later"}}));
     EXPECT_TRUE(draft.IsEdited());
+}
+
+TEST(FormDraftTest, KeepsWhatIsTakenBackWhileItIsOnItsWay) {
+    FormDraft draft;
+    draft.SetStored({{1, "0"}, {2, "0"}});
+    draft.Edit(1, "1");
+    draft.Edit(2, "1");
+    draft.Apply();
+    draft.Edit(1, "0");
+    EXPECT_TRUE(draft.IsEdited());
+    draft.SetStored({{1, "0"}, {2, "0"}});  // not yet
+    draft.SetStored({{1, "1"}, {2, "1"}});
+    EXPECT_EQ(draft.Shown(), (Fields{{1, "0"}, {2, "1"}}));
+    draft.Settle();
+    EXPECT_EQ(draft.Shown(), (Fields{{1, "0"}, {2, "1"}}));
+    EXPECT_TRUE(draft.IsEdited());
+    draft.Apply();
+    draft.Edit(1, "1");
+    draft.Withdraw();
+    EXPECT_FALSE(draft.IsEdited()) << "as it is stored, and nothing is on its way";
 }
 
 TEST(OptionFieldsTest, NumbersOfFieldsAreDefaultsWhenEmptyAndNeverTooLarge) {

@@ -1,0 +1,24 @@
+// The skins and languages that the user may choose from, as a seam.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "config/ResourceChoice.h"
+
+namespace brennvar {
+
+class SkinsAndLanguages {
+public:
+    virtual ~SkinsAndLanguages() = default;
+    // Names of folders, in the order in which they are offered.
+    [[nodiscard]] virtual std::vector<std::string> Skins() const = 0;
+    [[nodiscard]] virtual std::vector<std::string> Languages() const = 0;
+    // As the settings have it.
+    [[nodiscard]] virtual ResourceChoice Current() const = 0;
+    // The user wants these instead of the current ones, or the same again. May ask, which pumps messages. False:
+    // not now.
+    virtual bool Apply(const ResourceChoice& current, const ResourceChoice& chosen) = 0;
+};
+
+}  // namespace brennvar
