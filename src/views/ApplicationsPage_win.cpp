@@ -102,7 +102,7 @@ TreeCell ApplicationsPage::SourceCell(int row, int column) const {
     }
     TreeCell cell;
     cell.text = SourceText(row, column);
-    cell.isQuiet = m_rows.IsLeaving(row);
+    if (m_rows.IsLeaving(row)) cell.tone = Tone::Muted;
     return cell;
 }
 

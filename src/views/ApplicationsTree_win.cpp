@@ -27,17 +27,16 @@ std::vector<TreeColumn> CApplicationsTree::Columns(const Language& language) {
 }
 
 TreeCell CApplicationsTree::ActionCell(ApplicationState state, const Language& language) {
-    const auto cell = [](std::string text, COLORREF colour) {
+    const auto cell = [](std::string text, Tone tone) {
         TreeCell made;
         made.text = std::move(text);
-        made.textColour = colour;
-        made.onPill = true;
+        made.tone = tone;
         return made;
     };
     switch (state) {
-        case ApplicationState::Deny: return cell(language.GetText(1, "Deny"), RGB(165, 14, 44));
-        case ApplicationState::Allow: return cell(language.GetText(2, "Allow"), RGB(0, 0, 0));
-        default: return cell(language.GetText(3, "Ask"), RGB(255, 128, 64));
+        case ApplicationState::Deny: return cell(language.GetText(1, "Deny"), Tone::Deny);
+        case ApplicationState::Allow: return cell(language.GetText(2, "Allow"), Tone::Allow);
+        default: return cell(language.GetText(3, "Ask"), Tone::Ask);
     }
 }
 
