@@ -103,8 +103,7 @@ void FirewallControlCenterDialog::OnInitDialog() {
     ::SendMessageA(Window(), WM_SETICON, ICON_BIG, reinterpret_cast<LPARAM>(m_bigIcon.Get()));
     ::SendMessageA(Window(), WM_SETICON, ICON_SMALL, reinterpret_cast<LPARAM>(m_smallIcon.Get()));
 
-    m_connections = std::make_unique<ConnectionsReader>(m_devices, m_reads, m_link,
-                                                        m_language.GetText(313, "no process associated"));
+    m_commander.GuardWith(m_passwordAsker);
     m_pageFactory.emplace(
         PageFactory::Parts{.fonts = m_fonts,
                            .language = m_language,
@@ -113,7 +112,7 @@ void FirewallControlCenterDialog::OnInitDialog() {
                            .gate = m_gate,
                            .reads = m_reads,
                            .readsClock = m_readsClock,
-                           .connections = *m_connections,
+                           .devices = m_devices,
                            .statistics = m_statistics,
                            .applicationChanges = m_applicationChanges,
                            .applyResources = [this](const ResourceChoice& current, const ResourceChoice& chosen) {
@@ -214,13 +213,8 @@ void FirewallControlCenterDialog::RefreshStatistics() {
 
 void FirewallControlCenterDialog::CountConnections() {
     // Large tables take the driver a while; nobody sees the number while the window is away.
-    if (!IsSeen() || m_isCounting || m_statisticsTicks++ % kTicksPerCount != 0) return;
-    m_isCounting = true;
-    m_connections->Count([this](std::optional<std::size_t> count) {
-        m_isCounting = false;
-        m_statistics.SetConnections(count);
-        m_status.ShowConnections(count);
-    });
+    if (!IsSeen() || m_connectionCount.IsReading() || m_statisticsTicks++ % kTicksPerCount != 0) return;
+    m_connectionCount.Refresh();
 }
 
 void FirewallControlCenterDialog::FetchTrayNotice() {

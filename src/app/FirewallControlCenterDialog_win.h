@@ -10,7 +10,6 @@
 #include <string>
 #include <vector>
 
-#include "app/ApplicationSender_win.h"
 #include "app/ControlCenterTray_win.h"
 #include "app/ControlCommands_win.h"
 #include "app/FrameDialog_win.h"
@@ -18,9 +17,11 @@
 #include "app/MachineWatch_win.h"
 #include "app/PageFactory_win.h"
 #include "app/StatusLine_win.h"
+#include "base/Refreshed.h"
 #include "base/StopSignal.h"
 #include "base/SystemClock.h"
 #include "base/TaskThread.h"
+#include "commands/Commander.h"
 #include "commands/ProtectionModes.h"
 #include "config/Charset.h"
 #include "config/Language.h"
@@ -124,14 +125,33 @@ private:
     // Reads files and the driver's tables, which the service may hold or which may be large.
     TaskThread m_reads;
     SystemClock m_readsClock{m_reads.Stopping()};
-    std::unique_ptr<ConnectionsReader> m_connections;   // made when the language is known
-    std::optional<PageFactory> m_pageFactory;           // likewise
+    Refreshed<std::size_t> m_connectionCount{
+        m_reads, [&devices = m_devices](const auto&) { return CountConnectionRows(devices); },
+        [this](std::optional<std::size_t> count, const auto&) {
+            m_statistics.SetConnections(count);
+            m_status.ShowConnections(count);
+        }};
+    std::optional<PageFactory> m_pageFactory;           // made when the language is known
     std::array<CWorkerThread, kWorkerCount> m_workers;  // long jobs: filling a log list, exporting a log
     SecurityPasswordGate m_gate{
         {.fonts = m_fonts, .language = m_language, .link = m_link, .reads = m_reads, .readsClock = m_readsClock}};
     ControlCommands m_commands{
         {.fonts = m_fonts, .language = m_language, .link = m_link, .gate = m_gate, .clock = m_clock}};
-    ApplicationChanges m_applicationChanges{ConnectApplicationChanges(m_gate, m_link, [this] { return Window(); })};
+    // The gate as the commander wants it.
+    class PasswordAsker final : public AskPassword {
+    public:
+        explicit PasswordAsker(FirewallControlCenterDialog& dialog) : m_dialog(dialog) {}
+        void Ask(std::function<void()> allowed, std::function<void()> refused) override {
+            m_dialog.m_gate.CheckSecurityPassword(
+                {.owner = m_dialog.Window(), .action = std::move(allowed), .refused = std::move(refused)});
+        }
+
+    private:
+        FirewallControlCenterDialog& m_dialog;
+    };
+    PasswordAsker m_passwordAsker{*this};
+    Commander m_commander{m_link, m_language};
+    ApplicationChanges m_applicationChanges{m_commander};
     ProtectionModes m_modes{ModeParts()};
     ControlCenterTray m_tray{{.fonts = m_fonts,
                               .language = m_language,
@@ -149,7 +169,6 @@ private:
     std::chrono::steady_clock::time_point m_lastMeterTick{};  // when the meter last got totals
     Statistics m_statistics;
     unsigned m_statisticsTicks = 0;  // while the window is seen
-    bool m_isCounting = false;
     bool m_isFetchingTrayText = false;
     bool m_isHandlingTrayText = false;
     bool m_isGripResting = false;

@@ -1,7 +1,6 @@
 #include "app/PageFactory_win.h"
 
 #include <utility>
-#include <vector>
 
 #include "config/FileStamp_win.h"
 #include "config/Folders.h"
@@ -11,8 +10,8 @@
 #include "config/ResourceIds.h"
 #include "config/Resources_win.h"
 #include "rules/ApplicationRules.h"
-#include "views/ApplicationsPage_win.h"
-#include "views/ConnectionsPage_win.h"
+#include "views/ApplicationsModel.h"
+#include "views/ConnectionsModel.h"
 #include "views/OptionsPage_win.h"
 #include "views/StatisticsPage_win.h"
 
@@ -41,26 +40,19 @@ ListPageContext PageFactory::Lists() const {
 }
 
 std::unique_ptr<CPage> PageFactory::MakeConnections(PageTexts texts) const {
-    return std::make_unique<ConnectionsPage>(
+    return std::make_unique<ListPage>(
         Lists(), std::move(texts),
-        [&reader = m_parts.connections](ConnectionsReader::Done done) { reader.Read(std::move(done)); });
+        std::make_unique<ConnectionsModel>(m_parts.language, m_parts.devices, m_parts.reads, m_parts.link));
 }
 
 std::unique_ptr<CPage> PageFactory::MakeApplications(PageTexts texts) const {
-    const auto read = [&reads = m_parts.reads,
-                       &clock = m_parts.readsClock](std::function<void(std::vector<ApplicationRow>)> done) {
-        reads.Ask<std::vector<ApplicationRow>>(
-            [&clock] { return LoadApplicationRules(RulesFilePath(GetDataFolder()), clock); },
-            [done = std::move(done)](std::optional<std::vector<ApplicationRow>> rows) {
-                done(std::move(rows).value_or(std::vector<ApplicationRow>()));
-            });
+    const auto load = [&clock = m_parts.readsClock] {
+        return LoadApplicationRules(RulesFilePath(GetDataFolder()), clock);
     };
-    return std::make_unique<ApplicationsPage>(
+    return std::make_unique<ListPage>(
         Lists(), std::move(texts),
-        ApplicationsPage::Parts{
-            .read = read, .changes = m_parts.applicationChanges, .isServiceMissing = [&link = m_parts.link] {
-                return link.Service() == PeerState::Missing;
-            }});
+        std::make_unique<ApplicationsModel>(m_parts.language, m_parts.reads, load, m_parts.applicationChanges,
+                                            m_parts.link));
 }
 
 std::unique_ptr<CPage> PageFactory::MakeOptions(PageTexts texts) const {

@@ -13,13 +13,13 @@
 #include "config/ResourceChoice.h"
 #include "config/UserValues.h"
 #include "dialogs/Page_win.h"
+#include "ipc/Device.h"
 #include "ipc/ServiceLink.h"
+#include "lists/ListPage_win.h"
 #include "security/SecurityPasswordGate_win.h"
 #include "statistics/Statistics.h"
 #include "ui/Fonts_win.h"
 #include "views/ApplicationChanges.h"
-#include "views/ConnectionsReader.h"
-#include "views/ListPage_win.h"
 
 namespace brennvar {
 
@@ -34,7 +34,7 @@ public:
         SecurityPasswordGate& gate;
         TaskThread& reads;
         Clock& readsClock;
-        ConnectionsReader& connections;
+        DeviceOpener& devices;
         Statistics& statistics;
         ApplicationChanges& applicationChanges;
         // The user's choice of skin and language. False: not now.

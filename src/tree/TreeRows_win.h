@@ -4,6 +4,7 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "base/Windows_win.h"
 #include "config/SkinTones.h"
@@ -50,6 +51,8 @@ struct TreeColumn {
     int minimalWidth = 32;
     bool isNumber = false;   // aligned right
     bool takesRoom = false;  // gets what the others leave, at least its minimal width
+    // FitToContent leaves room for these, whether or not a row holds them now.
+    std::vector<std::string> longest{};
 };
 
 }  // namespace brennvar

@@ -13,36 +13,39 @@ std::uint64_t ApplicationChanges::Add(ApplicationChange change) {
 void ApplicationChanges::Carry() {
     if (m_isAsking || m_waiting.empty()) return;
     m_isAsking = true;
-    m_parts.ask([this] { Enqueue(); },
-                [this] {
-                    m_waiting.clear();
-                    Enqueue();  // nothing, but behind what is being sent: numbers are over in their order
-                });
+    m_commander.AskFor(
+        UserCommand::SetApplicationRules, [this] { Enqueue(); },
+        [this] {
+            m_waiting.clear();
+            Enqueue();  // nothing, but behind what is being sent: numbers are over in their order
+        });
 }
 
 void ApplicationChanges::Enqueue() {
     m_isAsking = false;
-    m_batches.push_back({.changes = std::exchange(m_waiting, {}), .last = m_last});
-    if (m_batches.size() == 1) SendPiece();
+    m_groups.push_back({.changes = std::exchange(m_waiting, {}), .last = m_last});
+    if (m_groups.size() == 1) SendPiece();
 }
 
 void ApplicationChanges::SendPiece() {
-    Batch& batch = m_batches.front();
-    const auto first = batch.changes.begin() + static_cast<std::ptrdiff_t>(batch.sent);
-    const std::size_t count = std::min(kPiece, batch.changes.size() - batch.sent);
-    batch.sent += count;
-    m_parts.send({first, first + static_cast<std::ptrdiff_t>(count)}, [this] { OnPieceSent(); });
+    Group& group = m_groups.front();
+    const auto first = group.changes.begin() + static_cast<std::ptrdiff_t>(group.sent);
+    const std::size_t count = std::min(kPiece, group.changes.size() - group.sent);
+    group.sent += count;
+    m_commander.Send(Batch(UserCommand::SetApplicationRules,
+                           {.applications = {first, first + static_cast<std::ptrdiff_t>(count)}}),
+                     [this](bool) { OnPieceSent(); });
 }
 
 void ApplicationChanges::OnPieceSent() {
-    const Batch& batch = m_batches.front();
-    const bool isOver = batch.sent == batch.changes.size();
+    const Group& group = m_groups.front();
+    const bool isOver = group.sent == group.changes.size();
     if (isOver) {
-        m_over = batch.last;
-        m_batches.pop_front();
+        m_over = group.last;
+        m_groups.pop_front();
     }
-    if (!m_batches.empty()) SendPiece();
-    if (isOver && onOver) onOver();
+    if (!m_groups.empty()) SendPiece();
+    if (isOver && m_watcher) m_watcher->OnChangesOver();
 }
 
 }  // namespace brennvar

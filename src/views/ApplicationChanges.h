@@ -6,35 +6,26 @@
 #include <cstddef>
 #include <cstdint>
 #include <deque>
-#include <functional>
-#include <string>
-#include <utility>
 #include <vector>
 
-#include "ipc/CommandRecord.h"
+#include "commands/Commander.h"
 
 namespace brennvar {
 
-struct ApplicationChange {
-    std::string path;
-    RuleCommandAction action;
-    friend bool operator==(const ApplicationChange&, const ApplicationChange&) = default;
+// Told when changes are over, see ApplicationChanges::Over.
+class ApplicationChangesWatcher {
+public:
+    virtual ~ApplicationChangesWatcher() = default;
+    virtual void OnChangesOver() = 0;
 };
 
 class ApplicationChanges {
 public:
-    // Both call back later, on this thread.
-    struct Parts {
-        // Asks for the password: one of the two is called.
-        std::function<void(std::function<void()> allowed, std::function<void()> refused)> ask;
-        // Sends the changes in their order; done is called when they, and all before them, were delivered or given
-        // up.
-        std::function<void(const std::vector<ApplicationChange>& changes, std::function<void()> done)> send;
-    };
     // So many are sent at a time, and the next ones only then: what the user commands meanwhile, to block all
     // traffic or to end the program, does not come behind thousands of them.
     static constexpr std::size_t kPiece = 16;
-    explicit ApplicationChanges(Parts parts) : m_parts(std::move(parts)) {}
+    // The commander is borrowed for the life of the program.
+    explicit ApplicationChanges(Commander& commander) : m_commander(commander) {}
     ApplicationChanges(const ApplicationChanges&) = delete;
     ApplicationChanges& operator=(const ApplicationChanges&) = delete;
 
@@ -49,10 +40,11 @@ public:
     [[nodiscard]] std::uint64_t Last() const { return m_last; }
     [[nodiscard]] std::uint64_t Over() const { return m_over; }
 
-    std::function<void()> onOver;  // Over has grown; may be empty
+    // Who is told when Over has grown, borrowed for as long as anything is sent.
+    void Watch(ApplicationChangesWatcher& watcher) { m_watcher = &watcher; }
 
 private:
-    struct Batch {
+    struct Group {
         std::vector<ApplicationChange> changes;
         std::uint64_t last;    // number of the last one
         std::size_t sent = 0;  // so many of them
@@ -61,9 +53,10 @@ private:
     void SendPiece();
     void OnPieceSent();
 
-    const Parts m_parts;
+    Commander& m_commander;
+    ApplicationChangesWatcher* m_watcher = nullptr;
     std::vector<ApplicationChange> m_waiting;
-    std::deque<Batch> m_batches;  // allowed; the first one is being sent
+    std::deque<Group> m_groups;  // allowed; the first one is being sent
     bool m_isAsking = false;
     std::uint64_t m_last = 0;
     std::uint64_t m_over = 0;
