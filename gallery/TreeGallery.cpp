@@ -39,7 +39,7 @@ public:
                 break;
             case 1:
                 cell.text = R"(c:\program files\some maker\some program with a long name\program.exe)";
-                cell.isQuiet = !IsProgram(entry);
+                if (!IsProgram(entry)) cell.tone = Tone::Muted;
                 break;
             case 2: return ActionCell(entry % 3);
             case 3: cell.text = std::to_string(entry * 123457); break;
@@ -60,8 +60,7 @@ private:
     static TreeCell ActionCell(int action) {
         TreeCell cell;
         cell.text = action == kDeny ? "Deny" : action == kAllow ? "Allow" : "Ask";
-        cell.textColour = action == kDeny ? RGB(165, 14, 44) : action == kAllow ? RGB(0, 0, 0) : RGB(255, 128, 64);
-        cell.onPill = true;
+        cell.tone = action == kDeny ? Tone::Deny : action == kAllow ? Tone::Allow : Tone::Ask;
         return cell;
     }
 

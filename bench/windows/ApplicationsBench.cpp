@@ -8,7 +8,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
-#include <optional>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -16,11 +16,11 @@
 #include "base/TaskThread.h"
 #include "config/ResourceIds.h"
 #include "config/UserValues.h"
-#include "ipc/Pipe_win.h"
 #include "ipc/RecordCipher.h"
+#include "lists/ListPage_win.h"
 #include "rules/ApplicationRules.h"
 #include "tree/TreeMessages_win.h"
-#include "views/ApplicationsPage_win.h"
+#include "views/ApplicationsModel.h"
 
 namespace brennvar {
 namespace {
@@ -33,6 +33,11 @@ constexpr char kTyped[] = "maker 7\\program1";  // from what nearly all rows hol
 class NoUserValues final : public UserValues {
     [[nodiscard]] bool ReadUserValue(const std::string&, std::uint32_t&) const override { return false; }
     bool WriteUserValue(const std::string&, std::uint32_t) override { return false; }
+};
+
+class NoService final : public PipeConnector {
+    bool WaitForInstance(const std::string&, std::chrono::milliseconds) override { return false; }
+    std::unique_ptr<PipeConnection> Open(const std::string&) override { return nullptr; }
 };
 
 std::string WriteRules(int count) {
@@ -71,20 +76,13 @@ public:
         const DWORD thread = ::GetCurrentThreadId();
         TaskThread reads([thread] { ::PostThreadMessageA(thread, WM_APP, 0, 0); });
         SystemClock clock(reads.Stopping());
-        ServiceLink link([] {}, [](const StopSignal& stop) { return std::make_unique<WinPipeConnector>(stop); });
+        ServiceLink link([] {}, [](const StopSignal&) { return std::make_unique<NoService>(); });
         Commander commander(link, m_language);
         ApplicationChanges changes(commander);
-        ApplicationsPage page(
-            {.fonts = m_fonts, .language = m_language, .userValues = m_values},
-            {.title = "Applications", .line = "All of them.", .empty = {}},
-            {.read =
-                 [&](auto done) {
-                     reads.Ask<std::vector<ApplicationRow>>(
-                         [&] { return LoadApplicationRules(file, clock); },
-                         [done](auto rows) { done(std::move(rows).value_or(std::vector<ApplicationRow>())); });
-                 },
-             .changes = changes,
-             .isServiceMissing = [] { return false; }});
+        const auto load = [&] { return LoadApplicationRules(file, clock); };
+        ListPage page({.fonts = m_fonts, .language = m_language, .userValues = m_values},
+                      {.title = "Applications", .line = "All of them.", .empty = {}},
+                      std::make_unique<ApplicationsModel>(m_language, reads, load, changes, link));
         const auto start = std::chrono::steady_clock::now();
         if (!page.Create(m_parent)) std::exit(1);
         page.Place({0, 0, 816, 600});

@@ -11,7 +11,7 @@
 #include "app/StatusLine_win.h"
 #include "config/ResourceIds.h"
 #include "config/UserValues.h"
-#include "views/ConnectionsPage_win.h"
+#include "lists/ListPage_win.h"
 #include "views/StatisticsPage_win.h"
 // windows.h must stand before this.
 #include <commctrl.h>
@@ -26,6 +26,42 @@ constexpr std::uint64_t kSeconds = 300;  // more than a graph shows
 class NoUserValues final : public UserValues {
     [[nodiscard]] bool ReadUserValue(const std::string&, std::uint32_t&) const override { return false; }
     bool WriteUserValue(const std::string&, std::uint32_t) override { return false; }
+};
+
+// What a busy machine shows on the Connections page.
+class ConnectionRows final : public ListModel {
+public:
+    [[nodiscard]] std::string Name() const override { return "Bench"; }
+    [[nodiscard]] std::vector<ListColumn> Columns() const override {
+        return {{.title = "Process", .width = 128},
+                {.title = "Address", .width = 240},
+                {.title = "State", .width = 80},
+                {.title = "PID", .width = 48, .isNumber = true},
+                {.title = "Bytes in", .width = 80, .isNumber = true},
+                {.title = "Bytes out", .width = 80, .isNumber = true},
+                {.title = "Path", .width = 96, .takesRoom = true}};
+    }
+    [[nodiscard]] std::string EmptyText() const override { return {}; }
+    [[nodiscard]] int RowCount() const override { return m_rowCount; }
+    [[nodiscard]] ListCell Cell(int row, int column) const override {
+        switch (column) {
+            case 0: return {.text = "aurora.exe"};
+            case 1: return {.text = "10.1.2.3:49152 -> 93.184.216.34:443"};
+            case 2: return {.text = "ESTAB-OUT"};
+            case 6: return {.text = R"(C:\Program Files\Aurora\aurora.exe)"};
+            default: return {.text = std::to_string(row * (column == 4 ? 1000 : 10))};
+        }
+    }
+    [[nodiscard]] std::string Key(int row) const override { return std::to_string(row); }
+    void Read(ReadReason) override {
+        ChangeRows([this] {
+            m_rowCount = kConnections;
+            return ListView::Change::Rows;
+        });
+    }
+
+private:
+    int m_rowCount = 0;
 };
 
 class BenchWindow final : public FrameDialog {
@@ -86,21 +122,9 @@ private:
     }
 
     std::unique_ptr<CPage> MakeConnections(const PageInfo& info) {
-        const auto read = [](const ConnectionsReader::Done& done) {
-            std::vector<ConnectionRow> rows;
-            for (std::uint32_t row = 0; row < kConnections; ++row) {
-                rows.push_back({.address = "10.1.2.3:49152 -> 93.184.216.34:443",
-                                .name = "aurora.exe",
-                                .path = R"(C:\Program Files\Aurora\aurora.exe)",
-                                .state = 4,
-                                .processId = row,
-                                .bytesIn = 1000 * row,
-                                .bytesOut = 10 * row});
-            }
-            done(std::move(rows));
-        };
-        return std::make_unique<ConnectionsPage>(
-            ListPageContext{.fonts = m_fonts, .language = m_language, .userValues = m_values}, TextsOf(info), read);
+        return std::make_unique<ListPage>(
+            ListPageContext{.fonts = m_fonts, .language = m_language, .userValues = m_values}, TextsOf(info),
+            std::make_unique<ConnectionRows>());
     }
 
     double RepaintOnce() {

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "ipc/DriverTables.h"
+#include "views/ConnectionsReader.h"
 
 namespace brennvar {
 namespace {
@@ -12,6 +13,19 @@ namespace {
 constexpr unsigned kTicksPerCount = 2;  // as often as the Connections page reads them
 
 }  // namespace
+
+Figures::Figures(DeviceOpener& devices, TaskQueue& reads, ServiceLink& link, ProtectionModes& modes,
+                 Statistics& statistics)
+    : m_devices(devices),
+      m_link(link),
+      m_modes(modes),
+      m_statistics(statistics),
+      m_connectionCount(
+          reads, [&devices](const auto&) { return CountConnectionRows(devices); },
+          [this](std::optional<std::size_t> count, const auto&) {
+              m_statistics.SetConnections(count);
+              m_view->ShowConnections(count);
+          }) {}
 
 void Figures::Tick(SessionView& view, std::chrono::steady_clock::time_point now) {
     std::optional<TrafficIncrease> increase;
@@ -40,13 +54,9 @@ void Figures::ShowMode(SessionView& view) {
 
 void Figures::CountConnections(SessionView& view) {
     // Large tables take the driver a while; nobody sees the number while the window is away.
-    if (!view.IsSeen() || m_isCounting || m_seenTicks++ % kTicksPerCount != 0) return;
-    m_isCounting = true;
-    m_connections.Count([this, &view](std::optional<std::size_t> count) {
-        m_isCounting = false;
-        m_statistics.SetConnections(count);
-        view.ShowConnections(count);
-    });
+    if (!view.IsSeen() || m_connectionCount.IsReading() || m_seenTicks++ % kTicksPerCount != 0) return;
+    m_view = &view;
+    m_connectionCount.Refresh();
 }
 
 }  // namespace brennvar

@@ -3,23 +3,24 @@
 #pragma once
 
 #include <chrono>
+#include <cstddef>
 
 #include "app/SessionView.h"
+#include "base/Refreshed.h"
+#include "base/TaskQueue.h"
 #include "commands/ProtectionModes.h"
 #include "ipc/Device.h"
 #include "ipc/ServiceLink.h"
 #include "statistics/Statistics.h"
 #include "statistics/TrafficMeter.h"
-#include "views/ConnectionsReader.h"
 
 namespace brennvar {
 
 class Figures {
 public:
-    // All are borrowed.
-    Figures(DeviceOpener& devices, ServiceLink& link, ProtectionModes& modes, ConnectionsReader& connections,
-            Statistics& statistics)
-        : m_devices(devices), m_link(link), m_modes(modes), m_connections(connections), m_statistics(statistics) {}
+    // All are borrowed; devices is used on the queue as well.
+    Figures(DeviceOpener& devices, TaskQueue& reads, ServiceLink& link, ProtectionModes& modes,
+            Statistics& statistics);
     Figures(const Figures&) = delete;
     Figures& operator=(const Figures&) = delete;
 
@@ -34,12 +35,12 @@ private:
     DeviceOpener& m_devices;
     ServiceLink& m_link;
     ProtectionModes& m_modes;
-    ConnectionsReader& m_connections;
     Statistics& m_statistics;
     TrafficMeter m_meter;
     std::chrono::steady_clock::time_point m_lastTotals{};  // when the meter last got some
     unsigned m_seenTicks = 0;                              // while the window is seen
-    bool m_isCounting = false;
+    SessionView* m_view = nullptr;                         // of the last tick
+    Refreshed<std::size_t> m_connectionCount;
 };
 
 }  // namespace brennvar

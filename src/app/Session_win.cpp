@@ -38,14 +38,13 @@ Session::Session(const SessionSurroundings& surroundings, Language openedLanguag
       gate(fonts, language, commander, reads, password),
       modes(clock, language, commander, reads, ModeReader(dataFolder, readsClock), *this),
       applicationChanges(commander),
-      connections(devices, reads, link, language.GetText(313, "no process associated")),
       prompt(fonts, devices, clock, PostWhenFinished(kMessageQuestion)),
       machine(clock, language, commander, surroundings.readAddresses),
       workers{CWorkerThread(PostWhenFinished(kMessageWorkerFinished)),
               CWorkerThread(PostWhenFinished(kMessageWorkerFinished + 1)),
               CWorkerThread(PostWhenFinished(kMessageWorkerFinished + 2)),
               CWorkerThread(PostWhenFinished(kMessageWorkerFinished + 3))},
-      m_figures(devices, link, modes, connections, statistics) {
+      m_figures(devices, reads, link, modes, statistics) {
     commander.GuardWith(gate);
 }
 

@@ -30,7 +30,6 @@
 #include "ui/Fonts_win.h"
 #include "ui/WorkerThread.h"
 #include "views/ApplicationChanges.h"
-#include "views/ConnectionsReader.h"
 
 namespace brennvar {
 
@@ -105,7 +104,6 @@ public:
     SecurityPasswordGate gate;
     ProtectionModes modes;
     ApplicationChanges applicationChanges;
-    ConnectionsReader connections;
     Statistics statistics;
     ConnectionPrompt prompt;
     MachineWatch machine;

@@ -43,6 +43,10 @@ public:
         m_thread.Ask<Result>([this, ask = std::move(ask)] { return ask(m_pipes); }, std::move(done));
     }
 
+    // The same for what is read again and again (base/Refreshed.h): Pipes is for tasks of this queue only.
+    [[nodiscard]] TaskQueue& Queue() { return m_thread; }
+    [[nodiscard]] ServicePipes& Pipes() { return m_pipes; }
+
     void RunCompletions() { m_thread.RunCompletions(); }
     // As the last wait for one of its pipes found it. It can change whenever a call is over.
     [[nodiscard]] PeerState Service() const { return m_connector.State(); }

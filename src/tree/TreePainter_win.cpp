@@ -21,7 +21,6 @@ constexpr int kGap = 6;
 constexpr int kCheckFrames = 6;      // rest, hot, pressed, and the same checked
 constexpr int kUnfocusedShare = 96;  // of the list's ground in a selection without the focus, of 255
 constexpr double kLeastContrast = 4.5;
-constexpr COLORREF kPill = RGB(226, 232, 240);
 
 int Brightness(COLORREF colour) {
     return (GetRValue(colour) * 299 + GetGValue(colour) * 587 + GetBValue(colour) * 114) / 1000;
@@ -68,8 +67,12 @@ TreePainter::TreePainter(const Look& look)
       m_lineRight(look.skin.GetSkinColor("GRADIENT_RIGHT", 255, 181, 106)),
       m_header(MixColours(look.colours.list, look.colours.page, 200)),
       m_isDark(Brightness(look.colours.list) < 128),
+      m_pill(PillColour(look.skin)),
       m_check(CSkinImage::Load(look.skin.GetSkinImagePath("CHECK_BUTTON_LIST", "check_button_list.png"))) {
     m_text.SetFont(look.fonts.Text());
+    for (std::size_t tone = 0; tone < m_tones.size(); ++tone) {
+        m_tones[tone] = ToneColour(look.skin, static_cast<Tone>(tone));
+    }
 }
 
 int TreePainter::RowHeight() {
@@ -131,13 +134,15 @@ void TreePainter::PaintCell(HDC dc, const TreeCell& cell, const TreeRow& row, co
             cell.image->DrawFrame(dc, picture, cell.imageFrame, cell.imageFrameCount);
         }
     }
-    if (cell.onPill && m_isDark && !cell.text.empty()) {
+    if (StandsOnPill(cell.tone) && m_isDark && !cell.text.empty()) {
         PaintPill(dc, places.text, m_text.Width(dc, cell.text, WidthOf(places.text)));
     }
-    COLORREF colour = cell.isQuiet ? m_colours.quietText : m_colours.text;
-    if (cell.textColour) colour = cell.onPill ? *cell.textColour : Readable(*cell.textColour);
-    ::SetTextColor(dc, colour);
+    ::SetTextColor(dc, ColourOf(cell));
     m_text.Draw(dc, places.text, cell.text, isNumber);
+}
+
+COLORREF TreePainter::ColourOf(const TreeCell& cell) {
+    return cell.textColour ? Readable(*cell.textColour) : m_tones.at(static_cast<std::size_t>(cell.tone));
 }
 
 // Colours are chosen for a light list. A dark one shows them as much lighter as reading takes.
@@ -165,8 +170,8 @@ void TreePainter::PaintPill(HDC dc, const RECT& place, int textWidth) const {
               std::min<LONG>(place.right, place.left + textWidth) + Scale(kGap), place.bottom - Scale(3)};
     const CSelect brush(dc, ::GetStockObject(DC_BRUSH));
     const CSelect pen(dc, ::GetStockObject(DC_PEN));
-    ::SetDCBrushColor(dc, kPill);
-    ::SetDCPenColor(dc, kPill);
+    ::SetDCBrushColor(dc, m_pill);
+    ::SetDCPenColor(dc, m_pill);
     ::RoundRect(dc, pill.left, pill.top, pill.right, pill.bottom, Scale(8), Scale(8));
 }
 

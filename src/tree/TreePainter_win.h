@@ -1,6 +1,7 @@
 // How a tree's cells, header and empty text look. Knows no window: all places are given.
 #pragma once
 
+#include <array>
 #include <string>
 
 #include "tree/CellText_win.h"
@@ -55,6 +56,7 @@ public:
 private:
     void PaintCheck(HDC dc, const RECT& place, bool isChecked, Touch touch) const;
     [[nodiscard]] COLORREF Readable(COLORREF colour);
+    [[nodiscard]] COLORREF ColourOf(const TreeCell& cell);
     void PaintPill(HDC dc, const RECT& place, int textWidth) const;
 
     Palette m_colours;
@@ -62,6 +64,8 @@ private:
     COLORREF m_lineRight;
     COLORREF m_header;
     bool m_isDark;
+    std::array<COLORREF, kToneCount> m_tones{};
+    COLORREF m_pill;
     COLORREF m_wanted = CLR_INVALID;  // the last colour that was made readable, and what became of it
     COLORREF m_readable = CLR_INVALID;
     CellText m_text;

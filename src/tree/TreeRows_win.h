@@ -4,8 +4,10 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "base/Windows_win.h"
+#include "config/SkinTones.h"
 
 namespace brennvar {
 
@@ -23,10 +25,9 @@ struct TreeCell {
     const CSkinImage* image = nullptr;  // instead of an icon, borrowed likewise
     int imageFrame = 0;                 // of frames side by side
     int imageFrameCount = 1;
-    std::optional<bool> checked;         // the cell has a check box
-    std::optional<COLORREF> textColour;  // the usual one when empty
-    bool onPill = false;   // the colour is made for a light ground: a dark list paints one behind the text
-    bool isQuiet = false;  // less important than the rest of the row
+    std::optional<bool> checked;  // the cell has a check box
+    Tone tone = Tone::Plain;
+    std::optional<COLORREF> textColour;  // instead of the tone's, for lines of output
 };
 
 // Implemented by the owner of a tree. Rows are numbered from 0 in the order in which they are shown; rows below a
@@ -50,6 +51,8 @@ struct TreeColumn {
     int minimalWidth = 32;
     bool isNumber = false;   // aligned right
     bool takesRoom = false;  // gets what the others leave, at least its minimal width
+    // FitToContent leaves room for these, whether or not a row holds them now.
+    std::vector<std::string> longest{};
 };
 
 }  // namespace brennvar

@@ -88,6 +88,9 @@ public:
     // At 96 pixels per inch, for the user's settings. Too few widths leave the rest as it is.
     [[nodiscard]] std::vector<int> ColumnWidths() const;
     void SetColumnWidths(std::span<const int> widths);
+    // Widens columns, but for those that take room, until they hold their titles, the texts of TreeColumn::longest
+    // and, within reason, what a sample of the rows holds. None gets narrower.
+    void FitToContent();
     // The column shall hold this text uncut; shown with the next Refresh. For columns that take room.
     void WidenFor(int column, const std::string& text);
 
@@ -141,6 +144,9 @@ private:
     [[nodiscard]] int SeenEnd() const {
         return FirstVisibleRow() + std::min(m_rowCount - FirstVisibleRow(), PageRows() + 1);
     }
+
+    // Columns (TreeFit.cpp)
+    [[nodiscard]] int FittingWidth(HDC dc, int column) const;
 
     // Scrolling (Tree.cpp)
     void ScrollVertically(int position);

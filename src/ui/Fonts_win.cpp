@@ -4,7 +4,6 @@ namespace brennvar {
 namespace {
 
 constexpr int kReferenceDpi = 96;
-constexpr char kFace[] = "Segoe UI";
 // At 96 per inch. Above zero the height counts the whole line, below it the letters only.
 constexpr int kTextHeight = 15;
 constexpr int kBoldHeight = 16;
@@ -17,10 +16,10 @@ int ScreenDpi() {
     return dpi;
 }
 
-UniqueFont MakeFont(int height, int weight, BYTE charset) {
+UniqueFont MakeFont(int height, int weight, BYTE charset, const char* face) {
     return UniqueFont(::CreateFontA(Scale(height), 0, 0, 0, weight, FALSE, FALSE, FALSE, charset,
                                     OUT_DEFAULT_PRECIS, CLIP_DEFAULT_PRECIS, CLEARTYPE_QUALITY,
-                                    DEFAULT_PITCH | FF_SWISS, kFace));
+                                    DEFAULT_PITCH | FF_SWISS, face));
 }
 
 }  // namespace
@@ -31,10 +30,10 @@ int Scale(int pixels) {
     return ::MulDiv(pixels, kDpi, kReferenceDpi);
 }
 
-CFonts::CFonts(BYTE charset)
-    : m_text(MakeFont(kTextHeight, FW_NORMAL, charset)),
-      m_bold(MakeFont(kBoldHeight, FW_BOLD, charset)),
-      m_title(MakeFont(kTitleHeight, FW_BOLD, charset)) {}
+CFonts::CFonts(BYTE charset, const char* face)
+    : m_text(MakeFont(kTextHeight, FW_NORMAL, charset, face)),
+      m_bold(MakeFont(kBoldHeight, FW_BOLD, charset, face)),
+      m_title(MakeFont(kTitleHeight, FW_BOLD, charset, face)) {}
 
 void SetControlFont(HWND control, HFONT font) {
     ::SendMessageA(control, WM_SETFONT, reinterpret_cast<WPARAM>(font), FALSE);

@@ -10,8 +10,9 @@ namespace brennvar {
 
 class CFonts {
 public:
+    static constexpr char kFace[] = "Segoe UI";
     // The character set of the active language (0: ANSI): it decides what the bytes of a text mean.
-    explicit CFonts(BYTE charset = ANSI_CHARSET);
+    explicit CFonts(BYTE charset = ANSI_CHARSET, const char* face = kFace);
     [[nodiscard]] HFONT Text() const { return m_text.Get(); }
     [[nodiscard]] HFONT Bold() const { return m_bold.Get(); }    // emphasised text
     [[nodiscard]] HFONT Title() const { return m_title.Get(); }  // page titles, and what decides a question

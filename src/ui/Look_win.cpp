@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "config/Resources_win.h"
+#include "config/SkinTones.h"
 
 namespace brennvar {
 
@@ -12,8 +13,8 @@ Palette::Palette(const Skin& skin)
     : frame1(skin.GetSkinColor("COLOR_FRAME_1", 168, 168, 168)),
       frame2(skin.GetSkinColor("COLOR_FRAME_2", 223, 223, 223)),
       accent(skin.GetSkinColor("COLOR_FRAME_3", 255, 173, 27)),
-      text(skin.GetSkinColor("COLOR_TEXT", 27, 39, 51)),
-      quietText(skin.GetSkinColor("COLOR_TEXT_QUIET", 86, 101, 115)),
+      text(ToneColour(skin, Tone::Plain)),
+      quietText(ToneColour(skin, Tone::Muted)),
       page(skin.GetSkinColor("COLOR_PAGE", 245, 247, 250)),
       list(skin.GetSkinColor("COLOR_LIST", 255, 255, 255)),
       listAlternate(skin.GetSkinColor("COLOR_LIST_ALTERNATE", 249, 250, 252)),

@@ -23,29 +23,29 @@ void ApplicationChanges::Carry() {
 
 void ApplicationChanges::Enqueue() {
     m_isAsking = false;
-    m_rounds.push_back({.changes = std::exchange(m_waiting, {}), .last = m_last});
-    if (m_rounds.size() == 1) SendPiece();
+    m_groups.push_back({.changes = std::exchange(m_waiting, {}), .last = m_last});
+    if (m_groups.size() == 1) SendPiece();
 }
 
 void ApplicationChanges::SendPiece() {
-    Round& round = m_rounds.front();
-    const auto first = round.changes.begin() + static_cast<std::ptrdiff_t>(round.sent);
-    const std::size_t count = std::min(kPiece, round.changes.size() - round.sent);
-    round.sent += count;
+    Group& group = m_groups.front();
+    const auto first = group.changes.begin() + static_cast<std::ptrdiff_t>(group.sent);
+    const std::size_t count = std::min(kPiece, group.changes.size() - group.sent);
+    group.sent += count;
     m_commander.Send(Batch(UserCommand::SetApplicationRules,
                            {.applications = {first, first + static_cast<std::ptrdiff_t>(count)}}),
                      [this](bool) { OnPieceSent(); });
 }
 
 void ApplicationChanges::OnPieceSent() {
-    const Round& round = m_rounds.front();
-    const bool isOver = round.sent == round.changes.size();
+    const Group& group = m_groups.front();
+    const bool isOver = group.sent == group.changes.size();
     if (isOver) {
-        m_over = round.last;
-        m_rounds.pop_front();
+        m_over = group.last;
+        m_groups.pop_front();
     }
-    if (!m_rounds.empty()) SendPiece();
-    if (isOver && onOver) onOver();
+    if (!m_groups.empty()) SendPiece();
+    if (isOver && m_watcher) m_watcher->OnChangesOver();
 }
 
 }  // namespace brennvar

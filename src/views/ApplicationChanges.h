@@ -6,21 +6,25 @@
 #include <cstddef>
 #include <cstdint>
 #include <deque>
-#include <functional>
-#include <string>
-#include <utility>
 #include <vector>
 
 #include "commands/Commander.h"
 
 namespace brennvar {
 
+// Told when changes are over, see ApplicationChanges::Over.
+class ApplicationChangesWatcher {
+public:
+    virtual ~ApplicationChangesWatcher() = default;
+    virtual void OnChangesOver() = 0;
+};
+
 class ApplicationChanges {
 public:
     // So many are sent at a time, and the next ones only then: what the user commands meanwhile, to block all
     // traffic or to end the program, does not come behind thousands of them.
     static constexpr std::size_t kPiece = 16;
-    // Borrowed.
+    // The commander is borrowed for the life of the program.
     explicit ApplicationChanges(Commander& commander) : m_commander(commander) {}
     ApplicationChanges(const ApplicationChanges&) = delete;
     ApplicationChanges& operator=(const ApplicationChanges&) = delete;
@@ -36,10 +40,11 @@ public:
     [[nodiscard]] std::uint64_t Last() const { return m_last; }
     [[nodiscard]] std::uint64_t Over() const { return m_over; }
 
-    std::function<void()> onOver;  // Over has grown; may be empty
+    // Who is told when Over has grown, borrowed for as long as anything is sent.
+    void Watch(ApplicationChangesWatcher& watcher) { m_watcher = &watcher; }
 
 private:
-    struct Round {
+    struct Group {
         std::vector<ApplicationChange> changes;
         std::uint64_t last;    // number of the last one
         std::size_t sent = 0;  // so many of them
@@ -49,8 +54,9 @@ private:
     void OnPieceSent();
 
     Commander& m_commander;
+    ApplicationChangesWatcher* m_watcher = nullptr;
     std::vector<ApplicationChange> m_waiting;
-    std::deque<Round> m_rounds;  // allowed; the first one is being sent
+    std::deque<Group> m_groups;  // allowed; the first one is being sent
     bool m_isAsking = false;
     std::uint64_t m_last = 0;
     std::uint64_t m_over = 0;

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -10,7 +11,7 @@
 #include <unordered_map>
 #include <vector>
 
-#include "base/TaskQueue.h"
+#include "base/Refreshed.h"
 #include "ipc/Device.h"
 #include "ipc/DriverTables.h"
 #include "ipc/ServiceLink.h"
@@ -18,47 +19,43 @@
 
 namespace brennvar {
 
-// What the service said of each process: its path, or nothing when it does not know it.
-using ProcessPaths = std::unordered_map<std::uint32_t, std::optional<std::string>>;
+// The number of rows that a reading would have now, or nothing; asks the driver only. On the thread that reads.
+[[nodiscard]] std::optional<std::size_t> CountConnectionRows(DeviceOpener& devices);
 
 // All of this belongs to the user-interface thread.
 class ConnectionsReader {
 public:
     // Nothing: the driver cannot be read.
     using Reading = std::optional<std::vector<ConnectionRow>>;
-    using Done = std::function<void(Reading)>;
 
-    // Borrowed, and must outlive the tasks on both threads. devices is used on the reading thread.
-    ConnectionsReader(DeviceOpener& devices, TaskQueue& reads, ServiceLink& link, std::string noProcessText);
-    ConnectionsReader(const ConnectionsReader&) = delete;
-    ConnectionsReader& operator=(const ConnectionsReader&) = delete;
+    // devices, reads and link are borrowed and must outlive the tasks on both threads; devices is used on the
+    // reading thread. deliver is called with every reading, the newest tables that there are, with paths as far as
+    // the service gives them at once, else with those it gave last.
+    ConnectionsReader(DeviceOpener& devices, TaskQueue& reads, ServiceLink& link, std::string noProcessText,
+                      std::function<void(Reading)> deliver);
 
-    // Calls done later, with paths as far as the service gives them at once, else with those it gave last. A
-    // reading that is overtaken by the next one is dropped, and so is one while the driver is still being read:
-    // done is not called then.
-    void Read(Done done);
-    // Calls done later with the number of rows that a reading would have now, or nothing; asks the driver only.
-    void Count(std::function<void(std::optional<std::size_t>)> done);
+    // Asks for a reading that begins after this call.
+    void Refresh() { m_tables.Refresh(); }
 
 private:
-    struct NamedRows {
-        std::vector<ConnectionRow> rows;
-        ProcessPaths paths;
+    // What the service said of each process: its path, or nothing when it does not know it.
+    using Paths = std::unordered_map<std::uint32_t, std::optional<std::string>>;
+    // Read on one thread, used on others, changed by none.
+    struct Known {
+        std::shared_ptr<const DriverTables> tables;
+        std::shared_ptr<const Paths> paths;
     };
 
-    void AskForPaths(std::shared_ptr<const DriverTables> tables, Done done);
-    void Deliver(unsigned number, const Done& done, Reading reading);
-    void UseLastPaths(std::shared_ptr<const DriverTables> tables, Done done);
+    [[nodiscard]] static Paths ResolvePaths(const Known& known, ServicePipes& pipes);
+    void OnTables(std::optional<DriverTables> tables);
+    void OnPaths(std::optional<Paths> paths);
 
-    DeviceOpener& m_devices;
-    TaskQueue& m_reads;
     ServiceLink& m_link;
-    const std::string m_noProcessText;
-    std::shared_ptr<const ProcessPaths> m_lastPaths = std::make_shared<ProcessPaths>();
-    unsigned m_latest = 0;     // number of the latest reading
-    unsigned m_delivered = 0;  // number of the latest one that was handed over
-    bool m_isReadingTables = false;
-    bool m_isAsking = false;
+    const std::function<void(Reading)> m_deliver;
+    Known m_known;  // without tables: the driver could not be read
+    Refreshed<DriverTables> m_tables;
+    Refreshed<Paths, Known> m_paths;
+    Refreshed<std::vector<ConnectionRow>, Known> m_rows;
 };
 
 }  // namespace brennvar

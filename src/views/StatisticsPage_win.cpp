@@ -163,7 +163,7 @@ TreeCell StatisticsPage::Cell(int row, int column) const {
     const Statistics::Notice& notice = m_statistics.Notices()[static_cast<std::size_t>(row)];
     TreeCell cell;
     cell.text = column == 0 ? FormatTimeOfDay(notice.time, TimeOfDay::Seconds) : notice.text;
-    cell.isQuiet = column == 0;
+    if (column == 0) cell.tone = Tone::Muted;
     return cell;
 }
 

@@ -30,9 +30,8 @@ protected:
                               return std::optional(ProtectionMode::BlockAll);
                           },
                           *this};
-    ConnectionsReader connections{driver, reads, rig.link, "none"};
     Statistics statistics;
-    Figures figures{driver, rig.link, modes, connections, statistics};
+    Figures figures{driver, reads, rig.link, modes, statistics};
     std::chrono::steady_clock::time_point now{1h};
 
     void OnModeChanged() override { figures.ShowMode(view); }

@@ -1,4 +1,4 @@
-#include "config/Skin.h"
+#include "config/SkinTones.h"
 
 #include <gtest/gtest.h>
 
@@ -20,6 +20,20 @@ TEST(SkinTest, ReadsEachPartOfAColourByItself) {
     EXPECT_EQ(skin.GetSkinColor("B", 9, 9, 9), 0x10FF00U);
     EXPECT_EQ(skin.GetSkinColor("C", 10, 11, 12), 0x0C0B0AU) << "no parts of a colour";
     EXPECT_EQ(Skin(nullptr, "").GetSkinColor("A", 10, 11, 12), 0x0C0B0AU);
+}
+
+TEST(SkinTest, TonesHaveTheColoursOfTheSkinOrTheirOwn) {
+    const Skin skin = SkinOf({{"Color/COLOR_DENY_R", "1"}, {"Color/COLOR_PILL_B", "2"}});
+    const std::pair<Tone, std::uint32_t> colours[] = {{Tone::Plain, 0x33271B},
+                                                      {Tone::Muted, 0x736556},
+                                                      {Tone::Allow, 0x000000},
+                                                      {Tone::Deny, 0x2C0E01},
+                                                      {Tone::Ask, 0x4080FF}};
+    for (const auto& [tone, colour] : colours) {
+        EXPECT_EQ(ToneColour(skin, tone), colour) << static_cast<int>(tone);
+        EXPECT_EQ(StandsOnPill(tone), tone >= Tone::Allow) << static_cast<int>(tone);
+    }
+    EXPECT_EQ(PillColour(skin), 0x02E8E2U);
 }
 
 TEST(SkinTest, FindsPicturesInItsFolderOnly) {

@@ -4,7 +4,6 @@
 
 #include "support/CommanderRig.h"
 #include "views/ApplicationChanges.h"
-#include "views/IconCache.h"
 
 namespace brennvar {
 namespace {
@@ -58,93 +57,73 @@ TEST(ApplicationListTest, EachRecordOfAPathHasItsRow) {
     EXPECT_EQ(Shown(list), "a1b0a2a0");
 }
 
-// The user answers when he is told to; the service takes everything.
-struct ChangesFixture {
+class ApplicationChangesTest : public testing::Test, protected ApplicationChangesWatcher {
+protected:
     test::CommanderRig rig;
     ApplicationChanges changes{rig.commander};
+    std::vector<std::uint64_t> over;  // as it was told
 
-    ChangesFixture() { rig.password.answer = test::FakePassword::Answer::Later; }
+    void SetUp() override {
+        changes.Watch(*this);
+        rig.password.answer = test::FakePassword::Answer::Later;
+    }
+    void OnChangesOver() override { over.push_back(changes.Over()); }
     void Click(RuleCommandAction action) {
         changes.Add({"a", action});
         changes.Carry();
     }
-    // Path and action of each change that was sent since the last call; other commands by their code.
-    std::string Sent() {
-        std::string text;
+    // What the service got, one letter per record: the values of command 22 for "a".
+    [[nodiscard]] std::string Sent() {
+        for (int piece = 0; piece < 3; ++piece) rig.Settle();  // each is sent when the one before it is over
+        std::string sent;
         for (const test::RawBytes& record : rig.TakeRecords()) {
-            if (record[0] == std::byte{22}) text += reinterpret_cast<const char*>(&record[132]);
-            text += std::to_string(std::to_integer<int>(record[record[0] == std::byte{22} ? 644 : 0])) + " ";
+            const bool isChange = record.at(0) == std::byte{22} && record.at(132) == std::byte{'a'};
+            sent += isChange ? static_cast<char>('0' + static_cast<int>(record.at(644))) : '?';
         }
-        return text;
+        return sent;
     }
 };
 
-TEST(ApplicationChangesTest, QuickClicksAreAskedForOnceAndArriveInOrder) {
-    ChangesFixture fixture;
-    ApplicationChanges& changes = fixture.changes;
-    int over = 0;
-    changes.onOver = [&] { ++over; };
+TEST_F(ApplicationChangesTest, QuickClicksAreAskedForOnceAndArriveInOrder) {
     changes.Carry();  // nothing to carry
     for (const auto action : {RuleCommandAction::Ask, RuleCommandAction::Allow, RuleCommandAction::Deny}) {
-        fixture.Click(action);
+        Click(action);
     }
-    EXPECT_EQ(fixture.rig.password.asked, 1);
-    fixture.rig.password.Give(true);
+    EXPECT_EQ(rig.password.asked, 1);
+    EXPECT_EQ(Sent(), "");
+    rig.password.Give(true);
     EXPECT_EQ(changes.Over(), 0U);
-    EXPECT_EQ(fixture.Sent(), "a2 a1 a0 ");
-    EXPECT_EQ(changes.Over(), changes.Last());
-    EXPECT_EQ(over, 1);
+    EXPECT_EQ(Sent(), "210");
+    EXPECT_EQ(over, (std::vector<std::uint64_t>{3}));
 }
 
-TEST(ApplicationChangesTest, WhatIsRefusedIsOverBehindWhatIsBeingSent) {
-    ChangesFixture fixture;
-    fixture.Click(RuleCommandAction::Ask);
-    fixture.rig.password.Give(true);
-    fixture.Click(RuleCommandAction::Remove);
-    fixture.rig.password.Give(false);
-    EXPECT_EQ(fixture.changes.Over(), 0U);
-    EXPECT_EQ(fixture.Sent(), "a2 ");
-    EXPECT_EQ(fixture.changes.Over(), 2U);
-    fixture.Click(RuleCommandAction::Deny);  // the next one is asked for again
-    fixture.rig.password.Give(true);
-    EXPECT_EQ(fixture.Sent(), "a0 ");
+TEST_F(ApplicationChangesTest, WhatIsRefusedIsOverBehindWhatIsBeingSent) {
+    Click(RuleCommandAction::Ask);
+    rig.password.Give(true);
+    Click(RuleCommandAction::Remove);
+    rig.password.Give(false);
+    EXPECT_EQ(changes.Over(), 0U);
+    EXPECT_EQ(Sent(), "2");
+    EXPECT_EQ(over, (std::vector<std::uint64_t>{1, 2}));
+    Click(RuleCommandAction::Deny);  // the next one is asked for again
+    rig.password.Give(true);
+    EXPECT_EQ(Sent(), "0");
 }
 
-TEST(ApplicationChangesTest, ManyGoInPiecesThatOthersComeBetween) {
-    ChangesFixture fixture;
-    std::string piece;
-    for (std::size_t i = 0; i < ApplicationChanges::kPiece; ++i) {
-        fixture.changes.Add({"a", RuleCommandAction::Deny});
-        piece += "a0 ";
-    }
-    fixture.Click(RuleCommandAction::Allow);
-    fixture.rig.password.Give(true);
-    fixture.rig.commander.Send(Batch(UserCommand::ReloadNetwork));
-    fixture.Click(RuleCommandAction::Ask);
-    fixture.rig.password.Give(true);
-    EXPECT_EQ(fixture.Sent(), piece + "7 a1 a2 ");
-    EXPECT_EQ(fixture.changes.Over(), fixture.changes.Last());
-}
-
-TEST(IconCacheTest, ReadsTheLastOnesFirstAndKeepsTheLastUsed) {
-    IconCache<std::string> icons(2, 3);
-    const auto load = [&] {
-        const std::optional<std::string> path = icons.NextWanted();
-        if (path) icons.Put(*path + "!");
-        return path.value_or("none");
-    };
-    for (const char* path : {"a", "b", "c", "b", "d"}) EXPECT_EQ(icons.Find(path), nullptr);
-    for (const char* path : {"d", "b", "c", "none"}) EXPECT_EQ(load(), path) << "a has scrolled away";
-    EXPECT_EQ(icons.Count(), 2U);
-    ASSERT_NE(icons.Find("b"), nullptr);
-    EXPECT_EQ(*icons.Find("b"), "b!");
-    EXPECT_EQ(icons.Find("d"), nullptr) << "the first of three to be used";
-    EXPECT_EQ(icons.NextWanted(), "d");
-    EXPECT_EQ(icons.Find("d"), nullptr);
-    EXPECT_EQ(icons.NextWanted(), std::nullopt) << "one at a time";
-    icons.Put("late");
-    EXPECT_EQ(icons.Find("c"), nullptr) << "b was used after it";
-    EXPECT_EQ(*icons.Find("d"), "late");
+TEST_F(ApplicationChangesTest, ManyGoInPiecesThatOthersComeBetween) {
+    for (int i = 0; i < 20; ++i) changes.Add({"a", RuleCommandAction::Deny});
+    changes.Carry();
+    rig.password.Give(true);
+    rig.commander.Send(Batch(UserCommand::SendTestMail));
+    Click(RuleCommandAction::Ask);
+    rig.password.Give(true);
+    EXPECT_EQ(Sent(),
+              "0000000000000000"
+              "??"
+              "0000"
+              "2")
+        << "16, the other command with its event, the rest";
+    EXPECT_EQ(over, (std::vector<std::uint64_t>{20, 21}));
 }
 
 }  // namespace

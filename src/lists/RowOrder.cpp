@@ -1,7 +1,6 @@
-#include "views/RowOrder.h"
+#include "lists/RowOrder.h"
 
 #include <algorithm>
-#include <charconv>
 #include <cstdint>
 #include <numeric>
 #include <utility>
@@ -16,16 +15,10 @@ void FoldFrom(std::string& text, std::size_t start) {
                    text.begin() + static_cast<std::ptrdiff_t>(start), &AsciiLower);
 }
 
-std::uint64_t NumberOf(std::string_view text) {
-    std::uint64_t number = 0;  // what is no number stands first
-    std::from_chars(text.data(), text.data() + text.size(), number);
-    return number;
-}
-
 // Sorts by keys that are made once for each row.
-template <class Key>
-void SortBy(std::vector<int>& rows, bool isAscending, const std::function<Key(int)>& keyOf) {
-    std::vector<std::pair<Key, int>> keyed;
+template <class KeyOf>
+void SortBy(std::vector<int>& rows, bool isAscending, const KeyOf& keyOf) {
+    std::vector<std::pair<decltype(keyOf(0)), int>> keyed;
     keyed.reserve(rows.size());
     for (const int row : rows) keyed.emplace_back(keyOf(row), row);
     std::stable_sort(keyed.begin(), keyed.end(), [isAscending](const auto& left, const auto& right) {
@@ -41,14 +34,14 @@ void RowArranger::Forget() {
     m_sorted.clear();
 }
 
-std::vector<int> RowArranger::Arrange(int rowCount, int columnCount, const RowText& text, const RowOrder& order) {
-    std::vector<int> rows(static_cast<std::size_t>(std::max(rowCount, 0)));
+std::vector<int> RowArranger::Arrange(const ListModel& model, int columnCount, const RowOrder& order) {
+    std::vector<int> rows(static_cast<std::size_t>(std::max(model.RowCount(), 0)));
     std::iota(rows.begin(), rows.end(), 0);
     const bool isSorted = order.column != RowOrder::kAsRead;
     if (rows.empty() || (!isSorted && order.searched.empty())) return rows;
-    Prepare(rowCount, columnCount, text);
+    Prepare(model, columnCount);
     if (isSorted) {
-        Sort(order);
+        Sort(model, order);
         rows = m_sorted;
     }
     if (!order.searched.empty()) {
@@ -60,7 +53,8 @@ std::vector<int> RowArranger::Arrange(int rowCount, int columnCount, const RowTe
     return rows;
 }
 
-void RowArranger::Prepare(int rowCount, int columnCount, const RowText& text) {
+void RowArranger::Prepare(const ListModel& model, int columnCount) {
+    const int rowCount = model.RowCount();
     if (m_isPrepared && m_rowCount == rowCount) return;
     Forget();
     m_rowCount = rowCount;
@@ -71,7 +65,7 @@ void RowArranger::Prepare(int rowCount, int columnCount, const RowText& text) {
     for (int row = 0; row < rowCount; ++row) {
         for (int column = 0; column < columnCount; ++column) {
             m_starts.push_back(m_texts.size());
-            m_texts += text(row, column);
+            m_texts += model.CellText(row, column);
             m_texts += '\0';  // which nobody can type: a find does not reach from one cell into the next
         }
     }
@@ -85,17 +79,16 @@ std::string_view RowArranger::Cell(int row, int column) const {
     return std::string_view(m_texts).substr(start, CellStart(row, column + 1) - 1 - start);
 }
 
-void RowArranger::Sort(const RowOrder& order) {
+void RowArranger::Sort(const ListModel& model, const RowOrder& order) {
     if (!m_sorted.empty() && m_sortedBy.column == order.column && m_sortedBy.isAscending == order.isAscending)
         return;
     m_sortedBy = order;
     m_sorted.resize(static_cast<std::size_t>(m_rowCount));
     std::iota(m_sorted.begin(), m_sorted.end(), 0);
     if (order.isNumber) {
-        SortBy<std::uint64_t>(m_sorted, order.isAscending,
-                              [&](int row) { return NumberOf(Cell(row, order.column)); });
+        SortBy(m_sorted, order.isAscending, [&](int row) { return model.SortNumber(row, order.column); });
     } else {
-        SortBy<std::string_view>(m_sorted, order.isAscending, [&](int row) { return Cell(row, order.column); });
+        SortBy(m_sorted, order.isAscending, [&](int row) { return Cell(row, order.column); });
     }
 }
 

@@ -2,10 +2,11 @@
 #pragma once
 
 #include <cstddef>
-#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
+
+#include "lists/ListModel.h"
 
 namespace brennvar {
 
@@ -15,11 +16,8 @@ struct RowOrder {
     std::string searched;  // in any cell, without regard to the case of ASCII letters; empty: all rows
     int column = kAsRead;  // sorted by it, or in the order in which the rows were read
     bool isAscending = true;
-    bool isNumber = false;  // the column holds whole numbers
+    bool isNumber = false;  // by the numbers of the column, else by its texts
 };
-
-// The text of a cell: row, column.
-using RowText = std::function<std::string(int row, int column)>;
 
 // Arranges one list again and again. The texts of its rows are asked for once, when they are first searched or
 // sorted, and kept in lower case, so that each key stroke of a search only goes through them.
@@ -28,12 +26,11 @@ public:
     // Rows or texts have changed: what was prepared is dropped.
     void Forget();
     // The numbers of the rows to show, in order. Equal rows stay in the order in which they were read.
-    [[nodiscard]] std::vector<int> Arrange(int rowCount, int columnCount, const RowText& text,
-                                           const RowOrder& order);
+    [[nodiscard]] std::vector<int> Arrange(const ListModel& model, int columnCount, const RowOrder& order);
 
 private:
-    void Prepare(int rowCount, int columnCount, const RowText& text);
-    void Sort(const RowOrder& order);
+    void Prepare(const ListModel& model, int columnCount);
+    void Sort(const ListModel& model, const RowOrder& order);
     [[nodiscard]] std::size_t CellStart(int row, int column) const {
         return m_starts[static_cast<std::size_t>(row) * m_columnCount + static_cast<std::size_t>(column)];
     }

@@ -1,4 +1,4 @@
-#include "views/ProgramReader_win.h"
+#include "lists/ProgramReader_win.h"
 
 #include <memory>
 #include <utility>
@@ -26,6 +26,28 @@ ProgramDetails DetailsOf(const std::string& path) {
 }
 
 }  // namespace
+
+std::string DescribeProgram(const ProgramDetails& details, const Language& language) {
+    std::string text;
+    const auto add = [&text](const std::string& label, const std::string& value) {
+        if (!value.empty()) text.append("\n").append(label).append(" ").append(value);
+    };
+    switch (details.place) {
+        case ProgramDetails::Place::Here:
+            add(language.GetText(1363, "Description:"), details.version.description);
+            add(language.GetText(1364, "Company:"), details.version.company);
+            add(language.GetText(1365, "Version:"), details.version.version);
+            break;
+        case ProgramDetails::Place::Missing:
+            text.append("\n").append(language.GetText(1366, "This file does not exist."));
+            break;
+        case ProgramDetails::Place::OtherMachine:
+            text.append("\n").append(
+                language.GetText(1367, "This file is on another machine and was not looked into."));
+            break;
+    }
+    return text;
+}
 
 HICON ProgramReader::Icon(const std::string& path) {
     if (!m_noIcon) m_noIcon = LoadNoIcon(IconSize::Small);

@@ -1,4 +1,4 @@
-// What the Applications page shows of program files beside their paths: icons and what they say of themselves. The
+// What lists show of program files beside their paths: icons and what they say of themselves. The
 // shell and the disk may take their time, so both are read on a thread of their own, and only when they are asked
 // for. Files on other machines are never looked into.
 #pragma once
@@ -10,7 +10,8 @@
 #include "base/Handles_win.h"
 #include "base/TaskThread.h"
 #include "base/VersionInfo_win.h"
-#include "views/IconCache.h"
+#include "config/Language.h"
+#include "lists/IconCache.h"
 
 namespace brennvar {
 
@@ -19,6 +20,9 @@ struct ProgramDetails {
     Place place = Place::Here;
     ProgramVersion version;  // empty unless it is here
 };
+
+// What is known of the program, in lines that each begin with a line break; empty when it says nothing.
+[[nodiscard]] std::string DescribeProgram(const ProgramDetails& details, const Language& language);
 
 class ProgramReader {
 public:

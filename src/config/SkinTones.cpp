@@ -1,0 +1,31 @@
+#include "config/SkinTones.h"
+
+#include <array>
+#include <cstddef>
+
+namespace brennvar {
+namespace {
+
+struct ToneKey {
+    const char* name;
+    int red, green, blue;  // where the skin has no such colour
+};
+// By tone.
+constexpr std::array<ToneKey, kToneCount> kTones = {{{"COLOR_TEXT", 27, 39, 51},
+                                                     {"COLOR_TEXT_QUIET", 86, 101, 115},
+                                                     {"COLOR_ALLOW", 0, 0, 0},
+                                                     {"COLOR_DENY", 165, 14, 44},
+                                                     {"COLOR_ASK", 255, 128, 64}}};
+
+}  // namespace
+
+std::uint32_t ToneColour(const Skin& skin, Tone tone) {
+    const ToneKey& key = kTones.at(static_cast<std::size_t>(tone));
+    return skin.GetSkinColor(key.name, key.red, key.green, key.blue);
+}
+
+std::uint32_t PillColour(const Skin& skin) {
+    return skin.GetSkinColor("COLOR_PILL", 226, 232, 240);
+}
+
+}  // namespace brennvar

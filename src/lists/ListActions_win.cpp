@@ -1,0 +1,89 @@
+#include "lists/ListActions_win.h"
+
+#include <algorithm>
+#include <string>
+
+namespace brennvar {
+namespace {
+
+// At 96 pixels per inch.
+constexpr int kHeight = 34;
+constexpr int kGap = 8;
+
+bool IsPossible(const ListAction& action, ListState state) {
+    switch (action.rows) {
+        case ActionRows::Selected: return state.hasSelection;
+        case ActionRows::Focused: return state.hasFocus;
+        default: return true;
+    }
+}
+
+std::string MenuText(const ListAction& action, const Language& language) {
+    std::string text = language.GetText(action.caption);
+    if (action.key == ListKey::Delete) text += "\tDel";
+    if (action.key == ListKey::Enter) text += "\tEnter";
+    return text;
+}
+
+}  // namespace
+
+void ListActions::Create(HWND window, const Look& look, const Language& language,
+                         std::span<const ListAction> actions) {
+    m_actions = actions;
+    for (const ListAction& action : actions) {
+        if (action.place != ActionPlace::ButtonAndMenu) continue;
+        m_buttons.emplace_back(&action).control.Create(window, kButton, language.GetText(action.caption), action.id,
+                                                       look);
+    }
+}
+
+const ListAction* ListActions::Find(int id) const {
+    const auto found = std::find_if(m_actions.begin(), m_actions.end(),
+                                    [id](const ListAction& action) { return action.id == id; });
+    return found == m_actions.end() ? nullptr : &*found;
+}
+
+const ListAction* ListActions::FindByKey(ListKey key) const {
+    const auto found = std::find_if(m_actions.begin(), m_actions.end(),
+                                    [key](const ListAction& action) { return action.key == key; });
+    return found == m_actions.end() ? nullptr : &*found;
+}
+
+int ListActions::Height() const {
+    return m_buttons.empty() ? 0 : Scale(kHeight);
+}
+
+void ListActions::Place(const RECT& band) const {
+    LONG left = band.right;
+    for (auto button = m_buttons.rbegin(); button != m_buttons.rend(); ++button) {
+        const SIZE size = button->control.Size();
+        left -= size.cx;
+        button->control.MoveTo(left, band.bottom - size.cy);
+        left -= Scale(kGap);
+    }
+}
+
+void ListActions::Enable(ListState state, HWND list) const {
+    for (const ActionButton& button : m_buttons) {
+        const HWND window = button.control.Window();
+        const bool isPossible = IsPossible(*button.action, state);
+        if (!isPossible && ::GetFocus() == window) ::SetFocus(list);
+        if ((::IsWindowEnabled(window) != FALSE) != isPossible) ::EnableWindow(window, isPossible);
+    }
+}
+
+void ListActions::AddTo(CPopupMenu& menu, const Language& language, ListState state) const {
+    for (const ActionPlace place : {ActionPlace::ButtonAndMenu, ActionPlace::Menu}) {
+        bool isAny = false;
+        for (const ListAction& action : m_actions) {
+            if (action.place != place) continue;
+            isAny = true;
+            menu.Add(action.id, MenuText(action, language),
+                     action.showsDetails ? MenuImage::About : MenuImage::None,
+                     {.isDisabled = !IsPossible(action, state)});
+        }
+        if (isAny) menu.AddSeparator();
+    }
+}
+
+}  // namespace brennvar

@@ -1,0 +1,121 @@
+// The page that shows a list: a model's rows, a search box above them, their number and the buttons of the model's
+// actions below. The user sorts by a click on a header, looks for text, copies rows, opens a row's details and
+// menu, and finds the columns as wide as they were left, or wide enough for what they hold. What the rows are is
+// the model's.
+#pragma once
+
+#include <atomic>
+#include <chrono>
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <unordered_set>
+#include <vector>
+
+#include "config/Language.h"
+#include "config/UserValues.h"
+#include "controls/Edit_win.h"
+#include "controls/Label_win.h"
+#include "dialogs/Page_win.h"
+#include "lists/ListActions_win.h"
+#include "lists/ListModel.h"
+#include "lists/ListTree_win.h"
+#include "lists/ProgramReader_win.h"
+#include "lists/RowOrder.h"
+
+namespace brennvar {
+
+// Borrowed for the life of the page.
+struct ListPageContext {
+    const CFonts& fonts;
+    const Language& language;
+    UserValues& userValues;
+};
+
+class ListPage final : public CPage, private TreeRows, private ListView {
+public:
+    ListPage(const ListPageContext& context, PageTexts texts, std::unique_ptr<ListModel> model);
+
+    void Reload() override { m_model->Read(ReadReason::Wished); }
+    void OnFind() override;
+    void OnRulesChanged() override;
+
+private:
+    static constexpr UINT kMessageProgramRead = WM_APP + 1;
+
+    void OnCreateContent() override;
+    void OnPlaceContent(const RECT& place) override;
+    [[nodiscard]] int RoomBesideTitle() const override;
+    void OnDestroy() override;
+    void OnShow() override { m_model->Read(ReadReason::Shown); }
+    void OnHide() override;
+    void OnTimer(UINT_PTR id) override;
+    void OnCommand(int id, int notification) override;
+    std::optional<LRESULT> OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
+
+    void BeforeChange() override;
+    void AfterChange(Change change) override;
+    void EmptyTextChanged() override { ShowEmptyText(); }
+    void WakeIn(std::chrono::milliseconds time) override;
+    void PostCommand(int command) override { PostToOwner(command); }
+
+    // Rows as they are shown; the model's numbers are those of source rows.
+    [[nodiscard]] int RowCount() const override { return static_cast<int>(m_shown.size()); }
+    [[nodiscard]] TreeCell Cell(int row, int column) const override;
+    [[nodiscard]] int SourceRowOf(int row) const { return m_shown[static_cast<std::size_t>(row)]; }
+    [[nodiscard]] int FocusedRow() const;  // -1: none
+    [[nodiscard]] std::vector<int> SelectedSourceRows() const;
+    [[nodiscard]] bool IsInSight(int row) const;
+
+    // Columns (ListPageColumns_win.cpp)
+    void CreateList();
+    void ReadWidths();
+    void WriteWidths() const;
+    [[nodiscard]] std::string WidthName(std::size_t column) const;
+
+    // Order
+    void Arrange();
+    // The same rows in the order that is wanted now.
+    void Rearrange();
+    void SortBy(int column);
+    void ShowEmptyText();
+    void OnSelectionChanged() const;
+
+    // Actions (ListPageActions_win.cpp)
+    [[nodiscard]] ListState State() const;
+    void ShowMenu(POINT point);
+    void SelectAll();
+    void DoAction(const ListAction& action);
+    [[nodiscard]] std::vector<int> RowsOf(const ListAction& action) const;
+    [[nodiscard]] bool Confirm(const ListQuestion& question) const;
+    [[nodiscard]] bool ClickCell(int row, int column);
+    [[nodiscard]] bool PressKey(ListKey key);
+    void ShowDetails(int row);
+    [[nodiscard]] ProgramReader& Programs() const;
+    void RepaintRowsOf(const std::string& program) const;
+
+    const ListPageContext m_context;
+    const std::unique_ptr<ListModel> m_model;
+    std::vector<ListColumn> m_columns;
+    CEdit m_search;
+    std::unique_ptr<CListTree> m_list;
+    CLabel m_count;
+    ListActions m_actions;
+    bool m_hasUserWidths = false;  // the user has chosen the widths of the columns
+
+    RowOrder m_order;
+    RowArranger m_arranger;
+    std::vector<int> m_shown;  // numbers of source rows
+    // Between BeforeChange and AfterChange: the keys of the rows.
+    std::unordered_set<std::string> m_selectedBefore;
+    std::optional<std::string> m_focusedBefore;
+
+    std::uint64_t m_detailsAsked = 0;          // only the last answer is shown
+    std::atomic<HWND> m_postTarget = nullptr;  // where the thread below posts to; null while there is no window
+    // Made when it is first needed. Last: its thread ends before the rest goes. Mutable, because painting a row has
+    // its icon read.
+    mutable std::unique_ptr<ProgramReader> m_programs;
+};
+
+}  // namespace brennvar

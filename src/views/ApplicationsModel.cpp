@@ -1,0 +1,168 @@
+#include "views/ApplicationsModel.h"
+
+#include <algorithm>
+#include <array>
+#include <unordered_set>
+#include <utility>
+
+#include "config/ResourceIds.h"
+
+namespace brennvar {
+namespace {
+
+using Order = ApplicationList::Order;
+
+constexpr int kNextAction = 100;  // what a click in the action cell does; no control has this number
+
+constexpr std::array<ListAction, 6> kActions = {
+    {{IDC_APPLICATIONS_ALLOW, Text{407, "Allow"}, ActionPlace::ButtonAndMenu},
+     {IDC_APPLICATIONS_DENY, Text{408, "Deny"}, ActionPlace::ButtonAndMenu},
+     {IDC_APPLICATIONS_ASK, Text{409, "Ask"}, ActionPlace::ButtonAndMenu},
+     {IDC_APPLICATIONS_REMOVE, Text{406, "Remove"}, ActionPlace::ButtonAndMenu, ActionRows::Selected,
+      ListKey::Delete},
+     {IDC_APPLICATIONS_DETAILS, Text{1362, "D&etails"}, ActionPlace::Menu, ActionRows::Focused, ListKey::Enter,
+      true},
+     {kNextAction, Text{}, ActionPlace::Hidden, ActionRows::Focused, ListKey::Space}}};
+
+struct ChangeInfo {
+    int id;  // of the list's action
+    RuleCommandAction action;
+    int command;  // tells the owner
+};
+constexpr std::array<ChangeInfo, 4> kChanges = {
+    {{IDC_APPLICATIONS_ALLOW, RuleCommandAction::Allow, IDM_APPLICATION_ALLOW},
+     {IDC_APPLICATIONS_DENY, RuleCommandAction::Deny, IDM_APPLICATION_DENY},
+     {IDC_APPLICATIONS_ASK, RuleCommandAction::Ask, IDM_APPLICATION_ASK},
+     {IDC_APPLICATIONS_REMOVE, RuleCommandAction::Remove, IDM_APPLICATION_REMOVE}}};
+
+struct StateLook {
+    Text text;
+    Tone tone;
+};
+StateLook LookOf(ApplicationState state) {
+    switch (state) {
+        case ApplicationState::Deny: return {Text{1, "Deny"}, Tone::Deny};
+        case ApplicationState::Allow: return {Text{2, "Allow"}, Tone::Allow};
+        default: return {Text{3, "Ask"}, Tone::Ask};
+    }
+}
+
+}  // namespace
+
+ApplicationsModel::ApplicationsModel(const Language& language, TaskQueue& reads,
+                                     std::function<std::vector<ApplicationRow>()> load, ApplicationChanges& changes,
+                                     const ServiceLink& link)
+    : m_language(language),
+      m_changes(changes),
+      m_link(link),
+      m_file(
+          reads, [load = std::move(load)](const Request&) { return load(); },
+          [this](std::optional<std::vector<ApplicationRow>> rows, const Request& request) {
+              OnRead(std::move(rows).value_or(std::vector<ApplicationRow>()), request);
+          }) {
+    m_changes.Watch(*this);
+}
+
+std::vector<ListColumn> ApplicationsModel::Columns() const {
+    std::vector<std::string> actions;
+    for (const auto state : {ApplicationState::Deny, ApplicationState::Allow, ApplicationState::Ask}) {
+        actions.push_back(m_language.GetText(LookOf(state).text));
+    }
+    return {{.title = m_language.GetText(1027, "Name"), .width = 200, .clickAction = IDC_APPLICATIONS_DETAILS},
+            {.title = m_language.GetText(1026, "Path"), .width = 240, .takesRoom = true},
+            {.title = m_language.GetText(1028, "Action"),
+             .width = 96,
+             .longest = std::move(actions),
+             .clickAction = kNextAction}};
+}
+
+std::string ApplicationsModel::EmptyText() const {
+    if (!m_wasRead) return {};  // nothing is said of rules before they have been read
+    return m_language.GetText(1019,
+                              "There are no application rules yet. A program gets one when your answer to "
+                              "its question is remembered.");
+}
+
+ListCell ApplicationsModel::Cell(int row, int column) const {
+    const bool isLeaving = m_rows.IsLeaving(row);
+    const Tone tone = column == kActionColumn ? LookOf(m_rows.StateOf(row)).tone
+                      : isLeaving             ? Tone::Muted
+                                              : Tone::Plain;
+    return {.text = CellText(row, column), .tone = tone};
+}
+
+std::string ApplicationsModel::CellText(int row, int column) const {
+    switch (column) {
+        case kNameColumn: return m_rows.Row(row).name;
+        case kPathColumn: return m_rows.Row(row).path;
+        default: return m_rows.IsLeaving(row) ? "" : m_language.GetText(LookOf(m_rows.StateOf(row)).text);
+    }
+}
+
+RowDetails ApplicationsModel::Details(int row) const {
+    const ApplicationRow& rule = m_rows.Row(row);
+    return {.title = rule.name, .text = rule.path, .program = rule.path};
+}
+
+std::span<const ListAction> ApplicationsModel::Actions() const {
+    return kActions;
+}
+
+std::optional<ListQuestion> ApplicationsModel::Question(int action, std::size_t rowCount) const {
+    if (action != IDC_APPLICATIONS_REMOVE || rowCount < 2) return std::nullopt;
+    return ListQuestion{.text = m_language.GetText(1360, "Remove the rules of the selected applications?") + "\n" +
+                                m_language.GetText(1361, "Number:") + " " + std::to_string(rowCount),
+                        .yes = m_language.GetText(406, "Remove")};
+}
+
+void ApplicationsModel::Do(int action, std::span<const int> rows) {
+    if (action == kNextAction && m_rows.IsLeaving(rows.front())) return;
+    const auto isMeant = [&](const ChangeInfo& info) {
+        return action == kNextAction ? info.action == CommandActionOf(NextState(m_rows.StateOf(rows.front())))
+                                     : info.id == action;
+    };
+    const auto info = std::find_if(kChanges.begin(), kChanges.end(), isMeant);
+    if (info != kChanges.end()) Change(rows, info->action, info->command);
+}
+
+void ApplicationsModel::Change(std::span<const int> rows, RuleCommandAction action, int command) {
+    std::unordered_set<std::string> paths;  // several records of a path are one rule
+    ChangeRows([&] {
+        for (const int row : rows) {
+            const std::string& path = m_rows.Row(row).path;
+            // There is no program without a path, and the service could not find its record.
+            if (path.empty() || !paths.insert(path).second) continue;
+            m_rows.Change(row, action, m_changes.Add({.path = path, .action = action}));
+        }
+        return ListView::Change::Looks;
+    });
+    if (paths.empty()) return;
+    if (View()) View()->PostCommand(command);
+    SettleLater();
+}
+
+void ApplicationsModel::Read(ReadReason reason) {
+    const bool isUnderWay = m_settled < m_changes.Last();
+    ReadInOrder(reason == ReadReason::RulesChanged || isUnderWay ? Order::Kept : Order::AsRead);
+}
+
+void ApplicationsModel::SettleLater() {
+    if (View()) View()->WakeIn(kWritingPause);
+}
+
+void ApplicationsModel::OnWake() {
+    // While the service works on it, or the user is asked for the password, what was clicked stays.
+    if (m_changes.Over() < m_changes.Last() && m_link.Service() != PeerState::Missing) return SettleLater();
+    m_settled = m_changes.Last();
+    ReadInOrder(Order::Kept);
+}
+
+void ApplicationsModel::OnRead(std::vector<ApplicationRow> rows, const Request& request) {
+    const bool isFirst = !std::exchange(m_wasRead, true);
+    ChangeRows([&] {
+        const bool isOther = m_rows.Take(std::move(rows), request.over, request.order) || isFirst;
+        return isOther ? ListView::Change::Rows : ListView::Change::Looks;
+    });
+}
+
+}  // namespace brennvar

@@ -1,0 +1,266 @@
+#include "lists/ListPage_win.h"
+
+#include <gtest/gtest.h>
+
+#include <map>
+#include <utility>
+
+#include "config/ResourceIds.h"
+#include "tree/TreeMessages_win.h"
+#include "ui/ChildControls_win.h"
+
+namespace brennvar {
+namespace {
+
+constexpr int kRemove = 2000, kOpen = 2001, kToggle = 2002, kDetails = 2003;
+constexpr ListAction kActions[] = {
+    {kRemove, Text{406, "Remove"}, ActionPlace::ButtonAndMenu, ActionRows::Selected, ListKey::Delete},
+    {kOpen, Text{1, "Deny"}, ActionPlace::ButtonAndMenu, ActionRows::None},
+    {kDetails, Text{1362, "D&etails"}, ActionPlace::Menu, ActionRows::Focused, ListKey::Enter, true},
+    {kToggle, Text{}, ActionPlace::Hidden, ActionRows::Focused, ListKey::Space}};
+
+// A name, a number whose text says nothing of its place, and the key of each row.
+class Model final : public ListModel {
+public:
+    struct Entry {
+        std::string name;
+        std::uint64_t number;
+    };
+    std::vector<Entry> rows;
+    std::string done;  // actions with their rows
+    std::string read;
+    int woken = 0;
+
+    [[nodiscard]] std::string Name() const override { return "Test"; }
+    [[nodiscard]] std::vector<ListColumn> Columns() const override {
+        return {{.title = "Name", .width = 40, .clickAction = kDetails},
+                {.title = "Number", .width = 40, .isNumber = true, .clickAction = kToggle},
+                {.title = "State", .width = 10, .longest = {"a state that no row holds"}},
+                {.title = "Rest", .width = 100, .takesRoom = true}};
+    }
+    [[nodiscard]] std::string EmptyText() const override { return "no rows"; }
+    [[nodiscard]] int RowCount() const override { return static_cast<int>(rows.size()); }
+    [[nodiscard]] ListCell Cell(int row, int column) const override {
+        const Entry& entry = rows.at(static_cast<std::size_t>(row));
+        if (column == 0) return {.text = entry.name};
+        return {.text = column == 1 ? std::to_string(entry.number % 10) + " of them" : ""};
+    }
+    [[nodiscard]] std::uint64_t SortNumber(int row, int) const override {
+        return rows.at(static_cast<std::size_t>(row)).number;
+    }
+    [[nodiscard]] std::string Key(int row) const override { return Cell(row, 0).text; }
+    [[nodiscard]] RowDetails Details(int row) const override { return {.title = "about", .text = Key(row)}; }
+    [[nodiscard]] std::span<const ListAction> Actions() const override { return kActions; }
+    void Do(int action, std::span<const int> changed) override {
+        done += std::to_string(action);
+        for (const int row : changed) done.append(" ").append(Key(row));
+        done += "\n";
+    }
+    void Read(ReadReason reason) override { read += std::to_string(static_cast<int>(reason)); }
+    void OnHidden() override { read += 'h'; }
+    void OnWake() override { ++woken; }
+
+    void Set(std::vector<Entry> entries, ListView::Change change = ListView::Change::Rows) {
+        ChangeRows([&] {
+            rows = std::move(entries);
+            return change;
+        });
+    }
+    [[nodiscard]] ListView& Page() const { return *View(); }
+};
+
+class Values final : public UserValues {
+public:
+    std::map<std::string, std::uint32_t> values;
+    [[nodiscard]] bool ReadUserValue(const std::string& name, std::uint32_t& value) const override {
+        const auto found = values.find(name);
+        if (found != values.end()) value = found->second;
+        return found != values.end();
+    }
+    bool WriteUserValue(const std::string& name, std::uint32_t value) override {
+        values[name] = value;
+        return true;
+    }
+};
+
+class ListPageTest : public testing::Test {
+protected:
+    CFonts fonts;
+    Language language{nullptr};
+    Values values;
+    HWND parent = ::CreateWindowExA(0, "STATIC", "", WS_POPUP | WS_VISIBLE, 0, 0, 800, 500, nullptr, nullptr,
+                                    ::GetModuleHandleA(nullptr), nullptr);
+    Model* model = nullptr;  // the page's
+    std::unique_ptr<ListPage> page;
+    HWND list = nullptr;
+
+    void SetUp() override { MakePage(); }
+    ~ListPageTest() override {
+        page.reset();
+        ::DestroyWindow(parent);
+    }
+    void MakePage() {
+        auto made = std::make_unique<Model>();
+        model = made.get();
+        page = std::make_unique<ListPage>(ListPageContext{fonts, language, values}, PageTexts{"title", "line", ""},
+                                          std::move(made));
+        ASSERT_TRUE(page->Create(parent));
+        page->Place({0, 0, 800, 500});
+        page->Show();
+        list = page->Item(IDC_PAGE_LIST);
+    }
+
+    [[nodiscard]] LRESULT Ask(UINT message, int row, int column = 0) const {
+        return ::SendMessageA(list, message, static_cast<WPARAM>(row), column);
+    }
+    [[nodiscard]] std::string Name(int row) const {
+        (void)Ask(kTreeQueryCell, row);
+        return TextOfWindow(list);
+    }
+    [[nodiscard]] std::string Names() const {
+        std::string names;
+        for (int row = 0; row < Ask(kTreeGetRowCount, 0); ++row) names += Name(row) + " ";
+        return names;
+    }
+    // The name of the row that has focus and selection.
+    [[nodiscard]] std::string Selected() const {
+        const int row = static_cast<int>(Ask(kTreeGetFocusedRow, 0));
+        return row >= 0 && Ask(kTreeIsRowSelected, row) == 1 ? Name(row) : "none";
+    }
+    void Select(int row) const { (void)Ask(kTreeSelectRow, row); }
+    void Click(int row, int column) const {
+        const LRESULT corner = Ask(kTreeGetCellLeftTop, row, column);
+        const LPARAM place = MAKELPARAM(LOWORD(corner) + 4, HIWORD(corner) + 4);
+        ::SendMessageA(list, WM_LBUTTONDOWN, MK_LBUTTON, place);
+        ::SendMessageA(list, WM_LBUTTONUP, 0, place);
+    }
+    void Press(UINT key) const { ::SendMessageA(list, WM_KEYDOWN, key, 0); }
+    void Search(const char* text) const { ::SetWindowTextA(page->Item(IDC_PAGE_SEARCH), text); }
+    [[nodiscard]] bool IsEnabled(int button) const { return ::IsWindowEnabled(page->Item(button)) != FALSE; }
+    [[nodiscard]] std::string Done() const { return std::exchange(model->done, {}); }
+};
+
+TEST_F(ListPageTest, SearchesSortsCountsAndKeepsTheSelection) {
+    EXPECT_EQ(TextOfWindow(list), "no rows");
+    model->Set({{"ab", 30}, {"b", 4}, {"ac", 200}});
+    Select(2);
+    for (const char* const names : {"b ab ac ", "ac ab b ", "ab b ac "}) {  // upwards, downwards, as read
+        (void)Ask(kTreeClickHeader, 1);
+        EXPECT_EQ(Names(), names) << "by the number, whatever its text";
+        EXPECT_EQ(Selected(), "ac");
+    }
+    Search("A");
+    EXPECT_EQ(Names(), "ab ac ");
+    EXPECT_EQ(Selected(), "ac");
+    EXPECT_EQ(TextOfWindow(page->Item(IDC_PAGE_COUNT)), "Entries: 2 / 3");
+    Search("nowhere");
+    EXPECT_EQ(TextOfWindow(list), "Nothing here holds the text that you are looking for.");
+    model->Set({});
+    EXPECT_EQ(TextOfWindow(list), "no rows") << "nothing to look through";
+}
+
+TEST_F(ListPageTest, SelectionFollowsItsRowsThroughReadings) {
+    model->Set({{"a", 1}, {"b", 2}, {"c", 3}});
+    Select(1);
+    model->Set({{"new", 9}, {"c", 3}, {"b", 5}});
+    EXPECT_EQ(Selected(), "b");
+    (void)Ask(kTreeClickHeader, 1);
+    EXPECT_EQ(Names(), "c b new ");
+    model->Set({{"new", 1}, {"c", 3}, {"b", 5}}, ListView::Change::Looks);
+    EXPECT_EQ(Names(), "c b new ") << "nothing moves under the mouse";
+    Search("ne");
+    EXPECT_EQ(Names(), "new ");
+    Search("");
+    EXPECT_EQ(Names(), "new c b ") << "until the next search or sort";
+    model->Set({{"new", 1}});
+    EXPECT_EQ(Selected(), "none");
+    EXPECT_FALSE(IsEnabled(kRemove));
+}
+
+TEST_F(ListPageTest, ClicksKeysAndButtonsAreActions) {
+    EXPECT_FALSE(IsEnabled(kRemove));
+    EXPECT_TRUE(IsEnabled(kOpen)) << "works without rows";
+    Press(VK_DELETE);
+    Press(VK_SPACE);
+    EXPECT_EQ(Done(), "") << "no row to act upon";
+    model->Set({{"a", 1}, {"b", 2}, {"c", 3}});
+    Click(1, 1);
+    EXPECT_EQ(Done(), "2002 b\n");
+    EXPECT_EQ(Selected(), "none") << "the click was the action's";
+    Select(2);
+    EXPECT_TRUE(IsEnabled(kRemove));
+    Press(VK_SPACE);
+    Press(VK_DELETE);
+    EXPECT_EQ(Done(), "2002 c\n2000 c\n");
+    Press('A');  // not with Ctrl
+    ::SendMessageA(page->Item(kRemove), BM_CLICK, 0, 0);
+    ::SendMessageA(page->Item(kOpen), BM_CLICK, 0, 0);
+    EXPECT_EQ(Done(), "2000 c\n2001\n");
+}
+
+TEST_F(ListPageTest, DetailsOpenByClickAndEnterAndCloseWithAnyKey) {
+    model->Set({{"a", 1}, {"b", 2}});
+    const auto balloon = [] {
+        const HWND window = ::FindWindowA("BrennvarBalloon", nullptr);
+        return window && ::IsWindowVisible(window) ? TextOfWindow(window) : std::string();
+    };
+    Click(1, 0);
+    EXPECT_NE(balloon().find("about"), std::string::npos);
+    EXPECT_EQ(Selected(), "b") << "the click selects as well";
+    Press(VK_UP);
+    EXPECT_EQ(balloon(), "");
+    Press(VK_RETURN);
+    EXPECT_NE(balloon().find("a"), std::string::npos);
+    page->Hide();
+    EXPECT_EQ(balloon(), "");
+    EXPECT_EQ(Done(), "") << "not the model's";
+}
+
+TEST_F(ListPageTest, TellsTheModelWhenToReadAndWhenItWantedToBeWoken) {
+    page->Reload();
+    page->OnRulesChanged();
+    page->Hide();
+    page->OnRulesChanged();
+    EXPECT_EQ(model->read, "012h");
+    model->Page().WakeIn(std::chrono::hours(1));
+    ::SendMessageA(page->Window(), WM_TIMER, 1, 0);
+    EXPECT_EQ(model->woken, 1);
+    EXPECT_FALSE(::KillTimer(page->Window(), 1)) << "once";
+}
+
+TEST_F(ListPageTest, ColumnsFitWhatTheyHoldUntilTheUserHasSetThem) {
+    const auto width = [&](int column) { return static_cast<int>(Ask(kTreeGetColumnWidth, column)); };
+    const auto widthOf = [&](const std::string& text) {
+        const HDC dc = ::GetDC(list);
+        const HGDIOBJ before = ::SelectObject(dc, fonts.Text());
+        SIZE size{};
+        ::GetTextExtentPoint32A(dc, text.data(), static_cast<int>(text.size()), &size);
+        ::SelectObject(dc, before);
+        ::ReleaseDC(list, dc);
+        return static_cast<int>(size.cx);
+    };
+    EXPECT_GT(width(1), widthOf("Number")) << "the title";
+    EXPECT_GT(width(2), widthOf("a state that no row holds"));
+    const std::string name = "a name that is wider than its title";
+    const int least = width(0);
+    model->Set({{"a", 1}});
+    EXPECT_EQ(width(0), least);
+    std::vector<Model::Entry> many(1000, {"a", 1});
+    many.back().name = name + name;
+    many.at(100).name = name;
+    model->Set(many);
+    EXPECT_GT(width(0), widthOf(name));
+    EXPECT_LT(width(0), widthOf(name + name)) << "a row far behind is not looked at";
+    model->Set({{std::string(500, 'x'), 1}});
+    EXPECT_LT(width(0), 400 * Scale(96) / 96) << "within reason";
+    EXPECT_TRUE(values.values.empty()) << "nobody has set a width";
+    for (int column = 0; column < 4; ++column) values.values["TestColumn" + std::to_string(column)] = 50;
+    page.reset();
+    MakePage();
+    model->Set(many);
+    EXPECT_EQ(width(0), Scale(50));
+    EXPECT_EQ(width(2), Scale(50));
+}
+
+}  // namespace
+}  // namespace brennvar

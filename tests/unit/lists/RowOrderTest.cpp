@@ -1,0 +1,49 @@
+#include "lists/RowOrder.h"
+
+#include <gtest/gtest.h>
+
+namespace brennvar {
+namespace {
+
+using Rows = std::vector<int>;
+
+class Cells final : public ListModel {
+public:
+    std::vector<std::vector<std::string>> cells;
+    mutable int asked = 0;
+
+    [[nodiscard]] std::string Name() const override { return ""; }
+    [[nodiscard]] std::vector<ListColumn> Columns() const override { return {}; }
+    [[nodiscard]] std::string EmptyText() const override { return ""; }
+    [[nodiscard]] int RowCount() const override { return static_cast<int>(cells.size()); }
+    [[nodiscard]] ListCell Cell(int row, int column) const override {
+        ++asked;
+        return {.text = cells[static_cast<std::size_t>(row)][static_cast<std::size_t>(column)]};
+    }
+    [[nodiscard]] std::string Key(int) const override { return ""; }
+    void Read(ReadReason) override {}
+};
+
+TEST(RowOrderTest, FindsSortsAndKeepsTheOrderOfEqualRows) {
+    Cells model;
+    model.cells = {{"beta", "10"}, {"Alpha", "9"}, {"ALPHA", "100"}, {"gamma", ""}, {"\xE4lpha", "9"}};
+    RowArranger arranger;
+    const auto arrange = [&](const RowOrder& order) { return arranger.Arrange(model, 2, order); };
+    EXPECT_EQ(arrange({}), (Rows{0, 1, 2, 3, 4}));
+    EXPECT_EQ(arrange({.searched = "aLPh"}), (Rows{1, 2}));
+    EXPECT_EQ(arrange({.searched = "10"}), (Rows{0, 2})) << "in every column";
+    EXPECT_EQ(arrange({.searched = "none"}), Rows{});
+    EXPECT_EQ(arrange({.searched = {}, .column = 0}), (Rows{1, 2, 0, 3, 4}));
+    EXPECT_EQ(arrange({.searched = {}, .column = 0, .isAscending = false}), (Rows{4, 3, 0, 1, 2}))
+        << "equal rows as they were read";
+    EXPECT_EQ(model.asked, 10) << "each text once";
+    EXPECT_EQ(arrange({.searched = {}, .column = 1, .isNumber = true}), (Rows{3, 1, 4, 0, 2}))
+        << "by value, not by digits";
+    EXPECT_EQ(arrange({.searched = "a", .column = 1, .isAscending = false, .isNumber = true}),
+              (Rows{2, 0, 1, 4, 3}));
+    model.cells.clear();
+    EXPECT_EQ(arrange({.searched = "x", .column = 1}), Rows{});
+}
+
+}  // namespace
+}  // namespace brennvar

@@ -1,0 +1,160 @@
+#include "views/ApplicationsModel.h"
+
+#include <gtest/gtest.h>
+
+#include <thread>
+
+#include "config/ResourceIds.h"
+#include "support/CommanderRig.h"
+#include "support/FakeListView.h"
+#include "support/FakeTaskQueue.h"
+
+namespace brennvar {
+namespace {
+
+using enum ApplicationState;
+
+ApplicationRow Rule(const std::string& path, ApplicationState state) {
+    return {.name = path + ".exe", .path = path, .state = state};
+}
+
+class ApplicationsModelTest : public testing::Test {
+protected:
+    test::CommanderRig rig;
+    test::FakeTaskQueue reads;
+    ApplicationChanges changes{rig.commander};
+    std::vector<ApplicationRow> stored;
+    ApplicationsModel model{rig.language, reads, [this] { return stored; }, changes, rig.link};
+    test::FakeListView view{model};
+
+    void Load(std::vector<ApplicationRow> rules) {
+        stored = std::move(rules);
+        model.Read(ReadReason::Shown);
+        reads.RunAll();
+        (void)view.TakeChanges();
+    }
+    // The action with a key; 0: the one that a click into this column is.
+    [[nodiscard]] int ActionOf(ListKey key) const {
+        for (const ListAction& action : model.Actions()) {
+            if (action.key == key) return action.id;
+        }
+        return 0;
+    }
+    void Do(int action, const std::vector<int>& rows) { model.Do(action, rows); }
+    [[nodiscard]] std::string Shown() const {
+        std::string shown;
+        for (int row = 0; row < model.RowCount(); ++row) {
+            shown += model.Key(row);
+            shown += ':';
+            shown += model.Cell(row, ApplicationsModel::kActionColumn).text;
+            shown += ' ';
+        }
+        return shown;
+    }
+};
+
+TEST_F(ApplicationsModelTest, ShowsTheRulesWithTheirTones) {
+    EXPECT_EQ(model.EmptyText(), "") << "nothing is known yet";
+    stored = {Rule("a", Deny), Rule("b", Allow), Rule("c", Ask)};
+    model.Read(ReadReason::Shown);
+    reads.RunAll();
+    EXPECT_EQ(view.TakeChanges(), "bR");
+    EXPECT_NE(model.EmptyText(), "");
+    EXPECT_EQ(view.Row(1), "b.exe\tb\tAllow");
+    const Tone tones[] = {Tone::Deny, Tone::Allow, Tone::Ask};
+    for (int row = 0; row < 3; ++row) {
+        EXPECT_EQ(model.Cell(row, ApplicationsModel::kActionColumn).tone, tones[row]) << row;
+        EXPECT_EQ(model.Cell(row, ApplicationsModel::kPathColumn).tone, Tone::Plain) << row;
+    }
+    EXPECT_EQ(model.Columns()[ApplicationsModel::kActionColumn].longest,
+              (std::vector<std::string>{"Deny", "Allow", "Ask"}));
+    EXPECT_EQ(model.Program(2), "c");
+    const RowDetails details = model.Details(2);
+    EXPECT_EQ(details.title + "|" + details.text + "|" + details.program.value_or(""), "c.exe|c|c");
+}
+
+TEST_F(ApplicationsModelTest, ClickAndSpaceGoRoundAndTellTheOwner) {
+    Load({Rule("a", Deny), Rule("b", Allow), Rule("", Ask)});
+    const int next = model.Columns()[ApplicationsModel::kActionColumn].clickAction;
+    EXPECT_EQ(ActionOf(ListKey::Space), next);
+    for (const char* const shown : {"Ask", "Allow", "Deny"}) {
+        Do(next, {0});
+        EXPECT_EQ(model.Cell(0, ApplicationsModel::kActionColumn).text, shown);
+    }
+    EXPECT_EQ(view.commands, (std::vector<int>{IDM_APPLICATION_ASK, IDM_APPLICATION_ALLOW, IDM_APPLICATION_DENY}));
+    EXPECT_EQ(view.TakeChanges(), "bLbLbL") << "the rows stay where they are";
+    EXPECT_EQ(view.wake, kWritingPause);
+    EXPECT_EQ(changes.Last(), 3U);
+    Do(next, {2});
+    EXPECT_EQ(changes.Last(), 3U) << "a rule without a path has no program";
+    Do(ActionOf(ListKey::Delete), {1});
+    EXPECT_EQ(Shown(), "a:Deny b: :Ask ");
+    EXPECT_EQ(model.Cell(1, ApplicationsModel::kNameColumn).tone, Tone::Muted);
+    Do(next, {1});
+    EXPECT_EQ(changes.Last(), 4U) << "what is leaving is not clicked any more";
+}
+
+TEST_F(ApplicationsModelTest, ActionsChangeEachPathOnceAndRemovalOfSeveralIsAskedFor) {
+    Load({Rule("a", Deny), Rule("b", Deny), Rule("a", Deny)});
+    Do(IDC_APPLICATIONS_ALLOW, {0, 1, 2});
+    EXPECT_EQ(changes.Last(), 2U);
+    EXPECT_EQ(view.commands, (std::vector<int>{IDM_APPLICATION_ALLOW}));
+    EXPECT_EQ(Shown(), "a:Allow b:Allow a:Allow ");
+    EXPECT_EQ(model.Question(IDC_APPLICATIONS_REMOVE, 1), std::nullopt);
+    EXPECT_EQ(model.Question(IDC_APPLICATIONS_ALLOW, 2), std::nullopt);
+    const auto question = model.Question(IDC_APPLICATIONS_REMOVE, 2);
+    ASSERT_TRUE(question.has_value());
+    EXPECT_EQ(question->text, "Remove the rules of the selected applications?\nNumber: 2");
+    EXPECT_EQ(question->yes, "Remove");
+}
+
+TEST_F(ApplicationsModelTest, WhatWasClickedStaysUntilTheServiceHasHadTheTimeToStoreIt) {
+    Load({Rule("a", Deny), Rule("b", Deny)});
+    rig.password.answer = test::FakePassword::Answer::Later;
+    Do(IDC_APPLICATIONS_ASK, {1});
+    changes.Carry();
+    // Whatever is read meanwhile: neither the change nor the order is taken back.
+    stored = {Rule("new", Deny), Rule("b", Deny), Rule("a", Deny)};
+    model.Read(ReadReason::Wished);
+    reads.RunAll();
+    EXPECT_EQ(Shown(), "a:Deny b:Ask new:Deny ");
+    view.Wake();
+    EXPECT_EQ(reads.Waiting(), 0U) << "the user is still asked";
+    EXPECT_EQ(view.wake, kWritingPause);
+    view.wake.reset();
+    rig.password.Give(true);
+    rig.Settle();
+    EXPECT_EQ(view.wake, kWritingPause) << "from the delivery on";
+    stored[1].state = Allow;
+    view.Wake();
+    reads.RunAll();
+    EXPECT_EQ(Shown(), "a:Deny b:Allow new:Deny ");
+    // What was clicked during the reading is not taken back by it.
+    model.Read(ReadReason::RulesChanged);
+    reads.DoTask();
+    Do(IDC_APPLICATIONS_DENY, {1});
+    reads.Complete();
+    EXPECT_EQ(Shown(), "a:Deny b:Deny new:Deny ");
+    rig.password.answer = test::FakePassword::Answer::Refuse;
+    changes.Carry();
+    rig.Settle();
+    view.Wake();
+    model.Read(ReadReason::Wished);
+    reads.RunAll();
+    EXPECT_EQ(Shown(), "new:Deny b:Allow a:Deny ") << "refused, and then as the file has it";
+}
+
+TEST_F(ApplicationsModelTest, MissingServiceShowsWhatIsStoredAtOnce) {
+    Load({Rule("a", Deny)});
+    Do(IDC_APPLICATIONS_ASK, {0});
+    rig.Pipe().failingWaits = test::FakePipe::kAlways;
+    rig.commander.Send(Batch(UserCommand::SendTestMail));
+    while (rig.link.Service() != PeerState::Missing) std::this_thread::yield();
+    view.Wake();
+    reads.RunAll();
+    EXPECT_EQ(Shown(), "a:Deny ") << "though the change is still under way";
+    EXPECT_LT(changes.Over(), changes.Last());
+}
+
+}  // namespace
+}  // namespace brennvar
