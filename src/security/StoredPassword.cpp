@@ -12,7 +12,7 @@ namespace brennvar {
 
 Password ReadStoredPassword(const std::string& dataFolder, Clock& clock) {
     Password stored;
-    auto file = RecordFile::RulesFileOpen(ConfigFilePath(dataFolder), clock);
+    auto file = RecordFile::OpenShared(ConfigFilePath(dataFolder), clock);
     if (!file) return stored;
     ScanRecords<OptionRecord>(*file, Cipher::Enciphered, [&](std::span<const OptionRecord> records) {
         const auto at = std::find_if(records.begin(), records.end(), [](const OptionRecord& record) {
