@@ -7,6 +7,7 @@
 #include "tree/TreeRows_win.h"
 #include "ui/Look_win.h"
 #include "ui/SkinImage_win.h"
+#include "ui/Touch.h"
 
 namespace brennvar {
 
@@ -17,9 +18,6 @@ struct CellPlaces {
     RECT picture{};
     RECT text{};
 };
-
-// What a piece under the mouse looks like; the numbers are the frames of a skin image.
-enum class Touch : int { Rest = 0, Hot = 1, Pressed = 2 };
 
 class TreePainter {
 public:
