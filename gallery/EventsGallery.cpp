@@ -79,7 +79,7 @@ public:
 private:
     void OnCreateContent() override {
         ::SetWindowTextA(Window(), kEventsCaption);
-        SetContentSize(kContent);
+        SetContentPixels({Scale(kContent.cx), Scale(kContent.cy)});
         m_origin = {ContentRect().left, ContentRect().top};
         CreateChoices();
         CreateFields();

@@ -14,7 +14,7 @@ OptionReader::OptionReader(std::string dataFolder, Clock& clock)
     : m_dataFolder(std::move(dataFolder)), m_clock(clock) {}
 
 std::optional<OptionRecord> OptionReader::FindRecord(std::uint32_t id) const {
-    auto file = RecordFile::RulesFileOpen(ConfigFilePath(m_dataFolder), m_clock);
+    auto file = RecordFile::OpenShared(ConfigFilePath(m_dataFolder), m_clock);
     if (!file) return std::nullopt;
     std::optional<OptionRecord> found;
     ScanRecords<OptionRecord>(*file, Cipher::Enciphered, [&](std::span<const OptionRecord> records) {
@@ -36,7 +36,7 @@ std::string OptionReader::ReadOptionText(std::uint32_t id) const {
 }
 
 std::optional<OptionValues> OptionReader::ReadAll() const {
-    auto file = RecordFile::RulesFileOpen(ConfigFilePath(m_dataFolder), m_clock);
+    auto file = RecordFile::OpenShared(ConfigFilePath(m_dataFolder), m_clock);
     if (!file) return std::nullopt;
     OptionValues values;
     std::set<std::uint32_t> seen;

@@ -64,10 +64,10 @@ void CButton::SetSelected(bool selected) {
     Repaint();
 }
 
-CButton::State CButton::CurrentState() const {
+Touch CButton::CurrentTouch() const {
     const bool isPushed = (::SendMessageA(Window(), BM_GETSTATE, 0, 0) & BST_PUSHED) != 0;
-    if (m_isSelected || isPushed) return State::Pressed;
-    return IsHot() && IsEnabled() ? State::Hot : State::Rest;
+    if (m_isSelected || isPushed) return Touch::Pressed;
+    return IsHot() && IsEnabled() ? Touch::Hot : Touch::Rest;
 }
 
 bool CButton::IsDefault() const {
@@ -79,13 +79,13 @@ COLORREF CButton::GroundBelow() const {
 }
 
 void CButton::OnPaint(HDC dc, const RECT& client) {
-    const State state = CurrentState();
+    const Touch touch = CurrentTouch();
     if (m_image) {
-        m_image.DrawFrame(dc, client, static_cast<int>(state), kStateCount, IsEnabled() ? 255 : kDisabledOpacity);
+        m_image.DrawFrame(dc, client, static_cast<int>(touch), kStateCount, IsEnabled() ? 255 : kDisabledOpacity);
     } else {
-        PaintPlain(dc, client, state);
+        PaintPlain(dc, client, touch);
     }
-    if (m_form != ButtonForm::Caption) PaintText(dc, client, state);
+    if (m_form != ButtonForm::Caption) PaintText(dc, client, touch);
     if (IsDefault() && IsEnabled()) {
         const UniquePen pen(::CreatePen(PS_SOLID, 1, m_colours.accent));
         const CSelect selectPen(dc, pen.Get());
@@ -93,7 +93,7 @@ void CButton::OnPaint(HDC dc, const RECT& client) {
         ::RoundRect(dc, client.left, client.top, client.right, client.bottom, kRingDiameter, kRingDiameter);
     }
     if (ShowsFocus()) {
-        const COLORREF colour = m_textColours[static_cast<std::size_t>(state)];
+        const COLORREF colour = m_textColours[static_cast<std::size_t>(touch)];
         RECT place = Inset(client, kFocusInset);
         if (m_form == ButtonForm::PageEntry) {
             place = client;
@@ -103,16 +103,16 @@ void CButton::OnPaint(HDC dc, const RECT& client) {
     }
 }
 
-void CButton::PaintPlain(HDC dc, const RECT& client, State state) const {
+void CButton::PaintPlain(HDC dc, const RECT& client, Touch touch) const {
     const auto shown = [this](COLORREF colour) {
         return IsEnabled() ? colour : MixColours(colour, GroundBelow(), 255 - kDisabledOpacity);
     };
-    FillSolid(dc, client, shown(kPlainGround[static_cast<int>(state)]));
+    FillSolid(dc, client, shown(kPlainGround[static_cast<int>(touch)]));
     if (m_form == ButtonForm::PageEntry && m_isSelected) {
         FillSolid(dc, {client.left, client.top, client.left + kSelectedBar, client.bottom}, m_colours.accent);
     }
     if (m_form != ButtonForm::Caption) return;
-    const COLORREF colour = shown(m_textColours[static_cast<std::size_t>(state)]);
+    const COLORREF colour = shown(m_textColours[static_cast<std::size_t>(touch)]);
     const RECT box = Centred(client, {Scale(10), Scale(10)});
     switch (m_plainGlyph) {
         case '-': FillSolid(dc, {box.left, box.bottom - 2, box.right, box.bottom}, colour); break;
@@ -124,12 +124,12 @@ void CButton::PaintPlain(HDC dc, const RECT& client, State state) const {
     }
 }
 
-void CButton::PaintText(HDC dc, const RECT& client, State state) const {
+void CButton::PaintText(HDC dc, const RECT& client, Touch touch) const {
     const bool isPage = m_form == ButtonForm::PageEntry;
     const int padding = Scale(kTextPadding);
     const RECT place{client.left + (isPage ? kPageTextLeft : padding), client.top, client.right - padding,
                      client.bottom};
-    COLORREF colour = m_textColours[static_cast<std::size_t>(state)];
+    COLORREF colour = m_textColours[static_cast<std::size_t>(touch)];
     if (!IsEnabled()) colour = MixColours(colour, GroundBelow(), kDisabledTextShare);
     DrawLabel(dc, Font(), place, Text(), colour,
               (isPage ? DT_LEFT : DT_CENTER) | DT_VCENTER | DT_SINGLELINE | DT_END_ELLIPSIS | PrefixFormat());

@@ -6,6 +6,7 @@
 
 #include "ui/Control_win.h"
 #include "ui/SkinImage_win.h"
+#include "ui/Touch.h"
 
 namespace brennvar {
 
@@ -80,16 +81,14 @@ public:
     [[nodiscard]] bool IsSelected() const { return m_isSelected; }
 
 private:
-    enum class State { Rest, Hot, Pressed };
-
     void Resolve(const ButtonKind& kind, const Look& look);
-    [[nodiscard]] State CurrentState() const;
+    [[nodiscard]] Touch CurrentTouch() const;
     [[nodiscard]] bool IsDefault() const;
     // About what shines through when it is disabled: the page, or the dark column and caption band.
     [[nodiscard]] COLORREF GroundBelow() const;
     void OnPaint(HDC dc, const RECT& client) override;
-    void PaintPlain(HDC dc, const RECT& client, State state) const;
-    void PaintText(HDC dc, const RECT& client, State state) const;
+    void PaintPlain(HDC dc, const RECT& client, Touch touch) const;
+    void PaintText(HDC dc, const RECT& client, Touch touch) const;
     std::optional<LRESULT> OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
 
     ButtonForm m_form = ButtonForm::Labelled;
@@ -97,7 +96,7 @@ private:
     SIZE m_size{};
     CSkinImage m_image;
     Palette m_colours;
-    std::array<COLORREF, 3> m_textColours{};  // by State
+    std::array<COLORREF, 3> m_textColours{};  // by Touch
     bool m_isSelected = false;
     HWND m_focusBefore = nullptr;  // Caption: who gets the keyboard back after the click
 };

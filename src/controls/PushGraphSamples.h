@@ -52,8 +52,6 @@ public:
     [[nodiscard]] int GridSpacing() const { return m_gridSpacing; }
     // Of the first grid line, from 0 to below the spacing.
     [[nodiscard]] int GridOffset() const { return m_gridOffset; }
-    // 0 before the first painting.
-    [[nodiscard]] int VisibleCount() const { return m_visibleCount; }
     // So far above the bottom of the plot. More than the plot's height for a sample of a larger range.
     [[nodiscard]] int HeightOf(std::int32_t sample, int plotHeight) const;
 

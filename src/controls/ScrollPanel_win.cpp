@@ -109,7 +109,7 @@ void CScrollPanel::OnTimer(UINT_PTR id) {
 }
 
 void CScrollPanel::OnWheel(int delta, bool isHorizontal) {
-    if (!isHorizontal) ScrollTo(m_bar.Range().position - delta * kWheelSteps / WHEEL_DELTA);
+    if (!isHorizontal) ScrollTo(m_bar.Range().position - m_wheel.Turn(delta, kWheelSteps));
 }
 
 std::optional<LRESULT> CScrollPanel::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {

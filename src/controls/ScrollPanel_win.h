@@ -6,6 +6,7 @@
 #include <optional>
 
 #include "controls/ScrollBar_win.h"
+#include "controls/WheelSteps.h"
 #include "ui/Look_win.h"
 #include "ui/Window_win.h"
 
@@ -43,6 +44,7 @@ private:
     const Look& m_look;
     const ScrollPictures m_pictures;
     CScrollBar m_bar{true};
+    WheelSteps m_wheel;
     POINT m_mouse{};
 };
 

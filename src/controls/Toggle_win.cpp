@@ -36,9 +36,8 @@ SIZE CToggle::PictureSize() const {
 }
 
 int CToggle::HeightAt(int width) const {
-    const HDC dc = ::GetDC(Window());
-    const Layout layout = LayOut(dc, {0, 0, width, 0});
-    ::ReleaseDC(Window(), dc);
+    const CTextDc dc(Window(), Font());
+    const Layout layout = LayOut(dc.Dc(), {0, 0, width, 0});
     return std::max<int>(HeightOf(layout.picture), HeightOf(layout.text) + 2 * kFocusMargin);
 }
 
@@ -67,13 +66,13 @@ CToggle::Layout CToggle::LayOut(HDC dc, const RECT& client) const {
 void CToggle::OnPaint(HDC dc, const RECT& client) {
     const Layout layout = LayOut(dc, client);
     const bool isEnabled = IsEnabled();
-    const bool isPressed = (::SendMessageA(Window(), BM_GETSTATE, 0, 0) & BST_PUSHED) != 0;
-    const bool isHot = IsHot() && isEnabled;
+    Touch touch = IsHot() && isEnabled ? Touch::Hot : Touch::Rest;
+    if ((::SendMessageA(Window(), BM_GETSTATE, 0, 0) & BST_PUSHED) != 0) touch = Touch::Pressed;
     if (m_image) {
-        const int state = (isPressed ? 2 : isHot ? 1 : 0) + (IsChecked() ? kCheckedStates : 0);
+        const int state = static_cast<int>(touch) + (IsChecked() ? kCheckedStates : 0);
         m_image.DrawFrame(dc, layout.picture, state, kStateCount, isEnabled ? 255 : kDisabledOpacity);
     } else {
-        PaintPlain(dc, layout.picture, isHot, isPressed);
+        PaintPlain(dc, layout.picture, touch);
     }
     const COLORREF colour =
         isEnabled ? m_colours.text : MixColours(m_colours.quietText, m_colours.page, kDisabledTextShare);
@@ -81,9 +80,9 @@ void CToggle::OnPaint(HDC dc, const RECT& client) {
     if (ShowsFocus()) DrawFrame(dc, Inset(layout.text, -kFocusMargin), m_colours.quietText);
 }
 
-void CToggle::PaintPlain(HDC dc, const RECT& place, bool isHot, bool isPressed) const {
-    const COLORREF ground = isPressed || !IsEnabled() ? m_colours.page : m_colours.list;
-    const COLORREF frame = isHot ? m_colours.accent : m_colours.frame1;
+void CToggle::PaintPlain(HDC dc, const RECT& place, Touch touch) const {
+    const COLORREF ground = touch == Touch::Pressed || !IsEnabled() ? m_colours.page : m_colours.list;
+    const COLORREF frame = touch == Touch::Rest ? m_colours.frame1 : m_colours.accent;
     const COLORREF mark = IsEnabled() ? m_colours.text : m_colours.quietText;
     const RECT inner = Inset(place, WidthOf(place) / 4);
     if (!m_isRound) {

@@ -6,6 +6,7 @@
 
 #include "ui/Control_win.h"
 #include "ui/SkinImage_win.h"
+#include "ui/Touch.h"
 
 namespace brennvar {
 
@@ -33,7 +34,7 @@ private:
     [[nodiscard]] Layout LayOut(HDC dc, const RECT& client) const;
     [[nodiscard]] SIZE PictureSize() const;
     void OnPaint(HDC dc, const RECT& client) override;
-    void PaintPlain(HDC dc, const RECT& place, bool isHot, bool isPressed) const;
+    void PaintPlain(HDC dc, const RECT& place, Touch touch) const;
 
     CSkinImage m_image;
     Palette m_colours;

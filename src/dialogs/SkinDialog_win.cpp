@@ -12,7 +12,6 @@ namespace {
 // Of the pictures, which are not stretched here.
 constexpr int kBorder = 8;
 constexpr int kBand = 40;
-constexpr int kLargeBand = 48;
 // At 96 pixels per inch.
 constexpr int kMargin = 16;
 constexpr int kIconLeft = 12;
@@ -26,9 +25,7 @@ constexpr WPARAM kSystemCommandBits = 0xFFF0;
 
 void CSkinDialog::OnInitDialog() {
     m_look.emplace(m_fonts);
-    const bool isLarge = m_kind == Kind::Large;
-    m_picture = CSkinImage::Load(isLarge ? m_look->skin.GetSkinImagePath("DIALOG_BIG", "dialog_big.png")
-                                         : m_look->skin.GetSkinImagePath("DIALOG", "dialog.png"));
+    m_picture = CSkinImage::Load(m_look->skin.GetSkinImagePath("DIALOG", "dialog.png"));
     m_icon = LoadShield(IconSize::Small);
     ::SendMessageA(Window(), WM_SETICON, ICON_SMALL, reinterpret_cast<LPARAM>(m_icon.Get()));
     // What such a window can do.
@@ -43,10 +40,6 @@ void CSkinDialog::OnInitDialog() {
     OnSize(client.right, client.bottom);
 }
 
-int CSkinDialog::BandHeight() const {
-    return m_kind == Kind::Large ? kLargeBand : kBand;
-}
-
 RECT CSkinDialog::Client() const {
     RECT client{};
     ::GetClientRect(Window(), &client);
@@ -56,16 +49,12 @@ RECT CSkinDialog::Client() const {
 RECT CSkinDialog::ContentRect() const {
     const RECT client = Client();
     const int margin = Scale(kMargin);
-    return {margin, BandHeight() + margin, client.right - margin, client.bottom - margin};
-}
-
-void CSkinDialog::SetContentSize(SIZE size) {
-    SetContentPixels({Scale(size.cx), Scale(size.cy)});
+    return {margin, kBand + margin, client.right - margin, client.bottom - margin};
 }
 
 void CSkinDialog::SetContentPixels(SIZE size) {
     const int margins = 2 * Scale(kMargin);
-    const RECT wanted = OpeningPlace({size.cx + margins, size.cy + margins + BandHeight()});
+    const RECT wanted = OpeningPlace({size.cx + margins, size.cy + margins + kBand});
     const RECT place = FitInto(wanted, WorkAreaNear(wanted));
     ::SetWindowPos(Window(), nullptr, place.left, place.top, WidthOf(place), HeightOf(place),
                    SWP_NOZORDER | SWP_NOACTIVATE);
@@ -83,7 +72,7 @@ void CSkinDialog::OnSize(int width, int) {
     m_ground = UniqueBitmap();
     if (!m_close.Window()) return;
     const SIZE button = m_close.Size();
-    m_close.MoveTo(width - Scale(kCloseRight) - button.cx, (BandHeight() - button.cy) / 2);
+    m_close.MoveTo(width - Scale(kCloseRight) - button.cx, (kBand - button.cy) / 2);
 }
 
 void CSkinDialog::RepaintGround() {
@@ -115,7 +104,7 @@ void CSkinDialog::PaintSkin(HDC dc) {
     const RECT client = Client();
     FillSolid(dc, client, m_look->colours.page);
     if (m_picture) {
-        m_picture.DrawNine(dc, client, {kBorder, BandHeight(), kBorder, kBorder});
+        m_picture.DrawNine(dc, client, {kBorder, kBand, kBorder, kBorder});
     } else {
         DrawFrame(dc, client, m_look->colours.frame1);
     }
@@ -125,8 +114,7 @@ void CSkinDialog::PaintSkin(HDC dc) {
 
 void CSkinDialog::PaintCaption(HDC dc) {
     const SIZE iconSize{::GetSystemMetrics(SM_CXSMICON), ::GetSystemMetrics(SM_CYSMICON)};
-    RECT band{Scale(kIconLeft), 0, Client().right - Scale(kCloseRight + kIconGap) - m_close.Size().cx,
-              BandHeight()};
+    RECT band{Scale(kIconLeft), 0, Client().right - Scale(kCloseRight + kIconGap) - m_close.Size().cx, kBand};
     const RECT icon = Centred({band.left, band.top, band.left + iconSize.cx, band.bottom}, iconSize);
     ::DrawIconEx(dc, icon.left, icon.top, m_icon.Get(), iconSize.cx, iconSize.cy, 0, nullptr, DI_NORMAL);
     band.left = icon.right + Scale(kIconGap);
@@ -140,11 +128,11 @@ LRESULT CSkinDialog::HitTest(POINT screen) const {
     ::ScreenToClient(Window(), &screen);
     const RECT client = Client();
     if (!::PtInRect(&client, screen)) return HTNOWHERE;
-    return screen.y < BandHeight() ? HTCAPTION : HTCLIENT;
+    return screen.y < kBand ? HTCAPTION : HTCLIENT;
 }
 
 void CSkinDialog::ShowSystemMenu() const {
-    POINT corner{0, BandHeight()};
+    POINT corner{0, kBand};
     ::ClientToScreen(Window(), &corner);
     const HMENU menu = ::GetSystemMenu(Window(), FALSE);
     const int chosen = ::TrackPopupMenu(menu, TPM_RETURNCMD, corner.x, corner.y, 0, Window(), nullptr);

@@ -18,22 +18,18 @@ namespace brennvar {
 
 class CSkinDialog : public CDialog {
 public:
-    enum class Kind { Ordinary, Large };
-
     // The fonts are borrowed for the life of the dialog.
-    explicit CSkinDialog(const CFonts& fonts, Kind kind = Kind::Ordinary) : m_fonts(fonts), m_kind(kind) {}
+    explicit CSkinDialog(const CFonts& fonts) : m_fonts(fonts) {}
 
     // The skin as it was when the window was made; only from OnCreateContent on.
     [[nodiscard]] const Look& GetLook() const { return *m_look; }
 
 protected:
-    // Called once, when the window and the controls of the template exist. It lays the content out and calls one of
-    // the two below for the size.
+    // Called once, when the window and the controls of the template exist. It lays the content out and calls
+    // SetContentPixels.
     virtual void OnCreateContent() {}
-    // The size of the content, below the band and inside the margins; sizes and places the window. At 96 pixels per
-    // inch.
-    void SetContentSize(SIZE size);
-    // The same in pixels of the screen, for what has been measured.
+    // The size of the content, below the band and inside the margins, in pixels of the screen; sizes and places the
+    // window.
     void SetContentPixels(SIZE size);
     // The place of the content in the client area; its corner is right before the size is known as well.
     [[nodiscard]] RECT ContentRect() const;
@@ -53,7 +49,6 @@ protected:
     std::optional<LRESULT> OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
 
 private:
-    [[nodiscard]] int BandHeight() const;
     [[nodiscard]] RECT Client() const;
     [[nodiscard]] LRESULT HitTest(POINT screen) const;
     void ShowSystemMenu() const;
@@ -61,7 +56,6 @@ private:
     void PaintCaption(HDC dc);
 
     const CFonts& m_fonts;
-    const Kind m_kind;
     std::optional<Look> m_look;
     CSkinImage m_picture;
     UniqueIcon m_icon;

@@ -7,7 +7,7 @@ namespace brennvar {
 
 void CommandPipe::CommandPipeSend(const std::string& pipeName, std::span<const std::byte> record) {
     // Silent by design: the caller reads the service's files again and sees whether the command took effect.
-    (void)PipeWriteOnce(m_connector, m_clock, pipeName, record, m_policy);
+    (void)PipeWriteOnce(m_connector, m_clock, pipeName, record, kCommandPipePolicy);
 }
 
 void CommandPipe::SendCode(CommandCode code) {

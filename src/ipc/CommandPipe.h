@@ -21,8 +21,7 @@ namespace brennvar {
 class CommandPipe {
 public:
     // Both are borrowed and must outlive the pipe.
-    CommandPipe(PipeConnector& connector, Clock& clock, PipePolicy policy = kCommandPipePolicy)
-        : m_connector(connector), m_clock(clock), m_policy(policy) {}
+    CommandPipe(PipeConnector& connector, Clock& clock) : m_connector(connector), m_clock(clock) {}
 
     // One record as one message; silent when it cannot be delivered.
     void CommandPipeSend(const std::string& pipeName, std::span<const std::byte> record);
@@ -71,7 +70,6 @@ private:
 
     PipeConnector& m_connector;
     Clock& m_clock;
-    PipePolicy m_policy;
 };
 
 }  // namespace brennvar

@@ -16,16 +16,16 @@ FilterQueueRecord RequestOf(FilterCode code) {
 
 void FilterQueue::QueueWrite(const FilterQueueRecord& record) {
     // Nothing to do when the service is not there.
-    (void)PipeWriteOnce(m_connector, m_clock, kFilterQueuePipeName, RecordBytes(record), m_writePolicy);
+    (void)PipeWriteOnce(m_connector, m_clock, kFilterQueuePipeName, RecordBytes(record));
 }
 
 FilterQueueRecord FilterQueue::QueueTransact(const FilterQueueRecord& request) {
     FilterQueueRecord answer{};
-    const auto connection = WaitAndOpenPipe(m_connector, m_clock, kFilterQueuePipeName, m_transactPolicy);
+    const auto connection = WaitAndOpenPipe(m_connector, m_clock, kFilterQueuePipeName, kQueueTransactPolicy);
     if (connection) {
         // A failed transaction leaves zeros, which no valid answer is.
         (void)TransactWhole(*connection, RecordBytes(request), WritableRecordBytes(answer),
-                            m_transactPolicy.pendingLimit);
+                            kQueueTransactPolicy.pendingLimit);
     }
     return answer;
 }

@@ -14,9 +14,7 @@ namespace brennvar {
 class FilterQueue {
 public:
     // Both are borrowed and must outlive the queue.
-    FilterQueue(PipeConnector& connector, Clock& clock, PipePolicy writePolicy = kQueueWritePolicy,
-                PipePolicy transactPolicy = kQueueTransactPolicy)
-        : m_connector(connector), m_clock(clock), m_writePolicy(writePolicy), m_transactPolicy(transactPolicy) {}
+    FilterQueue(PipeConnector& connector, Clock& clock) : m_connector(connector), m_clock(clock) {}
 
     void FILTER_PUT_ENTRY(std::uint32_t number, std::string_view text, std::uint32_t value);
     void FILTER_SET_PROXY_PORT(std::uint32_t port);
@@ -32,8 +30,6 @@ private:
 
     PipeConnector& m_connector;
     Clock& m_clock;
-    PipePolicy m_writePolicy;
-    PipePolicy m_transactPolicy;
 };
 
 }  // namespace brennvar

@@ -1,5 +1,5 @@
-// How patiently each transport calls on the service's pipes, in one place, and the call itself. The program runs on
-// the interface's own figures, which the service's timing was made for; tests pass shorter ones.
+// How patiently each transport calls on the service's pipes, in one place, and the call itself. The figures are
+// those that the service's timing was made for.
 #pragma once
 
 #include <chrono>
@@ -29,16 +29,15 @@ inline constexpr PipePolicy kTransactPolicy{.attempts = 30,
                                             .pause = std::chrono::milliseconds(200),
                                             .pendingLimit = std::chrono::milliseconds(600)};
 // The web-filter queue and the answers to connection questions are called on once.
-inline constexpr PipePolicy kQueueWritePolicy{.attempts = 1,
-                                              .wait = std::chrono::seconds(20),
-                                              .pause = std::chrono::milliseconds(0),
-                                              .pendingLimit = std::chrono::milliseconds(600)};
+inline constexpr PipePolicy kWriteOncePolicy{.attempts = 1,
+                                             .wait = std::chrono::seconds(20),
+                                             .pause = std::chrono::milliseconds(0),
+                                             .pendingLimit = std::chrono::milliseconds(600)};
 // The service looks through its whole list before it answers.
 inline constexpr PipePolicy kQueueTransactPolicy{.attempts = 1,
                                                  .wait = std::chrono::seconds(20),
                                                  .pause = std::chrono::milliseconds(0),
                                                  .pendingLimit = std::chrono::seconds(60)};
-inline constexpr PipePolicy kWriteOncePolicy = kQueueWritePolicy;
 
 // True as soon as an instance of the pipe is free; false when every wait failed or the program stops.
 [[nodiscard]] bool WaitForPipe(PipeConnector& connector, Clock& clock, const std::string& pipeName,

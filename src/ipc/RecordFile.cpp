@@ -91,7 +91,7 @@ bool WasDenied() {
 #endif
 }
 
-std::optional<RecordFile> RecordFile::RulesFileOpen(const std::string& path, Clock& clock) {
+std::optional<RecordFile> RecordFile::OpenShared(const std::string& path, Clock& clock) {
     if (StateOf(path) == PathState::SomethingElse) return std::nullopt;
     if (auto file = Open(path, "rb+")) return file;
     if (WasDenied()) {

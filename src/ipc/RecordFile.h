@@ -43,7 +43,7 @@ public:
     // is missing or empty; read-only as the last resort, and at once when this user may not write it. Nothing when
     // even that fails, or when the path is not that of a file. Blocks for the time of kRecordFilePolicy at most,
     // less when the clock's waits are cut short.
-    [[nodiscard]] static std::optional<RecordFile> RulesFileOpen(const std::string& path, Clock& clock);
+    [[nodiscard]] static std::optional<RecordFile> OpenShared(const std::string& path, Clock& clock);
     // Opens an existing file for reading; neither waits nor creates.
     [[nodiscard]] static std::optional<RecordFile> OpenReadOnly(const std::string& path);
     // True when there certainly is nothing at this path; a path that cannot be looked at may have a file.
@@ -112,13 +112,6 @@ template <RecordType Record>
     std::vector<Record> records(static_cast<std::size_t>(length / sizeof(Record)));
     records.resize(ReadRecords(file, cipher, std::span(records)).size());
     return records;
-}
-
-// The same for a file that the service writes, opened as RulesFileOpen does; empty when it is unreadable.
-template <RecordType Record>
-[[nodiscard]] std::vector<Record> ReadAllRecords(const std::string& path, Cipher cipher, Clock& clock) {
-    std::optional<RecordFile> file = RecordFile::RulesFileOpen(path, clock);
-    return file ? ReadAllRecords<Record>(*file, cipher) : std::vector<Record>();
 }
 
 }  // namespace brennvar

@@ -14,12 +14,11 @@ namespace brennvar {
 // Size of a process path as the interface keeps it, its final zero included.
 inline constexpr std::size_t kProcessPathSize = 260;
 
-// Used by one thread at a time; every call opens a connection of its own and blocks for the waits of the policy.
+// Used by one thread at a time; every call opens a connection of its own and blocks for its waits.
 class ServicePipes {
 public:
     // Both are borrowed and must outlive the object.
-    ServicePipes(PipeConnector& connector, Clock& clock, PipePolicy policy = kTransactPolicy)
-        : m_connector(connector), m_clock(clock), m_policy(policy) {}
+    ServicePipes(PipeConnector& connector, Clock& clock) : m_connector(connector), m_clock(clock) {}
 
     // One message out, one message in. True when an answer of at least answer.size() bytes came; otherwise answer
     // is all zeros.
@@ -37,7 +36,6 @@ public:
 private:
     PipeConnector& m_connector;
     Clock& m_clock;
-    PipePolicy m_policy;
     bool m_lastCallMetService = true;
 };
 

@@ -2,11 +2,10 @@
 
 #include <algorithm>
 #include <cstring>
-#include <optional>
+#include <span>
 
 #include "base/AsciiCase.h"
 #include "base/DisplayName.h"
-#include "ipc/RecordFile.h"
 
 namespace brennvar {
 namespace {
@@ -56,10 +55,14 @@ ApplicationState StateOf(RuleAction action) {
 
 }  // namespace
 
+std::optional<RecordFile> RulesFileOpen(const std::string& rulesFile, Clock& clock) {
+    return RecordFile::OpenShared(rulesFile, clock);
+}
+
 RuleAction LookupApplicationAction(const std::string& rulesFile, Clock& clock, std::string_view path) {
     // No field holds a zero within its text.
     if (path.empty() || path.find('\0') != std::string_view::npos) return RuleAction::Ask;
-    auto file = RecordFile::RulesFileOpen(rulesFile, clock);
+    auto file = RulesFileOpen(rulesFile, clock);
     if (!file) return RuleAction::Ask;
     const PathMatcher matches(path);
     std::optional<RuleAction> action;
@@ -73,7 +76,9 @@ RuleAction LookupApplicationAction(const std::string& rulesFile, Clock& clock, s
 }
 
 std::vector<ApplicationRow> LoadApplicationRules(const std::string& rulesFile, Clock& clock) {
-    const auto records = ReadAllRecords<ApplicationRuleRecord>(rulesFile, Cipher::Enciphered, clock);
+    auto file = RulesFileOpen(rulesFile, clock);
+    if (!file) return {};
+    const auto records = ReadAllRecords<ApplicationRuleRecord>(*file, Cipher::Enciphered);
     std::vector<ApplicationRow> rows;
     rows.reserve(records.size());
     for (const ApplicationState group : {ApplicationState::Deny, ApplicationState::Allow, ApplicationState::Ask}) {

@@ -2,19 +2,24 @@
 #pragma once
 
 #include <cstdint>
-#include <span>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "base/Clock.h"
+#include "ipc/RecordFile.h"
 #include "rules/ApplicationRuleRecord.h"
 
 namespace brennvar {
 
+// Opens the rules file, which the service writes: RecordFile::OpenShared says how, and when there is none. Its
+// records are enciphered, always.
+[[nodiscard]] std::optional<RecordFile> RulesFileOpen(const std::string& rulesFile, Clock& clock);
+
 // The action of the first rule for this path, whatever its number; Ask when the path is empty, the file cannot be
 // read or no rule matches. Paths are compared without regard to the case of ASCII letters. May wait for the file
-// as RecordFile does.
+// as RulesFileOpen does.
 [[nodiscard]] RuleAction LookupApplicationAction(const std::string& rulesFile, Clock& clock, std::string_view path);
 
 // How the Applications view codes an action; the file's coding is another one.

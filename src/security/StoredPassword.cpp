@@ -15,7 +15,7 @@ StoredPassword::StoredPassword(const std::string& dataFolder, Clock& clock)
     : m_path(ConfigFilePath(dataFolder)), m_clock(clock) {}
 
 std::optional<Password> StoredPassword::Read() const {
-    auto file = RecordFile::RulesFileOpen(m_path, m_clock);
+    auto file = RecordFile::OpenShared(m_path, m_clock);
     if (!file) return RecordFile::IsMissing(m_path) ? std::optional(Password()) : std::nullopt;
     Password stored;
     bool isFound = false;

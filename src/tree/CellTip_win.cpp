@@ -32,15 +32,8 @@ void CCellTip::Show(HWND owner, const RECT& textOnScreen, const std::string& tex
     }
     m_text = text;
     ::SetWindowTextA(Window(), m_text.c_str());
-    SIZE size{Scale(kWidest), 0};
-    const HDC dc = ::GetDC(Window());
-    {
-        const CSelect select(dc, m_font);
-        RECT box{0, 0, size.cx, 0};
-        ::DrawTextA(dc, m_text.c_str(), static_cast<int>(m_text.size()), &box, kFormat | DT_CALCRECT);
-        size = {box.right + 2 * Scale(kMarginX), box.bottom + 2 * Scale(kMarginY)};
-    }
-    ::ReleaseDC(Window(), dc);
+    SIZE size = MeasureText(Window(), m_font, m_text, Scale(kWidest), DT_EDITCONTROL);
+    size = {size.cx + 2 * Scale(kMarginX), size.cy + 2 * Scale(kMarginY)};
     const RECT work = WorkAreaNear(textOnScreen);
     // A text of hundreds of lines shows its beginning.
     size = {std::min<LONG>(size.cx, WidthOf(work)), std::min<LONG>(size.cy, HeightOf(work))};

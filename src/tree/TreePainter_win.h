@@ -8,6 +8,7 @@
 #include "tree/TreeRows_win.h"
 #include "ui/Look_win.h"
 #include "ui/SkinImage_win.h"
+#include "ui/Touch.h"
 
 namespace brennvar {
 
@@ -18,9 +19,6 @@ struct CellPlaces {
     RECT picture{};
     RECT text{};
 };
-
-// What a piece under the mouse looks like; the numbers are the frames of a skin image.
-enum class Touch : int { Rest = 0, Hot = 1, Pressed = 2 };
 
 class TreePainter {
 public:

@@ -4,6 +4,7 @@
 #include <commctrl.h>
 
 #include "ui/Fonts_win.h"
+#include "ui/Paint_win.h"
 
 namespace brennvar {
 
@@ -37,13 +38,10 @@ void RequireWindowClasses(DWORD classes) {
 }
 
 SIZE MeasureText(HWND window, HFONT font, const std::string& text, int width, UINT moreFormat) {
-    const HDC dc = ::GetDC(window);
-    const HGDIOBJ old = ::SelectObject(dc, font);
+    const CTextDc dc(window, font);
     RECT box{0, 0, width, 0};
     const UINT format = DT_CALCRECT | DT_NOPREFIX | moreFormat | (width > 0 ? DT_WORDBREAK : 0U);
-    ::DrawTextA(dc, text.c_str(), static_cast<int>(text.size()), &box, format);
-    ::SelectObject(dc, old);
-    ::ReleaseDC(window, dc);
+    ::DrawTextA(dc.Dc(), text.c_str(), static_cast<int>(text.size()), &box, format);
     return {box.right, box.bottom};
 }
 

@@ -64,19 +64,13 @@ void CMenuPainter::Measure(const MenuItem& item, MEASUREITEMSTRUCT& measure) con
         measure.itemHeight = static_cast<UINT>(Scale(kSeparatorHeight));
         return;
     }
-    const HDC dc = ::GetDC(m_owner);
+    const CTextDc dc(m_owner, FontOf(item));
     const ItemText text = SplitAtTab(item.text);
-    int width = Scale(kBarWidth + kTextGap + kRightEdge);
-    int height = 0;
-    {
-        const CSelect select(dc, FontOf(item));
-        width += TextWidth(dc, text.label, 0);
-        if (!text.shortcut.empty()) width += Scale(kShortcutGap) + TextWidth(dc, text.shortcut, DT_NOPREFIX);
-        TEXTMETRICA metrics{};
-        ::GetTextMetricsA(dc, &metrics);
-        height = std::max<int>(Scale(kItemHeight), metrics.tmHeight + 2 * Scale(kItemPadding));
-    }
-    ::ReleaseDC(m_owner, dc);
+    int width = Scale(kBarWidth + kTextGap + kRightEdge) + TextWidth(dc.Dc(), text.label, 0);
+    if (!text.shortcut.empty()) width += Scale(kShortcutGap) + TextWidth(dc.Dc(), text.shortcut, DT_NOPREFIX);
+    TEXTMETRICA metrics{};
+    ::GetTextMetricsA(dc.Dc(), &metrics);
+    const int height = std::max<int>(Scale(kItemHeight), metrics.tmHeight + 2 * Scale(kItemPadding));
     // What is longer is cut: neither Windows nor the user gets at a menu that is wider than the screen.
     measure.itemWidth = static_cast<UINT>(std::min(width, ::GetSystemMetrics(SM_CXSCREEN) / 2));
     measure.itemHeight = static_cast<UINT>(height);

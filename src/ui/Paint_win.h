@@ -21,6 +21,24 @@ private:
     HGDIOBJ m_old;
 };
 
+// A window's DC with a font in it, to measure text outside painting.
+class CTextDc {
+public:
+    CTextDc(HWND window, HFONT font) : m_window(window), m_dc(::GetDC(window)), m_old(::SelectObject(m_dc, font)) {}
+    CTextDc(const CTextDc&) = delete;
+    CTextDc& operator=(const CTextDc&) = delete;
+    ~CTextDc() {
+        ::SelectObject(m_dc, m_old);
+        ::ReleaseDC(m_window, m_dc);
+    }
+    [[nodiscard]] HDC Dc() const { return m_dc; }
+
+private:
+    HWND m_window;
+    HDC m_dc;
+    HGDIOBJ m_old;
+};
+
 // Draws into a bitmap of the size of a place, with the same coordinates; the destructor copies it to the target.
 // Without memory for the bitmap it draws on the target itself.
 class CBufferedDc {

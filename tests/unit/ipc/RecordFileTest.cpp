@@ -22,11 +22,11 @@ struct Pair {
 TEST(RecordFileTest, CreatesAMissingFileButNothingForWhatIsNoFile) {
     const test::TempFolder folder;
     test::FakeClock clock;
-    auto file = RecordFile::RulesFileOpen(folder.File("rules.conf"), clock);
+    auto file = RecordFile::OpenShared(folder.File("rules.conf"), clock);
     ASSERT_TRUE(file);
     EXPECT_EQ(file->Rewind(), 0U);
-    EXPECT_FALSE(RecordFile::RulesFileOpen(folder.Path(), clock));                        // a folder
-    EXPECT_FALSE(RecordFile::RulesFileOpen(folder.File("no folder/rules.conf"), clock));  // nothing can be created
+    EXPECT_FALSE(RecordFile::OpenShared(folder.Path(), clock));                        // a folder
+    EXPECT_FALSE(RecordFile::OpenShared(folder.File("no folder/rules.conf"), clock));  // nothing can be created
     EXPECT_FALSE(RecordFile::OpenReadOnly(folder.Path()));
     EXPECT_FALSE(RecordFile::OpenReadOnly(folder.File("absent.log")));
     EXPECT_FALSE(fs::exists(folder.File("absent.log")));
@@ -56,7 +56,7 @@ TEST(RecordFileTest, WaitsForAHeldFileToALimitThenReadsOnly) {
             fs::remove(path);
             if (!row.change.empty()) folder.Write("held", row.change);
         };
-        auto file = RecordFile::RulesFileOpen(path, clock);
+        auto file = RecordFile::OpenShared(path, clock);
         ASSERT_TRUE(file);
         const std::uint64_t size = file->Rewind();
         EXPECT_TRUE(row.changeAt == 0 ? size > 1000 : size == row.change.size()) << size;
@@ -70,16 +70,15 @@ TEST(RecordFileTest, DeciphersEveryWholeRecord) {
     constexpr std::size_t kMany = kScanSize / sizeof(Pair) * 5 / 2;
     const test::TempFolder folder;
     const std::string path = folder.File("records");
-    test::FakeClock clock;
     for (const std::size_t size : {std::size_t{0}, std::size_t{7}, std::size_t{8}, 8 * kMany + 7}) {
         std::string plain;
         std::vector<Pair> expected, scanned;
         for (std::uint32_t i = 0; i <= size / 8; ++i) plain += test::BytesOf(expected.emplace_back(Pair{i, ~i}));
         expected.pop_back();
         folder.Write("records", test::EncipherByHand(plain.substr(0, size), sizeof(Pair)));
-        EXPECT_TRUE(ReadAllRecords<Pair>(path, Cipher::Enciphered, clock) == expected) << size;
         auto file = RecordFile::OpenReadOnly(path);
         ASSERT_TRUE(file);
+        EXPECT_TRUE(ReadAllRecords<Pair>(*file, Cipher::Enciphered) == expected) << size;
         ScanRecords<Pair>(*file, Cipher::Enciphered, [&](std::span<const Pair> records) {
             scanned.insert(scanned.end(), records.begin(), records.end());
             return true;
@@ -87,7 +86,9 @@ TEST(RecordFileTest, DeciphersEveryWholeRecord) {
         EXPECT_TRUE(scanned == expected) << size;
     }
     fs::resize_file(path, kWholeFileLimit + 1);  // too long to be read whole
-    EXPECT_TRUE(ReadAllRecords<Pair>(path, Cipher::Plain, clock).empty());
+    auto file = RecordFile::OpenReadOnly(path);
+    ASSERT_TRUE(file);
+    EXPECT_TRUE(ReadAllRecords<Pair>(*file, Cipher::Plain).empty());
 }
 
 TEST(RecordFileTest, ScansWhatIsThereWhenTheFileChangesMeanwhile) {

@@ -21,7 +21,7 @@ TEST(RecordFileWinTest, TakesWhatTheServiceSharesOfAFileThatItWrites) {
                                                OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
         ASSERT_TRUE(service);
         test::FakeClock clock;
-        auto file = RecordFile::RulesFileOpen(path, clock);
+        auto file = RecordFile::OpenShared(path, clock);
         EXPECT_EQ(file.has_value(), row.opens) << row.content << row.sharing;
         EXPECT_TRUE(!file || (file->Rewind() == 8 && clock.sleeps.size() == 6000));
         DWORD written = 0;

@@ -1,0 +1,36 @@
+// What a tree is made with, and what it tells its owner.
+#pragma once
+
+#include <functional>
+#include <string>
+
+#include "base/Windows_win.h"
+
+namespace brennvar {
+
+struct TreeSetup {
+    HWND parent = nullptr;
+    int id = 0;
+    bool selectsMany = false;
+    bool hasLevels = false;  // rows may have children: the first column has room for their expand marks
+    bool isZebra = true;
+    std::string emptyText{};  // why there are no rows and what to do about it
+};
+
+// What the user did. Each may be empty. The tree is in order before one is called: it may refresh the tree or show
+// a dialog.
+struct TreeEvents {
+    std::function<void()> selectionChanged;  // not for changes that the owner made
+    // The left button goes down on a cell, the second press of a double click included. True: it is dealt with, and
+    // the row is neither selected nor opened.
+    std::function<bool(int row, int column)> cellClicked;
+    std::function<void(int row, int column, bool isChecked)> checkToggled;  // as the user wants it
+    std::function<void(int row)> opened;                                    // double click or Enter
+    std::function<void(int row, POINT screen)> contextMenu;                 // row: -1 beside all rows
+    std::function<void(int column)> headerClicked;
+    std::function<void()> widthsChanged;  // the user has dragged a divider
+    std::function<void()> refreshWanted;  // F5
+    std::function<void()> findWanted;     // Ctrl+F
+};
+
+}  // namespace brennvar

@@ -1,0 +1,53 @@
+#include "tree/TreeTip_win.h"
+
+#include <algorithm>
+
+#include "ui/Paint_win.h"
+
+namespace brennvar {
+
+void TreeTip::Begin(const Look& look, const TreePainter& painter) {
+    m_painter = &painter;
+    m_tip = std::make_unique<CCellTip>(look);
+}
+
+void TreeTip::Follow(std::optional<CellId> cell) {
+    if (cell.value_or(CellId{}) == m_cell) return;
+    Hide();
+    m_cell = cell.value_or(CellId{});
+    UINT delay = 400;  // ms
+    ::SystemParametersInfoA(SPI_GETMOUSEHOVERTIME, 0, &delay, 0);
+    if (cell) ::SetTimer(m_window.Window(), kTimer, delay, nullptr);
+}
+
+void TreeTip::OnTimer() {
+    ::KillTimer(m_window.Window(), kTimer);
+    if (m_cell.row < 0 || m_cell.row >= m_places.RowCount()) return;
+    const TreeCell cell = m_source.Cell(m_cell.row, m_cell.column);
+    const CellPlaces parts = m_places.PartsOf(m_cell);
+    if (cell.text.empty() || !IsCut(cell, parts)) return;
+    RECT text = parts.text;
+    text.left = std::max(text.left, m_places.Rows().left);
+    ::MapWindowPoints(m_window.Window(), nullptr, reinterpret_cast<POINT*>(&text), 2);
+    m_tip->Show(m_window.Window(), text, cell.text);
+}
+
+bool TreeTip::IsCut(const TreeCell& cell, const CellPlaces& parts) const {
+    const RECT& rows = m_places.Rows();
+    if (parts.text.right > rows.right || parts.text.left < rows.left) return true;
+    const CTextDc dc(m_window.Window(), m_painter->Font());
+    return m_painter->IsCut(dc.Dc(), cell, parts);
+}
+
+void TreeTip::HideUnlessSame() {
+    if (!m_tip->IsShown() || m_source.Cell(m_cell.row, m_cell.column).text != m_tip->Text()) Hide();
+}
+
+void TreeTip::Hide() {
+    m_cell = {};
+    if (!m_window.Window()) return;
+    ::KillTimer(m_window.Window(), kTimer);
+    m_tip->Hide();
+}
+
+}  // namespace brennvar
