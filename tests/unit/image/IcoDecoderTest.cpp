@@ -12,11 +12,8 @@ using test::LittleEndian;
 using test::PixelsOf;
 using Pixels = std::vector<std::uint32_t>;
 
-std::string TextOf(const std::vector<std::byte>& bytes) {
-    return {reinterpret_cast<const char*>(bytes.data()), bytes.size()};
-}
 std::string Hex(std::string_view digits) {
-    return TextOf(test::FromHex(digits));
+    return test::TextFromHex(digits);
 }
 
 // The head of a BMP entry: 40 bytes; its height counts colours and mask.
@@ -71,7 +68,7 @@ TEST(IcoDecoderTest, TakesTheLargestThenTheDeepestImage) {
     const std::string small = BmpHead(1, 1, 32) + Hex("010101ff 00000000");
     const std::string shallow = BmpHead(2, 1, 24) + Hex("020202 020202 0000 00000000");
     const std::string deep = BmpHead(2, 1, 32) + Hex("030303ff 030303ff 00000000");
-    const std::string png = TextOf(test::FromHex(test::kPalettePng));  // 3 x 2, 2 bits a pixel
+    const std::string png = Hex(test::kPalettePng);  // 3 x 2, 2 bits a pixel
     EXPECT_EQ(PixelsOf(Ico({deep, shallow, small})), (Pixels{0xFF030303, 0xFF030303}));
     EXPECT_EQ(PixelsOf(Ico({shallow, deep})), (Pixels{0xFF030303, 0xFF030303}));
     EXPECT_EQ(PixelsOf(Ico({deep, png})), (Pixels{0xFFFF0000, 0x80008000, 0, 0, 0, 0xFF0000FF}));
