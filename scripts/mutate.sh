@@ -1,24 +1,25 @@
 #!/usr/bin/env bash
-# Changes one operator or constant of the core at a time, at random places, and prints the changes that no unit test
-# notices. Works in build/mutate, on a copy of the sources: it may be stopped at any time.
-#   scripts/mutate.sh [--count N] [--seed N] [FOLDER...]
-#   --count N  how many places (default 200)
-#   --seed N   the same places again (default: another choice each time; it is printed)
-#   FOLDER     a folder below src, such as ipc, or a part of a path; default: the whole core
-# A place is first a line, then an operator or constant in it. At most one place in six is in a header, because
-# everything that includes it is compiled anew. A change that does not compile, or does the same, proves nothing: the
-# former is counted by itself, the latter is for the reader to find.
+# Changes one operator or constant of the core at a time, at random places, and prints the changes that no unit
+# test notices. Works in build/mutate, on a copy of the sources: it may be stopped at any time.
+#   scripts/mutate.sh [--count N] [--seed N] [--headers N] [FOLDER...]
+#   --count N    how many places (default 200)
+#   --seed N     the same places again (default: another choice each time; it is printed)
+#   --headers N  at most so many of them in headers, for which much is compiled anew (default: one in six)
+#   FOLDER       a folder below src, such as ipc, or the end of a path; default: the whole core
+# A place is first a line, then an operator or constant in it. A change that does not compile, or does the same,
+# proves nothing: the former is counted by itself, the latter is for the reader to find.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 . scripts/lib.sh
 
-count=200
+count=200 headers=
 seed=$((SRANDOM % 100000))
 folders=()
 while [ $# -gt 0 ]; do
     case $1 in
         --count) count=$2; shift ;;
         --seed) seed=$2; shift ;;
+        --headers) headers=$2; shift ;;
         -*) fail "unknown option $1" ;;
         *) folders+=("$1") ;;
     esac
@@ -45,7 +46,7 @@ copy_sources() {
     (cd "$tree" && find . -type f -printf '%P\n' | sort | comm -23 - "$work/list" | xargs -r -d '\n' rm)
 }
 
-build() { cmake --build "$work/build" --target core_tests >"$work/build.log" 2>&1; }
+build() { cmake --build "$work/build" --target core_tests -- -j"$(nproc)" >"$work/build.log" 2>&1; }
 
 # Seconds that the tests may take: a change may make them hang, or ask for all memory.
 run_tests() {
@@ -53,7 +54,7 @@ run_tests() {
      timeout -k 5 "$1" "$work/build/tests/core_tests" --gtest_fail_fast --gtest_brief=1) >"$work/tests.log" 2>&1 9>&-
 }
 
-# Every place that can be changed, one a line: file, line, column, length and what stands there then, by tabs.
+# Every place that can be changed, one a line: file, line, column, length and what stands there then, between tabs.
 list_places() {
     awk '
     # Blanks for comments and literals, so that columns stay.
@@ -131,14 +132,15 @@ list_places() {
         Words(code, "true", "false"); Words(code, "false", "true")
         Words(code, "continue", "break")
         Numbers(code)
-        if (match(code, /return [^;{}]+;/) && (part = substr(code, RSTART + 7, RLENGTH - 8)) !~ /^(std::nullopt|false|0|nullptr|true)$/)
+        if (!match(code, /return [^;{}]+;/)) next
+        if (substr(code, RSTART + 7, RLENGTH - 8) !~ /^(std::nullopt|false|0|nullptr|true)$/)
             Put(RSTART + 7, RLENGTH - 8, "{}")
     }' "$@"
 }
 
 # COUNT lines of the list, a line of the sources as likely as every other one. No place twice.
 choose_places() {
-    awk -F'\t' -v count="$count" -v seed="$seed" '
+    awk -F'\t' -v count="$count" -v seed="$seed" -v most="${headers:-$((count / 6))}" '
         { key = $1 ":" $2; if (!(key in many)) { keys[++lines] = key } place[key, ++many[key]] = $0; total++ }
         END {
             srand(seed)
@@ -147,7 +149,7 @@ choose_places() {
                 one = place[key, 1 + int(rand() * many[key])]
                 if (one in seen) continue
                 seen[one] = 1
-                if (key ~ /\.h:/ && headers * 6 >= count) { dropped++; continue }
+                if (key ~ /\.h:/ && headers >= most) { dropped++; continue }
                 if (key ~ /\.h:/) headers++
                 chosen++
                 print one
@@ -166,29 +168,36 @@ change() {
 say "building"
 copy_sources
 cmake -S "$tree" -B "$work/build" -G Ninja -DCMAKE_BUILD_TYPE=Debug -DCMAKE_CXX_FLAGS="-w" \
-    -DCMAKE_CXX_FLAGS_DEBUG="-O0" >"$work/build.log" 2>&1 && build || { tail -n 40 "$work/build.log"; fail "cannot build"; }
+    -DCMAKE_CXX_FLAGS_DEBUG="-O0" >"$work/build.log" 2>&1 && build ||
+    { tail -n 40 "$work/build.log"; fail "cannot build"; }
 SECONDS=0
 run_tests 600 || { tail -n 40 "$work/tests.log"; fail "the tests fail without a change"; }
 limit=$((SECONDS * 4 + 20))
 
 # What the tests are built from; a header that none of them includes cannot be tested.
-mapfile -t files < <(ninja -C "$work/build" -t deps | sed -n "s,^ *\(.*/mutate/tree/\|\.\./tree/\)\(src/.*\)$,\2,p" | sort -u)
+mapfile -t files < <(ninja -C "$work/build" -t deps |
+    sed -n 's,^ *\(.*/mutate/tree/\|\.\./tree/\)\(src/.*\)$,\2,p' | sort -u)
 chosen=()
 cd "$tree"
 for file in "${files[@]}"; do
     [ ${#folders[@]} -eq 0 ] && { chosen+=("$file"); continue; }
-    for folder in "${folders[@]}"; do [[ $file == src/$folder/* || $file == *"$folder" ]] && { chosen+=("$file"); break; }; done
+    for folder in "${folders[@]}"; do
+        [[ $file == src/$folder/* || $file == *"$folder" ]] || continue
+        chosen+=("$file")
+        break
+    done
 done
 [ ${#chosen[@]} -gt 0 ] || fail "no such part of the core"
 list_places "${chosen[@]}" >"$work/places"
 say "$count of $(wc -l <"$work/places") places in ${#chosen[@]} files, seed $seed"
 
+export CCACHE_READONLY=1    # nobody compiles these again
 caught=0 survived=0 broken=0
 while IFS=$'\t' read -r file line column size text <&3; do
     change "$file" "$line" "$column" "$size" "$text"
     if ! build; then
         broken=$((broken + 1))
-    elif run_tests "$limit"; then
+    elif run_tests "$limit" 2>/dev/null; then
         survived=$((survived + 1))
         printf '%s:%s: %s\n    -> %s\n' "$file" "$line" "$(sed -n "${line}s/^ *//p" "$work/before")" \
             "$(sed -n "${line}s/^ *//p" "$tree/$file")"
@@ -197,4 +206,6 @@ while IFS=$'\t' read -r file line column size text <&3; do
     fi
     cp "$work/before" "$tree/$file"
 done 3< <(choose_places <"$work/places")
-say "$caught caught, $survived survived, $broken did not compile ($((100 * caught / (caught + survived > 0 ? caught + survived : 1))) % of those that did), seed $seed"
+compiled=$((caught + survived))
+say "$caught caught, $survived survived, $broken did not compile:" \
+    "$((100 * caught / (compiled > 0 ? compiled : 1))) % of those that did are caught, seed $seed"
