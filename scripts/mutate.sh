@@ -193,6 +193,15 @@ say "$count of $(wc -l <"$work/places") places in ${#chosen[@]} files, seed $see
 
 export CCACHE_READONLY=1    # nobody compiles these again
 caught=0 survived=0 broken=0
+# Also of a run that is stopped.
+print_counts() {
+    local compiled=$((caught + survived))
+    say "$caught caught, $survived survived, $broken did not compile:" \
+        "$((100 * caught / (compiled > 0 ? compiled : 1))) % of those that did are caught, seed $seed"
+    rm -rf "$work"/tmp/*
+}
+trap print_counts EXIT
+trap 'exit 1' INT TERM
 while IFS=$'\t' read -r file line column size text <&3; do
     change "$file" "$line" "$column" "$size" "$text"
     if ! build; then
@@ -206,6 +215,3 @@ while IFS=$'\t' read -r file line column size text <&3; do
     fi
     cp "$work/before" "$tree/$file"
 done 3< <(choose_places <"$work/places")
-compiled=$((caught + survived))
-say "$caught caught, $survived survived, $broken did not compile:" \
-    "$((100 * caught / (compiled > 0 ? compiled : 1))) % of those that did are caught, seed $seed"
