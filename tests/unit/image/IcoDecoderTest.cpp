@@ -42,14 +42,14 @@ TEST(IcoDecoderTest, DecodesEveryDepthWithItsMask) {
     // 2 x 2: red, green / blue, masked out. The lower row comes first; rows end at four bytes.
     const Pixels expected = {0xFFFF0000, 0xFF00FF00, 0xFF0000FF, 0};
     const std::string mask = "40000000 00000000";
-    const std::string palette = "0000ff00 00ff0000 ff000000 ffffff00";
+    const std::string palette = "ff000000 ffffff00 00ff0000 0000ff00";
     struct Row {
         std::uint32_t bits, colourCount;
         std::string hex;
     };
     const Row rows[] = {
-        {4, 4, palette + "23000000 01000000" + mask},
-        {8, 4, palette + "02030000 00010000" + mask},
+        {4, 4, palette + "01000000 32000000" + mask},
+        {8, 4, palette + "00010000 03020000" + mask},
         {24, 0, "ff0000 ffffff 0000 0000ff 00ff00 0000" + mask},
         {32, 0, "ff000000 ffffff00 0000ff00 00ff0000" + mask},  // no alpha anywhere
         {32, 0, "ff0000ff ffffff00 0000ffff 00ff00ff" + mask},

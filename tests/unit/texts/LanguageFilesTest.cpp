@@ -25,7 +25,7 @@ struct SourceTexts {
 void ScanTexts(const std::string& source, SourceTexts& into) {
     static const std::regex kText(
         R"re((?:GetText\(|Text(?: \w+)?[{(])\s*([1-9]\d*),\s*((?:"[^"\\\n]*"\s*)+),?\s*[)}])re");
-    static const std::regex kFault(R"re(GetText\(\s*(?:\d|[^;){]*"|[^();{]*,|\))|)re"
+    static const std::regex kFault(R"re(GetText\(\s*(?:\d|[^;){]*"|(?:[^;(){"]|\([^;(){"]*\))*[,"]|\))|)re"
                                    R"re(Text(?: \w+)?\{(?!\s*\})|Text\((?!\s*\))|Text \w+\(\s*\d)re");
     static const std::regex kJoint(R"("\s*"|"\s*$|^")");
     for (std::size_t at = source.find("Text"); at != std::string::npos; at = source.find("Text", at + 1)) {
@@ -166,6 +166,7 @@ TEST(LanguageFilesTest, ScannerReadsEveryWayToWriteATextAndReportsTheRest) {
                                "GetText(-7, \"x\")",
                                "GetText(TextOf(7, \"x\"))",
                                "GetText(0x7, \"x\")",
+                               "GetText((7 + 1), \"x\")",
                                "GetText(7, \"x\"",
                                "Text{7, english}",
                                "Text{number, \"x\"}",
