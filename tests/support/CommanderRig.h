@@ -1,8 +1,6 @@
 // A commander with a service behind it that takes everything at once and remembers it.
 #pragma once
 
-#include <chrono>
-#include <cstddef>
 #include <memory>
 #include <thread>
 #include <vector>
@@ -23,9 +21,9 @@ public:
     // for it has been told.
     void Settle() {
         // A completion may send more: its batch comes behind the first mark, and is there at the second.
-        for (std::size_t seen = m_pipe.writes.size() + 1; seen != m_pipe.writes.size();) {
+        for (std::size_t seen = m_pipe->writes.size() + 1; seen != m_pipe->writes.size();) {
             Pass();
-            seen = m_pipe.writes.size();
+            seen = m_pipe->writes.size();
             Pass();
         }
     }
@@ -33,12 +31,12 @@ public:
     [[nodiscard]] std::vector<RawBytes> TakeRecords() {
         Settle();
         std::vector<RawBytes> records;
-        for (const FakePipe::Message& message : m_pipe.writes) records.push_back(message.bytes);
-        m_pipe.writes.clear();
+        for (const FakePipe::Message& message : m_pipe->writes) records.push_back(message.bytes);
+        m_pipe->writes.clear();
         return records;
     }
     // After Settle, while nothing is sent: the pipe belongs to the link's thread.
-    [[nodiscard]] FakePipe& Pipe() { return m_pipe; }
+    [[nodiscard]] FakePipe& Pipe() { return *m_pipe; }
 
 private:
     // Everything that was sent before has arrived, and its completions have run.
@@ -51,25 +49,17 @@ private:
         }
     }
 
-    // The link owns its connector; the pipe outlives it here.
-    class Connector final : public PipeConnector {
-    public:
-        explicit Connector(FakePipe& pipe) : m_pipe(pipe) {}
-        bool WaitForInstance(const std::string& name, std::chrono::milliseconds limit) override {
-            return m_pipe.WaitForInstance(name, limit);
-        }
-        std::unique_ptr<PipeConnection> Open(const std::string& name) override { return m_pipe.Open(name); }
-
-    private:
-        FakePipe& m_pipe;
-    };
-
-    FakePipe m_pipe;
+    FakePipe* m_pipe = nullptr;  // the link's
 
 public:
     FakePassword password;
     Language language{nullptr};
-    ServiceLink link{[] {}, [this](const StopSignal&) { return std::make_unique<Connector>(m_pipe); }};
+    ServiceLink link{[] {},
+                     [this](const StopSignal&) {
+                         auto pipe = std::make_unique<FakePipe>();
+                         m_pipe = pipe.get();
+                         return pipe;
+                     }};
     Commander commander{link, language};
 };
 

@@ -5,22 +5,14 @@
 #include <cstddef>
 #include <cstring>
 #include <string>
-#include <string_view>
 #include <type_traits>
+
+#include "support/HexBytes.h"
 
 namespace brennvar::test {
 
-inline std::string FromHex(std::string_view hex) {
-    const auto digit = [](char c) { return c <= '9' ? c - '0' : c - 'a' + 10; };
-    std::string bytes;
-    for (std::size_t i = 0; i + 1 < hex.size(); i += 2) {
-        bytes += static_cast<char>(digit(hex[i]) * 16 + digit(hex[i + 1]));
-    }
-    return bytes;
-}
-
 // 320 bytes, longer than any record of the tests.
-inline const std::string kKeystream = FromHex(
+inline const std::string kKeystream = TextFromHex(
     "0e1a89a0c66093e81f2286a6206f5e578af4d2896ec9bd277853ea89ce428a3f"
     "8572338d85503bd5088aa0d853a9a4f4ba5ba43253b76204db674663f024c9c3"
     "522839f6573f79520948a2453fe86b49c02f6171464e26d63d6ed788becf2449"

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -21,6 +22,10 @@ inline std::vector<std::byte> FromHex(std::string_view text) {
     }
     bytes.shrink_to_fit();
     return bytes;
+}
+inline std::string TextFromHex(std::string_view text) {
+    const auto bytes = FromHex(text);
+    return {reinterpret_cast<const char*>(bytes.data()), bytes.size()};
 }
 
 }  // namespace brennvar::test

@@ -61,22 +61,17 @@ inline int CountWindows(DWORD processId = ::GetCurrentProcessId()) {
         DWORD processId;
         int count = 0;
     } counter{processId};
-    const auto countOne = [](HWND window, LPARAM place) -> BOOL {
-        auto& into = *reinterpret_cast<Counter*>(place);
-        DWORD owner = 0;
-        ::GetWindowThreadProcessId(window, &owner);
-        if (owner != into.processId) return TRUE;
-        ++into.count;
-        ::EnumChildWindows(
-            window,
-            [](HWND, LPARAM inner) -> BOOL {
-                ++reinterpret_cast<Counter*>(inner)->count;
-                return TRUE;
-            },
-            place);
-        return TRUE;
-    };
-    ::EnumWindows(countOne, reinterpret_cast<LPARAM>(&counter));
+    // Below the desktop, at any depth.
+    ::EnumChildWindows(
+        ::GetDesktopWindow(),
+        [](HWND window, LPARAM place) -> BOOL {
+            auto& into = *reinterpret_cast<Counter*>(place);
+            DWORD owner = 0;
+            ::GetWindowThreadProcessId(window, &owner);
+            into.count += owner == into.processId ? 1 : 0;
+            return TRUE;
+        },
+        reinterpret_cast<LPARAM>(&counter));
     return counter.count;
 }
 
@@ -119,6 +114,7 @@ inline ObjectCounts CountObjects(HANDLE process, DWORD processId) {
 inline void ExpectNothingLeftBy(const std::function<void()>& open) {
     for (int i = 0; i < 10; ++i) open();
     const ObjectCounts before = CountObjects();
+    EXPECT_TRUE(before.gdi > 0 && before.windows > 0 && before.handles > 0) << before;
     for (int i = 0; i < 100; ++i) open();
     EXPECT_EQ(CountObjects(), before);
 }

@@ -2,6 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include <ctime>
+
+#include "base/NetworkSignature.h"
+#include "base/SystemClock.h"
+
 namespace brennvar {
 
 using Jump = ClockCheck::Jump;
@@ -32,6 +37,31 @@ TEST(ClockCheckTest, ReportsEachJumpOnceAndSkipsOneComparisonOnRequest) {
     EXPECT_EQ(check.Tick(kStart), Jump::None);
     EXPECT_EQ(check.Tick(kStart + kSecond), Jump::None);
     EXPECT_EQ(check.Tick(kStart), Jump::Past);
+}
+
+TEST(SystemClockTest, CountsFrom1601AndKnowsTheLocalDay) {
+    const StopSignal stop;
+    const SystemClock clock(stop);
+    constexpr FileTime kUnixEpoch = 116'444'736'000'000'000;  // 1970-01-01
+    const std::time_t before = std::time(nullptr);
+    const LocalDate today = clock.Today();
+    const FileTime now = clock.UtcNow();
+    // Whole seconds, of a clock that may be a tick behind.
+    EXPECT_GE(now, kUnixEpoch + static_cast<FileTime>(before) * kSecond);
+    EXPECT_LE(now, kUnixEpoch + static_cast<FileTime>(std::time(nullptr) + 2) * kSecond);
+    // The day may end between the two looks.
+    const std::time_t after = std::time(nullptr);
+    const auto isDayOf = [&](std::time_t time) {
+        const std::tm local = *std::localtime(&time);
+        return today == LocalDate{local.tm_year + 1900, local.tm_mon + 1, local.tm_mday};
+    };
+    EXPECT_TRUE(isDayOf(before) || isDayOf(after));
+}
+
+TEST(NetworkSignatureTest, ChangesWithTheAddressesOfInterfacesThatWork) {
+    const InterfaceAddress addresses[] = {{10, kInterfaceOperational}, {7, 0}, {0xFFFFFFFF, kInterfaceOperational}};
+    EXPECT_EQ(NetworkSignature(addresses), 9U);
+    EXPECT_EQ(NetworkSignature({}), 0U);
 }
 
 }  // namespace brennvar

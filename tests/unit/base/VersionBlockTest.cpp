@@ -41,19 +41,11 @@ TEST(VersionBlockTest, FindsTheDescriptionInTheTableOfTheFirstPair) {
     EXPECT_EQ(FindFileDescription(Bytes(block)), u"");
 }
 
-TEST(VersionBlockTest, SurvivesEveryCutAndEveryChangedUnit) {
-    const std::u16string whole = SampleBlock();
-    const std::vector<std::byte> bytes = Bytes(whole);
+TEST(VersionBlockTest, FindsNothingInABlockThatIsCutAnywhere) {
+    const std::vector<std::byte> bytes = Bytes(SampleBlock());
     for (std::size_t size = 0; size < bytes.size(); ++size) {
         const auto end = bytes.begin() + static_cast<std::ptrdiff_t>(size);
         EXPECT_EQ(FindFileDescription(std::vector<std::byte>(bytes.begin(), end)), u"") << size;
-    }
-    for (std::size_t index = 0; index < whole.size(); ++index) {
-        for (const char16_t unit : {u'\0', u'\1', u'\7', u'\xFFFF'}) {
-            std::u16string damaged = whole;
-            damaged[index] = unit;
-            EXPECT_LE(FindFileDescription(Bytes(damaged)).size(), whole.size()) << index;
-        }
     }
 }
 

@@ -102,6 +102,8 @@ TEST_F(ProtectionModesTest, WhatDoesNotArmLeavesAnEarlierExpiryAsItIs) {
         Choose({BlockAll, minutes});
         EXPECT_EQ(modes.Display().until, std::nullopt) << minutes;
     }
+    Choose({BlockAll, 1});
+    EXPECT_EQ(modes.Display().until, clock.now + kMinute);
     Choose({BlockAll, 4999});
     const FileTime expiry = clock.now + 4999 * kMinute;
     Choose({AllowAll, 0});

@@ -2,26 +2,53 @@
 
 #include <gtest/gtest.h>
 
+#include <memory>
+
+#include "config/Language.h"
+#include "config/ResourceChoice.h"
+#include "support/FakeIni.h"
+
 namespace brennvar {
 namespace {
 
-// An INI file in which every key has the same value.
-struct OneValue final : IniSource {
-    std::string value;
-    [[nodiscard]] std::string Read(const std::string&, const std::string&, const std::string&) const override {
-        return value;
-    }
-};
+using test::FakeIni;
 
 TEST(SettingsTest, TakesTheBareNameOfAFolderBesideTheProgram) {
-    const std::pair<const char*, const char*> rows[] = {{" \tSlovak \r", "Slovak"}, {"My Language", "My Language"},
-                                                        {"  ", "English"},          {R"(..\..\x)", "English"},
-                                                        {"a/b", "English"},         {"C:x", "English"},
-                                                        {" .. ", "English"},        {"..x", "..x"}};
+    // Nothing: the name that is built in.
+    const std::pair<std::string, std::optional<std::string>> rows[] = {
+        {" \tSlovak \r", "Slovak"},   {"My Language", "My Language"}, {"..x", "..x"},        {"  ", std::nullopt},
+        {R"(..\..\x)", std::nullopt}, {"a/b", std::nullopt},          {"C:x", std::nullopt}, {".", std::nullopt},
+        {" .. ", std::nullopt}};
     for (const auto& [given, expected] : rows) {
-        OneValue settings;
-        settings.value = given;
-        EXPECT_EQ(ReadLanguageName(settings), expected) << given;
+        const FakeIni settings({{"Language/Directory", given}, {"Skin/Directory", given}});
+        EXPECT_EQ(ReadLanguageName(settings), expected.value_or("English")) << given;
+        EXPECT_EQ(ReadSkinName(settings), expected.value_or("Default")) << given;
+    }
+}
+
+TEST(LanguageTest, StandsInWithEnglishForWhatTheFileLacks) {
+    const Language language(std::make_unique<FakeIni>(FakeIni::Values{
+        {"Language/DL_N_201_1", "eins"}, {"Language/DL_N_201_2", ""}, {"Language/DL_N_201_0", "x"}}));
+    EXPECT_EQ(language.GetText(1, "one"), "eins");
+    for (const int number : {0, 2, 3}) EXPECT_EQ(language.GetText(number, "English"), "English") << number;
+}
+
+TEST(ResourceChoiceTest, IsSentWhateverTheAnswerAndRestartsOnlyAtAGoodTime) {
+    struct Row {
+        std::string skin, language;
+        bool wants, isBusy, restarts;
+    };
+    for (const Row& row : {Row{"S", "L", true, false, false}, Row{"S", "M", true, false, true},
+                           Row{"T", "L", false, false, false}, Row{"T", "M", true, true, false}}) {
+        const ResourceChoice current{"S", "L"};
+        const ResourceChoice chosen{row.skin, row.language};
+        ResourceChoice sent = current;
+        EXPECT_EQ(ApplyResourceChoice(current, chosen,
+                                      {.askForRestart = [&] { return row.wants; },
+                                       .send = [&](const ResourceChoice& choice) { sent = choice; },
+                                       .isBusy = [&] { return row.isBusy; }}),
+                  row.restarts);
+        EXPECT_EQ(sent, chosen);
     }
 }
 

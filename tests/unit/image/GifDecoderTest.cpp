@@ -29,6 +29,24 @@ TEST(GifDecoderTest, PutsTheFirstFrameOnATransparentCanvas) {
     EXPECT_EQ(Decode(std::string(test::kGif) + "2c 00000000 0300 0300 00 02 00 3b"), expected);  // a second frame
 }
 
+TEST(GifDecoderTest, TakesPaletteAndTransparencyOfTheFrame) {
+    const std::string canvas = "474946383961 0100 0100", image = "2c 0000 0000 0100 0100", pixel = "02 02 4401 00";
+    EXPECT_EQ(Decode(canvas + "00 00 00" + image + "80 00ff00 0000ff" + pixel), Pixels{kGreen});
+    EXPECT_EQ(Decode(canvas + kPalette + image + "80 00ff00 0000ff" + pixel), Pixels{kGreen});
+    EXPECT_EQ(Decode(canvas + "00 00 00" + image + "00" + pixel), Pixels{}) << "no palette";
+    const std::string transparent = "21f9 04 01 0000 00 00";
+    const std::pair<std::string, std::uint32_t> extensions[] = {
+        {transparent, 0},
+        {transparent + "21fe 01 41 00", 0},             // a comment
+        {transparent + "2101 01 41 00", kRed},          // a text, which it was meant for
+        {transparent + "21f9 04 00 0000 00 00", kRed},  // taken back
+        {"21f9 04 01 0000 01 00", kRed},                // another colour
+        {"21f9 03 01 0000 00", kRed}};                  // too short
+    for (const auto& [extension, expected] : extensions) {
+        EXPECT_EQ(Decode(canvas + kPalette + extension + image + "00" + pixel), Pixels{expected}) << extension;
+    }
+}
+
 TEST(GifDecoderTest, PutsInterlacedRowsInOrder) {
     // 1 x 5; stored are the rows 0, 4, 2, 1, 3 with the colours 0, 1, 2, 3, 0.
     EXPECT_EQ(Decode("474946383761 0100 0500" + kPalette + "2c 0000 0000 0100 0500 40 02 03 443450 00"),
@@ -47,7 +65,7 @@ TEST(GifDecoderTest, RefusesCodesThatTheStreamCannotHave) {
         {"0300", "02", "02 cc01 00"},                             // clear, 1, 7 where 6 is the next
         {"0300", "02", "02 b400 00"},                             // clear, then 6: no string yet
         {"0400", "02", "02 8c0b 00"},                             // the stream ends before the image is full
-        {"0300", "03", "02 7800 00"},                             // colour 7 of four
+        {"0100", "03", "02 4800 00"},                             // colour 4 of four
         {"0100", "01", "02 4401 00"},                             // too few and too many bits a symbol
         {"0100", "09", "02 0002 00"}, {"0100", "02", "02 4401"},  // the blocks do not end
     };

@@ -12,11 +12,8 @@ using test::LittleEndian;
 using test::PixelsOf;
 using Pixels = std::vector<std::uint32_t>;
 
-std::string TextOf(const std::vector<std::byte>& bytes) {
-    return {reinterpret_cast<const char*>(bytes.data()), bytes.size()};
-}
 std::string Hex(std::string_view digits) {
-    return TextOf(test::FromHex(digits));
+    return test::TextFromHex(digits);
 }
 
 // The head of a BMP entry: 40 bytes; its height counts colours and mask.
@@ -45,14 +42,14 @@ TEST(IcoDecoderTest, DecodesEveryDepthWithItsMask) {
     // 2 x 2: red, green / blue, masked out. The lower row comes first; rows end at four bytes.
     const Pixels expected = {0xFFFF0000, 0xFF00FF00, 0xFF0000FF, 0};
     const std::string mask = "40000000 00000000";
-    const std::string palette = "0000ff00 00ff0000 ff000000 ffffff00";
+    const std::string palette = "ff000000 ffffff00 00ff0000 0000ff00";
     struct Row {
         std::uint32_t bits, colourCount;
         std::string hex;
     };
     const Row rows[] = {
-        {4, 4, palette + "23000000 01000000" + mask},
-        {8, 4, palette + "02030000 00010000" + mask},
+        {4, 4, palette + "01000000 32000000" + mask},
+        {8, 4, palette + "00010000 03020000" + mask},
         {24, 0, "ff0000 ffffff 0000 0000ff 00ff00 0000" + mask},
         {32, 0, "ff000000 ffffff00 0000ff00 00ff0000" + mask},  // no alpha anywhere
         {32, 0, "ff0000ff ffffff00 0000ffff 00ff00ff" + mask},
@@ -71,7 +68,7 @@ TEST(IcoDecoderTest, TakesTheLargestThenTheDeepestImage) {
     const std::string small = BmpHead(1, 1, 32) + Hex("010101ff 00000000");
     const std::string shallow = BmpHead(2, 1, 24) + Hex("020202 020202 0000 00000000");
     const std::string deep = BmpHead(2, 1, 32) + Hex("030303ff 030303ff 00000000");
-    const std::string png = TextOf(test::FromHex(test::kPalettePng));  // 3 x 2, 2 bits a pixel
+    const std::string png = Hex(test::kPalettePng);  // 3 x 2, 2 bits a pixel
     EXPECT_EQ(PixelsOf(Ico({deep, shallow, small})), (Pixels{0xFF030303, 0xFF030303}));
     EXPECT_EQ(PixelsOf(Ico({shallow, deep})), (Pixels{0xFF030303, 0xFF030303}));
     EXPECT_EQ(PixelsOf(Ico({deep, png})), (Pixels{0xFFFF0000, 0x80008000, 0, 0, 0, 0xFF0000FF}));

@@ -21,7 +21,7 @@ TEST(RecordCipherTest, StartsAfreshWithEveryRecordOfAnySize) {
         EXPECT_EQ(Cipher(plain, size), test::EncipherByHand(plain, size)) << size;
     }
     const std::string longRecords = Cipher(std::string(3008, '\0'), 1504);
-    EXPECT_EQ(longRecords.substr(1488, 16), test::FromHex("db0b749d3e1e0b6b46c113eaa30240ad"));
+    EXPECT_EQ(longRecords.substr(1488, 16), test::TextFromHex("db0b749d3e1e0b6b46c113eaa30240ad"));
     EXPECT_EQ(longRecords.substr(1504), longRecords.substr(0, 1504));
     EXPECT_EQ(Cipher("abc", 5000), test::EncipherByHand("abc", 5000));
     EXPECT_EQ(Cipher("", 264), "");

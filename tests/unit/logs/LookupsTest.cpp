@@ -34,6 +34,7 @@ TEST(LookupsTest, TakesTheLatestHostNameOfAnAddress) {
     EXPECT_EQ(FindHostName(folder.Path(), kDay, 0x04030201), std::string(255, 'n'));  // unterminated
     EXPECT_EQ(FindHostName(folder.Path(), kDay, kOther), "");
     EXPECT_EQ(FindHostName(folder.Path(), {.year = 2026, .month = 3, .day = 10}, kAddress), "");
+    EXPECT_EQ(LogFilePath("D", LogKind::Packet, kDay), R"(D\Log\20260309_packet.log)");
     EXPECT_EQ(LogFilePath("D", LogKind::Traffic, {.year = 7, .month = 12, .day = 1}), R"(D\Log\00071201.log)");
 }
 

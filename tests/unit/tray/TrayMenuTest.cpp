@@ -45,6 +45,21 @@ TEST(TrayMenuTest, HasItsItemsInOrderWithTheModeChecked) {
     EXPECT_TRUE(BuildTrayMenu(Language(nullptr), ProtectionMode::AllowAll)[4].isChecked);
 }
 
+TEST(TrayMenuTest, CommandsOfTheModeSayHowLongItHolds) {
+    std::string changes;
+    for (int command = 0; command < 1000; ++command) {
+        const auto change = ModeChangeOf(command);
+        if (!change) continue;
+        changes += std::to_string(command) + (change->mode == ProtectionMode::BlockAll   ? "b"
+                                              : change->mode == ProtectionMode::AllowAll ? "a"
+                                                                                         : "n");
+        changes += std::to_string(change->minutes) + " ";
+    }
+    EXPECT_EQ(
+        changes,
+        "431n0 433a0 435b0 850a5 851a10 852a15 853a30 854a60 855a120 856b5 857b10 858b15 859b30 860b60 861b120 ");
+}
+
 TEST(TrayIconStateTest, TrafficComesBeforeTheMode) {
     const struct {
         std::uint64_t in, out;

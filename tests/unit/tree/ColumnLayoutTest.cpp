@@ -52,5 +52,25 @@ TEST(ColumnLayoutTest, DividersMoveWithTheMouse) {
     EXPECT_EQ(WidthsOf(last), (std::vector{100, 200}));
 }
 
+TEST(ColumnLayoutTest, WidensAndRemembersAndFindsWhatIsBelowTheMouse) {
+    ColumnLayout layout = ThreeColumns();
+    layout.Widen(2, 90);
+    layout.Widen(0, 20);  // is wider already
+    layout.Fit(400);
+    EXPECT_EQ(WidthsOf(layout), (std::vector{100, 210, 90}));
+    layout.Restore(std::vector{10, 1});
+    EXPECT_EQ(WidthsOf(layout), (std::vector{30, 280, 90}));
+    layout.Restore(std::vector{100, 1, 100, 7});
+    EXPECT_EQ(WidthsOf(layout), (std::vector{100, 200, 100}));
+    const std::pair<int, int> columns[] = {{-1, -1}, {0, 0},   {99, 0},  {100, 1},
+                                           {299, 1}, {300, 2}, {399, 2}, {400, -1}};
+    for (const auto& [x, column] : columns) EXPECT_EQ(layout.ColumnAt(x), column) << x;
+    const std::pair<int, int> dividers[] = {{0, -1}, {96, -1}, {97, 0}, {103, 0}, {104, -1}, {300, 1}, {403, 2}};
+    for (const auto& [x, column] : dividers) EXPECT_EQ(layout.DividerAt(x, 3), column) << x;
+    layout.Set({{5, 20, false}, {0, 0, false}});
+    EXPECT_EQ(WidthsOf(layout), (std::vector{20, 0}));
+    EXPECT_EQ(layout.DividerAt(20, 3), 1) << "the one that can be opened again";
+}
+
 }  // namespace
 }  // namespace brennvar

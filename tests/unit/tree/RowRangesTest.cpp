@@ -8,17 +8,6 @@
 namespace brennvar {
 namespace {
 
-TEST(RowRangesTest, JoinsNeighboursAndPartsWhatIsCut) {
-    using Ranges = std::vector<RowRanges::Range>;
-    RowRanges rows;
-    rows.Add(0, 999'999);
-    EXPECT_EQ(rows.Ranges(), (Ranges{{0, 999'999}}));
-    rows.Remove(10, 10);
-    rows.Remove(999'999, 2'000'000);
-    EXPECT_EQ(rows.Ranges(), (Ranges{{0, 9}, {11, 999'998}}));
-    EXPECT_EQ(rows.Count(), 999'998);
-}
-
 TEST(RowRangesTest, HoldsWhatASetOfRowsHolds) {
     std::mt19937 random(7);
     const auto number = [&](int below) { return static_cast<int>(random() % static_cast<unsigned>(below)); };

@@ -37,6 +37,26 @@ TEST(RowSelectionTest, ClicksWithControlAndShift) {
     EXPECT_EQ(selection.Rows().Ranges(), (Ranges{{0, 0}}));
 }
 
+TEST(RowSelectionTest, KeysMoveTheFocusAndSpaceSelects) {
+    RowSelection selection = Multiple();
+    EXPECT_TRUE(selection.MoveTo(2, kShift));  // without an anchor: from here
+    EXPECT_FALSE(selection.MoveTo(4, kControl));
+    EXPECT_EQ(selection.Rows().Ranges(), (Ranges{{2, 2}}));
+    EXPECT_EQ(selection.Focused(), 4);
+    EXPECT_TRUE(selection.ToggleFocused());
+    EXPECT_TRUE(selection.MoveTo(5, kShift));
+    EXPECT_EQ(selection.Rows().Ranges(), (Ranges{{4, 5}})) << "from the row that Space has selected";
+    EXPECT_TRUE(selection.MoveTo(6, kBoth));
+    EXPECT_EQ(selection.Rows().Ranges(), (Ranges{{4, 6}}));
+    // A list of which one row is selected at a time.
+    RowSelection single;
+    EXPECT_TRUE(single.Click(3, kShift));
+    EXPECT_TRUE(single.MoveTo(5, kBoth));
+    EXPECT_FALSE(single.ToggleFocused());
+    EXPECT_FALSE(single.SelectAll(9));
+    EXPECT_EQ(single.Rows().Ranges(), (Ranges{{5, 5}}));
+}
+
 TEST(RowSelectionTest, AllAreSelectedAndCut) {
     RowSelection selection = Multiple();
     selection.MoveTo(6, kPlain);

@@ -6,7 +6,6 @@
 #include <stdexcept>
 
 #include "support/ControlWindow.h"
-#include "support/ObjectCounts_win.h"
 #include "tree/TreeMessages_win.h"
 #include "tree/VisibleRows.h"
 #include "ui/ChildControls_win.h"
@@ -306,26 +305,6 @@ TEST_F(CTreeTest, ShowsTheWholeOfACutTextUntilTheMouseMovesOn) {
     SetCount(10);
     tree.SelectRow(3);
     tree.ScrollTo(5);
-}
-
-TEST_F(CTreeTest, LeavesNothingBehind) {
-    for (const char* file : {"scrollbar_up.png", "scrollbar_slider2.png", "check_button_list.png"}) {
-        skin.Write(file, test::StripFile({1, 2, 3, 4, 5, 6}, 16, 16));
-    }
-    rows.hasChecks = true;
-    rows.count = 100;
-    rows.longText = std::string(100, 'x');
-    const auto makeOnce = [&] {
-        CTree one;
-        const TreeColumn columns[] = {{.title = "One", .width = 500}, {.title = "Two", .width = 100}};
-        ASSERT_TRUE(one.Create({.parent = window.Window(), .id = 1}, look, columns, rows));
-        one.Place({0, 0, 300, 200});
-        ::UpdateWindow(one.Window());
-        ::SendMessageA(one.Window(), WM_MOUSEMOVE, 0, MAKELPARAM(100, 50));
-        ::SendMessageA(one.Window(), WM_TIMER, 2, 0);
-        ::DestroyWindow(one.Window());
-    };
-    test::ExpectNothingLeftBy(makeOnce);
 }
 
 }  // namespace

@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include "support/ObjectCounts_win.h"
 #include "ui/ChildControls_win.h"
 #include "ui/WorkArea_win.h"
 
@@ -62,17 +61,6 @@ TEST(CBalloonTest, ClosesOnAClickAndInTimeAndOpensItsLink) {
     EXPECT_TRUE(balloon.IsShown());
     ::SendMessageA(balloon.Window(), WM_TIMER, 1, 0);
     EXPECT_FALSE(balloon.IsShown());
-}
-
-TEST(CBalloonTest, LeavesNothingBehind) {
-    const CFonts fonts;
-    test::ExpectNothingLeftBy([&] {
-        CBalloon balloon(fonts);
-        for (const LONG left : {0, 300}) {
-            EXPECT_TRUE(balloon.Show({"Title", "Text", "More"}, {left, 300, left + 20, 320}));
-            ::UpdateWindow(balloon.Window());
-        }
-    });
 }
 
 }  // namespace brennvar

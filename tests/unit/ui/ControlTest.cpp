@@ -6,61 +6,12 @@
 // windows.h must stand before commctrl.h.
 #include <commctrl.h>
 
-#include "controls/Button_win.h"
 #include "controls/CheckBox_win.h"
-#include "controls/ComboBox_win.h"
-#include "controls/Edit_win.h"
-#include "controls/GradientStatic_win.h"
-#include "controls/GroupBox_win.h"
 #include "controls/Label_win.h"
 #include "controls/ProgressBar_win.h"
-#include "controls/RadioButton_win.h"
-#include "support/ObjectCounts_win.h"
 
 namespace brennvar {
 namespace {
-
-// Without the address box: Wine's own class loses an object with each of its windows, skinned or not.
-TEST(CControlTest, LeavesNothingBehind) {
-    const test::TestSkin skin;
-    const std::string strip = test::StripFile({1, 2, 3, 4, 5, 6}, 12, 12);
-    for (const char* file : {"button.png", "check_button.png", "radio_button.png"}) skin.Write(file, strip);
-    test::ControlWindow window;
-    const HWND parent = window.Window();
-    const auto makeAllOnce = [&] {
-        const Look look = skin.MakeLook();
-        CButton button;
-        CCheckBox check;
-        CRadioButton radio;
-        CEdit edit;
-        CComboBox combo;
-        CGroupBox group;
-        CProgressBar bar;
-        CGradientStatic heading;
-        CLabel label;
-        button.Create(parent, kButton, "Text", 1, look);
-        check.Create(parent, "Text", 2, look);
-        radio.Create(parent, "Text", RadioPlace::FirstOfGroup, 3, look);
-        edit.Create(parent, "Text", 0, 4, look);
-        combo.Create(parent, 5, look);
-        group.Create(parent, "Text", 7, look);
-        bar.Create(parent, 8, look);
-        heading.Create(parent, "Text", 9, look);
-        label.Create(parent, "Text", LabelKind::Plain, SS_LEFT, 10, look);
-        const CControl* controls[] = {&button, &check, &radio, &edit, &combo, &group, &bar, &heading, &label};
-        LONG top = 0;
-        for (const CControl* control : controls) {
-            control->Place({0, top, 100, top + 24});
-            ::UpdateWindow(control->Window());
-            top += 24;
-        }
-        for (const CControl* control : controls) {
-            ::DestroyWindow(control->Window());
-            EXPECT_EQ(control->Window(), nullptr);
-        }
-    };
-    test::ExpectNothingLeftBy(makeAllOnce);
-}
 
 // The bytes of a text mean what the look's character set says, not what the system's code page says.
 TEST(CControlTest, DrawsTextsInTheCharacterSetOfTheLanguage) {

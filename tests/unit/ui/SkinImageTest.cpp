@@ -2,80 +2,48 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
-#include <span>
-#include <string>
-#include <utility>
-#include <vector>
-
-#include "support/TempFolder.h"
-#include "ui/Paint_win.h"
-#include "unit/image/ImageSamples.h"
+#include "support/ControlWindow.h"
 
 namespace brennvar {
 namespace {
 
-constexpr std::uint32_t kRed = 0xFFFF0000, kGreen = 0xFF00FF00, kBlue = 0xFF0000FF;
-using Pixels = std::vector<std::uint32_t>;
-
-// A grey picture in memory to draw on.
-class Canvas {
+// What was drawn on a window at its left top corner.
+class DrawnOn {
 public:
-    Canvas(int width, int height) : m_width(width), m_dc(::CreateCompatibleDC(nullptr)) {
-        BITMAPINFO info{};
-        info.bmiHeader = {sizeof(info.bmiHeader), width, -height, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
-        void* pixels = nullptr;
-        m_bitmap = UniqueBitmap(::CreateDIBSection(nullptr, &info, DIB_RGB_COLORS, &pixels, nullptr, 0));
-        m_pixels = {static_cast<std::uint32_t*>(pixels), static_cast<std::size_t>(width * height)};
-        std::fill(m_pixels.begin(), m_pixels.end(), kGround);
-        m_old = ::SelectObject(m_dc.Get(), m_bitmap.Get());
+    explicit DrawnOn(const std::function<void(HDC)>& draw) {
+        const test::ControlWindow window;
+        ::UpdateWindow(window.Window());
+        const HDC dc = ::GetDC(window.Window());
+        draw(dc);
+        for (int y = 0; y < 3; ++y) {
+            for (int x = 0; x < kWidth; ++x) m_rows[y][x] = ::GetPixel(dc, x, y);
+        }
+        ::ReleaseDC(window.Window(), dc);
     }
-    Canvas(const Canvas&) = delete;
-    Canvas& operator=(const Canvas&) = delete;
-    ~Canvas() { ::SelectObject(m_dc.Get(), m_old); }
-
-    [[nodiscard]] HDC Dc() const { return m_dc.Get(); }
-    // Colours without alpha, which drawing leaves undefined on a screen.
-    [[nodiscard]] Pixels Colours() const {
-        ::GdiFlush();
-        Pixels colours;
-        for (const std::uint32_t pixel : m_pixels) colours.push_back(pixel & 0xFFFFFF);
-        return colours;
-    }
-    [[nodiscard]] Pixels Row(int y) const {
-        const Pixels all = Colours();
-        return {all.begin() + std::ptrdiff_t{y} * m_width, all.begin() + std::ptrdiff_t{y + 1} * m_width};
-    }
-    static constexpr std::uint32_t kGround = 0x404040;
+    [[nodiscard]] std::vector<COLORREF> Row(int y, int width) const { return {m_rows[y], m_rows[y] + width}; }
 
 private:
-    int m_width;
-    UniqueMemoryDc m_dc;
-    UniqueBitmap m_bitmap;
-    std::span<std::uint32_t> m_pixels;
-    HGDIOBJ m_old = nullptr;
+    static constexpr int kWidth = 9;
+    COLORREF m_rows[3][kWidth] = {};
 };
 
-constexpr std::uint32_t kGround = Canvas::kGround;
-constexpr std::uint32_t kR = kRed & 0xFFFFFF, kG = kGreen & 0xFFFFFF, kB = kBlue & 0xFFFFFF;
+constexpr COLORREF kGround = test::ControlWindow::kGround;
 
 TEST(SkinImageTest, LoadsAndDrawsOverWhatIsThere) {
     const test::TempFolder folder;
-    const auto file = test::FromHex(test::kPalettePng);
-    const CSkinImage image =
-        CSkinImage::Load(folder.Write("a.png", {reinterpret_cast<const char*>(file.data()), file.size()}));
+    const CSkinImage image = CSkinImage::Load(folder.Write("a.png", test::TextFromHex(test::kPalettePng)));
     ASSERT_TRUE(image);
     EXPECT_EQ(image.Width(), 3);
     EXPECT_EQ(image.Height(), 2);
-    const Canvas canvas(5, 3);
-    image.Draw(canvas.Dc(), 1, 1);
-    const Pixels colours = canvas.Colours();
-    EXPECT_EQ(canvas.Row(0), Pixels(5, kGround));
-    EXPECT_EQ(colours[6], kR);
-    EXPECT_EQ(colours[7] & 0xFF, 0x20U);             // half green over grey
-    EXPECT_NEAR(colours[7] >> 8 & 0xFF, 0xA0U, 1U);  // the rounding of the system's own blending
-    EXPECT_EQ(colours[8], kGround);
-    EXPECT_EQ(colours[13], kB);
+    const DrawnOn drawn([&](HDC dc) { image.Draw(dc, 1, 1); });
+    EXPECT_EQ(drawn.Row(0, 5), std::vector<COLORREF>(5, kGround));
+    const std::vector<COLORREF> first = drawn.Row(1, 5);
+    EXPECT_EQ(first[1], RGB(255, 0, 0));
+    // Half green over the ground, with the rounding of the system's own blending.
+    EXPECT_NEAR(GetRValue(first[2]), 127, 1);
+    EXPECT_NEAR(GetGValue(first[2]), 128, 1);
+    EXPECT_EQ(first[3], kGround);
+    EXPECT_EQ(drawn.Row(2, 5)[3], RGB(0, 0, 255));
 }
 
 TEST(SkinImageTest, IsEmptyWithoutAProperFile) {
@@ -92,18 +60,20 @@ TEST(SkinImageTest, IsEmptyWithoutAProperFile) {
 
 TEST(SkinImageTest, StretchesAFrameWithoutItsNeighbours) {
     // Three frames of one column, and one column that is left over.
-    const CSkinImage strip = CSkinImage::FromBitmap({4, 1, {kRed, kGreen, kBlue, kRed}});
+    const CSkinImage strip = CSkinImage::FromBitmap({4, 1, {0xFFFF0000, 0xFF00FF00, 0xFF0000FF, 0xFFFF0000}});
     for (const int mode : {COLORONCOLOR, HALFTONE}) {
-        const Canvas canvas(9, 2);
-        ::SetStretchBltMode(canvas.Dc(), mode);
-        strip.DrawFrame(canvas.Dc(), {1, 0, 8, 2}, 1, 3);
-        const Pixels expected = {kGround, kG, kG, kG, kG, kG, kG, kG, kGround};
-        EXPECT_EQ(canvas.Row(0), expected);
-        EXPECT_EQ(canvas.Row(1), expected);
-        EXPECT_EQ(::GetStretchBltMode(canvas.Dc()), mode);  // as it was
-        strip.DrawFrame(canvas.Dc(), {1, 0, 8, 2}, 3, 3);   // there is no such frame
-        strip.DrawFrame(canvas.Dc(), {8, 0, 1, 2}, 0, 3);   // nor such a place
-        EXPECT_EQ(canvas.Row(0), expected);
+        const DrawnOn drawn([&](HDC dc) {
+            ::SetStretchBltMode(dc, mode);
+            strip.DrawFrame(dc, {1, 0, 8, 2}, 1, 3);
+            EXPECT_EQ(::GetStretchBltMode(dc), mode);  // as it was
+            strip.DrawFrame(dc, {1, 0, 8, 2}, 3, 3);   // there is no such frame
+            strip.DrawFrame(dc, {8, 0, 1, 2}, 0, 3);   // nor such a place
+        });
+        std::vector<COLORREF> expected(9, RGB(0, 255, 0));
+        expected.front() = expected.back() = kGround;
+        EXPECT_EQ(drawn.Row(0, 9), expected);
+        EXPECT_EQ(drawn.Row(1, 9), expected);
+        EXPECT_EQ(drawn.Row(2, 9), std::vector<COLORREF>(9, kGround));
     }
 }
 

@@ -14,7 +14,8 @@ TEST(CWorkerThreadTest, RunsOneJobAtATimeUntilItIsStopped) {
     {
         CWorkerThread worker([&ends] { ++ends; });
         std::atomic<bool> wasStopped = false;
-        ASSERT_TRUE(worker.Start([&](const StopSignal& stop) { wasStopped = !stop.WaitFor(kLong); }));
+        ASSERT_TRUE(
+            worker.Start([&](const StopSignal& stop) { wasStopped = !stop.WaitFor(kLong) && stop.Requested(); }));
         EXPECT_TRUE(worker.Running());
         EXPECT_FALSE(worker.Start([](const StopSignal&) { FAIL() << "a second job ran"; }));
         worker.Stop();

@@ -51,7 +51,7 @@ TEST(ConnectionRowsTest, StatesAndProtocolsDecideArrowAndText) {
                   expected);
     }
     EXPECT_EQ(ConnectionStateDetailsText(2), "SYN-RCVD");  // spelled differently in the details
-    EXPECT_EQ(ConnectionStateDetailsText(0xFFFFFFFF), "");
+    for (const std::uint32_t none : {15U, 0xFFFFFFFFU}) EXPECT_EQ(ConnectionStateDetailsText(none), "");
 }
 
 }  // namespace
