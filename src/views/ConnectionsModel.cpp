@@ -15,8 +15,8 @@ std::vector<ListColumn> ConnectionsModel::Columns() const {
     for (std::uint32_t state = 0; !ConnectionStateText(state).empty(); ++state) {
         states.emplace_back(ConnectionStateText(state));
     }
-    return {{.title = m_language.GetText(1020, "Process"), .width = 128},
-            {.title = m_language.GetText(1021, "Address"), .width = 240},
+    return {{.title = m_language.GetText(1020, "Process"), .width = 96},
+            {.title = m_language.GetText(1021, "Address"), .width = 200},
             {.title = m_language.GetText(1022, "State"), .width = 80, .longest = std::move(states)},
             {.title = m_language.GetText(1023, "PID"), .width = 48, .isNumber = true},
             {.title = m_language.GetText(1024, "Bytes in"), .width = 80, .isNumber = true},
