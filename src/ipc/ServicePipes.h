@@ -18,7 +18,8 @@ inline constexpr std::size_t kProcessPathSize = 260;
 class ServicePipes {
 public:
     // Both are borrowed and must outlive the object.
-    ServicePipes(PipeConnector& connector, Clock& clock) : m_connector(connector), m_clock(clock) {}
+    ServicePipes(PipeConnector& connector, Clock& clock, const PipePolicy& policy = kTransactPolicy)
+        : m_connector(connector), m_clock(clock), m_policy(policy) {}
 
     // One message out, one message in. True when an answer of at least answer.size() bytes came; otherwise answer
     // is all zeros.
@@ -36,6 +37,7 @@ public:
 private:
     PipeConnector& m_connector;
     Clock& m_clock;
+    const PipePolicy m_policy;
     bool m_lastCallMetService = true;
 };
 

@@ -5,7 +5,6 @@
 #include <memory>
 
 #include "config/Language.h"
-#include "config/ResourceChoice.h"
 #include "support/FakeIni.h"
 
 namespace brennvar {
@@ -31,25 +30,6 @@ TEST(LanguageTest, StandsInWithEnglishForWhatTheFileLacks) {
         {"Language/DL_N_201_1", "eins"}, {"Language/DL_N_201_2", ""}, {"Language/DL_N_201_0", "x"}}));
     EXPECT_EQ(language.GetText(1, "one"), "eins");
     for (const int number : {0, 2, 3}) EXPECT_EQ(language.GetText(number, "English"), "English") << number;
-}
-
-TEST(ResourceChoiceTest, IsSentWhateverTheAnswerAndRestartsOnlyAtAGoodTime) {
-    struct Row {
-        std::string skin, language;
-        bool wants, isBusy, restarts;
-    };
-    for (const Row& row : {Row{"S", "L", true, false, false}, Row{"S", "M", true, false, true},
-                           Row{"T", "L", false, false, false}, Row{"T", "M", true, true, false}}) {
-        const ResourceChoice current{"S", "L"};
-        const ResourceChoice chosen{row.skin, row.language};
-        ResourceChoice sent = current;
-        EXPECT_EQ(ApplyResourceChoice(current, chosen,
-                                      {.askForRestart = [&] { return row.wants; },
-                                       .send = [&](const ResourceChoice& choice) { sent = choice; },
-                                       .isBusy = [&] { return row.isBusy; }}),
-                  row.restarts);
-        EXPECT_EQ(sent, chosen);
-    }
 }
 
 }  // namespace
