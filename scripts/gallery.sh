@@ -17,7 +17,7 @@ for option in "$@"; do
     esac
 done
 [ -z "$setup" ] || scripts/setup.sh
-[ -z "$build" ] || build_and_install
+[ -z "$build" ] || build_and_install "${show_targets[@]}" gallery
 
 skins=(Default Graphite) languages=(English German Slovak Russian)
 standin=build/windows/standin/brennvar.exe

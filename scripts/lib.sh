@@ -9,12 +9,15 @@ export WINEDLLOVERRIDES="mscoree,mshtml="       # no pop-ups that offer optional
 say()  { printf '== %s\n' "$*"; }
 fail() { printf '%s: %s\n' "$(basename "$0")" "$*" >&2; exit 1; }
 
+# build_and_install [TARGETS...]: the program into dist/, and what else is wanted for showing it.
 build_and_install() {
     say "building"
     cmake --preset windows >/dev/null
-    cmake --build --preset windows >/dev/null
+    cmake --build --preset windows --target BrennvarGUI "$@" >/dev/null
     cmake --install build/windows >/dev/null
 }
+# What works the program and shows its pictures: the stand-ins, and the driver of its windows.
+show_targets=(brennvar demo_driver)
 
 # start_wine FOLDER: makes a prefix of our own in FOLDER and starts its background processes. They are started
 # with their output closed: a test runner that shares its output with them would wait for them for ever.

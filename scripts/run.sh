@@ -19,7 +19,7 @@ for option in "$@"; do
     esac
 done
 [ -z "$setup" ] || scripts/setup.sh
-build_and_install
+build_and_install "${show_targets[@]}" ${gallery:+gallery}
 [ -z "$gallery" ] || exec scripts/gallery.sh --built
 
 cleanup() { stop_wine; stop_display; }

@@ -7,7 +7,7 @@ cd "$(dirname "$0")/.."
 . scripts/lib.sh
 
 packages=(
-    ca-certificates git make cmake ninja-build g++ procps
+    ca-certificates git make cmake ninja-build ccache g++ procps
     g++-mingw-w64-x86-64-posix                      # the Windows compiler
     libpng-dev libjpeg62-turbo-dev zlib1g-dev       # the picture libraries of the host flavour
     libz-mingw-w64-dev nasm dpkg-dev                # for those of the Windows flavour: zlib, and building the others

@@ -17,8 +17,8 @@ constexpr int kSearch = 915, kAllow = 1270, kDeny = 1271, kAsk = 1272, kRemove =
 constexpr int kNameColumn = 0, kPathColumn = 1, kActionColumn = 2;
 
 // Command 22 for C:\Tools\a.exe, without its value, which is zero for "deny".
-constexpr char kChangeA[] = "COMMAND 5596 0:16 132:433A5C546F6F6C735C612E657865";
-constexpr char kChangeB[] = "COMMAND 5596 0:16 132:433A5C546F6F6C735C622E657865";
+const std::string kChangeA = "COMMAND 5596 0:16 132:433A5C546F6F6C735C612E657865";
+const std::string kChangeB = "COMMAND 5596 0:16 132:433A5C546F6F6C735C622E657865";
 
 std::string RuleRecord(const std::string& path, char action) {
     std::string record = path;
@@ -28,19 +28,15 @@ std::string RuleRecord(const std::string& path, char action) {
 
 class ApplicationsTest : public ProductFixture {
 protected:
-    using Rows = std::vector<std::vector<std::string>>;
-
-    void OpenPage() {
+    void OpenPage(int rowCount) {
         Ask(m_window, WM_COMMAND, kApplicationsPage);
-        m_list = FindVisibleChild(m_window, kTreeClass);
-        ASSERT_NE(m_list, nullptr);
-        ASSERT_TRUE(WaitForRecords("COMMAND", 3)) << "what is sent at the start";
+        Require((m_list = List()) != nullptr);
+        Require(WaitUntil([&] { return ListRowCount(m_list) == rowCount; }));
     }
-    void StartWithRules(const std::vector<std::string>& rules) {
-        ASSERT_NO_FATAL_FAILURE(Start(rules));
-        ASSERT_TRUE(m_service->WaitForJournal("EVENT scenario-done"));
-        ASSERT_NO_FATAL_FAILURE(OpenPage());
-        ASSERT_TRUE(WaitUntil([&] { return ListRowCount(m_list) == static_cast<int>(rules.size()); }));
+    void StartWithRules(const Lines& rules) {
+        Start(rules);
+        Require(m_service->WaitForJournal("EVENT scenario-done"));
+        OpenPage(static_cast<int>(rules.size()));
     }
     [[nodiscard]] LPARAM PlaceOf(int row, int column) const {
         const LRESULT corner =
@@ -53,61 +49,47 @@ protected:
     }
     [[nodiscard]] std::string Actions() const {
         std::string actions;
-        for (const auto& row : ListRows(m_list, 3, 100)) actions += row[kActionColumn] + " ";
+        for (const auto& row : ReadList(3)) actions += row[kActionColumn] + " ";
         return actions;
     }
     [[nodiscard]] bool WaitForActions(const std::string& wanted) const {
         return WaitUntil([&] { return Actions() == wanted; });
     }
-    void ExpectChanges(const std::vector<std::string>& expected) const {
-        EXPECT_TRUE(WaitForRecords("COMMAND", 3 + expected.size()));
-        EXPECT_EQ(Sent(), expected);
-    }
-    [[nodiscard]] bool IsEnabled(int button) const {
-        return ::IsWindowEnabled(FindVisibleControl(m_window, button)) != FALSE;
-    }
-    void Press(int button) const { ::PostMessageA(FindVisibleControl(m_window, button), BM_CLICK, 0, 0); }
 
     HWND m_list = nullptr;
 };
 
 TEST_F(ApplicationsTest, ClicksGoRoundAndArriveInOrder) {
-    ASSERT_NO_FATAL_FAILURE(StartWithRules({R"(rule deny C:\Tools\a.exe)", R"(rule allow C:\Tools\b.exe)"}));
+    StartWithRules({R"(rule deny C:\Tools\a.exe)", R"(rule allow C:\Tools\b.exe)"});
     ASSERT_EQ(Actions(), "Deny Allow ");
     // Faster than anybody can click.
     for (int click = 0; click < 3; ++click)
         ::PostMessageA(m_list, WM_LBUTTONDOWN, MK_LBUTTON, PlaceOf(0, kActionColumn));
-    std::vector<std::string> expected = {std::string(kChangeA) + " 644:02", std::string(kChangeA) + " 644:01",
-                                         kChangeA};
-    ExpectChanges(expected);
+    ExpectSent({kChangeA + " 644:02", kChangeA + " 644:01", kChangeA});
     EXPECT_EQ(Actions(), "Deny Allow ");
 
     // At once, and where it was; the service would list it last.
     Click(0, kActionColumn);
     EXPECT_EQ(Actions(), "Ask Allow ");
-    expected.push_back(std::string(kChangeA) + " 644:02");
-    ExpectChanges(expected);
+    ExpectSent({kChangeA + " 644:02"});
     // The same with the keyboard, on the row with the focus.
     Click(1, kPathColumn);
     Ask(m_list, WM_KEYDOWN, VK_SPACE);
     EXPECT_EQ(Actions(), "Ask Deny ");
-    expected.emplace_back(kChangeB);
-    ExpectChanges(expected);
+    ExpectSent({kChangeB});
     // In the file's order, but not while a change is under way.
     EXPECT_TRUE(WaitUntil([&] {
         Ask(m_list, WM_KEYDOWN, VK_F5);
-        return ListRows(m_list, 1, 9) == Rows{{"b.exe"}, {"a.exe"}};
+        return ReadList(1) == Rows{{"b.exe"}, {"a.exe"}};
     }));
     EXPECT_EQ(Actions(), "Deny Ask ");
 }
 
 TEST_F(ApplicationsTest, ButtonsChangeAllSelectedOnes) {
-    ASSERT_NO_FATAL_FAILURE(StartWithRules(
-        {R"(rule deny C:\Tools\a.exe)", R"(rule deny C:\Tools\b.exe)", R"(rule deny C:\Tools\c.exe)"}));
+    StartWithRules({R"(rule deny C:\Tools\a.exe)", R"(rule deny C:\Tools\b.exe)", R"(rule deny C:\Tools\c.exe)"});
     for (const int button : {kAllow, kDeny, kAsk, kRemove}) EXPECT_FALSE(IsEnabled(button)) << button;
     Click(0, kPathColumn);
     Click(1, kPathColumn, MK_CONTROL);
-    std::vector<std::string> expected;
     const struct {
         int button;
         const char* actions;
@@ -119,24 +101,20 @@ TEST_F(ApplicationsTest, ButtonsChangeAllSelectedOnes) {
         ASSERT_TRUE(WaitUntil([&] { return IsEnabled(row.button); }));
         Press(row.button);
         EXPECT_TRUE(WaitForActions(row.actions)) << row.actions;
-        expected.push_back(std::string(kChangeA) + row.value);
-        expected.push_back(std::string(kChangeB) + row.value);
-        ExpectChanges(expected);
+        ExpectSent({kChangeA + row.value, kChangeB + row.value});
     }
     // Several rules go only when the user says so.
     for (const int answer : {IDCANCEL, IDOK}) {
         ::PostMessageA(m_list, WM_KEYDOWN, VK_DELETE, 0);
-        ASSERT_TRUE(Answer(WaitForOther(), answer));
+        Answer(NextMessage(), answer);
     }
-    expected.push_back(std::string(kChangeA) + " 644:03");
-    expected.push_back(std::string(kChangeB) + " 644:03");
-    ExpectChanges(expected);
-    EXPECT_TRUE(WaitUntil([&] { return ListRows(m_list, 1, 9) == Rows{{"c.exe"}}; }));
+    ExpectSent({kChangeA + " 644:03", kChangeB + " 644:03"});
+    EXPECT_TRUE(WaitUntil([&] { return ReadList(1) == Rows{{"c.exe"}}; }));
     EXPECT_TRUE(WaitUntil([&] { return !IsEnabled(kRemove); }));
 }
 
 TEST_F(ApplicationsTest, ShowsWhatIsStoredWhenTheServiceIsGone) {
-    ASSERT_NO_FATAL_FAILURE(StartWithRules({R"(rule deny C:\Tools\a.exe)"}));
+    StartWithRules({R"(rule deny C:\Tools\a.exe)"});
     m_service->Stop();
     Click(0, kActionColumn);
     EXPECT_EQ(Actions(), "Ask ");
@@ -166,17 +144,14 @@ TEST_F(ApplicationsTest, TwentyThousandRulesAndOddOnesAreAtHand) {
     }
     std::filesystem::create_directories(m_data + "\\Rules");
     std::ofstream(m_data + R"(\Rules\rules.conf)", std::ios::binary) << EncipherByHand(records, 264);
-    ASSERT_NO_FATAL_FAILURE(Start({}));
-    ASSERT_NO_FATAL_FAILURE(OpenPage());
-    ASSERT_TRUE(WaitUntil([&] { return ListRowCount(m_list) == kRules; }));
-    const Rows first = ListRows(m_list, 3, 6);
+    Start({});
+    OpenPage(kRules);
+    const Rows first = ReadList(3, 6);
     for (std::size_t row = 0; row < std::size(odd); ++row) {
         EXPECT_EQ(first[row][kPathColumn], odd[row]);
         EXPECT_EQ(first[row][kActionColumn], "Deny");
     }
-    // A window that is activated only now would close what a click has opened.
-    ::SetForegroundWindow(m_window);
-    ASSERT_TRUE(WaitUntil([&] { return ::GetForegroundWindow() == m_window; }));
+    Activate();
     // Icons and details of what is not there, or must not be looked into.
     for (const auto& [row, words] : {std::pair{1, "does not exist"}, std::pair{3, "another machine"}}) {
         Click(row, kNameColumn);
@@ -193,10 +168,8 @@ TEST_F(ApplicationsTest, TwentyThousandRulesAndOddOnesAreAtHand) {
         slowest = std::max(slowest, AnswerTime(m_list, 5s));
     }
     EXPECT_LT(slowest, 500ms);
-    ::SendMessageA(FindVisibleControl(m_window, kSearch), WM_SETTEXT, 0, reinterpret_cast<LPARAM>("SEVEN"));
-    EXPECT_TRUE(WaitUntil([&] {
-        return ListRows(m_list, 3, 9) == Rows{{"seven.exe", R"(C:\Tools\seven.exe)", "Ask"}};
-    }));
+    SetText(Control(kSearch), "SEVEN");
+    EXPECT_TRUE(WaitUntil([&] { return ReadList(3) == Rows{{"seven.exe", R"(C:\Tools\seven.exe)", "Ask"}}; }));
 }
 
 }  // namespace

@@ -11,6 +11,7 @@ public:
         return m_clock.UtcNow() + static_cast<brennvar::FileTime>(m_offset.Get());
     }
     [[nodiscard]] brennvar::LocalDate Today() const override { return m_clock.Today(); }
+    [[nodiscard]] std::chrono::milliseconds Elapsed() const override { return m_clock.Elapsed(); }
     bool Sleep(std::chrono::milliseconds duration) override { return m_clock.Sleep(duration); }
 
 private:

@@ -29,19 +29,19 @@ DWORD ProcessOf(HWND window) {
     return id;
 }
 
-HWND FindProgramWindow(DWORD processId, const std::string& caption, HWND other, HWND another) {
+HWND FindProgramWindow(DWORD processId, const std::string& caption, HWND other) {
     return FindVisible(nullptr, [&](HWND window) {
         constexpr DWORD kMenuClass = 0x8000;
-        if (ProcessOf(window) != processId || window == other || window == another) return false;
+        if (ProcessOf(window) != processId || window == other) return false;
         char text[256] = {};
         ::GetWindowTextA(window, text, sizeof text);
         return caption.empty() ? ::GetClassLongA(window, GCW_ATOM) != kMenuClass : caption == text;
     });
 }
 
-HWND WaitForProgramWindow(DWORD processId, const std::string& caption, HWND other, HWND another) {
+HWND WaitForProgramWindow(DWORD processId, const std::string& caption, HWND other) {
     HWND window = nullptr;
-    (void)WaitUntil([&] { return (window = FindProgramWindow(processId, caption, other, another)) != nullptr; });
+    (void)WaitUntil([&] { return (window = FindProgramWindow(processId, caption, other)) != nullptr; });
     return window;
 }
 

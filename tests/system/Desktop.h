@@ -16,12 +16,10 @@ namespace brennvar::test {
 [[nodiscard]] DWORD ProcessOf(HWND window);
 
 // The visible top-level window of the process with this caption, or any but menus without one, other than the given
-// ones; null when there is none now.
-[[nodiscard]] HWND FindProgramWindow(DWORD processId, const std::string& caption, HWND other = nullptr,
-                                     HWND another = nullptr);
+// one; null when there is none now.
+[[nodiscard]] HWND FindProgramWindow(DWORD processId, const std::string& caption, HWND other = nullptr);
 // The same, waited for; null when it did not come.
-[[nodiscard]] HWND WaitForProgramWindow(DWORD processId, const std::string& caption, HWND other = nullptr,
-                                        HWND another = nullptr);
+[[nodiscard]] HWND WaitForProgramWindow(DWORD processId, const std::string& caption, HWND other = nullptr);
 
 // What the window answers; kNoAnswer, which none does, when it has not in good time.
 inline constexpr LRESULT kNoAnswer = -1000;

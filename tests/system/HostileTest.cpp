@@ -6,7 +6,6 @@
 
 #include "Product.h"
 #include "support/HexBytes.h"
-#include "tree/TreeMessages_win.h"
 #include "unit/image/ImageSamples.h"
 
 namespace brennvar::test {
@@ -14,7 +13,6 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr char kValues[] = R"(Software\Quorlan\Brennvar Firewall)";
 constexpr int kCloseButton = 943;
 
 // The driver asks when the test says so: with a command beside the three that the interface starts with.
@@ -25,13 +23,20 @@ class HostileTest : public ProductFixture {
 protected:
     void SetUp() override {
         ProductFixture::SetUp();
-        std::filesystem::copy(m_program, m_installation.Path());
-        m_program = m_installation.File("BrennvarGUI.exe");
+        Install();
         m_caption.clear();  // whatever the language says
     }
 
-    [[nodiscard]] bool OrderQuestion() const {
-        return WaitUntil([this] { return m_service->Journal("COMMAND").size() == 3; }) && SendToService();
+    // The dialog with this button, whatever its texts say. Other windows come and go, such as the tip of a list
+    // below the mouse.
+    [[nodiscard]] HWND NextDialog(int button, Place place = Place::current()) const {
+        HWND dialog = nullptr;
+        const auto fits = [&](HWND window) {
+            return window != m_window && ProcessOf(window) == m_interface->Id() &&
+                   ::GetDlgItem(window, button) != nullptr;
+        };
+        Require(WaitUntil([&] { return (dialog = FindVisible(nullptr, fits)) != nullptr; }), place);
+        return dialog;
     }
     // The window lies on the screen, and its buttons of these numbers lie in it.
     static void ExpectInSight(HWND window, std::initializer_list<int> buttons) {
@@ -57,29 +62,23 @@ protected:
             Command(page);
             EXPECT_LT(AnswerTime(m_window, 5s), 1s) << page;
         }
-        const HWND question = WaitForOther();
-        ASSERT_NE(question, nullptr);
-        ExpectInSight(question, {334, 337, 573});
-        ASSERT_TRUE(Answer(question, kNo));
-        Command(kAboutCommand);
-        const HWND about = WaitForOther();
-        ASSERT_NE(about, nullptr);
-        ExpectInSight(about, {IDOK});
-        ASSERT_TRUE(Answer(about, IDOK));
+        for (const auto& buttons : {std::initializer_list<int>{kNo, kYes, kRemember}, {IDOK}}) {
+            const HWND dialog = NextDialog(*buttons.begin());
+            ExpectInSight(dialog, buttons);
+            Answer(dialog, *buttons.begin());
+            if (*buttons.begin() == kNo) Command(kAboutCommand);
+        }
         Leave();
     }
     void Leave() {
         Command(kExitCommand);
-        const HWND exit = WaitForOther();
-        ASSERT_NE(exit, nullptr);
+        const HWND exit = NextDialog(IDOK);
         ExpectInSight(exit, {IDOK, IDCANCEL});
-        ASSERT_TRUE(PressWhenEnabled(exit, IDOK));
-        EXPECT_EQ(m_interface->WaitForEnd(), 0);
+        Require(PressWhenEnabled(exit, IDOK));
+        ExpectEnd();
     }
 
     void ExpectQuestionTakesAClick() const;
-
-    const TempFolder m_installation;
 };
 
 using namespace std::string_literals;
@@ -104,16 +103,15 @@ TEST_F(HostileTest, IsUsedWithEveryPictureSpoilt) {
     for (const auto& skin : skins) {
         SCOPED_TRACE(skin.name);
         for (const std::string& picture : pictures) {
-            m_installation.Write(std::string("Skins/") + skin.name + "/" + picture, skin.content);
+            m_installation->Write(std::string("Skins/") + skin.name + "/" + picture, skin.content);
         }
-        m_installation.Write(std::string("Skins/") + skin.name + "/default.ini",
-                             "[Color]\r\nCOLOR_TEXT_R=99999999999999999999\r\nCOLOR_TEXT_G\r\nCOLOR_PAGE_R=-1\r\n"
-                             "[Image]\r\nBUTTON=..\\..\\x.png\r\nMAIN_TOP=\r\nBUTTON_CLOSE=NUL\r\n");
-        std::filesystem::remove(m_data + "\\journal.txt");
+        m_installation->Write(std::string("Skins/") + skin.name + "/default.ini",
+                              "[Color]\r\nCOLOR_TEXT_R=99999999999999999999\r\nCOLOR_TEXT_G\r\nCOLOR_PAGE_R=-1\r\n"
+                              "[Image]\r\nBUTTON=..\\..\\x.png\r\nMAIN_TOP=\r\nBUTTON_CLOSE=NUL\r\n");
         std::ofstream(m_data + "\\settings.ini") << "[Skin]\r\nDirectory=" << skin.name << "\r\n";
-        ASSERT_NO_FATAL_FAILURE(Start({kAsks}));
-        ASSERT_NO_FATAL_FAILURE(UseAllOfIt());
-        m_service.reset();
+        Start({kAsks});
+        UseAllOfIt();
+        Stop();
     }
 }
 
@@ -130,10 +128,10 @@ TEST_F(HostileTest, IsUsedWithALanguageOfEndlessTexts) {
         language.replace(language.find(key), key.size(), key + std::string(10'000, 'W'));
     }
     ASSERT_GT(language.size(), 1'000'000U);
-    m_installation.Write("Languages/Endless/default.ini", language);
+    m_installation->Write("Languages/Endless/default.ini", language);
     std::ofstream(m_data + "\\settings.ini") << "[Language]\r\nDirectory=Endless\r\n[Skin]\r\nDirectory=..\\x\r\n";
-    ASSERT_NO_FATAL_FAILURE(Start({kAsks}));
-    ASSERT_NO_FATAL_FAILURE(UseAllOfIt());
+    Start({kAsks});
+    UseAllOfIt();
 }
 
 TEST_F(HostileTest, OpensInSightWhateverPlaceIsRemembered) {
@@ -144,31 +142,31 @@ TEST_F(HostileTest, OpensInSightWhateverPlaceIsRemembered) {
     for (const auto& row : rows) {
         const char* const names[] = {"WindowLeft", "WindowTop", "WindowRight", "WindowBottom", "WindowMaximised"};
         for (std::size_t i = 0; i < 5; ++i) {
-            ::RegSetKeyValueA(HKEY_CURRENT_USER, kValues, names[i], REG_DWORD, &row[i], sizeof row[i]);
+            ::RegSetKeyValueA(HKEY_CURRENT_USER, kUserKey, names[i], REG_DWORD, &row[i], sizeof row[i]);
         }
         for (int column = 0; column < 7; ++column) {
             const DWORD width = column % 2 == 0 ? 0xFFFFFFFF : 0;
-            ::RegSetKeyValueA(HKEY_CURRENT_USER, kValues, ("ConnectionsColumn" + std::to_string(column)).c_str(),
+            ::RegSetKeyValueA(HKEY_CURRENT_USER, kUserKey, ("ConnectionsColumn" + std::to_string(column)).c_str(),
                               REG_DWORD, &width, sizeof width);
         }
-        ASSERT_NO_FATAL_FAILURE(StartInterface());
+        StartInterface();
         ExpectInSight(m_window, {kCloseButton});
         // Out of the screen by the user, it comes back as well.
         ::SetWindowPos(m_window, nullptr, -3000, 3000, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
         Leave();
-        ASSERT_NO_FATAL_FAILURE(StartInterface());
+        StartInterface();
         ExpectInSight(m_window, {kCloseButton});
         Leave();
     }
 }
 
-// Presses a mouse button on a place of the screen, as a user does.
-void ClickAt(POINT point, bool isRight) {
+// Clicks on a place of the screen, as a user does.
+void ClickAt(POINT point) {
     ::SetCursorPos(point.x, point.y);
     INPUT inputs[2]{};
     for (INPUT& input : inputs) input.type = INPUT_MOUSE;
-    inputs[0].mi.dwFlags = isRight ? MOUSEEVENTF_RIGHTDOWN : MOUSEEVENTF_LEFTDOWN;
-    inputs[1].mi.dwFlags = isRight ? MOUSEEVENTF_RIGHTUP : MOUSEEVENTF_LEFTUP;
+    inputs[0].mi.dwFlags = MOUSEEVENTF_LEFTDOWN;
+    inputs[1].mi.dwFlags = MOUSEEVENTF_LEFTUP;
     ::SendInput(2, inputs, sizeof(INPUT));
 }
 POINT MiddleOf(HWND window) {
@@ -179,14 +177,13 @@ POINT MiddleOf(HWND window) {
 
 // A question comes now, and the mouse answers it.
 void HostileTest::ExpectQuestionTakesAClick() const {
-    ASSERT_TRUE(OrderQuestion());
-    const HWND question = WaitForOther();
-    ASSERT_NE(question, nullptr);
+    SendToService();
+    const HWND question = NextDialog(kNo);
     ASSERT_TRUE(WaitUntil([&] { return ::IsWindowEnabled(::GetDlgItem(question, kNo)) != FALSE; }));
     // The window may still be on its way to the top when its buttons work already: as a user does, click again.
     bool isGone = false;
     for (int click = 0; click < 10 && !isGone; ++click) {
-        ClickAt(MiddleOf(::GetDlgItem(question, kNo)), false);
+        ClickAt(MiddleOf(::GetDlgItem(question, kNo)));
         isGone = WaitUntil([&] { return !::IsWindow(question); }, 1s);
     }
     EXPECT_TRUE(isGone) << "no click has reached the button";
@@ -201,44 +198,42 @@ DWORD ModeOf(HWND window) {
 
 TEST_F(HostileTest, QuestionEndsAMenuOrAMoveAndIsAnsweredWithTheMouse) {
     for (const DWORD mode : {GUI_INMENUMODE, GUI_INMOVESIZE}) {
-        std::filesystem::remove(m_data + "\\journal.txt");
-        ASSERT_NO_FATAL_FAILURE(Start({kOnOrder, kAsks}));
-        ::SetForegroundWindow(m_window);
+        Start({kOnOrder, kAsks});
+        Activate();
         if (mode == GUI_INMENUMODE) {
             Ask(m_window, WM_COMMAND, kConnectionsPage);
-            ClickAt(MiddleOf(FindVisibleChild(m_window, kTreeClass)), true);
+            // Posted: where the system sees the pointer of a window that has just come is settled with the display
+            // at leisure, and a click meanwhile goes astray.
+            const HWND list = List();
+            ::PostMessageA(list, WM_RBUTTONDOWN, MK_RBUTTON, MAKELPARAM(200, 200));
+            ::PostMessageA(list, WM_RBUTTONUP, 0, MAKELPARAM(200, 200));
         } else {
             ::PostMessageA(m_window, WM_SYSCOMMAND, SC_MOVE, 0);
         }
         ASSERT_TRUE(WaitUntil([&] { return (ModeOf(m_window) & mode) != 0; }));
-        ASSERT_NO_FATAL_FAILURE(ExpectQuestionTakesAClick());
+        ExpectQuestionTakesAClick();
         EXPECT_EQ(ModeOf(m_window) & mode, 0U);
         Leave();
-        m_service.reset();
+        Stop();
     }
 }
 
 TEST_F(HostileTest, ExitQuestionAndConnectionQuestionEndInEitherOrder) {
     for (const bool exitFirst : {true, false}) {
-        std::filesystem::remove(m_data + "\\journal.txt");
         Start({kOnOrder, kAsks});
         Command(kExitCommand);
-        const HWND exit = WaitForOther();
-        ASSERT_NE(exit, nullptr);
-        ASSERT_TRUE(OrderQuestion());
-        const HWND question = WaitForOther(exit);
-        ASSERT_NE(question, nullptr);
+        const HWND exit = NextDialog(IDOK);
+        SendToService();
+        const HWND question = NextDialog(kNo);
         if (exitFirst) {
             ::PostMessageA(::GetDlgItem(exit, IDOK), WM_KEYDOWN, VK_ESCAPE, 0);
             EXPECT_TRUE(WaitUntil([&] { return !::IsWindowVisible(exit); }, 3s));
         }
-        ASSERT_TRUE(Answer(question, kNo));
-        if (!exitFirst) {
-            ASSERT_TRUE(PressWhenEnabled(exit, IDCANCEL));
-        }
+        Answer(question, kNo);
+        if (!exitFirst) Require(PressWhenEnabled(exit, IDCANCEL));
         ASSERT_TRUE(WaitUntil([&] { return !::IsWindow(exit) && ::IsWindowEnabled(m_window); }));
         Leave();
-        m_service.reset();
+        Stop();
     }
 }
 

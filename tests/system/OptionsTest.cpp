@@ -8,9 +8,8 @@ namespace {
 
 enum Section { kGeneral, kLogging = 2, kMiscellaneous, kFileSharing = 5, kFiltering };
 
-constexpr int kApply = 1101, kNote = 1102, kDiscard = 1120, kMessage = 905;
+constexpr int kNote = 1102;
 constexpr int kSiteControl = 1110, kCookies = 1114, kFilterPort = 1079;
-constexpr char kUserKey[] = R"(Software\Quorlan\Brennvar Firewall)";
 constexpr char kEdited[] = "Changes are not applied yet.";
 constexpr char kLost[] = "The change was not stored.";
 
@@ -20,7 +19,7 @@ std::string Value(int id, const std::string& value) {
     std::snprintf(idHex, sizeof idHex, "%02X", id);
     return "COMMAND 5596 0:08" + (value.empty() ? "" : " 5468:" + value) + " 5592:" + idHex;
 }
-std::string Text(int id, const std::string& hex) {
+std::string TextOption(int id, const std::string& hex) {
     char idHex[8];
     std::snprintf(idHex, sizeof idHex, "%02X", id);
     return "COMMAND 5596 0:09" + (hex.empty() ? "" : " 5472:" + hex) + " 5592:" + idHex;
@@ -32,23 +31,15 @@ std::string Event(const std::string& subjectHex) {
 
 class OptionsTest : public ProductFixture {
 protected:
-    void StartAt(int section, const std::vector<std::string>& scenario = {}, const std::string& options = "") {
-        ASSERT_NO_FATAL_FAILURE(StartService(scenario, options));
-        ASSERT_NO_FATAL_FAILURE(StartInterface());
-        ASSERT_TRUE(WaitForRecords("COMMAND", 3));
+    void StartAt(int section, const Lines& scenario = {}, const std::string& options = "") {
+        Start(scenario, options);
         OpenOptions(section);
-        ASSERT_TRUE(WaitUntil([&] { return ::IsWindowEnabled(Control(kApply)) != FALSE; }));
+        Require(WaitUntil([&] { return IsEnabled(kApply); }));
     }
-    [[nodiscard]] HWND Control(int id) const { return FindVisibleControl(m_window, id); }
-    [[nodiscard]] std::string Field(int id) const { return WindowText(Control(id)); }
-    void Type(int id, const std::string& text) const {
-        Ask(Control(id), WM_SETTEXT, 0, reinterpret_cast<LPARAM>(text.c_str()));
-    }
+    void Type(int id, const std::string& text) const { SetText(Control(id), text); }
     [[nodiscard]] bool IsChecked(int id) const { return Ask(Control(id), BM_GETCHECK) == BST_CHECKED; }
     void Click(int id) const { Ask(Control(id), BM_CLICK); }
-    [[nodiscard]] bool WaitForNote(const std::string& note) const {
-        return WaitUntil([&] { return Field(kNote) == note; });
-    }
+    [[nodiscard]] bool WaitForNote(const std::string& note) const { return WaitForText(kNote, note); }
     [[nodiscard]] static std::optional<DWORD> UserValue(const char* name) {
         DWORD value = 0, size = sizeof value;
         const LSTATUS got = ::RegGetValueA(HKEY_CURRENT_USER, kUserKey, name, RRF_RT_DWORD, nullptr, &value, &size);
@@ -57,41 +48,38 @@ protected:
 };
 
 TEST_F(OptionsTest, SendsASectionAndShowsWhatIsStored) {
-    ASSERT_NO_FATAL_FAILURE(StartAt(kMiscellaneous));
-    EXPECT_EQ(Field(1067), "");
+    StartAt(kMiscellaneous);
+    EXPECT_EQ(Text(1067), "");
     Type(1066, std::string(119, 'x') + "yz");
     Ask(Control(1070), CB_SETCURSEL, 1);
     Click(kApply);
     EXPECT_TRUE(WaitForNote("Stored."));
-    EXPECT_TRUE(WaitForRecords("COMMAND", 3 + 8));
     std::string longest;
     for (int i = 0; i < 119; ++i) longest += "78";
-    EXPECT_EQ(Sent(), (std::vector<std::string>{Value(64, "01"), Value(65, "01"), Text(66, longest), Value(67, ""),
-                                                Text(68, ""), Text(69, ""), Value(70, "01"),
-                                                Event("4D697363656C6C616E656F7573")}));
-    EXPECT_EQ(Field(1066), std::string(119, 'x'));
-    EXPECT_EQ(Field(1067), "");
-    EXPECT_EQ(Field(1070), "SOCKS5");
+    ExpectSent({Value(64, "01"), Value(65, "01"), TextOption(66, longest), Value(67, ""), TextOption(68, ""),
+                TextOption(69, ""), Value(70, "01"), Event("4D697363656C6C616E656F7573")});
+    EXPECT_EQ(Text(1066), std::string(119, 'x'));
+    EXPECT_EQ(Text(1067), "");
+    EXPECT_EQ(Text(1070), "SOCKS5");
 }
 
 TEST_F(OptionsTest, FollowsTheFileButForTheFieldThatTheUserEdits) {
-    ASSERT_NO_FATAL_FAILURE(
-        StartAt(kLogging, {"option 33 40", "option 27 5", "wait-for-records COMMAND 4", "option 33 50",
-                           "option 31 7777", "option-text 35 mail@example.org"}));
-    EXPECT_EQ(Field(1033), "40");
+    StartAt(kLogging, {"option 33 40", "option 27 5", "wait-for-records COMMAND 4", "option 33 50",
+                       "option 31 7777", "option-text 35 mail@example.org"});
+    EXPECT_EQ(Text(1033), "40");
     EXPECT_TRUE(IsChecked(1027));
     Type(1033, "41");
-    EXPECT_EQ(Field(kNote), kEdited);
-    ASSERT_TRUE(SendToService());
-    EXPECT_TRUE(WaitUntil([&] { return Field(1035) == "mail@example.org"; }));
-    EXPECT_EQ(Field(1031), "7777");
-    EXPECT_EQ(Field(1033), "41");
-    EXPECT_EQ(Field(kNote), kEdited);
+    EXPECT_EQ(Text(kNote), kEdited);
+    SendToService();
+    EXPECT_TRUE(WaitUntil([&] { return Text(1035) == "mail@example.org"; }));
+    EXPECT_EQ(Text(1031), "7777");
+    EXPECT_EQ(Text(1033), "41");
+    EXPECT_EQ(Text(kNote), kEdited);
 }
 
 TEST_F(OptionsTest, ShowsWhatIsStoredWhenTheServiceGoesInBetween) {
     // The three commands of the start, and the first option.
-    ASSERT_NO_FATAL_FAILURE(StartAt(kGeneral, {}, "--die-after-command 4"));
+    StartAt(kGeneral, {}, "--die-after-command 4");
     for (const int id : {1005, 1006, 1007}) Click(id);
     Click(kApply);
     ASSERT_TRUE(WaitForNote(kLost));
@@ -101,19 +89,16 @@ TEST_F(OptionsTest, ShowsWhatIsStoredWhenTheServiceGoesInBetween) {
     EXPECT_TRUE(IsChecked(1007));
     // The window has not waited, and the next change starts from what is stored.
     Click(1006);
-    EXPECT_EQ(Field(kNote), kEdited);
-    EXPECT_TRUE(::IsWindowEnabled(Control(kApply)));
+    EXPECT_EQ(Text(kNote), kEdited);
+    EXPECT_TRUE(IsEnabled(kApply));
 }
 
 TEST_F(OptionsTest, BrowserFilteringWritesThePortOnlyWhenThereIsOne) {
-    ASSERT_NO_FATAL_FAILURE(StartAt(kFiltering));
-    EXPECT_EQ(Field(kFilterPort), "8215");
+    StartAt(kFiltering);
+    EXPECT_EQ(Text(kFilterPort), "8215");
     const auto apply = [&] {
-        ::PostMessageA(Control(kApply), BM_CLICK, 0, 0);
-        const HWND message = WaitForOther();
-        EXPECT_EQ(WindowText(::GetDlgItem(message, kMessage)),
-                  "Please restart your Internet browser to apply changes.");
-        EXPECT_TRUE(Answer(message, IDOK));
+        Press(kApply);
+        AnswerMessage("Please restart your Internet browser to apply changes.");
         EXPECT_TRUE(WaitForNote("Stored."));
     };
     Click(kSiteControl);
@@ -125,7 +110,7 @@ TEST_F(OptionsTest, BrowserFilteringWritesThePortOnlyWhenThereIsOne) {
          {"EnableAdBlocking", "EnableActiveXBlocking", "EnableReferBlocking", "EnableCookiesBlocking"}) {
         EXPECT_EQ(UserValue(name), 0U) << name;
     }
-    EXPECT_EQ(Field(kFilterPort), "8215");
+    EXPECT_EQ(Text(kFilterPort), "8215");
     EXPECT_TRUE(m_service->Journal("QUEUE").empty());
 
     Click(kCookies);
@@ -133,21 +118,21 @@ TEST_F(OptionsTest, BrowserFilteringWritesThePortOnlyWhenThereIsOne) {
     apply();
     EXPECT_EQ(UserValue("FilteringProxyPort"), 8080U);
     EXPECT_EQ(UserValue("EnableCookiesBlocking"), 1U);
-    EXPECT_EQ(m_service->Journal("QUEUE"), std::vector<std::string>{"QUEUE 6168 0:02 6160:901F"});
+    EXPECT_EQ(m_service->Journal("QUEUE"), Lines{"QUEUE 6168 0:02 6160:901F"});
     EXPECT_TRUE(Sent().empty());
-    EXPECT_EQ(Field(kFilterPort), "8080");
+    EXPECT_EQ(Text(kFilterPort), "8080");
     EXPECT_TRUE(IsChecked(kSiteControl));
 }
 
 TEST_F(OptionsTest, LeavingWithChangesAsksWhatToDoWithThem) {
-    ASSERT_NO_FATAL_FAILURE(StartAt(kFileSharing));
+    StartAt(kFileSharing);
     const auto leave = [&](int command, int answer) {
         Click(1002);
-        EXPECT_EQ(Field(kNote), kEdited);
+        EXPECT_EQ(Text(kNote), kEdited);
         Command(command);
-        const HWND question = WaitForOther();
+        const HWND question = NextMessage();
         EXPECT_TRUE(WindowText(::GetDlgItem(question, kMessage)).starts_with("This section has changes"));
-        EXPECT_TRUE(Answer(question, answer));
+        Answer(question, answer);
     };
     leave(kConnectionsPage, IDCANCEL);
     EXPECT_NE(Control(1002), nullptr);
@@ -166,11 +151,9 @@ TEST_F(OptionsTest, LeavingWithChangesAsksWhatToDoWithThem) {
 
     leave(kConnectionsPage, IDOK);
     ASSERT_TRUE(WaitUntil([&] { return Control(1002) == nullptr; }));
-    ASSERT_TRUE(WaitForRecords("COMMAND", 3 + 4));
-    EXPECT_EQ(Sent(), (std::vector<std::string>{Value(2, "01"), Value(3, ""), "COMMAND 5596 0:07",
-                                                Event("46696C652073686172696E67")}));
+    ExpectSent({Value(2, "01"), Value(3, ""), "COMMAND 5596 0:07", Event("46696C652073686172696E67")});
     OpenOptions(kFileSharing);
-    EXPECT_TRUE(WaitUntil([&] { return IsChecked(1002) && Field(kNote) != kEdited; }));
+    EXPECT_TRUE(WaitUntil([&] { return IsChecked(1002) && Text(kNote) != kEdited; }));
 }
 
 }  // namespace

@@ -1,102 +1,107 @@
 // What the tests of the finished program share: names and numbers that automation relies on, and the program with
-// the service stand-in.
+// the service stand-in. What a test cannot go on without is required: it ends the test and tells the place.
 #pragma once
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <optional>
 
 #include "Desktop.h"
 #include "StandInProcess.h"
-#include "ipc/CommandRecord.h"
 
 namespace brennvar::test {
 
 inline constexpr char kCaption[] = "Brennvar Personal Firewall";
 inline constexpr char kQuestionCaption[] = "Confirm network connection";
+inline constexpr char kUserKey[] = R"(Software\Quorlan\Brennvar Firewall)";
 inline constexpr int kExitCommand = 376, kAboutCommand = 427;
 inline constexpr int kOptionsPage = 437, kApplicationsPage = 439, kConnectionsPage = 462;
 inline constexpr int kPages[] = {461, kConnectionsPage, 429, kOptionsPage, kApplicationsPage, 463};
-inline constexpr int kOptionSections = 1100;
+inline constexpr int kOptionSections = 1100, kApply = 1101, kDiscard = 1120;
 inline constexpr int kYes = 334, kNo = 337, kRemember = 573;
+inline constexpr int kMessage = 905;
+
+using Lines = std::vector<std::string>;
+using Rows = std::vector<std::vector<std::string>>;
 
 class ProductFixture : public ::testing::Test {
 protected:
-    void SetUp() override {
-        m_data = EmptyDataFolder();
-        ::RegDeleteTreeA(HKEY_CURRENT_USER, R"(Software\Quorlan)");
-        SetWelcomed(1);
-    }
+    void SetUp() override;
 
     // Whether the user has been welcomed already: the balloon is a window of the program that comes at any time.
-    static void SetWelcomed(DWORD isWelcomed) {
-        ::RegSetKeyValueA(HKEY_CURRENT_USER, R"(Software\Quorlan\Brennvar Firewall)", "FirstRunBV", REG_DWORD,
-                          &isWelcomed, sizeof isWelcomed);
-    }
+    static void SetWelcomed(DWORD isWelcomed);
+    // The program in a folder of the test's own, for skins and languages beside it.
+    void Install();
 
-    void StartService(const std::vector<std::string>& scenario, const std::string& options = "") {
-        m_service.emplace(scenario, options, m_data);
-        ASSERT_TRUE(m_service->WaitForJournal("EVENT started")) << m_service->Output();
-    }
+    void StartService(const Lines& scenario, const std::string& options = "");
     // Starts the interface and waits for its window.
-    void StartInterface() {
-        // A second one would only call the first: the one that the last test ended must be gone for good.
-        ASSERT_TRUE(WaitUntil([] { return !UniqueMutex(::OpenMutexA(SYNCHRONIZE, FALSE, "Local\\BrennvarGUI")); }));
-        m_interface.emplace(Quoted(m_program));
-        m_window = WaitForProgramWindow(m_interface->Id(), m_caption);
-        ASSERT_NE(m_window, nullptr) << (m_interface->IsRunning() ? "it runs" : "it has ended");
-    }
-    void Start(const std::vector<std::string>& scenario) {
-        ASSERT_NO_FATAL_FAILURE(StartService(scenario));
-        ASSERT_NO_FATAL_FAILURE(StartInterface());
-    }
+    void StartInterface();
+    // Both, and waits for what the interface sends at its start.
+    void Start(const Lines& scenario, const std::string& options = "");
+    // Begins anew in the same folders.
+    void Stop();
 
     void Command(int command) const { ::PostMessageA(m_window, WM_COMMAND, static_cast<WPARAM>(command), 0); }
     // Opens a section of the Options page; its number counts from 0.
-    void OpenOptions(int section) const {
-        Ask(m_window, WM_COMMAND, kOptionsPage);
-        const HWND list = FindVisibleControl(m_window, kOptionSections);
-        Ask(list, LB_SETCURSEL, static_cast<WPARAM>(section));
-        Ask(::GetParent(list), WM_COMMAND, MAKEWPARAM(kOptionSections, LBN_SELCHANGE),
-            reinterpret_cast<LPARAM>(list));
+    void OpenOptions(int section) const;
+
+    // A control of the page that is shown.
+    [[nodiscard]] HWND Control(int id) const { return FindVisibleControl(m_window, id); }
+    [[nodiscard]] std::string Text(int id) const { return WindowText(Control(id)); }
+    [[nodiscard]] bool WaitForText(int id, const std::string& text) const {
+        return WaitUntil([&] { return Text(id) == text; });
     }
+    [[nodiscard]] bool IsEnabled(int id) const { return ::IsWindowEnabled(Control(id)) != FALSE; }
+    void Press(int id) const { ::PostMessageA(Control(id), BM_CLICK, 0, 0); }
+    static void SetText(HWND field, const std::string& text) {
+        Ask(field, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(text.c_str()));
+    }
+    // The list of the page that is shown.
+    [[nodiscard]] HWND List() const;
+    [[nodiscard]] Rows ReadList(int columns, int maxRows = 1000) const;
+    // Opens the page and waits for a list with these rows, each cut to as many columns as the first one has. One
+    // that is filled while its cells are read one by one answers with some of the old and some of the new.
+    void ExpectList(int page, const Rows& expected, Place place = Place::current()) const;
+
     // What the service got after the three commands of the start.
-    [[nodiscard]] std::vector<std::string> Sent() const {
-        std::vector<std::string> lines = m_service->Journal("COMMAND");
-        lines.erase(lines.begin(), lines.begin() + std::min<std::ptrdiff_t>(3, std::ssize(lines)));
-        return lines;
-    }
+    [[nodiscard]] virtual Lines Sent() const;
+    // These and no others have been sent since the last time.
+    void ExpectSent(const Lines& lines, Place place = Place::current());
     // A command (17) beside those of the program, for a scenario that waits for it.
-    [[nodiscard]] static bool SendToService() {
-        CommandRecord record{};
-        record.code = CommandCode::ResetFingerprints;
-        return WaitUntil([&] {
-            const UniqueFile pipe(
-                ::CreateFileA(kCommandPipeName, GENERIC_WRITE, 0, nullptr, OPEN_EXISTING, 0, nullptr));
-            DWORD written = 0;
-            return pipe && ::WriteFile(pipe.Get(), &record, sizeof record, &written, nullptr);
-        });
-    }
+    static void SendToService(Place place = Place::current());
     // Waits until that many records have come in on the channel.
     [[nodiscard]] bool WaitForRecords(const std::string& channel, std::size_t count) const {
         return WaitUntil([&] { return m_service->Journal(channel).size() >= count; });
     }
-    // A window with the main window's caption beside it.
-    [[nodiscard]] HWND WaitForOther(HWND another = nullptr) const {
-        return WaitForProgramWindow(m_interface->Id(), m_caption, m_window, another);
+
+    // Another window of the program's, waited for.
+    [[nodiscard]] HWND NextWindow(const std::string& caption, Place place = Place::current()) const;
+    // One with the main window's caption.
+    [[nodiscard]] HWND NextMessage(Place place = Place::current()) const { return NextWindow(m_caption, place); }
+    [[nodiscard]] HWND NextQuestion(Place place = Place::current()) const {
+        return NextWindow(kQuestionCaption, place);
     }
-    [[nodiscard]] HWND WaitForQuestion() const { return WaitForProgramWindow(m_interface->Id(), kQuestionCaption); }
-    [[nodiscard]] static bool Answer(HWND dialog, int button) {
-        return PressWhenEnabled(dialog, button) && WaitUntil([&] { return !::IsWindow(dialog); });
-    }
+    // Presses the button when it is enabled, and waits until the dialog has gone.
+    static void Answer(HWND dialog, int button, Place place = Place::current());
+    // The same with the message that comes now and says this.
+    void AnswerMessage(const std::string& expected, int button = IDOK, Place place = Place::current()) const;
+    // It ends of its own accord, with 0.
+    void ExpectEnd(Place place = Place::current()) const;
+    // Exits, as the user confirms.
+    void Leave(Place place = Place::current()) const;
+    // The window is there and not held up.
+    void ExpectAnswers(Place place = Place::current()) const;
+    // A window that is activated only now would close what a click has opened.
+    void Activate() const;
 
     std::string m_program = BuiltProgram(R"(src\app\BrennvarGUI.exe)");
     std::string m_caption = kCaption;
     std::string m_data;
+    std::optional<TempFolder> m_installation;
     std::optional<StandInProcess> m_service;
     std::optional<RunningProgram> m_interface;
     HWND m_window = nullptr;
+    Lines m_sent;  // what has been expected
 };
 
 }  // namespace brennvar::test

@@ -8,7 +8,6 @@
 #include <utility>
 
 #include "Product.h"
-#include "tree/TreeMessages_win.h"
 
 namespace brennvar::test {
 namespace {
@@ -21,66 +20,38 @@ constexpr int kMessageText = 340, kServiceStatus = 920;
 constexpr char kAurora[] = R"(C:\Program Files\Aurora\aurora.exe)";
 constexpr char kAuroraHex[] = "433A5C50726F6772616D2046696C65735C4175726F72615C6175726F72612E657865";
 
-void WriteWholeFile(const std::string& path, const std::string& content) {
-    std::filesystem::create_directories(std::filesystem::path(path).parent_path());
-    std::ofstream(path, std::ios::binary) << content;
-}
-
 class ProductTest : public ProductFixture {
 protected:
-    // Sends the exit command and answers its confirmation with the button of that number.
-    [[nodiscard]] bool AskToExit(int button) const {
-        Command(kExitCommand);
-        return Answer(WaitForOther(), button);
+    [[nodiscard]] std::size_t WaitForRowCount(int page, std::size_t count) const {
+        Ask(m_window, WM_COMMAND, static_cast<WPARAM>(page));
+        (void)WaitUntil([&] { return ReadList(3).size() == count; });
+        return ReadList(3).size();
     }
-    // Waits for a question and presses that button of it.
-    [[nodiscard]] bool AnswerQuestion(int button) const { return Answer(WaitForQuestion(), button); }
-
-    using Rows = std::vector<std::vector<std::string>>;
-    // Opens the page and reads its list until the rows are as wanted; the last ones read.
-    [[nodiscard]] Rows WaitForRows(int command, int columns, const std::function<bool(const Rows&)>& wanted) const {
-        Ask(m_window, WM_COMMAND, static_cast<WPARAM>(command));
-        Rows rows;
-        (void)WaitUntil([&] {
-            const HWND list = FindVisibleChild(m_window, kTreeClass);
-            if (list != nullptr) rows = ListRows(list, columns, 1000);
-            return wanted(rows);
-        });
-        return rows;
-    }
-    [[nodiscard]] Rows WaitForRows(int command, int columns, std::size_t count) const {
-        return WaitForRows(command, columns, [=](const Rows& rows) { return rows.size() == count; });
-    }
-    // A list that is filled while its cells are read one by one answers with some of the old and some of the new.
-    [[nodiscard]] Rows WaitForRows(int command, const Rows& expected) const {
-        return WaitForRows(command, static_cast<int>(expected.front().size()),
-                           [&](const Rows& rows) { return rows == expected; });
+    void WriteWholeFile(const std::string& name, const std::string& content) const {
+        const std::filesystem::path path = m_data + "\\" + name;
+        std::filesystem::create_directories(path.parent_path());
+        std::ofstream(path, std::ios::binary) << content;
     }
 };
 
 TEST_F(ProductTest, TellsTheServiceWhenItStartsAndWhenItEnds) {
-    ASSERT_NO_FATAL_FAILURE(Start({}));
-    ASSERT_TRUE(WaitForRecords("COMMAND", 3));
-    std::vector<std::string> expected = {"COMMAND 5596 0:18 644:01", "COMMAND 5596 0:0C", "COMMAND 5596 0:0A"};
-    EXPECT_EQ(m_service->Journal("COMMAND"), expected);
-
+    Start({});
+    EXPECT_EQ(m_service->Journal("COMMAND"),
+              (Lines{"COMMAND 5596 0:18 644:01", "COMMAND 5596 0:0C", "COMMAND 5596 0:0A"}));
     // Cancelled, nothing happens; confirmed, the service is told and the process ends with 0.
-    ASSERT_TRUE(AskToExit(IDCANCEL));
-    EXPECT_LT(AnswerTime(m_window, 5s), 5s);
-    EXPECT_EQ(m_service->Journal("COMMAND"), expected);
-    ASSERT_TRUE(AskToExit(IDOK));
-    EXPECT_EQ(m_interface->WaitForEnd(), 0);
-    expected.insert(expected.end(), {"COMMAND 5596 0:0D", "COMMAND 5596 0:0B"});
-    ASSERT_TRUE(WaitForRecords("COMMAND", expected.size()));
-    EXPECT_EQ(m_service->Journal("COMMAND"), expected);
+    Command(kExitCommand);
+    Answer(NextMessage(), IDCANCEL);
+    ExpectAnswers();
+    EXPECT_EQ(Sent(), Lines());
+    Leave();
+    ExpectSent({"COMMAND 5596 0:0D", "COMMAND 5596 0:0B"});
 }
 
 TEST_F(ProductTest, RememberedAnswerBecomesARuleThatAnswersTheNextQuestion) {
     const std::string question = std::string("question tcp 10.1.2.3:49152 93.184.216.34:443 4242 ") + kAurora;
-    ASSERT_NO_FATAL_FAILURE(Start({"dns 93.184.216.34 www.example.com", std::string("advice allow ") + kAurora,
-                                   question, "wait-for-answers 1", question, "wait-for-answers 2"}));
-    const HWND dialog = WaitForQuestion();
-    ASSERT_NE(dialog, nullptr);
+    Start({"dns 93.184.216.34 www.example.com", std::string("advice allow ") + kAurora, question,
+           "wait-for-answers 1", question, "wait-for-answers 2"});
+    const HWND dialog = NextQuestion();
     EXPECT_EQ(WindowText(::GetDlgItem(dialog, kMessageText)),
               "aurora.exe\n"
               "is trying to communicate to www.example.com.\n\n"
@@ -105,16 +76,15 @@ TEST_F(ProductTest, RememberedAnswerBecomesARuleThatAnswersTheNextQuestion) {
     EXPECT_EQ(answers[0], std::string("CONFIRM 276 0:03 4:03 8:01 12:") + kAuroraHex + " 272:9210");
     EXPECT_EQ(answers[1], std::string("CONFIRM 276 0:03 4:03 8:02 12:") + kAuroraHex + " 272:9210");
     EXPECT_EQ(FindProgramWindow(m_interface->Id(), kQuestionCaption), nullptr);
-    const Rows rule = {{"aurora.exe", kAurora, "Allow"}};
-    EXPECT_EQ(WaitForRows(kApplicationsPage, rule), rule);
+    ExpectList(kApplicationsPage, {{"aurora.exe", kAurora, "Allow"}});
 }
 
 TEST_F(ProductTest, NoWithoutRememberingIsAskedAgainAndNobodyIsAskedAboutNoProcess) {
     const std::string question = std::string("question udp 10.1.2.3:49152 10.9.9.9:53 4242 ") + kAurora;
-    ASSERT_NO_FATAL_FAILURE(Start({question, "wait-for-answers 1", question, "wait-for-answers 2",
-                                   "question tcp 10.1.2.3:1 10.9.9.9:2 none"}));
+    Start({question, "wait-for-answers 1", question, "wait-for-answers 2",
+           "question tcp 10.1.2.3:1 10.9.9.9:2 none"});
     for (const std::size_t round : {1U, 2U}) {
-        ASSERT_TRUE(AnswerQuestion(kNo)) << round;
+        Answer(NextQuestion(), kNo);
         ASSERT_TRUE(WaitForRecords("CONFIRM", round));
     }
     ASSERT_TRUE(WaitForRecords("CONFIRM", 3));
@@ -125,16 +95,14 @@ TEST_F(ProductTest, NoWithoutRememberingIsAskedAgainAndNobodyIsAskedAboutNoProce
 
 TEST_F(ProductTest, ListsTheDriversConnections) {
     // The process ids are higher than those of the programs that run here.
-    ASSERT_NO_FATAL_FAILURE(
-        Start({"process 900077 C:\\Windows\\Aurora.exe", "connection 12 10.1.2.3:49153 93.184.216.34:80 900078 0 0",
-               "connection ESTAB-OUT 10.1.2.3:49152 93.184.216.34:443 900077 1000 2000",
-               "listener udp 10.0.0.1:53 900077", "listener udp 10.0.0.2:53 900077"}));
+    Start({"process 900077 C:\\Windows\\Aurora.exe", "connection 12 10.1.2.3:49153 93.184.216.34:80 900078 0 0",
+           "connection ESTAB-OUT 10.1.2.3:49152 93.184.216.34:443 900077 1000 2000",
+           "listener udp 10.0.0.1:53 900077", "listener udp 10.0.0.2:53 900077"});
     // By the driver's state number, even where it is shown as unknown; listeners last, the higher address first.
-    const Rows expected = {{"aurora.exe", "10.1.2.3:49152 -> 93.184.216.34:443", "ESTAB-OUT"},
-                           {"no process associated", "10.1.2.3:49153 -> 93.184.216.34:80", "?"},
-                           {"aurora.exe", "10.0.0.2:53", "LISTEN-UDP"},
-                           {"aurora.exe", "10.0.0.1:53", "LISTEN-UDP"}};
-    EXPECT_EQ(WaitForRows(kConnectionsPage, expected), expected);
+    ExpectList(kConnectionsPage, {{"aurora.exe", "10.1.2.3:49152 -> 93.184.216.34:443", "ESTAB-OUT"},
+                                  {"no process associated", "10.1.2.3:49153 -> 93.184.216.34:80", "?"},
+                                  {"aurora.exe", "10.0.0.2:53", "LISTEN-UDP"},
+                                  {"aurora.exe", "10.0.0.1:53", "LISTEN-UDP"}});
 }
 
 TEST_F(ProductTest, DeadServiceNeverFreezesTheWindow) {
@@ -158,8 +126,7 @@ TEST_F(ProductTest, DeadServiceNeverFreezesTheWindow) {
     EXPECT_LE(slowAnswers, 2);
     EXPECT_LT(longest, 500ms);
 
-    ASSERT_TRUE(AskToExit(IDOK));
-    EXPECT_EQ(m_interface->WaitForEnd(), 0) << "a dead service must not keep the process alive";
+    Leave();  // a dead service must not keep the process alive
 }
 
 TEST_F(ProductTest, AsksAndListsWithoutAServiceAndStaysResponsive) {
@@ -170,13 +137,10 @@ TEST_F(ProductTest, AsksAndListsWithoutAServiceAndStaysResponsive) {
                  "--die-after 1");
     StartInterface();
     EXPECT_EQ(m_service->WaitForEnd(), 3);
-    const Rows unknown = {{"no process associated"}};
-    EXPECT_EQ(WaitForRows(kConnectionsPage, unknown), unknown);
-    ASSERT_TRUE(WaitUntil(
-        [&] { return WindowText(::GetDlgItem(m_window, kServiceStatus)) == "Firewall service: not reachable"; }));
+    ExpectList(kConnectionsPage, {{"no process associated"}});
+    ASSERT_TRUE(WaitForText(kServiceStatus, "Firewall service: not reachable"));
     for (int question = 1; question <= 2; ++question) {
-        const HWND dialog = WaitForQuestion();
-        ASSERT_NE(dialog, nullptr) << question;
+        const HWND dialog = NextQuestion();
         ASSERT_TRUE(PressWhenEnabled(dialog, kNo));
         auto longest = 0ms;
         ASSERT_TRUE(WaitUntil([&] {
@@ -200,14 +164,13 @@ TEST_F(ProductTest, SecondStartBringsTheFirstOneForward) {
 TEST_F(ProductTest, SurvivesADriverThatAnswersNonsense) {
     // The connections' answer claims more than was asked for, the listeners' request fails, the totals are cut
     // short, and the question is longer than any path, without an end.
-    ASSERT_NO_FATAL_FAILURE(Start(
-        {"connection ESTAB-OUT 10.1.2.3:49152 93.184.216.34:443 900077 0 0", "listener udp 10.0.0.1:53 900077",
-         "hostile connections long 1000", "hostile listeners fail 1000", "hostile totals short 1000",
-         "hostile question odd", std::string("question tcp 10.1.2.3:1 10.9.9.9:2 4242 ") + kAurora}));
-    ASSERT_TRUE(AnswerQuestion(kNo));
+    Start({"connection ESTAB-OUT 10.1.2.3:49152 93.184.216.34:443 900077 0 0", "listener udp 10.0.0.1:53 900077",
+           "hostile connections long 1000", "hostile listeners fail 1000", "hostile totals short 1000",
+           "hostile question odd", std::string("question tcp 10.1.2.3:1 10.9.9.9:2 4242 ") + kAurora});
+    Answer(NextQuestion(), kNo);
     // What stands behind the real entry is zeros: the buffer is full of unknown connections, and all of it is ours.
-    EXPECT_EQ(WaitForRows(kConnectionsPage, 3, [](const Rows& rows) { return rows.size() == 1000; }).size(), 1000U);
-    EXPECT_LT(AnswerTime(m_window, 5s), 5s);
+    EXPECT_EQ(WaitForRowCount(kConnectionsPage, 1000), 1000U);
+    ExpectAnswers();
 }
 
 TEST_F(ProductTest, SurvivesRandomBytesInEveryFile) {
@@ -218,16 +181,15 @@ TEST_F(ProductTest, SurvivesRandomBytesInEveryFile) {
         return bytes;
     };
     for (const char* name : {"config.conf", "settings.ini", "advice.dat", R"(Rules\rules.conf)"}) {
-        WriteWholeFile(m_data + "\\" + name, noise(5000));
+        WriteWholeFile(name, noise(5000));
     }
     SYSTEMTIME today;
     ::GetLocalTime(&today);
     char log[64];
-    std::snprintf(log, sizeof log, R"(\Log\%04d%02d%02d_dns.log)", today.wYear, today.wMonth, today.wDay);
-    WriteWholeFile(m_data + log, noise(5000));
-    ASSERT_NO_FATAL_FAILURE(Start({std::string("question 47 10.1.2.3:0 10.9.9.9:0 4242 ") + kAurora}));
-    const HWND dialog = WaitForQuestion();
-    ASSERT_NE(dialog, nullptr);
+    std::snprintf(log, sizeof log, R"(Log\%04d%02d%02d_dns.log)", today.wYear, today.wMonth, today.wDay);
+    WriteWholeFile(log, noise(5000));
+    Start({std::string("question 47 10.1.2.3:0 10.9.9.9:0 4242 ") + kAurora});
+    const HWND dialog = NextQuestion();
     EXPECT_EQ(WindowText(::GetDlgItem(dialog, kMessageText)),
               "aurora.exe\n"
               "is trying to communicate to unknown.\n\n"
@@ -237,9 +199,9 @@ TEST_F(ProductTest, SurvivesRandomBytesInEveryFile) {
               "Protocol: 47\n\n"
               "General advice: None\n\n"
               "Allow this network communication?");
-    ASSERT_TRUE(Answer(dialog, kNo));
+    Answer(dialog, kNo);
     // 5,000 bytes hold 18 whole rule records, whatever their bytes mean.
-    EXPECT_EQ(WaitForRows(kApplicationsPage, 3, 18).size(), 18U);
+    EXPECT_EQ(WaitForRowCount(kApplicationsPage, 18), 18U);
 }
 
 // What the screen shows where the window is.
@@ -270,9 +232,8 @@ std::vector<std::uint32_t> PixelsAt(HWND window) {
 TEST_F(ProductTest, QuestionLiesAboveTheControlCenterWhateverIsBroughtForward) {
     // The welcome brings the control center forward just when the first question comes.
     SetWelcomed(0);
-    ASSERT_NO_FATAL_FAILURE(Start({std::string("question tcp 10.1.2.3:1 10.9.9.9:2 4242 ") + kAurora}));
-    const HWND question = WaitForQuestion();
-    ASSERT_NE(question, nullptr);
+    Start({std::string("question tcp 10.1.2.3:1 10.9.9.9:2 4242 ") + kAurora});
+    const HWND question = NextQuestion();
     ASSERT_TRUE(WaitUntil([&] { return ::IsWindowEnabled(::GetDlgItem(question, kNo)) != FALSE; }));
     EXPECT_TRUE(WaitUntil([&] {
         RECT bar{}, place{}, both{};
@@ -294,11 +255,11 @@ TEST_F(ProductTest, QuestionLiesAboveTheControlCenterWhateverIsBroughtForward) {
         [&] { ::SetWindowPos(m_window, HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE); }};
     for (std::size_t way = 0; way < std::size(ways); ++way) {
         ways[way]();
-        EXPECT_LT(AnswerTime(m_window, 5s), 5s);
+        ExpectAnswers();
         EXPECT_TRUE(WaitUntil([&] { return PixelsAt(question) == alone; })) << way;
     }
     EXPECT_TRUE(::IsWindowVisible(m_window) && !::IsIconic(m_window));
-    EXPECT_TRUE(Answer(question, kNo));
+    Answer(question, kNo);
 }
 
 }  // namespace

@@ -18,6 +18,12 @@ bool WaitUntil(const std::function<bool()>& condition, std::chrono::milliseconds
     return true;
 }
 
+void Require(bool holds, Place place) {
+    if (holds) return;
+    const std::filesystem::path file(place.file_name());
+    throw std::runtime_error(file.filename().string() + ":" + std::to_string(place.line()) + ": not so");
+}
+
 std::string BuiltProgram(const std::string& relativePath) {
     std::string path(MAX_PATH, '\0');
     path.resize(::GetModuleFileNameA(nullptr, path.data(), MAX_PATH));

@@ -4,6 +4,7 @@
 
 #include <chrono>
 #include <functional>
+#include <source_location>
 #include <string>
 
 #include "base/Handles_win.h"
@@ -15,6 +16,10 @@ inline constexpr std::chrono::seconds kPatience{30};
 
 // Polls until the condition holds; false when it still does not at the end of the limit.
 [[nodiscard]] bool WaitUntil(const std::function<bool()>& condition, std::chrono::milliseconds limit = kPatience);
+
+// Ends the test, with the place that asked, when it does not hold.
+using Place = std::source_location;
+void Require(bool holds, Place place = Place::current());
 
 // The path of a built program, given relative to the build folder ("standin\\brennvar.exe").
 [[nodiscard]] std::string BuiltProgram(const std::string& relativePath);

@@ -10,21 +10,13 @@ namespace {
 
 class StatisticsTest : public ProductFixture {
 protected:
-    // The text of a control of the page that is shown.
-    [[nodiscard]] std::string Text(int id) const { return WindowText(FindVisibleControl(m_window, id)); }
-    [[nodiscard]] bool WaitForText(int id, const std::string& expected) const {
-        return WaitUntil([&] { return Text(id) == expected; });
-    }
-    [[nodiscard]] int NoticeCount() const {
-        return ListRowCount(FindVisibleControl(m_window, IDC_STATISTICS_NOTICES));
-    }
+    [[nodiscard]] int NoticeCount() const { return ListRowCount(Control(IDC_STATISTICS_NOTICES)); }
 };
 
 TEST_F(StatisticsTest, FirstPageShowsTrafficConnectionsAttacksAndNotices) {
-    ASSERT_NO_FATAL_FAILURE(
-        Start({"connection ESTAB-OUT 10.1.2.3:49152 93.184.216.34:443 4242 1 2", "listener tcp 0.0.0.0:135 4",
-               "totals 4000000000 7", "rate 0 700000", "wait-for-records TRAY 1", "notice ATTACK",
-               "notice The first one.| https://x", "notice ATTACK", "notice REFRESH", "notice The second one."}));
+    Start({"connection ESTAB-OUT 10.1.2.3:49152 93.184.216.34:443 4242 1 2", "listener tcp 0.0.0.0:135 4",
+           "totals 4000000000 7", "rate 0 700000", "wait-for-records TRAY 1", "notice ATTACK",
+           "notice The first one.| https://x", "notice ATTACK", "notice REFRESH", "notice The second one."});
     // What flowed before the program was started does not count.
     EXPECT_TRUE(WaitForText(IDC_STATISTICS_IN + 1, "0 B/s"));
     EXPECT_TRUE(WaitForText(IDC_STATISTICS_IN + 2, "Total: 0 B"));
@@ -39,7 +31,7 @@ TEST_F(StatisticsTest, FirstPageShowsTrafficConnectionsAttacksAndNotices) {
     EXPECT_TRUE(WaitForText(IDC_STATISTICS_ATTACK_GRAPH, "Attack History: 0"));
 
     ASSERT_TRUE(WaitUntil([&] { return NoticeCount() == 2; }));
-    const auto rows = ListRows(FindVisibleControl(m_window, IDC_STATISTICS_NOTICES), 2, 10);
+    const auto rows = ListRows(Control(IDC_STATISTICS_NOTICES), 2, 10);
     EXPECT_EQ(rows[0][1], "The second one.");
     EXPECT_EQ(rows[1][1], "The first one.");
     EXPECT_EQ(rows[0][0].size(), std::string("12:34:56").size()) << rows[0][0];
@@ -50,8 +42,7 @@ TEST_F(StatisticsTest, FirstPageShowsTrafficConnectionsAttacksAndNotices) {
 }
 
 TEST_F(StatisticsTest, TellsWithoutDriverThatNothingIsKnown) {
-    ASSERT_NO_FATAL_FAILURE(StartService({}, "--no-driver"));
-    ASSERT_NO_FATAL_FAILURE(StartInterface());
+    Start({}, "--no-driver");
     EXPECT_TRUE(WaitForText(IDC_STATISTICS_OUT_GRAPH, "Outgoing Traffic History: -"));
     EXPECT_EQ(Text(IDC_STATISTICS_OUT + 1), "-");
     EXPECT_EQ(Text(IDC_STATISTICS_CONNECTIONS + 1), "-");

@@ -7,38 +7,28 @@
 namespace brennvar::test {
 namespace {
 
-using namespace std::chrono_literals;
-
 constexpr UINT kTrayMessage = 0x800A;
 constexpr WPARAM kIconId = 159;
 constexpr int kModeCell = 1230, kMinimiseButton = 941, kCloseButton = 943;
-constexpr char kBalloonClass[] = "BrennvarBalloon";
 constexpr std::int64_t kMinute = 600'000'000;
 
-using Lines = std::vector<std::string>;
 // What the service gets for a mode: the option with its value (key 1), the reload, and the event with the mode's
 // name.
 const std::string kEvent = "COMMAND 5596 0:01 4:5365637572697479206C6576656C206368616E676564 132:";
 const Lines kNormal = {"COMMAND 5596 0:08 5592:01", "COMMAND 5596 0:07", kEvent + "4E6F726D616C"};
 const Lines kAllowAll = {"COMMAND 5596 0:08 5468:01 5592:01", "COMMAND 5596 0:07", kEvent + "416C6C6F7720416C6C"};
 const Lines kBlockAll = {"COMMAND 5596 0:08 5468:02 5592:01", "COMMAND 5596 0:07", kEvent + "426C6F636B20416C6C"};
-const Lines kExpiry = {"COMMAND 5596 0:08 5592:01", "COMMAND 5596 0:07"};
 constexpr char kFuture[] = "132:467574757265";  // the subject of the event when the clock has jumped ahead
 
 class TrayTest : public ProductFixture {
 protected:
-    // The commands so far, without those of the start and without events of the moved clock.
-    [[nodiscard]] Lines Commands() const {
-        Lines lines = Sent();
+    // Without events of the moved clock.
+    [[nodiscard]] Lines Sent() const override {
+        Lines lines = ProductFixture::Sent();
         std::erase_if(lines, [](const auto& line) { return line.find(kFuture) != std::string::npos; });
         return lines;
     }
-    [[nodiscard]] bool WaitForCommands(const Lines& expected) const {
-        return WaitUntil([&] { return Commands().size() >= expected.size(); }) && Commands() == expected;
-    }
-    [[nodiscard]] bool WaitForMode(const std::string& text) const {
-        return WaitUntil([&] { return WindowText(::GetDlgItem(m_window, kModeCell)) == text; });
-    }
+    [[nodiscard]] bool WaitForMode(const std::string& text) const { return WaitForText(kModeCell, text); }
     void Click(UINT mouseMessage) const { ::PostMessageA(m_window, kTrayMessage, kIconId, mouseMessage); }
     // Menus keep the input of the thread to themselves.
     [[nodiscard]] bool IsMenuOpen() const {
@@ -50,43 +40,36 @@ protected:
     [[nodiscard]] bool WaitForVisible(bool isVisible) const {
         return WaitUntil([&] { return (::IsWindowVisible(m_window) != FALSE) == isVisible; });
     }
-    [[nodiscard]] HWND Balloon() const {
-        return FindVisible(nullptr, [this](HWND window) {
-            char name[64] = {};
-            ::GetClassNameA(window, name, sizeof name);
-            return ProcessOf(window) == m_interface->Id() && std::string(name) == kBalloonClass;
-        });
-    }
+    [[nodiscard]] static HWND Balloon() { return FindVisibleChild(nullptr, "BrennvarBalloon"); }
     [[nodiscard]] bool WaitForBalloon(const std::string& text) const {
         return WaitUntil([&] { return Balloon() != nullptr && WindowText(Balloon()) == text; });
     }
-    // A command for a mode: what it sends after all that was sent before, and what the status line shows then.
+    // Closes the window into the tray.
+    void Hide() const {
+        ::PostMessageA(m_window, WM_CLOSE, 0, 0);
+        Require(WaitForVisible(false));
+    }
+    // A command for a mode: what it sends, and what the status line shows then.
     void Choose(int command, const Lines& sent, const std::string& shown) {
         Command(command);
-        m_expected.insert(m_expected.end(), sent.begin(), sent.end());
-        ASSERT_TRUE(WaitForCommands(m_expected)) << command;
-        ASSERT_TRUE(WaitForMode(shown)) << command << WindowText(::GetDlgItem(m_window, kModeCell));
+        ExpectSent(sent);
+        EXPECT_TRUE(WaitForMode(shown)) << command << Text(kModeCell);
     }
-
-    Lines m_expected;
 };
 
 TEST_F(TrayTest, EveryCommandForTheModeReachesTheServiceAndIsShown) {
-    ASSERT_NO_FATAL_FAILURE(Start({"totals 0 0"}));
-    ASSERT_TRUE(WaitForRecords("COMMAND", 3));
-    ASSERT_NO_FATAL_FAILURE(Choose(435, kBlockAll, "Block All"));
-    ASSERT_NO_FATAL_FAILURE(Choose(433, kAllowAll, "Allow All"));
-    ASSERT_NO_FATAL_FAILURE(Choose(431, kNormal, "Normal"));
+    Start({"totals 0 0"});
+    Choose(435, kBlockAll, "Block All");
+    Choose(433, kAllowAll, "Allow All");
+    Choose(431, kNormal, "Normal");
     const std::string minutes[] = {"5", "10", "15", "30", "60", "120"};
-    for (int i = 0; i < 6; ++i)
-        ASSERT_NO_FATAL_FAILURE(Choose(850 + i, kAllowAll, "Allow All, " + minutes[i] + " min"));
-    for (int i = 0; i < 6; ++i)
-        ASSERT_NO_FATAL_FAILURE(Choose(856 + i, kBlockAll, "Block All, " + minutes[i] + " min"));
-    ASSERT_NO_FATAL_FAILURE(Choose(431, kNormal, "Normal"));
+    for (int i = 0; i < 6; ++i) Choose(850 + i, kAllowAll, "Allow All, " + minutes[i] + " min");
+    for (int i = 0; i < 6; ++i) Choose(856 + i, kBlockAll, "Block All, " + minutes[i] + " min");
+    Choose(431, kNormal, "Normal");
 }
 
 TEST_F(TrayTest, MenuOpensByARightClickAndTheIconBringsTheWindowBack) {
-    ASSERT_NO_FATAL_FAILURE(Start({}));
+    Start({});
     // By its buttons, by Windows' own menu and by closing.
     const std::function<void()> ways[] = {[this] { Command(kMinimiseButton); }, [this] { Command(kCloseButton); },
                                           [this] { ::PostMessageA(m_window, WM_SYSCOMMAND, SC_MINIMIZE, 0); },
@@ -111,25 +94,19 @@ TEST_F(TrayTest, MenuOpensByARightClickAndTheIconBringsTheWindowBack) {
     }
     // Not while a dialog is open, which would stay behind alone.
     Command(kAboutCommand);
-    const HWND about = WaitForProgramWindow(m_interface->Id(), "", m_window);
-    ASSERT_NE(about, nullptr);
+    const HWND about = NextWindow("About");
     ::PostMessageA(m_window, WM_CLOSE, 0, 0);
-    EXPECT_LT(AnswerTime(m_window, 5s), 5s);
+    ExpectAnswers();
     EXPECT_TRUE(::IsWindowVisible(m_window));
-    ASSERT_TRUE(Answer(about, IDOK));
+    Answer(about, IDOK);
     // Only this command ends the program, from the icon as well.
-    ::PostMessageA(m_window, WM_CLOSE, 0, 0);
-    ASSERT_TRUE(WaitForVisible(false));
-    Command(kExitCommand);
-    const HWND exit = WaitForOther();
-    ASSERT_NE(exit, nullptr);
-    ASSERT_TRUE(PressWhenEnabled(exit, IDOK));
-    EXPECT_EQ(m_interface->WaitForEnd(), 0);
+    Hide();
+    Leave();
 }
 
 TEST_F(TrayTest, HiddenPageSleepsAndComesBackFresh) {
-    ASSERT_NO_FATAL_FAILURE(Start({"process 900077 C:\\Windows\\Aurora.exe",
-                                   "connection ESTAB-OUT 10.1.2.3:49152 93.184.216.34:443 900077 0 0"}));
+    Start({"process 900077 C:\\Windows\\Aurora.exe",
+           "connection ESTAB-OUT 10.1.2.3:49152 93.184.216.34:443 900077 0 0"});
     Ask(m_window, WM_COMMAND, kConnectionsPage);
     ASSERT_TRUE(WaitForRecords("PID", 1));  // each reading asks for the process once
     for (const bool isMinimised : {false, true}) {
@@ -137,8 +114,7 @@ TEST_F(TrayTest, HiddenPageSleepsAndComesBackFresh) {
             ::ShowWindow(m_window, SW_MINIMIZE);
             ASSERT_TRUE(WaitUntil([&] { return ::IsIconic(m_window) != FALSE; }));
         } else {
-            ::PostMessageA(m_window, WM_CLOSE, 0, 0);
-            ASSERT_TRUE(WaitForVisible(false));
+            Hide();
         }
         // The notices are fetched each second: by the fourth answer the page would have read twice more.
         const std::size_t fetched = m_service->Journal("TRAY").size();
@@ -152,7 +128,7 @@ TEST_F(TrayTest, HiddenPageSleepsAndComesBackFresh) {
 }
 
 TEST_F(TrayTest, CanBeSizedByItsCornerAgainWhenItIsBack) {
-    ASSERT_NO_FATAL_FAILURE(Start({}));
+    Start({});
     const auto hasSizingFrame = [this] { return (::GetWindowLongPtrA(m_window, GWL_STYLE) & WS_THICKFRAME) != 0; };
     RECT place{};
     ::GetWindowRect(m_window, &place);
@@ -160,8 +136,7 @@ TEST_F(TrayTest, CanBeSizedByItsCornerAgainWhenItIsBack) {
     ASSERT_TRUE(WaitUntil(hasSizingFrame));
     ::SetCursorPos(place.left + 4, place.top + 4);
     ASSERT_TRUE(WaitUntil([&] { return !hasSizingFrame(); }));
-    ::PostMessageA(m_window, WM_CLOSE, 0, 0);
-    ASSERT_TRUE(WaitUntil([this] { return !::IsWindowVisible(m_window); }));
+    Hide();
     ::SetCursorPos(place.right - 4, place.bottom - 4);
     Command(kConnectionsPage);
     EXPECT_TRUE(WaitUntil(hasSizingFrame));
@@ -170,24 +145,23 @@ TEST_F(TrayTest, CanBeSizedByItsCornerAgainWhenItIsBack) {
 
 TEST_F(TrayTest, NoticesAreShownOneAfterTheOther) {
     // Two words of the service, and one that is a text like any other.
-    ASSERT_NO_FATAL_FAILURE(Start(
-        {"notice ATTACK", "notice REFRESH", "notice Refresh|", "wait-for-records COMMAND 4",
-         "notice Port scan| https://www.brennvar.example/x ", "wait-for-records COMMAND 5",
-         "notice Tool|C:\\Windows\\x.exe", "wait-for-records COMMAND 6", "notice " + std::string(4000, 'W')}));
+    Start({"notice ATTACK", "notice REFRESH", "notice Refresh|", "wait-for-records COMMAND 4",
+           "notice Port scan| https://www.brennvar.example/x ", "wait-for-records COMMAND 5",
+           "notice Tool|C:\\Windows\\x.exe", "wait-for-records COMMAND 6", "notice " + std::string(4000, 'W')});
     EXPECT_TRUE(WaitForBalloon("Brennvar Personal Firewall\nRefresh"));
     const HWND balloon = Balloon();
     RECT plain{}, linked{}, place{}, area{};
     ::GetWindowRect(balloon, &plain);
-    ASSERT_TRUE(SendToService());
+    SendToService();
     EXPECT_TRUE(WaitForBalloon("Brennvar Personal Firewall\nPort scan"));
     EXPECT_EQ(Balloon(), balloon) << "the same balloon";
     ::GetWindowRect(balloon, &linked);
     EXPECT_GT(linked.bottom - linked.top, plain.bottom - plain.top) << "it has a link";
-    ASSERT_TRUE(SendToService());
+    SendToService();
     EXPECT_TRUE(WaitForBalloon("Brennvar Personal Firewall\nTool"));
     ::GetWindowRect(balloon, &place);
     EXPECT_EQ(place.bottom - place.top, plain.bottom - plain.top) << "no link to a program";
-    ASSERT_TRUE(SendToService());
+    SendToService();
     EXPECT_TRUE(WaitForBalloon("Brennvar Personal Firewall\n" + std::string(600, 'W') + "..."));
     ::GetWindowRect(balloon, &place);
     ::SystemParametersInfoA(SPI_GETWORKAREA, 0, &area, 0);
@@ -198,7 +172,7 @@ TEST_F(TrayTest, NoticesAreShownOneAfterTheOther) {
 
 TEST_F(TrayTest, NewUserIsWelcomed) {
     SetWelcomed(0);
-    ASSERT_NO_FATAL_FAILURE(StartInterface());
+    StartInterface();
     EXPECT_TRUE(
         WaitForBalloon("Welcome to Brennvar Personal Firewall\n"
                        "Welcome to Brennvar Personal Firewall. It protects you against unauthorized incoming and "
@@ -207,19 +181,17 @@ TEST_F(TrayTest, NewUserIsWelcomed) {
 }
 
 TEST_F(TrayTest, ComesBackWithTheTaskBarAndLetsWindowsEnd) {
-    ASSERT_NO_FATAL_FAILURE(Start({}));
-    ASSERT_TRUE(WaitForRecords("COMMAND", 3));
+    Start({});
     ::SendNotifyMessageA(HWND_BROADCAST, ::RegisterWindowMessageA("TaskbarCreated"), 0, 0);
-    EXPECT_LT(AnswerTime(m_window, 5s), 5s);
-    ::PostMessageA(m_window, WM_CLOSE, 0, 0);
-    EXPECT_TRUE(WaitForVisible(false)) << "there is an icon to hide in";
+    ExpectAnswers();
+    Hide();  // there is an icon
     EXPECT_EQ(Ask(m_window, WM_QUERYENDSESSION), TRUE);
     EXPECT_EQ(Ask(m_window, WM_ENDSESSION, FALSE), 0);  // somebody else has refused
-    EXPECT_LT(AnswerTime(m_window, 5s), 5s);
+    ExpectAnswers();
     EXPECT_TRUE(m_interface->IsRunning());
     ::PostMessageA(m_window, WM_ENDSESSION, TRUE, 0);
-    EXPECT_EQ(m_interface->WaitForEnd(), 0);
-    EXPECT_EQ(Commands(), Lines()) << "the service protects until the end";
+    ExpectEnd();
+    EXPECT_EQ(Sent(), Lines()) << "the service protects until the end";
 }
 
 class TimedModeTest : public TrayTest {
@@ -228,11 +200,7 @@ protected:
         TrayTest::SetUp();
         m_program = BuiltProgram(R"(tests\system\clocked_product.exe)");
     }
-    [[nodiscard]] std::size_t Jumps() const {
-        const Lines lines = m_service->Journal("COMMAND");
-        return static_cast<std::size_t>(std::count_if(
-            lines.begin(), lines.end(), [](const auto& line) { return line.find(kFuture) != std::string::npos; }));
-    }
+    [[nodiscard]] std::size_t Jumps() const { return ProductFixture::Sent().size() - Sent().size(); }
     // The clock's timer tells the service of each jump. Timer 1 has ticked at least once between two of them.
     [[nodiscard]] bool MoveAndTick(std::int64_t minutes) {
         for (const std::int64_t step : {minutes, 1LL, 1LL}) {
@@ -247,16 +215,13 @@ protected:
 
 TEST_F(TimedModeTest, TrafficKeepsATimedModeUntilTheFirstIdleSecond) {
     // Three commands of the start, three of the mode, three jumps: the tenth is the test's.
-    ASSERT_NO_FATAL_FAILURE(Start({"rate 1000 0", "wait-for-records COMMAND 10", "rate 0 0"}));
-    ASSERT_TRUE(WaitForRecords("COMMAND", 3));
-    ASSERT_NO_FATAL_FAILURE(Choose(850, kAllowAll, "Allow All, 5 min"));
+    Start({"rate 1000 0", "wait-for-records COMMAND 10", "rate 0 0"});
+    Choose(850, kAllowAll, "Allow All, 5 min");
     ASSERT_TRUE(MoveAndTick(6));
-    EXPECT_EQ(Commands(), m_expected) << "it is over, but traffic flows";
+    EXPECT_EQ(Sent(), m_sent) << "it is over, but traffic flows";
     EXPECT_TRUE(WaitForMode("Allow All, 0 min"));
-    ASSERT_TRUE(SendToService());
-    m_expected.push_back("COMMAND 5596 0:11");
-    m_expected.insert(m_expected.end(), kExpiry.begin(), kExpiry.end());
-    ASSERT_TRUE(WaitForCommands(m_expected));
+    SendToService();
+    ExpectSent({"COMMAND 5596 0:11", kNormal[0], kNormal[1]});
     EXPECT_TRUE(WaitForMode("Normal"));
 }
 

@@ -1,0 +1,136 @@
+#include "Product.h"
+
+#include <algorithm>
+#include <filesystem>
+
+#include "ipc/CommandRecord.h"
+#include "tree/TreeMessages_win.h"
+
+namespace brennvar::test {
+
+void ProductFixture::SetUp() {
+    m_data = EmptyDataFolder();
+    ::RegDeleteTreeA(HKEY_CURRENT_USER, R"(Software\Quorlan)");
+    SetWelcomed(1);
+}
+
+void ProductFixture::SetWelcomed(DWORD isWelcomed) {
+    ::RegSetKeyValueA(HKEY_CURRENT_USER, kUserKey, "FirstRunBV", REG_DWORD, &isWelcomed, sizeof isWelcomed);
+}
+
+void ProductFixture::Install() {
+    m_installation.emplace();
+    std::filesystem::copy(m_program, m_installation->Path());
+    m_program = m_installation->File("BrennvarGUI.exe");
+}
+
+void ProductFixture::StartService(const Lines& scenario, const std::string& options) {
+    m_service.emplace(scenario, options, m_data);
+    Require(m_service->WaitForJournal("EVENT started"));
+}
+
+void ProductFixture::StartInterface() {
+    // A second one would only call the first: the one that the last test ended must be gone for good.
+    Require(WaitUntil([] { return !UniqueMutex(::OpenMutexA(SYNCHRONIZE, FALSE, "Local\\BrennvarGUI")); }));
+    m_interface.emplace(Quoted(m_program));
+    m_window = nullptr;
+    m_window = NextWindow(m_caption);
+}
+
+void ProductFixture::Start(const Lines& scenario, const std::string& options) {
+    StartService(scenario, options);
+    StartInterface();
+    Require(WaitForRecords("COMMAND", 3));
+    m_sent.clear();
+}
+
+void ProductFixture::Stop() {
+    m_interface.reset();
+    m_service.reset();
+    std::filesystem::remove(m_data + "\\journal.txt");
+}
+
+void ProductFixture::OpenOptions(int section) const {
+    Ask(m_window, WM_COMMAND, kOptionsPage);
+    const HWND list = Control(kOptionSections);
+    Ask(list, LB_SETCURSEL, static_cast<WPARAM>(section));
+    Ask(::GetParent(list), WM_COMMAND, MAKEWPARAM(kOptionSections, LBN_SELCHANGE), reinterpret_cast<LPARAM>(list));
+}
+
+HWND ProductFixture::List() const {
+    return FindVisibleChild(m_window, kTreeClass);
+}
+
+Rows ProductFixture::ReadList(int columns, int maxRows) const {
+    const HWND list = List();
+    return list != nullptr ? ListRows(list, columns, maxRows) : Rows();
+}
+
+void ProductFixture::ExpectList(int page, const Rows& expected, Place place) const {
+    Ask(m_window, WM_COMMAND, static_cast<WPARAM>(page));
+    Rows rows;
+    (void)WaitUntil([&] { return (rows = ReadList(static_cast<int>(expected.front().size()))) == expected; });
+    EXPECT_EQ(rows, expected) << "line " << place.line();
+}
+
+Lines ProductFixture::Sent() const {
+    Lines lines = m_service->Journal("COMMAND");
+    lines.erase(lines.begin(), lines.begin() + std::min<std::ptrdiff_t>(3, std::ssize(lines)));
+    return lines;
+}
+
+void ProductFixture::ExpectSent(const Lines& lines, Place place) {
+    m_sent.insert(m_sent.end(), lines.begin(), lines.end());
+    (void)WaitUntil([&] { return Sent().size() >= m_sent.size(); });
+    EXPECT_EQ(Sent(), m_sent) << "line " << place.line();
+}
+
+void ProductFixture::SendToService(Place place) {
+    CommandRecord record{};
+    record.code = CommandCode::ResetFingerprints;
+    const auto isSent = [&] {
+        const UniqueFile pipe(
+            ::CreateFileA(kCommandPipeName, GENERIC_WRITE, 0, nullptr, OPEN_EXISTING, 0, nullptr));
+        DWORD written = 0;
+        return pipe && ::WriteFile(pipe.Get(), &record, sizeof record, &written, nullptr);
+    };
+    Require(WaitUntil(isSent), place);
+}
+
+HWND ProductFixture::NextWindow(const std::string& caption, Place place) const {
+    const HWND window = WaitForProgramWindow(m_interface->Id(), caption, m_window);
+    Require(window != nullptr, place);
+    return window;
+}
+
+void ProductFixture::Answer(HWND dialog, int button, Place place) {
+    Require(PressWhenEnabled(dialog, button) && WaitUntil([&] { return !::IsWindow(dialog); }), place);
+}
+
+void ProductFixture::AnswerMessage(const std::string& expected, int button, Place place) const {
+    const HWND message = NextMessage(place);
+    EXPECT_EQ(WindowText(::GetDlgItem(message, kMessage)), expected) << "line " << place.line();
+    Answer(message, button, place);
+}
+
+void ProductFixture::ExpectEnd(Place place) const {
+    EXPECT_EQ(m_interface->WaitForEnd(), 0) << "line " << place.line();
+}
+
+void ProductFixture::Leave(Place place) const {
+    Command(kExitCommand);
+    Require(PressWhenEnabled(NextMessage(place), IDOK), place);
+    ExpectEnd(place);
+}
+
+void ProductFixture::ExpectAnswers(Place place) const {
+    constexpr std::chrono::seconds kLimit{5};
+    EXPECT_LT(AnswerTime(m_window, kLimit), kLimit) << "line " << place.line();
+}
+
+void ProductFixture::Activate() const {
+    ::SetForegroundWindow(m_window);
+    Require(WaitUntil([this] { return ::GetForegroundWindow() == m_window; }));
+}
+
+}  // namespace brennvar::test
