@@ -8,35 +8,6 @@
 namespace brennvar {
 namespace {
 
-constexpr COLORREF kRest = RGB(10, 20, 30), kHot = RGB(40, 50, 60), kPressed = RGB(70, 80, 90);
-
-TEST(CButtonTest, TakesSizeAndStatesFromAPictureThatCanBeUsed) {
-    const test::TestSkin skin;
-    test::ControlWindow window;
-    const SIZE plain{Scale(kButton.plainSize.cx), Scale(kButton.plainSize.cy)};
-    struct Row {
-        unsigned frameWidth, height;
-        bool isUsed;
-    };
-    const Row rows[] = {{1, 1, false}, {7, 20, false}, {80, 7, false}, {8, 8, true}, {80, 255, false}};
-    for (const Row& row : rows) {
-        skin.Write("button.png", test::StripFile({kRest, kHot, kPressed}, row.frameWidth, row.height));
-        CButton button;
-        button.Create(window.Window(), kButton, "", 7, skin.MakeLook());
-        EXPECT_EQ(button.Size().cx, row.isUsed ? static_cast<LONG>(row.frameWidth) : plain.cx) << row.height;
-        EXPECT_EQ(button.Size().cy, row.isUsed ? static_cast<LONG>(row.height) : plain.cy) << row.frameWidth;
-        if (row.isUsed) {
-            const HWND control = button.Window();
-            EXPECT_EQ(test::Screenshot(control).Count(kRest), 64);
-            ::SendMessageA(control, WM_MOUSEMOVE, 0, MAKELPARAM(5, 5));
-            EXPECT_EQ(test::Screenshot(control).Count(kHot), 64);
-            ::SendMessageA(control, BM_SETSTATE, TRUE, 0);
-            EXPECT_EQ(test::Screenshot(control).Count(kPressed), 64);
-        }
-        ::DestroyWindow(button.Window());
-    }
-}
-
 TEST(CButtonTest, MayEndInItsOwnClick) {
     const test::TestSkin skin;
     for (const ButtonKind* kind : {&kButtonDialog, &kButtonClose}) {

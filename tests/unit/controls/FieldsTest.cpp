@@ -1,35 +1,11 @@
-// Edit field and combo box: the fields to be filled in.
 #include <gtest/gtest.h>
 
 #include "controls/ComboBox_win.h"
-#include "controls/Edit_win.h"
+#include "controls/FieldFrame_win.h"
 #include "support/ControlWindow.h"
 
 namespace brennvar {
 namespace {
-
-TEST(CEditTest, TakesOverAFieldOfATemplateWithoutItsBorder) {
-    const test::TestSkin skin;
-    test::ControlWindow window;
-    const HWND control = ::CreateWindowExA(WS_EX_CLIENTEDGE, "EDIT", "text", WS_CHILD | WS_VISIBLE | WS_BORDER, 0,
-                                           0, 80, FieldHeight(), window.Window(), nullptr, nullptr, nullptr);
-    {
-        CEdit edit;
-        edit.Adopt(control, skin.MakeLook());
-        EXPECT_EQ(test::Screenshot(control).At(40, 0), Palette().frame1);
-        EXPECT_EQ(test::Screenshot(control).At(40, 1), Palette().frame2);
-        ::SendMessageA(control, EM_SETREADONLY, TRUE, 0);
-        EXPECT_EQ(test::Screenshot(control).At(70, FieldHeight() / 2), Palette().page) << "Windows' part as well";
-        ::SendMessageA(control, EM_SETREADONLY, FALSE, 0);
-        ::SetFocus(control);
-        EXPECT_EQ(test::Screenshot(control).At(40, 0), Palette().accent);
-        ::SetFocus(window.Window());
-        EXPECT_EQ(test::Screenshot(control).At(40, 0), Palette().frame1);
-        EXPECT_EQ(edit.Text(), "text");
-    }
-    ::SetWindowTextA(control, "given back");
-    EXPECT_NE(test::Screenshot(control).Count(Palette().list), 0);
-}
 
 TEST(CComboBoxTest, KeepsEveryByteOfItsTextsItsHeightAndStaysHidden) {
     const test::TestSkin skin;

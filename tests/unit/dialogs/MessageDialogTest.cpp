@@ -39,59 +39,16 @@ TEST_F(MessageDialogTest, IsAnsweredWithTheKeyboard) {
     m_owner.PostKey(VK_TAB);
     m_owner.PostKey(VK_RETURN);
     EXPECT_FALSE(Ask());
-    // Alt+Space opens the system menu: Move, and Close below it.
-    m_owner.Post([this] {
-        ::PostMessageA(m_dialog->Window(), WM_SYSCOMMAND, SC_KEYMENU, ' ');
-        for (int i = 0; i < 2; ++i) ::PostMessageA(m_dialog->Window(), WM_KEYDOWN, VK_DOWN, 0);
-        ::PostMessageA(m_dialog->Window(), WM_KEYDOWN, VK_RETURN, 0);
-    });
-    EXPECT_FALSE(Ask());
     m_owner.PostMnemonic('o');
     EXPECT_TRUE(Ask());
     m_owner.PostKey(VK_RETURN);
     EXPECT_FALSE(
-        MessageDialog(
-            m_fonts,
-            {.caption = "Caption", .message = m_message, .ok = "OK", .cancel = "Cancel", .isCancelDefault = true})
+        MessageDialog(m_fonts,
+                      {.caption = "", .message = m_message, .ok = "OK", .cancel = "No", .isCancelDefault = true})
             .Ask(m_owner.Window()));
     // With OK alone Esc is no OK.
     m_owner.PostKey(VK_ESCAPE);
     EXPECT_FALSE(Ask(""));
-}
-
-TEST_F(MessageDialogTest, HasAThirdAnswerBetweenTheOthers) {
-    m_message = "A question.";
-    const auto choose = [this](int tabs, WPARAM key) {
-        for (int i = 0; i < tabs; ++i) m_owner.PostKey(VK_TAB);
-        m_owner.PostKey(key);
-        return MessageDialog(m_fonts, {.caption = "Caption",
-                                       .message = m_message,
-                                       .ok = "Apply",
-                                       .cancel = "Stay",
-                                       .other = "Discard"})
-            .Choose(m_owner.Window());
-    };
-    EXPECT_EQ(choose(0, VK_RETURN), MessageAnswer::Ok);
-    EXPECT_EQ(choose(1, VK_RETURN), MessageAnswer::Other);
-    EXPECT_EQ(choose(2, VK_RETURN), MessageAnswer::Cancel);
-    EXPECT_EQ(choose(1, VK_ESCAPE), MessageAnswer::Cancel);
-}
-
-TEST_F(MessageDialogTest, GivesTheActivationBackToItsOwner) {
-    // Another window that Windows could choose stands on top.
-    const test::ModalOwner other;
-    for (const WPARAM key : {VK_RETURN, VK_ESCAPE}) {
-        ::SetForegroundWindow(m_owner.Window());
-        ASSERT_EQ(::GetActiveWindow(), m_owner.Window());
-        HWND active[2] = {};
-        m_owner.Post([&] { active[0] = ::GetActiveWindow(); });
-        m_owner.PostKey(key);
-        (void)Ask();
-        active[1] = ::GetActiveWindow();
-        EXPECT_NE(active[0], m_owner.Window()) << key;
-        EXPECT_EQ(active[1], m_owner.Window()) << key;
-        EXPECT_EQ(::GetForegroundWindow(), m_owner.Window()) << key;
-    }
 }
 
 TEST_F(MessageDialogTest, CanBeAnsweredWhateverItsTextIs) {

@@ -68,7 +68,7 @@ struct PipeWinTest : testing::Test {
 };
 
 TEST_F(PipeWinTest, AnswersComeWholeShortAndCut) {
-    for (const auto& [sent, received] : {std::pair<std::size_t, std::size_t>{8, 8}, {3, 3}, {9, 8}, {4000, 8}}) {
+    for (const auto& [sent, received] : {std::pair<std::size_t, std::size_t>{8, 8}, {3, 3}, {4000, 8}}) {
         const auto serving = Serve([this, sent = sent] {
             AcceptQuestion();
             DWORD written = 0;

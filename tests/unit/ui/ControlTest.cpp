@@ -7,34 +7,10 @@
 #include <commctrl.h>
 
 #include "controls/CheckBox_win.h"
-#include "controls/Label_win.h"
 #include "controls/ProgressBar_win.h"
 
 namespace brennvar {
 namespace {
-
-// The bytes of a text mean what the look's character set says, not what the system's code page says.
-TEST(CControlTest, DrawsTextsInTheCharacterSetOfTheLanguage) {
-    const CFonts cyrillic(RUSSIAN_CHARSET);
-    const Look look(cyrillic, Skin(nullptr, ""));
-    test::ControlWindow window;
-    CLabel label;
-    label.Create(window.Window(), "\xC6\xF3", LabelKind::Title, SS_LEFT, 7, look);
-    label.Place({0, 0, 60, 30});
-    const test::Screenshot shown(label.Window());
-    {
-        const HDC dc = ::GetDC(label.Window());
-        const CSelect select(dc, cyrillic.Title());
-        RECT client = label.ClientRect();
-        FillSolid(dc, client, test::ControlWindow::kGround);
-        ::SetBkMode(dc, TRANSPARENT);
-        ::SetTextColor(dc, Palette().text);
-        ::DrawTextW(dc, L"\u0416\u0443", 2, &client, DT_LEFT);
-        ::ReleaseDC(label.Window(), dc);
-    }
-    EXPECT_TRUE(test::Screenshot(label.Window(), test::Screenshot::When::AtOnce) == shown);
-    EXPECT_LT(shown.Count(test::ControlWindow::kGround), 60 * 30);
-}
 
 TEST(CToggleTest, StaysHiddenWhateverChanges) {
     const test::TestSkin skin;
