@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include "controls/Edit_win.h"
 #include "support/ControlWindow.h"
 
 namespace brennvar {
@@ -24,20 +23,6 @@ TEST(CButtonTest, MayEndInItsOwnClick) {
         EXPECT_FALSE(::IsWindow(control));
         EXPECT_EQ(button, nullptr);
     }
-}
-
-TEST(CButtonTest, CaptionButtonsGiveTheKeyboardBack) {
-    const test::TestSkin skin;
-    test::ControlWindow window;
-    CEdit edit;
-    CButton caption;
-    edit.Create(window.Window(), "", 0, 6, skin.MakeLook());
-    caption.Create(window.Window(), kButtonHelp, "Help", 7, skin.MakeLook());
-    EXPECT_EQ(::GetNextDlgTabItem(window.Window(), edit.Window(), FALSE), edit.Window());
-    ::SetFocus(edit.Window());
-    ::SendMessageA(caption.Window(), BM_CLICK, 0, 0);
-    EXPECT_EQ(window.TakeCount(BN_CLICKED), 1);
-    EXPECT_EQ(::GetFocus(), edit.Window());
 }
 
 }  // namespace

@@ -5,8 +5,6 @@
 #include <algorithm>
 #include <vector>
 
-#include "tray/TrayWindow_win.h"
-
 namespace brennvar {
 namespace {
 
@@ -96,28 +94,6 @@ TEST_F(SystemTrayTest, KeepsAnIconForLaterAndStaysAwayOnceRemoved) {
     Send(WM_TIMER, kRetryTimer);
     EXPECT_FALSE(tray.RemoveIcon() || tray.IsShown());
     EXPECT_EQ(calls.size(), before);
-}
-
-TEST(TrayWindowTest, AnimatesOnlyWhenTheUserWantsIt) {
-    const HWND window = ::CreateWindowExA(0, "STATIC", "", WS_POPUP | WS_VISIBLE, 20, 30, 200, 100, nullptr,
-                                          nullptr, nullptr, nullptr);
-    for (const bool isOn : {false, true}) {
-        std::vector<LONG> widths;
-        const DesktopAnimation animation{
-            .isOn = [=] { return isOn; },
-            .run =
-                [&](HWND, const RECT& from, const RECT& to) {
-                    widths.insert(widths.end(), {from.right - from.left, to.right - to.left});
-                }};
-        MinimiseToTray(window, animation);
-        EXPECT_FALSE(::IsWindowVisible(window));
-        RestoreFromTray(window, animation);
-        RestoreFromTray(window, animation);  // is there already
-        EXPECT_TRUE(::IsWindowVisible(window));
-        ASSERT_EQ(widths.size(), isOn ? 4U : 0U);
-        EXPECT_TRUE(!isOn || (widths[0] == 200 && widths[1] == widths[2] && widths[3] == 200));
-    }
-    ::DestroyWindow(window);
 }
 
 }  // namespace

@@ -7,40 +7,32 @@
 
 #include "support/ControlWindow.h"
 #include "tree/TreeMessages_win.h"
-#include "tree/VisibleRows.h"
 
 namespace brennvar {
 namespace {
 
-// Entries 0 to count - 1, or those of a tree.
 class TestRows final : public TreeRows {
 public:
     int count = 0;
     bool throws = false;
     bool hasChecks = false;
-    std::string secondText;  // of every row, when it is not empty
-    VisibleRows visible;
-    bool isTree = false;
+    std::string secondText;        // of every row, when it is not empty
     mutable int oddQuestions = 0;  // about rows that do not exist
 
-    [[nodiscard]] int RowCount() const override { return isTree ? visible.RowCount() : count; }
+    [[nodiscard]] int RowCount() const override { return count; }
     [[nodiscard]] TreeCell Cell(int row, int column) const override {
-        if (row < 0 || row >= RowCount()) ++oddQuestions;
+        if (row < 0 || row >= count) ++oddQuestions;
         if (throws) throw std::runtime_error("no cell");
-        const int entry = isTree ? visible.EntryOf(row) : row;
         TreeCell cell;
-        cell.text = "r" + std::to_string(entry) + "c" + std::to_string(column);
+        cell.text = "r" + std::to_string(row) + "c" + std::to_string(column);
         if (column == 1 && !secondText.empty()) cell.text = secondText;
         if (column == 1 && hasChecks) cell.checked = false;
         return cell;
     }
-    [[nodiscard]] TreeRow Row(int row) const override {
+    [[nodiscard]] TreeRow Row(int /*row*/) const override {
         if (throws) throw std::runtime_error("no row");
-        if (!isTree) return {};
-        const int entry = visible.EntryOf(row);
-        return {visible.LevelOf(entry), visible.HasChildren(entry), visible.IsExpanded(entry)};
+        return {};
     }
-    void SetExpanded(int row, bool isExpanded) override { visible.SetExpanded(visible.EntryOf(row), isExpanded); }
 };
 
 class CTreeTest : public testing::Test {
@@ -50,15 +42,12 @@ protected:
     test::ControlWindow window;
     TestRows rows;
     CTree tree;
-    int selections = 0;
 
-    void Make(bool hasLevels = false) {
+    void SetUp() override {
         const TreeColumn columns[] = {{.title = "One", .width = 120},
                                       {.title = "Two", .width = 100, .takesRoom = true},
                                       {.title = "Three", .width = 80, .isNumber = true}};
-        tree.events.selectionChanged = [this] { ++selections; };
-        ASSERT_TRUE(tree.Create({.parent = window.Window(), .id = 1, .selectsMany = true, .hasLevels = hasLevels},
-                                look, columns, rows));
+        ASSERT_TRUE(tree.Create({.parent = window.Window(), .id = 1, .selectsMany = true}, look, columns, rows));
         tree.Place({0, 0, 400, 300});
         ::SetFocus(tree.Window());
         ::UpdateWindow(tree.Window());
@@ -95,7 +84,6 @@ protected:
 };
 
 TEST_F(CTreeTest, CopiesSelectedRowsAsLinesOfCells) {
-    Make();
     SetCount(1'000'000);
     rows.secondText = "a\tb\r\nc";
     RowRanges some;
@@ -122,25 +110,7 @@ TEST_F(CTreeTest, CopiesSelectedRowsAsLinesOfCells) {
     EXPECT_EQ(clipboard(), all);
 }
 
-TEST_F(CTreeTest, SelectionStaysWithItsEntryWhenParentsClose) {
-    rows.isTree = true;
-    rows.visible.SetParents(std::vector{-1, 0, 0, 0, -1, 4, 4, 4, -1, 8, 8, 8});  // three with three children each
-    Make(true);
-    tree.SelectRow(9);
-    selections = 0;
-    Click(InRow(4));
-    EXPECT_EQ(Ask(kTreeGetRowCount), 9);
-    EXPECT_EQ(tree.SelectedRow(), 6);
-    EXPECT_EQ(selections, 0);
-    // A selected child goes with its parent's closing, and the owner is told.
-    EXPECT_EQ(Ask(kTreeSetExpanded, 5, 0), 1);
-    EXPECT_EQ(tree.SelectedRow(), -1);
-    EXPECT_EQ(tree.FocusedRow(), 5);
-    EXPECT_EQ(selections, 1);
-}
-
 TEST_F(CTreeTest, SurvivesRowsThatGoAwayUnseen) {
-    Make();
     rows.hasChecks = true;
     SetCount(1000);
     Press(VK_END);
@@ -174,7 +144,6 @@ TEST_F(CTreeTest, SurvivesRowsThatGoAwayUnseen) {
 }
 
 TEST_F(CTreeTest, ScrolledPicturesAreThoseThatArePaintedAnew) {
-    Make();
     rows.hasChecks = true;
     SetCount(5000);
     std::mt19937 random(11);

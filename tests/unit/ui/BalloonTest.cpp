@@ -2,28 +2,12 @@
 
 #include <gtest/gtest.h>
 
-#include "ui/ChildControls_win.h"
-#include "ui/WorkArea_win.h"
-
 namespace brennvar {
-
-TEST(CBalloonTest, ShowsItsTextsInsideTheWorkArea) {
-    const CFonts fonts;
-    CBalloon balloon(fonts);
-    balloon.Hide();  // without a window yet
-    const RECT area = MainWorkArea();
-    ASSERT_TRUE(balloon.Show({"", "B", ""}, {area.right, area.bottom, area.right + 20, area.bottom + 20}));
-    EXPECT_EQ(TextOfWindow(balloon.Window()), "\nB");
-    EXPECT_EQ(::SendMessageA(balloon.Window(), WM_MOUSEACTIVATE, 0, 0), MA_NOACTIVATE);
-    RECT place{}, both{};
-    ::GetWindowRect(balloon.Window(), &place);
-    ::UnionRect(&both, &place, &area);
-    EXPECT_TRUE(::EqualRect(&both, &area));
-}
 
 TEST(CBalloonTest, ClosesOnAClickAndInTimeAndOpensItsLink) {
     const CFonts fonts;
     CBalloon balloon(fonts);
+    balloon.Hide();  // without a window yet
     const RECT anchor{300, 300, 320, 320};
     const auto click = [&](LONG x, LONG y) { ::SendMessageA(balloon.Window(), WM_LBUTTONUP, 0, MAKELPARAM(x, y)); };
     int opened = 0;

@@ -67,22 +67,6 @@ TEST(CDialogTest, OuterModalDialogWaitsForTheInnerOneAndStaysDisabled) {
     EXPECT_EQ(outer.DoModal(nullptr, IDD_MESSAGE_OK), 1);
 }
 
-TEST(CDialogTest, KeysReachAnOuterDialogThatTheInnerOneLeavesEnabled) {
-    // A message has come up while another one, which is no owner of it, is open.
-    TestDialog outer, inner;
-    outer.onInit = [&] { ::PostMessageA(outer.Window(), WM_COMMAND, 7, 0); };
-    outer.onCommand = [&](int) {
-        EXPECT_EQ(inner.DoModal(nullptr, IDD_MESSAGE_OK), 2);
-        EXPECT_FALSE(::IsWindowVisible(outer.Window())) << "Esc was for the outer one, and worked at once";
-    };
-    inner.onInit = [&] {
-        ::PostMessageA(outer.Item(IDOK), WM_KEYDOWN, VK_ESCAPE, 0);
-        ::PostMessageA(inner.Window(), WM_COMMAND, 9, 0);
-    };
-    inner.onCommand = [&](int) { inner.End(2); };
-    EXPECT_EQ(outer.DoModal(nullptr, IDD_MESSAGE_OK), IDCANCEL);
-}
-
 TEST(CDialogTest, PassesTheEndOfTheProgramOn) {
     TestDialog dialog;
     dialog.onInit = [] { ::PostQuitMessage(5); };

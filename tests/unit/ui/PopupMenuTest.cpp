@@ -18,26 +18,18 @@ TEST(CPopupMenuTest, IsChosenFromWithTheKeyboard) {
     menu.AddSubMenu(std::move(timed), "&Block && wait", MenuImage::None, {.isChecked = true});
     menu.Add(5, "ordinary");  // O is the mnemonic of another one
     menu.Add(6, "normal");
-    struct Row {
-        std::initializer_list<WPARAM> keys;
-        int expected;
-    };
-    const Row rows[] = {
-        {{'O'}, 1},
-        {{'N'}, 6},              // has no mnemonic
-        {{'B', VK_RETURN}, 21},  // opens the sub-menu
-        {{'D', VK_ESCAPE}, 0},   // disabled: nothing is chosen
-        {{VK_UP, VK_RETURN}, 6},
-    };
-    for (const Row& row : rows) {
+    const auto choose = [&](std::initializer_list<WPARAM> keys) {
         // A menu may have closed before it took all of the last keys.
         MSG message;
         while (::PeekMessageA(&message, nullptr, WM_KEYFIRST, WM_KEYLAST, PM_REMOVE)) {
         }
-        for (const WPARAM key : row.keys) ::PostMessageA(owner.Window(), WM_KEYDOWN, key, 0);
-        EXPECT_EQ(menu.Track(owner.Window(), {200, 200}, TPM_RETURNCMD, look, nullptr), row.expected)
-            << "first key " << *row.keys.begin();
-    }
+        for (const WPARAM key : keys) ::PostMessageA(owner.Window(), WM_KEYDOWN, key, 0);
+        return menu.Track(owner.Window(), {200, 200}, TPM_RETURNCMD, look, nullptr);
+    };
+    EXPECT_EQ(choose({'O'}), 1);
+    EXPECT_EQ(choose({'N'}), 6) << "has no mnemonic";
+    EXPECT_EQ(choose({'B', VK_RETURN}), 21) << "opens the sub-menu";
+    EXPECT_EQ(choose({'D', VK_ESCAPE}), 0) << "disabled: nothing is chosen";
 }
 
 }  // namespace
