@@ -111,24 +111,15 @@ TEST_F(PipeWinTest, WaitsForABusyInstanceUntilItIsFreeOrTheProgramStops) {
     EXPECT_EQ(waiting.wait_for(kLong), std::future_status::ready);
 }
 
-TEST_F(PipeWinTest, CancelsWhatIsNotAnsweredOrReadInTime) {
-    const auto serving = Serve([&] {
-        AcceptQuestion();
-        release.get_future().wait();
-        Disconnect();
-        Accept();
-    });
-    auto connection = Connect();
+TEST_F(PipeWinTest, CancelsWhatIsNotAnsweredInTime) {
+    const auto serving = Serve([&] { AcceptQuestion(); });
+    const auto connection = Connect();
     ASSERT_TRUE(connection);
     EXPECT_EQ(connection->Transact(Numbered(8), answer, size, kShort), PipeOutcome::TimedOut);
     EXPECT_EQ(size, 99U);
     // The connection must not hand the late answer to the next question.
     EXPECT_EQ(connection->Transact(Numbered(8), answer, size, kShort), PipeOutcome::Failed);
     EXPECT_EQ(connection->Write(Numbered(8), kShort), PipeOutcome::Failed);
-    release.set_value();
-    connection = Connect();
-    ASSERT_TRUE(connection);
-    EXPECT_EQ(connection->Write(RawBytes(1'000'000), kShort), PipeOutcome::TimedOut);
 }
 
 TEST_F(PipeWinTest, StopEndsATransaction) {
