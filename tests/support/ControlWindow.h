@@ -2,8 +2,6 @@
 // pictures of plain colours.
 #pragma once
 
-#include <algorithm>
-#include <functional>
 #include <initializer_list>
 #include <memory>
 #include <string>
@@ -34,36 +32,20 @@ public:
         ::SetActiveWindow(Window());
     }
 
-    // Notifications by WM_COMMAND since the last call, of this kind.
-    int TakeCount(int notification) {
-        const auto count = std::count(m_notifications.begin(), m_notifications.end(), notification);
-        m_notifications.clear();
-        return static_cast<int>(count);
-    }
-    std::function<void()> onCommand = [] {};
-
 private:
-    void OnCommand(int, int notification) override {
-        m_notifications.push_back(notification);
-        onCommand();
-    }
     void OnPaint(HDC dc, const RECT& invalid) override { FillSolid(dc, invalid, kGround); }
     std::optional<LRESULT> OnMessage(UINT message, WPARAM wParam, LPARAM) override {
         if (message != WM_ERASEBKGND) return std::nullopt;
         FillSolid(reinterpret_cast<HDC>(wParam), ClientRect(), kGround);
         return TRUE;
     }
-
-    std::vector<int> m_notifications;
 };
 
-// A control as it stands on the screen, frame included.
+// A control as it stands on the screen, frame included, after it has painted what was invalid.
 class Screenshot {
 public:
-    enum class When { Painted, AtOnce };  // after it has painted what was invalid, or without waiting for that
-
-    explicit Screenshot(HWND control, When when = When::Painted) {
-        if (when == When::Painted) ::RedrawWindow(control, nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
+    explicit Screenshot(HWND control) {
+        ::RedrawWindow(control, nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
         RECT place{};
         ::GetWindowRect(control, &place);
         m_size = {WidthOf(place), HeightOf(place)};
@@ -80,16 +62,6 @@ public:
         info.bmiHeader = {sizeof(info.bmiHeader), m_size.cx, -m_size.cy, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
         ::GetDIBits(memory.Get(), bitmap.Get(), 0, static_cast<UINT>(m_size.cy), m_pixels.data(), &info,
                     DIB_RGB_COLORS);
-        // Blue stands lowest in a bitmap, red in a COLORREF.
-        for (COLORREF& pixel : m_pixels) pixel = RGB((pixel >> 16) & 0xFF, (pixel >> 8) & 0xFF, pixel & 0xFF);
-    }
-    // CLR_INVALID beside it, and everywhere when there is no such window.
-    [[nodiscard]] COLORREF At(int x, int y) const {
-        if (x < 0 || y < 0 || x >= m_size.cx || y >= m_size.cy) return CLR_INVALID;
-        return m_pixels[static_cast<std::size_t>(y * m_size.cx + x)];
-    }
-    [[nodiscard]] int Count(COLORREF colour) const {
-        return static_cast<int>(std::count(m_pixels.begin(), m_pixels.end(), colour));
     }
     bool operator==(const Screenshot& other) const { return m_pixels == other.m_pixels; }
 

@@ -59,14 +59,14 @@ inline constexpr std::string_view kGif =
 // 10 x 2: the first and the last column white.
 inline constexpr std::string_view kWbmp = "0000 0a02 8040 8040";
 
-inline std::string BigEndian(std::uint32_t value) {
-    return {static_cast<char>(value >> 24), static_cast<char>(value >> 16), static_cast<char>(value >> 8),
-            static_cast<char>(value)};
-}
 inline std::string LittleEndian(std::uint32_t value, unsigned size) {
     std::string text;
     for (; size > 0; --size, value >>= 8) text += static_cast<char>(value);
     return text;
+}
+inline std::string BigEndian(std::uint32_t value) {
+    const std::string text = LittleEndian(value, 4);
+    return {text.rbegin(), text.rend()};
 }
 
 // One chunk with its checksum: the CRC of ISO 3309, a bit at a time.

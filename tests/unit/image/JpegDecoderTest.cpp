@@ -2,6 +2,7 @@
 
 #include <cstdlib>
 #include <string>
+#include <utility>
 
 #include "unit/image/ImageSamples.h"
 
@@ -21,18 +22,11 @@ bool IsNear(std::uint32_t pixel, std::uint32_t expected) {
     return true;
 }
 
-void ExpectAll(const Bitmap& bitmap, std::uint32_t expected) {
-    for (const std::uint32_t pixel : bitmap.pixels) ASSERT_TRUE(IsNear(pixel, expected)) << std::hex << pixel;
-}
-
 TEST(JpegDecoderTest, DecodesColoursAndProgressiveGrey) {
     const auto colours = Decode(std::string(test::kRgbJpeg));
     const auto grey = Decode(std::string(test::kGreyJpegHead) + std::string(test::kGreyJpegScans));
-    ASSERT_TRUE(colours && grey);
-    ASSERT_EQ(colours->width, 16);
-    ASSERT_EQ(grey->width, 8);
-    ASSERT_EQ(colours->pixels.size(), 128U);
-    ASSERT_EQ(grey->pixels.size(), 128U);
+    ASSERT_TRUE(colours && colours->width == 16 && colours->pixels.size() == 128);
+    ASSERT_TRUE(grey && grey->width == 8 && grey->pixels.size() == 128);
     for (std::size_t i = 0; i < 128; ++i) {
         ASSERT_TRUE(IsNear(colours->pixels[i], i % 16 < 8 ? 0xFFC81E3C : 0xFF1428DC)) << i;
         ASSERT_TRUE(IsNear(grey->pixels[i], i < 64 ? 0xFF282828 : 0xFFC8C8C8)) << i;
@@ -40,14 +34,12 @@ TEST(JpegDecoderTest, DecodesColoursAndProgressiveGrey) {
 }
 
 TEST(JpegDecoderTest, DecodesFourInksInBothDirections) {
-    const std::string marker(test::kAdobeMarker), rest(test::kInkJpeg);
-    const auto fromAdobe = Decode("ffd8" + marker + rest);
-    ASSERT_TRUE(fromAdobe);
-    ExpectAll(*fromAdobe, 0xFFC81E3C);
     // Without the marker the same numbers (Y 148, Cb 145, Cr 23, K 200) are cyan, magenta, yellow and black.
-    const auto plain = Decode("ffd8" + rest);
-    ASSERT_TRUE(plain);
-    ExpectAll(*plain, 0xFF171832);
+    for (const auto& [marker, expected] : {std::pair{test::kAdobeMarker, 0xFFC81E3C}, {"", 0xFF171832}}) {
+        const auto bitmap = Decode("ffd8" + std::string(marker) + std::string(test::kInkJpeg));
+        ASSERT_TRUE(bitmap && bitmap->pixels.size() == 64);
+        for (const std::uint32_t pixel : bitmap->pixels) ASSERT_TRUE(IsNear(pixel, expected)) << std::hex << pixel;
+    }
 }
 
 TEST(JpegDecoderTest, RefusesDamageThatTheLibraryWouldPaintOver) {
@@ -57,16 +49,14 @@ TEST(JpegDecoderTest, RefusesDamageThatTheLibraryWouldPaintOver) {
 }
 
 TEST(JpegDecoderTest, GivesUpOnEndlessScans) {
-    const std::string head(test::kGreyJpegHead);
-    const auto decode = [&](int count) {
-        std::string file = head;
+    const auto decode = [](int count) {
+        std::string file(test::kGreyJpegHead);
         // The scan of the averages, each time in full precision.
         for (int i = 0; i < count; ++i) file += "ffda0008 01 0100 00 00 00 09b5bf";
         return Decode(file + "ffd9");
     };
     EXPECT_TRUE(decode(64));
     EXPECT_FALSE(decode(65));
-    EXPECT_FALSE(decode(2000));
 }
 
 }  // namespace

@@ -87,9 +87,7 @@ TEST_F(ServicePipesTest, WaitsThirtyTimesAndThenKnowsThatTheServiceIsMissing) {
     EXPECT_TRUE(service.LastCallMetService());
 }
 
-struct FilterQueueTest : testing::Test {
-    FakePipe pipe;
-    test::FakeClock clock;
+struct FilterQueueTest : ServicePipesTest {
     FilterQueue queue{pipe, clock};
 };
 
@@ -117,8 +115,12 @@ TEST_F(FilterQueueTest, QueryYieldsOneOrTwoFromAValidAnswerOnly) {
         const char *code, *value;
         std::uint32_t expected;
     };
-    for (const Row& row : {Row{6168, "\x64", "\1", 1}, Row{6168, "\x64", "\2", 2}, Row{6168, "\x64", "", 0},
-                           Row{6168, "\x64", "\3", 0}, Row{6168, "\x63", "\1", 0}, Row{6167, "\x64", "\1", 0}}) {
+    for (const Row& row : {Row{6168, "\x64", "\1", 1},
+                           {6168, "\x64", "\2", 2},
+                           {6168, "\x64", "", 0},
+                           {6168, "\x64", "\3", 0},
+                           {6168, "\x63", "\1", 0},
+                           {6167, "\x64", "\1", 0}}) {
         pipe.server = [&](const auto&) { return ZerosWith(row.size, {{0, row.code}, {8, row.value}}); };
         EXPECT_EQ(queue.FILTER_QUERY("site"), row.expected) << row.size << int{row.value[0]};
         EXPECT_EQ(pipe.requests.back().bytes, ZerosWith(6168, {{0, "\3"}, {12, "site"}}));

