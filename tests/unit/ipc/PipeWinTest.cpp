@@ -68,7 +68,7 @@ struct PipeWinTest : testing::Test {
 };
 
 TEST_F(PipeWinTest, AnswersComeWholeShortAndCut) {
-    for (const auto& [sent, received] : {std::pair<std::size_t, std::size_t>{8, 8}, {3, 3}, {4000, 8}}) {
+    for (const auto& [sent, received] : {std::pair<std::size_t, std::size_t>{8, 8}, {3, 3}, {9, 8}, {4000, 8}}) {
         const auto serving = Serve([this, sent = sent] {
             AcceptQuestion();
             DWORD written = 0;
@@ -111,26 +111,44 @@ TEST_F(PipeWinTest, WaitsForABusyInstanceUntilItIsFreeOrTheProgramStops) {
     EXPECT_EQ(waiting.wait_for(kLong), std::future_status::ready);
 }
 
-TEST_F(PipeWinTest, CancelsWhatIsNotAnsweredInTime) {
-    const auto serving = Serve([&] { AcceptQuestion(); });
-    const auto connection = Connect();
+TEST_F(PipeWinTest, CancelsWhatIsNotAnsweredOrReadInTime) {
+    const auto serving = Serve([&] {
+        AcceptQuestion();
+        release.get_future().wait();
+        Disconnect();
+        Accept();
+    });
+    auto connection = Connect();
     ASSERT_TRUE(connection);
     EXPECT_EQ(connection->Transact(Numbered(8), answer, size, kShort), PipeOutcome::TimedOut);
     EXPECT_EQ(size, 99U);
     // The connection must not hand the late answer to the next question.
     EXPECT_EQ(connection->Transact(Numbered(8), answer, size, kShort), PipeOutcome::Failed);
     EXPECT_EQ(connection->Write(Numbered(8), kShort), PipeOutcome::Failed);
+    release.set_value();
+    connection = Connect();
+    ASSERT_TRUE(connection);
+    EXPECT_EQ(connection->Write(RawBytes(1'000'000), kShort), PipeOutcome::TimedOut);
 }
 
-TEST_F(PipeWinTest, StopEndsATransaction) {
-    const auto serving = Serve([&] {
-        AcceptQuestion();
-        stop.Request();  // while the client waits for its answer
-    });
-    const auto connection = Connect();
-    ASSERT_TRUE(connection);
-    EXPECT_EQ(connection->Transact(Numbered(8), answer, size, 10 * kLong), PipeOutcome::TimedOut);
+TEST_F(PipeWinTest, StopOrTheServersDeathEndsATransaction) {
+    for (const bool dies : {false, true}) {
+        StopSignal stopNow;
+        WinPipeConnector connecting{stopNow};
+        const auto serving = Serve([&] {
+            AcceptQuestion();
+            dies ? server.Reset() : stopNow.Request();  // while the client waits for its answer
+        });
+        ASSERT_TRUE(connecting.WaitForInstance(name, kLong));
+        const auto connection = connecting.Open(name);
+        ASSERT_TRUE(connection && connection->SetMessageMode());
+        EXPECT_EQ(connection->Transact(Numbered(8), answer, size, 10 * kLong),
+                  dies ? PipeOutcome::Failed : PipeOutcome::TimedOut);
+        serving.wait();
+        if (!dies) Disconnect();
+    }
     EXPECT_FALSE(connector.WaitForInstance(name, kLong));
+    EXPECT_EQ(connector.Open(name), nullptr);
 }
 
 }  // namespace

@@ -48,6 +48,7 @@ TEST(CDialogTest, HandlesMessagesInsideAHandlerAndDropsWhatItThrows) {
 
 TEST(CDialogTest, OuterModalDialogWaitsForTheInnerOneAndStaysDisabled) {
     TestDialog outer, inner;
+    bool innerIsGone = false;
     outer.onInit = [&] { ::PostMessageA(outer.Window(), WM_COMMAND, 7, 0); };
     inner.onInit = [&] { ::PostMessageA(outer.Window(), WM_COMMAND, 8, 0); };
     inner.onCommand = [&](int) {
@@ -59,10 +60,42 @@ TEST(CDialogTest, OuterModalDialogWaitsForTheInnerOneAndStaysDisabled) {
         if (id == 7) {
             EXPECT_EQ(inner.DoModal(outer.Window(), IDD_MESSAGE_OK), 2);
             EXPECT_TRUE(::IsWindowEnabled(outer.Window()));
+            // What somebody else has disabled already stays so.
+            ::EnableWindow(outer.Window(), FALSE);
+            inner.onInit = [&] { inner.End(4); };
+            EXPECT_EQ(inner.DoModal(outer.Window(), IDD_MESSAGE_OK), 4);
+            EXPECT_FALSE(::IsWindowEnabled(outer.Window()));
+            innerIsGone = true;
         } else {
             outer.End(1);
             ::PostMessageA(inner.Window(), WM_COMMAND, 9, 0);
         }
+    };
+    EXPECT_EQ(outer.DoModal(nullptr, IDD_MESSAGE_OK), 1);
+    EXPECT_TRUE(innerIsGone);
+}
+
+TEST(CDialogTest, KeysReachAnOuterDialogThatTheInnerOneLeavesEnabled) {
+    // A message has come up while another one, which is no owner of it, is open.
+    TestDialog outer, inner;
+    outer.onInit = [&] { ::PostMessageA(outer.Window(), WM_COMMAND, 7, 0); };
+    outer.onCommand = [&](int) {
+        EXPECT_EQ(inner.DoModal(nullptr, IDD_MESSAGE_OK), 2);
+        EXPECT_FALSE(::IsWindowVisible(outer.Window())) << "Esc was for the outer one, and worked at once";
+    };
+    inner.onInit = [&] {
+        ::PostMessageA(outer.Item(IDOK), WM_KEYDOWN, VK_ESCAPE, 0);
+        ::PostMessageA(inner.Window(), WM_COMMAND, 9, 0);
+    };
+    inner.onCommand = [&](int) { inner.End(2); };
+    EXPECT_EQ(outer.DoModal(nullptr, IDD_MESSAGE_OK), IDCANCEL);
+
+    // One that is disabled hears nothing.
+    outer.onCommand = [&](int id) {
+        if (id == 7) {
+            EXPECT_EQ(inner.DoModal(outer.Window(), IDD_MESSAGE_OK), 2);
+        }
+        outer.End(1);
     };
     EXPECT_EQ(outer.DoModal(nullptr, IDD_MESSAGE_OK), 1);
 }
