@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "Product.h"
+#include "config/ResourceIds.h"
 
 namespace brennvar::test {
 namespace {
@@ -93,16 +94,39 @@ TEST_F(ProductTest, NoWithoutRememberingIsAskedAgainAndNobodyIsAskedAboutNoProce
     EXPECT_EQ(m_service->Journal("CONFIRM").back(), "CONFIRM 276 0:03 8:03 272:FFFFFFFF");
 }
 
-TEST_F(ProductTest, ListsTheDriversConnections) {
+TEST_F(ProductTest, ShowsTrafficNoticesAndConnections) {
     // The process ids are higher than those of the programs that run here.
     Start({"process 900077 C:\\Windows\\Aurora.exe", "connection 12 10.1.2.3:49153 93.184.216.34:80 900078 0 0",
            "connection ESTAB-OUT 10.1.2.3:49152 93.184.216.34:443 900077 1000 2000",
-           "listener udp 10.0.0.1:53 900077", "listener udp 10.0.0.2:53 900077"});
+           "listener udp 10.0.0.1:53 900077", "listener udp 10.0.0.2:53 900077", "totals 4000000000 7",
+           "rate 0 700000", "wait-for-records TRAY 1", "notice ATTACK", "notice The first one.| https://x",
+           "notice ATTACK", "notice REFRESH", "notice The second one."});
+    // What flowed before the program was started does not count.
+    EXPECT_TRUE(WaitForText(IDC_STATISTICS_IN + 2, "Total: 0 B"));
+    // How much of a second each tick measures differs; that it flows does not.
+    EXPECT_TRUE(WaitUntil([&] { return Text(IDC_STATISTICS_OUT + 1).ends_with("KB/s"); }))
+        << Text(IDC_STATISTICS_OUT + 1);
+    EXPECT_TRUE(WaitForText(IDC_STATISTICS_CONNECTIONS + 1, "4"));
+    EXPECT_TRUE(WaitForText(IDC_STATISTICS_ATTACKS + 1, "2"));
+    EXPECT_TRUE(WaitForText(IDC_STATISTICS_ATTACK_GRAPH, "Attack History: 0"));
+    const HWND notices = Control(IDC_STATISTICS_NOTICES);
+    ASSERT_TRUE(WaitUntil([&] { return ListRowCount(notices) == 2; }));
+    const Rows rows = ListRows(notices, 2, 10);
+    EXPECT_EQ(rows[0][1] + rows[1][1], "The second one.The first one.");
+
     // By the driver's state number, even where it is shown as unknown; listeners last, the higher address first.
     ExpectList(kConnectionsPage, {{"aurora.exe", "10.1.2.3:49152 -> 93.184.216.34:443", "ESTAB-OUT"},
                                   {"no process associated", "10.1.2.3:49153 -> 93.184.216.34:80", "?"},
                                   {"aurora.exe", "10.0.0.2:53", "LISTEN-UDP"},
                                   {"aurora.exe", "10.0.0.1:53", "LISTEN-UDP"}});
+    // The status line goes on counting, whatever page is shown.
+    EXPECT_TRUE(WaitForText(IDC_STATUS_CONNECTIONS, "Connections: 4"));
+}
+
+TEST_F(ProductTest, TellsWithoutDriverThatNothingIsKnown) {
+    Start({}, "--no-driver");
+    EXPECT_TRUE(WaitForText(IDC_STATISTICS_OUT_GRAPH, "Outgoing Traffic History: -"));
+    EXPECT_EQ(Text(IDC_STATISTICS_CONNECTIONS + 1), "-");
 }
 
 TEST_F(ProductTest, DeadServiceNeverFreezesTheWindow) {
@@ -152,15 +176,6 @@ TEST_F(ProductTest, AsksAndListsWithoutAServiceAndStaysResponsive) {
     EXPECT_LE(AnswerTime(m_window, 5s), 200ms);
 }
 
-TEST_F(ProductTest, SecondStartBringsTheFirstOneForward) {
-    StartInterface();
-    ::ShowWindow(m_window, SW_MINIMIZE);
-    ASSERT_TRUE(WaitUntil([&] { return ::IsIconic(m_window) != FALSE; }));
-    const RunningProgram second(Quoted(BuiltProgram(R"(src\app\BrennvarGUI.exe)")));
-    EXPECT_EQ(second.WaitForEnd(), 0);
-    EXPECT_TRUE(WaitUntil([&] { return ::IsIconic(m_window) == FALSE; }));
-}
-
 TEST_F(ProductTest, SurvivesADriverThatAnswersNonsense) {
     // The connections' answer claims more than was asked for, the listeners' request fails, the totals are cut
     // short, and the question is longer than any path, without an end.
@@ -208,21 +223,17 @@ TEST_F(ProductTest, SurvivesRandomBytesInEveryFile) {
 std::vector<std::uint32_t> PixelsAt(HWND window) {
     RECT place{};
     ::GetWindowRect(window, &place);
+    const LONG width = place.right - place.left, height = place.bottom - place.top;
     BITMAPINFO info{};
-    info.bmiHeader.biSize = sizeof info.bmiHeader;
-    info.bmiHeader.biWidth = place.right - place.left;
-    info.bmiHeader.biHeight = place.bottom - place.top;
-    info.bmiHeader.biPlanes = 1;
-    info.bmiHeader.biBitCount = 32;
-    std::vector<std::uint32_t> pixels(static_cast<std::size_t>(info.bmiHeader.biWidth * info.bmiHeader.biHeight));
+    info.bmiHeader = {sizeof info.bmiHeader, width, height, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
+    std::vector<std::uint32_t> pixels(static_cast<std::size_t>(width * height));
     const HDC screen = ::GetDC(nullptr);
     const HDC memory = ::CreateCompatibleDC(screen);
-    const HBITMAP bitmap = ::CreateCompatibleBitmap(screen, info.bmiHeader.biWidth, info.bmiHeader.biHeight);
+    const HBITMAP bitmap = ::CreateCompatibleBitmap(screen, width, height);
     const HGDIOBJ old = ::SelectObject(memory, bitmap);
-    ::BitBlt(memory, 0, 0, info.bmiHeader.biWidth, info.bmiHeader.biHeight, screen, place.left, place.top, SRCCOPY);
+    ::BitBlt(memory, 0, 0, width, height, screen, place.left, place.top, SRCCOPY);
     ::SelectObject(memory, old);
-    ::GetDIBits(memory, bitmap, 0, static_cast<UINT>(info.bmiHeader.biHeight), pixels.data(), &info,
-                DIB_RGB_COLORS);
+    ::GetDIBits(memory, bitmap, 0, static_cast<UINT>(height), pixels.data(), &info, DIB_RGB_COLORS);
     ::DeleteObject(bitmap);
     ::DeleteDC(memory);
     ::ReleaseDC(nullptr, screen);
