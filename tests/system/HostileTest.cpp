@@ -77,8 +77,6 @@ protected:
         Require(PressWhenEnabled(exit, IDOK));
         ExpectEnd();
     }
-
-    void ExpectQuestionTakesAClick() const;
 };
 
 using namespace std::string_literals;
@@ -166,27 +164,6 @@ void ClickOn(HWND window) {
     ::SendInput(2, inputs, sizeof(INPUT));
 }
 
-// A question comes now, and the mouse answers it.
-void HostileTest::ExpectQuestionTakesAClick() const {
-    SendToService();
-    const HWND question = NextDialog(kNo);
-    ASSERT_TRUE(WaitUntil([&] { return ::IsWindowEnabled(::GetDlgItem(question, kNo)) != FALSE; }));
-    // The window may still be on its way to the top when its buttons work already: as a user does, click again.
-    bool isGone = false;
-    for (int click = 0; click < 10 && !isGone; ++click) {
-        ClickOn(::GetDlgItem(question, kNo));
-        isGone = WaitUntil([&] { return !::IsWindow(question); }, 1s);
-    }
-    EXPECT_TRUE(isGone) << "no click has reached the button";
-}
-
-// What keeps the input of the program's windows to itself at present (GUI_ flags).
-DWORD ModeOf(HWND window) {
-    GUITHREADINFO state{};
-    state.cbSize = sizeof state;
-    return ::GetGUIThreadInfo(::GetWindowThreadProcessId(window, nullptr), &state) ? state.flags : 0;
-}
-
 TEST_F(HostileTest, QuestionEndsAMenuOrAMoveAndIsAnsweredWithTheMouse) {
     for (const DWORD mode : {GUI_INMENUMODE, GUI_INMOVESIZE}) {
         Start({kOnOrder, kAsks});
@@ -202,7 +179,16 @@ TEST_F(HostileTest, QuestionEndsAMenuOrAMoveAndIsAnsweredWithTheMouse) {
             ::PostMessageA(m_window, WM_SYSCOMMAND, SC_MOVE, 0);
         }
         ASSERT_TRUE(WaitUntil([&] { return (ModeOf(m_window) & mode) != 0; }));
-        ExpectQuestionTakesAClick();
+        SendToService();
+        const HWND question = NextDialog(kNo);
+        ASSERT_TRUE(WaitUntil([&] { return ::IsWindowEnabled(::GetDlgItem(question, kNo)) != FALSE; }));
+        // The window may still be on its way to the top when its buttons work already: as a user does, click again.
+        bool isGone = false;
+        for (int click = 0; click < 10 && !isGone; ++click) {
+            ClickOn(::GetDlgItem(question, kNo));
+            isGone = WaitUntil([&] { return !::IsWindow(question); }, 1s);
+        }
+        EXPECT_TRUE(isGone) << "no click has reached the button";
         EXPECT_EQ(ModeOf(m_window) & mode, 0U);
         Leave();
         Stop();

@@ -67,9 +67,10 @@ TEST_F(LanguageTest, ChoiceIsSentWhateverTheAnswerAndShowsAfterTheRestart) {
         "Restart now?",
         IDCANCEL);
     ExpectSent({"COMMAND 5596 0:12 5472:44656661756C74", "COMMAND 5596 0:13 5472:4765726D616E"});
-    EXPECT_TRUE(
-        m_service->WaitForFile("settings.ini", "[Skin]\r\nDirectory=Default\r\n[Language]\r\nDirectory=German\r\n"))
-        << m_service->Read("settings.ini");
+    EXPECT_TRUE(WaitUntil([this] {
+        return m_service->Read("settings.ini") ==
+               "[Skin]\r\nDirectory=Default\r\n[Language]\r\nDirectory=German\r\n";
+    })) << m_service->Read("settings.ini");
     EXPECT_EQ(WindowText(::GetDlgItem(m_window, kOptionsPage)), "Options");
 
     Choose("Slovak");

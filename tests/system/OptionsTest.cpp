@@ -1,17 +1,14 @@
 // The sections of the Options page against the service stand-in: what is sent, and what the page shows afterwards.
 #include <gtest/gtest.h>
 
-#include <utility>
-
 #include "Product.h"
 
 namespace brennvar::test {
 namespace {
 
-enum Section { kMiscellaneous = 3, kFileSharing = 5, kFiltering };
+enum Section { kMiscellaneous = 3, kFileSharing = 5 };
 
 constexpr int kNote = 1102;
-constexpr int kSiteControl = 1110, kCookies = 1114, kFilterPort = 1079;
 
 // Journal lines. Offsets and bytes are those of the record on the wire.
 std::string Value(int id, const std::string& value) {
@@ -56,27 +53,6 @@ TEST_F(OptionsTest, SendsASectionAndShowsWhatIsStored) {
     EXPECT_EQ(Text(1066), std::string(119, 'x'));
     EXPECT_EQ(Text(1067), "");
     EXPECT_EQ(Text(1070), "SOCKS5");
-}
-
-TEST_F(OptionsTest, BrowserFilteringIsStoredForTheUserAndItsPortIsQueued) {
-    StartAt(kFiltering);
-    EXPECT_EQ(Text(kFilterPort), "8215");
-    Click(kSiteControl);
-    Click(kCookies);
-    Type(kFilterPort, "8080");
-    Press(kApply);
-    AnswerMessage("Please restart your Internet browser to apply changes.");
-    EXPECT_TRUE(WaitForNote("Stored."));
-    const std::pair<const char*, DWORD> values[] = {{"FilteringProxyPort", 8080}, {"EnableSCS", 1},
-                                                    {"EnableCookiesBlocking", 1}, {"EnableAdBlocking", 0},
-                                                    {"EnableActiveXBlocking", 0}, {"EnableReferBlocking", 0}};
-    for (const auto& [name, expected] : values) {
-        DWORD value = ~expected, size = sizeof value;
-        (void)::RegGetValueA(HKEY_CURRENT_USER, kUserKey, name, RRF_RT_DWORD, nullptr, &value, &size);
-        EXPECT_EQ(value, expected) << name;
-    }
-    EXPECT_EQ(m_service->Journal("QUEUE"), Lines{"QUEUE 6168 0:02 6160:901F"});
-    EXPECT_TRUE(Sent().empty());
 }
 
 TEST_F(OptionsTest, LeavingWithChangesAsksWhatToDoWithThem) {

@@ -107,13 +107,9 @@ TEST_F(SecurityTest, CommandsNeedNoPasswordWhereNoneIsSet) {
     std::string yearHex;
     for (const char digit : year) yearHex += std::string("3") + digit;
     Start({});
-    Command(kTestMail);
-    ExpectSent({"COMMAND 5596 0:14", kMailTested});
     Command(kUpdate);
     AnswerMessage("Signatures has been sucessfully updated!");
     ExpectSent({"COMMAND 5596 0:15"});
-    Command(kNetworkOn);
-    ExpectSent({"COMMAND 5596 0:19 644:01"});
     // What cannot be undone is asked about.
     const auto ask = [&](int command, const char* question) {
         for (const int button : {IDCANCEL, IDOK}) {
@@ -171,35 +167,6 @@ TEST_F(SecurityTest, PasswordIsSetAndStaysBehindWhenTheServiceGoes) {
     AskToExit();
     EnterPassword("new");
     ExpectEnd();
-}
-
-TEST_F(SecurityTest, AsksOverADialogAndNotBesideAQuestion) {
-    Start({"option-text 4 Secret1", "wait-for-records COMMAND 5",
-           R"(question tcp 10.1.2.3:1 10.9.9.9:2 4242 C:\Aurora\aurora.exe)"});
-    Command(kAboutCommand);
-    const HWND about = NextWindow("About");
-    Command(kTestMail);
-    const HWND password = NextPassword();
-    EXPECT_EQ(::GetWindow(password, GW_OWNER), about);
-    Command(kResetFingerprints);  // refused without a word, as no second report says below
-    Command(kExitCommand);        // would be refused in the end, so it asks nothing
-    ExpectAnswers();
-    EXPECT_EQ(FindProgramWindow(m_interface->Id(), m_caption, m_window), nullptr);
-    Answer(password, IDCANCEL);
-    ASSERT_TRUE(WaitUntil([&] { return ::IsWindowEnabled(about) != FALSE; }));
-    Answer(about, IDOK);
-    ExpectSent({kInvalid});
-
-    // The driver waits for an answer that must not wait for the password.
-    Command(kNetworkOn);
-    const HWND question = NextQuestion();
-    Command(kResetFingerprints);
-    ExpectAnswers();
-    Answer(question, kNo);
-    ASSERT_TRUE(WaitForRecords("CONFIRM", 1));
-    Command(kTestMail);
-    Answer(NextPassword(), IDCANCEL);
-    ExpectSent({"COMMAND 5596 0:19 644:01", kInvalid});
 }
 
 }  // namespace

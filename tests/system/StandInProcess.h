@@ -28,7 +28,6 @@ public:
 
     // Wait with a deadline for a condition.
     [[nodiscard]] bool WaitForJournal(std::string_view line, std::size_t times = 1) const;
-    [[nodiscard]] bool WaitForFile(const std::string& name, std::string_view content) const;
 
     // Asks the program to stop and waits for its end.
     void Stop();

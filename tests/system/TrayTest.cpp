@@ -22,13 +22,6 @@ const Lines kBlockAll = {"COMMAND 5596 0:08 5468:02 5592:01", "COMMAND 5596 0:07
 class TrayTest : public ProductFixture {
 protected:
     void Click(UINT mouseMessage) const { ::PostMessageA(m_window, kTrayMessage, kIconId, mouseMessage); }
-    // Menus keep the input of the thread to themselves.
-    [[nodiscard]] bool IsMenuOpen() const {
-        GUITHREADINFO state{};
-        state.cbSize = sizeof state;
-        return ::GetGUIThreadInfo(::GetWindowThreadProcessId(m_window, nullptr), &state) &&
-               (state.flags & GUI_INMENUMODE) != 0;
-    }
     [[nodiscard]] bool WaitForVisible(bool isVisible) const {
         return WaitUntil([&] { return (::IsWindowVisible(m_window) != FALSE) == isVisible; });
     }
@@ -71,9 +64,9 @@ TEST_F(TrayTest, MenuOpensByARightClickAndTheIconBringsTheWindowBack) {
         ASSERT_TRUE(WaitForVisible(false)) << i;
         for (const bool isAgain : {false, true}) {
             Click(WM_RBUTTONUP);
-            ASSERT_TRUE(WaitUntil([this] { return IsMenuOpen(); })) << isAgain;
+            ASSERT_TRUE(WaitUntil([this] { return (ModeOf(m_window) & GUI_INMENUMODE) != 0; })) << isAgain;
             ::PostMessageA(m_window, WM_CANCELMODE, 0, 0);
-            ASSERT_TRUE(WaitUntil([this] { return !IsMenuOpen(); }));
+            ASSERT_TRUE(WaitUntil([this] { return (ModeOf(m_window) & GUI_INMENUMODE) == 0; }));
         }
         EXPECT_FALSE(::IsWindowVisible(m_window));
         ways[i].second();
@@ -89,22 +82,6 @@ TEST_F(TrayTest, MenuOpensByARightClickAndTheIconBringsTheWindowBack) {
     // Only this command ends the program, from the icon as well.
     Hide();
     Leave();
-}
-
-TEST_F(TrayTest, HiddenPageSleepsAndComesBackFresh) {
-    Start({"process 900077 C:\\Windows\\Aurora.exe",
-           "connection ESTAB-OUT 10.1.2.3:49152 93.184.216.34:443 900077 0 0"});
-    Ask(m_window, WM_COMMAND, kConnectionsPage);
-    ASSERT_TRUE(WaitForRecords("PID", 1));  // each reading asks for the process once
-    Hide();
-    // The notices are fetched each second: by the fourth answer the page would have read twice more.
-    const std::size_t fetched = m_service->Journal("TRAY").size();
-    ASSERT_TRUE(WaitForRecords("TRAY", fetched + 1));  // what was under way when it was hidden is over
-    const std::size_t read = m_service->Journal("PID").size();
-    ASSERT_TRUE(WaitForRecords("TRAY", fetched + 6));
-    EXPECT_EQ(m_service->Journal("PID").size(), read);
-    Command(409);
-    EXPECT_TRUE(WaitForRecords("PID", read + 1));
 }
 
 TEST_F(TrayTest, NoticesAreShownOneAfterTheOther) {
