@@ -11,8 +11,6 @@
 namespace brennvar::test {
 namespace {
 
-using namespace std::chrono_literals;
-
 constexpr int kSearch = 915, kAllow = 1270, kDeny = 1271, kAsk = 1272, kRemove = 1273;
 constexpr int kNameColumn = 0, kPathColumn = 1, kActionColumn = 2;
 
@@ -128,12 +126,6 @@ TEST_F(ApplicationsTest, TwentyThousandRulesAndOddOnesAreAtHand) {
             return ::IsWindowVisible(balloon) && WindowText(balloon).find(words) != std::string::npos;
         })) << words;
     }
-    auto slowest = 0ms;
-    for (int page = 0; page < kRules / 20; ++page) {
-        ::PostMessageA(m_list, WM_VSCROLL, SB_PAGEDOWN, 0);
-        slowest = std::max(slowest, AnswerTime(m_list, 5s));
-    }
-    EXPECT_LT(slowest, 500ms);
     SetText(Control(kSearch), "SEVEN");
     EXPECT_TRUE(WaitUntil([&] { return ReadList(3) == Rows{{"seven.exe", R"(C:\Tools\seven.exe)", "Ask"}}; }));
 }

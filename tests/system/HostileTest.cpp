@@ -141,11 +141,6 @@ TEST_F(HostileTest, OpensInSightWhateverPlaceIsRemembered) {
         for (std::size_t i = 0; i < 5; ++i) {
             ::RegSetKeyValueA(HKEY_CURRENT_USER, kUserKey, names[i], REG_DWORD, &row[i], sizeof row[i]);
         }
-        for (int column = 0; column < 7; ++column) {
-            const DWORD width = column % 2 == 0 ? 0xFFFFFFFF : 0;
-            ::RegSetKeyValueA(HKEY_CURRENT_USER, kUserKey, ("ConnectionsColumn" + std::to_string(column)).c_str(),
-                              REG_DWORD, &width, sizeof width);
-        }
         StartInterface();
         ExpectInSight(m_window, {kCloseButton});
         Leave();

@@ -146,9 +146,8 @@ TEST_F(ProductTest, AsksAndListsWithoutAServiceAndStaysResponsive) {
             longest = std::max(longest, AnswerTime(m_window, 5s));
             return !::IsWindow(dialog);
         }));
-        EXPECT_LE(longest, 200ms);
+        EXPECT_LE(std::max(longest, AnswerTime(m_window, 5s)), 200ms);
     }
-    EXPECT_LE(AnswerTime(m_window, 5s), 200ms);
 }
 
 TEST_F(ProductTest, SurvivesADriverThatAnswersNonsense) {

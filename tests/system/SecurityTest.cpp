@@ -10,8 +10,8 @@
 namespace brennvar::test {
 namespace {
 
-constexpr int kResetTrusted = 970, kResetFingerprints = 971, kReset = 972, kTestMail = 973, kUpdate = 974,
-              kDeleteLogs = 975, kSetPassword = 976, kNetworkOn = 700, kNetworkOff = 701;
+constexpr int kResetFingerprints = 971, kReset = 972, kTestMail = 973, kUpdate = 974, kDeleteLogs = 975,
+              kSetPassword = 976, kNetworkOff = 701;
 constexpr int kOldEdit = 1202, kEdit = 1204, kConfirmEdit = 1206;
 constexpr int kDayList = 1212, kMonthList = 1214, kYearList = 1216, kDayAndOlder = 523;
 constexpr char kPasswordCaption[] = "Security password";
@@ -24,7 +24,6 @@ constexpr char kInvalid[] =
 constexpr char kPasswordChanged[] = "COMMAND 5596 0:01 4:4F7074696F6E73206368616E676564 132:50617373776F7264";
 // "Fingerprints reset"
 constexpr char kFingerprintsReset[] = "COMMAND 5596 0:01 4:46696E6765727072696E7473207265736574";
-
 // "E-mail notification test"
 constexpr char kMailTested[] = "COMMAND 5596 0:01 4:452D6D61696C206E6F74696669636174696F6E2074657374";
 
@@ -111,15 +110,11 @@ TEST_F(SecurityTest, CommandsNeedNoPasswordWhereNoneIsSet) {
     AnswerMessage("Signatures has been sucessfully updated!");
     ExpectSent({"COMMAND 5596 0:15"});
     // What cannot be undone is asked about.
-    const auto ask = [&](int command, const char* question) {
-        for (const int button : {IDCANCEL, IDOK}) {
-            Command(command);
-            AnswerMessage(question, button);
-        }
-    };
-    ask(kResetTrusted, "Do you want to reset the list of trusted programs?");  // "Reset Trusted"
-    ExpectSent({"COMMAND 5596 0:1B", "COMMAND 5596 0:01 4:52657365742054727573746564"});
-    ask(kReset, "Do you want to reset all settings of the firewall?");  // "Options changed", "Reset"
+    for (const int button : {IDCANCEL, IDOK}) {
+        Command(kReset);
+        AnswerMessage("Do you want to reset all settings of the firewall?", button);
+    }
+    // "Options changed", "Reset"
     ExpectSent({"COMMAND 5596 0:1D", "COMMAND 5596 0:01 4:4F7074696F6E73206368616E676564 132:5265736574"});
 
     // Logs of a day of last year, and of those before it.
