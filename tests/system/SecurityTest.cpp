@@ -78,12 +78,12 @@ TEST_F(SecurityTest, PasswordStandsBeforeProtectedCommandsAndExit) {
     AskToExit();
     Answer(NextPassword(), IDCANCEL);
     ExpectSent({kInvalid});
-    EXPECT_TRUE(m_interface->IsRunning() && ::IsWindowVisible(m_window));
-    const std::string config = m_data + "\\config.conf";
+    EXPECT_TRUE(::IsWindowVisible(m_window));
     {
         UniqueFile held;
         ASSERT_TRUE(WaitUntil([&] {
-            held.Reset(::CreateFileA(config.c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr));
+            held.Reset(::CreateFileA((m_data + "\\config.conf").c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0,
+                                     nullptr));
             return bool(held);
         }));
         Command(kTestMail);
@@ -131,8 +131,7 @@ TEST_F(SecurityTest, CommandsNeedNoPasswordWhereNoneIsSet) {
         }
         Answer(dialog, button);
         ExpectSent({"COMMAND 5596 0:17 132:" + yearHex + "30323238" + older});
-        const bool isLeft = button == IDOK;  // the day before
-        EXPECT_TRUE(WaitUntil([&] {
+        EXPECT_TRUE(WaitUntil([&, isLeft = button == IDOK] {
             return !std::filesystem::exists(log("0228")) && std::filesystem::exists(log("0227")) == isLeft;
         }));
     }
