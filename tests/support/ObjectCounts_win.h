@@ -35,7 +35,7 @@ Function SystemFunction(const char* name) {
 
 // Wine's GetGuiResources has no numbers; the table of GDI objects that every process maps has them there: entries
 // of 24 bytes with the type at offset 14. The handle must allow to read the process's memory; -1: it does not.
-inline int CountGdiObjects(HANDLE process = ::GetCurrentProcess()) {
+inline int CountGdiObjects(HANDLE process) {
     if (const DWORD count = ::GetGuiResources(process, GR_GDIOBJECTS)) return static_cast<int>(count);
     constexpr std::size_t kEntries = 16384, kEntrySize = 24, kTypeOffset = 14, kTableInPeb = 0xF8;
     // The process environment block's address is the second of six words.
@@ -56,7 +56,7 @@ inline int CountGdiObjects(HANDLE process = ::GetCurrentProcess()) {
 }
 
 // Windows of a process with their children.
-inline int CountWindows(DWORD processId = ::GetCurrentProcessId()) {
+inline int CountWindows(DWORD processId) {
     struct Counter {
         DWORD processId;
         int count = 0;
@@ -77,7 +77,7 @@ inline int CountWindows(DWORD processId = ::GetCurrentProcessId()) {
 
 // Wine does not count them for a program that asks (GetProcessHandleCount), but lists those of all processes:
 // behind two words, one entry of 40 bytes for each, with the process at offset 8.
-inline int CountHandles(DWORD processId = ::GetCurrentProcessId()) {
+inline int CountHandles(DWORD processId) {
     constexpr ULONG kExtendedHandleInformation = 64;
     constexpr LONG kTooShort = static_cast<LONG>(0xC0000004);
     constexpr std::size_t kHead = 16, kEntrySize = 40, kProcessOffset = 8;
@@ -101,10 +101,8 @@ inline int CountHandles(DWORD processId = ::GetCurrentProcessId()) {
     return count;
 }
 
-inline ObjectCounts CountObjects() {
-    return {.gdi = CountGdiObjects(), .windows = CountWindows(), .handles = CountHandles()};
-}
-inline ObjectCounts CountObjects(HANDLE process, DWORD processId) {
+inline ObjectCounts CountObjects(HANDLE process = ::GetCurrentProcess(),
+                                 DWORD processId = ::GetCurrentProcessId()) {
     return {
         .gdi = CountGdiObjects(process), .windows = CountWindows(processId), .handles = CountHandles(processId)};
 }

@@ -97,6 +97,12 @@ HWND FindVisibleControl(HWND parent, int id) {
     return FindVisible(parent, [=](HWND window) { return ::GetDlgCtrlID(window) == id; });
 }
 
+DWORD ModeOf(HWND window) {
+    GUITHREADINFO state{};
+    state.cbSize = sizeof state;
+    return ::GetGUIThreadInfo(::GetWindowThreadProcessId(window, nullptr), &state) ? state.flags : 0;
+}
+
 std::chrono::milliseconds AnswerTime(HWND window, std::chrono::milliseconds limit) {
     const auto start = std::chrono::steady_clock::now();
     DWORD_PTR ignored = 0;

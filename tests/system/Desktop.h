@@ -41,6 +41,9 @@ LRESULT Ask(HWND window, UINT message, WPARAM wParam = 0, LPARAM lParam = 0);
 // The same by its number.
 [[nodiscard]] HWND FindVisibleControl(HWND parent, int id);
 
+// What keeps the input of the window's thread to itself at present (GUI_ flags).
+[[nodiscard]] DWORD ModeOf(HWND window);
+
 // The time that the window takes to answer an empty message; limit when it has not answered by then.
 [[nodiscard]] std::chrono::milliseconds AnswerTime(HWND window, std::chrono::milliseconds limit);
 

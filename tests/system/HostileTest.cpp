@@ -77,8 +77,6 @@ protected:
         Require(PressWhenEnabled(exit, IDOK));
         ExpectEnd();
     }
-
-    void ExpectQuestionTakesAClick() const;
 };
 
 using namespace std::string_literals;
@@ -90,13 +88,12 @@ TEST_F(HostileTest, IsUsedWithEveryPictureSpoilt) {
         if (entry.path().extension() == ".png") pictures.push_back(entry.path().filename().string());
     }
     ASSERT_GT(pictures.size(), 20U);
-    const auto jpeg = FromHex(kRgbJpeg);
     // The last ones are black and white bitmaps: width and height in groups of seven bits, then the rows.
     const struct {
         const char* name;
         std::string content;
     } skins[] = {{"garbage", std::string(5000, '\x5A')},
-                 {"jpeg", {reinterpret_cast<const char*>(jpeg.data()), jpeg.size()}},
+                 {"jpeg", TextFromHex(kRgbJpeg)},
                  {"line", "\0\0\x81\x80\0\1"s + std::string(2048, '\xAA')},
                  {"pole", "\0\0\3\x81\x80\0"s + std::string(16384, '\xAA')},
                  {"huge", "\0\0\xA0\0\xA0\0"s + std::string(512 * 4096, '\xAA')}};
@@ -144,56 +141,22 @@ TEST_F(HostileTest, OpensInSightWhateverPlaceIsRemembered) {
         for (std::size_t i = 0; i < 5; ++i) {
             ::RegSetKeyValueA(HKEY_CURRENT_USER, kUserKey, names[i], REG_DWORD, &row[i], sizeof row[i]);
         }
-        for (int column = 0; column < 7; ++column) {
-            const DWORD width = column % 2 == 0 ? 0xFFFFFFFF : 0;
-            ::RegSetKeyValueA(HKEY_CURRENT_USER, kUserKey, ("ConnectionsColumn" + std::to_string(column)).c_str(),
-                              REG_DWORD, &width, sizeof width);
-        }
-        StartInterface();
-        ExpectInSight(m_window, {kCloseButton});
-        // Out of the screen by the user, it comes back as well.
-        ::SetWindowPos(m_window, nullptr, -3000, 3000, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
-        Leave();
         StartInterface();
         ExpectInSight(m_window, {kCloseButton});
         Leave();
     }
 }
 
-// Clicks on a place of the screen, as a user does.
-void ClickAt(POINT point) {
-    ::SetCursorPos(point.x, point.y);
+// Clicks on the middle of a window, as a user does.
+void ClickOn(HWND window) {
+    RECT place{};
+    ::GetWindowRect(window, &place);
+    ::SetCursorPos((place.left + place.right) / 2, (place.top + place.bottom) / 2);
     INPUT inputs[2]{};
     for (INPUT& input : inputs) input.type = INPUT_MOUSE;
     inputs[0].mi.dwFlags = MOUSEEVENTF_LEFTDOWN;
     inputs[1].mi.dwFlags = MOUSEEVENTF_LEFTUP;
     ::SendInput(2, inputs, sizeof(INPUT));
-}
-POINT MiddleOf(HWND window) {
-    RECT place{};
-    ::GetWindowRect(window, &place);
-    return {(place.left + place.right) / 2, (place.top + place.bottom) / 2};
-}
-
-// A question comes now, and the mouse answers it.
-void HostileTest::ExpectQuestionTakesAClick() const {
-    SendToService();
-    const HWND question = NextDialog(kNo);
-    ASSERT_TRUE(WaitUntil([&] { return ::IsWindowEnabled(::GetDlgItem(question, kNo)) != FALSE; }));
-    // The window may still be on its way to the top when its buttons work already: as a user does, click again.
-    bool isGone = false;
-    for (int click = 0; click < 10 && !isGone; ++click) {
-        ClickAt(MiddleOf(::GetDlgItem(question, kNo)));
-        isGone = WaitUntil([&] { return !::IsWindow(question); }, 1s);
-    }
-    EXPECT_TRUE(isGone) << "no click has reached the button";
-}
-
-// What keeps the input of the program's windows to itself at present (GUI_ flags).
-DWORD ModeOf(HWND window) {
-    GUITHREADINFO state{};
-    state.cbSize = sizeof state;
-    return ::GetGUIThreadInfo(::GetWindowThreadProcessId(window, nullptr), &state) ? state.flags : 0;
 }
 
 TEST_F(HostileTest, QuestionEndsAMenuOrAMoveAndIsAnsweredWithTheMouse) {
@@ -211,7 +174,16 @@ TEST_F(HostileTest, QuestionEndsAMenuOrAMoveAndIsAnsweredWithTheMouse) {
             ::PostMessageA(m_window, WM_SYSCOMMAND, SC_MOVE, 0);
         }
         ASSERT_TRUE(WaitUntil([&] { return (ModeOf(m_window) & mode) != 0; }));
-        ExpectQuestionTakesAClick();
+        SendToService();
+        const HWND question = NextDialog(kNo);
+        ASSERT_TRUE(WaitUntil([&] { return ::IsWindowEnabled(::GetDlgItem(question, kNo)) != FALSE; }));
+        // The window may still be on its way to the top when its buttons work already: as a user does, click again.
+        bool isGone = false;
+        for (int click = 0; click < 10 && !isGone; ++click) {
+            ClickOn(::GetDlgItem(question, kNo));
+            isGone = WaitUntil([&] { return !::IsWindow(question); }, 1s);
+        }
+        EXPECT_TRUE(isGone) << "no click has reached the button";
         EXPECT_EQ(ModeOf(m_window) & mode, 0U);
         Leave();
         Stop();

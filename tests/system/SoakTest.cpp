@@ -31,12 +31,6 @@ constexpr int kNoticePeriod = 10;
 class SoakTest : public ProductFixture {
 protected:
     void PlayTick(WPARAM timer) const { Require(Ask(m_window, WM_TIMER, timer) != kNoAnswer); }
-    void PlaySecond() const {
-        for (const WPARAM timer : kSlowTimers) PlayTick(timer);
-        for (int tick = 0; tick < kFastTicks; ++tick) {
-            for (const WPARAM timer : kFastTimers) PlayTick(timer);
-        }
-    }
     // Every page for an eighth of the time, and the tray for a quarter.
     void PlaySeconds(int seconds) const {
         const int stage = seconds / 8;
@@ -50,7 +44,12 @@ protected:
         PlayStage(2 * stage);
     }
     void PlayStage(int seconds) const {
-        for (int second = 0; second < seconds; ++second) PlaySecond();
+        for (int second = 0; second < seconds; ++second) {
+            for (const WPARAM timer : kSlowTimers) PlayTick(timer);
+            for (int tick = 0; tick < kFastTicks; ++tick) {
+                for (const WPARAM timer : kFastTimers) PlayTick(timer);
+            }
+        }
     }
     [[nodiscard]] std::size_t Memory() const {
         PROCESS_MEMORY_COUNTERS counters{};
@@ -70,9 +69,7 @@ TEST_F(SoakTest, HoursOfTicksLeaveNothingBehind) {
     }
     Start(scenario);
 
-    for (int round = 0; round < kWarmUpRounds; ++round) {
-        PlaySeconds(kWarmUpSeconds);
-    }
+    for (int round = 0; round < kWarmUpRounds; ++round) PlaySeconds(kWarmUpSeconds);
     const ObjectCounts before = Counts();
     const std::size_t memoryBefore = Memory();
     ASSERT_GT(before.gdi, 0);

@@ -48,10 +48,6 @@ bool StandInProcess::WaitForJournal(std::string_view line, std::size_t times) co
     });
 }
 
-bool StandInProcess::WaitForFile(const std::string& name, std::string_view content) const {
-    return WaitUntil([&] { return Read(name) == content; });
-}
-
 void StandInProcess::Stop() {
     if (!m_program.IsRunning()) return;
     const UniqueEvent stop(::OpenEventA(EVENT_MODIFY_STATE, FALSE, "BrennvarStandInStop"));

@@ -23,14 +23,11 @@ public:
 
     // The data folder's file of that name, whole; empty when there is none.
     [[nodiscard]] std::string Read(const std::string& name) const;
-    [[nodiscard]] std::string DataFolder() const { return m_dataFolder; }
-    [[nodiscard]] std::string Output() const { return m_ownFolder.Read("output.txt"); }
     // The journal's lines so far, without their sequence numbers; only those that begin with the given word.
     [[nodiscard]] std::vector<std::string> Journal(std::string_view word = "") const;
 
     // Wait with a deadline for a condition.
     [[nodiscard]] bool WaitForJournal(std::string_view line, std::size_t times = 1) const;
-    [[nodiscard]] bool WaitForFile(const std::string& name, std::string_view content) const;
 
     // Asks the program to stop and waits for its end.
     void Stop();
