@@ -14,9 +14,10 @@ constexpr unsigned kTicksPerCount = 2;  // as often as the Connections page read
 
 }  // namespace
 
-Figures::Figures(DeviceOpener& devices, TaskQueue& reads, ServiceLink& link, ProtectionModes& modes,
-                 Statistics& statistics)
-    : m_devices(devices),
+Figures::Figures(const Clock& clock, DeviceOpener& devices, TaskQueue& reads, ServiceLink& link,
+                 ProtectionModes& modes, Statistics& statistics)
+    : m_clock(clock),
+      m_devices(devices),
       m_link(link),
       m_modes(modes),
       m_statistics(statistics),
@@ -27,15 +28,14 @@ Figures::Figures(DeviceOpener& devices, TaskQueue& reads, ServiceLink& link, Pro
               m_view->ShowConnections(count);
           }) {}
 
-void Figures::Tick(SessionView& view, std::chrono::steady_clock::time_point now) {
+void Figures::Tick(SessionView& view) {
     std::optional<TrafficIncrease> increase;
     std::uint64_t elapsed = 0;  // ms
     if (const std::optional<TrafficTotals> totals = ReadTrafficTotals(m_devices)) {
         increase = m_meter.Tick(*totals);
         // What flowed while the driver could not be read is not one second's burst.
-        const auto before = std::exchange(m_lastTotals, now);
-        elapsed =
-            static_cast<std::uint64_t>(std::chrono::duration_cast<std::chrono::milliseconds>(now - before).count());
+        const std::chrono::milliseconds now = m_clock.Elapsed();
+        elapsed = static_cast<std::uint64_t>((now - std::exchange(m_lastTotals, now)).count());
     }
     m_statistics.Tick(increase, elapsed);
     view.ShowTraffic(increase, elapsed);

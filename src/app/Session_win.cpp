@@ -44,7 +44,7 @@ Session::Session(const SessionSurroundings& surroundings, Language openedLanguag
               CWorkerThread(PostWhenFinished(kMessageWorkerFinished + 1)),
               CWorkerThread(PostWhenFinished(kMessageWorkerFinished + 2)),
               CWorkerThread(PostWhenFinished(kMessageWorkerFinished + 3))},
-      m_figures(devices, reads, link, modes, statistics) {
+      m_figures(clock, devices, reads, link, modes, statistics) {
     commander.GuardWith(gate);
 }
 
@@ -85,7 +85,7 @@ void Session::StopLinks(std::chrono::milliseconds limit) {
 }
 
 void Session::RefreshFigures() {
-    if (m_view) m_figures.Tick(*m_view, std::chrono::steady_clock::now());
+    if (m_view) m_figures.Tick(*m_view);
 }
 
 void Session::FetchNotice() {

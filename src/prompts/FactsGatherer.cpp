@@ -17,8 +17,6 @@ constexpr char kUnknownPath[] = "Unknown name";
 // would never be found again.
 constexpr std::size_t kLongestPath = sizeof ConnectionPromptAnswer::path - 1;
 
-constexpr FileTime kFileTimePerMs = kFileTimePerSecond / 1000;
-
 }  // namespace
 
 template <class Result>
@@ -128,15 +126,12 @@ void FactsGatherer::FindRest() {
 
 void FactsGatherer::Enter(Stage stage) {
     m_stage = stage;
-    m_stageStart = m_clock.UtcNow();
+    m_stageStart = m_clock.Elapsed();
     if (stage == Stage::Over) m_round->isOver = true;
 }
 
-std::chrono::milliseconds FactsGatherer::TimeInStage() {
-    const FileTime now = m_clock.UtcNow();
-    // A clock that was set back must not make the wait longer than its limit once more.
-    if (now < m_stageStart) m_stageStart = now;
-    return std::chrono::milliseconds((now - m_stageStart) / kFileTimePerMs);
+std::chrono::milliseconds FactsGatherer::TimeInStage() const {
+    return m_clock.Elapsed() - m_stageStart;
 }
 
 std::chrono::milliseconds FactsGatherer::Limit() const {

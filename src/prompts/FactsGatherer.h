@@ -75,7 +75,7 @@ private:
     template <class Result>
     void FindFact(TaskQueue& queue, std::function<Result()> look, std::function<void(Result)> take);
     void Enter(Stage stage);
-    [[nodiscard]] std::chrono::milliseconds TimeInStage();
+    [[nodiscard]] std::chrono::milliseconds TimeInStage() const;
     [[nodiscard]] std::chrono::milliseconds Limit() const;
     void OnPath(const std::string& path);
     void OnRule(RuleAction rule);
@@ -87,7 +87,7 @@ private:
 
     std::shared_ptr<Round> m_round = std::make_shared<Round>();
     Stage m_stage = Stage::Over;
-    FileTime m_stageStart = 0;
+    std::chrono::milliseconds m_stageStart{};
     int m_missingFacts = 0;
     RuleAction m_rule = RuleAction::Ask;
     PromptFacts m_facts;

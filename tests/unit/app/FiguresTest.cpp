@@ -31,8 +31,7 @@ protected:
                           },
                           *this};
     Statistics statistics;
-    Figures figures{driver, reads, rig.link, modes, statistics};
-    std::chrono::steady_clock::time_point now{1h};
+    Figures figures{clock, driver, reads, rig.link, modes, statistics};
 
     void OnModeChanged() override { figures.ShowMode(view); }
     void OnIdleMode(ProtectionMode mode) override { view.ShowIdleMode(mode); }
@@ -46,8 +45,8 @@ protected:
         TickAsItIs(after);
     }
     void TickAsItIs(std::chrono::milliseconds after = 1s) {
-        now += after;
-        figures.Tick(view, now);
+        clock.Pass(after);
+        figures.Tick(view);
         reads.RunAll();
     }
     void SetConnections(std::size_t connectionCount, std::size_t listenerCount) {
