@@ -53,8 +53,8 @@ protected:
 };
 
 TEST_F(ApplicationsTest, ChangesArriveInOrderAndAreShownAtOnce) {
-    const Lines rules = {R"(rule deny C:\Tools\a.exe)", R"(rule allow C:\Tools\b.exe)",
-                         R"(rule deny C:\Tools\c.exe)"};
+    const Lines rules = {R"(rule deny C:\Tools\a.exe)", R"(rule deny C:\Tools\b.exe)",
+                         R"(rule allow C:\Tools\c.exe)"};
     Start(rules);
     Require(m_service->WaitForJournal("EVENT scenario-done"));
     OpenPage(static_cast<int>(rules.size()));
@@ -63,21 +63,21 @@ TEST_F(ApplicationsTest, ChangesArriveInOrderAndAreShownAtOnce) {
     for (int click = 0; click < 3; ++click)
         ::PostMessageA(m_list, WM_LBUTTONDOWN, MK_LBUTTON, PlaceOf(0, kActionColumn));
     ExpectSent({kChangeA + " 644:02", kChangeA + " 644:01", kChangeA});
-    EXPECT_EQ(Actions(), "Deny Allow Deny ");
+    EXPECT_EQ(Actions(), "Deny Deny Allow ");
     Click(0, kActionColumn);
-    EXPECT_EQ(Actions(), "Ask Allow Deny ");
+    EXPECT_EQ(Actions(), "Ask Deny Allow ");
     ExpectSent({kChangeA + " 644:02"});
     // The same with the keyboard, on the row with the focus.
     Click(1, kPathColumn);
     Ask(m_list, WM_KEYDOWN, VK_SPACE);
-    EXPECT_EQ(Actions(), "Ask Deny Deny ");
-    ExpectSent({kChangeB});
+    EXPECT_EQ(Actions(), "Ask Ask Allow ");
+    ExpectSent({kChangeB + " 644:02"});
 
     Click(0, kPathColumn);
     Click(1, kPathColumn, MK_CONTROL);
     ASSERT_TRUE(WaitUntil([&] { return IsEnabled(kAllow); }));
     Press(kAllow);
-    EXPECT_TRUE(WaitForActions("Allow Allow Deny "));
+    EXPECT_TRUE(WaitForActions("Allow Allow Allow "));
     ExpectSent({kChangeA + " 644:01", kChangeB + " 644:01"});
     // Several rules go only when the user says so.
     for (const int answer : {IDCANCEL, IDOK}) {
@@ -91,8 +91,8 @@ TEST_F(ApplicationsTest, ChangesArriveInOrderAndAreShownAtOnce) {
     // What the service cannot take any more is as it was.
     m_service->Stop();
     Click(0, kActionColumn);
-    EXPECT_EQ(Actions(), "Ask ");
-    EXPECT_TRUE(WaitForActions("Deny "));
+    EXPECT_EQ(Actions(), "Deny ");
+    EXPECT_TRUE(WaitForActions("Allow "));
 }
 
 TEST_F(ApplicationsTest, TwentyThousandRulesAndOddOnesAreAtHand) {
