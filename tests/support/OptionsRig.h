@@ -3,8 +3,6 @@
 #pragma once
 
 #include <cstddef>
-#include <cstdint>
-#include <map>
 #include <optional>
 #include <string>
 #include <vector>
@@ -12,6 +10,7 @@
 #include "support/CommanderRig.h"
 #include "support/FakeClock.h"
 #include "support/FakeTaskQueue.h"
+#include "support/FakeUserValues.h"
 #include "views/OptionEditor.h"
 
 namespace brennvar::test {
@@ -26,19 +25,6 @@ public:
             return StoredOptions{.values = *values, .stamp = stamp};
         }
         [[nodiscard]] FileStamp Stamp() const override { return stamp; }
-    };
-    struct Values final : UserValues {
-        std::map<std::string, std::uint32_t> stored;
-        [[nodiscard]] bool ReadUserValue(const std::string& name, std::uint32_t& value) const override {
-            const auto at = stored.find(name);
-            if (at == stored.end()) return false;
-            value = at->second;
-            return true;
-        }
-        bool WriteUserValue(const std::string& name, std::uint32_t value) override {
-            stored[name] = value;
-            return true;
-        }
     };
     struct Resources final : SkinsAndLanguages {
         std::vector<std::string> skins{"Graphite", "Default"};
@@ -59,7 +45,7 @@ public:
     FakeTaskQueue reads;
     FakeClock clock;
     Source source;
-    Values userValues;
+    FakeUserValues userValues;
     Resources resources;
 
     [[nodiscard]] OptionEditor::Parts Parts() {

@@ -2,23 +2,15 @@
 
 #include <gtest/gtest.h>
 
-#include <map>
-#include <thread>
-
 #include "support/DataFolder.h"
 #include "support/FakeClock.h"
 #include "support/FakeDevice.h"
 #include "support/FakePipe.h"
 #include "support/FakeSessionView.h"
+#include "support/FakeUserValues.h"
 
 namespace brennvar {
 namespace {
-
-class NoUserValues final : public UserValues {
-public:
-    bool ReadUserValue(const std::string&, std::uint32_t&) const override { return false; }
-    bool WriteUserValue(const std::string&, std::uint32_t) override { return false; }
-};
 
 // A session with a service that takes commands and has one notice to tell.
 class SessionTest : public testing::Test {
@@ -35,7 +27,7 @@ protected:
     test::FakePipe pipe;
     test::FakeClock clock;
     test::FakeDriver driver;
-    NoUserValues userValues;
+    test::FakeUserValues userValues;
     test::DataFolder folder;
     test::FakeSessionView view;
     HWND window = ::CreateWindowExA(0, "STATIC", "", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, nullptr, nullptr);
@@ -78,16 +70,6 @@ protected:
     }
 };
 
-TEST_F(SessionTest, BeginsWithTheStartCommandsAndWakesItsWindow) {
-    session.Begin(window, view);
-    bool isOver = false;
-    session.commander.Send(Batch(UserCommand::ReloadNetwork), [&](bool wasThere) { isOver = wasThere; });
-    PumpUntil([&] { return isOver; });
-    std::string codes;
-    for (const auto& message : pipe.writes) codes += std::to_string(std::to_integer<int>(message.bytes[0])) + " ";
-    EXPECT_EQ(codes, "24 12 10 7 ");
-}
-
 TEST_F(SessionTest, TellsNoticesAndKeepsWhatThePagesShowOfThem) {
     session.Begin(window, view);
     Tell("REFRESH");
@@ -100,14 +82,6 @@ TEST_F(SessionTest, TellsNoticesAndKeepsWhatThePagesShowOfThem) {
     EXPECT_EQ(session.statistics.Notices()[0].text, "Port scan");
     EXPECT_EQ(session.statistics.Notices()[0].time, clock.now);
     EXPECT_FALSE(session.IsTellingNotice());
-}
-
-TEST_F(SessionTest, AllowsWhatIsProtectedWhereNoPasswordIsSet) {
-    session.Begin(window, view);
-    bool isAllowed = false;
-    session.commander.AskFor(UserCommand::ResetFirewall, [&] { isAllowed = true; });
-    EXPECT_FALSE(isAllowed);
-    PumpUntil([&] { return isAllowed; });
 }
 
 TEST_F(SessionTest, IsSilentTowardsAWindowThatHasGone) {

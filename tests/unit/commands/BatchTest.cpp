@@ -18,8 +18,11 @@ RawBytes Value(char id, char value) {
 RawBytes Text(char id, std::string_view text) {
     return test::ZerosWith(5596, {{0, "\x09"}, {5472, text}, {5592, {&id, 1}}});
 }
+RawBytes Notice(std::string_view title, std::string_view subject) {
+    return test::ZerosWith(5596, {{0, "\x01"}, {4, title}, {132, subject}});
+}
 RawBytes Event(std::string_view subject) {
-    return test::ZerosWith(5596, {{0, "\x01"}, {4, "Options changed"}, {132, subject}});
+    return Notice("Options changed", subject);
 }
 RawBytes Bare(char code) {
     return test::ZerosWith(5596, {{0, {&code, 1}}});
@@ -95,9 +98,6 @@ TEST(BatchTest, SendsOptionsThenWhatMakesThemCountThenTheEvent) {
 
 TEST(BatchTest, SendsWhatTheTableSays) {
     const auto record = [](const test::Pieces& pieces) { return test::ZerosWith(5596, pieces); };
-    const auto notice = [&](std::string_view title, std::string_view subject) {
-        return record({{0, "\1"}, {4, title}, {132, subject}});
-    };
     struct Row {
         Batch batch;
         std::vector<RawBytes> expected;
@@ -106,10 +106,10 @@ TEST(BatchTest, SendsWhatTheTableSays) {
     const Row rows[] = {
         {Batch(Start), {record({{0, "\x18"}, {644, "\1"}}), Bare(12), Bare(10)}},
         {Batch(Exit), {Bare(13), Bare(11)}},
-        {Batch(PasswordEntered), {notice("Security password entered", "Valid")}},
-        {Batch(PasswordRefused), {notice("Security password entered", "Invalid")}},
+        {Batch(PasswordEntered), {Notice("Security password entered", "Valid")}},
+        {Batch(PasswordRefused), {Notice("Security password entered", "Invalid")}},
         {Batch(SetMode, {.options = {{.id = OptionId::ProtectionMode, .number = 2}}, .subject = "Block All"}),
-         {Value(1, 2), Bare(7), notice("Security level changed", "Block All")}},
+         {Value(1, 2), Bare(7), Notice("Security level changed", "Block All")}},
         {Batch(EndTimedMode, {.options = {{.id = OptionId::ProtectionMode}}}), {Value(1, 0), Bare(7)}},
         {Batch(SwitchNetwork, {.value = 1}), {record({{0, "\x19"}, {644, "\1"}})}},
         {Batch(SwitchNetwork, {.value = 0}), {Bare(25)}},
@@ -118,15 +118,14 @@ TEST(BatchTest, SendsWhatTheTableSays) {
          {record({{0, "\1"}, {4, "System time changed"}, {132, "Past"}, {644, "\2"}, {648, "back"}})}},
         {Batch(ReportClockSetAhead),
          {record({{0, "\1"}, {4, "System time changed"}, {132, "Future"}, {644, "\2"}})}},
-        {Batch(SetPassword, {.password = Password("secret")}),
-         {Text(4, "secret"), notice("Options changed", "Password")}},
+        {Batch(SetPassword, {.password = Password("secret")}), {Text(4, "secret"), Event("Password")}},
         {Batch(SetResources, {.resources = {.skin = "Light", .language = "German"}}),
          {record({{0, "\x12"}, {5472, "Light"}}), record({{0, "\x13"}, {5472, "German"}})}},
-        {Batch(ResetTrusted), {Bare(27), notice("Reset Trusted", "")}},
+        {Batch(ResetTrusted), {Bare(27), Notice("Reset Trusted", "")}},
         {Batch(ResetFingerprints, {.value = 1}),
-         {Bare(17), record({{0, "\x19"}, {644, "\1"}}), notice("Fingerprints reset", "")}},
-        {Batch(ResetFirewall), {Bare(29), notice("Options changed", "Reset")}},
-        {Batch(SendTestMail), {Bare(20), notice("E-mail notification test", "")}},
+         {Bare(17), record({{0, "\x19"}, {644, "\1"}}), Notice("Fingerprints reset", "")}},
+        {Batch(ResetFirewall), {Bare(29), Event("Reset")}},
+        {Batch(SendTestMail), {Bare(20), Notice("E-mail notification test", "")}},
         {Batch(UpdateSignatures), {Bare(21)}},
         {Batch(DeleteLogs, {.day = {.year = 2026, .month = 3, .day = 9}}),
          {record({{0, "\x17"}, {132, "20260309"}})}},

@@ -44,12 +44,6 @@ protected:
         rig.commander.AskFor(
             UserCommand::ResetFirewall, [this] { outcome += "allowed"; }, [this] { outcome += "refused"; });
     }
-    // The subject of the one event that was sent since the last call.
-    std::string Event() {
-        const auto records = rig.TakeRecords();
-        if (records.size() != 1 || records[0][0] != std::byte{1}) return "not one event";
-        return reinterpret_cast<const char*>(&records[0][132]);
-    }
     static std::string TextOfMessage() { return TextOfWindow(::GetDlgItem(::GetActiveWindow(), IDC_MESSAGE)); }
 };
 
@@ -90,7 +84,7 @@ TEST_F(PasswordDialogsTest, WhatCannotBeReadIsNotTakenForNoPassword) {
     EXPECT_FALSE(dialog.Ask(owner.Window()));
 }
 
-TEST_F(PasswordDialogsTest, GateLetsPassWithoutAPasswordAndRefusesWhatItCannotTell) {
+TEST_F(PasswordDialogsTest, GateAsksLaterThanTheCallAndRefusesWhatItCannotTell) {
     Ask();
     EXPECT_EQ(outcome, "") << "later than the call";
     reads.Run();
@@ -109,37 +103,6 @@ TEST_F(PasswordDialogsTest, GateLetsPassWithoutAPasswordAndRefusesWhatItCannotTe
     const auto records = rig.TakeRecords();
     ASSERT_EQ(records.size(), 2U);
     EXPECT_STREQ(reinterpret_cast<const char*>(&records[0][132]), "Invalid");
-}
-
-TEST_F(PasswordDialogsTest, GateAsksOnceAndReportsTheAnswer) {
-    stored.password = Password("Secret1");
-    const auto enter = [this](const char* text) {
-        ::SetDlgItemTextA(::GetActiveWindow(), IDC_PASSWORD, text);
-        ::SetDlgItemTextA(::GetActiveWindow(), IDC_PASSWORD_CONFIRM, text);
-        ::SendMessageA(::GetActiveWindow(), WM_COMMAND, IDOK, 0);
-        reads.Run();
-    };
-    Ask();
-    owner.Post([&] {
-        EXPECT_TRUE(gate.IsAsking());
-        rig.commander.AskFor(
-            UserCommand::Exit, [] {}, [this] { outcome += "refused at once, "; });
-        EXPECT_EQ(reads.Waiting(), 0U);
-        enter("Secret1");
-    });
-    reads.Run();
-    EXPECT_EQ(outcome, "refused at once, allowed");
-    EXPECT_EQ(Event(), "Valid");
-    Ask();
-    owner.PostKey(VK_ESCAPE);
-    reads.Run();
-    EXPECT_EQ(outcome, "refused");
-    EXPECT_EQ(Event(), "Invalid");
-    ::EnableWindow(owner.Window(), FALSE);  // something else has to be answered first
-    Ask();
-    reads.Run();
-    EXPECT_EQ(outcome, "refused");
-    EXPECT_TRUE(rig.TakeRecords().empty());
 }
 
 TEST_F(PasswordDialogsTest, OpensInFrontInTheMiddleOfTheScreenOverAHiddenOwner) {

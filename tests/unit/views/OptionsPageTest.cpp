@@ -86,28 +86,6 @@ TEST_F(OptionsPageTest, KeepsATypeOfProxyThatItDoesNotKnowUntilOneIsChosen) {
     EXPECT_EQ(sent(), 1);
 }
 
-TEST_F(OptionsPageTest, ShowsWhatIsReadAndLooksWhatBecomesOfAChange) {
-    Ask(1006, BM_CLICK);
-    EXPECT_EQ(Note(), "Changes are not applied yet.");
-    Apply();
-    EXPECT_EQ(Note(), "Applying...");
-    EXPECT_EQ(Deliver(), 5U);
-    source.values->SetNumber(OptionId::ShowBlockedMessages, 1);
-    const auto waitForTimer = [&] {
-        for (MSG message; reads.Waiting() == 0 && ::GetMessageA(&message, nullptr, 0, 0) > 0;) {
-            ::DispatchMessageA(&message);
-        }
-        reads.RunAll();
-    };
-    waitForTimer();
-    EXPECT_EQ(Note(), "Stored.");
-    source.values->SetNumber(OptionId::ShowBlockedMessages, 0);
-    source.stamp.size = 0;
-    waitForTimer();
-    EXPECT_EQ(Ask(1006, BM_GETCHECK), BST_UNCHECKED);
-    EXPECT_EQ(Note(), "");
-}
-
 TEST_F(OptionsPageTest, BringsTheFieldWithTheKeyboardIntoSight) {
     page.Place({0, 0, 400, 240});
     OpenSection(2);

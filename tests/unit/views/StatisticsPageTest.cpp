@@ -53,11 +53,7 @@ TEST_F(StatisticsPageTest, DoesNothingWhileItIsNotSeen) {
     EXPECT_EQ(statistics.Incoming().Lines()[0].samples.size(), 3U);  // none is missing
 }
 
-TEST_F(StatisticsPageTest, ShowsConnectionsAndTheModeAsTheyAreKnown) {
-    EXPECT_EQ(Text(IDC_STATISTICS_CONNECTIONS + 1), "-");
-    statistics.SetConnections(12);
-    EXPECT_EQ(Text(IDC_STATISTICS_CONNECTIONS + 1), "12");
-
+TEST_F(StatisticsPageTest, ShowsTheModeAndItsEnd) {
     EXPECT_EQ(Text(IDC_STATISTICS_MODE + 1) + ", " + Text(IDC_STATISTICS_MODE + 2), "Normal, until changed");
     statistics.SetMode({.mode = ProtectionMode::BlockAll, .until = 133'500'000'000'000'000});
     EXPECT_EQ(Text(IDC_STATISTICS_MODE + 1), "Block All");
