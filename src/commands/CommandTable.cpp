@@ -109,7 +109,7 @@ constexpr CommandInfo kCommands[] = {
     {UserCommand::BlockAddress, kProtected, kNothing, kBlock, Text{553, "Blocked connection"}, kNothing,
      EventSeverity::Warning},
 };
-static_assert(std::size(kCommands) == static_cast<std::size_t>(UserCommand::BlockAddress) + 1);
+static_assert(std::size(kCommands) == static_cast<std::size_t>(kLastUserCommand) + 1);
 static_assert([] {
     for (std::size_t i = 0; i < std::size(kCommands); ++i) {
         if (static_cast<std::size_t>(kCommands[i].command) != i) return false;

@@ -45,6 +45,7 @@ enum class UserCommand {
     TerminateProcess,
     BlockAddress,
 };
+inline constexpr UserCommand kLastUserCommand = UserCommand::BlockAddress;
 
 // As the service's log knows them.
 enum class EventSeverity : std::uint32_t {

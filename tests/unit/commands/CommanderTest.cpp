@@ -19,7 +19,7 @@ TEST(CommandTableTest, ProtectsWhatChangesProtection) {
                                         SetPassword,  // its dialog asks for the old one
                                         SetResources};
     const std::set<UserCommand> confirmed = {Exit, SetResources, ResetTrusted, ResetFirewall};
-    for (int number = 0; number <= static_cast<int>(BlockAddress); ++number) {
+    for (int number = 0; number <= static_cast<int>(kLastUserCommand); ++number) {
         const CommandInfo& info = InfoOf(static_cast<UserCommand>(number));
         EXPECT_EQ(info.isProtected, !free.contains(info.command)) << number;
         EXPECT_EQ(info.question.number != 0, confirmed.contains(info.command)) << number;
