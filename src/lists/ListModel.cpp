@@ -1,14 +1,13 @@
 #include "lists/ListModel.h"
 
-#include <charconv>
-
 namespace brennvar {
 
-std::uint64_t ListModel::SortNumber(int row, int column) const {
-    const std::string text = CellText(row, column);
-    std::uint64_t number = 0;  // what is no number stands first
-    std::from_chars(text.data(), text.data() + text.size(), number);
-    return number;
+int ListModel::FindRow(const std::string& key) const {
+    const int count = RowCount();
+    for (int row = 0; row < count; ++row) {
+        if (Key(row) == key) return row;
+    }
+    return -1;
 }
 
 }  // namespace brennvar

@@ -13,8 +13,13 @@
 
 #include "config/SkinTones.h"
 #include "config/Text.h"
+#include "dialogs/DetailsSheet.h"
+#include "lists/ListRows.h"
+#include "tree/RowRanges.h"
 
 namespace brennvar {
+
+struct RowOrder;
 
 struct ListColumn {
     std::string title;
@@ -30,6 +35,47 @@ struct ListCell {
     std::string text;
     Tone tone = Tone::Plain;
     std::optional<bool> checked{};  // the cell has a check box
+};
+
+// What is drawn at the left of a row that came or went a moment ago.
+enum class RowMark : std::uint8_t { None, New, Gone };
+
+// Where a row stands in a list that is a tree.
+struct RowShape {
+    int level = 0;  // 0: top row
+    bool hasChildren = false;
+    bool isExpanded = false;
+};
+
+// What the user chooses above the list: one of several, in a box, or yes and no, a check box.
+struct ListChoice {
+    int id = 0;  // of its control, from 200 upwards
+    std::string label;
+    std::vector<std::string> items{};  // none: a check box
+    int chosen = 0;                    // of the items; of a check box 0 or 1
+    int width = 0;                     // of the box, pixels at 96 per inch
+};
+
+// How far something has come that takes long; it can be stopped.
+struct ListProgress {
+    std::uint64_t done = 0;
+    std::uint64_t total = 0;
+    std::string text{};  // what it is, where that is not plain
+};
+
+// A file to be written, as the user is asked for it.
+struct SaveWish {
+    std::string title;
+    std::string name;  // suggested, without an extension
+    struct Type {
+        std::string label;      // "CSV"
+        std::string extension;  // "csv"
+    };
+    std::vector<Type> types;
+};
+struct SavePlace {
+    std::string path;
+    std::size_t type = 0;  // of SaveWish::types
 };
 
 enum class ListKey : std::uint8_t { None, Space, Delete, Enter };  // Enter: a double click as well
@@ -78,15 +124,37 @@ public:
     // selected is selected again, by the keys of the rows.
     virtual void BeforeChange() = 0;
     enum class Change : std::uint8_t {
-        Rows,   // there are other rows now, or others in another order
-        Looks,  // texts or tones of some: they stay where they are until the next search or sort
+        Rows,    // there are other rows now, or others in another order
+        Behind,  // more rows have come behind those that there were, which are the same
+        Looks,   // texts or tones of some: they stay where they are until the next search or sort
     };
     virtual void AfterChange(Change change) = 0;
+    // So many rows have come before all others: what is in sight and what is selected stays, unless the user looks
+    // at the first row. Without BeforeChange.
+    virtual void RowsCameFirst(int count) = 0;
     virtual void EmptyTextChanged() = 0;
+    virtual void ChoicesChanged() = 0;
+    virtual void ProgressChanged() = 0;
+    virtual void SummaryChanged() = 0;
     // Calls ListModel::OnWake once, so much later. Instead of the call that is due now, if there is one.
     virtual void WakeIn(std::chrono::milliseconds time) = 0;
     // A command for the window that the page belongs to, carried out later.
     virtual void PostCommand(int command) = 0;
+    // Another page, and there the row with this key, as soon as that page has it.
+    virtual void OpenPage(int command, const std::string& key) = 0;
+
+    // Shows the sheet until the user closes it, which pumps messages.
+    virtual void ShowSheet(const DetailsSheet& sheet) = 0;
+    // The sheet that is shown says this now; nothing, when none is.
+    virtual void UpdateSheet(const DetailsSheet& sheet) = 0;
+    // Asks where to, which pumps messages; nothing when the user would rather not.
+    [[nodiscard]] virtual std::optional<SavePlace> AskSavePlace(const SaveWish& wish) = 0;
+    virtual void CopyText(const std::string& text) = 0;
+    // Opened by the shell, on a thread that nobody waits for: an address of the web, the folder of a file.
+    virtual void OpenLink(const std::string& address) = 0;
+    virtual void OpenFolderOf(const std::string& file) = 0;
+    // One line to the user, in a message or a balloon.
+    virtual void Tell(const std::string& title, const std::string& text) = 0;
 };
 
 enum class ReadReason : std::uint8_t {
@@ -95,12 +163,11 @@ enum class ReadReason : std::uint8_t {
     RulesChanged,  // the service tells of new application rules, while the page is shown
 };
 
-class ListModel {
+class ListModel : public ListRows {
 public:
     ListModel() = default;
     ListModel(const ListModel&) = delete;
     ListModel& operator=(const ListModel&) = delete;
-    virtual ~ListModel() = default;
 
     // Borrowed; it is there before anything is read.
     void ShowIn(ListView& view) { m_view = &view; }
@@ -112,27 +179,53 @@ public:
     // Why there are no rows, and what to do about it.
     [[nodiscard]] virtual std::string EmptyText() const = 0;
 
-    [[nodiscard]] virtual int RowCount() const = 0;
+    // The answer that the page gives before its data, in one line below the title: who talks to whom, what was
+    // decided. Nothing: the line says what the page shows.
+    [[nodiscard]] virtual std::optional<std::string> Summary() const { return std::nullopt; }
+
     [[nodiscard]] virtual ListCell Cell(int row, int column) const = 0;
-    // What is searched and sorted: the text of the cell, where that can be had for less.
-    [[nodiscard]] virtual std::string CellText(int row, int column) const { return Cell(row, column).text; }
-    // Of a cell in a column of numbers: its place among them. The number that its text begins with, if not said
-    // otherwise.
-    [[nodiscard]] virtual std::uint64_t SortNumber(int row, int column) const;
+    [[nodiscard]] std::string CellText(int row, int column) const override { return Cell(row, column).text; }
+    // What the tip of the cell says, when it says more than the cell.
+    [[nodiscard]] virtual std::string CellTip(int /*row*/, int /*column*/) const { return {}; }
+    [[nodiscard]] virtual RowMark Mark(int /*row*/) const { return RowMark::None; }
+    [[nodiscard]] virtual RowShape Shape(int /*row*/) const { return {}; }
+    // The user opens or closes a row that has children; the rows behind it are counted anew.
+    virtual void SetExpanded(int /*row*/, bool /*isExpanded*/) {}
     // What makes a row the same one in the next reading.
     [[nodiscard]] virtual std::string Key(int row) const = 0;
+    // The row with this key, -1: none. Looks through all rows, if not said otherwise.
+    [[nodiscard]] virtual int FindRow(const std::string& key) const;
+
+    // Models whose rows are too many to be searched and sorted on this thread number their rows as they are to be
+    // shown, and are told what the user wants; the rows change when they have been found.
+    [[nodiscard]] virtual bool ArrangesItself() const { return false; }
+    virtual void ArrangeBy(const RowOrder& /*order*/) {}
+    // The number of rows without the search, for the count below the list.
+    [[nodiscard]] virtual int AllRowCount() const { return RowCount(); }
+
+    [[nodiscard]] virtual std::vector<ListChoice> Choices() const { return {}; }
+    virtual void Choose(int /*id*/, int /*item*/) {}
+
+    // While something takes long. Esc and the button beside its bar stop it.
+    [[nodiscard]] virtual std::optional<ListProgress> Progress() const { return std::nullopt; }
+    virtual void StopProgress() {}
     // The program file whose icon stands before the row; empty: a program that is not known. Nothing: no icon.
     [[nodiscard]] virtual std::optional<std::string> Program(int /*row*/) const { return std::nullopt; }
 
     [[nodiscard]] virtual RowDetails Details(int /*row*/) const { return {}; }
     // In the order of buttons and menu.
     [[nodiscard]] virtual std::span<const ListAction> Actions() const { return {}; }
+    // Whether the action is offered for this row; what is not is grey.
+    [[nodiscard]] virtual bool CanDo(int /*action*/, int /*row*/) const { return true; }
     // What the user is asked before; nothing: no question.
-    [[nodiscard]] virtual std::optional<ListQuestion> Question(int /*action*/, std::size_t /*rowCount*/) const {
+    [[nodiscard]] virtual std::optional<ListQuestion> Question(int /*action*/,
+                                                               std::span<const int> /*rows*/) const {
         return std::nullopt;
     }
     // As many rows as the action wants; at least one, unless it wants none.
     virtual void Do(int /*action*/, std::span<const int> /*rows*/) {}
+    // Ctrl+C for rows whose texts are not at hand. True: the model brings them to ListView::CopyText.
+    virtual bool Copy(const RowRanges& /*rows*/) { return false; }
 
     virtual void Read(ReadReason reason) = 0;
     // Nobody sees the page any more.

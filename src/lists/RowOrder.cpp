@@ -34,14 +34,14 @@ void RowArranger::Forget() {
     m_sorted.clear();
 }
 
-std::vector<int> RowArranger::Arrange(const ListModel& model, int columnCount, const RowOrder& order) {
-    std::vector<int> rows(static_cast<std::size_t>(std::max(model.RowCount(), 0)));
+std::vector<int> RowArranger::Arrange(const ListRows& source, int columnCount, const RowOrder& order) {
+    std::vector<int> rows(static_cast<std::size_t>(std::max(source.RowCount(), 0)));
     std::iota(rows.begin(), rows.end(), 0);
     const bool isSorted = order.column != RowOrder::kAsRead;
     if (rows.empty() || (!isSorted && order.searched.empty())) return rows;
-    Prepare(model, columnCount);
+    Prepare(source, columnCount);
     if (isSorted) {
-        Sort(model, order);
+        Sort(source, order);
         rows = m_sorted;
     }
     if (!order.searched.empty()) {
@@ -53,8 +53,8 @@ std::vector<int> RowArranger::Arrange(const ListModel& model, int columnCount, c
     return rows;
 }
 
-void RowArranger::Prepare(const ListModel& model, int columnCount) {
-    const int rowCount = model.RowCount();
+void RowArranger::Prepare(const ListRows& source, int columnCount) {
+    const int rowCount = source.RowCount();
     if (m_isPrepared && m_rowCount == rowCount) return;
     Forget();
     m_rowCount = rowCount;
@@ -65,7 +65,7 @@ void RowArranger::Prepare(const ListModel& model, int columnCount) {
     for (int row = 0; row < rowCount; ++row) {
         for (int column = 0; column < columnCount; ++column) {
             m_starts.push_back(m_texts.size());
-            m_texts += model.CellText(row, column);
+            m_texts += source.CellText(row, column);
             m_texts += '\0';  // which nobody can type: a find does not reach from one cell into the next
         }
     }
@@ -79,14 +79,14 @@ std::string_view RowArranger::Cell(int row, int column) const {
     return std::string_view(m_texts).substr(start, CellStart(row, column + 1) - 1 - start);
 }
 
-void RowArranger::Sort(const ListModel& model, const RowOrder& order) {
+void RowArranger::Sort(const ListRows& source, const RowOrder& order) {
     if (!m_sorted.empty() && m_sortedBy.column == order.column && m_sortedBy.isAscending == order.isAscending)
         return;
     m_sortedBy = order;
     m_sorted.resize(static_cast<std::size_t>(m_rowCount));
     std::iota(m_sorted.begin(), m_sorted.end(), 0);
     if (order.isNumber) {
-        SortBy(m_sorted, order.isAscending, [&](int row) { return model.SortNumber(row, order.column); });
+        SortBy(m_sorted, order.isAscending, [&](int row) { return source.SortNumber(row, order.column); });
     } else {
         SortBy(m_sorted, order.isAscending, [&](int row) { return Cell(row, order.column); });
     }

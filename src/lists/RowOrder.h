@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-#include "lists/ListModel.h"
+#include "lists/ListRows.h"
 
 namespace brennvar {
 
@@ -26,11 +26,11 @@ public:
     // Rows or texts have changed: what was prepared is dropped.
     void Forget();
     // The numbers of the rows to show, in order. Equal rows stay in the order in which they were read.
-    [[nodiscard]] std::vector<int> Arrange(const ListModel& model, int columnCount, const RowOrder& order);
+    [[nodiscard]] std::vector<int> Arrange(const ListRows& source, int columnCount, const RowOrder& order);
 
 private:
-    void Prepare(const ListModel& model, int columnCount);
-    void Sort(const ListModel& model, const RowOrder& order);
+    void Prepare(const ListRows& source, int columnCount);
+    void Sort(const ListRows& source, const RowOrder& order);
     [[nodiscard]] std::size_t CellStart(int row, int column) const {
         return m_starts[static_cast<std::size_t>(row) * m_columnCount + static_cast<std::size_t>(column)];
     }

@@ -108,10 +108,10 @@ std::span<const ListAction> ApplicationsModel::Actions() const {
     return kActions;
 }
 
-std::optional<ListQuestion> ApplicationsModel::Question(int action, std::size_t rowCount) const {
-    if (action != IDC_APPLICATIONS_REMOVE || rowCount < 2) return std::nullopt;
+std::optional<ListQuestion> ApplicationsModel::Question(int action, std::span<const int> rows) const {
+    if (action != IDC_APPLICATIONS_REMOVE || rows.size() < 2) return std::nullopt;
     return ListQuestion{.text = m_language.GetText(1360, "Remove the rules of the selected applications?") + "\n" +
-                                m_language.GetText(1361, "Number:") + " " + std::to_string(rowCount),
+                                m_language.GetText(1361, "Number:") + " " + std::to_string(rows.size()),
                         .yes = m_language.GetText(406, "Remove")};
 }
 

@@ -39,7 +39,7 @@ public:
     [[nodiscard]] std::optional<std::string> Program(int row) const override { return m_rows.Row(row).path; }
     [[nodiscard]] RowDetails Details(int row) const override;
     [[nodiscard]] std::span<const ListAction> Actions() const override;
-    [[nodiscard]] std::optional<ListQuestion> Question(int action, std::size_t rowCount) const override;
+    [[nodiscard]] std::optional<ListQuestion> Question(int action, std::span<const int> rows) const override;
     void Do(int action, std::span<const int> rows) override;
 
     void Read(ReadReason reason) override;

@@ -17,8 +17,17 @@ public:
 
     std::vector<int> commands;
     std::optional<std::chrono::milliseconds> wake;  // the call that is due
+    std::string openedKey;
+    std::vector<DetailsSheet> sheets;  // shown and updated
+    std::optional<SaveWish> saveWish;
+    std::optional<SavePlace> savePlace;  // the user's answer
+    std::string copied;
+    std::vector<std::string> links;
+    std::vector<std::string> folders;
+    std::vector<std::string> told;
 
-    // 'b' before a change, 'R' and 'L' after one of rows and looks, 'e' for the empty text; since the last call.
+    // 'b' before a change, 'R', 'B' and 'L' after one of rows, behind and looks, "F3" for three rows that came
+    // first, 'e', 'c', 'p' and 's' for empty text, choices, progress and summary; since the last call.
     [[nodiscard]] std::string TakeChanges() { return std::exchange(m_changes, {}); }
     // The time of the call has come.
     void Wake() {
@@ -38,10 +47,30 @@ public:
 
 private:
     void BeforeChange() override { m_changes += 'b'; }
-    void AfterChange(Change change) override { m_changes += change == Change::Rows ? 'R' : 'L'; }
+    void AfterChange(Change change) override {
+        m_changes += change == Change::Rows ? 'R' : change == Change::Behind ? 'B' : 'L';
+    }
+    void RowsCameFirst(int count) override { m_changes += "F" + std::to_string(count); }
     void EmptyTextChanged() override { m_changes += 'e'; }
+    void ChoicesChanged() override { m_changes += 'c'; }
+    void ProgressChanged() override { m_changes += 'p'; }
+    void SummaryChanged() override { m_changes += 's'; }
     void WakeIn(std::chrono::milliseconds time) override { wake = time; }
     void PostCommand(int command) override { commands.push_back(command); }
+    void OpenPage(int command, const std::string& key) override {
+        commands.push_back(command);
+        openedKey = key;
+    }
+    void ShowSheet(const DetailsSheet& sheet) override { sheets.push_back(sheet); }
+    void UpdateSheet(const DetailsSheet& sheet) override { sheets.push_back(sheet); }
+    std::optional<SavePlace> AskSavePlace(const SaveWish& wish) override {
+        saveWish = wish;
+        return savePlace;
+    }
+    void CopyText(const std::string& text) override { copied = text; }
+    void OpenLink(const std::string& address) override { links.push_back(address); }
+    void OpenFolderOf(const std::string& file) override { folders.push_back(file); }
+    void Tell(const std::string& title, const std::string& text) override { told.push_back(title + ": " + text); }
 
     ListModel& m_model;
     std::string m_changes;

@@ -7,21 +7,16 @@ namespace {
 
 using Rows = std::vector<int>;
 
-class Cells final : public ListModel {
+class Cells final : public ListRows {
 public:
     std::vector<std::vector<std::string>> cells;
     mutable int asked = 0;
 
-    [[nodiscard]] std::string Name() const override { return ""; }
-    [[nodiscard]] std::vector<ListColumn> Columns() const override { return {}; }
-    [[nodiscard]] std::string EmptyText() const override { return ""; }
     [[nodiscard]] int RowCount() const override { return static_cast<int>(cells.size()); }
-    [[nodiscard]] ListCell Cell(int row, int column) const override {
+    [[nodiscard]] std::string CellText(int row, int column) const override {
         ++asked;
-        return {.text = cells[static_cast<std::size_t>(row)][static_cast<std::size_t>(column)]};
+        return cells[static_cast<std::size_t>(row)][static_cast<std::size_t>(column)];
     }
-    [[nodiscard]] std::string Key(int) const override { return ""; }
-    void Read(ReadReason) override {}
 };
 
 TEST(RowOrderTest, FindsSortsAndKeepsTheOrderOfEqualRows) {

@@ -1,6 +1,7 @@
 #include "views/ApplicationsModel.h"
 
 #include <gtest/gtest.h>
+#include <array>
 
 #include <thread>
 
@@ -100,9 +101,9 @@ TEST_F(ApplicationsModelTest, ActionsChangeEachPathOnceAndRemovalOfSeveralIsAske
     EXPECT_EQ(changes.Last(), 2U);
     EXPECT_EQ(view.commands, (std::vector<int>{IDM_APPLICATION_ALLOW}));
     EXPECT_EQ(Shown(), "a:Allow b:Allow a:Allow ");
-    EXPECT_EQ(model.Question(IDC_APPLICATIONS_REMOVE, 1), std::nullopt);
-    EXPECT_EQ(model.Question(IDC_APPLICATIONS_ALLOW, 2), std::nullopt);
-    const auto question = model.Question(IDC_APPLICATIONS_REMOVE, 2);
+    EXPECT_EQ(model.Question(IDC_APPLICATIONS_REMOVE, std::array{0}), std::nullopt);
+    EXPECT_EQ(model.Question(IDC_APPLICATIONS_ALLOW, std::array{0, 1}), std::nullopt);
+    const auto question = model.Question(IDC_APPLICATIONS_REMOVE, std::array{0, 1});
     ASSERT_TRUE(question.has_value());
     EXPECT_EQ(question->text, "Remove the rules of the selected applications?\nNumber: 2");
     EXPECT_EQ(question->yes, "Remove");
