@@ -6,13 +6,10 @@ namespace {
 constexpr std::size_t kHardwareAddressSize = 6;  // of Ethernet
 constexpr std::size_t kIpv4Size = 4;
 constexpr std::size_t kFixedSize = 8;  // before the addresses
+constexpr Text kNone{1514, "none"};
 
 std::string HardwareText(const PacketBytes& address) {
     return HexBytesText(address, '-');
-}
-
-std::string ProtocolAddressText(const PacketBytes& address) {
-    return address.Size() == kIpv4Size ? FormatIpv4(*address.Address(0)) : HexBytesText(address);
 }
 
 std::string EtherTypeText(std::uint16_t type) {
@@ -53,10 +50,18 @@ void DescribeArp(PacketGroups& packet, const PacketBytes& bytes) {
     const auto piece = [&](std::size_t offset, std::size_t size) {
         return protocolSize ? bytes.Piece(kFixedSize + offset, size) : std::nullopt;
     };
-    lines.AddField(Text{1596, "Sender MAC:"}, piece(0, hardware), &HardwareText);
-    lines.AddField(Text{1597, "Sender IP:"}, piece(hardware, protocol), &ProtocolAddressText);
-    lines.AddField(Text{1598, "Target MAC:"}, piece(hardware + protocol, hardware), &HardwareText);
-    lines.AddField(Text{1599, "Target IP:"}, piece(2 * hardware + protocol, protocol), &ProtocolAddressText);
+    // Either may say that it is of no length.
+    const auto sayHardware = [&](const PacketBytes& address) {
+        return address.IsEmpty() ? lines.Say(kNone) : HardwareText(address);
+    };
+    const auto sayProtocol = [&](const PacketBytes& address) {
+        if (address.IsEmpty()) return lines.Say(kNone);
+        return address.Size() == kIpv4Size ? FormatIpv4(*address.Address(0)) : HexBytesText(address);
+    };
+    lines.AddField(Text{1596, "Sender MAC:"}, piece(0, hardware), sayHardware);
+    lines.AddField(Text{1597, "Sender IP:"}, piece(hardware, protocol), sayProtocol);
+    lines.AddField(Text{1598, "Target MAC:"}, piece(hardware + protocol, hardware), sayHardware);
+    lines.AddField(Text{1599, "Target IP:"}, piece(2 * hardware + protocol, protocol), sayProtocol);
 }
 
 }  // namespace brennvar
