@@ -108,7 +108,7 @@ void HeaderLines::AddChecksum(std::optional<std::uint16_t> field, const Checksum
     AddField(Text{1534, "Checksum:"}, field, [&](std::uint16_t known) {
         HeaderValue value{HexText(known, 4) + ", " + Say(WordsOf(checksum.state))};
         if (checksum.state == ChecksumState::Wrong) {
-            value.text += " " + HexText(checksum.expected, 4);
+            value.text.append(" ").append(HexText(checksum.expected, 4));
             value.tone = Tone::Deny;
         }
         return value;
@@ -146,7 +146,7 @@ void HeaderLines::AddOptions(std::size_t offset, std::size_t declaredSize, Optio
             Add(kOption, Wrong(kind, Text{1555, "its length is wrong"}));
         } else if (text->empty()) {
             std::string unknown = NumberAndName(kind, Say(Text{1114, "unknown"}));
-            if (!data->IsEmpty()) unknown += ": " + HexBytesText(*data);
+            if (!data->IsEmpty()) unknown.append(": ").append(HexBytesText(*data));
             Add(kOption, std::move(unknown));
         } else {
             Add(kOption, *text);

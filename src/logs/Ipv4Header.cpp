@@ -54,7 +54,7 @@ std::string RouteText(const PacketBytes& data, std::size_t count) {
     for (std::size_t index = 0; index < count; ++index) {
         const std::optional<Ipv4> address = data.Address(1 + 4 * index);
         if (!address) break;
-        text += (index == 0 ? ": " : ", ") + FormatIpv4(*address);
+        text.append(index == 0 ? ": " : ", ").append(FormatIpv4(*address));
     }
     return text;
 }
@@ -166,7 +166,7 @@ void Ipv4Header::AddFragment() {
     m_lines.AddField(Text{1531, "Flags:"}, field, [&](unsigned flags) {
         std::string names;
         const auto name = [&](unsigned flag, const Text& text) {
-            if ((flags & flag) != 0) names += (names.empty() ? "" : ", ") + m_lines.Say(text);
+            if ((flags & flag) != 0) names.append(names.empty() ? "" : ", ").append(m_lines.Say(text));
         };
         name(kFlagReserved, Text{1550, "reserved bit"});
         name(kFlagDontFragment, Text{1548, "do not fragment"});

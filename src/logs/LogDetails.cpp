@@ -182,10 +182,13 @@ DetailsSheet DescribePacket(const PacketLogHeader& header, std::span<const std::
     }
     sheet.bytesHeading = language.GetText(1516, "Captured bytes:") + " " + std::to_string(captured.size());
     // The log says how many there should be; the file may end before.
-    if (captured.size() < header.packetSize) sheet.bytesHeading += " / " + std::to_string(header.packetSize);
+    if (captured.size() < header.packetSize) {
+        sheet.bytesHeading.append(" / ").append(std::to_string(header.packetSize));
+    }
     if (captured.size() > kMostDumped) {
         captured = captured.first(kMostDumped);
-        sheet.bytesHeading += ", " + language.GetText(1517, "shown:") + " " + std::to_string(kMostDumped);
+        sheet.bytesHeading.append(", ").append(language.GetText(1517, "shown:"));
+        sheet.bytesHeading.append(" ").append(std::to_string(kMostDumped));
     }
     sheet.bytes = DumpLines(captured);
     return sheet;

@@ -54,6 +54,8 @@ std::vector<DetailsGroup> DescribePacketBytes(std::span<const std::byte> capture
     } else {
         DescribeIpv4(packet, bytes);
     }
+    // Of a packet that was quoted for less than its first field.
+    std::erase_if(groups, [](const DetailsGroup& group) { return group.lines.empty(); });
     return groups;
 }
 

@@ -40,8 +40,8 @@ Text MeaningOf(unsigned flags) {
 std::string BlocksText(const PacketBytes& data) {
     std::string text = "SACK";
     for (std::size_t at = 0; at < data.Size(); at += 8) {
-        text += (at == 0 ? ": " : ", ") + std::to_string(data.Long(at).value_or(0)) + "-" +
-                std::to_string(data.Long(at + 4).value_or(0));
+        text.append(at == 0 ? ": " : ", ").append(std::to_string(data.Long(at).value_or(0)));
+        text.append("-").append(std::to_string(data.Long(at + 4).value_or(0)));
     }
     return text;
 }

@@ -247,6 +247,11 @@ TEST(PacketTextTest, ShowsWhatAnIcmpMessageQuotes) {
         << icmp;
     // What was not quoted is not missing from the capture.
     EXPECT_EQ(icmp.find("not captured"), std::string::npos);
+    // One byte of the quoted header behind it is no field.
+    EXPECT_EQ(Describe("45 00 00 31 00 03 00 00 ff 01 00 00 c0 a8 01 01 c0 a8 01 0a 03 03 00 00 00 00 00 00"
+                       "45 00 00 1f 00 02 00 00 40 11 a9 0a c0 a8 01 0a 08 08 08 08 d4")
+                  .find("UDP header"),
+              std::string::npos);
     // Messages that quote one another are not followed.
     std::string nested;
     for (int depth = 0; depth < 40; ++depth) {
