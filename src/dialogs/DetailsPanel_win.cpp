@@ -13,8 +13,6 @@ constexpr int kGroupGap = 12;   // above a heading that is not the first
 constexpr int kHeadingGap = 4;  // below it
 constexpr int kLineGap = 4;     // between lines
 constexpr int kLabelGap = 16;   // between label and value
-constexpr int kPillMargin = 6;  // between a pill's side and its text
-constexpr int kPillCorner = 8;  // as in lists
 constexpr int kRowHeight = 24;  // for what a page key goes over
 // Of the width, at most, in hundredths.
 constexpr int kLabelShare = 45;
@@ -76,15 +74,12 @@ void DetailsPanel::AddRow(bool isHeading) {
 bool DetailsPanel::ShowLine(Row& row, const DetailsLine& line) {
     const Look& look = GetLook();
     const bool isPill = StandsOnPill(line.tone) && IsDark(look.colours.list) && !line.value.empty();
-    const bool isChanged = row.label.Text() != line.label || row.value.Text() != line.value || row.isPill != isPill;
+    bool isChanged = row.label.Text() != line.label || row.isPill != isPill;
     row.label.SetText(line.label);
-    row.value.Show(line.value);
-    row.value.SetColours(ToneColour(look.skin, line.tone), isPill ? PillColour(look.skin) : look.colours.list);
-    if (row.isPill != isPill) {
-        row.isPill = isPill;
-        row.value.SetMargin(isPill ? Scale(kPillMargin) : 0);
-        if (!isPill) ::SetWindowRgn(row.value.Window(), nullptr, TRUE);
-    }
+    isChanged = row.value.Show(line.value) || isChanged;
+    row.isPill = isPill;
+    row.value.SetColours(ToneColour(look.skin, line.tone),
+                         isPill ? std::optional<COLORREF>(PillColour(look.skin)) : std::nullopt);
     return isChanged;
 }
 
@@ -124,19 +119,14 @@ int DetailsPanel::PlaceLine(Row& row, int left, int width, int labelWidth, int t
     row.label.Place({left, top, left + (hasLabel ? labelWidth : 0), top + labelHeight});
     int valueLeft = hasLabel ? left + labelWidth + Scale(kLabelGap) : left;
     int valueWidth = std::max(1, left + width - valueLeft);
-    if (row.isPill) {
-        // Its text begins where the others do.
-        valueLeft -= Scale(kPillMargin);
-        valueWidth = std::min(valueWidth + Scale(kPillMargin), row.value.FullWidth());
-    }
+    // The text of a pill stands where the others do.
+    const SIZE margin = row.value.PillMargin();
+    valueLeft -= margin.cx;
+    valueWidth += margin.cx;
+    if (row.isPill) valueWidth = std::min(valueWidth, row.value.FullWidth());
     const int valueHeight = row.value.HeightAt(valueWidth);
-    row.value.Place({valueLeft, top, valueLeft + valueWidth, top + valueHeight});
-    if (row.isPill) {
-        const int corner = Scale(kPillCorner);
-        // The window takes the region over.
-        ::SetWindowRgn(row.value.Window(),
-                       ::CreateRoundRectRgn(0, 0, valueWidth + 1, valueHeight + 1, corner, corner), TRUE);
-    }
+    const int valueTop = top - margin.cy;
+    row.value.Place({valueLeft, valueTop, valueLeft + valueWidth, valueTop + valueHeight});
     return std::max(labelHeight, valueHeight);
 }
 

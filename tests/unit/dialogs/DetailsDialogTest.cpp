@@ -97,6 +97,26 @@ TEST_F(DetailsDialogTest, HasEveryTextInWindowsThatOthersCanRead) {
     EXPECT_TRUE(hasRun);
 }
 
+TEST_F(DetailsDialogTest, ShowsTheLettersOfTheLanguageOnAnySystem) {
+    // The same bytes mean other letters in other languages.
+    const std::pair<BYTE, const wchar_t*> rows[] = {{BYTE{RUSSIAN_CHARSET}, L"\x043F\x044F"},
+                                                    {BYTE{EASTEUROPE_CHARSET}, L"\x010F\x02D9"},
+                                                    {BYTE{ANSI_CHARSET}, L"\x00EF\x00FF"}};
+    for (const auto& [charset, expected] : rows) {
+        const CFonts fonts(charset);
+        m_sheet.groups[0].lines[0].value = "\xEF\xFF";
+        DetailsDialog dialog(fonts, m_english, m_sheet);
+        wchar_t text[8] = {};
+        m_owner.Post([&] {
+            const HWND panel = dialog.Item(IDC_DETAILS_PANEL);
+            ::GetWindowTextW(::FindWindowExA(panel, nullptr, "EDIT", nullptr), text, 8);
+        });
+        m_owner.PostKey(VK_ESCAPE);
+        dialog.Show(m_owner.Window());
+        EXPECT_TRUE(std::wstring(text) == expected) << int{charset};
+    }
+}
+
 TEST_F(DetailsDialogTest, CopiesAllAsText) {
     std::string copied;
     ShowAndRun([&] {
