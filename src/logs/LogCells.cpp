@@ -59,27 +59,36 @@ LogTexts::LogTexts(const Language& language)
       path(language.GetText(1026, "Path")),
       bytes(language.GetText(1433, "bytes")) {}
 
-void AppendTime(std::string& text, const LogEntry& entry) {
+char* PutTime(char* at, const LogEntry& entry) {
     const std::uint32_t second = SecondOfDay(entry.hour, entry.minute, entry.second);
-    const auto tens = [](std::uint32_t n) { return static_cast<char>('0' + n / 10); };
-    const auto ones = [](std::uint32_t n) { return static_cast<char>('0' + n % 10); };
-    const std::uint32_t h = second / 3600;
-    const std::uint32_t m = second / 60 % 60;
-    const std::uint32_t s = second % 60;
-    const char time[] = {tens(h), ones(h), ':', tens(m), ones(m), ':', tens(s), ones(s)};
-    text.append(time, sizeof time);
+    for (const std::uint32_t part : {second / 3600, second / 60 % 60, second % 60}) {
+        *at++ = static_cast<char>('0' + part / 10);
+        *at++ = static_cast<char>('0' + part % 10);
+        *at++ = ':';
+    }
+    return at - 1;  // the last colon does not count
 }
 
-void AppendAddresses(std::string& text, const LogEntry& entry) {
-    constexpr std::size_t kEndpointSize = 15 + 1 + 10 + 2;  // address, colon, port; PutByte writes ahead
-    char buffer[2 * kEndpointSize + 4];
-    char* at = PutEndpoint(buffer, entry.localAddress, entry.localPort);
+char* PutAddresses(char* at, const LogEntry& entry) {
+    constexpr std::size_t kEndpointSize = 15 + 1 + 10;  // address, colon, port
+    constexpr std::size_t kAhead = 2;                   // PutByte writes over what follows
+    static_assert(2 * kEndpointSize + sizeof " -> " + kAhead <= kAddressesRoom);
+    at = PutEndpoint(at, entry.localAddress, entry.localPort);
     *at++ = ' ';
     *at++ = entry.isOutgoing ? '-' : '<';
     *at++ = entry.isOutgoing ? '>' : '-';
     *at++ = ' ';
-    at = PutEndpoint(at, entry.remoteAddress, entry.remotePort);
-    text.append(buffer, at);
+    return PutEndpoint(at, entry.remoteAddress, entry.remotePort);
+}
+
+void AppendTime(std::string& text, const LogEntry& entry) {
+    char buffer[kTimeSize + 1];
+    text.append(buffer, PutTime(buffer, entry));
+}
+
+void AppendAddresses(std::string& text, const LogEntry& entry) {
+    char buffer[kAddressesRoom];
+    text.append(buffer, PutAddresses(buffer, entry));
 }
 
 std::string_view ProgramOf(const LogEntry& entry) {

@@ -1,6 +1,10 @@
 #include "logs/LogExport.h"
 
+#include <algorithm>
+#include <array>
+#include <cstring>
 #include <string_view>
+#include <utility>
 
 namespace brennvar {
 namespace {
@@ -9,85 +13,116 @@ constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 constexpr std::string_view kLineEnd = "\r\n";
 constexpr std::size_t kPieceSize = 0x40000;  // written at a time
 
-// Puts cells into lines of one format.
-class LineWriter {
+constexpr std::size_t kMostGrowth = 3;  // bytes of UTF-8 that one character becomes
+
+// Whether the text means the same in every code page and needs no quotes. Branches only once: it is asked of every
+// text of every entry.
+bool IsPlain(std::string_view text) {
+    unsigned special = 0;
+    for (const char c : text) {
+        const auto byte = static_cast<unsigned char>(c);
+        special |= static_cast<unsigned>(byte < ' ') | static_cast<unsigned>(byte >= 0x80) |
+                   static_cast<unsigned>(byte == '"') | static_cast<unsigned>(byte == ',');
+    }
+    return special == 0;
+}
+
+// A table program would compute it.
+bool CouldBeFormula(std::string_view text) {
+    return !text.empty() && std::string_view("=+-@").find(text.front()) != std::string_view::npos;
+}
+
+// A text of any characters as a cell of the format.
+std::string CellOf(std::string_view text, LogFormat format, CodePage page) {
+    std::string cell;
+    AppendUtf8(cell, text, page);
+    if (format == LogFormat::Text) {
+        BlankControls(cell);
+        return cell;
+    }
+    // What a program or a rule was named by somebody else must not be computed where the file is opened.
+    const bool isFormula = CouldBeFormula(text);
+    if (!isFormula && cell.find_first_of("\",\r\n") == std::string::npos) return cell;
+    std::string quoted = isFormula ? "\"'" : "\"";
+    for (const char c : cell) {
+        quoted += c;
+        if (c == '"') quoted += c;
+    }
+    return quoted + '"';
+}
+
+// The lines of a file, put together in one buffer.
+class Lines {
 public:
-    LineWriter(LogFormat format, CodePage page) : m_format(format), m_page(page) {}
-
-    std::string text;
-
-    // A cell that was put together here and needs nothing of what follows.
-    [[nodiscard]] std::string& BeginPlain() {
-        Separate();
-        return text;
+    Lines(LogFormat format, CodePage page, const LogTexts& texts)
+        : m_format(format), m_page(page), m_separator(format == LogFormat::Csv ? ',' : '\t') {
+        std::size_t longest = 0;
+        for (std::size_t i = 0; i < kLogActionCount; ++i) {
+            m_actions[i] = CellOf(texts.actions[i], format, page);
+            longest = std::max(longest, m_actions[i].size());
+        }
+        // Path, program and the short text twice, each character doubled or grown, in quotes.
+        m_longest = longest + kAddressesRoom + kMostGrowth * 2 * (sizeof(TrafficLogRecord::path) + 0x40) + 0x40;
+        std::string heading(kByteOrderMark);
+        for (const std::string& column : texts.columns) heading += CellOf(column, format, page) + m_separator;
+        heading += CellOf(texts.path, format, page);
+        heading += kLineEnd;
+        m_buffer.resize(kPieceSize + heading.size() + m_longest);
+        m_end = std::copy(heading.begin(), heading.end(), m_buffer.data());
     }
-    void Add(std::string_view cell) {
-        Separate();
-        if (m_format == LogFormat::Text) {
-            const std::size_t start = text.size();
-            AppendUtf8(text, cell, m_page);
-            for (std::size_t i = start; i < text.size(); ++i) {
-                if (static_cast<unsigned char>(text[i]) < ' ') text[i] = ' ';
-            }
-            return;
-        }
-        if (cell.find_first_of("\",\r\n") == std::string_view::npos && !CouldBeFormula(cell)) {
-            return AppendUtf8(text, cell, m_page);
-        }
-        text += '"';
-        // A table program must not compute what a program or a rule was named by somebody else.
-        if (CouldBeFormula(cell)) text += '\'';
-        for (std::size_t quote; (quote = cell.find('"')) != std::string_view::npos; cell.remove_prefix(quote + 1)) {
-            AppendUtf8(text, cell.substr(0, quote), m_page);
-            text += "\"\"";
-        }
-        AppendUtf8(text, cell, m_page);
-        text += '"';
+
+    [[nodiscard]] std::string_view Text() const {
+        return {m_buffer.data(), static_cast<std::size_t>(m_end - m_buffer.data())};
     }
-    void EndLine() {
-        text += kLineEnd;
-        m_isFirst = true;
+    [[nodiscard]] bool IsFull() const { return Text().size() >= kPieceSize; }
+    void Clear() { m_end = m_buffer.data(); }
+
+    void Add(const LogEntry& entry) {
+        m_end = PutTime(m_end, entry);
+        *m_end++ = m_separator;
+        if (!entry.isPacket) Put(m_actions[static_cast<std::size_t>(entry.action)]);
+        *m_end++ = m_separator;
+        Put(NameOf(entry.protocol));
+        *m_end++ = m_separator;
+        if (entry.hasAddresses) {
+            m_end = PutAddresses(m_end, entry);
+        } else {
+            PutCell(entry.shortText);
+        }
+        *m_end++ = m_separator;
+        const std::string_view program = ProgramOf(entry);
+        const bool isPlainPath = IsPlain(entry.path);
+        PutCell(program, isPlainPath);
+        *m_end++ = m_separator;
+        if (entry.isPacket) {
+            Put(std::to_string(entry.packetSize));  // a number, for whoever adds them up
+        } else {
+            PutCell(entry.shortText);
+        }
+        *m_end++ = m_separator;
+        PutCell(entry.path, isPlainPath);
+        Put(kLineEnd);
     }
 
 private:
-    static bool CouldBeFormula(std::string_view cell) {
-        return !cell.empty() && std::string_view("=+-@").find(cell.front()) != std::string_view::npos;
+    void Put(std::string_view text) {
+        std::memcpy(m_end, text.data(), text.size());
+        m_end += text.size();
     }
-    void Separate() {
-        if (!m_isFirst) text += m_format == LogFormat::Csv ? ',' : '\t';
-        m_isFirst = false;
+    void PutCell(std::string_view text) { PutCell(text, IsPlain(text)); }
+    void PutCell(std::string_view text, bool isPlain) {
+        if (isPlain && (m_format == LogFormat::Text || !CouldBeFormula(text))) return Put(text);
+        Put(CellOf(text, m_format, m_page));
     }
 
     const LogFormat m_format;
     const CodePage m_page;
-    bool m_isFirst = true;
+    const char m_separator;
+    std::array<std::string, kLogActionCount> m_actions;
+    std::size_t m_longest = 0;  // line
+    std::vector<char> m_buffer;
+    char* m_end = nullptr;
 };
-
-void AddHeading(LineWriter& lines, const LogTexts& texts) {
-    for (const std::string& column : texts.columns) lines.Add(column);
-    lines.Add(texts.path);
-    lines.EndLine();
-}
-
-void AddEntry(LineWriter& lines, const LogEntry& entry, const LogTexts& texts) {
-    AppendTime(lines.BeginPlain(), entry);
-    lines.Add(entry.isPacket ? std::string_view() : texts.actions[static_cast<std::size_t>(entry.action)]);
-    lines.BeginPlain() += NameOf(entry.protocol);
-    if (entry.hasAddresses) {
-        AppendAddresses(lines.BeginPlain(), entry);
-    } else {
-        lines.Add(entry.shortText);
-    }
-    lines.Add(ProgramOf(entry));
-    if (entry.isPacket) {
-        std::string& text = lines.BeginPlain();
-        AppendNumber(text, entry.packetSize);  // a number, for whoever adds them up
-    } else {
-        lines.Add(entry.shortText);
-    }
-    lines.Add(entry.path);
-    lines.EndLine();
-}
 
 // Goes through the entries until it is stopped or add returns false.
 template <class AddOne>
@@ -114,18 +149,15 @@ void ExportLog(const LogSelection& selection, const std::string& path, LogFormat
                CodePage page, const StopSignal& stop, LogExportState& state) {
     try {
         NewFile file(path);
-        LineWriter lines(format, page);
-        lines.text.reserve(kPieceSize + 0x1000);
-        lines.text += kByteOrderMark;
-        AddHeading(lines, texts);
+        Lines lines(format, page, texts);
         ForEach(selection, stop, state, [&](const LogEntry& entry) {
-            AddEntry(lines, entry, texts);
-            if (lines.text.size() < kPieceSize) return true;
-            file.Write(lines.text);
-            lines.text.clear();
+            lines.Add(entry);
+            if (!lines.IsFull()) return true;
+            file.Write(lines.Text());
+            lines.Clear();
             return file.Result() == WriteResult::Written;
         });
-        file.Write(lines.text);
+        file.Write(lines.Text());
         state.result = state.wasStopped ? file.Result() : file.PutInPlace();
     } catch (...) {  // no memory: nothing was put in place
         state.result = WriteResult::Failed;

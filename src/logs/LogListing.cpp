@@ -20,7 +20,7 @@ constexpr std::uint32_t kPieceCount = 0x10000;
 // Gathers what is found and hands it over.
 class Lister {
 public:
-    // room: entries that there may be.
+    // room: entries that there are, where that is known.
     Lister(const LogPlace& place, const LogWish& wish, const LogTexts& texts, LogNewsSink& sink, std::uint64_t room)
         : m_place(place),
           m_texts(texts),
@@ -159,8 +159,7 @@ void ListEvents(const Listing& listing, const LogFile& file) {
 void ListPackets(const Listing& listing, const LogFile& file) {
     LogExtent extent{.isThere = true, .state = file.State()};
     const std::uint64_t size = extent.state.size;
-    Lister lister(listing.place, listing.wish, listing.texts, listing.sink,
-                  std::min(size / sizeof(PacketLogHeader), kMostEntries));
+    Lister lister(listing.place, listing.wish, listing.texts, listing.sink, 0);
     PacketWalk headers(file, listing.place.cipher, PacketWalk::kAhead);
     while (extent.end < size && extent.count < kMostEntries) {
         if (listing.stop.Requested()) break;

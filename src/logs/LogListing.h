@@ -1,7 +1,8 @@
 // Lists a log, for as long as that takes, on a thread of its own: every record is looked at, and what has been
 // found is handed over piece by piece. A traffic log is read from its last record to its first, a packet log from
 // its first packet on. What is found are numbers of records (4 bytes each), and not even those when all of a log is
-// listed as it stands; sorting needs 8 more while it lasts.
+// listed as it stands; sorting needs 4 more for each record of
+// the file while it lasts.
 #pragma once
 
 #include <array>

@@ -60,7 +60,7 @@ LogSort::LogSort(LogColumn column, bool isAscending, const LogTexts& texts, std:
       m_isAscending(isAscending),
       m_actions(RanksOf<kLogActionCount>([&](std::size_t i) -> std::string_view { return texts.actions[i]; })),
       m_protocols(RanksOf<kLogProtocolCount>([](std::size_t i) { return NameOf(static_cast<LogProtocol>(i)); })) {
-    m_keys.reserve(room);
+    m_numbers.reserve(room);
 }
 
 std::uint32_t LogSort::KeyOf(const LogEntry& entry) {
@@ -79,37 +79,29 @@ std::uint32_t LogSort::KeyOf(const LogEntry& entry) {
 }
 
 void LogSort::Add(const LogEntry& entry, std::uint32_t number) {
-    m_keys.push_back(std::uint64_t{KeyOf(entry)} << 32 | number);
+    if (number >= m_keys.size()) m_keys.resize(std::size_t{number} + 1);  // at once for all, when they go down
+    m_keys[number] = KeyOf(entry);
+    m_numbers.push_back(number);
 }
 
 std::vector<std::uint32_t> LogSort::Sorted(const StopSignal& stop) {
     m_texts.Rank();
-    // Equal entries stay as they were added: by their numbers, which go one way.
-    const bool goesDown =
-        m_keys.size() > 1 && static_cast<std::uint32_t>(m_keys[0]) > static_cast<std::uint32_t>(m_keys[1]);
-    const bool hasRanks =
-        m_column == LogColumn::Program || m_column == LogColumn::Address || m_column == LogColumn::Remark;
-    for (std::uint64_t& key : m_keys) {
-        auto high = static_cast<std::uint32_t>(key >> 32);
-        const auto number = static_cast<std::uint32_t>(key);
-        if (hasRanks) high = m_texts.RankOf(high);
-        if (!m_isAscending) high = ~high;
-        key = std::uint64_t{high} << 32 | (goesDown ? ~number : number);
+    for (std::uint32_t& key : m_keys) {
+        key = m_texts.RankOf(key);
+        if (!m_isAscending) key = ~key;
     }
+    const bool goesDown = m_numbers.size() > 1 && m_numbers[0] > m_numbers[1];
     try {
-        std::sort(m_keys.begin(), m_keys.end(), [&stop](std::uint64_t a, std::uint64_t b) {
+        std::sort(m_numbers.begin(), m_numbers.end(), [&](std::uint32_t a, std::uint32_t b) {
             if (stop.Requested()) throw Stopped{};
-            return a < b;
+            const std::uint32_t keyOfA = m_keys[a];
+            const std::uint32_t keyOfB = m_keys[b];
+            return keyOfA != keyOfB ? keyOfA < keyOfB : goesDown ? a > b : a < b;
         });
     } catch (const Stopped&) {
         return {};
     }
-    std::vector<std::uint32_t> numbers(m_keys.size());
-    std::transform(m_keys.begin(), m_keys.end(), numbers.begin(), [&](std::uint64_t key) {
-        const auto low = static_cast<std::uint32_t>(key);
-        return goesDown ? ~low : low;
-    });
-    return numbers;
+    return std::move(m_numbers);
 }
 
 }  // namespace brennvar

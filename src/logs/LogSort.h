@@ -1,4 +1,5 @@
-// Puts the numbers of listed records into the order of a column: 8 bytes a record, whatever the texts are.
+// Puts the numbers of listed records into the order of a column. Takes 4 bytes for each record of the file and 4
+// for each that is listed, whatever the texts are.
 #pragma once
 
 #include <cstdint>
@@ -21,6 +22,7 @@ public:
     [[nodiscard]] std::uint32_t Add(std::string_view text);
     // What an added number becomes: 0 and up in the order of the texts, without regard to ASCII case.
     void Rank();
+    // Of what was not added here: itself.
     [[nodiscard]] std::uint32_t RankOf(std::uint32_t added) const {
         return added < m_ranks.size() ? m_ranks[added] : added;
     }
@@ -42,8 +44,9 @@ private:
 // order in which it was added.
 class LogSort {
 public:
-    // room: entries that will be added at most.
+    // room: entries that will be added at most, where that is known.
     LogSort(LogColumn column, bool isAscending, const LogTexts& texts, std::size_t room);
+    // The numbers go one way, up or down.
     void Add(const LogEntry& entry, std::uint32_t number);
     // The numbers in order; none when stopped.
     [[nodiscard]] std::vector<std::uint32_t> Sorted(const StopSignal& stop);
@@ -56,8 +59,8 @@ private:
     TextRanks m_texts;
     std::array<std::uint32_t, kLogActionCount> m_actions{};
     std::array<std::uint32_t, kLogProtocolCount> m_protocols{};
-    // Key above the number.
-    std::vector<std::uint64_t> m_keys;
+    std::vector<std::uint32_t> m_keys;  // by the number of the record
+    std::vector<std::uint32_t> m_numbers;
 };
 
 }  // namespace brennvar

@@ -1,6 +1,7 @@
 #include "views/LogRows.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace brennvar {
 
@@ -10,15 +11,19 @@ void LogRows::Restart(Order order, std::uint32_t fileCount) {
     m_fileCount = fileCount;
 }
 
-void LogRows::AddFound(std::uint32_t plain, const std::vector<std::uint32_t>& numbers) {
+void LogRows::AddFound(std::uint32_t plain, std::vector<std::uint32_t> numbers) {
     m_plain += plain;
     if (numbers.empty()) return;
+    if (m_numbers->empty()) {
+        m_numbers = std::make_shared<std::vector<std::uint32_t>>(std::move(numbers));
+        return;
+    }
     if (m_numbers.use_count() > 1) m_numbers = std::make_shared<std::vector<std::uint32_t>>(*m_numbers);
     m_numbers->insert(m_numbers->end(), numbers.begin(), numbers.end());
 }
 
-void LogRows::AddAppended(std::uint32_t plain, const std::vector<std::uint32_t>& numbers) {
-    if (m_order == Order::AsInFile) return AddFound(plain, numbers);
+void LogRows::AddAppended(std::uint32_t plain, std::vector<std::uint32_t> numbers) {
+    if (m_order == Order::AsInFile) return AddFound(plain, std::move(numbers));
     m_plain += plain;
     m_fileCount += plain;
     m_newer.insert(m_newer.end(), numbers.begin(), numbers.end());

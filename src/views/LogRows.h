@@ -20,9 +20,9 @@ public:
     // No rows. fileCount: entries of the file, for all of them as they stand, newest first.
     void Restart(Order order, std::uint32_t fileCount);
     // Found by the listing: so many of the file's next ones, or these.
-    void AddFound(std::uint32_t plain, const std::vector<std::uint32_t>& numbers);
+    void AddFound(std::uint32_t plain, std::vector<std::uint32_t> numbers);
     // Appended to the file since, in its order. NewestFirst: the same number of rows have come first.
-    void AddAppended(std::uint32_t plain, const std::vector<std::uint32_t>& numbers);
+    void AddAppended(std::uint32_t plain, std::vector<std::uint32_t> numbers);
 
     [[nodiscard]] int Count() const { return static_cast<int>(m_plain + m_numbers->size() + m_newer.size()); }
     [[nodiscard]] std::uint32_t NumberOf(int row) const;

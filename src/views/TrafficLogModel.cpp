@@ -256,7 +256,7 @@ void TrafficLogModel::TakeRows(LogNews& news) {
             m_rows.Restart(isPacketLog ? LogRows::Order::AsInFile : LogRows::Order::NewestFirst,
                            static_cast<std::uint32_t>(news.total));
         }
-        m_rows.AddFound(news.plain, news.numbers);
+        m_rows.AddFound(news.plain, std::move(news.numbers));
         return news.isAnew ? ListView::Change::Rows : ListView::Change::Behind;
     });
 }
@@ -287,11 +287,11 @@ void TrafficLogModel::OnFollowed(std::optional<Followed> followed, const FollowR
     m_cache.Put(std::move(news.rows));
     const auto count = static_cast<int>(news.plain + news.numbers.size());
     if (count > 0 && m_rows.GetOrder() == LogRows::Order::NewestFirst) {
-        m_rows.AddAppended(news.plain, news.numbers);
+        m_rows.AddAppended(news.plain, std::move(news.numbers));
         if (View()) View()->RowsCameFirst(count);
     } else if (count > 0) {
         ChangeRows([&] {
-            m_rows.AddAppended(news.plain, news.numbers);
+            m_rows.AddAppended(news.plain, std::move(news.numbers));
             return ListView::Change::Behind;
         });
     }
