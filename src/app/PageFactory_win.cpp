@@ -11,6 +11,7 @@
 #include "views/ConnectionsModel.h"
 #include "views/OptionsPage_win.h"
 #include "views/StatisticsPage_win.h"
+#include "views/TrafficLogModel.h"
 
 namespace brennvar {
 
@@ -36,6 +37,17 @@ std::unique_ptr<CPage> MakePage(const PageInfo& info, Session& session, SkinsAnd
                         return LoadApplicationRules(path, clock);
                     },
                     session.applicationChanges, session.link));
+        case IDM_TRAFFIC_LOG:
+            return std::make_unique<ListPage>(
+                lists, std::move(texts),
+                std::make_unique<TrafficLogModel>(TrafficLogModel::Parts{.language = language,
+                                                                         .clock = session.clock,
+                                                                         .reads = session.reads,
+                                                                         .listing = session.workers[0],
+                                                                         .writing = session.workers[1],
+                                                                         .lookups = session.lookups,
+                                                                         .dataFolder = session.dataFolder,
+                                                                         .page = session.codePage}));
         case IDM_OPTIONS:
             return std::make_unique<OptionsPage>(session.fonts, language, std::move(texts),
                                                  OptionEditor::Parts{.commander = session.commander,
