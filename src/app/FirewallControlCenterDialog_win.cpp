@@ -5,7 +5,9 @@
 #include <utility>
 
 #include "app/AboutDialog_win.h"
+#include "app/HelperProgram_win.h"
 #include "app/PageFactory_win.h"
+#include "config/Folders_win.h"
 #include "config/ResourceIds.h"
 #include "tray/TrayMenu.h"
 #include "ui/ProgramIcon_win.h"
@@ -92,6 +94,7 @@ std::vector<PageHost::Entry> FirewallControlCenterDialog::PageEntries() {
 
 void FirewallControlCenterDialog::OnShown() {
     m_tray.Create(Window(), kMessageTray, m_session.modes);
+    m_session.reads.Post([] { EnsureHelperRuns(GetInstallationFolder()); });
     ShowWelcomeOnce();
 }
 
@@ -217,7 +220,7 @@ std::optional<LRESULT> FirewallControlCenterDialog::OnMessage(UINT message, WPAR
 
 bool FirewallControlCenterDialog::IsBusy() const {
     // A modal dialog over this window keeps it disabled.
-    return m_session.prompt.IsBusy() || m_session.IsTellingNotice() || m_session.IsAnyWorkerRunning() ||
+    return m_session.IsPromptOpen() || m_session.IsTellingNotice() || m_session.IsAnyWorkerRunning() ||
            !::IsWindowEnabled(Window());
 }
 
@@ -232,6 +235,12 @@ void FirewallControlCenterDialog::OnEndSession() {
     FrameDialog::OnDestroy();
     m_tray.Leave();
     End(kResultExit);
+}
+
+void FirewallControlCenterDialog::LeaveProgram() {
+    m_tray.Leave();
+    // Ends every loop of this thread, whatever is open.
+    ::PostQuitMessage(0);
 }
 
 void FirewallControlCenterDialog::ExitControlCenter() {

@@ -56,12 +56,14 @@ private:
     void ShowMode(const ModeDisplay& display) override;
     void ShowIdleMode(ProtectionMode mode) override { m_tray.Icons().OnIdleMode(mode); }
     void ShowNotice(const TrayNotice& notice) override;
+    void BringForward() override { RestoreWindow(); }
+    void LeaveProgram() override;
 
     // The ticks
     void RefreshFigures() override { m_session.RefreshFigures(); }
     void CheckNetwork() override { m_session.machine.CheckNetwork(); }
     void CheckClock() override { m_session.machine.CheckClock(); }
-    void AnswerQuestion() override { m_session.prompt.Tick(Window()); }
+    void AnswerQuestion() override { m_session.TickQuestions(); }
     void FetchNotice() override { m_session.FetchNotice(); }
     void FollowGrip() override { TickGrip(); }
 
