@@ -92,6 +92,12 @@ std::vector<PageHost::Entry> FirewallControlCenterDialog::PageEntries() {
     return entries;
 }
 
+void FirewallControlCenterDialog::OnTimer(UINT_PTR id) {
+    // Of two questions neither waits for the other, and that about a connection holds its tick.
+    m_session.activity.Tick(Window());
+    m_ticks.OnTimer(static_cast<unsigned>(id));
+}
+
 void FirewallControlCenterDialog::OnShown() {
     m_tray.Create(Window(), kMessageTray, m_session.modes);
     m_session.reads.Post([] { EnsureHelperRuns(GetInstallationFolder()); });
@@ -202,7 +208,10 @@ std::optional<LRESULT> FirewallControlCenterDialog::OnMessage(UINT message, WPAR
     switch (message) {
         case kMessageShown: OnShown(); return 0;
         case Session::kMessageCompletions: m_session.RunCompletions(); return 0;
-        case Session::kMessageQuestion: AnswerQuestion(); return 0;
+        case Session::kMessageQuestion:
+            m_session.activity.Tick(Window());
+            AnswerQuestion();
+            return 0;
         case kMessageTray: m_tray.OnNotification(static_cast<UINT>(wParam), static_cast<UINT>(lParam)); return 0;
         case WM_WINDOWPOSCHANGED:
             if (m_ticks.SetSeen(IsSeen())) SetTimers(false);

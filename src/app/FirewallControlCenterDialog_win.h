@@ -43,7 +43,7 @@ private:
     void OnMinimise() override { TakeAway(); }
     void OnCancel() override;  // Esc does not leave the program
     void OnCommand(int id, int notification) override;
-    void OnTimer(UINT_PTR id) override { m_ticks.OnTimer(static_cast<unsigned>(id)); }
+    void OnTimer(UINT_PTR id) override;
     void OnPlaceStatus(const RECT& band) override { m_status.Place(band); }
     void OnHelp() override;
     std::optional<LRESULT> OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
@@ -63,7 +63,7 @@ private:
     void RefreshFigures() override { m_session.RefreshFigures(); }
     void CheckNetwork() override { m_session.machine.CheckNetwork(); }
     void CheckClock() override { m_session.machine.CheckClock(); }
-    void AnswerQuestion() override { m_session.TickQuestions(); }
+    void AnswerQuestion() override { m_session.prompt.Tick(Window()); }
     void FetchNotice() override { m_session.FetchNotice(); }
     void FollowGrip() override { TickGrip(); }
 

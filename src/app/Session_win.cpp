@@ -101,11 +101,6 @@ void Session::FetchNotice() {
                      });
 }
 
-void Session::TickQuestions() {
-    activity.Tick(m_window);
-    prompt.Tick(m_window);
-}
-
 void Session::TrustProgram(const std::string& path, std::function<void()> over) {
     commander.Send(Batch(UserCommand::TrustProgram, {.path = path}), [over = std::move(over)](bool) { over(); });
 }

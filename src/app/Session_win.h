@@ -49,8 +49,9 @@ class Session final : private ModeView, private ActivityView {
 public:
     // Private messages of the window.
     static constexpr UINT kMessageCompletions = WM_APP + 1;  // RunCompletions is to be called
-    static constexpr UINT kMessageQuestion = WM_APP + 3;     // something of a question has come: TickQuestions
-    static constexpr UINT kMessageWorkerFinished = 4846;     // to 4849, one per worker thread
+    static constexpr UINT kMessageQuestion =
+        WM_APP + 3;  // something of a question has come: prompt.Tick, activity.Tick
+    static constexpr UINT kMessageWorkerFinished = 4846;  // to 4849, one per worker thread
     static constexpr std::size_t kWorkerCount = 4;
 
     Session(const SessionSurroundings& surroundings, Language openedLanguage);
@@ -70,8 +71,6 @@ public:
     // The ticks.
     void RefreshFigures();
     void FetchNotice();
-    // Once more whenever kMessageQuestion comes.
-    void TickQuestions();
 
     // A question is looked up or on screen.
     [[nodiscard]] bool IsPromptOpen() const { return prompt.IsBusy() || activity.IsBusy(); }
