@@ -1,5 +1,7 @@
 #include "base/DisplayName.h"
 
+#include <algorithm>
+
 namespace brennvar {
 
 std::string FileNameOf(std::string_view path) {
@@ -20,6 +22,12 @@ std::string CutTo40(std::string text) {
 
 std::string DisplayNameOf(std::string_view path, std::string_view fileDescription) {
     return fileDescription.empty() ? FileNameOf(path) : CutTo40(std::string(fileDescription));
+}
+
+std::string OneLine(std::string text) {
+    std::replace_if(
+        text.begin(), text.end(), [](unsigned char c) { return c < 0x20 || c == 0x7F; }, ' ');
+    return text;
 }
 
 }  // namespace brennvar
