@@ -13,6 +13,7 @@
 #include "service/CommandLine.h"
 #include "service/PipeServer_win.h"
 #include "service/ScenarioRunner_win.h"
+#include "service/StartedProcesses_win.h"
 
 namespace brennvar::standin {
 namespace {
@@ -114,7 +115,8 @@ int Run(const CommandLine& line, const Scenario& scenario) {
     feeder.Tick();
 
     Progress progress;
-    Service service(data, feeder, line.dieAfter, line.dieAfterCommand);
+    StartedProcesses processes;
+    Service service(data, feeder, processes, line.dieAfter, line.dieAfterCommand);
     std::vector<std::unique_ptr<PipeServer>> servers;
     for (PipeService& pipe : PipesOf(service, line.slowMilliseconds)) {
         servers.push_back(std::make_unique<PipeServer>(std::move(pipe), PipeWorld{stop, journal, progress}));
@@ -128,7 +130,7 @@ int Run(const CommandLine& line, const Scenario& scenario) {
     std::thread ticker([&] {
         while (!stop.Sleep(kTickMilliseconds)) feeder.Tick();
     });
-    ScenarioRunner(stop, journal, progress, data, feeder, service).Run(scenario);
+    ScenarioRunner(stop, journal, progress, data, feeder, processes, service).Run(scenario);
     (void)stop.Sleep(INFINITE);
     ticker.join();
     servers.clear();
@@ -152,6 +154,7 @@ int main(int count, char** arguments) {
         return 0;
     }
     if (line->stop) return StopTheOther();
+    if (line->waitFor != 0) return StartedProcesses::WaitFor(line->waitFor) ? 0 : kStartFailed;
     const auto scenario = LoadScenario(line->scenario);
     return scenario ? Run(*line, *scenario) : kBadInput;
 }

@@ -37,6 +37,10 @@ struct ProcessInstruction {
     std::uint32_t processId;
     std::string path;
 };
+// Starts a process of its own. Other instructions name it, and have this number until it is started.
+struct StartProcessInstruction {
+    std::uint32_t number;
+};
 struct ConnectionInstruction {
     ConnectionEntry entry;
 };
@@ -81,11 +85,12 @@ struct HostileInstruction {
 };
 struct ExitInstruction {};
 
-using Instruction = std::variant<WaitInstruction, WaitForRecordsInstruction, QuestionInstruction, NoticeInstruction,
-                                 ProcessInstruction, ConnectionInstruction, ConnectionsInstruction,
-                                 ListenerInstruction, ClearTablesInstruction, TotalsInstruction, RateInstruction,
-                                 DnsInstruction, MacInstruction, AdviceInstruction, RuleInstruction,
-                                 OptionInstruction, OptionTextInstruction, HostileInstruction, ExitInstruction>;
+using Instruction =
+    std::variant<WaitInstruction, WaitForRecordsInstruction, QuestionInstruction, NoticeInstruction,
+                 ProcessInstruction, StartProcessInstruction, ConnectionInstruction, ConnectionsInstruction,
+                 ListenerInstruction, ClearTablesInstruction, TotalsInstruction, RateInstruction, DnsInstruction,
+                 MacInstruction, AdviceInstruction, RuleInstruction, OptionInstruction, OptionTextInstruction,
+                 HostileInstruction, ExitInstruction>;
 
 struct ScenarioFault {
     std::size_t line;  // counted from 1
@@ -98,6 +103,9 @@ struct Scenario {
     bool scriptsTables = false;         // it has a connection, listener or clear-tables line
     bool scriptsTotals = false;         // it has a totals or rate line
 };
+
+// The first number of those that stand for processes of the scenario's own.
+inline constexpr std::uint32_t kFirstStartedProcess = 0xF0000000;
 
 // The index-th (0, 1, 2 ...) made-up connection: established outgoing from 192.168.0.1 to 10.0.0.0 + index, port
 // 443. There are 50 processes, with the identifiers 1000 to 1049, in turn.

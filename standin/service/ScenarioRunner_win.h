@@ -6,6 +6,7 @@
 #include "service/Journal_win.h"
 #include "service/Scenario.h"
 #include "service/Service_win.h"
+#include "service/StartedProcesses_win.h"
 #include "service/Stop_win.h"
 
 namespace brennvar::standin {
@@ -13,12 +14,13 @@ namespace brennvar::standin {
 class ScenarioRunner {
 public:
     ScenarioRunner(const Stop& stop, Journal& journal, Progress& progress, DataFolder& data, DriverFeeder& feeder,
-                   Service& service)
+                   StartedProcesses& processes, Service& service)
         : m_stop(stop),
           m_journal(journal),
           m_progress(progress),
           m_data(data),
           m_feeder(feeder),
+          m_processes(processes),
           m_service(service) {}
 
     // Returns when the last instruction is done or the stop is requested.
@@ -30,6 +32,7 @@ private:
     void Do(const QuestionInstruction& question);
     void Do(const NoticeInstruction& notice);
     void Do(const ProcessInstruction& process);
+    void Do(const StartProcessInstruction& process);
     void Do(const ConnectionInstruction& connection);
     void Do(const ConnectionsInstruction& connections);
     void Do(const ListenerInstruction& listener);
@@ -50,6 +53,7 @@ private:
     Progress& m_progress;
     DataFolder& m_data;
     DriverFeeder& m_feeder;
+    StartedProcesses& m_processes;
     Service& m_service;
 };
 
