@@ -15,7 +15,11 @@ measures='
 decipher_rules    DecipherRules   CopyRules      speed  0.7
 look_up_rule      LookUpLastRule  ReadRulesFile  times  2.0
 read_70_options   ReadAllOptions  -              ms     5
-connections       SortAndFormat   SortAlone      times  3.0
+connections           Refresh/as_read     SortTables  times  4.0
+connections_sorted    Refresh/sorted      SortTables  times  4.0
+connections_address   Refresh/by_address  SortTables  times  4.0
+connections_grouped   Refresh/grouped     SortTables  times  4.0
+connections_searched  Refresh/searched    SortTables  times  4.0
 '
 
 # Under Wine, in programs that let measure and yardstick take turns: name, how the value is meant (as above), goal.

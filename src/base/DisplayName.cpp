@@ -1,5 +1,7 @@
 #include "base/DisplayName.h"
 
+#include <algorithm>
+
 namespace brennvar {
 
 std::string FileNameOf(std::string_view path) {
@@ -15,6 +17,12 @@ std::string CutTo40(std::string text) {
         text.resize(kLongest - kDots.size());
         text += kDots;
     }
+    return text;
+}
+
+std::string OneLine(std::string text) {
+    std::replace_if(
+        text.begin(), text.end(), [](unsigned char c) { return c < 0x20 || c == 0x7F; }, ' ');
     return text;
 }
 

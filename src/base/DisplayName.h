@@ -13,6 +13,9 @@ namespace brennvar {
 // Texts of up to 40 characters as they are, longer ones cut to 40 of which the last three are dots.
 [[nodiscard]] std::string CutTo40(std::string text);
 
+// The text with a blank for each control character: what comes from outside must not make lines of its own.
+[[nodiscard]] std::string OneLine(std::string text);
+
 // The description cut to 40 characters or, when it is empty, the file name in its full length.
 [[nodiscard]] std::string DisplayNameOf(std::string_view path, std::string_view fileDescription);
 

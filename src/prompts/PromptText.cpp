@@ -1,21 +1,11 @@
 #include "prompts/PromptText.h"
 
-#include <algorithm>
-
 #include "base/DisplayName.h"
 #include "ipc/DriverRecords.h"
 #include "prompts/ServiceNameTable.h"
 
 namespace brennvar {
 namespace {
-
-// A program's description and a host's name come from outside: a line break in them could pass for a line of ours,
-// such as the advice.
-std::string OneLine(std::string text) {
-    std::replace_if(
-        text.begin(), text.end(), [](unsigned char c) { return c < 0x20 || c == 0x7F; }, ' ');
-    return text;
-}
 
 std::string EndpointText(Ipv4 address, std::uint16_t port) {
     std::string text = FormatIpv4(address);
