@@ -28,6 +28,7 @@ connections_searched  Refresh/searched    SortTables  times  4.0
 #   repaint   all of the control center at 1280 x 800 with a list, repaint_graphs with the graphs of the statistics
 #   applications_...  the Applications page with 20,000 rules, until its first rows are painted, and from a key stroke
 #             in its search box to the painted list (the slowest of 16); _ratio: against a list of 200 rules
+#   connections_hold  the longest that the Connections page keeps its window waiting during a refresh with full tables
 window_measures='
 list_fill         times  1.0
 list_first_paint  times  1.0
@@ -40,6 +41,7 @@ applications_open         ms     50
 applications_open_ratio   times  3.0
 applications_search       ms     16
 applications_search_ratio times  3.0
+connections_hold          ms     16
 '
 
 # Processor time of the control center in the tray, with service and driver and no traffic, as a part of one core,
@@ -121,6 +123,7 @@ cd "$place"
     wine list_bench.exe $(((repetitions + 2) / 3)) &&
         wine repaint_bench.exe &&
         wine applications_bench.exe &&
+        wine connections_bench.exe &&
         wine start_bench.exe BrennvarGUI.exe empty_window.exe
 } >"$logs/windows-bench.log" 2>"$logs/windows-bench-errors.log" </dev/null ||
     { cat "$logs/windows-bench-errors.log" >&2; fail "some measures could not be taken"; }

@@ -49,7 +49,9 @@ bool ConnectionActions::CanDo(int action, const ConnectionTarget& target) {
     switch (action) {
         case IDC_CONNECTIONS_DETAILS: return true;
         case IDC_CONNECTIONS_BLOCK: return target.row.IsEstablished();
-        case IDC_CONNECTIONS_TERMINATE: return IsEndable(target.row.processId);
+        case IDC_CONNECTIONS_TERMINATE:
+            // Whose identifier it is when its last connection has gone, nobody knows.
+            return IsEndable(target.row.processId) && target.row.mark != RowMark::Gone;
         case IDC_CONNECTIONS_FOLDER:
         case IDC_CONNECTIONS_RULE: return !target.program.path.empty();
         default: return CanDoAddressAction(action, target.row.remoteAddress);
@@ -108,11 +110,13 @@ void ConnectionActions::SendBlock(Ipv4 address, std::uint32_t seconds, ListView&
 ListQuestion ConnectionActions::TerminateQuestion(const ConnectionTarget& target) const {
     const Language& language = m_parts.language;
     std::string text = target.program.name;
-    if (!target.program.path.empty()) text += "\n" + target.program.path;
-    text += "\n" + language.GetText(1687, "Process ID:") + " " + std::to_string(target.row.processId) + "\n\n" +
-            language.GetText(1676,
-                             "Do you want to terminate this program? What it has not saved is lost, and all its "
-                             "connections end.");
+    if (!target.program.path.empty()) text.append("\n").append(target.program.path);
+    text.append("\n").append(language.GetText(1687, "Process ID:")).append(" ");
+    AppendNumber(text, target.row.processId);
+    text.append("\n\n").append(
+        language.GetText(1676,
+                         "Do you want to terminate this program? What it has not saved is lost, and all its "
+                         "connections end."));
     return {.text = std::move(text), .yes = language.GetText(1677, "Terminate")};
 }
 

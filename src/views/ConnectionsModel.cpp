@@ -59,16 +59,20 @@ std::vector<ListColumn> ConnectionsModel::Columns() const {
     for (std::uint32_t state = 0; !ConnectionStateText(state).empty(); ++state) {
         states.emplace_back(ConnectionStateText(state));
     }
-    return {{.title = language.GetText(1020, "Process"), .width = 144},
-            {.title = language.GetText(1021, "Address"), .width = 200},
-            {.title = language.GetText(1022, "State"), .width = 96, .longest = std::move(states)},
-            {.title = language.GetText(1660, "Rate in"), .width = 72, .isNumber = true},
-            {.title = language.GetText(1661, "Rate out"), .width = 72, .isNumber = true},
-            {.title = language.GetText(1662, "Received"), .width = 72, .isNumber = true},
-            {.title = language.GetText(1663, "Sent"), .width = 72, .isNumber = true},
-            {.title = language.GetText(1664, "Age"), .width = 56, .isNumber = true},
-            {.title = language.GetText(1026, "Path"), .width = 96, .takesRoom = true, .isPath = true},
-            {.title = language.GetText(1023, "PID"), .width = 48, .isNumber = true}};
+    // What the numbers mostly take: with room for it the columns stay as they are.
+    const std::string rate = FormatRate(1000 * 1024, 1000, m_words);
+    const std::string bytes = FormatBytes(1000 * 1024, m_words);
+    return {
+        {.title = language.GetText(1020, "Process"), .width = 144},
+        {.title = language.GetText(1021, "Address"), .width = 200},
+        {.title = language.GetText(1022, "State"), .width = 96, .longest = std::move(states)},
+        {.title = language.GetText(1660, "Rate in"), .width = 64, .isNumber = true, .longest = {rate}},
+        {.title = language.GetText(1661, "Rate out"), .width = 64, .isNumber = true, .longest = {rate}},
+        {.title = language.GetText(1662, "Received"), .width = 64, .isNumber = true, .longest = {bytes}},
+        {.title = language.GetText(1663, "Sent"), .width = 64, .isNumber = true, .longest = {bytes}},
+        {.title = language.GetText(1664, "Age"), .width = 48, .isNumber = true, .longest = {FormatAge(0, true)}},
+        {.title = language.GetText(1026, "Path"), .width = 96, .takesRoom = true, .isPath = true},
+        {.title = language.GetText(1023, "PID"), .width = 48, .isNumber = true}};
 }
 
 std::string ConnectionsModel::EmptyText() const {

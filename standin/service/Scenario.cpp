@@ -215,6 +215,7 @@ Instruction ReadInstruction(Words& words) {
     if (name == "start-process") return StartProcessInstruction{words.NewProcess()};
     if (name == "connection") return ReadConnection(words);
     if (name == "connections") return ConnectionsInstruction{words.Number()};
+    if (name == "listeners") return ListenersInstruction{words.Number()};
     if (name == "listener") return ReadListener(words);
     if (name == "clear-tables") return ClearTablesInstruction{};
     if (name == "totals") {
@@ -271,6 +272,7 @@ void ReadLine(std::string_view line, std::size_t number, std::vector<std::string
     }
     scenario.scriptsTables |= std::holds_alternative<ConnectionInstruction>(instruction) ||
                               std::holds_alternative<ConnectionsInstruction>(instruction) ||
+                              std::holds_alternative<ListenersInstruction>(instruction) ||
                               std::holds_alternative<ListenerInstruction>(instruction) ||
                               std::holds_alternative<ClearTablesInstruction>(instruction);
     scenario.scriptsTotals |= std::holds_alternative<TotalsInstruction>(instruction) ||
@@ -311,6 +313,16 @@ ConnectionEntry MadeUpConnection(std::uint32_t index) {
     entry.processId = 1000 + index % 50;
     entry.bytesIn = index;
     entry.bytesOut = 2 * index;
+    return entry;
+}
+
+ListenerEntry MadeUpListener(std::uint32_t index) {
+    constexpr std::uint32_t kPorts = 0x10000;
+    ListenerEntry entry{};
+    entry.protocol = kProtocolTcp;
+    entry.localAddress = SwapAddress(0xC0A80001 + index / kPorts);
+    entry.localPort = SwapPort(static_cast<std::uint16_t>(index % kPorts));
+    entry.processId = MadeUpConnection(index).processId;
     return entry;
 }
 

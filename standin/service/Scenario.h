@@ -48,6 +48,10 @@ struct ConnectionInstruction {
 struct ConnectionsInstruction {
     std::uint32_t count;
 };
+// The same for listeners.
+struct ListenersInstruction {
+    std::uint32_t count;
+};
 struct ListenerInstruction {
     ListenerEntry entry;
 };
@@ -87,10 +91,10 @@ struct ExitInstruction {};
 
 using Instruction =
     std::variant<WaitInstruction, WaitForRecordsInstruction, QuestionInstruction, NoticeInstruction,
-                 ProcessInstruction, StartProcessInstruction, ConnectionInstruction, ConnectionsInstruction,
-                 ListenerInstruction, ClearTablesInstruction, TotalsInstruction, RateInstruction, DnsInstruction,
-                 MacInstruction, AdviceInstruction, RuleInstruction, OptionInstruction, OptionTextInstruction,
-                 HostileInstruction, ExitInstruction>;
+                 ProcessInstruction, StartProcessInstruction, ListenersInstruction, ConnectionInstruction,
+                 ConnectionsInstruction, ListenerInstruction, ClearTablesInstruction, TotalsInstruction,
+                 RateInstruction, DnsInstruction, MacInstruction, AdviceInstruction, RuleInstruction,
+                 OptionInstruction, OptionTextInstruction, HostileInstruction, ExitInstruction>;
 
 struct ScenarioFault {
     std::size_t line;  // counted from 1
@@ -110,6 +114,8 @@ inline constexpr std::uint32_t kFirstStartedProcess = 0xF0000000;
 // The index-th (0, 1, 2 ...) made-up connection: established outgoing from 192.168.0.1 to 10.0.0.0 + index, port
 // 443. There are 50 processes, with the identifiers 1000 to 1049, in turn.
 [[nodiscard]] ConnectionEntry MadeUpConnection(std::uint32_t index);
+// TCP on 192.168.0.1 and the addresses behind it, of the same processes.
+[[nodiscard]] ListenerEntry MadeUpListener(std::uint32_t index);
 
 [[nodiscard]] Scenario ParseScenario(std::string_view text);
 

@@ -10,6 +10,7 @@ namespace {
 bool FillsTables(const Instruction& instruction) {
     return std::holds_alternative<ConnectionInstruction>(instruction) ||
            std::holds_alternative<ConnectionsInstruction>(instruction) ||
+           std::holds_alternative<ListenersInstruction>(instruction) ||
            std::holds_alternative<ListenerInstruction>(instruction) ||
            std::holds_alternative<ClearTablesInstruction>(instruction);
 }
@@ -65,6 +66,10 @@ void ScenarioRunner::Do(const ConnectionInstruction& connection) {
 void ScenarioRunner::Do(const ConnectionsInstruction& connections) {
     for (std::uint32_t index = 0; index < connections.count; ++index)
         m_feeder.AddConnection(MadeUpConnection(index));
+}
+
+void ScenarioRunner::Do(const ListenersInstruction& listeners) {
+    for (std::uint32_t index = 0; index < listeners.count; ++index) m_feeder.AddListener(MadeUpListener(index));
 }
 
 void ScenarioRunner::Do(const ListenerInstruction& listener) {

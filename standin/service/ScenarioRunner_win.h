@@ -35,6 +35,7 @@ private:
     void Do(const StartProcessInstruction& process);
     void Do(const ConnectionInstruction& connection);
     void Do(const ConnectionsInstruction& connections);
+    void Do(const ListenersInstruction& listeners);
     void Do(const ListenerInstruction& listener);
     void Do(const ClearTablesInstruction& clear);
     void Do(const TotalsInstruction& totals);
