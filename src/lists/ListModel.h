@@ -11,9 +11,9 @@
 #include <string>
 #include <vector>
 
+#include "config/DetailsSheet.h"
 #include "config/SkinTones.h"
 #include "config/Text.h"
-#include "dialogs/DetailsSheet.h"
 #include "dialogs/SaveWish.h"
 #include "lists/ListRows.h"
 #include "tree/CellMarks.h"

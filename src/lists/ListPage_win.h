@@ -13,11 +13,11 @@
 #include <unordered_set>
 #include <vector>
 
+#include "config/DetailsSheet.h"
 #include "config/Language.h"
 #include "config/UserValues.h"
 #include "controls/Edit_win.h"
 #include "controls/Label_win.h"
-#include "dialogs/DetailsSheet.h"
 #include "dialogs/Page_win.h"
 #include "lists/ListActions_win.h"
 #include "lists/ListChoices_win.h"

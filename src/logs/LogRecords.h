@@ -54,6 +54,24 @@ struct TrafficLogRecord {
     std::uint32_t kind;           // 472  0 and 2 carry no address pair
     std::uint32_t unused476;      // 476
 };
+
+// "Log\YYYYMMDD_packet.log": one logged packet; packetSize bytes of it follow.
+struct PacketLogHeader {
+    std::uint32_t second;         //   0
+    std::uint32_t minute;         //   4
+    std::uint32_t hour;           //   8
+    std::uint32_t restOfTime[6];  //  12  as in the traffic log
+    std::uint32_t value;          //  36
+    std::uint32_t protocol;       //  40  coded as in the traffic log
+    std::uint32_t outgoing;       //  44
+    Ipv4 localAddress;            //  48
+    std::uint32_t localPort;      //  52  host order
+    Ipv4 remoteAddress;           //  56
+    std::uint32_t remotePort;     //  60  host order
+    char path[260];               //  64
+    std::byte unused324[12];      // 324
+    std::uint32_t packetSize;     // 336
+};
 #pragma pack(pop)
 static_assert(RecordType<DnsLogRecord> && sizeof(DnsLogRecord) == 260);
 static_assert(offsetof(DnsLogRecord, address) == 0 && offsetof(DnsLogRecord, name) == 4);
@@ -69,5 +87,12 @@ static_assert(offsetof(TrafficLogRecord, localPort) == 156 && offsetof(TrafficLo
 static_assert(offsetof(TrafficLogRecord, remotePort) == 164 && offsetof(TrafficLogRecord, path) == 168);
 static_assert(offsetof(TrafficLogRecord, text1) == 428 && offsetof(TrafficLogRecord, text2) == 448);
 static_assert(offsetof(TrafficLogRecord, value) == 468 && offsetof(TrafficLogRecord, kind) == 472);
+static_assert(RecordType<PacketLogHeader> && sizeof(PacketLogHeader) == 340);
+static_assert(offsetof(PacketLogHeader, restOfTime) == 12 && offsetof(PacketLogHeader, value) == 36);
+static_assert(offsetof(PacketLogHeader, protocol) == 40 && offsetof(PacketLogHeader, outgoing) == 44);
+static_assert(offsetof(PacketLogHeader, localAddress) == 48 && offsetof(PacketLogHeader, localPort) == 52);
+static_assert(offsetof(PacketLogHeader, remoteAddress) == 56 && offsetof(PacketLogHeader, remotePort) == 60);
+static_assert(offsetof(PacketLogHeader, path) == 64 && offsetof(PacketLogHeader, unused324) == 324);
+static_assert(offsetof(PacketLogHeader, packetSize) == 336);
 
 }  // namespace brennvar

@@ -24,10 +24,6 @@ constexpr int kCheckFrames = 6;      // rest, hot, pressed, and the same checked
 constexpr int kUnfocusedShare = 96;  // of the list's ground in a selection without the focus, of 255
 constexpr double kLeastContrast = 4.5;
 
-int Brightness(COLORREF colour) {
-    return (GetRValue(colour) * 299 + GetGValue(colour) * 587 + GetBValue(colour) * 114) / 1000;
-}
-
 // As WCAG 2.1 defines them.
 double Luminance(COLORREF colour) {
     const auto part = [](int value) {
@@ -68,7 +64,7 @@ TreePainter::TreePainter(const Look& look)
       m_lineLeft(look.skin.GetSkinColor("GRADIENT_LEFT", 72, 188, 3)),
       m_lineRight(look.skin.GetSkinColor("GRADIENT_RIGHT", 255, 181, 106)),
       m_header(MixColours(look.colours.list, look.colours.page, 200)),
-      m_isDark(Brightness(look.colours.list) < 128),
+      m_isDark(IsDark(look.colours.list)),
       m_pill(PillColour(look.skin)),
       m_check(CSkinImage::Load(look.skin.GetSkinImagePath("CHECK_BUTTON_LIST", "check_button_list.png"))) {
     m_text.SetFont(look.fonts.Text());

@@ -4,8 +4,8 @@
 #include <cstdint>
 #include <string>
 
+#include "config/DetailsSheet.h"
 #include "config/Language.h"
-#include "dialogs/DetailsSheet.h"
 #include "views/ConnectionTable.h"
 
 namespace brennvar {
