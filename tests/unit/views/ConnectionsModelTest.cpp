@@ -382,6 +382,11 @@ TEST_F(ConnectionsModelTest, OffersWhatCanBeDoneWithARow) {
     Do(IDC_CONNECTIONS_RULE, 5);
     EXPECT_EQ(view.commands, std::vector<int>{IDM_APPLICATIONS});
     EXPECT_EQ(view.openedKey, "c:\\tools\\a.exe");
+    // Whose identifier it is once the connection has gone, nobody knows.
+    SetConnections({});
+    ASSERT_TRUE(ReadRows());
+    EXPECT_EQ(model->Mark(0), RowMark::Gone);
+    EXPECT_EQ(Offered(0), "110111");
 }
 
 TEST_F(ConnectionsModelTest, BlocksTheOtherSideForTheTimeOfTheOption) {
@@ -415,11 +420,6 @@ TEST_F(ConnectionsModelTest, BlocksTheOtherSideForTheTimeOfTheOption) {
     reads.RunAll();
     EXPECT_TRUE(rig.TakeRecords().empty());
     EXPECT_EQ(view.told.size(), 2U);
-    // Nobody is told of what did not happen.
-    rig.password.answer = test::FakePassword::Answer::Allow;
-    rig.Pipe().failingWaits = test::FakePipe::kAlways;
-    Do(IDC_CONNECTIONS_BLOCK, 0);
-    EXPECT_EQ(reads.Waiting(), 1U);
 }
 
 TEST_F(ConnectionsModelTest, TerminatesTheProgramThatTheUserWasAskedAbout) {
