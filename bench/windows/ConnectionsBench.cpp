@@ -155,7 +155,7 @@ double Measure(std::size_t count) {
     TaskThread programQueue(wake);
     SystemClock clock(reads.Stopping());
     Commander commander(link, language);
-    const std::string noFolder;
+    LogLookups lookups{std::string()};
     const HWND parent = ::CreateWindowExA(0, "STATIC", "Connections", WS_POPUP | WS_VISIBLE | WS_CLIPCHILDREN, 0, 0,
                                           816, 600, nullptr, nullptr, ::GetModuleHandleA(nullptr), nullptr);
     std::vector<double> holds;
@@ -172,7 +172,7 @@ double Measure(std::size_t count) {
                                                                                  .commander = commander,
                                                                                  .options = options,
                                                                                  .userValues = values,
-                                                                                 .dataFolder = noFolder}));
+                                                                                 .lookups = lookups}));
         if (!page.Create(parent)) std::exit(1);
         page.Place({0, 0, 816, 600});
         page.Show();

@@ -11,6 +11,7 @@
 #include "views/ConnectionsModel.h"
 #include "views/OptionsPage_win.h"
 #include "views/StatisticsPage_win.h"
+#include "views/TrafficLogModel.h"
 
 namespace brennvar {
 
@@ -36,7 +37,7 @@ std::unique_ptr<CPage> MakePage(const PageInfo& info, Session& session, SkinsAnd
                                                                            .commander = session.commander,
                                                                            .options = session.options,
                                                                            .userValues = session.userValues,
-                                                                           .dataFolder = session.dataFolder}));
+                                                                           .lookups = session.lookups}));
         case IDM_APPLICATIONS:
             return std::make_unique<ListPage>(
                 lists, std::move(texts),
@@ -46,6 +47,17 @@ std::unique_ptr<CPage> MakePage(const PageInfo& info, Session& session, SkinsAnd
                         return LoadApplicationRules(path, clock);
                     },
                     session.applicationChanges, session.link));
+        case IDM_TRAFFIC_LOG:
+            return std::make_unique<ListPage>(
+                lists, std::move(texts),
+                std::make_unique<TrafficLogModel>(TrafficLogModel::Parts{.language = language,
+                                                                         .clock = session.clock,
+                                                                         .reads = session.reads,
+                                                                         .listing = session.workers[0],
+                                                                         .writing = session.workers[1],
+                                                                         .lookups = session.lookups,
+                                                                         .dataFolder = session.dataFolder,
+                                                                         .page = session.codePage}));
         case IDM_OPTIONS:
             return std::make_unique<OptionsPage>(session.fonts, language, std::move(texts),
                                                  OptionEditor::Parts{.commander = session.commander,

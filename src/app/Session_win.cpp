@@ -29,6 +29,8 @@ Session::Session(const SessionSurroundings& surroundings, Language openedLanguag
       dataFolder(surroundings.dataFolder),
       language(std::move(openedLanguage)),
       fonts(GetFontCharset(surroundings.languageName)),
+      codePage(CodePageOf(surroundings.languageName)),
+      lookups(surroundings.dataFolder),
       link(PostWhenFinished(kMessageCompletions), surroundings.makeConnector),
       reads(PostWhenFinished(kMessageCompletions)),
       readsClock(reads.Stopping()),

@@ -18,11 +18,13 @@
 #include "base/Windows_win.h"
 #include "commands/Commander.h"
 #include "commands/ProtectionModes.h"
+#include "config/CodePage.h"
 #include "config/Language.h"
 #include "config/OptionFile_win.h"
 #include "config/UserValues.h"
 #include "ipc/Device.h"
 #include "ipc/ServiceLink.h"
+#include "logs/Lookups.h"
 #include "prompts/ConnectionPrompt_win.h"
 #include "security/SecurityPasswordGate_win.h"
 #include "security/StoredPassword.h"
@@ -95,6 +97,8 @@ public:
     const std::string dataFolder;
     const Language language;
     const CFonts fonts;
+    const CodePage codePage;  // of the language's texts
+    LogLookups lookups;       // for pages; before the threads that ask
     ServiceLink link;
     // Reads files and the driver's tables, which the service may hold or which may be large.
     TaskThread reads;

@@ -1,4 +1,5 @@
 // What the user does with the rows of a list page: actions, menu, details.
+#include "dialogs/DetailsDialog_win.h"
 #include "dialogs/MessageDialog_win.h"
 #include "dialogs/ModalPlace_win.h"
 #include "dialogs/SavePlaceDialog_win.h"
@@ -157,15 +158,16 @@ void ListPage::RepaintRowsOf(const std::string& program) const {
 
 void ListPage::ShowSheet(const DetailsSheet& sheet) {
     const std::optional<HWND> owner = ModalOwner(::GetAncestor(Window(), GA_ROOT));
-    if (!owner) return;
-    (void)MessageDialog(GetLook().fonts, {.caption = sheet.title,
-                                          .message = TextOf(sheet),
-                                          .ok = m_context.language.GetText(1001, "Cancel"),
-                                          .cancel = {}})
-        .Ask(*owner);
+    if (!owner || m_sheet) return;
+    DetailsDialog dialog(m_context.fonts, m_context.language, sheet);
+    m_sheet = &dialog;
+    dialog.Show(*owner);
+    m_sheet = nullptr;
 }
 
-void ListPage::UpdateSheet(const DetailsSheet&) {}
+void ListPage::UpdateSheet(const DetailsSheet& sheet) {
+    if (m_sheet) m_sheet->Update(sheet);
+}
 
 std::optional<SavePlace> ListPage::AskSavePlace(const SaveWish& wish) {
     const std::optional<HWND> owner = ModalOwner(::GetAncestor(Window(), GA_ROOT));

@@ -29,6 +29,8 @@
 
 namespace brennvar {
 
+class DetailsDialog;
+
 // Borrowed for the life of the page.
 struct ListPageContext {
     const CFonts& fonts;
@@ -149,6 +151,7 @@ private:
     std::optional<std::string> m_focusedBefore;
     std::optional<std::string> m_firstBefore;  // in sight; none when it is the first of all
 
+    DetailsDialog* m_sheet = nullptr;          // while it is open
     std::uint64_t m_detailsAsked = 0;          // only the last answer is shown
     std::atomic<HWND> m_postTarget = nullptr;  // where the thread below posts to; null while there is no window
     // Made when it is first needed. Last: its thread ends before the rest goes. Mutable, because painting a row has

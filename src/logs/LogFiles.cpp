@@ -1,8 +1,15 @@
 #include "logs/LogFiles.h"
 
+#include <algorithm>
+#include <charconv>
 #include <cstdio>
+#include <optional>
+#include <string_view>
+#include <tuple>
 
+#include "base/AsciiCase.h"
 #include "config/Folders.h"
+#include "logs/LogFile.h"
 
 namespace brennvar {
 namespace {
@@ -17,7 +24,53 @@ const char* SuffixOf(LogKind kind) {
     return ".log";
 }
 
+std::optional<int> NumberOf(std::string_view digits) {
+    int number = 0;
+    const char* const end = digits.data() + digits.size();
+    const auto [rest, error] = std::from_chars(digits.data(), end, number);
+    // A sign is no digit.
+    if (error != std::errc() || rest != end || digits.front() == '-') return std::nullopt;
+    return number;
+}
+
+bool IsOfCalendar(LocalDate day) {
+    constexpr int kDays[] = {31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
+    if (day.month < 1 || day.month > 12 || day.day < 1) return false;
+    const bool isLeapYear = (day.year % 4 == 0 && day.year % 100 != 0) || day.year % 400 == 0;
+    return day.day <= kDays[day.month - 1] + (day.month == 2 && isLeapYear ? 1 : 0);
+}
+
+std::optional<LocalDate> DayOf(std::string_view name, std::string_view suffix) {
+    constexpr std::size_t kDateSize = 8;  // YYYYMMDD
+    if (name.size() != kDateSize + suffix.size() || !EqualsIgnoringCase(name.substr(kDateSize), suffix)) {
+        return std::nullopt;
+    }
+    const auto year = NumberOf(name.substr(0, 4));
+    const auto month = NumberOf(name.substr(4, 2));
+    const auto day = NumberOf(name.substr(6, 2));
+    if (!year || !month || !day) return std::nullopt;
+    const LocalDate date{.year = *year, .month = *month, .day = *day};
+    return IsOfCalendar(date) ? std::optional(date) : std::nullopt;
+}
+
 }  // namespace
+
+std::vector<LocalDate> FindLogDays(const std::string& dataFolder, LogKind kind) {
+    std::vector<LocalDate> days;
+    for (const std::string& name : FileNamesIn(LogFolderPath(dataFolder))) {
+        if (const auto day = DayOf(name, SuffixOf(kind))) days.push_back(*day);
+    }
+    std::sort(days.begin(), days.end(), [](LocalDate a, LocalDate b) {
+        return std::tie(a.year, a.month, a.day) > std::tie(b.year, b.month, b.day);
+    });
+    return days;
+}
+
+std::string FormatDay(LocalDate day) {
+    char text[40];  // three numbers of any size
+    (void)std::snprintf(text, sizeof text, "%04d-%02d-%02d", day.year, day.month, day.day);
+    return text;
+}
 
 std::string LogFilePath(const std::string& dataFolder, LogKind kind, LocalDate day) {
     char date[40];  // three numbers of any size

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "base/Clock.h"
 
@@ -10,5 +11,12 @@ namespace brennvar {
 enum class LogKind { Traffic, Packet, Dns, Mac };
 
 [[nodiscard]] std::string LogFilePath(const std::string& dataFolder, LogKind kind, LocalDate day);
+
+// The days that have a log of this kind, as the names of the files say; newest first. What is not named like a log,
+// or after no day of the calendar, is none. May wait for the disk.
+[[nodiscard]] std::vector<LocalDate> FindLogDays(const std::string& dataFolder, LogKind kind);
+
+// "2026-03-09"
+[[nodiscard]] std::string FormatDay(LocalDate day);
 
 }  // namespace brennvar

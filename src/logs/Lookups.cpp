@@ -2,63 +2,61 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <span>
+#include <utility>
 
 #include "base/AsciiCase.h"
 #include "config/Folders.h"
-#include "ipc/RecordFile.h"
 #include "logs/LogFiles.h"
-#include "logs/LogRecords.h"
 
 namespace brennvar {
-namespace {
 
-template <RecordType Record, class Visit>
-void ScanFile(const std::string& path, Visit visit) {
-    if (auto file = RecordFile::OpenReadOnly(path)) ScanRecords<Record>(*file, Cipher::Plain, visit);
+std::uint64_t AdviceTraits::HashOf(std::string_view path) {
+    std::uint64_t hash = 0xCBF29CE484222325U;  // FNV-1a, 64 bits
+    for (const char c : path) hash = (hash ^ static_cast<unsigned char>(AsciiLower(c))) * 0x100000001B3U;
+    return hash;
 }
 
-}  // namespace
-
-std::string FindHostName(const std::string& dataFolder, LocalDate day, Ipv4 address) {
-    std::string name;
-    ScanFile<DnsLogRecord>(LogFilePath(dataFolder, LogKind::Dns, day), [&](std::span<const DnsLogRecord> records) {
-        // Backwards within the piece: the latest name counts.
-        const auto at = std::find_if(records.rbegin(), records.rend(),
-                                     [&](const auto& record) { return record.address == address; });
-        if (at != records.rend()) name = TextOf(at->name);
-        return true;
-    });
-    return name;
+std::uint64_t AdviceTraits::HashOf(const Record& record) {
+    return HashOf(TextOf(record.path));
 }
 
-std::string FindHardwareAddress(const std::string& dataFolder, LocalDate day, Ipv4 address) {
-    std::string text;
-    ScanFile<MacLogRecord>(LogFilePath(dataFolder, LogKind::Mac, day), [&](std::span<const MacLogRecord> records) {
-        const auto at = std::find_if(records.begin(), records.end(),
-                                     [&](const auto& record) { return record.address == address; });
-        if (at == records.end()) return true;
-        const auto& b = at->hardwareAddress;
-        char formatted[sizeof "00-00-00-00-00-00"];
-        (void)std::snprintf(formatted, sizeof formatted, "%02x-%02x-%02x-%02x-%02x-%02x", b[0], b[1], b[2], b[3],
-                            b[4], b[5]);
-        text = formatted;
-        return false;
-    });
+bool AdviceTraits::Matches(const Record& record, std::string_view path) {
+    return EqualsIgnoringCase(TextOf(record.path), path);
+}
+
+template <class Traits>
+RecordIndex<Traits>& LogLookups::Files<Traits>::FileAt(const std::string& path) {
+    const auto known =
+        std::find_if(m_files.begin(), m_files.end(), [&](const auto& file) { return file->Path() == path; });
+    if (known != m_files.end()) {
+        std::rotate(known, known + 1, m_files.end());
+    } else {
+        if (m_files.size() == kMost) m_files.erase(m_files.begin());
+        m_files.push_back(std::make_unique<RecordIndex<Traits>>(path));
+    }
+    return *m_files.back();
+}
+
+LogLookups::LogLookups(std::string dataFolder) : m_dataFolder(std::move(dataFolder)) {}
+
+std::string LogLookups::HostName(LocalDate day, Ipv4 address) {
+    const auto record = m_names.Find(LogFilePath(m_dataFolder, LogKind::Dns, day), address);
+    return record ? std::string(TextOf(record->name)) : std::string();
+}
+
+std::string LogLookups::HardwareAddress(LocalDate day, Ipv4 address) {
+    const auto record = m_hardware.Find(LogFilePath(m_dataFolder, LogKind::Mac, day), address);
+    if (!record) return {};
+    const auto& b = record->hardwareAddress;
+    char text[sizeof "00-00-00-00-00-00"];
+    (void)std::snprintf(text, sizeof text, "%02x-%02x-%02x-%02x-%02x-%02x", b[0], b[1], b[2], b[3], b[4], b[5]);
     return text;
 }
 
-std::optional<std::uint32_t> FindAdvice(const std::string& dataFolder, std::string_view path) {
-    std::optional<std::uint32_t> advice;
-    if (path.empty()) return advice;
-    ScanFile<AdviceRecord>(AdviceFilePath(dataFolder), [&](std::span<const AdviceRecord> records) {
-        const auto at = std::find_if(records.begin(), records.end(), [&](const auto& record) {
-            return EqualsIgnoringCase(TextOf(record.path), path);
-        });
-        if (at != records.end()) advice = at->advice;
-        return !advice;
-    });
-    return advice;
+std::optional<std::uint32_t> LogLookups::Advice(std::string_view path) {
+    if (path.empty()) return std::nullopt;
+    const auto record = m_advice.Find(AdviceFilePath(m_dataFolder), path);
+    return record ? std::optional(record->advice) : std::nullopt;
 }
 
 }  // namespace brennvar

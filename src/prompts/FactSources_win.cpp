@@ -9,7 +9,6 @@
 #include "config/IniSnapshot_win.h"
 #include "config/Ini_win.h"
 #include "config/Settings.h"
-#include "logs/Lookups.h"
 #include "prompts/FactsGatherer.h"
 #include "prompts/QuestionIcon_win.h"
 #include "rules/ApplicationRules.h"
@@ -30,6 +29,7 @@ static_assert(kPathPolicy.attempts * (kPathPolicy.wait + kPathPolicy.pause) <= F
 WinFactSources::WinFactSources(std::string dataFolder, std::string installationFolder, PipeConnector& connector,
                                Clock& waits)
     : m_dataFolder(std::move(dataFolder)),
+      m_lookups(m_dataFolder),
       m_installationFolder(std::move(installationFolder)),
       m_waits(waits),
       m_pipes(connector, waits, kPathPolicy) {}
@@ -64,11 +64,11 @@ Ipv4 WinFactSources::LocalAddressFor(Ipv4 address) {
 }
 
 std::string WinFactSources::HostName(LocalDate day, Ipv4 address) {
-    return FindHostName(m_dataFolder, day, address);
+    return m_lookups.HostName(day, address);
 }
 
 std::optional<std::uint32_t> WinFactSources::Advice(const std::string& path) {
-    return FindAdvice(m_dataFolder, path);
+    return m_lookups.Advice(path);
 }
 
 }  // namespace brennvar

@@ -6,6 +6,7 @@
 #include "base/Clock.h"
 #include "ipc/Pipe.h"
 #include "ipc/ServicePipes.h"
+#include "logs/Lookups.h"
 #include "prompts/FactSources.h"
 
 namespace brennvar {
@@ -26,6 +27,7 @@ public:
 
 private:
     const std::string m_dataFolder;
+    LogLookups m_lookups;
     const std::string m_installationFolder;
     Clock& m_waits;
     ServicePipes m_pipes;

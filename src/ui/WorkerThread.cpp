@@ -32,6 +32,10 @@ void CWorkerThread::Run(const Job& job) {
     m_finished();
 }
 
+void CWorkerThread::RequestStop() {
+    if (m_thread.joinable()) m_stop->Request();
+}
+
 void CWorkerThread::Stop() {
     if (!m_thread.joinable()) return;
     m_stop->Request();

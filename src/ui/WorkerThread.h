@@ -25,6 +25,8 @@ public:
     [[nodiscard]] bool Start(Job job);
     // From Start until the job is over.
     [[nodiscard]] bool Running() const { return m_running; }
+    // Asks the job to end, and waits for nothing: Start is refused until it has been stopped.
+    void RequestStop();
     // Asks the job to end and waits for it without a limit; afterwards another one can be started.
     void Stop();
 

@@ -5,7 +5,6 @@
 
 #include "commands/Batch.h"
 #include "config/ResourceIds.h"
-#include "logs/Lookups.h"
 #include "views/AddressActions.h"
 
 namespace brennvar {
@@ -27,14 +26,14 @@ bool IsEndable(std::uint32_t processId) {
     return processId != 0 && processId != kSystemProcess && processId != kNoProcess;
 }
 
-AddressFacts LookUp(const std::string& dataFolder, LocalDate day, const ConnectionRow& row) {
-    AddressFacts facts{.localName = FindHostName(dataFolder, day, row.localAddress),
+AddressFacts LookUp(LogLookups& lookups, LocalDate day, const ConnectionRow& row) {
+    AddressFacts facts{.localName = lookups.HostName(day, row.localAddress),
                        .remoteName = {},
-                       .localHardware = FindHardwareAddress(dataFolder, day, row.localAddress),
+                       .localHardware = lookups.HardwareAddress(day, row.localAddress),
                        .remoteHardware = {}};
     if (!row.IsListener()) {
-        facts.remoteName = FindHostName(dataFolder, day, row.remoteAddress);
-        facts.remoteHardware = FindHardwareAddress(dataFolder, day, row.remoteAddress);
+        facts.remoteName = lookups.HostName(day, row.remoteAddress);
+        facts.remoteHardware = lookups.HardwareAddress(day, row.remoteAddress);
     }
     return facts;
 }
@@ -73,8 +72,8 @@ void ConnectionActions::Do(int action, const ConnectionTarget& target, ListView&
 void ConnectionActions::ShowDetails(const ConnectionTarget& target, ListView& view) {
     const std::uint64_t sheet = ++m_sheets;
     m_parts.reads.Ask<AddressFacts>(
-        [dataFolder = m_parts.dataFolder, day = m_parts.clock.Today(), row = target.row] {
-            return LookUp(dataFolder, day, row);
+        [&lookups = m_parts.lookups, day = m_parts.clock.Today(), row = target.row] {
+            return LookUp(lookups, day, row);
         },
         m_alive.Guard([this, sheet, target, &view](const std::optional<AddressFacts>& facts) {
             if (sheet != m_sheets) return;

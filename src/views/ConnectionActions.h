@@ -15,20 +15,21 @@
 #include "config/Language.h"
 #include "config/OptionSource.h"
 #include "lists/ListModel.h"
+#include "logs/Lookups.h"
 #include "views/ConnectionSheet.h"
 
 namespace brennvar {
 
 class ConnectionActions {
 public:
-    // All are borrowed; options, clock and dataFolder are used on the queue as well.
+    // All are borrowed; options and lookups are used on the queue.
     struct Parts {
         const Language& language;
         Commander& commander;
         TaskQueue& reads;
         const OptionSource& options;
         const Clock& clock;
-        const std::string& dataFolder;
+        LogLookups& lookups;
     };
     // The path of a process as it is known now; nothing when it has no connections.
     using PathOfProcess = std::function<std::optional<std::string>(std::uint32_t processId)>;

@@ -32,7 +32,7 @@ ConnectionsModel::ConnectionsModel(const Parts& parts)
            .reads = parts.reads,
            .options = parts.options,
            .clock = parts.clock,
-           .dataFolder = parts.dataFolder},
+           .lookups = parts.lookups},
           [this](std::uint32_t processId) { return m_shown ? Table().PathOfProcess(processId) : std::nullopt; }),
       m_reader({.devices = parts.devices,
                 .reads = parts.reads,

@@ -36,7 +36,7 @@ public:
         Commander& commander;
         const OptionSource& options;
         UserValues& userValues;
-        const std::string& dataFolder;
+        LogLookups& lookups;
     };
     explicit ConnectionsModel(const Parts& parts);
 

@@ -22,14 +22,14 @@ std::optional<Record> LastRecord(std::string_view bytes) {
 void TryDnsLog(const test::DataFolder& folder, const std::string& bytes) {
     folder.Write(R"(\Log\20260309_dns.log)", bytes);
     const auto last = LastRecord<DnsLogRecord>(bytes);
-    const std::string name = FindHostName(folder.Path(), kDay, last ? last->address : 0);
+    const std::string name = LogLookups(folder.Path()).HostName(kDay, last ? last->address : 0);
     fuzz::Require(name == (last ? TextOf(last->name) : std::string_view()));
 }
 
 void TryMacLog(const test::DataFolder& folder, const std::string& bytes) {
     folder.Write(R"(\Log\20260309_mac.log)", bytes);
     const auto last = LastRecord<MacLogRecord>(bytes);
-    const std::string text = FindHardwareAddress(folder.Path(), kDay, last ? last->address : 0);
+    const std::string text = LogLookups(folder.Path()).HardwareAddress(kDay, last ? last->address : 0);
     fuzz::Require(text.size() == (last ? 17U : 0U));
 }
 
@@ -37,7 +37,7 @@ void TryAdvice(const test::DataFolder& folder, const std::string& bytes) {
     folder.Write(R"(\advice.dat)", bytes);
     const auto last = LastRecord<AdviceRecord>(bytes);
     const std::string_view path = last ? TextOf(last->path) : std::string_view("x");
-    fuzz::Require(FindAdvice(folder.Path(), path).has_value() == (last.has_value() && !path.empty()));
+    fuzz::Require(LogLookups(folder.Path()).Advice(path).has_value() == (last.has_value() && !path.empty()));
 }
 
 }  // namespace

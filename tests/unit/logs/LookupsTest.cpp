@@ -23,6 +23,7 @@ std::string DnsRecord(std::string_view address, std::string name) {
 
 TEST(LookupsTest, TakesTheLatestHostNameOfAnAddress) {
     const test::DataFolder folder;
+    LogLookups lookups(folder.Path());
     const std::string before = DnsRecord("\xC0\xA8\x01\x0A", "old.example");
     // Several scanned pieces, with a match in the first and in the last.
     std::string log = before;
@@ -30,10 +31,10 @@ TEST(LookupsTest, TakesTheLatestHostNameOfAnAddress) {
     log += before + DnsRecord("\xC0\xA8\x01\x0A", "new.example") +
            DnsRecord("\x01\x02\x03\x04", std::string(256, 'n')) + before.substr(0, 259);
     folder.Write(R"(\Log\20260309_dns.log)", log);
-    EXPECT_EQ(FindHostName(folder.Path(), kDay, kAddress), "new.example");
-    EXPECT_EQ(FindHostName(folder.Path(), kDay, 0x04030201), std::string(255, 'n'));  // unterminated
-    EXPECT_EQ(FindHostName(folder.Path(), kDay, kOther), "");
-    EXPECT_EQ(FindHostName(folder.Path(), {.year = 2026, .month = 3, .day = 10}, kAddress), "");
+    EXPECT_EQ(lookups.HostName(kDay, kAddress), "new.example");
+    EXPECT_EQ(lookups.HostName(kDay, 0x04030201), std::string(255, 'n'));  // unterminated
+    EXPECT_EQ(lookups.HostName(kDay, kOther), "");
+    EXPECT_EQ(lookups.HostName({.year = 2026, .month = 3, .day = 10}, kAddress), "");
     EXPECT_EQ(LogFilePath("D", LogKind::Packet, kDay), R"(D\Log\20260309_packet.log)");
     EXPECT_EQ(LogFilePath("D", LogKind::Traffic, {.year = 7, .month = 12, .day = 1}), R"(D\Log\00071201.log)");
 }
@@ -41,11 +42,12 @@ TEST(LookupsTest, TakesTheLatestHostNameOfAnAddress) {
 TEST(LookupsTest, FormatsTheHardwareAddress) {
     using namespace std::string_literals;
     const test::DataFolder folder;
+    LogLookups lookups(folder.Path());
     const std::string wanted = "\0\x1B\xAC\x3D\x4E\xFF\0\0\xC0\xA8\x01\x0A"s;
     folder.Write(R"(\Log\20260309_mac.log)", "\xC0\xA8\x01\x0A\0\0\0\0\x01\x02\x03\x04"s + wanted + '\xFF' +
                                                  wanted.substr(1) + wanted.substr(0, 11));
-    EXPECT_EQ(FindHardwareAddress(folder.Path(), kDay, kAddress), "00-1b-ac-3d-4e-ff");
-    EXPECT_EQ(FindHardwareAddress(folder.Path(), kDay, kOther), "");
+    EXPECT_EQ(lookups.HardwareAddress(kDay, kAddress), "00-1b-ac-3d-4e-ff");
+    EXPECT_EQ(lookups.HardwareAddress(kDay, kOther), "");
 }
 
 TEST(LookupsTest, TakesTheFirstAdviceForAPath) {
@@ -55,7 +57,8 @@ TEST(LookupsTest, TakesTheFirstAdviceForAPath) {
     };
     using namespace std::string_view_literals;
     const test::DataFolder folder;
-    EXPECT_EQ(FindAdvice(folder.Path(), "x"), std::nullopt);
+    LogLookups lookups(folder.Path());
+    EXPECT_EQ(lookups.Advice("x"), std::nullopt);
     EXPECT_TRUE(std::filesystem::is_empty(folder.Path()));  // nothing is created
     folder.Write(R"(\advice.dat)", entry("", "\x01\0\0\0"sv) + entry(R"(C:\A.EXE)", "\x01\0\0\0"sv) +
                                        entry(R"(c:\a.exe)", "\0\0\0\0"sv) + entry(R"(c:\b.exe)", "\0\0\0\0"sv) +
@@ -67,7 +70,61 @@ TEST(LookupsTest, TakesTheFirstAdviceForAPath) {
         {R"(c:\d.exe)", std::nullopt},  // cut off
         {R"(c:\a.ex)", std::nullopt},
         {"", std::nullopt}};
-    for (const auto& [path, advice] : rows) EXPECT_EQ(FindAdvice(folder.Path(), path), advice) << path;
+    for (const auto& [path, advice] : rows) EXPECT_EQ(lookups.Advice(path), advice) << path;
+}
+
+TEST(LookupsTest, FollowsFilesThatGrowShrinkAreReplacedAndGoAway) {
+    const test::DataFolder folder;
+    LogLookups lookups(folder.Path());
+    const auto write = [&](std::string_view log) { folder.Write(R"(\Log\20260309_dns.log)", log); };
+    const std::string one = DnsRecord("\xC0\xA8\x01\x0A", "one.example");
+    const std::string two = DnsRecord("\xC0\xA8\x01\x0A", "two.example");
+    const std::string other = DnsRecord("\xC0\xA8\x01\x0B", "other.example");
+    EXPECT_EQ(lookups.HostName(kDay, kAddress), "");
+    write(one + two.substr(0, 100));
+    EXPECT_EQ(lookups.HostName(kDay, kAddress), "one.example");
+    write(one + two + other);  // the cut record has been completed
+    EXPECT_EQ(lookups.HostName(kDay, kAddress), "two.example");
+    EXPECT_EQ(lookups.HostName(kDay, kOther), "other.example");
+    write(one);
+    EXPECT_EQ(lookups.HostName(kDay, kAddress), "one.example");
+    EXPECT_EQ(lookups.HostName(kDay, kOther), "");
+    write(two);  // as long as before
+    EXPECT_EQ(lookups.HostName(kDay, kAddress), "two.example");
+    write(other + two + one);  // longer, and yet another file
+    EXPECT_EQ(lookups.HostName(kDay, kOther), "other.example");
+    EXPECT_EQ(lookups.HostName(kDay, kAddress), "one.example");
+    std::filesystem::remove(folder.File(R"(\Log\20260309_dns.log)"));
+    EXPECT_EQ(lookups.HostName(kDay, kAddress), "");
+    // Days that are asked about in turn do not answer for one another.
+    write(one);
+    folder.Write(R"(\Log\20260308_dns.log)", two);
+    folder.Write(R"(\Log\20260307_dns.log)", other);
+    for (int i = 0; i < 2; ++i) {
+        EXPECT_EQ(lookups.HostName(kDay, kAddress), "one.example");
+        EXPECT_EQ(lookups.HostName({.year = 2026, .month = 3, .day = 8}, kAddress), "two.example");
+        EXPECT_EQ(lookups.HostName({.year = 2026, .month = 3, .day = 7}, kAddress), "");
+    }
+}
+
+TEST(LookupsTest, FindsWhatItHasNoRoomToRemember) {
+    using namespace std::string_literals;
+    const test::DataFolder folder;
+    LogLookups lookups(folder.Path());
+    constexpr std::uint32_t kKnown = RecordIndex<HardwareAddressTraits>::kMostKeys;
+    std::string log;
+    const auto add = [&](std::uint32_t number, char hardware) {
+        log += "\0\0\0\0\0"s + hardware + "\0\0"s;
+        log.append(reinterpret_cast<const char*>(&number), sizeof number);
+    };
+    for (std::uint32_t i = 0; i < kKnown; ++i) add(i, 'a');
+    add(0, 'b');
+    add(kKnown, 'c');
+    add(kKnown, 'd');
+    folder.Write(R"(\Log\20260309_mac.log)", log);
+    EXPECT_EQ(lookups.HardwareAddress(kDay, 0), "00-00-00-00-00-61");  // the first one
+    EXPECT_EQ(lookups.HardwareAddress(kDay, kKnown), "00-00-00-00-00-63");
+    EXPECT_EQ(lookups.HardwareAddress(kDay, kKnown + 1), "");
 }
 
 }  // namespace

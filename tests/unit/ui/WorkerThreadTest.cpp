@@ -24,9 +24,17 @@ TEST(CWorkerThreadTest, RunsOneJobAtATimeUntilItIsStopped) {
         ASSERT_TRUE(worker.Start([&](const StopSignal& stop) { requested.set_value(stop.Requested()); }));
         EXPECT_FALSE(requested.get_future().get());
         worker.Stop();
+        std::promise<void> asked;
+        ASSERT_TRUE(worker.Start([&](const StopSignal& stop) {
+            if (!stop.WaitFor(kLong)) asked.set_value();
+        }));
+        worker.RequestStop();
+        asked.get_future().get();
+        EXPECT_FALSE(worker.Start([](const StopSignal&) {}));  // it has not been stopped
+        worker.Stop();
         ASSERT_TRUE(worker.Start([](const StopSignal&) { throw std::runtime_error("no memory"); }));
     }
-    EXPECT_EQ(ends, 3);
+    EXPECT_EQ(ends, 4);
 }
 
 }  // namespace brennvar

@@ -74,7 +74,7 @@ protected:
     test::CommanderRig rig;
     FakeOptions options;
     test::DataFolder data;
-    const std::string dataFolder = data.Path();
+    LogLookups lookups{data.Path()};
     ServiceLink link{[] {},
                      [this](const StopSignal&) {
                          auto made = std::make_unique<GatedConnector>(gate.get_future().share());
@@ -96,7 +96,7 @@ protected:
                                                                           .commander = rig.commander,
                                                                           .options = options,
                                                                           .userValues = userValues,
-                                                                          .dataFolder = dataFolder});
+                                                                          .lookups = lookups});
     }
     // Whatever the test has come to: the link must not wait for ever.
     void TearDown() override {

@@ -1,0 +1,18 @@
+// What the details of a log entry say; read from the log, and from the logs of names, on a queue's thread.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+
+#include "config/Language.h"
+#include "lists/ListModel.h"
+#include "logs/LogReader.h"
+#include "logs/Lookups.h"
+
+namespace brennvar {
+
+// Nothing: the log does not have the entry any more. day: that of the log.
+[[nodiscard]] std::optional<DetailsSheet> ReadLogSheet(const LogPlace& place, std::uint32_t number, LocalDate day,
+                                                       LogLookups& lookups, const Language& language);
+
+}  // namespace brennvar

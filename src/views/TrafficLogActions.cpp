@@ -1,0 +1,221 @@
+#include <array>
+#include <utility>
+
+#include "config/ResourceIds.h"
+#include "views/LogSheet.h"
+#include "views/TrafficLogModel.h"
+
+namespace brennvar {
+namespace {
+
+constexpr std::array<ListAction, 5> kActions = {
+    {{TrafficLogModel::kDetails, Text{1362, "D&etails"}, ActionPlace::ButtonAndMenu, ActionRows::Focused,
+      ListKey::Enter},
+     {TrafficLogModel::kShowRule, Text{1435, "Show its &rule"}, ActionPlace::Menu, ActionRows::Focused},
+     {TrafficLogModel::kOpenFolder, Text{1436, "Open the &folder of the program"}, ActionPlace::Menu,
+      ActionRows::Focused},
+     {TrafficLogModel::kExport, Text{1437, "E&xport..."}, ActionPlace::ButtonAndMenu, ActionRows::None},
+     {TrafficLogModel::kDeleteLogs, Text{1217, "Delete logs..."}, ActionPlace::ButtonAndMenu, ActionRows::None}}};
+
+}  // namespace
+
+std::span<const ListAction> TrafficLogModel::Actions() const {
+    return kActions;
+}
+
+bool TrafficLogModel::CanDo(int action, int row) const {
+    if (action == kExport) return RowCount() > 0;
+    if (action == kDeleteLogs) return true;
+    const LogRow* const entry = RowAt(row);
+    if (entry == nullptr) return false;
+    switch (action) {
+        case kShowRule:
+        case kOpenFolder: return !entry->path.empty();
+        default: return true;
+    }
+}
+
+void TrafficLogModel::Do(int action, std::span<const int> rows) {
+    if (!View()) return;
+    if (action == kExport) return AskForExport();
+    if (action == kDeleteLogs) return View()->PostCommand(IDM_DELETE_LOGS);
+    if (rows.empty() || !CanDo(action, rows.front())) return;
+    const LogRow& entry = *RowAt(rows.front());
+    switch (action) {
+        case kDetails: return ShowDetails(m_rows.NumberOf(rows.front()));
+        case kShowRule: return View()->OpenPage(IDM_APPLICATIONS, entry.path);
+        case kOpenFolder: return View()->OpenFolderOf(entry.path);
+        default: break;
+    }
+}
+
+std::string TrafficLogModel::KindName() const {
+    return m_kind == LogKind::Packet ? m_parts.language.GetText(1426, "Packets")
+                                     : m_parts.language.GetText(1425, "Traffic");
+}
+
+std::string TrafficLogModel::TextOfDay(LocalDate day) const {
+    const std::string text = FormatDay(day);
+    return day == m_parts.clock.Today() ? m_parts.language.GetText(1428, "Today") + ", " + text : text;
+}
+
+std::vector<ListChoice> TrafficLogModel::Choices() const {
+    const Language& language = m_parts.language;
+    ListChoice log{.id = kLogChoice,
+                   .label = language.GetText(1424, "Log:"),
+                   .items = {language.GetText(1425, "Traffic"), language.GetText(1426, "Packets")},
+                   .chosen = m_kind == LogKind::Packet ? 1 : 0,
+                   .width = 96};
+    ListChoice days{
+        .id = kDayChoice, .label = language.GetText(1427, "Day:"), .items = {}, .chosen = 0, .width = 136};
+    for (std::size_t i = 0; i < m_days.size(); ++i) {
+        days.items.push_back(TextOfDay(m_days[i]));
+        if (m_days[i] == m_day) days.chosen = static_cast<int>(i);
+    }
+    ListChoice filter{.id = kFilterChoice,
+                      .label = language.GetText(1429, "Show:"),
+                      .items = {language.GetText(1430, "All")},
+                      .chosen = 0,
+                      .width = 120};
+    if (m_kind == LogKind::Packet) {
+        for (std::size_t i = 0; i < kLogProtocolCount; ++i) {
+            const auto protocol = static_cast<LogProtocol>(i);
+            filter.items.push_back(protocol == LogProtocol::Any ? language.GetText(1431, "Others")
+                                                                : std::string(NameOf(protocol)));
+        }
+        if (m_wish.protocol) filter.chosen = static_cast<int>(*m_wish.protocol) + 1;
+    } else {
+        filter.items.insert(filter.items.end(), m_texts->actions.begin(), m_texts->actions.end());
+        if (m_wish.action) filter.chosen = static_cast<int>(*m_wish.action) + 1;
+    }
+    return {std::move(log), std::move(days), std::move(filter)};
+}
+
+void TrafficLogModel::Choose(int id, int item) {
+    if (item < 0) return;
+    const auto index = static_cast<std::size_t>(item);
+    if (id == kLogChoice) {
+        m_kind = item == 1 ? LogKind::Packet : LogKind::Traffic;
+        m_wish.action.reset();
+        m_wish.protocol.reset();
+        m_dayReading.Refresh(m_kind);
+        OpenLog();
+        if (View()) View()->ChoicesChanged();
+    } else if (id == kDayChoice && index < m_days.size()) {
+        m_day = m_days[index];
+        m_followsToday = m_day == m_parts.clock.Today();
+        OpenLog();
+    } else if (id == kFilterChoice) {
+        if (m_kind == LogKind::Packet) {
+            m_wish.protocol = item > 0 && index <= kLogProtocolCount
+                                  ? std::optional(static_cast<LogProtocol>(item - 1))
+                                  : std::nullopt;
+        } else {
+            m_wish.action = item > 0 && index <= kLogActionCount ? std::optional(static_cast<LogAction>(item - 1))
+                                                                 : std::nullopt;
+        }
+        List();
+    }
+}
+
+std::optional<ListProgress> TrafficLogModel::Progress() const {
+    const Language& language = m_parts.language;
+    if (m_writing.IsBusy()) {
+        return ListProgress{
+            .done = m_writing.Done(),
+            .total = m_writing.Total(),
+            .text = m_writing.IsCopy() ? language.GetText(1455, "Copying") : language.GetText(1454, "Exporting")};
+    }
+    if (m_pass == Pass::None) return std::nullopt;
+    return ListProgress{.done = m_done, .total = m_total, .text = language.GetText(1453, "Reading")};
+}
+
+void TrafficLogModel::StopProgress() {
+    if (m_writing.IsBusy()) {
+        m_writing.Stop();
+    } else if (m_pass == Pass::Runs) {
+        m_parts.listing.RequestStop();
+    } else if (m_pass == Pass::Waits) {
+        Abandon();
+        m_wasStopped = true;
+    }
+    if (!View()) return;
+    View()->ProgressChanged();
+    View()->EmptyTextChanged();
+}
+
+void TrafficLogModel::ShowDetails(std::uint32_t number) {
+    m_parts.reads.Ask<std::optional<DetailsSheet>>(
+        [place = m_cache.Place(), number, day = m_day, &lookups = m_parts.lookups, &language = m_parts.language] {
+            return ReadLogSheet(place, number, day, lookups, language);
+        },
+        m_alive.Guard([this](std::optional<std::optional<DetailsSheet>> sheet) {
+            if (View() && sheet && *sheet) View()->ShowSheet(**sheet);
+        }));
+}
+
+LogSelection TrafficLogModel::Selection() const {
+    return {.place = m_cache.Place(), .count = static_cast<std::size_t>(RowCount()), .numberAt = m_rows.Snapshot()};
+}
+
+void TrafficLogModel::AskForExport() {
+    const Language& language = m_parts.language;
+    // As they are now: the list may go on while the user is asked.
+    LogSelection selection = Selection();
+    const auto place = View()->AskSavePlace(
+        {.title = language.GetText(1456, "Export the log"),
+         .name = LogName(),
+         .types = {{.label = language.GetText(1457, "CSV (comma separated)"), .extension = "csv"},
+                   {.label = language.GetText(1458, "Text (tab separated)"), .extension = "txt"}}});
+    if (!place) return;
+    m_writing.Export(std::move(selection), place->path, place->type == 1 ? LogFormat::Text : LogFormat::Csv);
+    if (View()) View()->ProgressChanged();
+    ScheduleWake();
+}
+
+bool TrafficLogModel::Copy(const RowRanges& rows) {
+    if (!View() || rows.IsEmpty()) return true;
+    if (rows.Count() > static_cast<std::int64_t>(kMostCopied)) {
+        View()->Tell(
+            m_parts.language.GetText(1459, "Copy"),
+            m_parts.language.GetText(1460, "These are too many rows for the clipboard. Export them instead."));
+        return true;
+    }
+    std::vector<std::uint32_t> numbers;
+    for (const RowRanges::Range& range : rows.Ranges()) {
+        for (int row = range.first; row <= range.last && row < RowCount(); ++row) {
+            numbers.push_back(m_rows.NumberOf(row));
+        }
+    }
+    const std::size_t count = numbers.size();
+    m_writing.Copy({.place = m_cache.Place(),
+                    .count = count,
+                    .numberAt = [numbers = std::move(numbers)](std::size_t i) { return numbers[i]; }});
+    ScheduleWake();
+    return true;
+}
+
+void TrafficLogModel::TellFinished(const LogWriting::Finished& finished) {
+    if (!View() || finished.state->wasStopped) return;
+    if (finished.isCopy) return View()->CopyText(finished.state->text);
+    const Language& language = m_parts.language;
+    std::string text;
+    switch (finished.state->result) {
+        case WriteResult::Written: text = language.GetText(1461, "The log has been exported to this file:"); break;
+        case WriteResult::DiskFull:
+            text = language.GetText(1462, "The disk is full. Nothing was written to this file:");
+            break;
+        case WriteResult::Denied:
+            text = language.GetText(1463, "This file may not be written. Please choose another folder:");
+            break;
+        case WriteResult::Failed: text = language.GetText(1464, "This file could not be written:"); break;
+    }
+    text += '\n' + finished.path;
+    if (finished.state->missing > 0) {
+        text += '\n' + language.GetText(1465, "Entries that were deleted meanwhile are missing:") + ' ' +
+                std::to_string(finished.state->missing);
+    }
+    View()->Tell(language.GetText(1456, "Export the log"), text);
+}
+
+}  // namespace brennvar

@@ -1,0 +1,353 @@
+#include "views/TrafficLogModel.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <future>
+#include <thread>
+
+#include "config/ResourceIds.h"
+#include "lists/RowOrder.h"
+#include "support/FakeClock.h"
+#include "support/FakeListView.h"
+#include "support/FakeTaskQueue.h"
+#include "support/LogFileRig.h"
+
+namespace brennvar {
+namespace {
+
+using namespace std::chrono_literals;
+using test::Event;
+using test::Packet;
+
+const std::string kAddresses = "10.0.0.5:1025 -> 93.184.216.34:443";
+
+class TrafficLogModelTest : public testing::Test {
+protected:
+    test::DataFolder folder;
+    test::FakeClock clock;  // 2026-03-09
+    test::FakeTaskQueue reads;
+    CWorkerThread listing{[] {}};
+    CWorkerThread writing{[] {}};
+    Language language{nullptr};
+    LogLookups lookups{folder.Path()};
+    std::unique_ptr<TrafficLogModel> model = std::make_unique<TrafficLogModel>(TrafficLogModel::Parts{
+        language, clock, reads, listing, writing, lookups, folder.Path(), CodePage::Western});
+    test::FakeListView view{*model};
+
+    std::string WriteToday(std::string_view log) const { return folder.Write(R"(\Log\20260309.log)", log); }
+    static std::string Three() {
+        return std::string(Event(1, 9, 0, 0)) + std::string(Event(2, 10, 0, 0)) + std::string(Event(5, 14, 2, 11));
+    }
+    // What the window does when a worker tells that it has finished.
+    static void StopFinished(CWorkerThread& worker) {
+        if (!worker.Running()) worker.Stop();
+    }
+    // Until no job is under way. The clock stands still meanwhile.
+    void Settle() {
+        const auto limit = std::chrono::steady_clock::now() + 30s;
+        do {
+            StopFinished(listing);
+            StopFinished(writing);
+            reads.RunAll();
+            view.Wake();
+            ASSERT_LT(std::chrono::steady_clock::now(), limit);
+            std::this_thread::yield();
+        } while (model->Progress());
+        reads.RunAll();
+    }
+    void Show() {
+        model->Read(ReadReason::Shown);
+        Settle();
+    }
+    // The next look at what the service has appended.
+    void PassSecond() {
+        clock.Pass(1s);
+        view.Wake();
+        reads.RunAll();
+    }
+    // All rows, read.
+    std::vector<std::string> Rows() {
+        for (int pass = 0; pass < 2; ++pass) {
+            for (int row = 0; row < model->RowCount(); ++row) (void)model->Cell(row, 0);
+            reads.RunAll();
+        }
+        std::vector<std::string> rows;
+        for (int row = 0; row < model->RowCount(); ++row) rows.push_back(view.Row(row));
+        return rows;
+    }
+    std::vector<std::string> Times() {
+        std::vector<std::string> times = Rows();
+        for (std::string& row : times) row = row.substr(0, 8);
+        return times;
+    }
+    void ArrangeBy(const std::string& searched, int column = RowOrder::kAsRead, bool isAscending = true) {
+        model->ArrangeBy({.searched = searched, .column = column, .isAscending = isAscending, .isNumber = false});
+        Settle();
+    }
+};
+
+TEST_F(TrafficLogModelTest, ShowsTodaysEventsNewestFirstAndSaysWhatHappened) {
+    WriteToday(Three());
+    EXPECT_EQ(model->Summary(), std::nullopt);
+    Show();
+    EXPECT_EQ(Rows().at(0), "14:02:11\tAllowed\tTCP\t" + kAddresses + "\tapp.exe\tWeb rule");
+    EXPECT_EQ(Times(), (std::vector<std::string>{"14:02:11", "10:00:00", "09:00:00"}));
+    EXPECT_EQ(model->Summary(), "2 allowed, 1 denied; last at 14:02:11");
+    EXPECT_EQ(model->Cell(0, 1).tone, Tone::Allow);
+    EXPECT_EQ(model->Cell(1, 1).tone, Tone::Deny);
+    EXPECT_EQ(model->Cell(1, 0).tone, Tone::Plain);
+    EXPECT_EQ(model->CellTip(0, 4), R"(C:\Program Files\App\app.exe)");
+    EXPECT_EQ(model->FindRow(model->Key(1)), 1);
+    EXPECT_EQ(model->FindRow("Packets 2026-03-09 1"), -1);
+    EXPECT_EQ(model->FindRow(model->Key(1) + '0'), -1);
+}
+
+TEST_F(TrafficLogModelTest, SaysWhyItIsEmpty) {
+    EXPECT_EQ(model->EmptyText(), "Reading the log.");
+    Show();
+    EXPECT_EQ(model->RowCount(), 0);
+    EXPECT_TRUE(model->EmptyText().starts_with("Nothing was logged on this day."));
+    EXPECT_FALSE(model->CanDo(TrafficLogModel::kExport, 0));
+    WriteToday(Three());  // the service begins to log
+    PassSecond();
+    Settle();
+    EXPECT_EQ(model->RowCount(), 3);
+    ArrangeBy("nowhere");
+    EXPECT_TRUE(model->EmptyText().starts_with("Nothing in this log matches"));
+    EXPECT_EQ(model->AllRowCount(), 3);
+}
+
+TEST_F(TrafficLogModelTest, PutsWhatIsAppendedOnTop) {
+    const std::string path = WriteToday(Three());
+    Show();
+    (void)view.TakeChanges();
+    test::AppendTo(path, std::string(Event(3, 15, 0, 0)) + std::string(Event(4, 15, 0, 1)));
+    clock.Pass(900ms);
+    view.Wake();
+    EXPECT_EQ(reads.Waiting(), 0U);  // not before a second has passed
+    PassSecond();
+    EXPECT_EQ(view.TakeChanges(), "F2s");
+    EXPECT_EQ(Times(), (std::vector<std::string>{"15:00:01", "15:00:00", "14:02:11", "10:00:00", "09:00:00"}));
+    EXPECT_EQ(model->Summary(), "2 allowed, 1 denied, 1 asked, 1 disconnected; last at 15:00:01");
+    // What does not match counts, but is not shown.
+    model->Choose(TrafficLogModel::kFilterChoice, 1);
+    Settle();
+    EXPECT_EQ(Times(), (std::vector<std::string>{"14:02:11", "09:00:00"}));
+    (void)view.TakeChanges();
+    test::AppendTo(path, std::string(Event(2, 16, 0, 0)) + std::string(Event(1, 16, 0, 1)));
+    PassSecond();
+    EXPECT_EQ(view.TakeChanges(), "F1s");
+    EXPECT_EQ(Times(), (std::vector<std::string>{"16:00:01", "14:02:11", "09:00:00"}));
+    EXPECT_EQ(model->FindRow(model->Key(0)), 0);
+    // Nothing is read while nobody looks.
+    model->OnHidden();
+    test::AppendTo(path, std::string(Event(1, 17, 0, 0)));
+    PassSecond();
+    EXPECT_EQ(model->RowCount(), 3);
+    Show();
+    EXPECT_EQ(Times().at(0), "17:00:00");
+}
+
+TEST_F(TrafficLogModelTest, ListsAnewWhatShrankWasReplacedOrWentAway) {
+    const std::string path = WriteToday(Three());
+    Show();
+    WriteToday(Event(2, 20, 0, 0));
+    PassSecond();
+    Settle();
+    EXPECT_EQ(Times(), (std::vector<std::string>{"20:00:00"}));
+    EXPECT_EQ(model->Summary(), "1 denied; last at 20:00:00");
+    std::filesystem::remove(path);
+    PassSecond();
+    Settle();
+    EXPECT_EQ(model->RowCount(), 0);
+    EXPECT_EQ(model->Summary(), std::nullopt);
+    WriteToday(Three());
+    model->OnLogsDeleted();
+    EXPECT_EQ(view.wake, 200ms);
+    clock.Pass(200ms);
+    view.Wake();
+    Settle();
+    EXPECT_EQ(model->RowCount(), 3);
+}
+
+TEST_F(TrafficLogModelTest, SearchesFiltersAndSorts) {
+    WriteToday(Three() + std::string(Event(9, 8, 0, 0, "")));
+    Show();
+    ArrangeBy("app.EXE");
+    EXPECT_EQ(model->RowCount(), 3);
+    ArrangeBy("", 0);
+    EXPECT_EQ(Times(), (std::vector<std::string>{"08:00:00", "09:00:00", "10:00:00", "14:02:11"}));
+    ArrangeBy("", 0, false);
+    EXPECT_EQ(Times().front(), "14:02:11");
+    model->Choose(TrafficLogModel::kFilterChoice, 5);  // messages
+    Settle();
+    EXPECT_EQ(Times(), (std::vector<std::string>{"08:00:00"}));
+    model->Choose(TrafficLogModel::kFilterChoice, 0);
+    Settle();
+    EXPECT_EQ(model->RowCount(), 4);
+}
+
+TEST_F(TrafficLogModelTest, OffersTheDaysThatHaveLogs) {
+    WriteToday(Three());
+    folder.Write(R"(\Log\20260301.log)", Event(3, 1, 0, 0));
+    folder.Write(R"(\Log\20260302_packet.log)", Packet(6, 1, ""));
+    Show();
+    std::vector<ListChoice> choices = model->Choices();
+    EXPECT_EQ(choices.at(1).items, (std::vector<std::string>{"Today, 2026-03-09", "2026-03-01"}));
+    EXPECT_EQ(choices.at(2).items,
+              (std::vector<std::string>{"All", "Allowed", "Denied", "Asked", "Disconnected", "Message"}));
+    model->Choose(TrafficLogModel::kDayChoice, 1);
+    EXPECT_EQ(model->RowCount(), 0);  // at once: these were rows of another day
+    Settle();
+    EXPECT_EQ(Times(), (std::vector<std::string>{"01:00:00"}));
+    EXPECT_EQ(model->Choices().at(1).chosen, 1);
+    // The list of a past day stays when midnight passes; today's goes on with the new day.
+    clock.today.day = 10;
+    PassSecond();
+    Settle();
+    EXPECT_EQ(Times(), (std::vector<std::string>{"01:00:00"}));
+    EXPECT_EQ(model->Choices().at(1).items.at(0), "Today, 2026-03-10");
+    model->Choose(TrafficLogModel::kDayChoice, 0);
+    Settle();
+    clock.today.day = 11;
+    folder.Write(R"(\Log\20260311.log)", Event(1, 0, 0, 1));
+    PassSecond();
+    Settle();
+    EXPECT_EQ(Times(), (std::vector<std::string>{"00:00:01"}));
+    EXPECT_EQ(model->Choices().at(1).chosen, 0);
+}
+
+TEST_F(TrafficLogModelTest, ShowsThePacketsOfTheDayInTheirOrder) {
+    const std::string path = folder.Write(R"(\Log\20260309_packet.log)", Packet(17, 1, "abc") + Packet(6, 2, ""));
+    Show();
+    model->Choose(TrafficLogModel::kLogChoice, 1);
+    Settle();
+    const std::string addresses = "10.0.0.5:1025 <- 93.184.216.34:53";
+    EXPECT_EQ(Rows(), (std::vector<std::string>{"00:00:01\t\tUDP\t" + addresses + "\tdig.exe\t3 bytes",
+                                                "00:00:02\t\tTCP\t" + addresses + "\tdig.exe\t0 bytes"}));
+    EXPECT_EQ(model->Summary(), "2 packets; last at 00:00:02");
+    EXPECT_EQ(model->Choices().at(2).items.size(), 7U);
+    (void)view.TakeChanges();
+    test::AppendTo(path, Packet(17, 3, "x"));
+    PassSecond();
+    EXPECT_EQ(view.TakeChanges(), "bBs");  // behind the others
+    model->Choose(TrafficLogModel::kFilterChoice, 4);
+    Settle();
+    EXPECT_EQ(Times(), (std::vector<std::string>{"00:00:01", "00:00:03"}));
+}
+
+TEST_F(TrafficLogModelTest, BeginsTheNextListingWhenTheLastOneHasEnded) {
+    WriteToday(Three());
+    model->Read(ReadReason::Shown);
+    for (const char* searched : {"a", "ap", "app", "10:00"}) {
+        model->ArrangeBy({searched, RowOrder::kAsRead, true, false});
+        view.Wake();
+    }
+    EXPECT_TRUE(model->Progress());
+    Settle();
+    EXPECT_EQ(Times(), (std::vector<std::string>{"10:00:00"}));
+    // Left in the middle, it is listed when the page is seen again.
+    model->ArrangeBy({});
+    model->OnHidden();
+    EXPECT_FALSE(model->Progress());
+    Show();
+    EXPECT_EQ(model->RowCount(), 3);
+}
+
+TEST_F(TrafficLogModelTest, IsStoppedByTheUser) {
+    std::string log;
+    for (int i = 0; i < 2000; ++i) log += Event(1, 1, 0, 0);
+    WriteToday(log);
+    // The worker is busy with something else: the listing waits.
+    std::promise<void> release;
+    ASSERT_TRUE(listing.Start([&](const StopSignal&) { release.get_future().wait(); }));
+    model->Read(ReadReason::Shown);
+    view.Wake();
+    EXPECT_TRUE(model->Progress());
+    model->StopProgress();
+    EXPECT_FALSE(model->Progress());
+    EXPECT_TRUE(model->EmptyText().find("stopped") != std::string::npos);
+    release.set_value();
+    listing.Stop();
+    model->Read(ReadReason::Wished);
+    Settle();
+    EXPECT_EQ(model->RowCount(), 2000);
+}
+
+TEST_F(TrafficLogModelTest, ReadsWhatIsPaintedOnTheQueue) {
+    std::string log;
+    for (std::uint32_t i = 0; i < 3000; ++i) log += Event(1, i / 3600, i / 60 % 60, i % 60);
+    WriteToday(log);
+    Show();
+    EXPECT_EQ(model->Cell(50, 0).text, "00:49:09");  // came with the listing
+    (void)view.TakeChanges();
+    EXPECT_EQ(model->Cell(2000, 0).text, "");
+    for (int row = 1990; row < 2040; ++row) (void)model->Cell(row, 3);
+    EXPECT_EQ(reads.Waiting(), 1U);  // all of them together
+    reads.RunAll();
+    EXPECT_EQ(view.TakeChanges(), "bL");
+    EXPECT_EQ(model->Cell(2000, 0).text, "00:16:39");
+    EXPECT_EQ(model->Cell(2039, 0).text, "00:16:00");
+    EXPECT_EQ(reads.Waiting(), 0U);
+}
+
+TEST_F(TrafficLogModelTest, ActsOnRows) {
+    WriteToday(Three() + std::string(Event(6, 15, 0, 0, "").U32(472, 0)));
+    folder.Write(R"(\Log\20260309_dns.log)",
+                 "\x5D\xB8\xD8\x22" + std::string("www.example.com") + std::string(241, '\0'));
+    Show();
+    const int first[] = {1};
+    EXPECT_FALSE(model->CanDo(TrafficLogModel::kShowRule, 0));
+    EXPECT_TRUE(model->CanDo(TrafficLogModel::kShowRule, 1));
+    model->Do(TrafficLogModel::kShowRule, first);
+    EXPECT_EQ(view.commands, (std::vector<int>{IDM_APPLICATIONS}));
+    EXPECT_EQ(view.openedKey, R"(C:\Program Files\App\app.exe)");
+    model->Do(TrafficLogModel::kOpenFolder, first);
+    EXPECT_EQ(view.folders, (std::vector<std::string>{R"(C:\Program Files\App\app.exe)"}));
+    model->Do(TrafficLogModel::kDeleteLogs, {});
+    EXPECT_EQ(view.commands.back(), IDM_DELETE_LOGS);
+    model->Do(TrafficLogModel::kDetails, first);
+    reads.RunAll();
+    ASSERT_EQ(view.sheets.size(), 1U);
+    EXPECT_NE(TextOf(view.sheets[0]).find("www.example.com"), std::string::npos);
+}
+
+TEST_F(TrafficLogModelTest, ExportsAndCopiesWhatIsListed) {
+    WriteToday(Three());
+    Show();
+    ArrangeBy("", 0);
+    model->Do(TrafficLogModel::kExport, {});
+    EXPECT_FALSE(model->Progress());  // the user would rather not
+    EXPECT_EQ(view.saveWish->name, "Traffic 2026-03-09");
+    view.savePlace = SavePlace{.path = folder.File("out.csv"), .type = 0};
+    model->Do(TrafficLogModel::kExport, {});
+    EXPECT_EQ(model->Progress()->text, "Exporting");
+    Settle();
+    ASSERT_EQ(view.told.size(), 1U);
+    EXPECT_TRUE(view.told[0].starts_with("Export the log: The log has been exported"));
+    std::ifstream file(view.savePlace->path);
+    std::string line;
+    std::vector<std::string> times;
+    while (std::getline(file, line)) times.push_back(line.substr(0, 8));
+    EXPECT_EQ(times, (std::vector<std::string>{"\xEF\xBB\xBFTime,", "09:00:00", "10:00:00", "14:02:11"}));
+    RowRanges rows;
+    rows.Add(1, 2);
+    EXPECT_TRUE(model->Copy(rows));
+    Settle();
+    EXPECT_EQ(view.copied, "10:00:00\tDenied\tTCP\t" + kAddresses +
+                               "\tapp.exe\tWeb rule\r\n14:02:11\tAllowed\tTCP\t" + kAddresses +
+                               "\tapp.exe\tWeb rule\r\n");
+    rows.Add(0, static_cast<int>(TrafficLogModel::kMostCopied));
+    EXPECT_TRUE(model->Copy(rows));
+    EXPECT_TRUE(view.told.back().starts_with("Copy: These are too many rows"));
+    // A place that cannot be written.
+    view.savePlace->path = folder.File("nowhere") + "/out.csv";
+    model->Do(TrafficLogModel::kExport, {});
+    Settle();
+    EXPECT_TRUE(view.told.back().starts_with("Export the log: This file could not be written"));
+}
+
+}  // namespace
+}  // namespace brennvar
