@@ -96,7 +96,7 @@ public:
                       .line = m_language.GetText(1010, "Network traffic of this computer."),
                       .empty = {}},
             m_statistics);
-        m_statistics.SetConnections(128);
+        m_statistics.SetConnections(ConnectionCounts{.connections = 128, .listeners = 31});
         m_statistics.SetMode({.mode = ProtectionMode::BlockAll, .until = kStart + 900 * kFileTimePerSecond});
         for (int second = 0; second < 90; ++second) {
             const auto time = static_cast<std::uint64_t>(second);

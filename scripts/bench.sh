@@ -15,7 +15,11 @@ measures='
 decipher_rules    DecipherRules   CopyRules      speed  0.7
 look_up_rule      LookUpLastRule  ReadRulesFile  times  2.0
 read_70_options   ReadAllOptions  -              ms     5
-connections       SortAndFormat   SortAlone      times  3.0
+connections           Refresh/as_read     SortTables  times  4.0
+connections_sorted    Refresh/sorted      SortTables  times  4.0
+connections_address   Refresh/by_address  SortTables  times  4.0
+connections_grouped   Refresh/grouped     SortTables  times  4.0
+connections_searched  Refresh/searched    SortTables  times  4.0
 '
 
 # Under Wine, in programs that let measure and yardstick take turns: name, how the value is meant (as above), goal.
@@ -25,6 +29,7 @@ connections       SortAndFormat   SortAlone      times  3.0
 #   activity_own  answers a second whether a process is one of ours, as a part of a server's that only echoes
 #   applications_...  the Applications page with 20,000 rules, until its first rows are painted, and from a key stroke
 #             in its search box to the painted list (the slowest of 16); _ratio: against a list of 200 rules
+#   connections_hold  the longest that the Connections page keeps its window waiting during a refresh with full tables
 window_measures='
 list_fill         times  1.0
 list_first_paint  times  1.0
@@ -38,6 +43,7 @@ applications_open_ratio   times  3.0
 applications_search       ms     16
 applications_search_ratio times  3.0
 activity_own      speed  0.8
+connections_hold          ms     16
 '
 
 # Processor time of the control center in the tray, with service and driver and no traffic, as a part of one core,
@@ -120,6 +126,7 @@ cd "$place"
         wine repaint_bench.exe &&
         wine applications_bench.exe &&
         wine activity_bench.exe &&
+        wine connections_bench.exe &&
         wine start_bench.exe BrennvarGUI.exe empty_window.exe
 } >"$logs/windows-bench.log" 2>"$logs/windows-bench-errors.log" </dev/null ||
     { cat "$logs/windows-bench-errors.log" >&2; fail "some measures could not be taken"; }

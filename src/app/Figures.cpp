@@ -5,7 +5,6 @@
 #include <utility>
 
 #include "ipc/DriverTables.h"
-#include "views/ConnectionsReader.h"
 
 namespace brennvar {
 namespace {
@@ -22,10 +21,10 @@ Figures::Figures(const Clock& clock, DeviceOpener& devices, TaskQueue& reads, Se
       m_modes(modes),
       m_statistics(statistics),
       m_connectionCount(
-          reads, [&devices](const auto&) { return CountConnectionRows(devices); },
-          [this](std::optional<std::size_t> count, const auto&) {
-              m_statistics.SetConnections(count);
-              m_view->ShowConnections(count);
+          reads, [&devices](const auto&) { return brennvar::CountConnections(devices); },
+          [this](std::optional<ConnectionCounts> counts, const auto&) {
+              m_statistics.SetConnections(counts);
+              m_view->ShowConnections(counts);
           }) {}
 
 void Figures::Tick(SessionView& view) {

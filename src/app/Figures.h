@@ -11,6 +11,7 @@
 #include "base/TaskQueue.h"
 #include "commands/ProtectionModes.h"
 #include "ipc/Device.h"
+#include "ipc/DriverTables.h"
 #include "ipc/ServiceLink.h"
 #include "statistics/Statistics.h"
 #include "statistics/TrafficMeter.h"
@@ -42,7 +43,7 @@ private:
     std::chrono::milliseconds m_lastTotals{};  // when the meter last got some
     unsigned m_seenTicks = 0;                  // while the window is seen
     SessionView* m_view = nullptr;             // of the last tick
-    Refreshed<std::size_t> m_connectionCount;
+    Refreshed<ConnectionCounts> m_connectionCount;
 };
 
 }  // namespace brennvar

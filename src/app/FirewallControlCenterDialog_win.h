@@ -52,7 +52,9 @@ private:
     [[nodiscard]] bool IsSeen() const override { return FrameDialog::IsSeen(); }
     void ShowTraffic(const std::optional<TrafficIncrease>& increase, std::uint64_t milliseconds) override;
     void ShowService(PeerState state) override { m_status.ShowService(state); }
-    void ShowConnections(std::optional<std::size_t> count) override { m_status.ShowConnections(count); }
+    void ShowConnections(const std::optional<ConnectionCounts>& counts) override {
+        m_status.ShowConnections(counts);
+    }
     void ShowMode(const ModeDisplay& display) override;
     void ShowIdleMode(ProtectionMode mode) override { m_tray.Icons().OnIdleMode(mode); }
     void ShowNotice(const TrayNotice& notice) override;

@@ -27,7 +27,17 @@ std::unique_ptr<CPage> MakePage(const PageInfo& info, Session& session, SkinsAnd
         case IDM_CONNECTIONS:
             return std::make_unique<ListPage>(
                 lists, std::move(texts),
-                std::make_unique<ConnectionsModel>(language, session.devices, session.reads, session.link));
+                std::make_unique<ConnectionsModel>(ConnectionsModel::Parts{.language = language,
+                                                                           .devices = session.devices,
+                                                                           .reads = session.reads,
+                                                                           .clock = session.clock,
+                                                                           .link = session.link,
+                                                                           .programQueue = session.programQueue,
+                                                                           .programFiles = session.programFiles,
+                                                                           .commander = session.commander,
+                                                                           .options = session.options,
+                                                                           .userValues = session.userValues,
+                                                                           .lookups = session.lookups}));
         case IDM_APPLICATIONS:
             return std::make_unique<ListPage>(
                 lists, std::move(texts),

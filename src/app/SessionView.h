@@ -6,6 +6,7 @@
 #include <optional>
 
 #include "commands/ModeDisplay.h"
+#include "ipc/DriverTables.h"
 #include "ipc/WatchedConnector.h"
 #include "statistics/TrafficMeter.h"
 #include "tray/TrayNotice.h"
@@ -23,7 +24,7 @@ public:
     virtual void ShowTraffic(const std::optional<TrafficIncrease>& increase, std::uint64_t milliseconds) = 0;
     virtual void ShowService(PeerState state) = 0;
     // Nothing: not known at present.
-    virtual void ShowConnections(std::optional<std::size_t> count) = 0;
+    virtual void ShowConnections(const std::optional<ConnectionCounts>& counts) = 0;
     virtual void ShowMode(const ModeDisplay& display) = 0;
     // The mode as it was read in a second without traffic.
     virtual void ShowIdleMode(ProtectionMode mode) = 0;

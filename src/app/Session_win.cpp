@@ -34,6 +34,7 @@ Session::Session(const SessionSurroundings& surroundings, Language openedLanguag
       link(PostWhenFinished(kMessageCompletions), surroundings.makeConnector),
       reads(PostWhenFinished(kMessageCompletions)),
       readsClock(reads.Stopping()),
+      programQueue(PostWhenFinished(kMessageCompletions)),
       options(readsClock),
       commander(link, language),
       password(dataFolder, readsClock),
@@ -81,12 +82,14 @@ void Session::End() {
 void Session::RunCompletions() {
     link.RunCompletions();
     reads.RunCompletions();
+    programQueue.RunCompletions();
     if (m_view) m_view->ShowService(link.Service());
 }
 
 void Session::StopLinks(std::chrono::milliseconds limit) {
     link.Stop(limit);
     reads.Stop(std::chrono::milliseconds(0));
+    programQueue.Stop(std::chrono::milliseconds(0));
 }
 
 void Session::RefreshFigures() {

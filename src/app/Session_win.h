@@ -33,6 +33,7 @@
 #include "ui/Fonts_win.h"
 #include "ui/WorkerThread.h"
 #include "views/ApplicationChanges.h"
+#include "views/ProgramFiles_win.h"
 
 namespace brennvar {
 
@@ -109,13 +110,16 @@ public:
     // Reads files and the driver's tables, which the service may hold or which may be large.
     TaskThread reads;
     SystemClock readsClock;
+    // Looks into program files, for which a disk may take minutes.
+    const DiskProgramFiles programFiles;
+    TaskThread programQueue;
     const OptionFile options;
     Commander commander;
     const StoredPassword password;
     SecurityPasswordGate gate;
     ProtectionModes modes;
     ApplicationChanges applicationChanges;
-    Statistics statistics;
+    Statistics statistics{AmountWords(language)};
     ConnectionPrompt prompt;
     ActivityPrompt activity;
     MachineWatch machine;

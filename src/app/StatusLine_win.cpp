@@ -16,8 +16,8 @@ constexpr int kGripRoom = 16;
 constexpr int kCellGap = 8;  // at least
 
 // As much as these cells mostly show: with room for it they stay where they are.
-constexpr char kUsualCount[] = " 100";
-constexpr char kUsualRate[] = " 100.0 KB/s";
+constexpr char kUsualCount[] = " 100 (+50)";
+constexpr std::uint64_t kUsualRate = 1000 * 1024;  // bytes a second
 
 }  // namespace
 
@@ -30,8 +30,8 @@ void StatusLine::Create(HWND parent, const Look& look) {
         m_cells[cell].SetColour(look.colours.statusText);
     }
     Show(Connections, m_language.GetText(1007, "Connections:") + kUsualCount);
-    Show(In, m_language.GetText(1008, "In:") + kUsualRate);
-    Show(Out, m_language.GetText(1009, "Out:") + kUsualRate);
+    Show(In, m_language.GetText(1008, "In:") + " " + FormatRate(kUsualRate, 1000, m_words));
+    Show(Out, m_language.GetText(1009, "Out:") + " " + FormatRate(kUsualRate, 1000, m_words));
     ShowService(PeerState::Unknown);
     ShowTraffic(std::nullopt, 0);
     ShowConnections(std::nullopt);
@@ -91,12 +91,14 @@ void StatusLine::ShowTraffic(const std::optional<TrafficIncrease>& increase, std
                           : m_language.GetText(1006, "Driver: not reachable"));
     const std::string in = m_language.GetText(1008, "In:");
     const std::string out = m_language.GetText(1009, "Out:");
-    Show(In, in + " " + (increase ? FormatRate(increase->bytesIn, milliseconds) : "-"));
-    Show(Out, out + " " + (increase ? FormatRate(increase->bytesOut, milliseconds) : "-"));
+    Show(In, in + " " + (increase ? FormatRate(increase->bytesIn, milliseconds, m_words) : "-"));
+    Show(Out, out + " " + (increase ? FormatRate(increase->bytesOut, milliseconds, m_words) : "-"));
 }
 
-void StatusLine::ShowConnections(std::optional<std::size_t> count) {
-    Show(Connections, m_language.GetText(1007, "Connections:") + " " + (count ? std::to_string(*count) : "-"));
+void StatusLine::ShowConnections(const std::optional<ConnectionCounts>& counts) {
+    std::string text = "-";
+    if (counts) text = std::to_string(counts->connections) + " (+" + std::to_string(counts->listeners) + ")";
+    Show(Connections, m_language.GetText(1007, "Connections:") + " " + text);
 }
 
 }  // namespace brennvar

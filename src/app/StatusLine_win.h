@@ -10,8 +10,10 @@
 
 #include "app/ModeCell_win.h"
 #include "base/Windows_win.h"
+#include "config/Amounts.h"
 #include "config/Language.h"
 #include "controls/Label_win.h"
+#include "ipc/DriverTables.h"
 #include "ipc/WatchedConnector.h"
 #include "statistics/TrafficMeter.h"
 #include "ui/Look_win.h"
@@ -20,7 +22,7 @@ namespace brennvar {
 
 class StatusLine {
 public:
-    explicit StatusLine(const Language& language) : m_language(language) {}
+    explicit StatusLine(const Language& language) : m_language(language), m_words(language) {}
 
     void Create(HWND parent, const Look& look);
     // band: the line without its end below the column, in client coordinates.
@@ -32,8 +34,8 @@ public:
     void ShowMode(ProtectionMode mode, const std::string& text) { m_mode.Show(mode, text); }
     // Nothing: the driver cannot be read.
     void ShowTraffic(const std::optional<TrafficIncrease>& increase, std::uint64_t milliseconds);
-    // Nothing: not known at present.
-    void ShowConnections(std::optional<std::size_t> count);
+    // Connections, and in brackets how many ports are listened on besides. Nothing: not known at present.
+    void ShowConnections(const std::optional<ConnectionCounts>& counts);
 
 private:
     enum Cell { Service, Driver, Connections, In, Out, CellCount };
@@ -43,6 +45,7 @@ private:
     [[nodiscard]] int WidthOfText(std::size_t cell) const;
 
     const Language& m_language;
+    const AmountWords m_words;
     ModeCell m_mode;
     std::array<CLabel, CellCount> m_cells;
     std::array<int, CellCount> m_widths{};  // that they need

@@ -94,12 +94,16 @@ Batch OptionsBatch(OptionGroup group, const OptionValues& wanted, const OptionVa
     return Batch(CommandOf(group), std::move(arguments));
 }
 
+std::string BlockedText(const Language& language, Ipv4 address, std::uint32_t seconds) {
+    return language.GetText(496, "IP:") + " " + FormatIpv4(address) + ". " +
+           language.GetText(499, "Blocking IP address for") + " " + std::to_string(seconds) + " " +
+           language.GetText(500, "seconds");
+}
+
 Batch BlockAddressBatch(const Language& language, Ipv4 address, std::uint32_t seconds) {
-    std::string detail = language.GetText(496, "IP:") + " " + FormatIpv4(address) + ". " +
-                         language.GetText(499, "Blocking IP address for") + " " + std::to_string(seconds) + " " +
-                         language.GetText(500, "seconds");
-    return Batch(UserCommand::BlockAddress,
-                 {.address = address, .subject = FormatIpv4(address), .detail = std::move(detail)});
+    return Batch(
+        UserCommand::BlockAddress,
+        {.address = address, .subject = FormatIpv4(address), .detail = BlockedText(language, address, seconds)});
 }
 
 }  // namespace brennvar

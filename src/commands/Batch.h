@@ -70,8 +70,10 @@ private:
 
 // A whole group as the user wants it. stored: as the service had it when the user applied it.
 [[nodiscard]] Batch OptionsBatch(OptionGroup group, const OptionValues& wanted, const OptionValues& stored);
-// seconds: how long the address stays blocked, option 18. Its event says
+// What the user is told of an address that stays blocked for so long:
 // "IP: 10.1.2.3. Blocking IP address for 600 seconds".
+[[nodiscard]] std::string BlockedText(const Language& language, Ipv4 address, std::uint32_t seconds);
+// seconds: how long the address stays blocked, option 18. Its event says the same.
 [[nodiscard]] Batch BlockAddressBatch(const Language& language, Ipv4 address, std::uint32_t seconds);
 
 }  // namespace brennvar

@@ -132,6 +132,16 @@
 #define IDC_APPLICATIONS_REMOVE 1273
 #define IDC_APPLICATIONS_DETAILS 1275
 
+// Connections page
+#define IDC_CONNECTIONS_DETAILS 1280
+#define IDC_CONNECTIONS_BLOCK 1281
+#define IDC_CONNECTIONS_TERMINATE 1282
+#define IDC_CONNECTIONS_FOLDER 1283
+#define IDC_CONNECTIONS_RULE 1284
+#define IDC_ADDRESS_LOCATE 1285  // of every list with addresses
+#define IDC_CONNECTIONS_FILTER 1286
+#define IDC_CONNECTIONS_GROUPED 1287
+
 // The Options page; the field of an option has the number 1000 and the option's identifier
 #define IDC_OPTIONS_SECTIONS 1100
 #define IDC_OPTIONS_APPLY 1101

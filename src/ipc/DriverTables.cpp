@@ -97,6 +97,20 @@ std::optional<DriverTables> ReadConnectionTable(DeviceOpener& opener) {
     return tables;
 }
 
+std::optional<ConnectionCounts> CountConnections(DeviceOpener& opener) {
+    const auto device = opener.Open(kDriverInfoDeviceName);
+    if (!device) return std::nullopt;
+    ConnectionCounts counts;
+    {
+        const TableAnswer answer(*device, kControlReadConnections, kConnectionTableSize);
+        if (!answer.Bytes()) return std::nullopt;
+        counts.connections = answer.Bytes()->size() / sizeof(ConnectionEntry);
+    }
+    const TableAnswer answer(*device, kControlReadListeners, kListenerTableSize);
+    if (answer.Bytes()) counts.listeners = answer.Bytes()->size() / sizeof(ListenerEntry);
+    return counts;
+}
+
 std::optional<TrafficTotals> ReadTrafficTotals(DeviceOpener& opener) {
     const auto device = opener.Open(kDriverInfoDeviceName);
     if (!device) return std::nullopt;

@@ -30,6 +30,15 @@ struct DriverTables {
 // answer for the listeners their table is empty.
 [[nodiscard]] std::optional<DriverTables> ReadConnectionTable(DeviceOpener& opener);
 
+// How many there are of each.
+struct ConnectionCounts {
+    std::size_t connections = 0;
+    std::size_t listeners = 0;
+    friend bool operator==(const ConnectionCounts&, const ConnectionCounts&) = default;
+};
+// The same requests, without looking into the tables.
+[[nodiscard]] std::optional<ConnectionCounts> CountConnections(DeviceOpener& opener);
+
 // Nothing when the device is missing or answers less than a whole record.
 [[nodiscard]] std::optional<TrafficTotals> ReadTrafficTotals(DeviceOpener& opener);
 

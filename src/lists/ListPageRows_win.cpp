@@ -88,8 +88,10 @@ void ListPage::ShowRow(const std::string& key) {
 
 void ListPage::FindWantedRow() {
     if (m_wantedRow.empty()) return;
-    for (int row = 0; row < RowCount(); ++row) {
-        if (m_model->Key(SourceRowOf(row)) != m_wantedRow) continue;
+    // By the model, which may know other spellings of the key.
+    const int wanted = m_model->FindRow(m_wantedRow);
+    for (int row = 0; wanted >= 0 && row < RowCount(); ++row) {
+        if (SourceRowOf(row) != wanted) continue;
         m_wantedRow.clear();
         m_list->SelectRow(row);
         m_list->EnsureVisible(row);

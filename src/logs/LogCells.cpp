@@ -50,6 +50,15 @@ char* PutEndpoint(char* at, Ipv4 address, std::uint32_t port) {
 
 }  // namespace
 
+Tone ToneOf(LogAction action) {
+    switch (action) {
+        case LogAction::Allowed: return Tone::Allow;
+        case LogAction::Denied: return Tone::Deny;
+        case LogAction::Asked: return Tone::Ask;
+        default: return Tone::Muted;
+    }
+}
+
 LogTexts::LogTexts(const Language& language)
     : actions{language.GetText(4, "Allowed"), language.GetText(5, "Denied"), language.GetText(6, "Asked"),
               language.GetText(7, "Disconnected"), language.GetText(8, "Message")},

@@ -8,6 +8,7 @@
 #include <string_view>
 
 #include "config/Language.h"
+#include "config/SkinTones.h"
 #include "logs/LogEntry.h"
 
 namespace brennvar {
@@ -30,6 +31,9 @@ struct LogTexts {
     std::string path;   // heading of a file's column
     std::string bytes;  // "bytes"
 };
+
+// How a list and the details show what happened.
+[[nodiscard]] Tone ToneOf(LogAction action);
 
 // The two cells that nearly every row has, written to where there is room for so many characters; behind the last.
 inline constexpr std::size_t kTimeSize = 8;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <utility>
 
 namespace brennvar {
 namespace {
@@ -33,8 +34,9 @@ PushGraphSamples::Range TrafficRange(std::uint64_t bytes) {
     return {.maximum = kLargeRange, .minimumLabel = "0 KB", .maximumLabel = "10000 KB"};
 }
 
-Statistics::Statistics()
-    : m_incoming(TrafficRange(0)),
+Statistics::Statistics(AmountWords words)
+    : m_words(std::move(words)),
+      m_incoming(TrafficRange(0)),
       m_outgoing(TrafficRange(0)),
       m_attacks({.maximum = kMostAttacks, .minimumLabel = "0", .maximumLabel = "50"}) {
     for (PushGraphSamples* const graph : {&m_incoming, &m_outgoing, &m_attacks}) {
@@ -47,8 +49,8 @@ void Statistics::Tick(const std::optional<TrafficIncrease>& increase, std::uint6
     if (increase) {
         m_totals.bytesIn = Sum(m_totals.bytesIn, increase->bytesIn);
         m_totals.bytesOut = Sum(m_totals.bytesOut, increase->bytesOut);
-        m_rates = Rates{.in = FormatRate(increase->bytesIn, milliseconds),
-                        .out = FormatRate(increase->bytesOut, milliseconds)};
+        m_rates = Rates{.in = FormatRate(increase->bytesIn, milliseconds, m_words),
+                        .out = FormatRate(increase->bytesOut, milliseconds, m_words)};
         PushTraffic(m_incoming, increase->bytesIn);
         PushTraffic(m_outgoing, increase->bytesOut);
         PushAttacks();
@@ -81,9 +83,9 @@ void Statistics::SetMode(const ModeDisplay& mode) {
     Changed();
 }
 
-void Statistics::SetConnections(std::optional<std::size_t> count) {
-    if (count == m_connections) return;
-    m_connections = count;
+void Statistics::SetConnections(const std::optional<ConnectionCounts>& counts) {
+    if (counts == m_connections) return;
+    m_connections = counts;
     Changed();
 }
 

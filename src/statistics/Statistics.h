@@ -12,7 +12,9 @@
 
 #include "base/Clock.h"
 #include "commands/ModeDisplay.h"
+#include "config/Amounts.h"
 #include "controls/PushGraphSamples.h"
+#include "ipc/DriverTables.h"
 #include "statistics/TrafficMeter.h"
 
 namespace brennvar {
@@ -32,7 +34,8 @@ public:
         std::string out;
     };
 
-    Statistics();
+    // words: of the rates.
+    explicit Statistics(AmountWords words = {});
     Statistics(const Statistics&) = delete;
     Statistics& operator=(const Statistics&) = delete;
 
@@ -44,7 +47,7 @@ public:
     void AddNotice(const std::string& text, FileTime now);
     void SetMode(const ModeDisplay& mode);
     // Nothing: not known at present.
-    void SetConnections(std::optional<std::size_t> count);
+    void SetConnections(const std::optional<ConnectionCounts>& counts);
 
     // Nothing while the driver cannot be read.
     [[nodiscard]] const std::optional<Rates>& CurrentRates() const { return m_rates; }
@@ -58,7 +61,7 @@ public:
     // Of all that have come, also of those that have been dropped.
     [[nodiscard]] std::uint64_t NoticeCount() const { return m_noticeCount; }
     [[nodiscard]] const ModeDisplay& Mode() const { return m_mode; }
-    [[nodiscard]] std::optional<std::size_t> Connections() const { return m_connections; }
+    [[nodiscard]] const std::optional<ConnectionCounts>& Connections() const { return m_connections; }
 
     // The graphs' windows paint these, and tidy them while they do.
     [[nodiscard]] PushGraphSamples& Incoming() { return m_incoming; }
@@ -75,6 +78,7 @@ private:
         if (m_changed) m_changed();
     }
 
+    const AmountWords m_words;
     PushGraphSamples m_incoming;
     PushGraphSamples m_outgoing;
     PushGraphSamples m_attacks;
@@ -87,7 +91,7 @@ private:
     std::deque<Notice> m_notices;
     std::uint64_t m_noticeCount = 0;
     ModeDisplay m_mode;
-    std::optional<std::size_t> m_connections;
+    std::optional<ConnectionCounts> m_connections;
     std::function<void()> m_changed;
 };
 

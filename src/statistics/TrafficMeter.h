@@ -3,7 +3,6 @@
 
 #include <cstdint>
 #include <optional>
-#include <string>
 
 #include "ipc/DriverRecords.h"
 
@@ -23,10 +22,5 @@ public:
 private:
     std::optional<TrafficIncrease> m_last;  // the totals of the last call
 };
-
-// Bytes in so many milliseconds as "512 B/s", "1.5 KB/s", "20.0 MB/s"; 1 KB is 1024 bytes.
-[[nodiscard]] std::string FormatRate(std::uint64_t bytes, std::uint64_t milliseconds);
-// The same without a time: "512 B", "1.5 KB".
-[[nodiscard]] std::string FormatBytes(std::uint64_t bytes);
 
 }  // namespace brennvar

@@ -5,6 +5,7 @@
 #include <unordered_set>
 #include <utility>
 
+#include "base/AsciiCase.h"
 #include "config/ResourceIds.h"
 
 namespace brennvar {
@@ -97,6 +98,13 @@ std::string ApplicationsModel::CellText(int row, int column) const {
         case kPathColumn: return m_rows.Row(row).path;
         default: return m_rows.IsLeaving(row) ? "" : m_language.GetText(LookOf(m_rows.StateOf(row)).text);
     }
+}
+
+int ApplicationsModel::FindRow(const std::string& key) const {
+    for (int row = 0; row < RowCount(); ++row) {
+        if (EqualsIgnoringCase(m_rows.Row(row).path, key)) return row;
+    }
+    return -1;
 }
 
 RowDetails ApplicationsModel::Details(int row) const {

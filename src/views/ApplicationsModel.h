@@ -36,6 +36,8 @@ public:
     [[nodiscard]] ListCell Cell(int row, int column) const override;
     [[nodiscard]] std::string CellText(int row, int column) const override;
     [[nodiscard]] std::string Key(int row) const override { return m_rows.Row(row).path; }
+    // Without regard to case, as paths are: another page may have it in another spelling.
+    [[nodiscard]] int FindRow(const std::string& key) const override;
     [[nodiscard]] std::optional<std::string> Program(int row) const override { return m_rows.Row(row).path; }
     [[nodiscard]] RowDetails Details(int row) const override;
     [[nodiscard]] std::span<const ListAction> Actions() const override;

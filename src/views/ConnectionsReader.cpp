@@ -1,7 +1,6 @@
 #include "views/ConnectionsReader.h"
 
 #include <algorithm>
-#include <chrono>
 #include <unordered_set>
 #include <utility>
 
@@ -28,35 +27,84 @@ std::vector<std::uint32_t> ProcessIdsToAsk(const DriverTables& tables, const Pat
 
 }  // namespace
 
-std::optional<std::size_t> CountConnectionRows(DeviceOpener& devices) {
-    const std::optional<DriverTables> tables = ReadConnectionTable(devices);
-    if (!tables) return std::nullopt;
-    return tables->connections.size() + tables->listeners.size();
-}
+// On the reading thread. Keeps what the next table is compared with, and a table that is only to be arranged anew.
+class ConnectionsReader::Builder {
+public:
+    explicit Builder(std::string noProcessText) : m_noProcessText(std::move(noProcessText)) {}
 
-ConnectionsReader::ConnectionsReader(DeviceOpener& devices, TaskQueue& reads, ServiceLink& link,
-                                     std::string noProcessText, std::function<void(Reading)> deliver)
-    : m_link(link),
+    [[nodiscard]] Snapshot Build(const Known& known) {
+        if (known.number != m_number) {
+            m_before = std::move(m_table);
+            m_number = known.number;
+        }
+        if (!m_table || known.paths != m_paths || known.descriptions != m_descriptions) {
+            m_paths = known.paths;
+            m_descriptions = known.descriptions;
+            m_table = std::make_shared<const ConnectionTable>(known.reading->tables, known.reading->time, Source(),
+                                                              m_before.get(), known.isFirst);
+        }
+        return std::make_shared<const ArrangedConnections>(ArrangeConnections(m_table, known.wish));
+    }
+
+private:
+    [[nodiscard]] ProgramSource Source() const {
+        return {.pathOf =
+                    [this](std::uint32_t id) {
+                        const auto path = m_paths->find(id);
+                        return path == m_paths->end() ? std::nullopt : path->second;
+                    },
+                .descriptionOf =
+                    [this](const std::string& path) {
+                        const auto description = m_descriptions->find(path);
+                        return description == m_descriptions->end() ? std::string() : description->second;
+                    },
+                .noProcess = m_noProcessText};
+    }
+
+    const std::string m_noProcessText;
+    std::uint64_t m_number = 0;
+    std::shared_ptr<const Paths> m_paths;
+    std::shared_ptr<const ProgramNames::Descriptions> m_descriptions;
+    std::shared_ptr<const ConnectionTable> m_before;  // of the reading before
+    std::shared_ptr<const ConnectionTable> m_table;
+};
+
+ConnectionsReader::ConnectionsReader(const Parts& parts, std::string noProcessText,
+                                     std::function<void(Snapshot)> deliver)
+    : m_link(parts.link),
       m_deliver(std::move(deliver)),
-      m_known{.tables = nullptr, .paths = std::make_shared<const Paths>()},
+      m_names(parts.programQueue, parts.programFiles, [this] { Build(); }),
       m_tables(
-          reads, [&devices](const auto&) { return ReadConnectionTable(devices); },
-          [this](std::optional<DriverTables> tables, const auto&) { OnTables(std::move(tables)); }),
+          parts.reads,
+          [&devices = parts.devices, &clock = parts.clock](const auto&) -> std::optional<Tables> {
+              auto tables = ReadConnectionTable(devices);
+              if (!tables) return std::nullopt;
+              return Tables{.tables = *std::move(tables), .time = clock.Elapsed()};
+          },
+          [this](std::optional<Tables> tables, const auto&) { OnTables(std::move(tables)); }),
       m_paths(
-          link.Queue(), [&link](const Known& known) { return ResolvePaths(known, link.Pipes()); },
+          parts.link.Queue(),
+          [&link = parts.link](const Known& known) { return ResolvePaths(known, link.Pipes()); },
           [this](std::optional<Paths> paths, const Known&) { OnPaths(std::move(paths)); }),
       m_rows(
-          reads,
-          [noProcess = std::move(noProcessText)](const Known& known) {
-              const auto pathOf = [&paths = *known.paths](std::uint32_t id) {
-                  const auto path = paths.find(id);
-                  return path == paths.end() ? std::nullopt : path->second;
-              };
-              return BuildConnectionRows(*known.tables, pathOf, noProcess);
+          parts.reads,
+          [builder = std::make_shared<Builder>(std::move(noProcessText))](const Known& known) {
+              return builder->Build(known);
           },
-          [this](Reading rows, const Known&) {
-              if (rows) m_deliver(std::move(rows));
-          }) {}
+          [this](std::optional<Snapshot> snapshot, const Known&) { OnRows(std::move(snapshot)); }) {
+    m_known.paths = std::make_shared<const Paths>();
+}
+
+void ConnectionsReader::Open() {
+    m_isOpening = true;
+    m_names.LookAgain();
+    Refresh();
+}
+
+void ConnectionsReader::Arrange(ConnectionWish wish) {
+    m_known.wish = std::move(wish);
+    Build();
+}
 
 // Asks for each process once, until the time is over or a call has not met the service: a missing service is waited
 // for once in a reading, and what was not asked keeps its last path, or none.
@@ -64,7 +112,7 @@ ConnectionsReader::Paths ConnectionsReader::ResolvePaths(const Known& known, Ser
     const auto end = std::chrono::steady_clock::now() + kAskingTime;
     bool isAsking = true;
     Paths paths;
-    for (const std::uint32_t id : ProcessIdsToAsk(*known.tables, *known.paths)) {
+    for (const std::uint32_t id : ProcessIdsToAsk(known.reading->tables, *known.paths)) {
         if (isAsking) {
             paths.emplace(id, pipes.ResolveProcessPath(id));
             isAsking = pipes.LastCallMetService() && std::chrono::steady_clock::now() < end;
@@ -76,20 +124,37 @@ ConnectionsReader::Paths ConnectionsReader::ResolvePaths(const Known& known, Ser
     return paths;
 }
 
-void ConnectionsReader::OnTables(std::optional<DriverTables> tables) {
-    m_known.tables = tables ? std::make_shared<const DriverTables>(std::move(*tables)) : nullptr;
-    if (!m_known.tables) return m_deliver(std::nullopt);
+void ConnectionsReader::OnTables(std::optional<Tables> tables) {
+    m_known.reading = tables ? std::make_shared<const Tables>(std::move(*tables)) : nullptr;
+    if (!m_known.reading) return m_deliver(nullptr);
+    ++m_known.number;
+    m_known.isFirst = std::exchange(m_isOpening, false);
     // A call to a missing service stands on the link thread for long; the next ones would only pile up.
     if (m_paths.IsReading() || m_link.Service() == PeerState::Missing) {
-        m_rows.Refresh(m_known);
+        Build();
     } else {
         m_paths.Refresh(m_known);
     }
 }
 
 void ConnectionsReader::OnPaths(std::optional<Paths> paths) {
-    if (paths) m_known.paths = std::make_shared<const Paths>(std::move(*paths));
-    if (m_known.tables) m_rows.Refresh(m_known);
+    // The same paths are the same object: a table that is there already need not be made anew for them.
+    if (paths && *paths != *m_known.paths) m_known.paths = std::make_shared<const Paths>(std::move(*paths));
+    Build();
+}
+
+void ConnectionsReader::Build() {
+    if (!m_known.reading) return;
+    m_known.descriptions = m_names.Known();
+    m_rows.Refresh(m_known);
+}
+
+void ConnectionsReader::OnRows(std::optional<Snapshot> snapshot) {
+    if (!snapshot || !m_known.reading) return;
+    std::vector<std::string> paths;
+    for (const ConnectionProgram& program : (*snapshot)->table->Programs()) paths.push_back(program.path);
+    m_names.Want(paths);
+    m_deliver(*std::move(snapshot));
 }
 
 }  // namespace brennvar

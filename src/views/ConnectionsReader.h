@@ -1,7 +1,10 @@
 // Reads what the Connections page shows, without keeping the window waiting: the tables from the driver, the
-// process paths from the service. A service that is slow or missing holds up the names only, never the list.
+// process paths from the service, what programs call themselves from the disk. A service that is slow or missing
+// and a disk that does not answer hold up the names only, never the list. Everything that takes long with full
+// tables happens on the reading thread: what is delivered is only put in the place of what was there.
 #pragma once
 
+#include <chrono>
 #include <cstddef>
 #include <cstdint>
 #include <functional>
@@ -11,51 +14,75 @@
 #include <unordered_map>
 #include <vector>
 
+#include "base/Clock.h"
 #include "base/Refreshed.h"
 #include "ipc/Device.h"
 #include "ipc/DriverTables.h"
 #include "ipc/ServiceLink.h"
-#include "views/ConnectionRows.h"
+#include "views/ConnectionOrder.h"
+#include "views/ProgramNames.h"
 
 namespace brennvar {
-
-// The number of rows that a reading would have now, or nothing; asks the driver only. On the thread that reads.
-[[nodiscard]] std::optional<std::size_t> CountConnectionRows(DeviceOpener& devices);
 
 // All of this belongs to the user-interface thread.
 class ConnectionsReader {
 public:
-    // Nothing: the driver cannot be read.
-    using Reading = std::optional<std::vector<ConnectionRow>>;
+    // Null: the driver cannot be read.
+    using Snapshot = std::shared_ptr<const ArrangedConnections>;
 
-    // devices, reads and link are borrowed and must outlive the tasks on both threads; devices is used on the
-    // reading thread. deliver is called with every reading, the newest tables that there are, with paths as far as
-    // the service gives them at once, else with those it gave last.
-    ConnectionsReader(DeviceOpener& devices, TaskQueue& reads, ServiceLink& link, std::string noProcessText,
-                      std::function<void(Reading)> deliver);
+    // All are borrowed and must outlive the tasks on the threads; devices and clock are used on the reading thread.
+    struct Parts {
+        DeviceOpener& devices;
+        TaskQueue& reads;
+        const Clock& clock;
+        ServiceLink& link;
+        TaskQueue& programQueue;  // may stand for minutes
+        const ProgramFiles& programFiles;
+    };
 
+    // deliver is called with every reading and every other order of it: the newest tables that there are, with
+    // names as far as they are known.
+    ConnectionsReader(const Parts& parts, std::string noProcessText, std::function<void(Snapshot)> deliver);
+
+    // The page is opened: the next reading is the first one, in which nothing is said to have come or gone.
+    void Open();
     // Asks for a reading that begins after this call.
     void Refresh() { m_tables.Refresh(); }
+    // From now on the rows are wanted like this; those that were read last come at once.
+    void Arrange(ConnectionWish wish);
 
 private:
+    struct Tables {
+        DriverTables tables;
+        std::chrono::milliseconds time{};
+    };
     // What the service said of each process: its path, or nothing when it does not know it.
     using Paths = std::unordered_map<std::uint32_t, std::optional<std::string>>;
     // Read on one thread, used on others, changed by none.
     struct Known {
-        std::shared_ptr<const DriverTables> tables;
+        std::shared_ptr<const Tables> reading;
+        std::uint64_t number = 0;  // of the reading
+        bool isFirst = false;      // since the page was opened
         std::shared_ptr<const Paths> paths;
+        std::shared_ptr<const ProgramNames::Descriptions> descriptions;
+        ConnectionWish wish;
     };
+    class Builder;
 
     [[nodiscard]] static Paths ResolvePaths(const Known& known, ServicePipes& pipes);
-    void OnTables(std::optional<DriverTables> tables);
+    void OnTables(std::optional<Tables> tables);
     void OnPaths(std::optional<Paths> paths);
+    void OnRows(std::optional<Snapshot> snapshot);
+    void Build();
 
     ServiceLink& m_link;
-    const std::function<void(Reading)> m_deliver;
-    Known m_known;  // without tables: the driver could not be read
-    Refreshed<DriverTables> m_tables;
+    const std::function<void(Snapshot)> m_deliver;
+    Known m_known;  // without a reading: the driver could not be read
+    bool m_isOpening = true;
+    ProgramNames m_names;
+    Refreshed<Tables> m_tables;
     Refreshed<Paths, Known> m_paths;
-    Refreshed<std::vector<ConnectionRow>, Known> m_rows;
+    Refreshed<Snapshot, Known> m_rows;
 };
 
 }  // namespace brennvar

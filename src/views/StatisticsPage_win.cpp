@@ -27,6 +27,7 @@ StatisticsPage::StatisticsPage(const CFonts& fonts, const Language& language, Pa
                                Statistics& statistics)
     : CPage(fonts, std::move(texts)),
       m_language(language),
+      m_words(language),
       m_statistics(statistics),
       m_incoming(statistics.Incoming()),
       m_outgoing(statistics.Outgoing()),
@@ -135,17 +136,17 @@ void StatisticsPage::ShowCards() {
     };
     const std::optional<Statistics::Rates>& rates = m_statistics.CurrentRates();
     const std::string total = m_language.GetText(1334, "Total:") + " ";
-    show(In, rates ? rates->in : kUnknown, total + FormatBytes(m_statistics.Totals().bytesIn));
-    show(Out, rates ? rates->out : kUnknown, total + FormatBytes(m_statistics.Totals().bytesOut));
+    show(In, rates ? rates->in : kUnknown, total + FormatBytes(m_statistics.Totals().bytesIn, m_words));
+    show(Out, rates ? rates->out : kUnknown, total + FormatBytes(m_statistics.Totals().bytesOut, m_words));
 
     const ModeDisplay& mode = m_statistics.Mode();
     show(Mode, m_language.GetText(ProtectionModeText(mode.mode)),
          mode.until ? m_language.GetText(1335, "until") + " " + FormatTimeOfDay(*mode.until, TimeOfDay::Minutes)
                     : m_language.GetText(1336, "until changed"));
 
-    const std::optional<std::size_t> connections = m_statistics.Connections();
-    show(Connections, connections ? std::to_string(*connections) : kUnknown,
-         m_language.GetText(1337, "at present"));
+    const std::optional<ConnectionCounts>& counts = m_statistics.Connections();
+    show(Connections, counts ? std::to_string(counts->connections) : kUnknown,
+         counts ? m_language.GetText(1682, "listening:") + " " + std::to_string(counts->listeners) : "");
     show(Attacks, std::to_string(m_statistics.AttackCount()), m_language.GetText(1338, "since the start"));
 }
 

@@ -9,6 +9,7 @@
 #include <optional>
 #include <string>
 
+#include "config/Amounts.h"
 #include "config/Language.h"
 #include "controls/Label_win.h"
 #include "controls/PushGraph_win.h"
@@ -46,6 +47,7 @@ private:
     void ShowNotices();
 
     const Language& m_language;
+    const AmountWords m_words;
     Statistics& m_statistics;
     std::array<CardTexts, CardCount> m_cards;
     C2DPushGraph m_incoming;

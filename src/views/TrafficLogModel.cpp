@@ -15,15 +15,6 @@ namespace {
 constexpr int kRowsBefore = 16;
 constexpr int kRowsBehind = 64;
 
-Tone ToneOf(LogAction action) {
-    switch (action) {
-        case LogAction::Allowed: return Tone::Allow;
-        case LogAction::Denied: return Tone::Deny;
-        case LogAction::Asked: return Tone::Ask;
-        default: return Tone::Muted;
-    }
-}
-
 }  // namespace
 
 TrafficLogModel::TrafficLogModel(const Parts& parts)

@@ -15,6 +15,7 @@ usage: brennvar [options]
   --slow-ms N         answer on the request pipes only after N milliseconds
   --die-after N       end the process in the middle of the N-th request on the process-path pipe
   --die-after-command N  end the process when the N-th command has been applied
+  --wait-for PID      do nothing, and end when that process has ended (what "start-process" starts)
   --stop              end the stand-in that is running, and wait for its end
   --help              show this text
 
@@ -50,6 +51,8 @@ std::optional<CommandLine> ParseCommandLine(const std::vector<std::string>& argu
             line.slowMilliseconds = *number;
         } else if (name == "--die-after" && number) {
             line.dieAfter = *number;
+        } else if (name == "--wait-for" && number) {
+            line.waitFor = *number;
         } else if (name == "--die-after-command" && number) {
             line.dieAfterCommand = *number;
         } else {

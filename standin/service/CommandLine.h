@@ -17,7 +17,8 @@ struct CommandLine {
     std::uint32_t dieAfter = 0;  // 0: never
     std::uint32_t dieAfterCommand = 0;
     bool loadDriver = true;
-    bool stop = false;  // end the one that runs
+    std::uint32_t waitFor = 0;  // only wait for this process to end; 0: none
+    bool stop = false;          // end the one that runs
     bool help = false;
 };
 

@@ -91,6 +91,15 @@ void DataFolder::SetOption(std::uint32_t id, std::uint32_t value) {
     ChangeFile<OptionRecord>(kOptionsFile, [&](auto& options) { FindOrAddOption(options, id).value = value; });
 }
 
+std::uint32_t DataFolder::OptionOr(std::uint32_t id, std::uint32_t fallback) {
+    std::uint32_t value = fallback;
+    ChangeFile<OptionRecord>(kOptionsFile, [&](const auto& options) {
+        const auto at = std::find_if(options.begin(), options.end(), [id](const auto& o) { return o.id == id; });
+        if (at != options.end()) value = at->value;
+    });
+    return value;
+}
+
 void DataFolder::SetOptionText(std::uint32_t id, std::string_view text) {
     ChangeFile<OptionRecord>(kOptionsFile,
                              [&](auto& options) { PutText(FindOrAddOption(options, id).text, text); });

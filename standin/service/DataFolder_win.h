@@ -41,6 +41,7 @@ public:
     [[nodiscard]] const std::string& Path() const { return m_path; }
 
     void SetOption(std::uint32_t id, std::uint32_t value);
+    [[nodiscard]] std::uint32_t OptionOr(std::uint32_t id, std::uint32_t fallback);
     void SetOptionText(std::uint32_t id, std::string_view text);
     void SetFolderName(const char* section, std::string_view name);  // settings.ini, section "Skin" or "Language"
 

@@ -65,9 +65,9 @@ void DriverFeeder::SetRate(std::uint64_t inPerSecond, std::uint64_t outPerSecond
     m_rate.bytesOut = outPerSecond;
 }
 
-void DriverFeeder::DropAddress(Ipv4 address) {
+void DriverFeeder::BlockAddress(Ipv4 address, std::chrono::seconds time) {
     const std::scoped_lock lock(m_lock);
-    m_droppedAddresses.insert(address);
+    m_blocked[address] = std::chrono::steady_clock::now() + time;
     FeedTables();
 }
 
@@ -80,6 +80,10 @@ void DriverFeeder::DropProcess(std::uint32_t processId) {
 void DriverFeeder::Tick() {
     const std::scoped_lock lock(m_lock);
     const unsigned tick = m_ticks++ % kTicksPerSecond;
+    const auto isOver = [now = std::chrono::steady_clock::now()](const auto& blocked) {
+        return blocked.second <= now;
+    };
+    if (std::erase_if(m_blocked, isOver) > 0) m_tablesChanged = true;
     if (m_scriptsTotals) {
         // Whole bytes, which come to the rate in each second.
         const auto share = [tick](std::uint64_t rate) {
@@ -121,16 +125,18 @@ void DriverFeeder::SetHostile(const HostileOrder& order) {
 
 // Without a driver (--no-driver) there is nobody to feed: the failures of these two are meant to pass.
 void DriverFeeder::FeedTables() {
-    std::erase_if(m_tables.connections, [&](const ConnectionEntry& entry) {
+    // What is blocked only waits.
+    std::vector<ConnectionEntry> connections = m_tables.connections;
+    std::erase_if(connections, [&](const ConnectionEntry& entry) {
         const Ipv4 remote = entry.remoteAddress;
         const std::uint32_t processId = entry.processId;
-        return m_droppedAddresses.contains(remote) || m_droppedProcesses.contains(processId);
+        return m_blocked.contains(remote) || m_droppedProcesses.contains(processId);
     });
     std::erase_if(m_tables.listeners, [&](const ListenerEntry& entry) {
         const std::uint32_t processId = entry.processId;
         return m_droppedProcesses.contains(processId);
     });
-    (void)m_driver.Send(kFeedSetConnections, std::as_bytes(std::span(m_tables.connections)));
+    (void)m_driver.Send(kFeedSetConnections, std::as_bytes(std::span(connections)));
     (void)m_driver.Send(kFeedSetListeners, std::as_bytes(std::span(m_tables.listeners)));
     m_tablesChanged = false;
 }

@@ -1,6 +1,8 @@
 // What the driver is told: the machine's real tables and totals, or the scenario's. Any thread.
 #pragma once
 
+#include <chrono>
+#include <map>
 #include <mutex>
 #include <set>
 
@@ -24,8 +26,9 @@ public:
     void SetTotals(const TrafficTotals& totals);
     void SetRate(std::uint64_t inPerSecond, std::uint64_t outPerSecond);
 
-    // From now on no entry with that remote address, or of that process, is fed.
-    void DropAddress(Ipv4 address);
+    // For so long no entry with that remote address is fed.
+    void BlockAddress(Ipv4 address, std::chrono::seconds time);
+    // From now on no entry of that process is fed.
     void DropProcess(std::uint32_t processId);
 
     // So many times a second: moves the scripted totals on by their rate, so that each second sees some of it. The
@@ -48,7 +51,7 @@ private:
     std::mutex m_lock;
     Tables m_tables;
     bool m_tablesChanged = true;
-    std::set<Ipv4> m_droppedAddresses;
+    std::map<Ipv4, std::chrono::steady_clock::time_point> m_blocked;  // until when
     std::set<std::uint32_t> m_droppedProcesses;
     TrafficTotals m_totals{};
     TrafficTotals m_rate{};  // per second

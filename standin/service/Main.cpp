@@ -13,6 +13,7 @@
 #include "service/CommandLine.h"
 #include "service/PipeServer_win.h"
 #include "service/ScenarioRunner_win.h"
+#include "service/StartedProcesses_win.h"
 
 namespace brennvar::standin {
 namespace {
@@ -114,7 +115,8 @@ int Run(const CommandLine& line, const Scenario& scenario) {
     feeder.Tick();
 
     Progress progress;
-    Service service(data, feeder, line.dieAfter, line.dieAfterCommand);
+    StartedProcesses processes;
+    Service service(data, feeder, processes, line.dieAfter, line.dieAfterCommand);
     std::vector<std::unique_ptr<PipeServer>> servers;
     for (PipeService& pipe : PipesOf(service, line.slowMilliseconds)) {
         servers.push_back(std::make_unique<PipeServer>(std::move(pipe), PipeWorld{stop, journal, progress}));
@@ -129,7 +131,7 @@ int Run(const CommandLine& line, const Scenario& scenario) {
         while (!stop.Sleep(kTickMilliseconds)) feeder.Tick();
     });
     ActivityCaller caller(stop, journal, progress);
-    ScenarioRunner(stop, journal, progress, data, feeder, service, caller).Run(scenario);
+    ScenarioRunner(stop, journal, progress, data, feeder, processes, service, caller).Run(scenario);
     (void)stop.Sleep(INFINITE);
     ticker.join();
     servers.clear();
@@ -153,6 +155,7 @@ int main(int count, char** arguments) {
         return 0;
     }
     if (line->stop) return StopTheOther();
+    if (line->waitFor != 0) return StartedProcesses::WaitFor(line->waitFor) ? 0 : kStartFailed;
     const auto scenario = LoadScenario(line->scenario);
     return scenario ? Run(*line, *scenario) : kBadInput;
 }

@@ -1,5 +1,6 @@
 #include "service/Scenario.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <limits>
@@ -26,7 +27,8 @@ std::string_view Trim(std::string_view text) {
 // A line's words from left to right. What cannot be read sets a flag that is asked once, at the end.
 class Words {
 public:
-    explicit Words(std::string_view line) : m_rest(Trim(line)) {}
+    // names: of the processes that the lines before start.
+    Words(std::string_view line, std::vector<std::string>& names) : m_rest(Trim(line)), m_names(names) {}
 
     [[nodiscard]] bool AllGood() const { return m_good && m_rest.empty(); }
 
@@ -54,10 +56,24 @@ public:
     }
     std::uint32_t Number() { return Take(ParseNumber32(Word())); }
     std::uint64_t LongNumber() { return Take(ParseWholeNumber(Word())); }
+    // A number, or the name of a process that is started.
+    std::uint32_t ProcessId() { return ProcessId(Word()); }
+    std::uint32_t ProcessId(std::string_view word) {
+        const auto name = std::find(m_names.begin(), m_names.end(), word);
+        if (name == m_names.end()) return Take(ParseNumber32(word));
+        return kFirstStartedProcess + static_cast<std::uint32_t>(name - m_names.begin());
+    }
+    std::uint32_t NewProcess() {
+        const std::string_view name = Word();
+        if (ParseNumber32(name)) Reject();
+        m_names.emplace_back(name);
+        return ProcessId(name);
+    }
     std::uint32_t NumberOr(std::uint32_t fallback) { return m_rest.empty() ? fallback : Number(); }
 
 private:
     std::string_view m_rest;
+    std::vector<std::string>& m_names;
     bool m_good = true;
 };
 
@@ -92,10 +108,6 @@ std::optional<std::uint32_t> ParseState(std::string_view word) {
     return named ? named : ParseNumber32(word);
 }
 
-std::optional<std::uint32_t> ParseProcessId(std::string_view word) {
-    return word == "none" ? kNoProcess : ParseNumber32(word);
-}
-
 std::optional<RuleAction> ParseRuleAction(std::string_view word) {
     constexpr std::pair<std::string_view, RuleAction> kNames[] = {
         {"allow", RuleAction::Allow}, {"deny", RuleAction::Deny}, {"ask", RuleAction::Ask}};
@@ -124,7 +136,8 @@ Instruction ReadQuestion(Words& words) {
     question.request.localPort = local.port;
     question.request.remoteAddress = remote.address;
     question.request.remotePort = remote.port;
-    question.request.processId = words.Take(ParseProcessId(words.Word()));
+    const std::string_view process = words.Word();
+    question.request.processId = process == "none" ? kNoProcess : words.ProcessId(process);
     PutText(question.request.path, words.OptionalText(sizeof(ConnectionPromptRequest::path)));
     return question;
 }
@@ -138,7 +151,7 @@ Instruction ReadConnection(Words& words) {
     connection.entry.localPort = local.port;
     connection.entry.remoteAddress = remote.address;
     connection.entry.remotePort = remote.port;
-    connection.entry.processId = words.Number();
+    connection.entry.processId = words.ProcessId();
     connection.entry.bytesIn = words.Number();
     connection.entry.bytesOut = words.Number();
     return connection;
@@ -150,7 +163,7 @@ Instruction ReadListener(Words& words) {
     const Endpoint local = words.Take(ParseEndpoint(words.Word()));
     listener.entry.localAddress = local.address;
     listener.entry.localPort = local.port;
-    listener.entry.processId = words.Number();
+    listener.entry.processId = words.ProcessId();
     return listener;
 }
 
@@ -209,11 +222,13 @@ Instruction ReadInstruction(Words& words) {
     if (name == "question") return ReadQuestion(words);
     if (name == "notice") return NoticeInstruction{std::string(words.Text(sizeof(TrayTextAnswer::text)))};
     if (name == "process") {
-        const std::uint32_t processId = words.Number();
+        const std::uint32_t processId = words.ProcessId();
         return ProcessInstruction{processId, std::string(words.Text(sizeof(PidResolveAnswer::path)))};
     }
+    if (name == "start-process") return StartProcessInstruction{words.NewProcess()};
     if (name == "connection") return ReadConnection(words);
     if (name == "connections") return ConnectionsInstruction{words.Number()};
+    if (name == "listeners") return ListenersInstruction{words.Number()};
     if (name == "listener") return ReadListener(words);
     if (name == "clear-tables") return ClearTablesInstruction{};
     if (name == "totals") {
@@ -260,10 +275,10 @@ Instruction ReadInstruction(Words& words) {
     return ExitInstruction{};
 }
 
-void ReadLine(std::string_view line, std::size_t number, Scenario& scenario) {
+void ReadLine(std::string_view line, std::size_t number, std::vector<std::string>& names, Scenario& scenario) {
     const std::string_view trimmed = Trim(line);
     if (trimmed.empty() || trimmed.front() == '#') return;
-    Words words(trimmed);
+    Words words(trimmed, names);
     Instruction instruction = ReadInstruction(words);
     if (!words.AllGood()) {
         scenario.faults.push_back({number, std::string(trimmed)});
@@ -271,6 +286,7 @@ void ReadLine(std::string_view line, std::size_t number, Scenario& scenario) {
     }
     scenario.scriptsTables |= std::holds_alternative<ConnectionInstruction>(instruction) ||
                               std::holds_alternative<ConnectionsInstruction>(instruction) ||
+                              std::holds_alternative<ListenersInstruction>(instruction) ||
                               std::holds_alternative<ListenerInstruction>(instruction) ||
                               std::holds_alternative<ClearTablesInstruction>(instruction);
     scenario.scriptsTotals |= std::holds_alternative<TotalsInstruction>(instruction) ||
@@ -314,11 +330,22 @@ ConnectionEntry MadeUpConnection(std::uint32_t index) {
     return entry;
 }
 
+ListenerEntry MadeUpListener(std::uint32_t index) {
+    constexpr std::uint32_t kPorts = 0x10000;
+    ListenerEntry entry{};
+    entry.protocol = kProtocolTcp;
+    entry.localAddress = SwapAddress(0xC0A80001 + index / kPorts);
+    entry.localPort = SwapPort(static_cast<std::uint16_t>(index % kPorts));
+    entry.processId = MadeUpConnection(index).processId;
+    return entry;
+}
+
 Scenario ParseScenario(std::string_view text) {
     Scenario scenario;
+    std::vector<std::string> names;
     for (std::size_t number = 1; !text.empty(); ++number) {
         const std::size_t end = std::min(text.find('\n'), text.size());
-        ReadLine(text.substr(0, end), number, scenario);
+        ReadLine(text.substr(0, end), number, names, scenario);
         text.remove_prefix(std::min(end + 1, text.size()));
     }
     return scenario;

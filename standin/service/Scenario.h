@@ -38,11 +38,19 @@ struct ProcessInstruction {
     std::uint32_t processId;
     std::string path;
 };
+// Starts a process of its own. Other instructions name it, and have this number until it is started.
+struct StartProcessInstruction {
+    std::uint32_t number;
+};
 struct ConnectionInstruction {
     ConnectionEntry entry;
 };
 // That many made-up connections, for tests of size; MadeUpConnection says what they look like.
 struct ConnectionsInstruction {
+    std::uint32_t count;
+};
+// The same for listeners.
+struct ListenersInstruction {
     std::uint32_t count;
 };
 struct ListenerInstruction {
@@ -88,9 +96,10 @@ struct ExitInstruction {};
 
 using Instruction =
     std::variant<WaitInstruction, WaitForRecordsInstruction, QuestionInstruction, NoticeInstruction,
-                 ProcessInstruction, ConnectionInstruction, ConnectionsInstruction, ListenerInstruction,
-                 ClearTablesInstruction, TotalsInstruction, RateInstruction, DnsInstruction, MacInstruction,
-                 AdviceInstruction, RuleInstruction, OptionInstruction, OptionTextInstruction, HostileInstruction,
+                 ProcessInstruction, StartProcessInstruction, ListenersInstruction, ConnectionInstruction,
+                 ConnectionsInstruction, ListenerInstruction, ClearTablesInstruction, TotalsInstruction,
+                 RateInstruction, DnsInstruction, MacInstruction, AdviceInstruction, RuleInstruction,
+                 OptionInstruction, OptionTextInstruction, HostileInstruction,
                  ActivityInstruction, ExitInstruction>;
 
 struct ScenarioFault {
@@ -105,9 +114,14 @@ struct Scenario {
     bool scriptsTotals = false;         // it has a totals or rate line
 };
 
+// The first number of those that stand for processes of the scenario's own.
+inline constexpr std::uint32_t kFirstStartedProcess = 0xF0000000;
+
 // The index-th (0, 1, 2 ...) made-up connection: established outgoing from 192.168.0.1 to 10.0.0.0 + index, port
 // 443. There are 50 processes, with the identifiers 1000 to 1049, in turn.
 [[nodiscard]] ConnectionEntry MadeUpConnection(std::uint32_t index);
+// TCP on 192.168.0.1 and the addresses behind it, of the same processes.
+[[nodiscard]] ListenerEntry MadeUpListener(std::uint32_t index);
 
 [[nodiscard]] Scenario ParseScenario(std::string_view text);
 

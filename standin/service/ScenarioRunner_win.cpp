@@ -10,6 +10,7 @@ namespace {
 bool FillsTables(const Instruction& instruction) {
     return std::holds_alternative<ConnectionInstruction>(instruction) ||
            std::holds_alternative<ConnectionsInstruction>(instruction) ||
+           std::holds_alternative<ListenersInstruction>(instruction) ||
            std::holds_alternative<ListenerInstruction>(instruction) ||
            std::holds_alternative<ClearTablesInstruction>(instruction);
 }
@@ -37,7 +38,9 @@ void ScenarioRunner::Do(const WaitForRecordsInstruction& wait) {
 }
 
 void ScenarioRunner::Do(const QuestionInstruction& question) {
-    const std::uint32_t id = m_feeder.QueueQuestion(question.request);
+    ConnectionPromptRequest request = question.request;
+    request.processId = m_processes.IdOf(request.processId);
+    const std::uint32_t id = m_feeder.QueueQuestion(request);
     m_journal.Event("question-queued " + std::to_string(id));
 }
 
@@ -46,11 +49,18 @@ void ScenarioRunner::Do(const NoticeInstruction& notice) {
 }
 
 void ScenarioRunner::Do(const ProcessInstruction& process) {
-    m_service.AddProcess(process.processId, process.path);
+    m_service.AddProcess(m_processes.IdOf(process.processId), process.path);
+}
+
+void ScenarioRunner::Do(const StartProcessInstruction& process) {
+    m_processes.Start(process.number);
+    m_journal.Event("process-started " + std::to_string(m_processes.IdOf(process.number)));
 }
 
 void ScenarioRunner::Do(const ConnectionInstruction& connection) {
-    m_feeder.AddConnection(connection.entry);
+    ConnectionEntry entry = connection.entry;
+    entry.processId = m_processes.IdOf(entry.processId);
+    m_feeder.AddConnection(entry);
 }
 
 void ScenarioRunner::Do(const ConnectionsInstruction& connections) {
@@ -58,8 +68,14 @@ void ScenarioRunner::Do(const ConnectionsInstruction& connections) {
         m_feeder.AddConnection(MadeUpConnection(index));
 }
 
+void ScenarioRunner::Do(const ListenersInstruction& listeners) {
+    for (std::uint32_t index = 0; index < listeners.count; ++index) m_feeder.AddListener(MadeUpListener(index));
+}
+
 void ScenarioRunner::Do(const ListenerInstruction& listener) {
-    m_feeder.AddListener(listener.entry);
+    ListenerEntry entry = listener.entry;
+    entry.processId = m_processes.IdOf(entry.processId);
+    m_feeder.AddListener(entry);
 }
 
 void ScenarioRunner::Do(const ClearTablesInstruction&) {

@@ -7,6 +7,7 @@
 #include "service/Journal_win.h"
 #include "service/Scenario.h"
 #include "service/Service_win.h"
+#include "service/StartedProcesses_win.h"
 #include "service/Stop_win.h"
 
 namespace brennvar::standin {
@@ -14,12 +15,13 @@ namespace brennvar::standin {
 class ScenarioRunner {
 public:
     ScenarioRunner(const Stop& stop, Journal& journal, Progress& progress, DataFolder& data, DriverFeeder& feeder,
-                   Service& service, ActivityCaller& caller)
+                   StartedProcesses& processes, Service& service, ActivityCaller& caller)
         : m_stop(stop),
           m_journal(journal),
           m_progress(progress),
           m_data(data),
           m_feeder(feeder),
+          m_processes(processes),
           m_service(service),
           m_caller(caller) {}
 
@@ -32,8 +34,10 @@ private:
     void Do(const QuestionInstruction& question);
     void Do(const NoticeInstruction& notice);
     void Do(const ProcessInstruction& process);
+    void Do(const StartProcessInstruction& process);
     void Do(const ConnectionInstruction& connection);
     void Do(const ConnectionsInstruction& connections);
+    void Do(const ListenersInstruction& listeners);
     void Do(const ListenerInstruction& listener);
     void Do(const ClearTablesInstruction& clear);
     void Do(const TotalsInstruction& totals);
@@ -53,6 +57,7 @@ private:
     Progress& m_progress;
     DataFolder& m_data;
     DriverFeeder& m_feeder;
+    StartedProcesses& m_processes;
     Service& m_service;
     ActivityCaller& m_caller;
 };

@@ -11,6 +11,7 @@ constexpr std::uint32_t kListed = 1;    // answers to a filter query
 constexpr std::uint32_t kNotListed = 2;
 constexpr UINT kDeathExitCode = 3;
 constexpr std::uint32_t kFilteringProxyPortOption = 79;
+constexpr std::uint32_t kBlockSecondsOption = 18;
 constexpr char kRefreshNotice[] = "REFRESH";
 
 // A record of exactly its size, or nothing.
@@ -36,8 +37,13 @@ std::string ImagePath(std::uint32_t processId) {
 
 }  // namespace
 
-Service::Service(DataFolder& data, DriverFeeder& feeder, std::uint32_t dieAfter, std::uint32_t dieAfterCommand)
-    : m_data(data), m_feeder(feeder), m_dieAfter(dieAfter), m_dieAfterCommand(dieAfterCommand) {}
+Service::Service(DataFolder& data, DriverFeeder& feeder, StartedProcesses& processes, std::uint32_t dieAfter,
+                 std::uint32_t dieAfterCommand)
+    : m_data(data),
+      m_feeder(feeder),
+      m_started(processes),
+      m_dieAfter(dieAfter),
+      m_dieAfterCommand(dieAfterCommand) {}
 
 Service::Answer Service::HandleCommand(Bytes record) {
     if (const auto command = Decode<CommandRecord>(record)) Apply(*command);
@@ -49,9 +55,14 @@ Service::Answer Service::HandleCommand(Bytes record) {
 void Service::Apply(const CommandRecord& command) {
     switch (command.code) {
         case CommandCode::EventReport: m_data.LogEvent(TextOf(command.eventTitle)); break;
-        case CommandCode::BlockAddress: m_feeder.DropAddress(command.address); break;
-        // The process lives on: only its rows go.
-        case CommandCode::TerminateProcess: m_feeder.DropProcess(command.processId); break;
+        case CommandCode::BlockAddress:
+            m_feeder.BlockAddress(command.address, std::chrono::seconds(m_data.OptionOr(kBlockSecondsOption, 600)));
+            break;
+        case CommandCode::TerminateProcess:
+            // Of a process that the scenario has not started, only the rows go.
+            (void)m_started.End(command.processId);
+            m_feeder.DropProcess(command.processId);
+            break;
         case CommandCode::AddAdvancedRule: m_data.AddAdvancedRule(command.advancedRule); break;
         case CommandCode::ModifyAdvancedRule:
             m_data.ReplaceAdvancedRule(command.ruleId, command.advancedRule);

@@ -15,6 +15,7 @@
 #include "ipc/PipeRecords.h"
 #include "service/DataFolder_win.h"
 #include "service/DriverFeeder_win.h"
+#include "service/StartedProcesses_win.h"
 
 namespace brennvar::standin {
 
@@ -25,7 +26,8 @@ public:
 
     // dieAfter: in the middle of which request for a process path the process ends; 0 for never.
     // dieAfterCommand: when so many commands have been applied.
-    Service(DataFolder& data, DriverFeeder& feeder, std::uint32_t dieAfter, std::uint32_t dieAfterCommand);
+    Service(DataFolder& data, DriverFeeder& feeder, StartedProcesses& processes, std::uint32_t dieAfter,
+            std::uint32_t dieAfterCommand);
 
     // One per pipe, each called on its pipe's thread. A record of a wrong length is left alone.
     Answer HandleCommand(Bytes record);
@@ -45,6 +47,7 @@ private:
 
     DataFolder& m_data;
     DriverFeeder& m_feeder;
+    StartedProcesses& m_started;
     std::uint32_t m_dieAfter;
     std::uint32_t m_dieAfterCommand;
     std::mutex m_lock;  // guards the two below

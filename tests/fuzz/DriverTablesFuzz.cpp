@@ -5,19 +5,25 @@
 #include "FuzzInput.h"
 #include "ipc/DriverTables.h"
 #include "support/FakeDevice.h"
-#include "views/ConnectionRows.h"
+#include "views/ConnectionOrder.h"
 
 namespace {
 
 using brennvar::fuzz::Require;
 
-void CheckRow(const brennvar::ConnectionRow& row) {
-    Require(row.state <= brennvar::kStateListenOther);
-    Require(!brennvar::ConnectionStateText(row.state).empty());
-    Require(row.address.size() >= 9 && row.address.size() <= 46);  // "0.0.0.0:0" to two endpoints and an arrow
-    Require(!row.name.empty() && row.path.size() >= row.name.size());
-    const std::string local = brennvar::FormatIpv4(row.localAddress) + ":" + std::to_string(row.localPort);
-    Require(row.address.compare(0, local.size(), local) == 0);
+void CheckRow(const brennvar::ConnectionTable& table, std::uint32_t number) {
+    using namespace brennvar;
+    const ConnectionRow& row = table.Row(number);
+    Require(row.state <= kStateListenOther);
+    Require(!ConnectionStateText(row.state).empty());
+    Require(table.Find(KeyOf(row)) == number);
+    Require(row.since <= 140);
+    std::string address;
+    AppendConnectionAddress(address, row);
+    Require(address.size() >= 9 && address.size() <= 46);  // "0.0.0.0:0" to two endpoints and an arrow
+    const std::string local = FormatIpv4(row.localAddress) + ":" + std::to_string(row.localPort);
+    Require(address.compare(0, local.size(), local) == 0);
+    Require(!table.ProgramOf(row).name.empty());
 }
 
 }  // namespace
@@ -40,13 +46,29 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     Require(std::is_sorted(tables.listeners.begin(), tables.listeners.end(), ListenerComesBefore));
 
     // Paths of every kind: none, empty, without a folder, with nothing but a folder.
-    const PathResolver resolve = [](std::uint32_t id) -> std::optional<std::string> {
-        if (id % 5 == 0) return std::nullopt;
-        return std::string("C:\\Tools\\A.EXE\\").substr(0, id % 16);
-    };
-    const auto rows = BuildConnectionRows(tables, resolve, "none");
-    Require(rows.size() == tables.connections.size() + tables.listeners.size());
-    std::for_each(rows.begin(), rows.end(), CheckRow);
+    const ProgramSource programs{
+        .pathOf = [](std::uint32_t id) -> std::optional<std::string> {
+            if (id % 5 == 0) return std::nullopt;
+            return std::string("C:\\Tools\\A.EXE\\").substr(0, id % 16);
+        },
+        .descriptionOf = [](const std::string& path) { return path.substr(path.size() / 2); },
+        .noProcess = "none"};
+    // The first half of each table, then all of it: what has come is new, and nothing goes.
+    DriverTables half = tables;
+    half.connections.resize(half.connections.size() / 2);
+    half.listeners.resize(half.listeners.size() / 2);
+    using std::chrono::seconds;
+    const ConnectionTable before(half, seconds(10), programs, nullptr, true);
+    const ConnectionTable now(tables, seconds(12), programs, &before, false);
+    const ConnectionTable after(half, seconds(14), programs, &now, false);
+    Require(now.Rows().size() == tables.connections.size() + tables.listeners.size());
+    Require(after.Rows().size() == now.Rows().size());
+    for (const ConnectionTable* const table : {&now, &after}) {
+        for (std::uint32_t row = 0; row < table->Rows().size(); ++row) CheckRow(*table, row);
+        std::vector<std::uint32_t> order = table->OrderAsRead();
+        std::sort(order.begin(), order.end());
+        Require(std::adjacent_find(order.begin(), order.end()) == order.end());
+    }
 
     test::FakeDriver driver;
     driver.answers[kControlReadTotals] = {connections.begin(), connections.end()};

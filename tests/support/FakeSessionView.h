@@ -14,7 +14,7 @@ public:
     bool isSeen = true;
     std::optional<TrafficIncrease> traffic;
     std::uint64_t milliseconds = 0;
-    std::vector<std::optional<std::size_t>> counts;
+    std::vector<std::optional<ConnectionCounts>> counts;
     std::vector<ModeDisplay> modes;
     std::vector<ProtectionMode> idleModes;
     std::vector<TrayNotice> notices;
@@ -27,7 +27,7 @@ public:
         milliseconds = time;
     }
     void ShowService(PeerState) override {}
-    void ShowConnections(std::optional<std::size_t> count) override { counts.push_back(count); }
+    void ShowConnections(const std::optional<ConnectionCounts>& count) override { counts.push_back(count); }
     void ShowMode(const ModeDisplay& display) override { modes.push_back(display); }
     void ShowIdleMode(ProtectionMode mode) override { idleModes.push_back(mode); }
     void ShowNotice(const TrayNotice& notice) override { notices.push_back(notice); }

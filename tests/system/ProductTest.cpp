@@ -87,7 +87,8 @@ TEST_F(ProductTest, ShowsTrafficNoticesAndConnections) {
     // How much of a second each tick measures differs; that it flows does not.
     EXPECT_TRUE(WaitUntil([&] { return Text(IDC_STATISTICS_OUT + 1).ends_with("KB/s"); }))
         << Text(IDC_STATISTICS_OUT + 1);
-    EXPECT_TRUE(WaitForText(IDC_STATISTICS_CONNECTIONS + 1, "4"));
+    EXPECT_TRUE(WaitForText(IDC_STATISTICS_CONNECTIONS + 1, "2"));
+    EXPECT_TRUE(WaitForText(IDC_STATISTICS_CONNECTIONS + 2, "listening: 2"));
     EXPECT_TRUE(WaitForText(IDC_STATISTICS_ATTACKS + 1, "2"));
     EXPECT_TRUE(WaitForText(IDC_STATISTICS_ATTACK_GRAPH, "Attack History: 0"));
     const HWND notices = Control(IDC_STATISTICS_NOTICES);
@@ -101,7 +102,7 @@ TEST_F(ProductTest, ShowsTrafficNoticesAndConnections) {
                                   {"aurora.exe", "10.0.0.2:53", "LISTEN-UDP"},
                                   {"aurora.exe", "10.0.0.1:53", "LISTEN-UDP"}});
     // The status line goes on counting, whatever page is shown.
-    EXPECT_TRUE(WaitForText(IDC_STATUS_CONNECTIONS, "Connections: 4"));
+    EXPECT_TRUE(WaitForText(IDC_STATUS_CONNECTIONS, "Connections: 2 (+2)"));
 }
 
 TEST_F(ProductTest, DeadServiceNeverFreezesTheWindow) {

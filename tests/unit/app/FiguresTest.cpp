@@ -89,8 +89,8 @@ TEST_F(FiguresTest, OnlyAnIdleSecondReachesTheIconAndOnlyAWindowThatIsSeenHearsT
 TEST_F(FiguresTest, CountsConnectionsEveryOtherSecondWhileTheWindowIsSeen) {
     SetConnections(3, 2);
     for (int second = 0; second < 4; ++second) Tick(0, 0);
-    EXPECT_EQ(view.counts, (std::vector<std::optional<std::size_t>>{5, 5}));
-    EXPECT_EQ(statistics.Connections(), 5U);
+    EXPECT_EQ(view.counts, (std::vector<std::optional<ConnectionCounts>>(2, ConnectionCounts{3, 2})));
+    EXPECT_EQ(statistics.Connections(), (ConnectionCounts{3, 2})) << "ports that are listened on are none";
     view.isSeen = false;
     Tick(0, 0);
     Tick(0, 0);

@@ -78,7 +78,7 @@ TEST(StatisticsTest, KeepsSumsRatesAndTheLastNotices) {
     EXPECT_EQ(changes, 3 + 51);
     for (int twice = 0; twice < 2; ++twice) {
         statistics.SetMode({.mode = ProtectionMode::BlockAll, .until = 9});
-        statistics.SetConnections(4);
+        statistics.SetConnections(ConnectionCounts{4, 1});
     }
     EXPECT_EQ(changes, 3 + 51 + 2);
 }

@@ -54,6 +54,12 @@ protected:
     }
 };
 
+TEST_F(ApplicationsModelTest, FindsAPathInAnySpelling) {
+    Load({Rule("C:\\B.exe", Deny), Rule("C:\\Tools\\A.exe", Deny), Rule("c:\\tools\\a.EXE", Allow)});
+    EXPECT_EQ(model.FindRow("c:\\tools\\a.exe"), 1) << "the first one counts";
+    EXPECT_EQ(model.FindRow("c:\\tools\\a.ex"), -1);
+}
+
 TEST_F(ApplicationsModelTest, ShowsTheRulesWithTheirTones) {
     EXPECT_EQ(model.EmptyText(), "") << "nothing is known yet";
     stored = {Rule("a", Deny), Rule("b", Allow), Rule("c", Ask)};

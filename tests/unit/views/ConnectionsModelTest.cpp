@@ -7,23 +7,39 @@
 #include <set>
 #include <thread>
 
+#include "config/ResourceIds.h"
 #include "ipc/PipeRecords.h"
+#include "support/CommanderRig.h"
+#include "support/ConnectionEntries.h"
+#include "support/DataFolder.h"
+#include "support/FakeClock.h"
 #include "support/FakeDevice.h"
 #include "support/FakeListView.h"
 #include "support/FakePipe.h"
+#include "support/FakeProgramFiles.h"
 #include "support/FakeTaskQueue.h"
+#include "support/FakeUserValues.h"
 
 namespace brennvar {
 namespace {
+
+using namespace std::chrono_literals;
+using namespace std::string_view_literals;
+using test::Listener;
+using Column = ConnectionColumn;
 
 // A service that lets each wait for its pipe hang until the gate is opened.
 class GatedConnector final : public PipeConnector {
 public:
     explicit GatedConnector(std::shared_future<bool> gate) : m_gate(std::move(gate)) {
-        m_pipe.server = [](const test::FakePipe::Message&) {
+        m_pipe.server = [](const test::FakePipe::Message& request) {
             PidResolveAnswer answer{};
             answer.status = kServiceAnswerValid;
-            PutText(answer.path, R"(C:\Tools\A.exe)");
+            const auto asked = DecodeRecord<PidResolveRequest>(request.bytes);
+            if (asked->processId != 0) {
+                PutText(answer.path,
+                        "C:\\Tools\\" + std::string(1, static_cast<char>('A' + asked->processId % 26)) + ".exe");
+            }
             const auto bytes = RecordBytes(answer);
             return test::FakePipe::Bytes(bytes.begin(), bytes.end());
         };
@@ -38,6 +54,12 @@ private:
     test::FakePipe m_pipe;
 };
 
+struct FakeOptions final : OptionSource {
+    std::optional<StoredOptions> stored = StoredOptions{};
+    [[nodiscard]] std::optional<StoredOptions> Read() const override { return stored; }
+    [[nodiscard]] FileStamp Stamp() const override { return {}; }
+};
+
 class ConnectionsModelTest : public testing::Test {
 protected:
     std::promise<bool> gate;
@@ -45,6 +67,14 @@ protected:
     GatedConnector* connector = nullptr;
     test::FakeDriver driver;
     test::FakeTaskQueue reads;
+    test::FakeTaskQueue programQueue;
+    test::FakeProgramFiles files;
+    test::FakeClock clock;
+    test::FakeUserValues userValues;
+    test::CommanderRig rig;
+    FakeOptions options;
+    test::DataFolder data;
+    LogLookups lookups{data.Path()};
     ServiceLink link{[] {},
                      [this](const StopSignal&) {
                          auto made = std::make_unique<GatedConnector>(gate.get_future().share());
@@ -52,9 +82,22 @@ protected:
                          return made;
                      }};
     Language language{nullptr};
-    std::unique_ptr<ConnectionsModel> model = std::make_unique<ConnectionsModel>(language, driver, reads, link);
+    std::unique_ptr<ConnectionsModel> model = MakeModel();
     test::FakeListView view{*model};
 
+    [[nodiscard]] std::unique_ptr<ConnectionsModel> MakeModel() {
+        return std::make_unique<ConnectionsModel>(ConnectionsModel::Parts{.language = language,
+                                                                          .devices = driver,
+                                                                          .reads = reads,
+                                                                          .clock = clock,
+                                                                          .link = link,
+                                                                          .programQueue = programQueue,
+                                                                          .programFiles = files,
+                                                                          .commander = rig.commander,
+                                                                          .options = options,
+                                                                          .userValues = userValues,
+                                                                          .lookups = lookups});
+    }
     // Whatever the test has come to: the link must not wait for ever.
     void TearDown() override {
         if (!isGateOpen) OpenGate();
@@ -66,19 +109,21 @@ protected:
 
     void SetUp() override {
         driver.answers[kControlReadListeners];
-        SetConnections({Connection(7, 80, 4)});
+        SetConnections({Connection(26, 80, 4)});
     }
-    static ConnectionEntry Connection(std::uint32_t processId, std::uint16_t localPort, std::uint32_t state) {
-        return {state, 0, SwapPort(localPort), 0, 0, processId, 4'000'000'000, 0};
+    // Of the program "a" when the identifier is a multiple of 26, and so on.
+    static ConnectionEntry Connection(std::uint32_t processId, std::uint16_t localPort, std::uint32_t state,
+                                      std::uint32_t in = 0) {
+        return test::Connection(
+            {.state = state, .localPort = localPort, .processId = processId, .in = in, .out = 0});
     }
-    void SetConnections(const std::vector<ConnectionEntry>& entries) {
-        auto& table = driver.answers[kControlReadConnections];
-        table.clear();
-        for (const ConnectionEntry& entry : entries) {
-            const auto bytes = RecordBytes(entry);
-            table.insert(table.end(), bytes.begin(), bytes.end());
-        }
+    template <class Entry>
+    void SetTable(std::uint32_t code, const std::vector<Entry>& entries) {
+        const auto bytes = std::as_bytes(std::span(entries));
+        driver.answers[code].assign(bytes.begin(), bytes.end());
     }
+    void SetConnections(const std::vector<ConnectionEntry>& entries) { SetTable(kControlReadConnections, entries); }
+    void SetListeners(const std::vector<ListenerEntry>& entries) { SetTable(kControlReadListeners, entries); }
     // Lets what waits be done until the condition holds.
     template <class Condition>
     [[nodiscard]] bool RunUntil(Condition condition) {
@@ -90,64 +135,172 @@ protected:
         }
         return condition();
     }
-    [[nodiscard]] bool RunUntilRows(const std::string& wanted) {
+    [[nodiscard]] bool RunUntilRows(const std::string& wanted = "bRs") {
         std::string changes;
         return RunUntil([&] { return (changes += view.TakeChanges()) == wanted; });
+    }
+    // A reading, two seconds after the last one.
+    [[nodiscard]] bool ReadRows(ReadReason reason = ReadReason::Wished) {
+        clock.Pass(2s);
+        if (!isGateOpen) OpenGate();
+        model->Read(reason);
+        return RunUntilRows();
+    }
+    [[nodiscard]] std::string Text(int row, Column column) const {
+        return model->Cell(row, static_cast<int>(column)).text;
+    }
+    // The column of all rows; rows below a program stand in brackets.
+    [[nodiscard]] std::string Texts(Column column) const {
+        std::string texts;
+        for (int row = 0; row < model->RowCount(); ++row) {
+            const bool isMember = model->Shape(row).level == 1;
+            texts += (isMember ? "(" : "") + Text(row, column) + (isMember ? ") " : " ");
+        }
+        return texts;
+    }
+    [[nodiscard]] std::string Tip(int row, Column column) const {
+        return model->CellTip(row, static_cast<int>(column));
+    }
+    void Do(int action, int row) { model->Do(action, {&row, 1}); }
+    [[nodiscard]] std::string Offered(int row) const {
+        std::string offered;
+        for (const ListAction& action : model->Actions()) offered += model->CanDo(action.id, row) ? '1' : '0';
+        return offered;
     }
 };
 
 TEST_F(ConnectionsModelTest, IsReadWhenShownAndThenInItsPeriodUntilHidden) {
     OpenGate();
     EXPECT_TRUE(model->EmptyText().starts_with("Reading the connections."));
+    EXPECT_EQ(model->Summary(), std::nullopt);
+    EXPECT_EQ(model->RowCount(), 0);
+    SetConnections({Connection(26, 80, 4, 655'360)});
     model->Read(ReadReason::Shown);
     EXPECT_EQ(view.wake, ConnectionsModel::kPeriod);
-    ASSERT_TRUE(RunUntilRows("bR"));
-    EXPECT_EQ(view.Row(0), "a.exe\t0.0.0.0:80 -> 0.0.0.0:0\tESTAB-OUT\t7\t4000000000\t0\tc:\\tools\\a.exe");
-    SetConnections({});
+    ASSERT_TRUE(RunUntilRows());
+    EXPECT_EQ(view.Row(0),
+              "a.exe\t10.0.0.1:80 -> 93.184.216.34:443\tESTAB-OUT\t\t\t640 KB\t0 B\t>0:00\tc:\\tools\\a.exe\t26");
+    EXPECT_EQ(Tip(0, Column::Received), "655360 bytes");
+    EXPECT_EQ(Tip(0, Column::Process), "c:\\tools\\a.exe");
+    EXPECT_EQ(Tip(0, Column::State), "Established, opened by this computer.");
+    EXPECT_EQ(model->Summary(), "Connections: 1, programs: 1, listening: 0");
+    SetConnections({Connection(26, 80, 4, 655'360 + 4096), Connection(27, 81, 7)});
+    SetListeners({Listener(6)});
+    clock.Pass(2s);
     view.Wake();
     EXPECT_EQ(view.wake, ConnectionsModel::kPeriod);
-    ASSERT_TRUE(RunUntilRows("bR"));
+    ASSERT_TRUE(RunUntilRows());
+    EXPECT_EQ(Texts(Column::RateIn), "2.0 KB/s   ");
+    EXPECT_EQ(Texts(Column::Sent), "0 B 0 B  ") << "a listener has no bytes";
+    EXPECT_EQ(model->Mark(1), RowMark::New);
+    EXPECT_EQ(model->Summary(), "Connections: 2, programs: 2, listening: 1; most: a.exe 2.0 KB/s");
+    const CellGlyph glyphs[] = {CellGlyph::Filled, CellGlyph::Hollow, CellGlyph::Bar};
+    for (int row = 0; row < 3; ++row) EXPECT_EQ(model->Cell(row, 2).glyph, glyphs[row]) << row;
+    SetConnections({});
+    SetListeners({});
+    view.Wake();
+    ASSERT_TRUE(RunUntilRows());
+    EXPECT_EQ(model->Mark(2), RowMark::Gone);
+    EXPECT_EQ(model->Cell(2, 0).tone, Tone::Muted);
+    view.Wake();
+    ASSERT_TRUE(RunUntilRows());
     EXPECT_EQ(model->EmptyText(), "There are no connections and no listening ports.");
     model->Read(ReadReason::RulesChanged);
     model->OnHidden();
     view.Wake();
     EXPECT_EQ(view.wake, std::nullopt);
-    EXPECT_EQ(reads.Waiting(), 0U);
+    reads.RunAll();
+    EXPECT_EQ(view.TakeChanges(), "");
 }
 
 TEST_F(ConnectionsModelTest, RowsStayWhenTheDriverIsGone) {
-    OpenGate();
-    model->Read(ReadReason::Wished);
-    ASSERT_TRUE(RunUntilRows("bR"));
+    ASSERT_TRUE(ReadRows());
     driver.isPresent = false;
     model->Read(ReadReason::Wished);
-    ASSERT_TRUE(RunUntilRows("e"));
+    ASSERT_TRUE(RunUntilRows("es"));
     EXPECT_TRUE(model->EmptyText().starts_with("The connections cannot be read"));
     EXPECT_EQ(model->RowCount(), 1);
-    EXPECT_EQ(CountConnectionRows(driver), std::nullopt);
+    EXPECT_EQ(model->Summary(), std::nullopt);
+    EXPECT_EQ(CountConnections(driver), std::nullopt);
     driver.isPresent = true;
     SetConnections({Connection(1, 80, 4), Connection(1, 81, 4)});
-    driver.answers[kControlReadListeners].resize(sizeof(ListenerEntry));
-    EXPECT_EQ(CountConnectionRows(driver), 3U);
+    driver.answers[kControlReadListeners].resize(2 * sizeof(ListenerEntry) - 1);
+    EXPECT_EQ(CountConnections(driver), (ConnectionCounts{2, 1}));
 }
 
-TEST_F(ConnectionsModelTest, ConnectionIsTheSameInEveryStateAndAListenerIsNot) {
-    OpenGate();
+TEST_F(ConnectionsModelTest, FindsItsRowsByTheirKeys) {
     SetConnections({Connection(2, 81, 1), Connection(2, 81, 10), Connection(2, 80, 1), Connection(3, 81, 1)});
-    ListenerEntry listener{kProtocolTcp, 0, SwapPort(81), 2};
-    const auto bytes = RecordBytes(listener);
-    driver.answers[kControlReadListeners].assign(bytes.begin(), bytes.end());
-    model->Read(ReadReason::Wished);
-    ASSERT_TRUE(RunUntilRows("bR"));
-    ASSERT_EQ(model->RowCount(), 5);
-    std::set<std::string> keys;
-    for (int row = 0; row < 5; ++row) keys.insert(model->Key(row));
-    EXPECT_EQ(keys.size(), 4U) << "two rows are one connection in two states";
+    SetListeners({Listener(6, 81, 2)});
+    ASSERT_TRUE(ReadRows());
+    std::vector<std::string> keys;
+    for (int row = 0; row < 5; ++row) keys.push_back(model->Key(row));
+    EXPECT_EQ(std::set<std::string>(keys.begin(), keys.end()).size(), 5U);
+    for (int row = 0; row < 5; ++row) EXPECT_EQ(model->FindRow(keys[static_cast<std::size_t>(row)]), row);
+    // Sorted, searched, grouped and closed.
+    model->ArrangeBy({.searched = "syn", .column = static_cast<int>(Column::ProcessId), .isAscending = false});
+    ASSERT_TRUE(RunUntilRows());
+    EXPECT_EQ(Texts(Column::ProcessId), "3 2 2 ");
+    EXPECT_EQ(model->AllRowCount(), 5);
+    EXPECT_EQ(model->FindRow(keys[4]), -1);
+    EXPECT_EQ(model->FindRow(keys[2]), 0);
+    model->Choose(IDC_CONNECTIONS_GROUPED, 1);
+    ASSERT_TRUE(RunUntilRows());
+    EXPECT_EQ(Texts(Column::Process), "d.exe (d.exe) c.exe (c.exe) (c.exe) ");
+    for (int row = 0; row < 5; ++row) EXPECT_EQ(model->FindRow(model->Key(row)), row);
+    model->SetExpanded(0, false);
+    EXPECT_EQ(model->FindRow(keys[2]), -1) << "its program is closed";
+    EXPECT_EQ(model->FindRow(keys[0]), 2);
+    for (const char* const wrong : {"", "x", "r", "rshort", "gnowhere"}) EXPECT_EQ(model->FindRow(wrong), -1);
     const std::vector<std::string> states = model->Columns().at(2).longest;
     EXPECT_EQ(states.size(), 15U);
-    for (int row = 0; row < 5; ++row) {
-        EXPECT_NE(std::find(states.begin(), states.end(), model->Cell(row, 2).text), states.end()) << row;
-    }
+    EXPECT_NE(std::find(states.begin(), states.end(), "LISTEN-UDP"), states.end());
+}
+
+TEST_F(ConnectionsModelTest, GroupsKeepTheirStateAndSumWhatBelongsToThem) {
+    userValues.stored = {{"ConnectionsGrouped", 1}, {"ConnectionsFilter", 3}};  // no such filter
+    model = MakeModel();
+    model->ShowIn(view);
+    SetConnections({Connection(26, 80, 4, 1000), Connection(52, 81, 4, 2000), Connection(1, 82, 4)});
+    SetListeners({Listener(17, 53, 0)});
+    ASSERT_TRUE(ReadRows());
+    EXPECT_EQ(Texts(Column::Process),
+              "a.exe (a.exe) (a.exe) b.exe (b.exe) no process associated "
+              "(no process associated) ");
+    EXPECT_EQ(Text(0, Column::Address), "Entries: 2");
+    EXPECT_EQ(Text(0, Column::Received), "2.9 KB");
+    EXPECT_EQ(Tip(0, Column::Received), "3000 bytes");
+    EXPECT_EQ(Text(0, Column::ProcessId) + Text(3, Column::ProcessId), "1") << "several processes have no number";
+    EXPECT_EQ(model->Program(0), "c:\\tools\\a.exe");
+    EXPECT_EQ(model->Program(1), std::nullopt);
+    EXPECT_EQ(model->Program(5), "");
+    EXPECT_EQ(Offered(0), "000011");
+    EXPECT_EQ(Offered(5), "000000");
+    model->SetExpanded(0, false);
+    EXPECT_EQ(model->RowCount(), 5);
+    EXPECT_FALSE(model->Shape(0).isExpanded);
+    SetConnections({Connection(26, 80, 4, 3048), Connection(52, 81, 4, 2000)});
+    ASSERT_TRUE(ReadRows());
+    EXPECT_EQ(Texts(Column::RateIn), "1.0 KB/s  ()  () ");
+    EXPECT_EQ(Texts(Column::Age), ">0:02 >0:02 (>0:02) >0:02 (>0:02) ") << "b.exe has gone and is still shown";
+    model->SetExpanded(0, true);
+    model->SetExpanded(1, true);  // a member has nothing below it
+    EXPECT_EQ(model->RowCount(), 7);
+    EXPECT_EQ(model->AllRowCount(), 7);
+
+    model->Choose(IDC_CONNECTIONS_GROUPED, 0);
+    ASSERT_TRUE(RunUntilRows());
+    model->Choose(IDC_CONNECTIONS_FILTER, 2);
+    ASSERT_TRUE(RunUntilRows());
+    EXPECT_EQ(Texts(Column::State), "LISTEN-UDP ");
+    EXPECT_EQ(model->AllRowCount(), 1);
+    EXPECT_EQ(userValues.stored,
+              (std::map<std::string, std::uint32_t>{{"ConnectionsGrouped", 0}, {"ConnectionsFilter", 2}}));
+    model->Choose(IDC_CONNECTIONS_FILTER, 3);
+    EXPECT_EQ(model->Choices().at(0).chosen, 2);
+    SetListeners({});
+    ASSERT_TRUE(ReadRows());
+    ASSERT_TRUE(ReadRows());
+    EXPECT_EQ(model->EmptyText(), "There are no such connections now.");
 }
 
 TEST_F(ConnectionsModelTest, ServiceThatHangsHoldsUpTheNamesAndNotTheList) {
@@ -157,17 +310,37 @@ TEST_F(ConnectionsModelTest, ServiceThatHangsHoldsUpTheNamesAndNotTheList) {
     EXPECT_EQ(view.TakeChanges(), "");
     model->Read(ReadReason::Wished);
     reads.RunAll();
-    EXPECT_EQ(view.TakeChanges(), "bR");
-    EXPECT_EQ(model->CellText(0, 0), "no process associated");
-    // Once the service has answered, the newest tables have the name.
-    SetConnections({Connection(7, 443, 4)});
+    EXPECT_EQ(view.TakeChanges(), "bRs");
+    EXPECT_EQ(Text(0, Column::Process), "no process associated");
+    // Once the service has answered, the newest tables have the name, and what came with them is still new.
+    SetConnections({Connection(26, 443, 4)});
     model->Read(ReadReason::Wished);
     reads.RunAll();
-    EXPECT_EQ(view.TakeChanges(), "bR");
+    EXPECT_EQ(view.TakeChanges(), "bRs");
     OpenGate();
-    ASSERT_TRUE(RunUntilRows("bR"));
-    EXPECT_TRUE(view.Row(0).starts_with("a.exe\t0.0.0.0:443"));
+    ASSERT_TRUE(RunUntilRows());
+    EXPECT_EQ(Texts(Column::Process), "no process associated a.exe ");
+    EXPECT_EQ(model->Mark(0), RowMark::Gone);
+    EXPECT_EQ(model->Mark(1), RowMark::New);
     EXPECT_EQ(link.Service(), PeerState::Reachable);
+}
+
+TEST_F(ConnectionsModelTest, DiskThatHangsHoldsUpTheDescriptionsOnly) {
+    files.descriptions["c:\\tools\\a.exe"] = "Alpha";
+    ASSERT_TRUE(ReadRows());
+    ASSERT_TRUE(ReadRows());
+    EXPECT_EQ(Text(0, Column::Process), "a.exe");
+    EXPECT_EQ(programQueue.Waiting(), 1U) << "asked for once";
+    SetConnections({Connection(26, 80, 4), Connection(26, 81, 4)});
+    ASSERT_TRUE(ReadRows());
+    programQueue.RunAll();
+    ASSERT_TRUE(RunUntilRows());
+    EXPECT_EQ(Texts(Column::Process), "Alpha Alpha ");
+    EXPECT_EQ(model->Mark(1), RowMark::New) << "the same reading";
+    (void)files.Looked();
+    ASSERT_TRUE(ReadRows(ReadReason::Shown));
+    programQueue.RunAll();
+    EXPECT_EQ(files.Looked(), "sc:\\tools\\a.exe ") << "opened anew, the page looks whether it is the same file";
 }
 
 TEST_F(ConnectionsModelTest, ServiceThatDoesNotAnswerIsAskedOncePerReading) {
@@ -175,7 +348,7 @@ TEST_F(ConnectionsModelTest, ServiceThatDoesNotAnswerIsAskedOncePerReading) {
     connector->Pipe().outcome = PipeOutcome::TimedOut;
     OpenGate();
     model->Read(ReadReason::Wished);
-    ASSERT_TRUE(RunUntilRows("bR"));
+    ASSERT_TRUE(RunUntilRows());
     EXPECT_EQ(model->RowCount(), 3);
     EXPECT_EQ(connector->Pipe().requests.size(), 1U);
 }
@@ -189,6 +362,156 @@ TEST_F(ConnectionsModelTest, NothingIsDeliveredToAModelThatHasGone) {
     link.Ask<int>([](ServicePipes&) { return 0; }, [&](const auto&) { isOver = true; });
     ASSERT_TRUE(RunUntil([&] { return isOver; }));
     EXPECT_EQ(view.TakeChanges(), "");
+}
+
+TEST_F(ConnectionsModelTest, OffersWhatCanBeDoneWithARow) {
+    // Details, block, terminate, locate, folder, rule.
+    SetConnections({Connection(26, 1, 3), Connection(26, 2, 4), Connection(0, 3, 7), Connection(4, 4, 4),
+                    Connection(0xFFFFFFFF, 5, 10)});
+    SetListeners({Listener(6, 80, 26)});
+    ASSERT_TRUE(ReadRows());
+    const char* const offered[] = {"111111", "111111", "110111", "100100", "100111", "101011"};
+    for (int row = 0; row < 6; ++row) EXPECT_EQ(Offered(row), offered[row]) << row << Text(row, Column::State);
+    Do(IDC_ADDRESS_LOCATE, 0);
+    Do(IDC_ADDRESS_LOCATE, 5);
+    EXPECT_EQ(view.links,
+              std::vector<std::string>{"https://www.brennvar.example/locate/index.php?ip=93%2E184%2E216%2E34"});
+    Do(IDC_CONNECTIONS_FOLDER, 0);
+    Do(IDC_CONNECTIONS_FOLDER, 3);
+    EXPECT_EQ(view.folders, std::vector<std::string>{"c:\\tools\\a.exe"});
+    Do(IDC_CONNECTIONS_RULE, 5);
+    EXPECT_EQ(view.commands, std::vector<int>{IDM_APPLICATIONS});
+    EXPECT_EQ(view.openedKey, "c:\\tools\\a.exe");
+    // Whose identifier it is once the connection has gone, nobody knows.
+    SetConnections({});
+    ASSERT_TRUE(ReadRows());
+    EXPECT_EQ(model->Mark(0), RowMark::Gone);
+    EXPECT_EQ(Offered(0), "110111");
+}
+
+TEST_F(ConnectionsModelTest, BlocksTheOtherSideForTheTimeOfTheOption) {
+    SetConnections({Connection(26, 1, 3), Connection(26, 2, 7)});
+    ASSERT_TRUE(ReadRows());
+    options.stored->values.SetNumber(OptionId::BlockSeconds, 0x102);
+    Do(IDC_CONNECTIONS_BLOCK, 1);
+    EXPECT_EQ(rig.password.asked, 0) << "not in this state";
+    Do(IDC_CONNECTIONS_BLOCK, 0);
+    EXPECT_EQ(rig.password.asked, 1);
+    reads.RunAll();
+    EXPECT_EQ(
+        rig.TakeRecords(),
+        (std::vector{test::ZerosWith(5596, {{0, "\x02"}, {4744, "\x5D\xB8\xD8\x22"}}),
+                     test::ZerosWith(5596, {{0, "\x01"},
+                                            {4, "Blocked connection"},
+                                            {132, "93.184.216.34"},
+                                            {644, "\x02"},
+                                            {648, "IP: 93.184.216.34. Blocking IP address for 258 seconds"}})}));
+    EXPECT_EQ(view.told, std::vector<std::string>{
+                             "Blocked connection: IP: 93.184.216.34. Blocking IP address for 258 seconds"});
+    // A file that cannot be read, and a password that is refused.
+    options.stored.reset();
+    Do(IDC_CONNECTIONS_BLOCK, 0);
+    reads.RunAll();
+    rig.Settle();
+    EXPECT_TRUE(view.told.back().ends_with(" for 600 seconds"));
+    rig.password.answer = test::FakePassword::Answer::Refuse;
+    (void)rig.TakeRecords();
+    Do(IDC_CONNECTIONS_BLOCK, 0);
+    reads.RunAll();
+    EXPECT_TRUE(rig.TakeRecords().empty());
+    EXPECT_EQ(view.told.size(), 2U);
+}
+
+TEST_F(ConnectionsModelTest, TerminatesTheProgramThatTheUserWasAskedAbout) {
+    files.descriptions["c:\\tools\\a.exe"] = "Alpha";
+    SetConnections({Connection(26, 1, 3), Connection(27, 2, 4)});
+    ASSERT_TRUE(ReadRows());
+    programQueue.RunAll();
+    ASSERT_TRUE(RunUntilRows());
+    const auto ask = [this](int row) { return model->Question(IDC_CONNECTIONS_TERMINATE, {&row, 1}); };
+    const auto question = ask(0);
+    ASSERT_TRUE(question);
+    EXPECT_EQ(question->yes, "Terminate");
+    EXPECT_TRUE(question->text.starts_with("Alpha\nc:\\tools\\a.exe\nProcess ID: 26\n\n")) << question->text;
+    Do(IDC_CONNECTIONS_TERMINATE, 1);
+    EXPECT_EQ(rig.password.asked, 0) << "another row has come under the focus";
+    (void)ask(0);
+    Do(IDC_CONNECTIONS_TERMINATE, 0);
+    EXPECT_EQ(rig.TakeRecords(),
+              (std::vector{
+                  test::ZerosWith(5596, {{0, "\x03"}, {4748, "\x1A"}}),
+                  test::ZerosWith(
+                      5596, {{0, "\x01"}, {4, "Process termination"}, {132, "c:\\tools\\a.exe"}, {644, "\x02"}})}));
+    Do(IDC_CONNECTIONS_TERMINATE, 0);
+    EXPECT_TRUE(rig.TakeRecords().empty()) << "asked about once, ended once";
+
+    // While the password is entered the identifier goes to another program.
+    rig.password.answer = test::FakePassword::Answer::Later;
+    (void)ask(0);
+    Do(IDC_CONNECTIONS_TERMINATE, 0);
+    connector->Pipe().server = [](const auto&) {
+        PidResolveAnswer answer{};
+        answer.status = kServiceAnswerValid;
+        PutText(answer.path, "C:\\Other.exe");
+        const auto bytes = RecordBytes(answer);
+        return test::FakePipe::Bytes(bytes.begin(), bytes.end());
+    };
+    ASSERT_TRUE(ReadRows());
+    rig.password.Give(true);
+    EXPECT_TRUE(rig.TakeRecords().empty());
+    EXPECT_FALSE(model->Question(IDC_CONNECTIONS_BLOCK, std::vector{0}));
+}
+
+TEST_F(ConnectionsModelTest, DetailsComeAtOnceAndWhatTheLogsKnowLater) {
+    SetConnections({Connection(26, 50000, 2, 7)});
+    SetListeners({Listener(17, 53, 0)});
+    ASSERT_TRUE(ReadRows());
+    using namespace std::string_literals;
+    const auto record = [](std::string text, std::size_t size) {
+        text.resize(size, '\0');
+        return text;
+    };
+    data.Write(R"(\Log\20260309_dns.log)", record("\x5D\xB8\xD8\x22"
+                                                  "www.example.com",
+                                                  260));
+    const auto lines = [](const DetailsSheet& sheet) {
+        std::string text = sheet.title + "\n";
+        for (const DetailsGroup& group : sheet.groups) {
+            for (const DetailsLine& line : group.lines) text += line.label + " " + line.value + "\n";
+        }
+        return text;
+    };
+    Do(IDC_CONNECTIONS_DETAILS, 0);
+    ASSERT_EQ(view.sheets.size(), 1U);
+    EXPECT_EQ(lines(view.sheets[0]),
+              "Connection details\n"
+              "Local/Remote IP: 10.0.0.1 -> 93.184.216.34\n"
+              "Local/Remote domain: ... -> ...\n"
+              "Local/Remote MAC: ... -> ...\n"
+              "Bytes In/Out: 7 / 0\n"
+              "Status: SYN-RCVD\n"
+              "Process: c:\\tools\\a.exe\n"
+              "Ports: 50000 -> 443\nAge: >0:00\nRate in/out: 0 B/s / 0 B/s\nProgram: a.exe\nProcess ID: 26\n");
+    reads.RunAll();
+    ASSERT_EQ(view.sheets.size(), 2U);
+    EXPECT_NE(
+        lines(view.sheets[1]).find("domain: unknown -> www.example.com\nLocal/Remote MAC: unknown -> unknown\n"),
+        std::string::npos)
+        << lines(view.sheets[1]);
+    // What was looked up for an earlier sheet is not shown in the next one.
+    Do(IDC_CONNECTIONS_DETAILS, 0);
+    Do(IDC_CONNECTIONS_DETAILS, 1);
+    reads.RunAll();
+    ASSERT_EQ(view.sheets.size(), 5U);
+    EXPECT_EQ(lines(view.sheets[4]),
+              "Connection details\n"
+              "Local IP: 0.0.0.0\n"
+              "Local domain: unknown\n"
+              "Local MAC: unknown\n"
+              "Bytes In/Out: 0 / 0\n"
+              "Status: LISTEN-UDP\n"
+              "Process: no process associated\n"
+              "Ports: 53\nAge: >0:00\nProgram: no process associated\nProcess ID: 0\n");
 }
 
 }  // namespace

@@ -1,0 +1,142 @@
+#include "views/ConnectionActions.h"
+
+#include <array>
+#include <utility>
+
+#include "commands/Batch.h"
+#include "config/ResourceIds.h"
+#include "views/AddressActions.h"
+
+namespace brennvar {
+namespace {
+
+constexpr std::array<ListAction, 6> kActions = {
+    {{IDC_CONNECTIONS_DETAILS, Text{1362, "D&etails"}, ActionPlace::ButtonAndMenu, ActionRows::Focused,
+      ListKey::Enter},
+     {IDC_CONNECTIONS_BLOCK, Text{1670, "&Block temporarily"}, ActionPlace::ButtonAndMenu, ActionRows::Focused},
+     {IDC_CONNECTIONS_TERMINATE, Text{1671, "&Terminate program..."}, ActionPlace::ButtonAndMenu,
+      ActionRows::Focused},
+     kLocateAction,
+     {IDC_CONNECTIONS_FOLDER, Text{1673, "Open &folder of the program"}, ActionPlace::Menu, ActionRows::Focused},
+     {IDC_CONNECTIONS_RULE, Text{1674, "Show its &rule"}, ActionPlace::Menu, ActionRows::Focused}}};
+
+// What stands for no program that anybody could end: no process at all, and the system itself.
+constexpr std::uint32_t kSystemProcess = 4;
+bool IsEndable(std::uint32_t processId) {
+    return processId != 0 && processId != kSystemProcess && processId != kNoProcess;
+}
+
+AddressFacts LookUp(LogLookups& lookups, LocalDate day, const ConnectionRow& row) {
+    AddressFacts facts{.localName = lookups.HostName(day, row.localAddress),
+                       .remoteName = {},
+                       .localHardware = lookups.HardwareAddress(day, row.localAddress),
+                       .remoteHardware = {}};
+    if (!row.IsListener()) {
+        facts.remoteName = lookups.HostName(day, row.remoteAddress);
+        facts.remoteHardware = lookups.HardwareAddress(day, row.remoteAddress);
+    }
+    return facts;
+}
+
+}  // namespace
+
+std::span<const ListAction> ConnectionActions::All() {
+    return kActions;
+}
+
+bool ConnectionActions::CanDo(int action, const ConnectionTarget& target) {
+    switch (action) {
+        case IDC_CONNECTIONS_DETAILS: return true;
+        case IDC_CONNECTIONS_BLOCK: return target.row.IsEstablished();
+        case IDC_CONNECTIONS_TERMINATE:
+            // Whose identifier it is when its last connection has gone, nobody knows.
+            return IsEndable(target.row.processId) && target.row.mark != RowMark::Gone;
+        case IDC_CONNECTIONS_FOLDER:
+        case IDC_CONNECTIONS_RULE: return !target.program.path.empty();
+        default: return CanDoAddressAction(action, target.row.remoteAddress);
+    }
+}
+
+void ConnectionActions::Do(int action, const ConnectionTarget& target, ListView& view) {
+    if (!CanDo(action, target)) return;
+    switch (action) {
+        case IDC_CONNECTIONS_DETAILS: ShowDetails(target, view); break;
+        case IDC_CONNECTIONS_BLOCK: Block(target.row.remoteAddress, view); break;
+        case IDC_CONNECTIONS_TERMINATE: Terminate(target, view); break;
+        case IDC_CONNECTIONS_FOLDER: view.OpenFolderOf(target.program.path); break;
+        case IDC_CONNECTIONS_RULE: view.OpenPage(IDM_APPLICATIONS, target.program.path); break;
+        default: DoAddressAction(action, target.row.remoteAddress, view); break;
+    }
+}
+
+void ConnectionActions::ShowDetails(const ConnectionTarget& target, ListView& view) {
+    const std::uint64_t sheet = ++m_sheets;
+    m_parts.reads.Ask<AddressFacts>(
+        [&lookups = m_parts.lookups, day = m_parts.clock.Today(), row = target.row] {
+            return LookUp(lookups, day, row);
+        },
+        m_alive.Guard([this, sheet, target, &view](const std::optional<AddressFacts>& facts) {
+            if (sheet != m_sheets) return;
+            const AddressFacts found = facts.value_or(AddressFacts{});
+            view.UpdateSheet(ConnectionDetails(m_parts.language, target, &found));
+        }));
+    // Last: it pumps messages until the user has read it, and the page may be gone then.
+    view.ShowSheet(ConnectionDetails(m_parts.language, target, nullptr));
+}
+
+void ConnectionActions::Block(Ipv4 address, ListView& view) {
+    m_parts.commander.AskFor(UserCommand::BlockAddress, m_alive.Guard([this, address, &view] {
+        // The service may hold the file.
+        m_parts.reads.Ask<std::uint32_t>(
+            [&options = m_parts.options] {
+                return options.Read().value_or(StoredOptions{}).values.Number(OptionId::BlockSeconds);
+            },
+            m_alive.Guard([this, address, &view](std::optional<std::uint32_t> seconds) {
+                SendBlock(address, seconds.value_or(OptionValues().Number(OptionId::BlockSeconds)), view);
+            }));
+    }));
+}
+
+void ConnectionActions::SendBlock(Ipv4 address, std::uint32_t seconds, ListView& view) {
+    m_parts.commander.Send(BlockAddressBatch(m_parts.language, address, seconds),
+                           m_alive.Guard([this, address, seconds, &view](bool wasThere) {
+                               if (!wasThere) return TellLost(view);
+                               view.Tell(m_parts.language.GetText(553, "Blocked connection"),
+                                         BlockedText(m_parts.language, address, seconds));
+                           }));
+}
+
+ListQuestion ConnectionActions::TerminateQuestion(const ConnectionTarget& target) const {
+    const Language& language = m_parts.language;
+    std::string text = target.program.name;
+    if (!target.program.path.empty()) text.append("\n").append(target.program.path);
+    text.append("\n").append(language.GetText(1687, "Process ID:")).append(" ");
+    AppendNumber(text, target.row.processId);
+    text.append("\n\n").append(
+        language.GetText(1676,
+                         "Do you want to terminate this program? What it has not saved is lost, and all its "
+                         "connections end."));
+    return {.text = std::move(text), .yes = language.GetText(1677, "Terminate")};
+}
+
+void ConnectionActions::Terminate(const ConnectionTarget& target, ListView& view) {
+    const auto send = [this, processId = target.row.processId, path = target.program.path,
+                       name = target.program.name, &view] {
+        // The password takes its time: the identifier may belong to another program by now, which nobody has asked
+        // about.
+        if (m_pathOfProcess(processId).value_or(path) != path) return;
+        m_parts.commander.Send(
+            Batch(UserCommand::TerminateProcess, {.processId = processId, .subject = path.empty() ? name : path}),
+            m_alive.Guard([this, &view](bool wasThere) {
+                if (!wasThere) TellLost(view);
+            }));
+    };
+    m_parts.commander.AskFor(UserCommand::TerminateProcess, m_alive.Guard(send));
+}
+
+void ConnectionActions::TellLost(ListView& view) const {
+    view.Tell(m_parts.language.GetText(46, "Connections"),
+              m_parts.language.GetText(1675, "The firewall service is not reachable. Nothing was changed."));
+}
+
+}  // namespace brennvar

@@ -1,0 +1,264 @@
+// The Connections page of the finished program against the stand-ins of service and driver.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <array>
+#include <fstream>
+#include <iterator>
+
+#include "Product.h"
+#include "config/ResourceIds.h"
+#include "support/TempFolder.h"
+#include "tree/TreeMessages_win.h"
+
+namespace brennvar::test {
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr int kDetails = 1280, kBlock = 1281, kTerminate = 1282, kRule = 1284, kLocate = 1285;
+constexpr int kFilter = 1286, kGrouped = 1287, kSearch = 915;
+
+std::string Hex(std::string_view text) {
+    constexpr std::string_view kDigits = "0123456789ABCDEF";
+    std::string hex;
+    for (const char c : text) {
+        const auto code = static_cast<unsigned char>(c);
+        hex += {kDigits[code >> 4], kDigits[code & 15]};
+    }
+    return hex;
+}
+
+std::string Content(const std::string& path) {
+    std::ifstream file(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
+}
+
+// Another command for what the shell opens addresses of the web with, as long as this lives. Wine looks for it
+// among those of the machine only, which are those of the prefix.
+class BrowserInstead {
+public:
+    explicit BrowserInstead(const std::string& command) {
+        std::array<char, 1024> text{};
+        DWORD size = text.size();
+        if (::RegGetValueA(HKEY_LOCAL_MACHINE, kKey, nullptr, RRF_RT_ANY | RRF_NOEXPAND, nullptr, text.data(),
+                           &size) == ERROR_SUCCESS) {
+            m_before = text.data();
+        }
+        Set(command);
+    }
+    BrowserInstead(const BrowserInstead&) = delete;
+    BrowserInstead& operator=(const BrowserInstead&) = delete;
+    ~BrowserInstead() { Set(m_before); }
+
+private:
+    static constexpr char kKey[] = R"(Software\Classes\https\shell\open\command)";
+    static void Set(const std::string& command) {
+        ::RegSetKeyValueA(HKEY_LOCAL_MACHINE, kKey, nullptr, REG_SZ, command.c_str(),
+                          static_cast<DWORD>(command.size() + 1));
+    }
+    std::string m_before;
+};
+
+class ConnectionsTest : public ProductFixture {
+protected:
+    void OpenPage(int rowCount) {
+        Require(m_service->WaitForJournal("EVENT driver-loaded"));
+        Ask(m_window, WM_COMMAND, kConnectionsPage);
+        Require((m_list = List()) != nullptr);
+        Require(WaitForRows(rowCount));
+    }
+    [[nodiscard]] bool WaitForRows(int count) const {
+        return WaitUntil([&] { return ListRowCount(m_list) == count; });
+    }
+    void Select(int row) const {
+        Ask(m_list, kTreeSelectRow, static_cast<WPARAM>(row));
+        Ask(m_list, kTreeFocusRow, static_cast<WPARAM>(row));
+    }
+    // An action of the menu, as a button would tell the page of it.
+    void Do(int action) const { ::PostMessageA(::GetParent(m_list), WM_COMMAND, static_cast<WPARAM>(action), 0); }
+    // The first column of all rows.
+    [[nodiscard]] std::string Names() const {
+        std::string names;
+        for (const auto& row : ReadList(1)) names += row[0] + " ";
+        return names;
+    }
+    [[nodiscard]] std::string Column(int column, int columns = 10) const {
+        std::string texts;
+        for (const auto& row : ReadList(columns)) texts += row[static_cast<std::size_t>(column)] + " ";
+        return texts;
+    }
+    // The process that the scenario has started.
+    [[nodiscard]] DWORD StartedProcess() const {
+        constexpr std::string_view kWord = "EVENT process-started";
+        Require(WaitUntil([&] { return !m_service->Journal(kWord).empty(); }));
+        return static_cast<DWORD>(std::stoul(m_service->Journal(kWord).front().substr(kWord.size())));
+    }
+    [[nodiscard]] static bool SaysAnywhere(HWND dialog, const std::string& text) {
+        const auto says = [&](HWND child) { return WindowText(child).find(text) != std::string::npos; };
+        return FindVisible(dialog, says) != nullptr;
+    }
+
+    HWND m_list = nullptr;
+};
+
+TEST_F(ConnectionsTest, BlocksTheOtherSideAndItComesBackWhenTheTimeIsOver) {
+    Start({"option 18 3", "process 900077 C:\\Windows\\Aurora.exe",
+           "connection ESTAB-OUT 10.1.2.3:49152 93.184.216.34:443 900077 655360 2000",
+           "connection TIME-WAIT 10.1.2.3:49153 93.184.216.35:80 900077 0 0", "listener udp 10.0.0.1:53 900077"});
+    OpenPage(3);
+    EXPECT_EQ(Column(5), "640 KB 0 B  ") << "received; a listener has none";
+    EXPECT_EQ(Column(8), "c:\\windows\\aurora.exe c:\\windows\\aurora.exe c:\\windows\\aurora.exe ");
+    Select(1);
+    EXPECT_TRUE(WaitUntil([&] { return IsEnabled(kTerminate) && !IsEnabled(kBlock); }));
+    Select(0);
+    ASSERT_TRUE(WaitUntil([&] { return IsEnabled(kBlock); }));
+    Press(kBlock);
+    ExpectSent({"COMMAND 5596 0:02 4744:5DB8D822",
+                "COMMAND 5596 0:01 4:" + Hex("Blocked connection") + " 132:" + Hex("93.184.216.34") +
+                    " 644:02 648:" + Hex("IP: 93.184.216.34. Blocking IP address for 3 seconds")});
+    EXPECT_TRUE(WaitUntil([] {
+        const HWND balloon = ::FindWindowA("BrennvarBalloon", nullptr);
+        return ::IsWindowVisible(balloon) &&
+               WindowText(balloon).find("Blocking IP address for 3 seconds") != std::string::npos;
+    }));
+    EXPECT_TRUE(WaitForRows(2));
+    EXPECT_TRUE(WaitForRows(3)) << "blocked for a time only";
+}
+
+TEST_F(ConnectionsTest, TerminatesOnlyWhatTheUserAgreesTo) {
+    Start({"start-process victim", "connection ESTAB-IN 10.1.2.3:49152 93.184.216.34:443 victim 0 0",
+           "connection ESTAB-OUT 10.1.2.3:49153 93.184.216.34:443 900077 0 0"});
+    OpenPage(2);
+    const DWORD id = StartedProcess();
+    const UniqueProcess victim(::OpenProcess(SYNCHRONIZE, FALSE, id));
+    ASSERT_TRUE(victim);
+    ASSERT_TRUE(WaitUntil([&] { return Names() == "brennvar.exe no process associated "; })) << Names();
+    for (const int answer : {IDCANCEL, IDOK}) {
+        Select(0);
+        ASSERT_TRUE(WaitUntil([&] { return IsEnabled(kTerminate); }));
+        Press(kTerminate);
+        const HWND question = NextMessage();
+        EXPECT_TRUE(SaysAnywhere(question, "Process ID: " + std::to_string(id)));
+        EXPECT_TRUE(SaysAnywhere(question, "brennvar.exe"));
+        EXPECT_EQ(Sent(), Lines());
+        Answer(question, answer);
+    }
+    ASSERT_TRUE(WaitForRecords("COMMAND", 5));
+    const Lines sent = Sent();
+    std::string bytes(reinterpret_cast<const char*>(&id), sizeof id);
+    while (bytes.ends_with('\0')) bytes.pop_back();
+    EXPECT_EQ(sent[0], "COMMAND 5596 0:03 4748:" + Hex(bytes));
+    EXPECT_TRUE(sent[1].starts_with("COMMAND 5596 0:01 4:" + Hex("Process termination") + " 132:")) << sent[1];
+    EXPECT_NE(sent[1].find(Hex("\\brennvar.exe") + " 644:02"), std::string::npos) << sent[1];
+    EXPECT_EQ(::WaitForSingleObject(victim.Get(), 30'000), WAIT_OBJECT_0);
+    EXPECT_TRUE(WaitForRows(1));
+}
+
+TEST_F(ConnectionsTest, TellsWhatIsKnownOfAConnectionAndGoesToItsRule) {
+    // The rule as the service has it, in other letters than those of the list.
+    Start({"process 900077 C:\\Windows\\Aurora.exe", R"(rule deny C:\Tools\a.exe)",
+           R"(rule allow C:\WINDOWS\aurora.EXE)", "dns 93.184.216.34 www.example.com",
+           "connection SYN-RCVD 10.1.2.3:49152 93.184.216.34:443 900077 7 0"});
+    OpenPage(1);
+    ASSERT_TRUE(WaitUntil([&] { return Names() == "aurora.exe "; }));
+    EXPECT_EQ(Column(2), "SYN_RCVD ");
+    Select(0);
+    ASSERT_TRUE(WaitUntil([&] { return IsEnabled(kDetails); }));
+    ::PostMessageA(m_list, WM_KEYDOWN, VK_RETURN, 0);
+    const HWND details = NextWindow("Connection details");
+    EXPECT_TRUE(WaitUntil([&] { return SaysAnywhere(details, "10.1.2.3 -> 93.184.216.34"); }));
+    EXPECT_TRUE(SaysAnywhere(details, "SYN-RCVD"));
+    EXPECT_TRUE(WaitUntil([&] { return SaysAnywhere(details, "www.example.com"); }));
+    ::PostMessageA(details, WM_CLOSE, 0, 0);
+    ASSERT_TRUE(WaitUntil([&] { return !::IsWindow(details); }));
+    Do(kRule);
+    EXPECT_TRUE(WaitUntil([&] {
+        const HWND list = List();
+        return list != nullptr && list != m_list && Ask(list, kTreeGetFocusedRow) == 1 &&
+               Ask(list, kTreeIsRowSelected, 1) == 1;
+    }));
+    EXPECT_EQ(Sent(), Lines());
+}
+
+TEST_F(ConnectionsTest, OpensTheBrowserAtThePlaceOfAnAddress) {
+    const TempFolder folder;
+    const std::string file = folder.File("asked.txt");
+    const BrowserInstead browser(R"(cmd.exe /c echo "%1">)" + file);
+    Start({"connection ESTAB-OUT 10.1.2.3:49152 93.184.216.34:443 900077 0 0"});
+    OpenPage(1);
+    Select(0);
+    ASSERT_TRUE(WaitUntil([&] { return IsEnabled(kDetails); }));
+    Do(kLocate);
+    EXPECT_TRUE(WaitUntil([&] {
+        return Content(file).find("https://www.brennvar.example/locate/index.php?ip=93%2E184%2E216%2E34") !=
+               std::string::npos;
+    })) << Content(file);
+}
+
+TEST_F(ConnectionsTest, KeepsSelectionSortAndGroupsWhileRowsComeAndGo) {
+    Start({"process 1 C:\\Z\\one.exe", "process 2 C:\\A\\two.exe",
+           "connection ESTAB-OUT 10.1.2.3:1 93.184.216.34:443 1 0 0",
+           "connection ESTAB-OUT 10.1.2.3:3 93.184.216.34:443 2 0 0", "wait-for-records COMMAND 4", "clear-tables",
+           "connection ESTAB-OUT 10.1.2.3:2 93.184.216.34:443 2 0 0",
+           "connection ESTAB-OUT 10.1.2.3:3 93.184.216.34:443 2 0 0", "listener tcp 10.1.2.3:9 1"});
+    OpenPage(2);
+    ASSERT_TRUE(WaitUntil([&] { return Names() == "one.exe two.exe "; }));
+    Ask(m_list, kTreeClickHeader, 8);  // by path
+    ASSERT_TRUE(WaitUntil([&] { return Names() == "two.exe one.exe "; }));
+    Select(0);
+    SendToService();
+    // The one that went is gone after one more reading.
+    ASSERT_TRUE(WaitUntil(
+        [&] { return Names() == "two.exe two.exe one.exe " && Column(2) == "ESTAB-OUT ESTAB-OUT LISTEN-TCP "; }));
+    EXPECT_EQ(Ask(m_list, kTreeIsRowSelected, 1), 1);
+    EXPECT_EQ(Ask(m_list, kTreeGetSelectedCount), 1);
+    EXPECT_TRUE(WaitForText(IDC_STATUS_CONNECTIONS, "Connections: 2 (+1)"));
+
+    Press(kGrouped);
+    ASSERT_TRUE(WaitUntil([&] { return Names() == "two.exe two.exe two.exe one.exe one.exe "; }));
+    EXPECT_EQ(Ask(m_list, kTreeIsRowSelected, 2), 1);
+    Ask(m_list, kTreeSetExpanded, 0, 0);
+    EXPECT_EQ(Names(), "two.exe one.exe one.exe ");
+    SetText(Control(kSearch), "listen");
+    ASSERT_TRUE(WaitUntil([&] { return Names() == "one.exe one.exe "; }));
+    SetText(Control(kSearch), "");
+    ASSERT_TRUE(WaitUntil([&] { return Names() == "two.exe one.exe one.exe "; })) << "still closed";
+
+    // What was chosen is there again with the next start.
+    m_interface.reset();
+    StartInterface();
+    OpenPage(5);
+    const HWND filter = Control(kFilter);
+    Ask(filter, CB_SETCURSEL, 2);
+    Ask(::GetParent(filter), WM_COMMAND, MAKEWPARAM(kFilter, CBN_SELCHANGE), reinterpret_cast<LPARAM>(filter));
+    EXPECT_TRUE(WaitUntil([&] { return Names() == "one.exe one.exe "; }));
+}
+
+TEST_F(ConnectionsTest, FullTablesDoNotHoldUpTheWindow) {
+    // As much as the driver's buffers hold.
+    Start({"connections 196608", "listeners 196608"});
+    OpenPage(2 * 196'608);
+    Ask(m_list, kTreeClickHeader, 1);
+    Select(5);
+    auto longest = 0ms;
+    int slowAnswers = 0;
+    ASSERT_TRUE(WaitUntil(
+        [&] {
+            const auto answer = AnswerTime(m_window, 5s);
+            longest = std::max(longest, answer);
+            slowAnswers += answer > 50ms ? 1 : 0;
+            const Rows first = ReadList(8, 1);
+            return !first.empty() && first[0][7] >= ">0:06";  // three readings later
+        },
+        60s));
+    RecordProperty("longest_answer_ms", static_cast<int>(longest.count()));
+    // Other work may keep the program waiting now and then; a table that is made on the window's thread would take
+    // hundreds of milliseconds with every reading.
+    EXPECT_LE(slowAnswers, 2);
+    EXPECT_LT(longest, 250ms);
+    EXPECT_EQ(Ask(m_list, kTreeGetSelectedCount), 1);
+}
+
+}  // namespace
+}  // namespace brennvar::test

@@ -1,0 +1,212 @@
+#include "views/ConnectionTable.h"
+
+#include <gtest/gtest.h>
+
+#include "support/ConnectionEntries.h"
+#include "views/ConnectionTexts.h"
+
+namespace brennvar {
+namespace {
+
+using namespace std::chrono_literals;
+using test::Connection;
+using test::Listener;
+
+class ConnectionTableTest : public testing::Test {
+protected:
+    std::unordered_map<std::uint32_t, std::string> paths = {{1, R"(C:\Tools\A.exe)"}, {2, R"(c:\tools\b.exe)"}};
+    std::string asked;
+    std::shared_ptr<const ConnectionTable> table;
+    std::chrono::milliseconds now{100'000};
+
+    // The next reading, so much later.
+    void Read(const DriverTables& tables, std::chrono::milliseconds after = 2s, bool isFirst = false) {
+        now += after;
+        const ProgramSource source{.pathOf = [this](std::uint32_t id) -> std::optional<std::string> {
+                                       asked += std::to_string(id);
+                                       const auto path = paths.find(id);
+                                       if (path == paths.end()) return std::nullopt;
+                                       return path->second;
+                                   },
+                                   .descriptionOf =
+                                       [](const std::string& path) {
+                                           return path.ends_with("b.exe") ? std::string(41, 'B') : std::string();
+                                       },
+                                   .noProcess = "no process"};
+        const auto before = table;
+        table = std::make_shared<const ConnectionTable>(tables, now, source, before.get(), isFirst);
+    }
+    // The rows as they are read: local port, "+" when new, "-" when gone, and the age in brackets.
+    [[nodiscard]] std::string Rows() const {
+        std::string text;
+        for (const std::uint32_t number : table->OrderAsRead()) {
+            const ConnectionRow& row = table->Row(number);
+            const char* const mark = row.mark == RowMark::New ? "+" : row.mark == RowMark::Gone ? "-" : "";
+            text += std::to_string(row.localPort) + mark + "(" + FormatAge(table->AgeOf(row), row.isOlder) + ") ";
+        }
+        return text;
+    }
+    [[nodiscard]] std::string Rates(std::size_t row = 0) const {
+        return std::to_string(table->Rows()[row].rateIn) + "/" + std::to_string(table->Rows()[row].rateOut);
+    }
+};
+
+TEST_F(ConnectionTableTest, FillsARowPerConnectionAndThenPerListener) {
+    Read({{Connection({.state = 3, .in = 11, .out = 22}), Connection({.localPort = 9, .processId = 7}),
+           Connection({.localPort = 8, .processId = 0}), Connection({.localPort = 7, .processId = 0xFFFFFFFF})},
+          {Listener(17)}});
+    EXPECT_EQ(asked,
+              "1704294967295"
+              "2")
+        << "each once";
+    ASSERT_EQ(table->Rows().size(), 5U);
+    const AmountWords words;
+    const auto text = [&](std::size_t row, ConnectionColumn column) {
+        return ConnectionCellText(*table, table->Rows()[row], column, words);
+    };
+    using enum ConnectionColumn;
+    EXPECT_EQ(text(0, Process), "a.exe");
+    EXPECT_EQ(text(0, Path), R"(c:\tools\a.exe)");
+    EXPECT_EQ(text(0, Address), "10.0.0.1:50000 <- 93.184.216.34:443");
+    EXPECT_EQ(text(0, ConnectionColumn::Received) + text(0, ConnectionColumn::Sent), "11 B22 B");
+    EXPECT_EQ(text(1, Process), "no process");
+    EXPECT_EQ(text(1, Path), "");
+    EXPECT_EQ(text(1, ProcessId), "7");
+    EXPECT_EQ(text(4, Process), std::string(37, 'B') + "...") << "a description is cut to 40";
+    EXPECT_EQ(text(4, Address), "0.0.0.0:53");
+    EXPECT_EQ(text(4, State), "LISTEN-UDP");
+    EXPECT_EQ(text(4, ConnectionColumn::Received) + text(4, ConnectionColumn::Sent), "");
+    EXPECT_EQ(table->PathOfProcess(1), R"(c:\tools\a.exe)");
+    EXPECT_EQ(table->PathOfProcess(3), std::nullopt);
+}
+
+TEST_F(ConnectionTableTest, StatesAndProtocolsDecideArrowAndText) {
+    const std::pair<std::uint32_t, std::string_view> states[] = {
+        {0, "-> ?"},          {1, "-> SYN-SENT"},   {2, "<- SYN_RCVD"},   {3, "<- ESTAB-IN"},
+        {4, "-> ESTAB-OUT"},  {5, "-> FIN-WAIT-1"}, {6, "-> FIN-WAIT-2"}, {7, "-> TIME-WAIT"},
+        {8, "-> CLOSE-WAIT"}, {9, "-> LAST-ACK"},   {10, "-> CLOSED"},    {11, "-> ?"},
+        {12, "-> ?"},         {14, "-> ?"},         {0x104, "-> ?"},      {0xFFFFFFFF, "-> ?"}};
+    const std::pair<std::uint32_t, std::string_view> protocols[] = {
+        {6, "LISTEN-TCP"}, {17, "LISTEN-UDP"}, {0, "LISTEN-IP"}, {47, "LISTEN-?"}, {0xFFFFFFFF, "LISTEN-?"}};
+    for (const auto& [state, expected] : states) {
+        Read({{Connection({.state = state})}, {}}, 2s, true);
+        const ConnectionRow& row = table->Rows().at(0);
+        std::string address;
+        AppendConnectionAddress(address, row);
+        EXPECT_NE(address.find(expected.substr(0, 2)), std::string::npos) << state;
+        EXPECT_EQ(ConnectionStateText(row.state), expected.substr(3)) << state;
+        EXPECT_FALSE(row.IsListener()) << state;
+    }
+    for (const auto& [protocol, expected] : protocols) {
+        Read({{}, {Listener(protocol)}}, 2s, true);
+        EXPECT_EQ(ConnectionStateText(table->Rows().at(0).state), expected);
+    }
+    EXPECT_EQ(ConnectionStateDetailsText(2), "SYN-RCVD");  // spelled differently in the details
+    for (const std::uint32_t none : {15U, 0xFFFFFFFFU}) EXPECT_EQ(ConnectionStateDetailsText(none), "");
+}
+
+TEST_F(ConnectionTableTest, MarksWhatCameAndWentUntilTheNextReading) {
+    Read({{Connection({.localPort = 20}), Connection({.localPort = 40})}, {Listener(6, 80), Listener(17, 53)}});
+    EXPECT_EQ(Rows(), "20(>0:00) 40(>0:00) 80(>0:00) 53(>0:00) ") << "nothing is new in the first reading";
+    Read({{Connection({.localPort = 10}), Connection({.localPort = 20}), Connection({.localPort = 30})},
+          {Listener(17, 53)}});
+    EXPECT_EQ(Rows(), "10+(0:00) 20(>0:02) 30+(0:00) 40-(>0:02) 80-(>0:02) 53(>0:02) ");
+    EXPECT_EQ(table->Summary().connections, 3U) << "what has gone is not counted";
+    EXPECT_EQ(table->Summary().listeners, 1U);
+    // Another state is the same connection; a listener on another protocol's port is another listener.
+    Read({{Connection({.localPort = 10}), Connection({.state = 7, .localPort = 20})}, {Listener(6, 53)}});
+    EXPECT_EQ(Rows(), "10(0:02) 30-(0:02) 20(>0:04) 53+(0:00) 53-(>0:04) ");
+    // Nobody has looked for an hour.
+    Read({{Connection({.localPort = 10}), Connection({.localPort = 11})}, {}}, 1h, true);
+    EXPECT_EQ(Rows(), "10(1:00:02) 11(>0:00) ");
+    Read({}, 2s);
+    EXPECT_EQ(Rows(), "10-(1:00:04) 11-(>0:02) ");
+    Read({}, 2s);
+    EXPECT_EQ(Rows(), "");
+    Read({{Connection({.localPort = 10})}, {}});
+    EXPECT_EQ(Rows(), "10+(0:00) ") << "what comes back is new";
+}
+
+TEST_F(ConnectionTableTest, AnIdentifierWithAnotherProgramIsAnotherConnection) {
+    Read({{Connection({.in = 100})}, {}});
+    paths.erase(1);
+    Read({{Connection({.in = 300})}, {}});
+    EXPECT_EQ(Rows(), "50000(>0:02) ") << "a service that does not know it now changes nothing";
+    paths[1] = R"(c:\tools\other.exe)";
+    Read({{Connection({.in = 500})}, {}});
+    EXPECT_EQ(Rows(), "50000(>0:04) ");
+    paths[1] = R"(c:\tools\third.exe)";
+    Read({{Connection({.in = 700})}, {}});
+    EXPECT_EQ(Rows(), "50000+(0:00) ");
+    EXPECT_EQ(Rates(), "0/0");
+}
+
+TEST_F(ConnectionTableTest, MeasuresRatesAndSaysNothingWhereItCannot) {
+    struct Row {
+        std::uint32_t before, now;
+        std::chrono::milliseconds elapsed;
+        std::uint32_t expected;
+    };
+    const Row rows[] = {{100, 2100, 2s, 1000},
+                        {0, 0xFFFFFFFF, 500ms, 0xFFFFFFFF},  // more than a number holds
+                        {0xFFFFFF00, 0x100, 1s, 0x200},      // over 2^32
+                        {4'000'000'000, 10, 2s, 0},          // begun anew: no gigabit line carries that
+                        {0xFFFFFFFF, 125'000'000 - 1, 1s, 125'000'000},
+                        {0xFFFFFFFF, 125'000'000, 1s, 0},
+                        {5, 4, 2s, 0},
+                        {5, 9, 0s, 0}};
+    for (const Row& row : rows) EXPECT_EQ(RateBetween(row.before, row.now, row.elapsed), row.expected) << row.now;
+
+    const auto read = [this](std::uint32_t in, std::uint32_t out, std::chrono::milliseconds after) {
+        Read({{Connection({.in = in, .out = out})}, {}}, after);
+        return Rates();
+    };
+    EXPECT_EQ(read(1000, 0, 2s), "0/0");
+    EXPECT_EQ(read(3000, 500, 2s), "1000/250");
+    // F5 soon afterwards: the last rates stay, and the next ones are measured over both times.
+    EXPECT_EQ(read(3900, 500, 499ms), "1000/250");
+    EXPECT_EQ(read(8000, 500, 2001ms), "2000/0");
+    EXPECT_EQ(table->Summary().busiestRate, 2000U);
+    EXPECT_EQ(table->Programs()[table->Summary().busiest].name, "a.exe");
+    EXPECT_EQ(read(90'000, 500, 10'001ms), "0/0") << "not what flows now";
+}
+
+TEST_F(ConnectionTableTest, RowsThatStandTwiceAreToldApartAndHaveNoRates) {
+    const auto twice = [](std::uint32_t in) { return Connection({.in = in}); };
+    Read({{twice(10), twice(20), twice(30), Connection({.localPort = 1})}, {Listener(47, 5), Listener(48, 5)}});
+    std::vector<std::uint32_t> found;
+    for (const ConnectionRow& row : table->Rows()) found.push_back(table->Find(KeyOf(row)));
+    EXPECT_EQ(found, (std::vector<std::uint32_t>{0, 1, 2, 3, 4, 5}));
+    // One goes, and its number belongs to no other.
+    Read({{twice(10), twice(4'000'000), Connection({.localPort = 1})}, {Listener(48, 5), Listener(47, 5)}});
+    EXPECT_EQ(Rows(), "50000(>0:02) 50000(>0:02) 1(>0:02) 50000-(>0:02) 5(>0:02) 5(>0:02) ");
+    EXPECT_EQ(Rates(1), "0/0");
+    ASSERT_EQ(table->Rows().size(), 6U);
+    EXPECT_EQ(table->Find(KeyOf(table->Rows()[5])), 5U) << "the one that has gone";
+    Read({{twice(5'000'000)}, {}});
+    EXPECT_EQ(Rates(), "0/0") << "which of the two it was, nobody knows";
+    Read({{twice(7'000'000)}, {}});
+    EXPECT_EQ(Rates(), "1000000/0");
+}
+
+TEST_F(ConnectionTableTest, ManyThatGoAtOnceAndHostileTablesAreFollowed) {
+    DriverTables tables;
+    for (std::uint32_t i = 0; i < 20'000; ++i) {
+        tables.connections.push_back({i * 7919, i, 0, 0, 0, i % 3, i, 0});
+    }
+    Read(tables);
+    Read({{Connection({})}, {}});
+    EXPECT_EQ(table->Rows().size(), 20'001U);
+    for (std::uint32_t row = 0; row < table->Rows().size(); row += 997) {
+        EXPECT_EQ(table->Find(KeyOf(table->Row(row))), row);
+    }
+    // All the same: each with its own number, in good time.
+    Read({std::vector<ConnectionEntry>(100'000, Connection({})), {}});
+    Read({std::vector<ConnectionEntry>(99'999, Connection({})), {}});
+    EXPECT_EQ(table->Rows().back().mark, RowMark::Gone);
+    EXPECT_EQ(table->Find(KeyOf(table->Rows().back())), 99'999U);
+    EXPECT_EQ(table->Find(KeyOf(table->Row(50'000))), 50'000U);
+}
+
+}  // namespace
+}  // namespace brennvar
