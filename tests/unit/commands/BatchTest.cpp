@@ -138,6 +138,8 @@ TEST(BatchTest, SendsWhatTheTableSays) {
         {Batch(TerminateProcess, {.processId = 0x01020304, .subject = "c:\\a.exe"}),
          {record({{0, "\3"}, {4748, "\4\3\2\1"}}),
           record({{0, "\1"}, {4, "Process termination"}, {132, "c:\\a.exe"}, {644, "\2"}})}},
+        {Batch(TrustProgram, {.path = std::string(130, 'p')}),
+         {record({{0, "\x1A"}, {5472, std::string(119, 'p')}})}},
         {BlockAddressBatch(Language(nullptr), 0x0302010A, 600),
          {record({{0, "\2"}, {4744, "\x0A\1\2\3"}}),
           record({{0, "\1"},

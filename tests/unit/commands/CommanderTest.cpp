@@ -16,8 +16,8 @@ TEST(CommandTableTest, ProtectsWhatChangesProtection) {
     using enum UserCommand;
     const std::set<UserCommand> free = {Start,         PasswordEntered, PasswordRefused,    EndTimedMode,
                                         SwitchNetwork, ReloadNetwork,   ReportClockSetBack, ReportClockSetAhead,
-                                        SetPassword,  // its dialog asks for the old one
-                                        SetResources};
+                                        SetPassword,                   // its dialog asks for the old one
+                                        SetResources,  TrustProgram};  // part of an answer
     const std::set<UserCommand> confirmed = {Exit, SetResources, ResetTrusted, ResetFirewall};
     for (int number = 0; number <= static_cast<int>(kLastUserCommand); ++number) {
         const CommandInfo& info = InfoOf(static_cast<UserCommand>(number));

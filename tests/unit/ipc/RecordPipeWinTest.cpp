@@ -21,17 +21,24 @@ protected:
     Bytes buffer = Bytes(kSize);
 
     void SetUp() override { ASSERT_TRUE(pipe.Create()); }
-    static UniqueFile Connect() {
-        UniqueFile client(
-            ::CreateFileA(kName, GENERIC_READ | GENERIC_WRITE, 0, nullptr, OPEN_EXISTING, 0, nullptr));
-        DWORD mode = PIPE_READMODE_MESSAGE;
-        EXPECT_TRUE(client && ::SetNamedPipeHandleState(client.Get(), &mode, nullptr, nullptr));
+    // A client that has been accepted, and has written so much by then.
+    [[nodiscard]] UniqueFile Accept(std::size_t size) {
+        UniqueFile client;
+        std::thread caller([&] {
+            while (!client) {
+                client.Reset(
+                    ::CreateFileA(kName, GENERIC_READ | GENERIC_WRITE, 0, nullptr, OPEN_EXISTING, 0, nullptr));
+            }
+            DWORD mode = PIPE_READMODE_MESSAGE;
+            EXPECT_TRUE(::SetNamedPipeHandleState(client.Get(), &mode, nullptr, nullptr));
+            const Bytes bytes(size, std::byte{7});
+            DWORD written = 0;
+            if (size == 0) return;
+            EXPECT_TRUE(::WriteFile(client.Get(), bytes.data(), static_cast<DWORD>(size), &written, nullptr));
+        });
+        EXPECT_TRUE(pipe.Accept());
+        caller.join();
         return client;
-    }
-    static void Write(const UniqueFile& client, std::size_t size) {
-        const Bytes bytes(size, std::byte{7});
-        DWORD written = 0;
-        EXPECT_TRUE(::WriteFile(client.Get(), bytes.data(), static_cast<DWORD>(size), &written, nullptr));
     }
     template <class Call>
     static std::chrono::milliseconds TimeOf(Call call) {
@@ -43,9 +50,7 @@ protected:
 
 TEST_F(RecordPipeWinTest, ReadsWhatIsThereAndGivesItBack) {
     for (const std::size_t size : {std::size_t{1}, std::size_t{4000}, std::size_t{kSize}}) {
-        UniqueFile client = Connect();
-        Write(client, size);
-        ASSERT_TRUE(pipe.Accept());
+        const UniqueFile client = Accept(size);
         EXPECT_EQ(pipe.Read(buffer), size);
         EXPECT_EQ(buffer[size - 1], std::byte{7});
         EXPECT_TRUE(pipe.Write(buffer));
@@ -65,16 +70,13 @@ TEST_F(RecordPipeWinTest, ReadsWhatIsThereAndGivesItBack) {
 }
 
 TEST_F(RecordPipeWinTest, HasNoPatienceWithClientsThatAreStuck) {
-    const UniqueFile silent = Connect();
-    ASSERT_TRUE(pipe.Accept());
+    const UniqueFile silent = Accept(0);
     std::size_t size = 1;
     EXPECT_LT(TimeOf([&] { size = pipe.Read(buffer); }), 5s);
     EXPECT_EQ(size, 0U);
     pipe.Disconnect();
 
-    const UniqueFile deaf = Connect();
-    ASSERT_TRUE(pipe.Accept());
-    Write(deaf, kSize);
+    const UniqueFile deaf = Accept(kSize);
     EXPECT_EQ(pipe.Read(buffer), kSize);
     EXPECT_TRUE(pipe.Write(buffer));
     const auto flush = TimeOf([&] { pipe.Flush(); });
@@ -91,27 +93,25 @@ TEST_F(RecordPipeWinTest, HasNoPatienceWithClientsThatAreStuck) {
 }
 
 TEST_F(RecordPipeWinTest, TakesClientsThatHaveComeAndGone) {
-    for (const std::size_t size : {std::size_t{0}, std::size_t{10}, std::size_t{kSize + 1}}) {
-        UniqueFile client = Connect();
-        if (size > 0) Write(client, size);
-        client.Reset();
-        ASSERT_TRUE(pipe.Accept());
-        EXPECT_EQ(pipe.Read(buffer), size > kSize ? 0 : size);
+    for (const std::size_t size : {std::size_t{0}, std::size_t{10}, std::size_t{11}}) {
+        Accept(size).Reset();
+        EXPECT_EQ(pipe.Read(std::span(buffer).first(10)), size > 10 ? 0 : size)
+            << "one that is too long is not looked at";
         pipe.Disconnect();
     }
 }
 
 TEST_F(RecordPipeWinTest, StopEndsEveryWait) {
     EXPECT_FALSE(WinRecordPipe(kName, kSize).Create()) << "there is one instance";
+    const UniqueFile silent = Accept(0);
     std::thread stopper([&] {
         ::Sleep(100);
         pipe.Stop();
     });
-    EXPECT_FALSE(pipe.Accept());
-    stopper.join();
-    const UniqueFile silent = Connect();
-    (void)pipe.Accept();
     EXPECT_LT(TimeOf([&] { EXPECT_EQ(pipe.Read(buffer), 0U); }), 900ms);
+    stopper.join();
+    pipe.Disconnect();
+    EXPECT_FALSE(pipe.Accept());
 }
 
 }  // namespace
