@@ -64,6 +64,22 @@ struct MacInstruction {
 struct AdviceInstruction {
     AdviceRecord record;
 };
+// Records of the traffic log. Their time is that of their writing.
+struct LogInstruction {
+    TrafficLogRecord record;
+};
+// That many made-up ones (MadeUpEvent).
+struct LogManyInstruction {
+    std::uint32_t count;
+};
+struct PacketInstruction {
+    PacketLogHeader header;
+    std::vector<std::byte> bytes;
+};
+// What is logged from now on is of this day.
+struct LogDayInstruction {
+    std::string date;  // YYYYMMDD; empty: today
+};
 struct RuleInstruction {
     std::string path;
     RuleAction action;
@@ -81,11 +97,12 @@ struct HostileInstruction {
 };
 struct ExitInstruction {};
 
-using Instruction = std::variant<WaitInstruction, WaitForRecordsInstruction, QuestionInstruction, NoticeInstruction,
-                                 ProcessInstruction, ConnectionInstruction, ConnectionsInstruction,
-                                 ListenerInstruction, ClearTablesInstruction, TotalsInstruction, RateInstruction,
-                                 DnsInstruction, MacInstruction, AdviceInstruction, RuleInstruction,
-                                 OptionInstruction, OptionTextInstruction, HostileInstruction, ExitInstruction>;
+using Instruction =
+    std::variant<WaitInstruction, WaitForRecordsInstruction, QuestionInstruction, NoticeInstruction,
+                 ProcessInstruction, ConnectionInstruction, ConnectionsInstruction, ListenerInstruction,
+                 ClearTablesInstruction, TotalsInstruction, RateInstruction, DnsInstruction, MacInstruction,
+                 AdviceInstruction, RuleInstruction, OptionInstruction, OptionTextInstruction, HostileInstruction,
+                 ExitInstruction, LogInstruction, LogManyInstruction, PacketInstruction, LogDayInstruction>;
 
 struct ScenarioFault {
     std::size_t line;  // counted from 1
@@ -102,6 +119,9 @@ struct Scenario {
 // The index-th (0, 1, 2 ...) made-up connection: established outgoing from 192.168.0.1 to 10.0.0.0 + index, port
 // 443. There are 50 processes, with the identifiers 1000 to 1049, in turn.
 [[nodiscard]] ConnectionEntry MadeUpConnection(std::uint32_t index);
+
+// The index-th made-up event: all actions in turn, TCP and UDP, of 20 programs, from 10.0.0.5 to 93.0.0.0 + index.
+[[nodiscard]] TrafficLogRecord MadeUpEvent(std::uint32_t index);
 
 [[nodiscard]] Scenario ParseScenario(std::string_view text);
 
