@@ -52,6 +52,10 @@ public:
 [[nodiscard]] std::unique_ptr<GalleryPage> MakeSetPasswordWrongGallery();
 [[nodiscard]] std::unique_ptr<GalleryPage> MakeSetPasswordUnconfirmedGallery();
 [[nodiscard]] std::unique_ptr<GalleryPage> MakeDeleteLogsGallery();
+[[nodiscard]] std::unique_ptr<GalleryPage> MakePacketDetailsGallery();
+[[nodiscard]] std::unique_ptr<GalleryPage> MakeLargePacketDetailsGallery();
+[[nodiscard]] std::unique_ptr<GalleryPage> MakeLogDetailsGallery();
+[[nodiscard]] std::unique_ptr<GalleryPage> MakeConnectionDetailsGallery();
 [[nodiscard]] std::unique_ptr<GalleryPage> MakeGraphsGallery();
 [[nodiscard]] std::unique_ptr<GalleryPage> MakeStatisticsGallery();
 

@@ -44,6 +44,10 @@ constexpr PageEntry kPages[] = {
     {"password-set-wrong", &MakeSetPasswordWrongGallery, 2, true},
     {"password-set-unconfirmed", &MakeSetPasswordUnconfirmedGallery, 2, true},
     {"delete-logs", &MakeDeleteLogsGallery, 1, true},
+    {"details-packet", &MakePacketDetailsGallery, 1, true},
+    {"details-packet-large", &MakeLargePacketDetailsGallery, 1, true},
+    {"details-log", &MakeLogDetailsGallery, 1, true},
+    {"details-connection", &MakeConnectionDetailsGallery, 1, true},
     {"graphs", &MakeGraphsGallery},
     {"statistics", &MakeStatisticsGallery, 0, true},
 };

@@ -12,6 +12,7 @@ namespace brennvar {
 namespace {
 
 constexpr std::chrono::seconds kWelcomeDuration{20};
+constexpr std::chrono::seconds kOwnNoticeDuration{10};
 
 }  // namespace
 
@@ -54,6 +55,14 @@ void ControlCenterTray::ShowWelcome() {
          .icon = IDI_PROGRAM,
          .timeout = kWelcomeDuration,
          .parent = m_icon.Window()});
+}
+
+void ControlCenterTray::Notify(const std::string& title, const std::string& text) {
+    m_balloon.ShowTrayBalloon(m_window, {.text = text,
+                                         .title = title,
+                                         .icon = IDI_PROGRAM,
+                                         .timeout = kOwnNoticeDuration,
+                                         .parent = m_icon.Window()});
 }
 
 void ControlCenterTray::ShowNotice(const TrayNotice& notice) {

@@ -27,6 +27,8 @@ public:
     [[nodiscard]] TrayIcons& Icons() { return m_icons; }
 
     void ShowWelcome();
+    // What the program itself has to say.
+    void Notify(const std::string& title, const std::string& text);
     // What the service has to say.
     void ShowNotice(const TrayNotice& notice);
 

@@ -83,7 +83,7 @@ std::vector<PageHost::Entry> FirewallControlCenterDialog::PageEntries() {
     for (const PageInfo& info : PageList()) {
         entries.push_back({.command = info.command,
                            .caption = language.GetText(info.caption),
-                           .make = [this, &info] { return MakePage(info, m_session, m_resources); }});
+                           .make = [this, &info] { return MakePage(info, m_session, m_resources, *this); }});
     }
     entries.push_back({.command = IDM_SUPPORT, .caption = language.GetText(1045, "Support"), .make = {}});
     entries.push_back({.command = IDM_ABOUT, .caption = language.GetText(52, "About"), .make = {}});
@@ -158,6 +158,17 @@ void FirewallControlCenterDialog::OpenPage(int command) {
     // The page first, so that a window that comes back does not show another one before.
     Pages().Open(command);
     RestoreWindow();
+    const std::string row = std::exchange(m_wantedRow, {});
+    if (CPage* const page = Pages().Current(); page && !row.empty()) page->ShowRow(row);
+}
+
+void FirewallControlCenterDialog::OpenPageAt(int command, const std::string& key) {
+    m_wantedRow = key;
+    ::PostMessageA(Window(), WM_COMMAND, static_cast<WPARAM>(command), 0);
+}
+
+void FirewallControlCenterDialog::OnCancel() {
+    if (CPage* const page = Pages().Current()) page->OnEscape();
 }
 
 void FirewallControlCenterDialog::ShowAbout() {

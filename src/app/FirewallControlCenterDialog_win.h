@@ -4,6 +4,7 @@
 
 #include <memory>
 #include <optional>
+#include <string>
 #include <vector>
 
 #include "app/ControlCenterTray_win.h"
@@ -16,10 +17,14 @@
 #include "app/StatusLine_win.h"
 #include "app/Ticks.h"
 #include "base/Handles_win.h"
+#include "lists/PageOwner.h"
 
 namespace brennvar {
 
-class FirewallControlCenterDialog final : public FrameDialog, private SessionView, private TickActions {
+class FirewallControlCenterDialog final : public FrameDialog,
+                                          private SessionView,
+                                          private TickActions,
+                                          private PageOwner {
 public:
     // The session is borrowed for the life of the dialog.
     explicit FirewallControlCenterDialog(Session& session);
@@ -36,7 +41,7 @@ private:
     void OnDestroy() override;
     void OnClose() override { TakeAway(); }
     void OnMinimise() override { TakeAway(); }
-    void OnCancel() override {}  // Esc does not leave the program
+    void OnCancel() override;  // Esc does not leave the program
     void OnCommand(int id, int notification) override;
     void OnTimer(UINT_PTR id) override { m_ticks.OnTimer(static_cast<unsigned>(id)); }
     void OnPlaceStatus(const RECT& band) override { m_status.Place(band); }
@@ -59,6 +64,10 @@ private:
     void AnswerQuestion() override { m_session.prompt.Tick(Window()); }
     void FetchNotice() override { m_session.FetchNotice(); }
     void FollowGrip() override { TickGrip(); }
+
+    // The pages' owner
+    void OpenPageAt(int command, const std::string& key) override;
+    void Notify(const std::string& title, const std::string& text) override { m_tray.Notify(title, text); }
 
     [[nodiscard]] std::vector<PageHost::Entry> PageEntries();
     void OnShown();
@@ -87,6 +96,7 @@ private:
     ControlCenterTray m_tray;
     StatusLine m_status;
     Leaving m_leaving;
+    std::string m_wantedRow;  // of the page that is opened next
 };
 
 }  // namespace brennvar

@@ -15,9 +15,11 @@
 
 namespace brennvar {
 
-std::unique_ptr<CPage> MakePage(const PageInfo& info, Session& session, SkinsAndLanguages& resources) {
+std::unique_ptr<CPage> MakePage(const PageInfo& info, Session& session, SkinsAndLanguages& resources,
+                                PageOwner& owner) {
     const Language& language = session.language;
-    const ListPageContext lists{.fonts = session.fonts, .language = language, .userValues = session.userValues};
+    const ListPageContext lists{
+        .fonts = session.fonts, .language = language, .userValues = session.userValues, .owner = owner};
     PageTexts texts{.title = language.GetText(info.caption), .line = language.GetText(info.line), .empty = {}};
     switch (info.command) {
         case IDM_STATISTICS:

@@ -7,10 +7,12 @@
 #include "app/Session_win.h"
 #include "config/SkinsAndLanguages.h"
 #include "dialogs/Page_win.h"
+#include "lists/PageOwner.h"
 
 namespace brennvar {
 
 // Session and resources are borrowed for the life of the page.
-[[nodiscard]] std::unique_ptr<CPage> MakePage(const PageInfo& info, Session& session, SkinsAndLanguages& resources);
+[[nodiscard]] std::unique_ptr<CPage> MakePage(const PageInfo& info, Session& session, SkinsAndLanguages& resources,
+                                              PageOwner& owner);
 
 }  // namespace brennvar

@@ -36,6 +36,10 @@ public:
     virtual void OnFind() {}
     // The user wants to leave the page, or the program. May ask, which pumps messages. False: the page stays.
     virtual bool MayLeave() { return true; }
+    // The user has pressed Esc, anywhere in the window.
+    virtual void OnEscape() {}
+    // Another page wants this row to be seen; pages that are no lists have none.
+    virtual void ShowRow(const std::string& /*key*/) {}
     // The application rules have changed.
     virtual void OnRulesChanged() {}
 
@@ -51,6 +55,9 @@ protected:
     // A command for the window that the page belongs to; it is carried out later, when the page's handler is over.
     void PostToOwner(int command) const;
 
+    // The line below the title, when there is more to say than what the page shows. Empty: that.
+    void SetLine(const std::string& line) { m_line.SetText(line.empty() ? m_texts.line : line); }
+
     // Grounds for groups of controls, in client coordinates; for OnPlaceContent.
     void SetCards(std::vector<RECT> cards);
 
@@ -60,7 +67,7 @@ protected:
 private:
     void OnInitDialog() final;
     void OnSize(int width, int height) final;
-    void OnCancel() final {}
+    void OnCancel() final { OnEscape(); }
     bool OnEraseBackground(HDC dc) final;
 
     const CFonts& m_fonts;

@@ -10,14 +10,6 @@ namespace {
 constexpr int kHeight = 34;
 constexpr int kGap = 8;
 
-bool IsPossible(const ListAction& action, ListState state) {
-    switch (action.rows) {
-        case ActionRows::Selected: return state.hasSelection;
-        case ActionRows::Focused: return state.hasFocus;
-        default: return true;
-    }
-}
-
 std::string MenuText(const ListAction& action, const Language& language) {
     std::string text = language.GetText(action.caption);
     if (action.key == ListKey::Delete) text += "\tDel";
@@ -63,16 +55,16 @@ void ListActions::Place(const RECT& band) const {
     }
 }
 
-void ListActions::Enable(ListState state, HWND list) const {
+void ListActions::Enable(const PossibleActions& possible, HWND list) const {
     for (const ActionButton& button : m_buttons) {
         const HWND window = button.control.Window();
-        const bool isPossible = IsPossible(*button.action, state);
+        const bool isPossible = possible.IsPossible(*button.action);
         if (!isPossible && ::GetFocus() == window) ::SetFocus(list);
         if ((::IsWindowEnabled(window) != FALSE) != isPossible) ::EnableWindow(window, isPossible);
     }
 }
 
-void ListActions::AddTo(CPopupMenu& menu, const Language& language, ListState state) const {
+void ListActions::AddTo(CPopupMenu& menu, const Language& language, const PossibleActions& possible) const {
     for (const ActionPlace place : {ActionPlace::ButtonAndMenu, ActionPlace::Menu}) {
         bool isAny = false;
         for (const ListAction& action : m_actions) {
@@ -80,7 +72,7 @@ void ListActions::AddTo(CPopupMenu& menu, const Language& language, ListState st
             isAny = true;
             menu.Add(action.id, MenuText(action, language),
                      action.showsDetails ? MenuImage::About : MenuImage::None,
-                     {.isDisabled = !IsPossible(action, state)});
+                     {.isDisabled = !possible.IsPossible(action)});
         }
         if (isAny) menu.AddSeparator();
     }

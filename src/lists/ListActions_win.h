@@ -12,10 +12,11 @@
 
 namespace brennvar {
 
-// Whether there is something to act upon.
-struct ListState {
-    bool hasSelection = false;
-    bool hasFocus = false;  // a row has
+// Which actions work now.
+class PossibleActions {
+public:
+    virtual ~PossibleActions() = default;
+    [[nodiscard]] virtual bool IsPossible(const ListAction& action) const = 0;
 };
 
 class ListActions {
@@ -32,9 +33,9 @@ public:
     // At the right end of the band.
     void Place(const RECT& band) const;
     // list: gets the keyboard when its owner is a button that can no longer be pressed.
-    void Enable(ListState state, HWND list) const;
+    void Enable(const PossibleActions& possible, HWND list) const;
     // Buttons first, and behind a separator what is in the menu only; ends with a separator.
-    void AddTo(CPopupMenu& menu, const Language& language, ListState state) const;
+    void AddTo(CPopupMenu& menu, const Language& language, const PossibleActions& possible) const;
 
 private:
     struct ActionButton {

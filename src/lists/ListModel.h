@@ -11,10 +11,12 @@
 #include <string>
 #include <vector>
 
+#include "config/DetailsSheet.h"
 #include "config/SkinTones.h"
 #include "config/Text.h"
-#include "dialogs/DetailsSheet.h"
+#include "dialogs/SaveWish.h"
 #include "lists/ListRows.h"
+#include "tree/CellMarks.h"
 #include "tree/RowRanges.h"
 
 namespace brennvar {
@@ -26,6 +28,7 @@ struct ListColumn {
     int width = 0;           // at least, pixels at 96 per inch
     bool isNumber = false;   // aligned right, and sorted by ListModel::SortNumber
     bool takesRoom = false;  // gets what the other columns leave
+    bool isPath = false;     // cut in the middle, so that the file name stays
     // Texts that must never be cut, whether or not a row holds them now: all states, all actions.
     std::vector<std::string> longest{};
     int clickAction = 0;  // the action that a click into a cell of this column is, on its row; 0: none
@@ -35,10 +38,8 @@ struct ListCell {
     std::string text;
     Tone tone = Tone::Plain;
     std::optional<bool> checked{};  // the cell has a check box
+    CellGlyph glyph = CellGlyph::None;
 };
-
-// What is drawn at the left of a row that came or went a moment ago.
-enum class RowMark : std::uint8_t { None, New, Gone };
 
 // Where a row stands in a list that is a tree.
 struct RowShape {
@@ -61,21 +62,6 @@ struct ListProgress {
     std::uint64_t done = 0;
     std::uint64_t total = 0;
     std::string text{};  // what it is, where that is not plain
-};
-
-// A file to be written, as the user is asked for it.
-struct SaveWish {
-    std::string title;
-    std::string name;  // suggested, without an extension
-    struct Type {
-        std::string label;      // "CSV"
-        std::string extension;  // "csv"
-    };
-    std::vector<Type> types;
-};
-struct SavePlace {
-    std::string path;
-    std::size_t type = 0;  // of SaveWish::types
 };
 
 enum class ListKey : std::uint8_t { None, Space, Delete, Enter };  // Enter: a double click as well
@@ -153,7 +139,7 @@ public:
     // Opened by the shell, on a thread that nobody waits for: an address of the web, the folder of a file.
     virtual void OpenLink(const std::string& address) = 0;
     virtual void OpenFolderOf(const std::string& file) = 0;
-    // One line to the user, in a message or a balloon.
+    // A notice of the program itself, at the notification area.
     virtual void Tell(const std::string& title, const std::string& text) = 0;
 };
 
@@ -209,6 +195,9 @@ public:
     // While something takes long. Esc and the button beside its bar stop it.
     [[nodiscard]] virtual std::optional<ListProgress> Progress() const { return std::nullopt; }
     virtual void StopProgress() {}
+    // What the user is asked when the page is to be left now; its answer stops the progress. Nothing: it may be
+    // left.
+    [[nodiscard]] virtual std::optional<ListQuestion> LeavingQuestion() const { return std::nullopt; }
     // The program file whose icon stands before the row; empty: a program that is not known. Nothing: no icon.
     [[nodiscard]] virtual std::optional<std::string> Program(int /*row*/) const { return std::nullopt; }
 

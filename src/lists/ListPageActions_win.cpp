@@ -1,11 +1,16 @@
 // What the user does with the rows of a list page: actions, menu, details.
-#include "config/ResourceIds.h"
 #include "dialogs/MessageDialog_win.h"
+#include "dialogs/ModalPlace_win.h"
+#include "dialogs/SavePlaceDialog_win.h"
 #include "lists/ListPage_win.h"
 #include "tree/ListMenu_win.h"
+#include "ui/Clipboard_win.h"
 
 namespace brennvar {
 namespace {
+
+// So many selected rows are asked whether an action works for one of them.
+constexpr int kMostAskedRows = 1000;
 
 bool IsHeld(int key) {
     return ::GetKeyState(key) < 0;
@@ -13,17 +18,33 @@ bool IsHeld(int key) {
 
 }  // namespace
 
-ListState ListPage::State() const {
-    return {.hasSelection = !m_list->SelectedRows().IsEmpty(), .hasFocus = FocusedRow() >= 0};
+bool ListPage::IsPossible(const ListAction& action) const {
+    if (action.rows == ActionRows::None) return m_model->CanDo(action.id, -1);
+    if (action.rows == ActionRows::Focused) {
+        return FocusedRow() >= 0 && m_model->CanDo(action.id, SourceRowOf(FocusedRow()));
+    }
+    int asked = 0;
+    for (const RowRanges::Range& range : m_list->SelectedRows().Ranges()) {
+        for (int row = range.first; row <= range.last && row < RowCount(); ++row) {
+            if (m_model->CanDo(action.id, SourceRowOf(row)) || ++asked == kMostAskedRows) return true;
+        }
+    }
+    return false;
+}
+
+bool ListPage::CopyByModel() {
+    return HasSelection() && m_model->Copy(m_list->SelectedRows());
 }
 
 void ListPage::ShowMenu(POINT point) {
     CPopupMenu menu;
-    m_actions.AddTo(menu, m_context.language, State());
+    m_actions.AddTo(menu, m_context.language, *this);
     const int command =
-        TrackListMenu(Window(), point, GetLook(), m_context.language, State().hasSelection, std::move(menu));
+        TrackListMenu(Window(), point, GetLook(), m_context.language, HasSelection(), std::move(menu));
     switch (static_cast<ListCommand>(command)) {
-        case ListCommand::Copy: m_list->CopySelection(); break;
+        case ListCommand::Copy:
+            if (!CopyByModel()) m_list->CopySelection();
+            break;
         case ListCommand::SelectAll: SelectAll(); break;
         case ListCommand::Refresh: Reload(); break;
         default:
@@ -40,19 +61,29 @@ void ListPage::SelectAll() {
 }
 
 std::vector<int> ListPage::RowsOf(const ListAction& action) const {
-    if (action.rows == ActionRows::Selected) return SelectedSourceRows();
-    const int focused = action.rows == ActionRows::Focused ? FocusedRow() : -1;
-    return focused < 0 ? std::vector<int>() : std::vector<int>{SourceRowOf(focused)};
+    std::vector<int> rows;
+    if (action.rows == ActionRows::Selected) {
+        rows = SelectedSourceRows();
+    } else if (action.rows == ActionRows::Focused && FocusedRow() >= 0) {
+        rows.push_back(SourceRowOf(FocusedRow()));
+    }
+    std::erase_if(rows, [&](int row) { return !m_model->CanDo(action.id, row); });
+    return rows;
 }
 
 void ListPage::DoAction(const ListAction& action) {
+    if (!IsPossible(action)) return;
     if (action.showsDetails) return ShowDetails(FocusedRow());
     std::vector<int> rows = RowsOf(action);
     const bool isForRows = action.rows != ActionRows::None;
     if (isForRows && rows.empty()) return;
-    if (const auto question = m_model->Question(action.id, rows.size())) {
+    if (const auto question = m_model->Question(action.id, rows)) {
+        std::unordered_set<std::string> asked;
+        for (const int row : rows) asked.insert(m_model->Key(row));
         if (!Confirm(*question)) return;
-        rows = RowsOf(action);  // the list may have been read again meanwhile
+        // The list may have been read again meanwhile: only what was asked about.
+        rows = RowsOf(action);
+        std::erase_if(rows, [&](int row) { return !asked.contains(m_model->Key(row)); });
         if (isForRows && rows.empty()) return;
     }
     m_model->Do(action.id, rows);
@@ -73,7 +104,7 @@ bool ListPage::ClickCell(int row, int column) {
     if (!action) return false;
     if (!action->showsDetails) {
         const int sourceRow = SourceRowOf(row);
-        m_model->Do(action->id, {&sourceRow, 1});
+        if (m_model->CanDo(action->id, sourceRow)) m_model->Do(action->id, {&sourceRow, 1});
         return true;
     }
     // While rows are being gathered a balloon would only be in the way.
@@ -122,6 +153,27 @@ void ListPage::RepaintRowsOf(const std::string& program) const {
     for (int row = m_list->FirstVisibleRow(); row < RowCount() && IsInSight(row); ++row) {
         if (m_model->Program(SourceRowOf(row)) == program) m_list->RefreshRow(row);
     }
+}
+
+void ListPage::ShowSheet(const DetailsSheet& sheet) {
+    const std::optional<HWND> owner = ModalOwner(::GetAncestor(Window(), GA_ROOT));
+    if (!owner) return;
+    (void)MessageDialog(GetLook().fonts, {.caption = sheet.title,
+                                          .message = TextOf(sheet),
+                                          .ok = m_context.language.GetText(1001, "Cancel"),
+                                          .cancel = {}})
+        .Ask(*owner);
+}
+
+void ListPage::UpdateSheet(const DetailsSheet&) {}
+
+std::optional<SavePlace> ListPage::AskSavePlace(const SaveWish& wish) {
+    const std::optional<HWND> owner = ModalOwner(::GetAncestor(Window(), GA_ROOT));
+    return owner ? brennvar::AskSavePlace(*owner, wish) : std::nullopt;
+}
+
+void ListPage::CopyText(const std::string& text) {
+    CopyToClipboard(Window(), text);
 }
 
 }  // namespace brennvar

@@ -20,6 +20,7 @@ TreeColumn TreeColumnOf(const ListColumn& column) {
     if (column.takesRoom) made.minimalWidth = kLeastRoom;
     made.isNumber = column.isNumber;
     made.takesRoom = column.takesRoom;
+    made.isPath = column.isPath;
     made.longest = column.longest;
     return made;
 }

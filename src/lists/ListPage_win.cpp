@@ -23,7 +23,10 @@ constexpr WPARAM kLongestSearch = 200;  // characters
 }  // namespace
 
 ListPage::ListPage(const ListPageContext& context, PageTexts texts, std::unique_ptr<ListModel> model)
-    : CPage(context.fonts, std::move(texts)), m_context(context), m_model(std::move(model)) {}
+    : CPage(context.fonts, std::move(texts)),
+      m_context(context),
+      m_model(std::move(model)),
+      m_arrangesItself(m_model->ArrangesItself()) {}
 
 void ListPage::OnCreateContent() {
     const Language& language = m_context.language;
@@ -32,6 +35,7 @@ void ListPage::OnCreateContent() {
     m_search.Create(Window(), "", ES_AUTOHSCROLL, IDC_PAGE_SEARCH, look);
     m_search.SetCue(language.GetText(1046, "Search"));
     ::SendMessageA(m_search.Window(), EM_LIMITTEXT, kLongestSearch, 0);
+    m_choices.Create(Window(), look, language, m_model->Choices());
     CreateList();
     constexpr DWORD kOneLine = SS_LEFT | SS_NOPREFIX | SS_CENTERIMAGE;
     m_count.Create(Window(), "", LabelKind::Quiet, kOneLine, IDC_PAGE_COUNT, look);
@@ -45,11 +49,13 @@ void ListPage::OnCreateContent() {
     };
     events.refreshWanted = [this] { Reload(); };
     events.findWanted = [this] { OnFind(); };
+    events.copyWanted = [this] { return CopyByModel(); };
     events.selectionChanged = [this] { OnSelectionChanged(); };
     events.cellClicked = [this](int row, int column) { return ClickCell(row, column); };
     if (m_actions.FindByKey(ListKey::Enter)) events.opened = [this](int) { (void)PressKey(ListKey::Enter); };
     m_list->keyPressed = [this](ListKey key) { return PressKey(key); };
     m_model->ShowIn(*this);
+    SummaryChanged();
     ShowEmptyText();
     OnSelectionChanged();
 }
@@ -71,7 +77,8 @@ void ListPage::OnPlaceContent(const RECT& place) {
     // It reaches into the page's margin.
     const LONG bottom = place.bottom + Scale(kSearchGap);
     const RECT footer{place.left, bottom - std::max(Scale(kCountHeight), m_actions.Height()), place.right, bottom};
-    m_list->Place({place.left, place.top, place.right, footer.top});
+    m_choices.Place({place.left, place.top, place.right, place.top + m_choices.Height()});
+    m_list->Place({place.left, place.top + m_choices.Height(), place.right, footer.top});
     m_count.Place({place.left, bottom - Scale(kCountHeight), place.right, bottom});
     m_actions.Place(footer);
 }
@@ -107,6 +114,10 @@ void ListPage::OnCommand(int id, int notification) {
     if (id == IDC_PAGE_SEARCH && notification == EN_CHANGE) {
         m_order.searched = m_search.Text();
         Rearrange();
+    } else if (const auto chosen = m_choices.Chosen(id, notification)) {
+        m_model->Choose(chosen->first, chosen->second);
+    } else if (id == IDC_PAGE_STOP) {
+        OnEscape();
     } else if (notification == BN_CLICKED) {
         if (const ListAction* const action = m_actions.Find(id)) DoAction(*action);
     }
@@ -117,6 +128,31 @@ void ListPage::OnFind() {
     ::SendMessageA(m_search.Window(), EM_SETSEL, 0, -1);
 }
 
+void ListPage::OnEscape() {
+    if (m_model->Progress()) m_model->StopProgress();
+}
+
+bool ListPage::MayLeave() {
+    const auto question = m_model->LeavingQuestion();
+    if (!question) return true;
+    if (!Confirm(*question)) return false;
+    m_model->StopProgress();
+    return true;
+}
+
+std::string ListPage::Tip(int row, int column) const {
+    return m_model->CellTip(SourceRowOf(row), column);
+}
+
+TreeRow ListPage::Row(int row) const {
+    const int sourceRow = SourceRowOf(row);
+    const RowShape shape = m_model->Shape(sourceRow);
+    return {.level = shape.level,
+            .hasChildren = shape.hasChildren,
+            .isExpanded = shape.isExpanded,
+            .mark = m_model->Mark(sourceRow)};
+}
+
 TreeCell ListPage::Cell(int row, int column) const {
     const int sourceRow = SourceRowOf(row);
     ListCell cell = m_model->Cell(sourceRow, column);
@@ -124,6 +160,7 @@ TreeCell ListPage::Cell(int row, int column) const {
     shown.text = std::move(cell.text);
     shown.tone = cell.tone;
     shown.checked = cell.checked;
+    shown.glyph = cell.glyph;
     // Rows out of sight are asked for their texts only.
     if (column == 0 && IsInSight(row)) {
         if (const auto program = m_model->Program(sourceRow)) shown.icon = Programs().Icon(*program);
@@ -150,83 +187,7 @@ std::vector<int> ListPage::SelectedSourceRows() const {
 }
 
 void ListPage::OnSelectionChanged() const {
-    m_actions.Enable(State(), m_list->Window());
-}
-
-void ListPage::BeforeChange() {
-    m_selectedBefore.clear();
-    for (const int row : SelectedSourceRows()) m_selectedBefore.insert(m_model->Key(row));
-    m_focusedBefore.reset();
-    if (const int focused = FocusedRow(); focused >= 0) m_focusedBefore = m_model->Key(SourceRowOf(focused));
-}
-
-void ListPage::AfterChange(Change change) {
-    m_arranger.Forget();
-    if (change == Change::Looks) {
-        m_list->Refresh();
-        return;
-    }
-    Arrange();
-    RowRanges rows;
-    int focused = -1;
-    for (int row = 0; row < RowCount() && (!m_selectedBefore.empty() || m_focusedBefore); ++row) {
-        const std::string key = m_model->Key(SourceRowOf(row));
-        if (m_selectedBefore.contains(key)) rows.Add(row, row);
-        if (focused < 0 && key == m_focusedBefore) focused = row;
-    }
-    m_list->SetSelection(std::move(rows), focused);
-    OnSelectionChanged();
-    if (!m_hasUserWidths) m_list->FitToContent();
-}
-
-void ListPage::Rearrange() {
-    std::vector<bool> selected(static_cast<std::size_t>(m_model->RowCount()));
-    for (const int row : SelectedSourceRows()) selected[static_cast<std::size_t>(row)] = true;
-    const bool hasSelection = State().hasSelection;
-    const int focusedSource = FocusedRow() >= 0 ? SourceRowOf(FocusedRow()) : -1;
-    Arrange();
-    RowRanges rows;
-    int focused = -1;
-    for (int row = 0; row < RowCount() && (hasSelection || focusedSource >= 0); ++row) {
-        if (selected[static_cast<std::size_t>(SourceRowOf(row))]) rows.Add(row, row);
-        if (SourceRowOf(row) == focusedSource) focused = row;
-    }
-    m_list->SetSelection(std::move(rows), focused);
-    OnSelectionChanged();
-}
-
-void ListPage::Arrange() {
-    m_shown = m_arranger.Arrange(*m_model, static_cast<int>(m_columns.size()), m_order);
-    ShowEmptyText();
-    m_list->Refresh();
-    const int count = m_model->RowCount();
-    std::string shown = m_context.language.GetText(1048, "Entries:") + " " + std::to_string(m_shown.size());
-    if (RowCount() != count) shown += " / " + std::to_string(count);
-    m_count.SetText(shown);
-}
-
-void ListPage::ShowEmptyText() {
-    const bool isSearched = !m_order.searched.empty() && m_model->RowCount() > 0;
-    m_list->SetEmptyText(
-        isSearched ? m_context.language.GetText(1047, "Nothing here holds the text that you are looking for.")
-                   : m_model->EmptyText());
-}
-
-void ListPage::SortBy(int column) {
-    // Upwards, downwards, and then as it was read.
-    if (m_order.column != column) {
-        m_order.column = column;
-        m_order.isAscending = true;
-    } else if (m_order.isAscending) {
-        m_order.isAscending = false;
-    } else {
-        m_order.column = RowOrder::kAsRead;
-        m_order.isAscending = true;
-    }
-    m_order.isNumber =
-        m_order.column != RowOrder::kAsRead && m_columns[static_cast<std::size_t>(m_order.column)].isNumber;
-    m_list->SetSortMark(m_order.column, m_order.isAscending);
-    Rearrange();
+    m_actions.Enable(*this, m_list->Window());
 }
 
 }  // namespace brennvar

@@ -13,14 +13,17 @@
 #include <unordered_set>
 #include <vector>
 
+#include "config/DetailsSheet.h"
 #include "config/Language.h"
 #include "config/UserValues.h"
 #include "controls/Edit_win.h"
 #include "controls/Label_win.h"
 #include "dialogs/Page_win.h"
 #include "lists/ListActions_win.h"
+#include "lists/ListChoices_win.h"
 #include "lists/ListModel.h"
 #include "lists/ListTree_win.h"
+#include "lists/PageOwner.h"
 #include "lists/ProgramReader_win.h"
 #include "lists/RowOrder.h"
 
@@ -31,15 +34,19 @@ struct ListPageContext {
     const CFonts& fonts;
     const Language& language;
     UserValues& userValues;
+    PageOwner& owner;
 };
 
-class ListPage final : public CPage, private TreeRows, private ListView {
+class ListPage final : public CPage, private TreeRows, private ListView, private PossibleActions {
 public:
     ListPage(const ListPageContext& context, PageTexts texts, std::unique_ptr<ListModel> model);
 
     void Reload() override { m_model->Read(ReadReason::Wished); }
     void OnFind() override;
     void OnRulesChanged() override;
+    void OnEscape() override;
+    bool MayLeave() override;
+    void ShowRow(const std::string& key) override;
 
 private:
     static constexpr UINT kMessageProgramRead = WM_APP + 1;
@@ -56,14 +63,34 @@ private:
 
     void BeforeChange() override;
     void AfterChange(Change change) override;
+    void RowsCameFirst(int count) override;
     void EmptyTextChanged() override { ShowEmptyText(); }
+    void ChoicesChanged() override { m_choices.Show(m_model->Choices()); }
+    void ProgressChanged() override { m_choices.ShowProgress(m_model->Progress()); }
+    void SummaryChanged() override { SetLine(m_model->Summary().value_or("")); }
     void WakeIn(std::chrono::milliseconds time) override;
     void PostCommand(int command) override { PostToOwner(command); }
+    void OpenPage(int command, const std::string& key) override { m_context.owner.OpenPageAt(command, key); }
+    void ShowSheet(const DetailsSheet& sheet) override;
+    void UpdateSheet(const DetailsSheet& sheet) override;
+    std::optional<SavePlace> AskSavePlace(const SaveWish& wish) override;
+    void CopyText(const std::string& text) override;
+    void OpenLink(const std::string& address) override { Programs().OpenLink(address); }
+    void OpenFolderOf(const std::string& file) override { Programs().OpenFolderOf(file); }
+    void Tell(const std::string& title, const std::string& text) override { m_context.owner.Notify(title, text); }
 
-    // Rows as they are shown; the model's numbers are those of source rows.
-    [[nodiscard]] int RowCount() const override { return static_cast<int>(m_shown.size()); }
+    // Rows as they are shown; the model's numbers are those of source rows. They are the same when the model
+    // arranges its rows itself.
+    [[nodiscard]] int RowCount() const override {
+        return m_arrangesItself ? m_model->RowCount() : static_cast<int>(m_shown.size());
+    }
     [[nodiscard]] TreeCell Cell(int row, int column) const override;
-    [[nodiscard]] int SourceRowOf(int row) const { return m_shown[static_cast<std::size_t>(row)]; }
+    [[nodiscard]] std::string Tip(int row, int column) const override;
+    [[nodiscard]] TreeRow Row(int row) const override;
+    void SetExpanded(int row, bool isExpanded) override { m_model->SetExpanded(SourceRowOf(row), isExpanded); }
+    [[nodiscard]] int SourceRowOf(int row) const {
+        return m_arrangesItself ? row : m_shown[static_cast<std::size_t>(row)];
+    }
     [[nodiscard]] int FocusedRow() const;  // -1: none
     [[nodiscard]] std::vector<int> SelectedSourceRows() const;
     [[nodiscard]] bool IsInSight(int row) const;
@@ -74,8 +101,11 @@ private:
     void WriteWidths() const;
     [[nodiscard]] std::string WidthName(std::size_t column) const;
 
-    // Order
+    // Order (ListPageRows_win.cpp)
     void Arrange();
+    void ShowCount();
+    void RestoreSelection();
+    void FindWantedRow();
     // The same rows in the order that is wanted now.
     void Rearrange();
     void SortBy(int column);
@@ -83,7 +113,9 @@ private:
     void OnSelectionChanged() const;
 
     // Actions (ListPageActions_win.cpp)
-    [[nodiscard]] ListState State() const;
+    [[nodiscard]] bool HasSelection() const { return !m_list->SelectedRows().IsEmpty(); }
+    [[nodiscard]] bool IsPossible(const ListAction& action) const override;
+    [[nodiscard]] bool CopyByModel();
     void ShowMenu(POINT point);
     void SelectAll();
     void DoAction(const ListAction& action);
@@ -97,8 +129,10 @@ private:
 
     const ListPageContext m_context;
     const std::unique_ptr<ListModel> m_model;
+    const bool m_arrangesItself;
     std::vector<ListColumn> m_columns;
     CEdit m_search;
+    ListChoices m_choices;
     std::unique_ptr<CListTree> m_list;
     CLabel m_count;
     ListActions m_actions;
@@ -106,10 +140,14 @@ private:
 
     RowOrder m_order;
     RowArranger m_arranger;
-    std::vector<int> m_shown;  // numbers of source rows
+    std::vector<int> m_shown;    // numbers of source rows; none when the model arranges them
+    bool m_hasNewOrder = false;  // the model has been told, and its rows have not come yet
+    std::string m_wantedRow;     // the key of a row that is to be seen as soon as it is there
     // Between BeforeChange and AfterChange: the keys of the rows.
     std::unordered_set<std::string> m_selectedBefore;
+    bool m_wasAllSelected = false;
     std::optional<std::string> m_focusedBefore;
+    std::optional<std::string> m_firstBefore;  // in sight; none when it is the first of all
 
     std::uint64_t m_detailsAsked = 0;          // only the last answer is shown
     std::atomic<HWND> m_postTarget = nullptr;  // where the thread below posts to; null while there is no window

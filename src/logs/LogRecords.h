@@ -55,14 +55,14 @@ struct TrafficLogRecord {
     std::uint32_t unused476;      // 476
 };
 
-// "Log\YYYYMMDD_packet.log": one captured packet. Its bytes follow, then the next header.
+// "Log\YYYYMMDD_packet.log": one logged packet; packetSize bytes of it follow.
 struct PacketLogHeader {
     std::uint32_t second;         //   0
     std::uint32_t minute;         //   4
     std::uint32_t hour;           //   8
-    std::uint32_t restOfTime[6];  //  12  as in TrafficLogRecord
+    std::uint32_t restOfTime[6];  //  12  as in the traffic log
     std::uint32_t value;          //  36
-    std::uint32_t protocol;       //  40  coded as in TrafficLogRecord
+    std::uint32_t protocol;       //  40  coded as in the traffic log
     std::uint32_t outgoing;       //  44
     Ipv4 localAddress;            //  48
     std::uint32_t localPort;      //  52  host order
@@ -70,7 +70,7 @@ struct PacketLogHeader {
     std::uint32_t remotePort;     //  60  host order
     char path[260];               //  64
     std::byte unused324[12];      // 324
-    std::uint32_t packetSize;     // 336  bytes that follow, if the file has them
+    std::uint32_t packetSize;     // 336
 };
 #pragma pack(pop)
 static_assert(RecordType<DnsLogRecord> && sizeof(DnsLogRecord) == 260);

@@ -4,7 +4,7 @@
 
 #include "base/DisplayName.h"
 #include "ipc/DriverRecords.h"
-#include "prompts/ServiceNameTable.h"
+#include "logs/ServiceNameTable.h"
 
 namespace brennvar {
 namespace {

@@ -55,36 +55,51 @@ int CellText::Width(HDC dc, std::string_view text, int limit) const {
     return width;
 }
 
-void CellText::Draw(HDC dc, const RECT& place, const std::string& text, bool isRight) {
+void CellText::Draw(HDC dc, const RECT& place, const std::string& text, bool isRight, Cut cut) {
     const int room = WidthOf(place);
     if (text.empty() || room <= 0) return;
     const int top = place.top + (HeightOf(place) - m_lineHeight) / 2;
     const int width = Width(dc, text, room);
     if (width > room) {
-        DrawCut(dc, place, text, top);
+        DrawCut(dc, place, text, top, cut);
         return;
     }
     const int left = isRight ? place.right - width : place.left;
     ::ExtTextOutA(dc, left, top, 0, nullptr, text.data(), static_cast<UINT>(text.size()), nullptr);
 }
 
-void CellText::DrawCut(HDC dc, const RECT& place, const std::string& text, int top) {
-    if (!m_hasWidths) {
-        RECT box{place.left, top, place.right, top + m_lineHeight};
-        ::DrawTextA(dc, text.c_str(), static_cast<int>(text.size()), &box,
-                    DT_SINGLELINE | DT_NOPREFIX | DT_END_ELLIPSIS);
-        return;
-    }
-    int room = WidthOf(place) - static_cast<int>(kDots.size()) * m_widths[IndexOf('.')];
+std::size_t CellText::CountFitting(std::string_view text, int& room) const {
     std::size_t count = 0;
     while (count < text.size() && m_widths[IndexOf(text[count])] <= room) {
         room -= m_widths[IndexOf(text[count++])];
     }
-    m_cut.assign(text, 0, count);
-    // Where not even the dots fit, as many of them as do.
-    int dots = static_cast<int>(kDots.size());
-    if (room < 0) dots = WidthOf(place) / std::max(1, m_widths[IndexOf('.')]);
-    m_cut.append(kDots.substr(0, static_cast<std::size_t>(dots)));
+    return count;
+}
+
+void CellText::DrawCut(HDC dc, const RECT& place, const std::string& text, int top, Cut cut) {
+    if (!m_hasWidths) {
+        RECT box{place.left, top, place.right, top + m_lineHeight};
+        ::DrawTextA(dc, text.c_str(), static_cast<int>(text.size()), &box,
+                    DT_SINGLELINE | DT_NOPREFIX | (cut == Cut::Path ? DT_PATH_ELLIPSIS : DT_END_ELLIPSIS));
+        return;
+    }
+    const int dot = m_widths[IndexOf('.')];
+    int room = WidthOf(place) - static_cast<int>(kDots.size()) * dot;
+    const std::size_t fileName = cut == Cut::Path ? text.rfind('\\') : std::string::npos;
+    const std::string_view tail =
+        fileName == std::string::npos ? std::string_view() : std::string_view(text).substr(fileName);
+    const int tailWidth = Width(dc, tail, room);
+    if (!tail.empty() && tailWidth <= room) {
+        room -= tailWidth;
+        m_cut.assign(text, 0, CountFitting(text, room)).append(kDots).append(tail);
+    } else {
+        // Where not even the file name fits, its beginning is worth more than that of the path.
+        const std::string_view kept = tail.empty() ? std::string_view(text) : tail.substr(1);
+        // Where not even the dots fit, as many of them as do.
+        const int dots = room < 0 ? WidthOf(place) / std::max(1, dot) : static_cast<int>(kDots.size());
+        m_cut.assign(kept.substr(0, CountFitting(kept, room)));
+        m_cut.append(kDots.substr(0, static_cast<std::size_t>(dots)));
+    }
     ::ExtTextOutA(dc, place.left, top, 0, nullptr, m_cut.data(), static_cast<UINT>(m_cut.size()), nullptr);
 }
 

@@ -19,11 +19,17 @@ public:
 
     // In pixels. Stops counting when the limit is passed.
     [[nodiscard]] int Width(HDC dc, std::string_view text, int limit) const;
+    enum class Cut {
+        End,
+        Path,  // in the middle: what stands behind the last backslash stays as far as it fits
+    };
     // In the vertical middle of the place, in the DC's text colour, without ground.
-    void Draw(HDC dc, const RECT& place, const std::string& text, bool isRight);
+    void Draw(HDC dc, const RECT& place, const std::string& text, bool isRight, Cut cut);
 
 private:
-    void DrawCut(HDC dc, const RECT& place, const std::string& text, int top);
+    void DrawCut(HDC dc, const RECT& place, const std::string& text, int top, Cut cut);
+    // As many characters from there on as fit; room is what is left then.
+    [[nodiscard]] std::size_t CountFitting(std::string_view text, int& room) const;
 
     HFONT m_font = nullptr;
     int m_lineHeight = 0;

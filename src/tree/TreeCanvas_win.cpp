@@ -129,7 +129,7 @@ void TreeCanvas::PaintRow(HDC dc, int row, const RECT& place, const RECT& invali
     const bool isAlternate = m_state.Setup().isZebra && row % 2 != 0;
     const COLORREF ground = painter.RowGround(isAlternate, m_state.Selection().IsSelected(row), hasFocus);
     FillSolid(buffer, {left, 0, right, height}, ground);
-    const TreeRow state = m_places.LevelOf(row);
+    const TreeRow state = m_state.Source().Row(row);
     LONG cellLeft = -m_places.Horizontal().Range().position;
     for (int column = 0; column < m_places.Columns().Count(); ++column) {
         const RECT cell{cellLeft, 0, cellLeft + m_places.Columns().Width(column), height};
@@ -138,8 +138,9 @@ void TreeCanvas::PaintRow(HDC dc, int row, const RECT& place, const RECT& invali
         const TreeCell content = m_state.Source().Cell(row, column);
         const CellPlaces parts = TreePainter::PlaceParts(content, state, cell, m_places.KeepsExpander(column));
         const Touch touch = content.checked ? m_pointer.TouchOfCheck({row, column}) : Touch::Rest;
-        painter.PaintCell(buffer, content, state, parts, m_places.Column(column).isNumber, touch);
+        painter.PaintCell(buffer, content, state, parts, m_places.Column(column), touch);
     }
+    painter.PaintMark(buffer, {0, 0, width, height}, state.mark);
     if (m_state.ShowsFocus() && hasFocus && row == m_state.FocusedRow()) {
         painter.PaintFocus(buffer, {0, 0, width, height});
     }

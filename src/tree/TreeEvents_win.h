@@ -31,6 +31,7 @@ struct TreeEvents {
     std::function<void()> widthsChanged;  // the user has dragged a divider
     std::function<void()> refreshWanted;  // F5
     std::function<void()> findWanted;     // Ctrl+F
+    std::function<bool()> copyWanted;     // Ctrl+C. True: it is dealt with
 };
 
 }  // namespace brennvar

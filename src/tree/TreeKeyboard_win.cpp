@@ -74,7 +74,9 @@ bool TreeKeyboard::OnControlKey(UINT key) {
             m_state.ChangeSelection(
                 [this](RowSelection& selection) { return selection.SelectAll(m_places.RowCount()); });
             return true;
-        case 'C': CopySelection(m_state); return true;
+        case 'C':
+            if (!m_state.events.copyWanted || !m_state.events.copyWanted()) CopySelection(m_state);
+            return true;
         case 'F':
             if (!m_state.events.findWanted) return false;
             m_state.events.findWanted();
@@ -122,7 +124,7 @@ void TreeKeyboard::ScrollSideways(int pixels) {
 
 void TreeKeyboard::GoLeft() {
     const int row = m_state.FocusedRow();
-    if (!m_state.Setup().hasLevels || !m_state.Source().Has(row)) {
+    if (!m_places.HasLevels() || !m_state.Source().Has(row)) {
         ScrollSideways(-CScrollBar::Thickness());
         return;
     }
@@ -139,7 +141,7 @@ void TreeKeyboard::GoLeft() {
 
 void TreeKeyboard::GoRight() {
     const int row = m_state.FocusedRow();
-    if (!m_state.Setup().hasLevels || !m_state.Source().Has(row)) {
+    if (!m_places.HasLevels() || !m_state.Source().Has(row)) {
         ScrollSideways(CScrollBar::Thickness());
         return;
     }

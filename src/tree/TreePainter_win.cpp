@@ -17,14 +17,12 @@ constexpr int kMargin = 8;
 constexpr int kIndent = 16;  // of one level, and the room of an expand mark
 constexpr int kPicture = 16;
 constexpr int kGap = 6;
+constexpr int kGlyph = 8;
+constexpr int kMark = 3;  // wide
 
 constexpr int kCheckFrames = 6;      // rest, hot, pressed, and the same checked
 constexpr int kUnfocusedShare = 96;  // of the list's ground in a selection without the focus, of 255
 constexpr double kLeastContrast = 4.5;
-
-int Brightness(COLORREF colour) {
-    return (GetRValue(colour) * 299 + GetGValue(colour) * 587 + GetBValue(colour) * 114) / 1000;
-}
 
 // As WCAG 2.1 defines them.
 double Luminance(COLORREF colour) {
@@ -66,7 +64,7 @@ TreePainter::TreePainter(const Look& look)
       m_lineLeft(look.skin.GetSkinColor("GRADIENT_LEFT", 72, 188, 3)),
       m_lineRight(look.skin.GetSkinColor("GRADIENT_RIGHT", 255, 181, 106)),
       m_header(MixColours(look.colours.list, look.colours.page, 200)),
-      m_isDark(Brightness(look.colours.list) < 128),
+      m_isDark(IsDark(look.colours.list)),
       m_pill(PillColour(look.skin)),
       m_check(CSkinImage::Load(look.skin.GetSkinImagePath("CHECK_BUTTON_LIST", "check_button_list.png"))) {
     m_text.SetFont(look.fonts.Text());
@@ -95,8 +93,9 @@ CellPlaces TreePainter::PlaceParts(const TreeCell& cell, const TreeRow& row, con
     }
     if (cell.checked) places.check = Take(rest, Scale(kPicture), Scale(kGap));
     if (cell.icon || cell.image) places.picture = Take(rest, Scale(kPicture), Scale(kGap));
+    if (cell.glyph != CellGlyph::None) places.glyph = Take(rest, Scale(kGlyph), Scale(kGap));
     // Parts that do not fit are not there.
-    for (RECT* part : {&places.expander, &places.check, &places.picture}) {
+    for (RECT* part : {&places.expander, &places.check, &places.picture, &places.glyph}) {
         if (part->right > place.right) *part = {};
     }
     rest.right = std::max(rest.right, rest.left);
@@ -120,7 +119,7 @@ COLORREF TreePainter::RowGround(bool isAlternate, bool isSelected, bool hasFocus
 }
 
 void TreePainter::PaintCell(HDC dc, const TreeCell& cell, const TreeRow& row, const CellPlaces& places,
-                            bool isNumber, Touch check) {
+                            const TreeColumn& column, Touch check) {
     if (!::IsRectEmpty(&places.expander)) {
         DrawTriangle(dc, places.expander, Scale(5), !row.isExpanded, false, m_colours.quietText);
     }
@@ -137,8 +136,34 @@ void TreePainter::PaintCell(HDC dc, const TreeCell& cell, const TreeRow& row, co
     if (StandsOnPill(cell.tone) && m_isDark && !cell.text.empty()) {
         PaintPill(dc, places.text, m_text.Width(dc, cell.text, WidthOf(places.text)));
     }
-    ::SetTextColor(dc, ColourOf(cell));
-    m_text.Draw(dc, places.text, cell.text, isNumber);
+    const COLORREF colour = ColourOf(cell);
+    if (!::IsRectEmpty(&places.glyph)) PaintGlyph(dc, places.glyph, cell.glyph, colour);
+    ::SetTextColor(dc, colour);
+    m_text.Draw(dc, places.text, cell.text, column.isNumber,
+                column.isPath ? CellText::Cut::Path : CellText::Cut::End);
+}
+
+void TreePainter::PaintGlyph(HDC dc, const RECT& place, CellGlyph glyph, COLORREF colour) const {
+    if (glyph == CellGlyph::Bar) {
+        FillSolid(dc, Centred(place, {WidthOf(place), Scale(2)}), colour);
+        return;
+    }
+    const CSelect pen(dc, ::GetStockObject(DC_PEN));
+    const CSelect brush(dc, ::GetStockObject(glyph == CellGlyph::Filled ? DC_BRUSH : NULL_BRUSH));
+    ::SetDCPenColor(dc, colour);
+    ::SetDCBrushColor(dc, colour);
+    ::Ellipse(dc, place.left, place.top, place.right, place.bottom);
+}
+
+void TreePainter::PaintMark(HDC dc, const RECT& row, RowMark mark) const {
+    if (mark == RowMark::None) return;
+    RECT bar{row.left, row.top, row.left + Scale(kMark), row.bottom};
+    if (mark == RowMark::New) return FillSolid(dc, bar, m_colours.accent);
+    // Gone: four pieces, with room for as many between them.
+    const LONG piece = std::max(1, HeightOf(row) / 8);
+    for (LONG top = row.top; top < row.bottom; top += 2 * piece) {
+        FillSolid(dc, {bar.left, top, bar.right, std::min(top + piece, row.bottom)}, m_colours.quietText);
+    }
 }
 
 COLORREF TreePainter::ColourOf(const TreeCell& cell) {
@@ -203,7 +228,7 @@ void TreePainter::PaintHeaderCell(HDC dc, const RECT& place, bool hasDivider, co
         inner.right -= Scale(4);
     }
     ::SetTextColor(dc, m_colours.quietText);
-    m_text.Draw(dc, inner, column.title, column.isNumber);
+    m_text.Draw(dc, inner, column.title, column.isNumber, CellText::Cut::End);
 }
 
 void TreePainter::PaintEmptyText(HDC dc, const RECT& rows, const std::string& text) const {

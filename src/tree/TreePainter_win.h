@@ -17,6 +17,7 @@ struct CellPlaces {
     RECT expander{};
     RECT check{};
     RECT picture{};
+    RECT glyph{};
     RECT text{};
 };
 
@@ -40,8 +41,9 @@ public:
 
     // The ground of a row; the font must be selected and the background mode transparent for everything below.
     [[nodiscard]] COLORREF RowGround(bool isAlternate, bool isSelected, bool hasFocus) const;
-    void PaintCell(HDC dc, const TreeCell& cell, const TreeRow& row, const CellPlaces& places, bool isNumber,
-                   Touch check);
+    void PaintCell(HDC dc, const TreeCell& cell, const TreeRow& row, const CellPlaces& places,
+                   const TreeColumn& column, Touch check);
+    void PaintMark(HDC dc, const RECT& row, RowMark mark) const;
     void PaintFocus(HDC dc, const RECT& row) const;
 
     enum class Sort { None, Up, Down };
@@ -52,6 +54,7 @@ public:
     void PaintEmptyText(HDC dc, const RECT& rows, const std::string& text) const;
 
 private:
+    void PaintGlyph(HDC dc, const RECT& place, CellGlyph glyph, COLORREF colour) const;
     void PaintCheck(HDC dc, const RECT& place, bool isChecked, Touch touch) const;
     [[nodiscard]] COLORREF Readable(COLORREF colour);
     [[nodiscard]] COLORREF ColourOf(const TreeCell& cell);

@@ -29,6 +29,8 @@ public:
     explicit TreePlaces(const TreeSource& source) : m_source(source) {}
 
     void SetColumns(std::span<const TreeColumn> columns, bool hasLevels);
+    void SetHasLevels(bool hasLevels) { m_hasLevels = hasLevels; }
+    [[nodiscard]] bool HasLevels() const { return m_hasLevels; }
     // For a client area and so many rows. What is scrolled to stays as far as there is so much.
     void LayOut(const RECT& client, int rowCount);
     // So many rows have come directly behind this one, or have gone from there: what is in sight goes with them.

@@ -87,10 +87,13 @@ void TreePointer::PressRow(POINT point, UINT keys, bool isSecond) {
     }
     if (!isSecond) {
         m_state.ChangeSelection([=](RowSelection& selection) { return selection.Click(row, held); });
+        return;
+    }
+    const TreeRow shape = m_state.Source().Row(row);
+    if (m_places.HasLevels() && (shape.hasChildren || !m_state.events.opened)) {
+        m_state.ExpandByUser(row, !shape.isExpanded);
     } else if (m_state.events.opened) {
         m_state.events.opened(row);
-    } else if (m_state.Setup().hasLevels) {
-        m_state.ExpandByUser(row, !m_state.Source().Row(row).isExpanded);
     }
 }
 

@@ -8,6 +8,7 @@
 
 #include "base/Windows_win.h"
 #include "config/SkinTones.h"
+#include "tree/CellMarks.h"
 
 namespace brennvar {
 
@@ -17,6 +18,7 @@ struct TreeRow {
     int level = 0;  // 0: top row
     bool hasChildren = false;
     bool isExpanded = false;
+    RowMark mark = RowMark::None;
 };
 
 struct TreeCell {
@@ -26,6 +28,7 @@ struct TreeCell {
     int imageFrame = 0;                 // of frames side by side
     int imageFrameCount = 1;
     std::optional<bool> checked;  // the cell has a check box
+    CellGlyph glyph = CellGlyph::None;
     Tone tone = Tone::Plain;
     std::optional<COLORREF> textColour;  // instead of the tone's, for lines of output
 };
@@ -38,7 +41,9 @@ public:
     virtual ~TreeRows() = default;
     [[nodiscard]] virtual int RowCount() const = 0;
     [[nodiscard]] virtual TreeCell Cell(int row, int column) const = 0;
-    // Only trees have something to say to these.
+    // What the tip of a cell says, when that is more than its text.
+    [[nodiscard]] virtual std::string Tip(int /*row*/, int /*column*/) const { return {}; }
+    // Only trees, and lists that mark rows, have something to say to these.
     [[nodiscard]] virtual TreeRow Row(int /*row*/) const { return {}; }
     // The user opens or closes a row. The tree looks at RowCount() anew afterwards.
     virtual void SetExpanded(int /*row*/, bool /*isExpanded*/) {}
@@ -51,6 +56,7 @@ struct TreeColumn {
     int minimalWidth = 32;
     bool isNumber = false;   // aligned right
     bool takesRoom = false;  // gets what the others leave, at least its minimal width
+    bool isPath = false;     // cut in the middle, so that the file name stays
     // FitToContent leaves room for these, whether or not a row holds them now.
     std::vector<std::string> longest{};
 };

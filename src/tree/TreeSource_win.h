@@ -33,6 +33,13 @@ public:
             return {};
         }
     }
+    [[nodiscard]] std::string Tip(int row, int column) const noexcept {
+        try {
+            return Has(row) ? m_rows->Tip(row, column) : std::string();
+        } catch (...) {
+            return {};
+        }
+    }
     void SetExpanded(int row, bool isExpanded) const noexcept {
         try {
             if (Has(row)) m_rows->SetExpanded(row, isExpanded);

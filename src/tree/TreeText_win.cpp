@@ -1,7 +1,8 @@
 #include "tree/TreeText_win.h"
 
 #include <algorithm>
-#include <cstring>
+
+#include "ui/Clipboard_win.h"
 
 namespace brennvar {
 namespace {
@@ -12,21 +13,6 @@ void AppendFlat(std::string& text, const std::string& cell) {
         const bool parts = character == '\t' || character == '\r' || character == '\n' || character == '\0';
         text += parts ? ' ' : character;
     }
-}
-
-void CopyText(HWND owner, const std::string& text) {
-    if (!::OpenClipboard(owner)) return;
-    ::EmptyClipboard();
-    const HGLOBAL memory = ::GlobalAlloc(GMEM_MOVEABLE, text.size() + 1);
-    if (void* bytes = memory ? ::GlobalLock(memory) : nullptr) {
-        std::memcpy(bytes, text.c_str(), text.size() + 1);
-        ::GlobalUnlock(memory);
-        // The clipboard owns the memory when it has taken it.
-        if (!::SetClipboardData(CF_TEXT, memory)) ::GlobalFree(memory);
-    } else if (memory) {
-        ::GlobalFree(memory);
-    }
-    ::CloseClipboard();
 }
 
 }  // namespace
@@ -49,7 +35,7 @@ void CopySelection(const TreeState& state) {
             text += TextOfRow(state, row) + "\r\n";
         }
     }
-    if (count > 0) CopyText(state.Window(), text);
+    if (count > 0) CopyToClipboard(state.Window(), text);
 }
 
 }  // namespace brennvar

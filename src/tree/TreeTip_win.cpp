@@ -25,11 +25,14 @@ void TreeTip::OnTimer() {
     if (m_cell.row < 0 || m_cell.row >= m_places.RowCount()) return;
     const TreeCell cell = m_source.Cell(m_cell.row, m_cell.column);
     const CellPlaces parts = m_places.PartsOf(m_cell);
-    if (cell.text.empty() || !IsCut(cell, parts)) return;
+    m_says = m_source.Tip(m_cell.row, m_cell.column);
+    if (m_says.empty() && (cell.text.empty() || !IsCut(cell, parts))) return;
     RECT text = parts.text;
     text.left = std::max(text.left, m_places.Rows().left);
+    // What says something else than the cell stands below it.
+    if (!m_says.empty()) ::OffsetRect(&text, 0, HeightOf(text));
     ::MapWindowPoints(m_window.Window(), nullptr, reinterpret_cast<POINT*>(&text), 2);
-    m_tip->Show(m_window.Window(), text, cell.text);
+    m_tip->Show(m_window.Window(), text, m_says.empty() ? cell.text : m_says);
 }
 
 bool TreeTip::IsCut(const TreeCell& cell, const CellPlaces& parts) const {
@@ -40,7 +43,10 @@ bool TreeTip::IsCut(const TreeCell& cell, const CellPlaces& parts) const {
 }
 
 void TreeTip::HideUnlessSame() {
-    if (!m_tip->IsShown() || m_source.Cell(m_cell.row, m_cell.column).text != m_tip->Text()) Hide();
+    if (!m_tip->IsShown()) return Hide();
+    const std::string says = m_source.Tip(m_cell.row, m_cell.column);
+    // Another tip for the same cell is a number that has gone on: what was asked for still stands there.
+    if (says.empty() ? m_source.Cell(m_cell.row, m_cell.column).text != m_tip->Text() : m_says.empty()) Hide();
 }
 
 void TreeTip::Hide() {

@@ -1,8 +1,9 @@
-// Shows the whole text of a cell that is cut, when the mouse rests over it.
+// Shows what a list says of a cell, or the whole text of a cell that is cut, when the mouse rests over it.
 #pragma once
 
 #include <memory>
 #include <optional>
+#include <string>
 
 #include "tree/CellTip_win.h"
 #include "tree/TreePlaces_win.h"
@@ -34,7 +35,8 @@ private:
     const TreeSource& m_source;
     const TreePainter* m_painter = nullptr;
     std::unique_ptr<CCellTip> m_tip;
-    CellId m_cell;  // the one below the mouse
+    CellId m_cell;       // the one below the mouse
+    std::string m_says;  // what the owner says of it; empty: its text
 };
 
 }  // namespace brennvar

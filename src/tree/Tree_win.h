@@ -38,6 +38,8 @@ public:
     void MoveRowsBehind(int row, int by) { m_state.MoveRowsBehind(row, by); }
     // One row looks different; there are as many as before.
     void RefreshRow(int row) const { m_state.RepaintRow(row); }
+    // Whether rows may have children; shown with the next Refresh.
+    void SetHasLevels(bool hasLevels) { m_state.Places().SetHasLevels(hasLevels); }
     void SetEmptyText(const std::string& text) { m_state.SetEmptyText(text); }
 
     // None of these calls an event.

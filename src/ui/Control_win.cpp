@@ -42,18 +42,31 @@ std::optional<LRESULT> ReflectMessage(UINT message, WPARAM wParam, LPARAM lParam
 
 CControl::~CControl() {
     if (!m_window) return;
-    ::SetWindowLongPtrA(m_window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(m_windowsOwn));
+    SetProcedure(m_window, m_windowsOwn.procedure, m_windowsOwn.isWide);
     ::SetWindowLongPtrA(m_window, GWLP_USERDATA, 0);
 }
 
+LRESULT CControl::WindowsOwn::Call(HWND window, UINT message, WPARAM wParam, LPARAM lParam) const {
+    return (isWide ? ::CallWindowProcW : ::CallWindowProcA)(procedure, window, message, wParam, lParam);
+}
+
+// The call that sets a window's procedure decides whether the window takes texts in Unicode.
+WNDPROC CControl::SetProcedure(HWND window, WNDPROC procedure, bool isWide) {
+    const auto set = isWide ? ::SetWindowLongPtrW : ::SetWindowLongPtrA;
+    return reinterpret_cast<WNDPROC>(set(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(procedure)));
+}
+
 void CControl::Attach(HWND control, HFONT font) {
+    Subclass(control, font, false);
+}
+
+void CControl::Subclass(HWND control, HFONT font, bool isWide) {
     if (!control) return;
     m_window = control;
     // Not with the helpers of the common controls, which look the object up in the window's properties for each
     // message: the object stands in the room that the control's class leaves to its user.
     ::SetWindowLongPtrA(control, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
-    m_windowsOwn = reinterpret_cast<WNDPROC>(
-        ::SetWindowLongPtrA(control, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&CControl::Procedure)));
+    m_windowsOwn = {SetProcedure(control, &CControl::Procedure, isWide), isWide};
     SetControlFont(control, font);
 }
 
@@ -63,6 +76,13 @@ void CControl::Make(HWND parent, const char* className, const std::string& text,
         ::CreateWindowExA(extendedStyle, className, text.c_str(), WS_CHILD | WS_VISIBLE | style, 0, 0, 0, 0, parent,
                           reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), ::GetModuleHandleA(nullptr), nullptr),
         font);
+}
+
+void CControl::MakeWide(HWND parent, const wchar_t* className, DWORD style, int id, HFONT font) {
+    Subclass(
+        ::CreateWindowExW(0, className, L"", WS_CHILD | WS_VISIBLE | style, 0, 0, 0, 0, parent,
+                          reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), ::GetModuleHandleA(nullptr), nullptr),
+        font, true);
 }
 
 std::string CControl::Text() const {
@@ -97,18 +117,18 @@ UINT CControl::PrefixFormat() const {
 }
 
 LRESULT CControl::CallWindows(UINT message, WPARAM wParam, LPARAM lParam) {
-    return ::CallWindowProcA(m_windowsOwn, m_window, message, wParam, lParam);
+    return m_windowsOwn.Call(m_window, message, wParam, lParam);
 }
 
 LRESULT CControl::CallSilently(UINT message, WPARAM wParam, LPARAM lParam) {
     const HWND window = m_window;
-    const WNDPROC windowsOwn = m_windowsOwn;
+    const WindowsOwn windowsOwn = m_windowsOwn;
     // Turning the painting on again would show a control that is hidden; one that nobody sees paints nothing.
     const bool isVisible = ::IsWindowVisible(window) != FALSE;
-    if (isVisible) ::CallWindowProcA(windowsOwn, window, WM_SETREDRAW, FALSE, 0);
-    const LRESULT result = ::CallWindowProcA(windowsOwn, window, message, wParam, lParam);
+    if (isVisible) windowsOwn.Call(window, WM_SETREDRAW, FALSE, 0);
+    const LRESULT result = windowsOwn.Call(window, message, wParam, lParam);
     if (!isVisible || !::IsWindow(window)) return result;
-    ::CallWindowProcA(windowsOwn, window, WM_SETREDRAW, TRUE, 0);
+    windowsOwn.Call(window, WM_SETREDRAW, TRUE, 0);
     // A window that does not show has nothing left to be painted, and neither have the windows in it.
     ::RedrawWindow(window, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
     return result;
@@ -118,19 +138,19 @@ LRESULT CALLBACK CControl::Procedure(HWND window, UINT message, WPARAM wParam, L
     auto* control = reinterpret_cast<CControl*>(::GetWindowLongPtrA(window, GWLP_USERDATA));
     if (!control) return ::DefWindowProcA(window, message, wParam, lParam);
     // The object may end while it handles the message.
-    const WNDPROC windowsOwn = control->m_windowsOwn;
+    const WindowsOwn windowsOwn = control->m_windowsOwn;
     if (message == WM_NCDESTROY) {
         control->m_window = nullptr;
         ::SetWindowLongPtrA(window, GWLP_USERDATA, 0);
-        ::SetWindowLongPtrA(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(windowsOwn));
-        return ::CallWindowProcA(windowsOwn, window, message, wParam, lParam);
+        SetProcedure(window, windowsOwn.procedure, windowsOwn.isWide);
+        return windowsOwn.Call(window, message, wParam, lParam);
     }
     std::optional<LRESULT> result;
     try {
         result = control->Dispatch(message, wParam, lParam);
     } catch (...) {  // NOLINT(bugprone-empty-catch): must not cross Windows, which handles the message then
     }
-    return result ? *result : ::CallWindowProcA(windowsOwn, window, message, wParam, lParam);
+    return result ? *result : windowsOwn.Call(window, message, wParam, lParam);
 }
 
 std::optional<LRESULT> CControl::Dispatch(UINT message, WPARAM wParam, LPARAM lParam) {

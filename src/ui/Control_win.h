@@ -44,6 +44,9 @@ protected:
     void Make(HWND parent, const char* className, const std::string& text, DWORD style, int id, HFONT font,
               DWORD extendedStyle = 0);
 
+    // The same, of a class and with texts in Unicode: what Windows paints of them is right in every language.
+    void MakeWide(HWND parent, const wchar_t* className, DWORD style, int id, HFONT font);
+
     // Paints the whole client area. The DC is a buffer that shows the parent's ground.
     virtual void OnPaint(HDC, const RECT& /*client*/) {}
     // False for a class that paints its inside itself (an edit field): OnPaint is not called.
@@ -67,13 +70,22 @@ protected:
     [[nodiscard]] HFONT Font() const;
 
 private:
+    // The procedure of the control's class, and how it is called.
+    struct WindowsOwn {
+        WNDPROC procedure = nullptr;
+        bool isWide = false;
+        LRESULT Call(HWND window, UINT message, WPARAM wParam, LPARAM lParam) const;
+    };
+
     static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept;
     std::optional<LRESULT> Dispatch(UINT message, WPARAM wParam, LPARAM lParam);
+    void Subclass(HWND control, HFONT font, bool isWide);
+    static WNDPROC SetProcedure(HWND window, WNDPROC procedure, bool isWide);
     void PaintBuffered();
     void SetHot(bool hot);
 
     HWND m_window = nullptr;
-    WNDPROC m_windowsOwn = nullptr;  // the procedure of the control's class
+    WindowsOwn m_windowsOwn;
     bool m_isHot = false;
 };
 

@@ -16,10 +16,11 @@ int ScreenDpi() {
     return dpi;
 }
 
-UniqueFont MakeFont(int height, int weight, BYTE charset, const char* face) {
+UniqueFont MakeFont(int height, int weight, BYTE charset, const char* face,
+                    DWORD pitchAndFamily = DEFAULT_PITCH | FF_SWISS) {
     return UniqueFont(::CreateFontA(Scale(height), 0, 0, 0, weight, FALSE, FALSE, FALSE, charset,
-                                    OUT_DEFAULT_PRECIS, CLIP_DEFAULT_PRECIS, CLEARTYPE_QUALITY,
-                                    DEFAULT_PITCH | FF_SWISS, face));
+                                    OUT_DEFAULT_PRECIS, CLIP_DEFAULT_PRECIS, CLEARTYPE_QUALITY, pitchAndFamily,
+                                    face));
 }
 
 }  // namespace
@@ -33,7 +34,8 @@ int Scale(int pixels) {
 CFonts::CFonts(BYTE charset, const char* face)
     : m_text(MakeFont(kTextHeight, FW_NORMAL, charset, face)),
       m_bold(MakeFont(kBoldHeight, FW_BOLD, charset, face)),
-      m_title(MakeFont(kTitleHeight, FW_BOLD, charset, face)) {}
+      m_title(MakeFont(kTitleHeight, FW_BOLD, charset, face)),
+      m_fixed(MakeFont(kTextHeight, FW_NORMAL, charset, kFixedFace, FIXED_PITCH | FF_MODERN)) {}
 
 void SetControlFont(HWND control, HFONT font) {
     ::SendMessageA(control, WM_SETFONT, reinterpret_cast<WPARAM>(font), FALSE);

@@ -11,16 +11,19 @@ namespace brennvar {
 class CFonts {
 public:
     static constexpr char kFace[] = "Segoe UI";
+    static constexpr char kFixedFace[] = "Consolas";  // where it lacks, Windows takes another of one width
     // The character set of the active language (0: ANSI): it decides what the bytes of a text mean.
     explicit CFonts(BYTE charset = ANSI_CHARSET, const char* face = kFace);
     [[nodiscard]] HFONT Text() const { return m_text.Get(); }
     [[nodiscard]] HFONT Bold() const { return m_bold.Get(); }    // emphasised text
     [[nodiscard]] HFONT Title() const { return m_title.Get(); }  // page titles, and what decides a question
+    [[nodiscard]] HFONT Fixed() const { return m_fixed.Get(); }  // letters of one width
 
 private:
     UniqueFont m_text;
     UniqueFont m_bold;
     UniqueFont m_title;
+    UniqueFont m_fixed;
 };
 
 // Gives a font to a control without painting it yet.

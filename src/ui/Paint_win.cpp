@@ -67,6 +67,11 @@ COLORREF MixColours(COLORREF first, COLORREF second, int share) {
                mix(GetBValue(first), GetBValue(second)));
 }
 
+bool IsDark(COLORREF colour) {
+    // The brightness that an eye sees, in thousandths of each part.
+    return (GetRValue(colour) * 299 + GetGValue(colour) * 587 + GetBValue(colour) * 114) / 1000 < 128;
+}
+
 void DrawLabel(HDC dc, HFONT font, const RECT& place, const std::string& text, COLORREF colour, UINT format) {
     const CSelect select(dc, font);
     const COLORREF oldColour = ::SetTextColor(dc, colour);

@@ -100,6 +100,8 @@ void DrawFrame(HDC dc, const RECT& place, COLORREF colour);
 void FillGradient(HDC dc, const RECT& place, COLORREF from, COLORREF to, bool isVertical);
 // A mixture: share 0 is only the first colour, 255 only the second.
 [[nodiscard]] COLORREF MixColours(COLORREF first, COLORREF second, int share);
+// A ground that light text reads on.
+[[nodiscard]] bool IsDark(COLORREF colour);
 // Text in the font's character set, without ground. format: DT_ flags; DT_NOPREFIX has to be given where "&" is no
 // mnemonic.
 void DrawLabel(HDC dc, HFONT font, const RECT& place, const std::string& text, COLORREF colour, UINT format);

@@ -7,6 +7,7 @@
 #define IDD_MESSAGE_OK 190
 #define IDD_MESSAGE_OK_CANCEL 442
 #define IDD_PAGE 900
+#define IDD_DETAILS 980
 
 // Icons
 #define IDI_PROGRAM 159  // the program's; also the number of its icon in the notification area
@@ -18,6 +19,12 @@
 // Message dialogs; the buttons are IDOK and IDCANCEL, and between them
 #define IDC_MESSAGE 905
 #define IDC_MESSAGE_OTHER 1120
+
+// Details
+#define IDC_DETAILS_PANEL 981
+#define IDC_DETAILS_BYTES_HEADING 982
+#define IDC_DETAILS_BYTES 983
+#define IDC_DETAILS_COPY 984
 
 // Pages
 #define IDC_PAGE_TITLE 910

@@ -69,7 +69,7 @@ std::vector<ListColumn> ApplicationsModel::Columns() const {
         actions.push_back(m_language.GetText(LookOf(state).text));
     }
     return {{.title = m_language.GetText(1027, "Name"), .width = 200, .clickAction = IDC_APPLICATIONS_DETAILS},
-            {.title = m_language.GetText(1026, "Path"), .width = 240, .takesRoom = true},
+            {.title = m_language.GetText(1026, "Path"), .width = 240, .takesRoom = true, .isPath = true},
             {.title = m_language.GetText(1028, "Action"),
              .width = 96,
              .longest = std::move(actions),

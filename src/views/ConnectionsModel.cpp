@@ -21,7 +21,7 @@ std::vector<ListColumn> ConnectionsModel::Columns() const {
             {.title = m_language.GetText(1023, "PID"), .width = 48, .isNumber = true},
             {.title = m_language.GetText(1024, "Bytes in"), .width = 80, .isNumber = true},
             {.title = m_language.GetText(1025, "Bytes out"), .width = 80, .isNumber = true},
-            {.title = m_language.GetText(1026, "Path"), .width = 96, .takesRoom = true}};
+            {.title = m_language.GetText(1026, "Path"), .width = 96, .takesRoom = true, .isPath = true}};
 }
 
 std::string ConnectionsModel::EmptyText() const {

@@ -2,12 +2,15 @@
 
 #include <gtest/gtest.h>
 
+#include <commctrl.h>
+
 #include <utility>
 
 #include "config/ResourceIds.h"
 #include "support/FakeUserValues.h"
 #include "tree/TreeMessages_win.h"
 #include "ui/ChildControls_win.h"
+#include "ui/ToolkitIds.h"
 
 namespace brennvar {
 namespace {
@@ -22,6 +25,8 @@ constexpr ListAction kActions[] = {
 // A name, a number whose text says nothing of its place, and the key of each row.
 class Model final : public ListModel {
 public:
+    explicit Model(bool arrangesRows) : m_arrangesRows(arrangesRows) {}
+
     struct Entry {
         std::string name;
         std::uint64_t number;
@@ -30,6 +35,13 @@ public:
     std::string done;  // actions with their rows
     std::string read;
     int woken = 0;
+    RowOrder order;  // as the page wants it
+    std::string chosen;
+    std::optional<ListProgress> progress;
+    std::optional<ListQuestion> leaving;
+    std::string summary;
+    bool isTree = false;  // the first row is the parent of all others
+    int never = -1;       // the row for which no action is offered
 
     [[nodiscard]] std::string Name() const override { return "Test"; }
     [[nodiscard]] std::vector<ListColumn> Columns() const override {
@@ -67,9 +79,29 @@ public:
         });
     }
     [[nodiscard]] ListView& Page() const { return *View(); }
+
+    [[nodiscard]] std::optional<std::string> Summary() const override { return summary; }
+    [[nodiscard]] RowShape Shape(int row) const override {
+        return isTree ? RowShape{row == 0 ? 0 : 1, row == 0, row == 0} : RowShape{};
+    }
+    [[nodiscard]] bool ArrangesItself() const override { return m_arrangesRows; }
+    void ArrangeBy(const RowOrder& wanted) override { order = wanted; }
+    [[nodiscard]] int AllRowCount() const override { return m_arrangesRows ? 1000 : RowCount(); }
+    [[nodiscard]] std::vector<ListChoice> Choices() const override {
+        return {{.id = 200, .label = "Show", .items = {"all", "some"}, .chosen = 1, .width = 100},
+                {.id = 201, .label = "Group", .chosen = 1}};
+    }
+    void Choose(int id, int item) override { chosen += std::to_string(id) + "=" + std::to_string(item) + " "; }
+    [[nodiscard]] std::optional<ListProgress> Progress() const override { return progress; }
+    void StopProgress() override { progress.reset(); }
+    [[nodiscard]] std::optional<ListQuestion> LeavingQuestion() const override { return leaving; }
+    [[nodiscard]] bool CanDo(int, int row) const override { return row < 0 || row != never; }
+
+private:
+    const bool m_arrangesRows;
 };
 
-class ListPageTest : public testing::Test {
+class ListPageTest : public testing::Test, protected PageOwner {
 protected:
     CFonts fonts;
     Language language{nullptr};
@@ -85,16 +117,19 @@ protected:
         page.reset();
         ::DestroyWindow(parent);
     }
-    void MakePage() {
-        auto made = std::make_unique<Model>();
+    void MakePage(bool arrangesRows = false) {
+        auto made = std::make_unique<Model>(arrangesRows);
         model = made.get();
-        page = std::make_unique<ListPage>(ListPageContext{fonts, language, values}, PageTexts{"title", "line", ""},
-                                          std::move(made));
+        page = std::make_unique<ListPage>(ListPageContext{fonts, language, values, *this},
+                                          PageTexts{"title", "line", ""}, std::move(made));
         ASSERT_TRUE(page->Create(parent));
         page->Place({0, 0, 800, 500});
         page->Show();
         list = page->Item(IDC_PAGE_LIST);
     }
+
+    void OpenPageAt(int, const std::string&) override {}
+    void Notify(const std::string&, const std::string&) override {}
 
     [[nodiscard]] LRESULT Ask(UINT message, int row, int column = 0) const {
         return ::SendMessageA(list, message, static_cast<WPARAM>(row), column);
@@ -246,6 +281,99 @@ TEST_F(ListPageTest, ColumnsFitWhatTheyHoldUntilTheUserHasSetThem) {
     model->Set(many);
     EXPECT_EQ(width(0), Scale(50));
     EXPECT_EQ(width(2), Scale(50));
+}
+
+TEST_F(ListPageTest, AModelThatArrangesItsRowsIsToldHowAndKeepsSelectionAndPlace) {
+    page.reset();
+    MakePage(true);
+    std::vector<Model::Entry> many;
+    for (std::uint64_t i = 0; i < 100; ++i) many.push_back({std::to_string(i), i});
+    model->Set(many);
+    (void)Ask(kTreeClickHeader, 1);
+    Search("9");
+    EXPECT_EQ(model->order.column, 1);
+    EXPECT_TRUE(model->order.isNumber);
+    EXPECT_EQ(model->order.searched, "9");
+    EXPECT_EQ(Ask(kTreeGetRowCount, 0), 100) << "the rows are the model's affair";
+    model->Set(many);
+
+    Select(60);
+    (void)Ask(kTreeEnsureVisible, 60);
+    const auto first = Ask(kTreeGetFirstVisibleRow, 0);
+    ASSERT_GT(first, 0);
+    many.insert(many.begin(), {{"x", 0}, {"y", 0}, {"z", 0}});
+    model->rows = many;
+    model->Page().RowsCameFirst(3);
+    EXPECT_EQ(Selected(), "60");
+    EXPECT_EQ(Ask(kTreeGetFirstVisibleRow, 0), first + 3) << "what is in sight stays there";
+    many.erase(many.begin(), many.begin() + 2);
+    model->Set(many);
+    EXPECT_EQ(Selected(), "60");
+    EXPECT_EQ(Ask(kTreeGetFirstVisibleRow, 0), first + 1);
+    many.push_back({"last", 1});
+    model->Set(many, ListView::Change::Behind);
+    EXPECT_EQ(Selected(), "60");
+    EXPECT_EQ(Name(101), "last");
+
+    ::SendMessageA(list, WM_VSCROLL, SB_TOP, 0);
+    model->rows.insert(model->rows.begin(), {"newest", 0});
+    model->Page().RowsCameFirst(1);
+    EXPECT_EQ(Ask(kTreeGetFirstVisibleRow, 0), 0) << "who looks at the newest rows sees the next ones come";
+    EXPECT_EQ(Selected(), "60");
+}
+
+TEST_F(ListPageTest, ChoicesProgressAndSummaryStandAboveTheList) {
+    EXPECT_EQ(TextOfWindow(page->Item(200)), "some");
+    EXPECT_EQ(::SendMessageA(page->Item(201), BM_GETCHECK, 0, 0), BST_CHECKED);
+    ::SendMessageA(page->Item(200), CB_SETCURSEL, 0, 0);
+    ::SendMessageA(page->Window(), WM_COMMAND, MAKEWPARAM(200, CBN_SELCHANGE), 0);
+    ::SendMessageA(page->Item(201), BM_CLICK, 0, 0);
+    EXPECT_EQ(model->chosen, "200=0 201=0 ");
+
+    EXPECT_FALSE(::IsWindowVisible(page->Item(IDC_PAGE_STOP)));
+    for (const bool byButton : {true, false}) {
+        model->progress = ListProgress{.done = 25, .total = 100};
+        model->Page().ProgressChanged();
+        EXPECT_TRUE(::IsWindowVisible(page->Item(IDC_PAGE_STOP)));
+        EXPECT_EQ(::SendMessageA(page->Item(IDC_PAGE_PROGRESS), PBM_GETPOS, 0, 0), 25);
+        if (byButton) {
+            ::SendMessageA(page->Item(IDC_PAGE_STOP), BM_CLICK, 0, 0);
+        } else {
+            page->OnEscape();
+        }
+        EXPECT_FALSE(model->progress);
+        model->Page().ProgressChanged();
+        EXPECT_FALSE(::IsWindowVisible(page->Item(IDC_PAGE_STOP)));
+    }
+    EXPECT_TRUE(page->MayLeave()) << "nothing that could be lost";
+
+    EXPECT_EQ(TextOfWindow(page->Item(IDC_PAGE_LINE)), "line");
+    model->summary = "3 of 4";
+    model->Set({});
+    EXPECT_EQ(TextOfWindow(page->Item(IDC_PAGE_LINE)), "3 of 4");
+}
+
+TEST_F(ListPageTest, ActionsAreOfferedForTheRowsTheyAreMeantFor) {
+    model->Set({{"a", 1}, {"b", 2}});
+    model->never = 1;
+    Select(1);
+    EXPECT_FALSE(IsEnabled(kRemove));
+    Press(VK_DELETE);
+    Press(VK_SPACE);
+    Click(1, 1);
+    EXPECT_EQ(Done(), "");
+    page->ShowRow("a");
+    EXPECT_EQ(Selected(), "a");
+    EXPECT_TRUE(IsEnabled(kRemove));
+    page->ShowRow("later");
+    model->Set({{"a", 1}, {"later", 2}});
+    EXPECT_EQ(Selected(), "later") << "as soon as it is there";
+    page.reset();
+    MakePage(true);
+    model->isTree = true;
+    model->Set({{"a", 1}, {"b", 2}});
+    EXPECT_EQ(Ask(kTreeGetExpanded, 0), 1);
+    EXPECT_EQ(Ask(kTreeGetLevel, 1), 1);
 }
 
 }  // namespace

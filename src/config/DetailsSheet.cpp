@@ -1,4 +1,4 @@
-#include "dialogs/DetailsSheet.h"
+#include "config/DetailsSheet.h"
 
 namespace brennvar {
 

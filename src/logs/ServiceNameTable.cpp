@@ -1,4 +1,4 @@
-#include "prompts/ServiceNameTable.h"
+#include "logs/ServiceNameTable.h"
 
 #include "ipc/DriverRecords.h"
 

@@ -1,0 +1,15 @@
+// Asks where a file is to be written, with Windows' own dialog.
+#pragma once
+
+#include <optional>
+
+#include "base/Windows_win.h"
+#include "dialogs/SaveWish.h"
+
+namespace brennvar {
+
+// Pumps messages until the user has answered. Nothing: the user would rather not. Whether an existing file is to be
+// replaced has been asked.
+[[nodiscard]] std::optional<SavePlace> AskSavePlace(HWND owner, const SaveWish& wish);
+
+}  // namespace brennvar

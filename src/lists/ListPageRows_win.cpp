@@ -1,0 +1,162 @@
+// Which rows a list page shows, in which order, and what of them is selected after they have changed.
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "lists/ListPage_win.h"
+
+namespace brennvar {
+namespace {
+
+// Of more selected rows than anybody has picked one by one, the keys are not made.
+constexpr int kMostKeptRows = 10'000;
+
+}  // namespace
+
+void ListPage::BeforeChange() {
+    m_selectedBefore.clear();
+    m_focusedBefore.reset();
+    m_firstBefore.reset();
+    const auto keyOf = [this](int row) { return m_model->Key(SourceRowOf(row)); };
+    const auto count = m_list->SelectedRows().Count();
+    m_wasAllSelected = count > 1 && count == RowCount();
+    if (!m_wasAllSelected && count <= kMostKeptRows) {
+        for (const int row : SelectedSourceRows()) m_selectedBefore.insert(m_model->Key(row));
+    }
+    if (const int focused = FocusedRow(); focused >= 0) m_focusedBefore = keyOf(focused);
+    const int first = m_list->FirstVisibleRow();
+    if (m_arrangesItself && first > 0 && first < RowCount()) m_firstBefore = keyOf(first);
+}
+
+void ListPage::AfterChange(Change change) {
+    m_arranger.Forget();
+    SummaryChanged();
+    if (change == Change::Looks) {
+        m_list->Refresh();
+        return;
+    }
+    if (change == Change::Behind && m_arrangesItself) {
+        m_list->Refresh();
+        ShowCount();
+        FindWantedRow();
+        return;
+    }
+    m_list->SetHasLevels(m_model->RowCount() > 0 && m_model->Shape(0).hasChildren);
+    Arrange();
+    RestoreSelection();
+    if (m_arrangesItself && !std::exchange(m_hasNewOrder, false) && m_firstBefore) {
+        if (const int first = m_model->FindRow(*m_firstBefore); first >= 0) m_list->ScrollTo(first);
+    }
+    OnSelectionChanged();
+    if (!m_hasUserWidths) m_list->FitToContent();
+    FindWantedRow();
+}
+
+void ListPage::RestoreSelection() {
+    RowRanges rows;
+    int focused = -1;
+    if (m_wasAllSelected) rows.Add(0, RowCount() - 1);
+    if (m_arrangesItself) {
+        for (const std::string& key : m_selectedBefore) {
+            if (const int row = m_model->FindRow(key); row >= 0) rows.Add(row, row);
+        }
+        if (m_focusedBefore) focused = m_model->FindRow(*m_focusedBefore);
+    } else if (!m_selectedBefore.empty() || m_focusedBefore) {
+        for (int row = 0; row < RowCount(); ++row) {
+            const std::string key = m_model->Key(SourceRowOf(row));
+            if (m_selectedBefore.contains(key)) rows.Add(row, row);
+            if (focused < 0 && key == m_focusedBefore) focused = row;
+        }
+    }
+    m_list->SetSelection(std::move(rows), focused);
+}
+
+void ListPage::RowsCameFirst(int count) {
+    const bool followsFirst = m_list->FirstVisibleRow() == 0;
+    SummaryChanged();
+    m_list->MoveRowsBehind(-1, count);
+    m_list->Refresh();
+    if (followsFirst) m_list->ScrollTo(0);
+    ShowCount();
+}
+
+void ListPage::ShowRow(const std::string& key) {
+    m_wantedRow = key;
+    if (!m_order.searched.empty()) m_search.SetText("");  // EN_CHANGE shows all rows
+    FindWantedRow();
+}
+
+void ListPage::FindWantedRow() {
+    if (m_wantedRow.empty()) return;
+    for (int row = 0; row < RowCount(); ++row) {
+        if (m_model->Key(SourceRowOf(row)) != m_wantedRow) continue;
+        m_wantedRow.clear();
+        m_list->SelectRow(row);
+        m_list->EnsureVisible(row);
+        ::SetFocus(m_list->Window());
+        OnSelectionChanged();
+        return;
+    }
+}
+
+void ListPage::Rearrange() {
+    if (m_arrangesItself) {
+        m_hasNewOrder = true;
+        m_model->ArrangeBy(m_order);
+        ShowEmptyText();
+        return;
+    }
+    std::vector<bool> selected(static_cast<std::size_t>(m_model->RowCount()));
+    for (const int row : SelectedSourceRows()) selected[static_cast<std::size_t>(row)] = true;
+    const bool hasSelection = HasSelection();
+    const int focusedSource = FocusedRow() >= 0 ? SourceRowOf(FocusedRow()) : -1;
+    Arrange();
+    RowRanges rows;
+    int focused = -1;
+    for (int row = 0; row < RowCount() && (hasSelection || focusedSource >= 0); ++row) {
+        if (selected[static_cast<std::size_t>(SourceRowOf(row))]) rows.Add(row, row);
+        if (SourceRowOf(row) == focusedSource) focused = row;
+    }
+    m_list->SetSelection(std::move(rows), focused);
+    OnSelectionChanged();
+}
+
+void ListPage::Arrange() {
+    if (!m_arrangesItself) m_shown = m_arranger.Arrange(*m_model, static_cast<int>(m_columns.size()), m_order);
+    ShowEmptyText();
+    m_list->Refresh();
+    ShowCount();
+}
+
+void ListPage::ShowCount() {
+    const int count = m_model->AllRowCount();
+    std::string shown = m_context.language.GetText(1048, "Entries:") + " " + std::to_string(RowCount());
+    if (RowCount() != count) shown += " / " + std::to_string(count);
+    m_count.SetText(shown);
+}
+
+void ListPage::ShowEmptyText() {
+    const bool isSearched = !m_order.searched.empty() && m_model->AllRowCount() > 0;
+    m_list->SetEmptyText(
+        isSearched ? m_context.language.GetText(1047, "Nothing here holds the text that you are looking for.")
+                   : m_model->EmptyText());
+}
+
+void ListPage::SortBy(int column) {
+    // Upwards, downwards, and then as it was read.
+    if (m_order.column != column) {
+        m_order.column = column;
+        m_order.isAscending = true;
+    } else if (m_order.isAscending) {
+        m_order.isAscending = false;
+    } else {
+        m_order.column = RowOrder::kAsRead;
+        m_order.isAscending = true;
+    }
+    m_order.isNumber =
+        m_order.column != RowOrder::kAsRead && m_columns[static_cast<std::size_t>(m_order.column)].isNumber;
+    m_list->SetSortMark(m_order.column, m_order.isAscending);
+    Rearrange();
+}
+
+}  // namespace brennvar
