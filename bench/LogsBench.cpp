@@ -99,7 +99,7 @@ struct Page final : LogNewsSink {
     bool stopsAtFirst = false;
     std::size_t read = 0;  // rows with their texts
     void Put(LogNews news) override {
-        if (news.isAnew) rows.Restart(LogRows::Order::NewestFirst, static_cast<std::uint32_t>(news.total));
+        if (news.isAnew) rows.Restart(LogRows::Order::NewestFirst, static_cast<std::uint32_t>(news.total), false);
         rows.AddFound(news.plain, std::move(news.numbers));
         read += news.rows.size();
         if (stopsAtFirst) stop.Request();

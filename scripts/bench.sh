@@ -11,6 +11,7 @@ cd "$(dirname "$0")/.."
 #   speed  the measure's speed as a part of the yardstick's, at least the goal
 #   times  the measure's time as a multiple of the yardstick's, at most the goal
 #   ms     the measure's time in milliseconds, below the goal; no yardstick
+#   bytes  what the measure has allocated for each record at most, at most the goal; no yardstick
 measures='
 decipher_rules    DecipherRules   CopyRules      speed  0.7
 look_up_rule      LookUpLastRule  ReadRulesFile  times  2.0
@@ -20,6 +21,14 @@ connections_sorted    Refresh/sorted      SortTables  times  4.0
 connections_address   Refresh/by_address  SortTables  times  4.0
 connections_grouped   Refresh/grouped     SortTables  times  4.0
 connections_searched  Refresh/searched    SortTables  times  4.0
+log_newest_rows   NewestRows        -               ms     10
+log_list          ListTrafficLog    ReadTrafficLog  times  1.5
+log_filter        FilterTrafficLog  ReadTrafficLog  times  1.2
+log_search        SearchTrafficLog  ReadTrafficLog  times  3.0
+log_search_digits SearchAddress     ReadTrafficLog  times  3.0
+log_list_bytes    ListTrafficLog    -               bytes  16
+log_sort_bytes    SortTrafficLog/3  -               bytes  16
+log_export        ExportTrafficLog  WriteExport     times  2.0
 '
 
 # Under Wine, in programs that let measure and yardstick take turns: name, how the value is meant (as above), goal.
@@ -70,10 +79,12 @@ cmake --build --preset bench >"$logs/build-bench.log" || { tail -n 60 "$logs/bui
 
 # Interleaved, so that a measure and its yardstick meet the same state of the machine.
 say "running each benchmark $repetitions times" >&2
-build/bench/bench/core_bench --benchmark_repetitions="$repetitions" --benchmark_enable_random_interleaving=true \
-    --benchmark_report_aggregates_only=true --benchmark_min_time=0.05 \
-    --benchmark_out="$logs/bench.csv" --benchmark_out_format=csv >"$logs/bench.log" 2>&1 ||
-    { tail -n 40 "$logs/bench.log" >&2; fail "the benchmarks failed"; }
+for program in core_bench log_bench; do
+    build/bench/bench/$program --benchmark_repetitions="$repetitions" --benchmark_enable_random_interleaving=true \
+        --benchmark_report_aggregates_only=true --benchmark_min_time=0.05 \
+        --benchmark_out="$logs/$program.csv" --benchmark_out_format=csv >"$logs/$program.log" 2>&1 ||
+        { tail -n 40 "$logs/$program.log" >&2; fail "the benchmarks failed"; }
+done
 
 # Columns of the report: name, iterations, real time, processor time, unit, ..., error. Ratios are made of processor
 # time, which other work on the machine disturbs least; milliseconds are what a user waits.
@@ -85,9 +96,11 @@ awk -v measures="$measures" -F, '
         return value
     }
     { name = $1; gsub(/"/, "", name) }
+    name == "name" { bytes_column = 0; for (i = 1; i <= NF; i++) if ($i ~ /bytes_per_record/) bytes_column = i }
     name ~ /_median$/ && $4 + 0 > 0 {
         sub(/_median$/, "", name)
         real[name] = milliseconds($3, $5); cpu[name] = milliseconds($4, $5)
+        if (bytes_column) bytes[name] = $bytes_column
     }
     END {
         count = split(measures, rows, "\n")
@@ -100,11 +113,13 @@ awk -v measures="$measures" -F, '
             }
             if (field[4] == "speed") { value = cpu[field[3]] / cpu[field[2]]; ok = value >= field[5]; sign = ">=" }
             else if (field[4] == "times") { value = cpu[field[2]] / cpu[field[3]]; ok = value <= field[5]; sign = "<=" }
+            else if (field[4] == "bytes") { value = bytes[field[2]]; ok = value > 0 && value <= field[5]; sign = "<=" }
             else { value = real[field[2]]; ok = value < field[5]; sign = "<" }
-            printf "%-18s  %8.3f %-2s  %-2s %-4s  %s\n", field[1], value, field[4] == "ms" ? "ms" : "x", sign, field[5], ok ? "ok" : "short"
+            unit = field[4] == "ms" ? "ms" : field[4] == "bytes" ? "B" : "x"
+            printf "%-18s  %8.3f %-2s  %-2s %-4s  %s\n", field[1], value, unit, sign, field[5], ok ? "ok" : "short"
         }
         exit missing
-    }' "$logs/bench.csv" || fail "some measures could not be taken"
+    }' "$logs/core_bench.csv" "$logs/log_bench.csv" || fail "some measures could not be taken"
 
 say "measuring windows under Wine" >&2
 { cmake --preset windows && cmake --build --preset windows --target windows_bench brennvar demo_driver; } >"$logs/build-windows-bench.log" 2>&1 ||

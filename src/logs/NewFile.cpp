@@ -3,6 +3,8 @@
 #include <cerrno>
 #include <utility>
 
+#include <fcntl.h>
+#include <sys/stat.h>
 #ifdef _WIN32
 #include <io.h>
 #else
@@ -23,6 +25,18 @@ WriteResult ResultOf(int error) {
     }
 }
 
+// A file that was not there before: what another program has under this name is left alone. Null: errno says why.
+// Not by fopen's "x", which not every C library of Windows knows.
+std::FILE* Create(const std::string& path) {
+#ifdef _WIN32
+    const int file = _open(path.c_str(), _O_CREAT | _O_EXCL | _O_WRONLY | _O_BINARY, _S_IREAD | _S_IWRITE);
+    return file < 0 ? nullptr : _fdopen(file, "wb");
+#else
+    const int file = open(path.c_str(), O_CREAT | O_EXCL | O_WRONLY | O_CLOEXEC, 0666);
+    return file < 0 ? nullptr : fdopen(file, "wb");
+#endif
+}
+
 bool FlushToDisk(std::FILE* file) {
     if (std::fflush(file) != 0) return false;
 #ifdef _WIN32
@@ -41,12 +55,11 @@ bool ReplaceByRename(const std::string& from, const std::string& to) {
 #endif
 
 NewFile::NewFile(std::string path) : m_path(std::move(path)) {
-    // "x" fails for a name that is taken: what another program has there is left alone.
     constexpr int kNames = 100;
     for (int i = 0; i < kNames && !m_file; ++i) {
         m_temporary = m_path + '.' + std::to_string(i) + ".tmp";
         errno = 0;
-        m_file.reset(std::fopen(m_temporary.c_str(), "wbx"));
+        m_file.reset(Create(m_temporary));
         if (!m_file && errno != EEXIST) break;
     }
     if (m_file) {

@@ -49,10 +49,12 @@ bool LogRowCache::IsComing(std::uint32_t number) const {
 }
 
 void LogRowCache::Want(std::vector<std::uint32_t> numbers) {
-    std::erase_if(numbers, [&](std::uint32_t number) { return Find(number) != nullptr; });
+    std::erase_if(numbers, [&](std::uint32_t number) { return Find(number) != nullptr || IsComing(number); });
     if (numbers.empty()) return;
-    m_wanted = numbers;
-    m_reading.Refresh({.place = m_place, .generation = m_generation, .numbers = std::move(numbers)});
+    // Of what was wanted before, the latest reading has only a part; but who scrolls on does not want it any more.
+    if (m_wanted.size() + numbers.size() > kMostWanted) m_wanted.clear();
+    m_wanted.insert(m_wanted.end(), numbers.begin(), numbers.end());
+    m_reading.Refresh({.place = m_place, .generation = m_generation, .numbers = m_wanted});
 }
 
 void LogRowCache::OnRead(std::optional<std::vector<NumberedRow>> rows, const Request& request) {

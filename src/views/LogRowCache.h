@@ -19,6 +19,8 @@ class LogRowCache {
 public:
     // So many entries are kept at least; twice as many at most.
     static constexpr std::size_t kKept = 1000;
+    // So many are read at a time at most.
+    static constexpr std::size_t kMostWanted = 400;
 
     // come: some that were missing are there now. The queue is borrowed.
     LogRowCache(TaskQueue& reads, std::shared_ptr<const LogTexts> texts, std::function<void()> come);

@@ -5,11 +5,13 @@
 namespace brennvar {
 namespace {
 
-LogNames NamesOf(Ipv4 local, Ipv4 remote, LocalDate day, LogLookups& lookups) {
-    return {.localName = lookups.HostName(day, local),
-            .remoteName = lookups.HostName(day, remote),
-            .localHardware = lookups.HardwareAddress(day, local),
-            .remoteHardware = lookups.HardwareAddress(day, remote)};
+// What the logs of the day know of both ends; records of both kinds name these alike.
+template <RecordType Record>
+LogNames NamesOf(const Record& record, LocalDate day, LogLookups& lookups) {
+    return {.localName = lookups.HostName(day, record.localAddress),
+            .remoteName = lookups.HostName(day, record.remoteAddress),
+            .localHardware = lookups.HardwareAddress(day, record.localAddress),
+            .remoteHardware = lookups.HardwareAddress(day, record.remoteAddress)};
 }
 
 }  // namespace
@@ -19,17 +21,13 @@ std::optional<DetailsSheet> ReadLogSheet(const LogPlace& place, std::uint32_t nu
     const auto reader = LogReader::Open(place);
     if (!reader) return std::nullopt;
     if (place.kind == LogKind::Packet) {
-        const std::optional<LoggedPacket> packet = reader->ReadPacket(number);
+        const auto packet = reader->ReadPacket(number);
         if (!packet) return std::nullopt;
-        const LogNames names = NamesOf(packet->header.localAddress, packet->header.remoteAddress, day, lookups);
-        return DescribePacket(packet->header, packet->captured, names, language);
+        return DescribePacket(packet->header, packet->captured, NamesOf(packet->header, day, lookups), language);
     }
-    const std::optional<TrafficLogRecord> record = reader->ReadEvent(number);
-    if (!record) return std::nullopt;
-    const LogNames names = !EntryOf(*record).hasAddresses
-                               ? LogNames{}
-                               : NamesOf(record->localAddress, record->remoteAddress, day, lookups);
-    return DescribeLogRecord(*record, names, language);
+    const auto event = reader->ReadEvent(number);
+    if (!event) return std::nullopt;
+    return DescribeLogRecord(*event, NamesOf(*event, day, lookups), language);
 }
 
 }  // namespace brennvar

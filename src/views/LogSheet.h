@@ -4,8 +4,8 @@
 #include <cstdint>
 #include <optional>
 
+#include "config/DetailsSheet.h"
 #include "config/Language.h"
-#include "lists/ListModel.h"
 #include "logs/LogReader.h"
 #include "logs/Lookups.h"
 

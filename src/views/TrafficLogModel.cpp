@@ -169,7 +169,7 @@ void TrafficLogModel::OpenLog() {
     m_cache.Restart({.path = LogFilePath(m_parts.dataFolder, m_kind, m_day), .kind = m_kind});
     m_tally = {};
     ChangeRows([&] {
-        m_rows.Restart(LogRows::Order::NewestFirst, 0);
+        m_rows.Restart(LogRows::Order::NewestFirst, 0, false);
         return ListView::Change::Rows;
     });
     if (View()) View()->SummaryChanged();
@@ -179,6 +179,7 @@ void TrafficLogModel::OpenLog() {
 // The rows stay until the first of the new ones have been found.
 void TrafficLogModel::List() {
     Abandon();
+    m_rows.ForgetPlaces();
     m_pass = Pass::Waits;
     BeginPass();
     if (View()) {
@@ -245,7 +246,7 @@ void TrafficLogModel::TakeRows(LogNews& news) {
         if (news.isAnew) {
             const bool isPacketLog = m_cache.Place().kind == LogKind::Packet;
             m_rows.Restart(isPacketLog ? LogRows::Order::AsInFile : LogRows::Order::NewestFirst,
-                           static_cast<std::uint32_t>(news.total));
+                           static_cast<std::uint32_t>(news.total), m_wish.sortedBy.has_value());
         }
         m_rows.AddFound(news.plain, std::move(news.numbers));
         return news.isAnew ? ListView::Change::Rows : ListView::Change::Behind;

@@ -52,6 +52,20 @@ bool IsDate(std::string_view text) {
            std::all_of(text.begin(), text.end(), [](char digit) { return digit >= '0' && digit <= '9'; });
 }
 
+template <class Record>
+void PutTimeOfNow(Record& record) {
+    SYSTEMTIME now;
+    ::GetLocalTime(&now);
+    record.second = now.wSecond;
+    record.minute = now.wMinute;
+    record.hour = now.wHour;
+    // As C's broken-down time counts: months from 0, years from 1900. Day of year and daylight flag stay 0.
+    record.restOfTime[0] = now.wDay;
+    record.restOfTime[1] = now.wMonth - 1U;
+    record.restOfTime[2] = now.wYear - 1900U;
+    record.restOfTime[3] = now.wDayOfWeek;
+}
+
 bool MakeFolder(const std::string& path) {
     const int result = ::SHCreateDirectoryExA(nullptr, path.c_str(), nullptr);
     return result == ERROR_SUCCESS || result == ERROR_ALREADY_EXISTS || result == ERROR_FILE_EXISTS;
@@ -72,7 +86,14 @@ bool DataFolder::Open(const std::string& path) {
     return MakeFolder(m_path) && MakeFolder(m_path + R"(\Rules)") && MakeFolder(m_path + R"(\Log)");
 }
 
-std::string DataFolder::TodaysLog(std::string_view suffix) const {
+void DataFolder::SetLogDay(std::string_view date) {
+    const std::scoped_lock lock(m_lock);
+    m_logDay = date;
+}
+
+std::string DataFolder::CurrentLog(std::string_view suffix) {
+    const std::scoped_lock lock(m_lock);
+    if (!m_logDay.empty()) return m_path + R"(\Log\)" + m_logDay + std::string(suffix);
     SYSTEMTIME now;
     ::GetLocalTime(&now);
     std::array<char, kDateLength + 1> date{};
@@ -206,28 +227,32 @@ void DataFolder::Append(const std::string& path, std::span<const std::byte> reco
 }
 
 void DataFolder::LogEvent(std::string_view title) {
-    SYSTEMTIME now;
-    ::GetLocalTime(&now);
     TrafficLogRecord record{};
-    record.second = now.wSecond;
-    record.minute = now.wMinute;
-    record.hour = now.wHour;
-    // As C's broken-down time counts: months from 0, years from 1900. Day of year and daylight flag stay 0.
-    record.restOfTime[0] = now.wDay;
-    record.restOfTime[1] = now.wMonth - 1U;
-    record.restOfTime[2] = now.wYear - 1900U;
-    record.restOfTime[3] = now.wDayOfWeek;
     record.action = kMessageAction;
     PutText(record.shortText, title);
-    Append(TodaysLog(".log"), RecordBytes(record));
+    LogEvents({record});
+}
+
+void DataFolder::LogEvents(std::vector<TrafficLogRecord> records) {
+    for (TrafficLogRecord& record : records) PutTimeOfNow(record);
+    Append(CurrentLog(".log"), std::as_bytes(std::span(records)));
+}
+
+void DataFolder::LogPacket(const PacketLogHeader& header, std::span<const std::byte> bytes) {
+    PacketLogHeader record = header;
+    PutTimeOfNow(record);
+    const auto head = RecordBytes(record);
+    std::vector<std::byte> entry(head.begin(), head.end());  // written as one piece
+    entry.insert(entry.end(), bytes.begin(), bytes.end());
+    Append(CurrentLog("_packet.log"), entry);
 }
 
 void DataFolder::LogName(const DnsLogRecord& record) {
-    Append(TodaysLog("_dns.log"), RecordBytes(record));
+    Append(CurrentLog("_dns.log"), RecordBytes(record));
 }
 
 void DataFolder::LogHardwareAddress(const MacLogRecord& record) {
-    Append(TodaysLog("_mac.log"), RecordBytes(record));
+    Append(CurrentLog("_mac.log"), RecordBytes(record));
 }
 
 void DataFolder::AddAdvice(const AdviceRecord& record) {

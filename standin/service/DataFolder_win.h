@@ -5,6 +5,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "base/Ipv4.h"
 #include "config/OptionRecord.h"
@@ -61,9 +62,13 @@ public:
     void RemoveDomain(std::uint32_t id);
     [[nodiscard]] bool HasDomain(std::string_view name);
 
-    void LogEvent(std::string_view title);                // today's traffic log
-    void LogName(const DnsLogRecord& record);             // today's DNS log
-    void LogHardwareAddress(const MacLogRecord& record);  // today's MAC log
+    // Logs are today's, unless another day was set (YYYYMMDD); the time of an event or packet is now.
+    void SetLogDay(std::string_view date);
+    void LogEvent(std::string_view title);
+    void LogEvents(std::vector<TrafficLogRecord> records);
+    void LogPacket(const PacketLogHeader& header, std::span<const std::byte> bytes);
+    void LogName(const DnsLogRecord& record);
+    void LogHardwareAddress(const MacLogRecord& record);
     void AddAdvice(const AdviceRecord& record);
     // date: YYYYMMDD; anything else deletes nothing.
     void DeleteLogs(std::string_view date, bool earlierToo);
@@ -72,10 +77,11 @@ private:
     template <RecordType Record, class Change>
     void ChangeFile(std::string_view name, const Change& change);
     void Append(const std::string& path, std::span<const std::byte> record);
-    [[nodiscard]] std::string TodaysLog(std::string_view suffix) const;
+    [[nodiscard]] std::string CurrentLog(std::string_view suffix);
 
     std::mutex m_lock;  // one change at a time
     std::string m_path;
+    std::string m_logDay;  // empty: today
 };
 
 }  // namespace brennvar::standin

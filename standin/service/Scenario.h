@@ -73,6 +73,22 @@ struct MacInstruction {
 struct AdviceInstruction {
     AdviceRecord record;
 };
+// Records of the traffic log. Their time is that of their writing.
+struct LogInstruction {
+    TrafficLogRecord record;
+};
+// That many made-up ones (MadeUpEvent).
+struct LogManyInstruction {
+    std::uint32_t count;
+};
+struct PacketInstruction {
+    PacketLogHeader header;
+    std::vector<std::byte> bytes;
+};
+// What is logged from now on is of this day.
+struct LogDayInstruction {
+    std::string date;  // YYYYMMDD; empty: today
+};
 struct RuleInstruction {
     std::string path;
     RuleAction action;
@@ -100,7 +116,8 @@ using Instruction =
                  ConnectionsInstruction, ListenerInstruction, ClearTablesInstruction, TotalsInstruction,
                  RateInstruction, DnsInstruction, MacInstruction, AdviceInstruction, RuleInstruction,
                  OptionInstruction, OptionTextInstruction, HostileInstruction,
-                 ActivityInstruction, ExitInstruction>;
+                 ActivityInstruction, ExitInstruction, LogInstruction, LogManyInstruction, PacketInstruction,
+                 LogDayInstruction>;
 
 struct ScenarioFault {
     std::size_t line;  // counted from 1
@@ -122,6 +139,9 @@ inline constexpr std::uint32_t kFirstStartedProcess = 0xF0000000;
 [[nodiscard]] ConnectionEntry MadeUpConnection(std::uint32_t index);
 // TCP on 192.168.0.1 and the addresses behind it, of the same processes.
 [[nodiscard]] ListenerEntry MadeUpListener(std::uint32_t index);
+
+// The index-th made-up event: all actions in turn, TCP and UDP, of 20 programs, from 10.0.0.5 to 93.0.0.0 + index.
+[[nodiscard]] TrafficLogRecord MadeUpEvent(std::uint32_t index);
 
 [[nodiscard]] Scenario ParseScenario(std::string_view text);
 

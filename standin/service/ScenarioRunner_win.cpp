@@ -2,6 +2,8 @@
 
 #include <array>
 #include <string>
+#include <utility>
+#include <vector>
 
 namespace brennvar::standin {
 namespace {
@@ -100,6 +102,29 @@ void ScenarioRunner::Do(const MacInstruction& mac) {
 
 void ScenarioRunner::Do(const AdviceInstruction& advice) {
     m_data.AddAdvice(advice.record);
+}
+
+void ScenarioRunner::Do(const LogInstruction& log) {
+    m_data.LogEvents({log.record});
+}
+
+void ScenarioRunner::Do(const LogManyInstruction& many) {
+    constexpr std::uint32_t kAtOnce = 1000;  // as a service that is busy appends them
+    std::vector<TrafficLogRecord> records;
+    for (std::uint32_t index = 0; index < many.count && !m_stop.Requested(); ++index) {
+        records.push_back(MadeUpEvent(index));
+        if (records.size() < kAtOnce && index + 1 < many.count) continue;
+        m_data.LogEvents(std::move(records));
+        records.clear();
+    }
+}
+
+void ScenarioRunner::Do(const PacketInstruction& packet) {
+    m_data.LogPacket(packet.header, packet.bytes);
+}
+
+void ScenarioRunner::Do(const LogDayInstruction& day) {
+    m_data.SetLogDay(day.date);
 }
 
 void ScenarioRunner::Do(const RuleInstruction& rule) {

@@ -45,6 +45,10 @@ private:
     void Do(const DnsInstruction& dns);
     void Do(const MacInstruction& mac);
     void Do(const AdviceInstruction& advice);
+    void Do(const LogInstruction& log);
+    void Do(const LogManyInstruction& many);
+    void Do(const PacketInstruction& packet);
+    void Do(const LogDayInstruction& day);
     void Do(const RuleInstruction& rule);
     void Do(const OptionInstruction& option);
     void Do(const OptionTextInstruction& option);

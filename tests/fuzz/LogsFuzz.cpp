@@ -19,11 +19,24 @@ std::optional<Record> LastRecord(std::string_view bytes) {
     return DecodeRecord<Record>(std::as_bytes(std::span(bytes)).subspan((count - 1) * sizeof(Record)));
 }
 
+// What is asked of a file that has grown, is answered as if it had been like that from the start.
+template <class Ask>
+void TryGrowth(const test::DataFolder& folder, const std::string& name, const std::string& bytes, Ask ask) {
+    LogLookups lookups(folder.Path());
+    folder.Write(name, bytes.substr(0, bytes.size() / 2));
+    (void)ask(lookups);
+    folder.Write(name, bytes);
+    LogLookups fresh(folder.Path());
+    fuzz::Require(ask(lookups) == ask(fresh));
+}
+
 void TryDnsLog(const test::DataFolder& folder, const std::string& bytes) {
     folder.Write(R"(\Log\20260309_dns.log)", bytes);
     const auto last = LastRecord<DnsLogRecord>(bytes);
     const std::string name = LogLookups(folder.Path()).HostName(kDay, last ? last->address : 0);
     fuzz::Require(name == (last ? TextOf(last->name) : std::string_view()));
+    TryGrowth(folder, R"(\Log\20260309_dns.log)", bytes,
+              [&](LogLookups& lookups) { return lookups.HostName(kDay, last ? last->address : 0); });
 }
 
 void TryMacLog(const test::DataFolder& folder, const std::string& bytes) {
@@ -31,6 +44,8 @@ void TryMacLog(const test::DataFolder& folder, const std::string& bytes) {
     const auto last = LastRecord<MacLogRecord>(bytes);
     const std::string text = LogLookups(folder.Path()).HardwareAddress(kDay, last ? last->address : 0);
     fuzz::Require(text.size() == (last ? 17U : 0U));
+    TryGrowth(folder, R"(\Log\20260309_mac.log)", bytes,
+              [&](LogLookups& lookups) { return lookups.HardwareAddress(kDay, last ? last->address : 0); });
 }
 
 void TryAdvice(const test::DataFolder& folder, const std::string& bytes) {
@@ -38,6 +53,7 @@ void TryAdvice(const test::DataFolder& folder, const std::string& bytes) {
     const auto last = LastRecord<AdviceRecord>(bytes);
     const std::string_view path = last ? TextOf(last->path) : std::string_view("x");
     fuzz::Require(LogLookups(folder.Path()).Advice(path).has_value() == (last.has_value() && !path.empty()));
+    TryGrowth(folder, R"(\advice.dat)", bytes, [&](LogLookups& lookups) { return lookups.Advice(path); });
 }
 
 }  // namespace

@@ -291,6 +291,14 @@ TEST_F(TrafficLogModelTest, ReadsWhatIsPaintedOnTheQueue) {
     EXPECT_EQ(model->Cell(2000, 0).text, "00:16:39");
     EXPECT_EQ(model->Cell(2039, 0).text, "00:16:00");
     EXPECT_EQ(reads.Waiting(), 0U);
+    // Two places in turn, as for widths and for painting: both come, whichever was asked for last.
+    for (int pass = 0; pass < 3; ++pass) {
+        for (const int row : {400, 1000}) (void)model->Cell(row, pass);
+    }
+    EXPECT_EQ(reads.Waiting(), 1U);
+    reads.RunAll();
+    EXPECT_EQ(model->Cell(400, 0).text, "00:43:19");
+    EXPECT_EQ(model->Cell(1000, 0).text, "00:33:19");
 }
 
 TEST_F(TrafficLogModelTest, ActsOnRows) {
