@@ -36,6 +36,8 @@ public:
 [[nodiscard]] std::unique_ptr<GalleryPage> MakeQuestionGallery();
 [[nodiscard]] std::unique_ptr<GalleryPage> MakeConfirmationGallery();
 [[nodiscard]] std::unique_ptr<GalleryPage> MakeConfirmationDenyGallery();
+[[nodiscard]] std::unique_ptr<GalleryPage> MakeActivityGallery();
+[[nodiscard]] std::unique_ptr<GalleryPage> MakeQuestionsGallery();
 [[nodiscard]] std::unique_ptr<GalleryPage> MakeAboutGallery();
 [[nodiscard]] std::unique_ptr<GalleryPage> MakeMenuGallery();
 [[nodiscard]] std::unique_ptr<GalleryPage> MakeTrayBlockGallery();

@@ -13,7 +13,9 @@
 #include "controls/Button_win.h"
 #include "dialogs/MessageDialog_win.h"
 #include "prompts/ConfirmationDialog_win.h"
+#include "prompts/MessageDialogAllowDeny_win.h"
 #include "prompts/PromptText.h"
+#include "prompts/QuestionMessage_win.h"
 #include "tray/TrayBalloon_win.h"
 #include "tray/TrayMenu_win.h"
 #include "ui/Balloon_win.h"
@@ -185,6 +187,35 @@ void OpenConfirmation(HWND window, const Look& look, std::optional<std::uint32_t
     (void)ConfirmationDialog(look.fonts, question).Ask(window);
 }
 
+ActivityQuestion Activity(ActivityRequest::Kind kind) {
+    return BuildActivityQuestion(
+        {.kind = kind,
+         .acting = {.path = R"(C:\Program Files\Aurora Browser Community Edition\application\bin\aurora.exe)",
+                    .fileDescription = "Aurora Browser & Mail"},
+         .target = {.path = R"(C:\Program Files\Ledger\ledger.exe)", .fileDescription = {}}},
+        OpenLanguage());
+}
+
+void OpenActivity(HWND window, const Look& look) {
+    (void)MessageDialogAllowDeny(look.fonts, Activity(ActivityRequest::Kind::WriteToProcess)).Ask(window);
+}
+
+// All that can be asked at the same time.
+void OpenQuestions(HWND window, const Look& look) {
+    MessageDialogAllowDeny activity(look.fonts, Activity(ActivityRequest::Kind::StartBrowser));
+    activity.Open(window, [] {});
+    const ActivityQuestion question = Activity(ActivityRequest::Kind::ChangeAppInit);
+    QuestionMessage message(look.fonts,
+                            {.caption = question.caption,
+                             .message = question.body,
+                             .ok = question.allowButton,
+                             .cancel = question.denyButton,
+                             .isCancelDefault = true},
+                            [] {});
+    message.Open(window);
+    OpenConfirmation(window, look, 1);
+}
+
 void OpenAbout(HWND window, const Look& look) {
     AboutDialog(look.fonts, OpenLanguage()).Show(window);
 }
@@ -202,6 +233,12 @@ std::unique_ptr<GalleryPage> MakeConfirmationGallery() {
 }
 std::unique_ptr<GalleryPage> MakeConfirmationDenyGallery() {
     return std::make_unique<OpeningPage>([](HWND window, const Look& look) { OpenConfirmation(window, look, 0); });
+}
+std::unique_ptr<GalleryPage> MakeActivityGallery() {
+    return std::make_unique<OpeningPage>(&OpenActivity);
+}
+std::unique_ptr<GalleryPage> MakeQuestionsGallery() {
+    return std::make_unique<OpeningPage>(&OpenQuestions);
 }
 std::unique_ptr<GalleryPage> MakeAboutGallery() {
     return std::make_unique<OpeningPage>(&OpenAbout);

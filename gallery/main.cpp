@@ -28,6 +28,8 @@ constexpr PageEntry kPages[] = {
     {"question", &MakeQuestionGallery, 1, true},
     {"confirmation", &MakeConfirmationGallery, 1, true},
     {"confirmation-deny", &MakeConfirmationDenyGallery, 1, true},
+    {"confirmation-activity", &MakeActivityGallery, 1, true},
+    {"questions", &MakeQuestionsGallery, 3, true},
     {"about", &MakeAboutGallery, 1, true},
     {"menu", &MakeMenuGallery, 2, true},
     {"traymenu-block", &MakeTrayBlockGallery, 2, true},

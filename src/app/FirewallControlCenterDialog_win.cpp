@@ -5,7 +5,9 @@
 #include <utility>
 
 #include "app/AboutDialog_win.h"
+#include "app/HelperProgram_win.h"
 #include "app/PageFactory_win.h"
+#include "config/Folders_win.h"
 #include "config/ResourceIds.h"
 #include "tray/TrayMenu.h"
 #include "ui/ProgramIcon_win.h"
@@ -90,8 +92,15 @@ std::vector<PageHost::Entry> FirewallControlCenterDialog::PageEntries() {
     return entries;
 }
 
+void FirewallControlCenterDialog::OnTimer(UINT_PTR id) {
+    // Of two questions neither waits for the other, and that about a connection holds its tick.
+    m_session.activity.Tick(Window());
+    m_ticks.OnTimer(static_cast<unsigned>(id));
+}
+
 void FirewallControlCenterDialog::OnShown() {
     m_tray.Create(Window(), kMessageTray, m_session.modes);
+    m_session.reads.Post([] { EnsureHelperRuns(GetInstallationFolder()); });
     ShowWelcomeOnce();
 }
 
@@ -199,7 +208,10 @@ std::optional<LRESULT> FirewallControlCenterDialog::OnMessage(UINT message, WPAR
     switch (message) {
         case kMessageShown: OnShown(); return 0;
         case Session::kMessageCompletions: m_session.RunCompletions(); return 0;
-        case Session::kMessageQuestion: AnswerQuestion(); return 0;
+        case Session::kMessageQuestion:
+            m_session.activity.Tick(Window());
+            AnswerQuestion();
+            return 0;
         case kMessageTray: m_tray.OnNotification(static_cast<UINT>(wParam), static_cast<UINT>(lParam)); return 0;
         case WM_WINDOWPOSCHANGED:
             if (m_ticks.SetSeen(IsSeen())) SetTimers(false);
@@ -217,7 +229,7 @@ std::optional<LRESULT> FirewallControlCenterDialog::OnMessage(UINT message, WPAR
 
 bool FirewallControlCenterDialog::IsBusy() const {
     // A modal dialog over this window keeps it disabled.
-    return m_session.prompt.IsBusy() || m_session.IsTellingNotice() || m_session.IsAnyWorkerRunning() ||
+    return m_session.IsPromptOpen() || m_session.IsTellingNotice() || m_session.IsAnyWorkerRunning() ||
            !::IsWindowEnabled(Window());
 }
 
@@ -232,6 +244,12 @@ void FirewallControlCenterDialog::OnEndSession() {
     FrameDialog::OnDestroy();
     m_tray.Leave();
     End(kResultExit);
+}
+
+void FirewallControlCenterDialog::LeaveProgram() {
+    m_tray.Leave();
+    // Ends every loop of this thread, whatever is open.
+    ::PostQuitMessage(0);
 }
 
 void FirewallControlCenterDialog::ExitControlCenter() {

@@ -43,7 +43,7 @@ private:
     void OnMinimise() override { TakeAway(); }
     void OnCancel() override;  // Esc does not leave the program
     void OnCommand(int id, int notification) override;
-    void OnTimer(UINT_PTR id) override { m_ticks.OnTimer(static_cast<unsigned>(id)); }
+    void OnTimer(UINT_PTR id) override;
     void OnPlaceStatus(const RECT& band) override { m_status.Place(band); }
     void OnHelp() override;
     std::optional<LRESULT> OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
@@ -58,6 +58,8 @@ private:
     void ShowMode(const ModeDisplay& display) override;
     void ShowIdleMode(ProtectionMode mode) override { m_tray.Icons().OnIdleMode(mode); }
     void ShowNotice(const TrayNotice& notice) override;
+    void BringForward() override { RestoreWindow(); }
+    void LeaveProgram() override;
 
     // The ticks
     void RefreshFigures() override { m_session.RefreshFigures(); }

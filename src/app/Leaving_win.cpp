@@ -62,6 +62,7 @@ void Leaving::Exit(HWND window, std::function<bool()> mustStay, std::function<vo
 
 void Leaving::TellServiceAndStop(HWND window) {
     LeaveScreen(window);
+    m_session.activity.Stop();
     m_session.commander.Send(Batch(UserCommand::Exit));
     m_session.StopLinks(kExitPatience);
 }
@@ -79,6 +80,7 @@ Leaving::Restart Leaving::ApplyResources(HWND window, const ResourceChoice& curr
         return Restart::NotWanted;
     }
     LeaveScreen(window);
+    m_session.activity.Stop();
     // The service is not told that the interface ends, as on exit: protection goes on without a gap.
     m_session.StopLinks(kExitPatience);
     WaitUntilWritten(chosen);

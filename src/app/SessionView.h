@@ -30,6 +30,10 @@ public:
     virtual void ShowIdleMode(ProtectionMode mode) = 0;
     // What the service has to say. May not end before the user has read it.
     virtual void ShowNotice(const TrayNotice& notice) = 0;
+    // The window, wherever it is, comes to the front.
+    virtual void BringForward() = 0;
+    // The program ends at once, with exit code 0, and asks nobody.
+    virtual void LeaveProgram() = 0;
 };
 
 }  // namespace brennvar

@@ -42,6 +42,7 @@ Session::Session(const SessionSurroundings& surroundings, Language openedLanguag
       modes(clock, language, commander, reads, ModeReader(dataFolder, readsClock), *this),
       applicationChanges(commander),
       prompt(fonts, devices, clock, PostWhenFinished(kMessageQuestion)),
+      activity(fonts, dataFolder, clock, *this, PostWhenFinished(kMessageQuestion)),
       machine(clock, language, commander, surroundings.readAddresses),
       workers{CWorkerThread(PostWhenFinished(kMessageWorkerFinished)),
               CWorkerThread(PostWhenFinished(kMessageWorkerFinished + 1)),
@@ -54,6 +55,7 @@ Session::Session(const SessionSurroundings& surroundings, Language openedLanguag
 // Before the members go that their tasks use.
 Session::~Session() {
     End();
+    activity.Stop();  // a command that it waits for is not sent any more
     StopLinks(std::chrono::milliseconds(0));
 }
 
@@ -68,6 +70,7 @@ void Session::Begin(HWND window, SessionView& view) {
     m_view = &view;
     gate.SetOwner(window);
     commander.Send(Batch(UserCommand::Start));
+    activity.Start();
 }
 
 void Session::End() {
@@ -101,6 +104,18 @@ void Session::FetchNotice() {
                          m_isFetchingNotice = false;
                          if (text && *text) OnNotice(**text);
                      });
+}
+
+void Session::TrustProgram(const std::string& path, std::function<void()> over) {
+    commander.Send(Batch(UserCommand::TrustProgram, {.path = path}), [over = std::move(over)](bool) { over(); });
+}
+
+void Session::BringForward() {
+    if (m_view) m_view->BringForward();
+}
+
+void Session::LeaveProgram() {
+    if (m_view) m_view->LeaveProgram();
 }
 
 void Session::OnNotice(const std::string& text) {

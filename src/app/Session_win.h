@@ -25,6 +25,7 @@
 #include "ipc/Device.h"
 #include "ipc/ServiceLink.h"
 #include "logs/Lookups.h"
+#include "prompts/ActivityPrompt_win.h"
 #include "prompts/ConnectionPrompt_win.h"
 #include "security/SecurityPasswordGate_win.h"
 #include "security/StoredPassword.h"
@@ -47,12 +48,13 @@ struct SessionSurroundings {
     std::string languageName;  // a folder's; of the fonts' character set
 };
 
-class Session final : private ModeView {
+class Session final : private ModeView, private ActivityView {
 public:
     // Private messages of the window.
     static constexpr UINT kMessageCompletions = WM_APP + 1;  // RunCompletions is to be called
-    static constexpr UINT kMessageQuestion = WM_APP + 3;     // something of a question has come: prompt.Tick
-    static constexpr UINT kMessageWorkerFinished = 4846;     // to 4849, one per worker thread
+    static constexpr UINT kMessageQuestion =
+        WM_APP + 3;  // something of a question has come: prompt.Tick, activity.Tick
+    static constexpr UINT kMessageWorkerFinished = 4846;  // to 4849, one per worker thread
     static constexpr std::size_t kWorkerCount = 4;
 
     Session(const SessionSurroundings& surroundings, Language openedLanguage);
@@ -73,6 +75,8 @@ public:
     void RefreshFigures();
     void FetchNotice();
 
+    // A question is looked up or on screen.
+    [[nodiscard]] bool IsPromptOpen() const { return prompt.IsBusy() || activity.IsBusy(); }
     [[nodiscard]] bool IsAnyWorkerRunning() const;
     // A notice is being told.
     [[nodiscard]] bool IsTellingNotice() const { return m_isTellingNotice; }
@@ -81,6 +85,9 @@ private:
     void OnModeChanged() override;
     void OnIdleMode(ProtectionMode mode) override;
     void OnNotice(const std::string& text);
+    void TrustProgram(const std::string& path, std::function<void()> over) override;
+    void BringForward() override;
+    void LeaveProgram() override;
     [[nodiscard]] std::function<void()> PostWhenFinished(UINT message);
 
     // Where other threads post to; null while there is no window.
@@ -114,6 +121,7 @@ public:
     ApplicationChanges applicationChanges;
     Statistics statistics{AmountWords(language)};
     ConnectionPrompt prompt;
+    ActivityPrompt activity;
     MachineWatch machine;
     std::array<CWorkerThread, kWorkerCount> workers;  // long jobs: filling a log list, exporting a log
 

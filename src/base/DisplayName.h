@@ -19,4 +19,8 @@ namespace brennvar {
 // The description cut to 40 characters or, when it is empty, the file name in its full length.
 [[nodiscard]] std::string DisplayNameOf(std::string_view path, std::string_view fileDescription);
 
+// Without line breaks and other control characters. Descriptions, paths and names of hosts come from outside: a
+// line break in them could pass for a line of ours, such as the advice.
+[[nodiscard]] std::string OneLine(std::string text);
+
 }  // namespace brennvar

@@ -58,6 +58,7 @@ void Batch::SendStep(const CommandStep& step, CommandPipe& pipe) const {
             break;
         case CommandCode::SetRunState: pipe.CMD_SET_RUN_STATE(value); break;
         case CommandCode::SetValue25: pipe.CMD_SET_VALUE_25(value); break;
+        case CommandCode::AllowProcessText: pipe.CMD_ALLOW_PROCESS_TEXT(m_arguments.path); break;
         case CommandCode::ResetTrusted: pipe.CMD_RESET_TRUSTED(); break;
         case CommandCode::Reset: pipe.CMD_RESET(); break;
         default: break;  // stands in no row of the table

@@ -40,6 +40,7 @@ struct CommandArguments {
     std::uint32_t value = 0;  // of the steps that have none of their own
     std::uint32_t processId = 0;
     Ipv4 address = 0;
+    std::string path{};     // of a program
     LocalDate day{};        // whose logs go
     bool olderToo = false;  // and those before it
     ResourceChoice resources{};

@@ -33,6 +33,7 @@ constexpr Step kDeleteLogs[] = {{Code::DeleteLogs}};
 constexpr Step kApplicationRules[] = {{Code::SetApplicationRule}};
 constexpr Step kTerminate[] = {{Code::TerminateProcess}};
 constexpr Step kBlock[] = {{Code::BlockAddress}};
+constexpr Step kTrust[] = {{Code::AllowProcessText}};
 
 constexpr bool kFree = false;
 constexpr bool kProtected = true;
@@ -108,6 +109,8 @@ constexpr CommandInfo kCommands[] = {
      EventSeverity::Warning},
     {UserCommand::BlockAddress, kProtected, kNothing, kBlock, Text{553, "Blocked connection"}, kNothing,
      EventSeverity::Warning},
+    // Part of an answer that the user gives to a question.
+    {UserCommand::TrustProgram, kFree, kNothing, kTrust, kNothing, kNothing},
 };
 static_assert(std::size(kCommands) == static_cast<std::size_t>(kLastUserCommand) + 1);
 static_assert([] {

@@ -44,8 +44,9 @@ enum class UserCommand {
     SetApplicationRules,
     TerminateProcess,
     BlockAddress,
+    TrustProgram,
 };
-inline constexpr UserCommand kLastUserCommand = UserCommand::BlockAddress;
+inline constexpr UserCommand kLastUserCommand = UserCommand::TrustProgram;
 
 // As the service's log knows them.
 enum class EventSeverity : std::uint32_t {

@@ -36,6 +36,7 @@
 #define IDC_PROGRAM_PATH 901
 #define IDC_WANTS 906
 #define IDC_WHY_NOT_REMEMBERED 907
+#define IDC_TARGET_PATH 908
 
 // About box
 #define IDC_PRODUCT_NAME 951

@@ -21,7 +21,7 @@ struct MessageTexts {
 
 enum class MessageAnswer { Ok, Other, Cancel };
 
-class MessageDialog final : public CSkinDialog {
+class MessageDialog : public CSkinDialog {
 public:
     MessageDialog(const CFonts& fonts, MessageTexts texts);
     // What the user chose. Esc and the close button choose Cancel, also where there is no button for it.

@@ -19,14 +19,14 @@ bool ServicePipes::PipeTransact(const std::string& pipeName, std::span<const std
     return outcome == PipeOutcome::Done;
 }
 
-std::optional<std::string> ServicePipes::ResolveProcessPath(std::uint32_t processId) {
+std::optional<std::string> ServicePipes::ResolveProcessPath(std::uint32_t processId, std::size_t longest) {
     PidResolveRequest request{};
     request.code = kServiceRequestCode;
     request.processId = processId;
     PidResolveAnswer answer{};
     if (!PipeTransact(kPidResolvePipeName, RecordBytes(request), WritableRecordBytes(answer))) return std::nullopt;
     if (answer.status != kServiceAnswerValid) return std::nullopt;
-    return std::string(TextOf(answer.path).substr(0, kProcessPathSize - 1));
+    return std::string(TextOf(answer.path).substr(0, longest));
 }
 
 std::optional<std::string> ServicePipes::FetchTrayText() {

@@ -25,8 +25,10 @@ public:
     // is all zeros.
     bool PipeTransact(const std::string& pipeName, std::span<const std::byte> request, std::span<std::byte> answer);
 
-    // At most 259 characters, possibly none. Nothing: the service does not know the process or cannot be asked.
-    [[nodiscard]] std::optional<std::string> ResolveProcessPath(std::uint32_t processId);
+    // At most 259 characters unless told otherwise, possibly none; the answer has room for 511. Nothing: the
+    // service does not know the process or cannot be asked.
+    [[nodiscard]] std::optional<std::string> ResolveProcessPath(std::uint32_t processId,
+                                                                std::size_t longest = kProcessPathSize - 1);
     // At most 4095 characters. Nothing: there is no notice.
     [[nodiscard]] std::optional<std::string> FetchTrayText();
 

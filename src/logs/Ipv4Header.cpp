@@ -112,7 +112,7 @@ void Ipv4Header::Describe() {
         return;
     }
     m_lines.AddNumber(Text{1365, "Version:"}, version);
-    m_headerSize = (*first & 0xFU) * 4;
+    m_headerSize = (*first & 0xFU) * std::size_t{4};
     AddFields();
     if (!HasSoundHeaderSize()) {
         m_lines.AddRemark(kCannotBeRead);

@@ -17,7 +17,7 @@ bool BeginsAsIpv4(const PacketBytes& bytes) {
 }
 
 bool HasRightIpv4Checksum(const PacketBytes& bytes) {
-    const std::optional<PacketBytes> header = bytes.Piece(0, (bytes.Byte(0).value_or(0) & 0xFU) * 4);
+    const std::optional<PacketBytes> header = bytes.Piece(0, (bytes.Byte(0).value_or(0) & 0xFU) * std::size_t{4});
     return header && CheckInternetChecksum(*header, 10).state == ChecksumState::Right;
 }
 
@@ -28,7 +28,7 @@ bool BeginsAsArp(const PacketBytes& bytes) {
 // The type in the Ethernet header before the packet; nothing: there is no such header.
 std::optional<std::uint16_t> FindEtherType(const PacketBytes& bytes, bool isArp) {
     const std::optional<std::uint16_t> type = bytes.Word(kEthernetHeaderSize - 2);
-    if (type != kEtherTypeIpv4 && type != kEtherTypeArp) return std::nullopt;
+    if (!type || (*type != kEtherTypeIpv4 && *type != kEtherTypeArp)) return std::nullopt;
     if (isArp) return BeginsAsArp(bytes) ? std::nullopt : type;
     if (!BeginsAsIpv4(bytes)) return type;
     const PacketBytes behind = bytes.From(kEthernetHeaderSize);

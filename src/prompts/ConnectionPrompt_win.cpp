@@ -44,19 +44,7 @@ void ConnectionPrompt::Stop() {
 }
 
 bool ConnectionPrompt::IsReadyToAsk() {
-    // Their loops would lie below the question's: a menu would get the clicks on its buttons, and could not close
-    // before it is answered; a window that is moved would stick to the mouse afterwards.
-    GUITHREADINFO state{};
-    state.cbSize = sizeof(state);
-    if (!::GetGUIThreadInfo(::GetCurrentThreadId(), &state)) return true;
-    if ((state.flags & (GUI_INMENUMODE | GUI_POPUPMENUMODE | GUI_SYSTEMMENUMODE)) != 0) {
-        ::EndMenu();
-        return false;
-    }
-    if ((state.flags & GUI_INMOVESIZE) == 0) return true;
-    // By the keyboard it could last for ever; the mouse button is released at some time.
-    if (::GetAsyncKeyState(VK_LBUTTON) >= 0) ::PostMessageA(state.hwndMoveSize, WM_KEYDOWN, VK_ESCAPE, 0);
-    return false;
+    return IsTimeToAsk();
 }
 
 PromptAnswer ConnectionPrompt::Ask(const PromptQuestion& question) {

@@ -37,7 +37,6 @@ public:
     void Stop();
 
 private:
-    // Not while this thread shows a menu, which is closed, or moves a window.
     [[nodiscard]] bool IsReadyToAsk() override;
     [[nodiscard]] PromptAnswer Ask(const PromptQuestion& question) override;
 

@@ -1,4 +1,4 @@
-// Where the facts of one connection question come from: the service's files and pipes, and the system.
+// Where the facts of a question come from: the service's files and pipes, and the system.
 #pragma once
 
 #include <cstdint>
@@ -14,23 +14,27 @@
 
 namespace brennvar {
 
-// Every call may take long and comes on a thread that may wait: the first two on one thread, the look-ups of
-// program files on another, the rest on a third. What cannot be found out is empty, or nothing.
-class FactSources {
+// What is told of a program, and in which words. Every call may take long and comes on a thread that may wait: the
+// look-ups of program files on one thread, the language on another. What cannot be found out is empty.
+class ProgramSources {
 public:
-    virtual ~FactSources() = default;
+    virtual ~ProgramSources() = default;
 
+    // The file description of a program's version resource.
+    [[nodiscard]] virtual std::string FileDescription(const std::string& path) = 0;
+    [[nodiscard]] virtual std::shared_ptr<const QuestionIcon> Icon(const std::string& path) = 0;
+    // The language that the user has chosen by now.
+    [[nodiscard]] virtual Language LoadLanguage() = 0;
+};
+
+// Of a connection. Here the first two come on one thread that may wait, the others on that of the language.
+class FactSources : public ProgramSources {
+public:
     // The executable of a process, at most 259 characters.
     [[nodiscard]] virtual std::optional<std::string> ResolveProcessPath(std::uint32_t processId) = 0;
     // What the rules file says about a program file.
     [[nodiscard]] virtual RuleAction LookupAction(const std::string& path) = 0;
 
-    // The file description of a program's version resource.
-    [[nodiscard]] virtual std::string FileDescription(const std::string& path) = 0;
-    [[nodiscard]] virtual std::shared_ptr<const QuestionIcon> Icon(const std::string& path) = 0;
-
-    // The language that the user has chosen by now.
-    [[nodiscard]] virtual Language LoadLanguage() = 0;
     // The own address that the system would use towards another; 0 when it would use none.
     [[nodiscard]] virtual Ipv4 LocalAddressFor(Ipv4 address) = 0;
     // The latest name of an address in the DNS log of that day.

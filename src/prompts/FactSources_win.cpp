@@ -28,9 +28,9 @@ static_assert(kPathPolicy.attempts * (kPathPolicy.wait + kPathPolicy.pause) <= F
 
 WinFactSources::WinFactSources(std::string dataFolder, std::string installationFolder, PipeConnector& connector,
                                Clock& waits)
-    : m_dataFolder(std::move(dataFolder)),
-      m_lookups(m_dataFolder),
-      m_installationFolder(std::move(installationFolder)),
+    : m_dataFolder(dataFolder),
+      m_lookups(dataFolder),
+      m_programs(std::move(dataFolder), std::move(installationFolder)),
       m_waits(waits),
       m_pipes(connector, waits, kPathPolicy) {}
 
@@ -42,16 +42,16 @@ RuleAction WinFactSources::LookupAction(const std::string& path) {
     return LookupApplicationAction(RulesFilePath(m_dataFolder), m_waits, path);
 }
 
-std::string WinFactSources::FileDescription(const std::string& path) {
+std::string WinProgramSources::FileDescription(const std::string& path) {
     return ReadFileDescription(path);
 }
 
-std::shared_ptr<const QuestionIcon> WinFactSources::Icon(const std::string& path) {
+std::shared_ptr<const QuestionIcon> WinProgramSources::Icon(const std::string& path) {
     thread_local const ComOfThread com;
     return std::make_shared<QuestionIcon>(QuestionIcon{FindIconOfProgram(path, IconSize::Large)});
 }
 
-Language WinFactSources::LoadLanguage() {
+Language WinProgramSources::LoadLanguage() {
     const std::string name = ReadLanguageName(CIni(SettingsFilePath(m_dataFolder)));
     Language language(std::make_unique<CIniSnapshot>(LanguageFilePath(m_installationFolder, name)));
     (void)language.GetText(

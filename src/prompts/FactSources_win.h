@@ -1,7 +1,8 @@
-// The real sources of a connection question's facts.
+// The real sources of a question's facts.
 #pragma once
 
 #include <string>
+#include <utility>
 
 #include "base/Clock.h"
 #include "ipc/Pipe.h"
@@ -11,6 +12,20 @@
 
 namespace brennvar {
 
+class WinProgramSources final : public ProgramSources {
+public:
+    WinProgramSources(std::string dataFolder, std::string installationFolder)
+        : m_dataFolder(std::move(dataFolder)), m_installationFolder(std::move(installationFolder)) {}
+
+    [[nodiscard]] std::string FileDescription(const std::string& path) override;
+    [[nodiscard]] std::shared_ptr<const QuestionIcon> Icon(const std::string& path) override;
+    [[nodiscard]] Language LoadLanguage() override;
+
+private:
+    const std::string m_dataFolder;
+    const std::string m_installationFolder;
+};
+
 class WinFactSources final : public FactSources {
 public:
     // connector and waits are borrowed and belong to the thread that asks for paths and rules.
@@ -18,9 +33,13 @@ public:
 
     [[nodiscard]] std::optional<std::string> ResolveProcessPath(std::uint32_t processId) override;
     [[nodiscard]] RuleAction LookupAction(const std::string& path) override;
-    [[nodiscard]] std::string FileDescription(const std::string& path) override;
-    [[nodiscard]] std::shared_ptr<const QuestionIcon> Icon(const std::string& path) override;
-    [[nodiscard]] Language LoadLanguage() override;
+    [[nodiscard]] std::string FileDescription(const std::string& path) override {
+        return m_programs.FileDescription(path);
+    }
+    [[nodiscard]] std::shared_ptr<const QuestionIcon> Icon(const std::string& path) override {
+        return m_programs.Icon(path);
+    }
+    [[nodiscard]] Language LoadLanguage() override { return m_programs.LoadLanguage(); }
     [[nodiscard]] Ipv4 LocalAddressFor(Ipv4 address) override;
     [[nodiscard]] std::string HostName(LocalDate day, Ipv4 address) override;
     [[nodiscard]] std::optional<std::uint32_t> Advice(const std::string& path) override;
@@ -28,7 +47,7 @@ public:
 private:
     const std::string m_dataFolder;
     LogLookups m_lookups;
-    const std::string m_installationFolder;
+    WinProgramSources m_programs;
     Clock& m_waits;
     ServicePipes m_pipes;
 };

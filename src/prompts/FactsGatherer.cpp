@@ -19,29 +19,8 @@ constexpr std::size_t kLongestPath = sizeof ConnectionPromptAnswer::path - 1;
 
 }  // namespace
 
-template <class Result>
-void FactsGatherer::Find(TaskQueue& queue, std::function<Result()> look, std::function<void(Result)> take) {
-    queue.Ask<Result>(
-        [round = m_round, look = std::move(look)] { return round->isOver ? Result() : look(); },
-        [this, round = m_round, stage = m_stage, take = std::move(take)](std::optional<Result> found) {
-            if (!round->isOver && m_stage == stage) take(std::move(found).value_or(Result()));
-        });
-}
-
-template <class Result>
-void FactsGatherer::FindFact(TaskQueue& queue, std::function<Result()> look, std::function<void(Result)> take) {
-    ++m_missingFacts;
-    Find<Result>(queue, std::move(look), [this, take = std::move(take)](Result found) {
-        take(std::move(found));
-        if (--m_missingFacts == 0) Enter(Stage::Over);
-    });
-}
-
 void FactsGatherer::Start(const ConnectionPromptRequest& request) {
-    m_round->isOver = true;
-    m_round = std::make_shared<Round>();
     m_rule = RuleAction::Ask;
-    m_missingFacts = 0;
     m_language = std::make_shared<const Language>(nullptr);
     m_facts = {};
     m_facts.path = kUnknownPath;
@@ -57,7 +36,7 @@ void FactsGatherer::Start(const ConnectionPromptRequest& request) {
         OnPath(std::string(path.substr(0, kLongestPath)));
         return;
     }
-    Find<std::string>(
+    m_lookUps.Find<std::string>(
         m_queues.deciding,
         [&sources = m_sources, processId = request.processId] {
             return sources.ResolveProcessPath(processId).value_or("");
@@ -74,7 +53,7 @@ void FactsGatherer::OnPath(const std::string& path) {
     m_facts.path = path;
     m_facts.applicationKnown = true;
     Enter(Stage::Rule);
-    Find<RuleAction>(
+    m_lookUps.Find<RuleAction>(
         m_queues.deciding, [&sources = m_sources, path] { return sources.LookupAction(path); },
         [this](RuleAction rule) { OnRule(rule); });
 }
@@ -90,13 +69,13 @@ void FactsGatherer::OnRule(RuleAction rule) {
 
 void FactsGatherer::FindRest() {
     Enter(Stage::Rest);
-    FindFact<std::shared_ptr<const Language>>(
+    m_lookUps.Find<std::shared_ptr<const Language>>(
         m_queues.connection,
         [&sources = m_sources] { return std::make_shared<const Language>(sources.LoadLanguage()); },
         [this](std::shared_ptr<const Language> language) {
             if (language) m_language = std::move(language);
         });
-    FindFact<Ends>(
+    m_lookUps.Find<Ends>(
         m_queues.connection,
         [&sources = m_sources, day = m_clock.Today(), local = m_facts.localAddress,
          remote = m_facts.remoteAddress] {
@@ -113,38 +92,31 @@ void FactsGatherer::FindRest() {
         });
     if (!m_facts.applicationKnown) return;
     const std::string& path = m_facts.path;
-    FindFact<std::optional<std::uint32_t>>(
+    m_lookUps.Find<std::optional<std::uint32_t>>(
         m_queues.connection, [&sources = m_sources, path] { return sources.Advice(path); },
         [this](std::optional<std::uint32_t> advice) { m_facts.advice = advice; });
-    FindFact<std::string>(
+    m_lookUps.Find<std::string>(
         m_queues.programs, [&sources = m_sources, path] { return sources.FileDescription(path); },
         [this](std::string description) { m_facts.fileDescription = std::move(description); });
-    FindFact<std::shared_ptr<const QuestionIcon>>(
+    m_lookUps.Find<std::shared_ptr<const QuestionIcon>>(
         m_queues.programs, [&sources = m_sources, path] { return sources.Icon(path); },
         [this](std::shared_ptr<const QuestionIcon> icon) { m_facts.icon = std::move(icon); });
 }
 
 void FactsGatherer::Enter(Stage stage) {
     m_stage = stage;
-    m_stageStart = m_clock.Elapsed();
-    if (stage == Stage::Over) m_round->isOver = true;
-}
-
-std::chrono::milliseconds FactsGatherer::TimeInStage() const {
-    return m_clock.Elapsed() - m_stageStart;
-}
-
-std::chrono::milliseconds FactsGatherer::Limit() const {
-    switch (m_stage) {
-        case Stage::Path: return kPathLimit;
-        case Stage::Rule: return kRuleLimit;
-        default: return kRestLimit;
+    switch (stage) {
+        case Stage::Path: m_lookUps.Begin(kPathLimit); break;
+        case Stage::Rule: m_lookUps.Begin(kRuleLimit); break;
+        case Stage::Rest: m_lookUps.Begin(kRestLimit); break;
+        case Stage::Over: m_lookUps.End(); break;
     }
 }
 
 bool FactsGatherer::IsOver() {
+    if (m_stage == Stage::Rest && m_lookUps.AllFound()) Enter(Stage::Over);
     if (m_stage == Stage::Over) return true;
-    if (TimeInStage() < Limit()) return false;
+    if (!m_lookUps.IsTimeUp()) return false;
     switch (m_stage) {
         case Stage::Path: OnPath(""); break;
         case Stage::Rule: OnRule(RuleAction::Ask); break;

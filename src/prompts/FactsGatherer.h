@@ -5,10 +5,8 @@
 // rest. What comes after its stage has ended is dropped.
 #pragma once
 
-#include <atomic>
 #include <chrono>
 #include <cstdint>
-#include <functional>
 #include <memory>
 
 #include "base/Clock.h"
@@ -17,6 +15,7 @@
 #include "ipc/DriverRecords.h"
 #include "ipc/RecordFile.h"
 #include "prompts/FactSources.h"
+#include "prompts/LookUps.h"
 #include "prompts/PromptText.h"
 
 namespace brennvar {
@@ -43,7 +42,6 @@ public:
         : m_sources(sources), m_queues(queues), m_clock(clock) {}
     FactsGatherer(const FactsGatherer&) = delete;
     FactsGatherer& operator=(const FactsGatherer&) = delete;
-    ~FactsGatherer() { m_round->isOver = true; }
 
     // Begins with another connection; what is still looked up for the last one is not waited for.
     void Start(const ConnectionPromptRequest& request);
@@ -57,10 +55,6 @@ public:
 
 private:
     enum class Stage { Path, Rule, Rest, Over };
-    // One connection. The tasks share it, so that those that have not begun in time do nothing.
-    struct Round {
-        std::atomic<bool> isOver{false};
-    };
     // Of a connection of which one address may be unknown.
     struct Ends {
         Ipv4 local = 0;
@@ -68,15 +62,7 @@ private:
         std::string hostName;
     };
 
-    // Has look done on the queue; take gets what it finds, or an empty Result, unless the present stage has ended.
-    template <class Result>
-    void Find(TaskQueue& queue, std::function<Result()> look, std::function<void(Result)> take);
-    // The same for one of the facts of the last stage.
-    template <class Result>
-    void FindFact(TaskQueue& queue, std::function<Result()> look, std::function<void(Result)> take);
     void Enter(Stage stage);
-    [[nodiscard]] std::chrono::milliseconds TimeInStage() const;
-    [[nodiscard]] std::chrono::milliseconds Limit() const;
     void OnPath(const std::string& path);
     void OnRule(RuleAction rule);
     void FindRest();
@@ -85,10 +71,8 @@ private:
     const Queues m_queues;
     const Clock& m_clock;
 
-    std::shared_ptr<Round> m_round = std::make_shared<Round>();
+    LookUps m_lookUps{m_clock};  // of the present stage
     Stage m_stage = Stage::Over;
-    std::chrono::milliseconds m_stageStart{};
-    int m_missingFacts = 0;
     RuleAction m_rule = RuleAction::Ask;
     PromptFacts m_facts;
     std::shared_ptr<const Language> m_language;

@@ -10,7 +10,6 @@
 #include "ui/Paint_win.h"
 #include "ui/ProgramIcon_win.h"
 #include "ui/SmoothDc_win.h"
-#include "ui/WorkArea_win.h"
 
 namespace brennvar {
 namespace {
@@ -31,13 +30,6 @@ constexpr int kTickIndent = 24;  // where the text beside the box begins
 constexpr int kButtonsGap = 16;  // above the buttons
 constexpr int kButtonGap = 8;    // between them
 constexpr int kLabelGap = 16;
-// From the corner of the work area.
-constexpr int kScreenMargin = 16;
-
-// So many times the question is raised when something may have come over it: a desktop can go on putting its
-// windows in order for a while, of which no program is told.
-constexpr int kRaises = 8;
-
 // The advice: a light pill with a dot, a shape and a word. Its colours are the same in every skin.
 constexpr COLORREF kAllowColour = RGB(46, 158, 91);
 constexpr COLORREF kDenyColour = RGB(165, 14, 44);
@@ -98,7 +90,7 @@ void DrawPill(HDC dc, const RECT& place, PromptAdvice kind) {
 }  // namespace
 
 QuestionDialog::QuestionDialog(const CFonts& fonts, Content content)
-    : CSkinDialog(fonts), m_content(std::move(content)), m_raisesLeft(kRaises) {}
+    : CSkinDialog(fonts), m_content(std::move(content)) {}
 
 PromptAnswer QuestionDialog::Ask(HWND owner) {
     m_owner = owner;
@@ -106,11 +98,24 @@ PromptAnswer QuestionDialog::Ask(HWND owner) {
     return {.allow = isAllowed, .remember = m_isTicked};
 }
 
+void QuestionDialog::Open(HWND owner, std::function<void()> answered) {
+    m_owner = owner;
+    m_answered = std::move(answered);
+    (void)CDialog::Open(owner, IDD_CONFIRMATION, Appearance::Unfocused);
+}
+
+std::optional<PromptAnswer> QuestionDialog::Given() const {
+    if (IsOpen()) return std::nullopt;
+    return PromptAnswer{.allow = Result() == IDYES, .remember = m_isTicked};
+}
+
+void QuestionDialog::OnEnded() {
+    if (m_answered) m_answered();
+}
+
 void QuestionDialog::OnInitDialog() {
     CSkinDialog::OnInitDialog();
-    SetButtonsEnabled(false);
-    ::SetTimer(Window(), kButtonTimer, kButtonDelay, nullptr);
-    ::SetTimer(Window(), kPlaceTimer, kPlacePeriod, nullptr);
+    m_stand.Begin(Window(), m_owner, {IDC_ALLOW, IDC_DENY, IDCANCEL});
 }
 
 void QuestionDialog::OnCreateContent() {
@@ -124,6 +129,7 @@ void QuestionDialog::AdoptControls() {
     for (const Heading& line : m_content.heading) {
         ::SetDlgItemTextA(Window(), line.id, line.text.c_str());
         m_heading.emplace_back().Adopt(Item(line.id), line.kind, GetLook());
+        ::ShowWindow(Item(line.id), SW_SHOWNA);  // the template has lines that not every question needs
     }
     ::SetDlgItemTextA(Window(), IDC_MESSAGE_TEXT, m_content.message.c_str());
     ::SetDlgItemTextA(Window(), IDC_REMEMBER, m_content.tickText.c_str());
@@ -153,6 +159,7 @@ int QuestionDialog::PlaceHeading(bool measuresOnly) {
 }
 
 int QuestionDialog::CardHeight() const {
+    if (m_content.tableTitle.empty()) return 0;
     const auto lines = 1 + static_cast<int>(m_content.rows.size());
     return Scale(lines * kRowHeight + 2 * kCardPadding);
 }
@@ -160,7 +167,8 @@ int QuestionDialog::CardHeight() const {
 void QuestionDialog::PlaceControls() {
     const int width = Scale(kWidth);
     const int messageTop = PlaceHeading(true) + Scale(kHeadingGap);
-    const int messageHeight = CardHeight() + Scale(kAskGap + kLineHeight);
+    const int askTop = CardHeight() == 0 ? 0 : CardHeight() + Scale(kAskGap);
+    const int messageHeight = askTop + Scale(kLineHeight);
     const int tickTop = messageTop + messageHeight + Scale(kTickGap);
     const int tickHeight = m_tickBox.HeightAt(width);
     const int whyHeight =
@@ -181,56 +189,11 @@ void QuestionDialog::PlaceControls() {
     m_allow.MoveTo(denyLeft - Scale(kButtonGap) - m_allow.Size().cx, buttons);
 }
 
-RECT QuestionDialog::OpeningPlace(SIZE size) const {
-    // In the corner where notices appear, away from what the user is working on.
-    const RECT area = MainWorkArea();
-    const LONG right = area.right - Scale(kScreenMargin);
-    const LONG bottom = area.bottom - Scale(kScreenMargin);
-    return FitInto({right - size.cx, bottom - size.cy, right, bottom}, area);
-}
-
 void QuestionDialog::OnPaintGround(HDC dc) {
     const RECT content = ContentRect();
     const HICON icon = m_plainIcon ? m_plainIcon.Get() : m_content.icon->icon.Get();
     ::DrawIconEx(dc, content.left, content.top + Scale(kIconTop), icon, Scale(kIconSize), Scale(kIconSize), 0,
                  nullptr, DI_NORMAL);
-}
-
-void QuestionDialog::SetButtonsEnabled(bool enabled) {
-    m_buttonsWork = enabled;
-    for (const int id : {IDC_ALLOW, IDC_DENY, IDCANCEL}) ::EnableWindow(Item(id), enabled);
-}
-
-void QuestionDialog::OnTimer(UINT_PTR id) {
-    if (id == kPlaceTimer) KeepInSight();
-    if (id != kButtonTimer) return;
-    ::KillTimer(Window(), kButtonTimer);
-    SetButtonsEnabled(true);
-}
-
-void QuestionDialog::KeepInSight() {
-    GUITHREADINFO state{};
-    state.cbSize = sizeof(state);
-    const bool isMoved = ::GetGUIThreadInfo(::GetCurrentThreadId(), &state) && (state.flags & GUI_INMOVESIZE) != 0;
-    if (isMoved) return;
-    // The work area may have become smaller: a task bar that has come, a screen that has gone.
-    RECT place{};
-    ::GetWindowRect(Window(), &place);
-    const RECT fitting = FitInto(place, WorkAreaNear(place));
-    if (!::EqualRect(&place, &fitting)) {
-        ::SetWindowPos(Window(), nullptr, fitting.left, fitting.top, 0, 0,
-                       SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
-    }
-    const Surroundings now{.foreground = ::GetForegroundWindow(),
-                           .isOwnerVisible = m_owner && ::IsWindowVisible(m_owner),
-                           .isOwnerIconic = m_owner && ::IsIconic(m_owner)};
-    if (std::exchange(m_surroundings, now) != now) m_raisesLeft = kRaises;
-    if (m_raisesLeft == 0) return;
-    --m_raisesLeft;
-    // A window that counts as the topmost one already would not be raised on the screen by being made it once more.
-    for (const HWND above : {HWND_NOTOPMOST, HWND_TOPMOST}) {
-        ::SetWindowPos(Window(), above, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
-    }
 }
 
 void QuestionDialog::OnCommand(int id, int notification) {
@@ -240,26 +203,28 @@ void QuestionDialog::OnCommand(int id, int notification) {
 }
 
 void QuestionDialog::Answer(int result) {
-    // A command may be posted by anybody; it counts as little as a click on a disabled button.
-    if (!m_buttonsWork) return;
+    if (!m_stand.ButtonsWork()) return;
     m_isTicked = m_content.whyNoTick.empty() && ::IsDlgButtonChecked(Window(), IDC_REMEMBER) == BST_CHECKED;
     End(result);
 }
 
 void QuestionDialog::OnCancel() {
-    if (m_buttonsWork) End(IDNO);
+    if (m_stand.ButtonsWork()) End(IDNO);
 }
 
 void QuestionDialog::OnDrawItem(const DRAWITEMSTRUCT& item) {
     if (item.CtlID != IDC_MESSAGE_TEXT) return;
     const CBufferedDc buffer(item.hDC, item.rcItem);
     PaintParentGround(item.hwndItem, buffer.Dc());
-    RECT card = item.rcItem;
-    card.bottom = card.top + CardHeight();
-    FillSolid(buffer.Dc(), card, GetLook().colours.list);
-    DrawFrame(buffer.Dc(), card, GetLook().colours.frame2);
-    PaintTable(buffer.Dc(), Inset(card, Scale(kCardPadding)));
-    const RECT ask{item.rcItem.left, card.bottom + Scale(kAskGap), item.rcItem.right, item.rcItem.bottom};
+    RECT ask = item.rcItem;
+    if (CardHeight() != 0) {
+        RECT card = item.rcItem;
+        card.bottom = card.top + CardHeight();
+        FillSolid(buffer.Dc(), card, GetLook().colours.list);
+        DrawFrame(buffer.Dc(), card, GetLook().colours.frame2);
+        PaintTable(buffer.Dc(), Inset(card, Scale(kCardPadding)));
+        ask.top = card.bottom + Scale(kAskGap);
+    }
     DrawLabel(buffer.Dc(), GetLook().fonts.Bold(), ask, m_content.askText, GetLook().colours.text, kLineFormat);
 }
 

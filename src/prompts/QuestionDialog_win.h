@@ -5,6 +5,7 @@
 #pragma once
 
 #include <deque>
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -15,21 +16,22 @@
 #include "controls/Label_win.h"
 #include "dialogs/SkinDialog_win.h"
 #include "prompts/PromptQuestion.h"
+#include "prompts/QuestionStand_win.h"
 
 namespace brennvar {
 
 class QuestionDialog : public CSkinDialog {
 public:
-    // How long the buttons stay disabled: longer than a click or a key that was meant for another window takes.
-    static constexpr UINT kButtonDelay = 700;  // ms
-    static constexpr UINT_PTR kButtonTimer = 1;
-    // How often it is looked whether the question has been covered or left behind.
-    static constexpr UINT kPlacePeriod = 250;  // ms
-    static constexpr UINT_PTR kPlaceTimer = 2;
+    static constexpr UINT_PTR kButtonTimer = QuestionStand::kButtonTimer;
+    static constexpr UINT_PTR kPlaceTimer = QuestionStand::kPlaceTimer;
 
     // Returns when the question is answered; messages of all windows of this thread go on meanwhile, but the owner
     // takes no input. Esc, the close button and a window that could not be shown deny, whatever is ticked.
     [[nodiscard]] PromptAnswer Ask(HWND owner);
+    // The same without waiting: answered is called when there is an answer, and must not destroy the dialog.
+    void Open(HWND owner, std::function<void()> answered);
+    // Nothing while the question stands.
+    [[nodiscard]] std::optional<PromptAnswer> Given() const;
 
 protected:
     // A label of the template (IDD_CONFIRMATION) beside the picture; from top to bottom.
@@ -49,7 +51,7 @@ protected:
         std::string caption;
         std::shared_ptr<const QuestionIcon> icon;  // null: the plain one
         std::vector<Heading> heading;
-        std::string tableTitle;
+        std::string tableTitle;  // empty: there is no table
         std::vector<Row> rows;
         std::string askText;    // below the table
         std::string message;    // all of the above as one text, which screen readers and automation find
@@ -62,21 +64,14 @@ protected:
     QuestionDialog(const CFonts& fonts, Content content);
 
 private:
-    // What can bring another window over this one.
-    struct Surroundings {
-        HWND foreground = nullptr;
-        bool isOwnerVisible = false;
-        bool isOwnerIconic = false;
-        friend bool operator==(const Surroundings&, const Surroundings&) = default;
-    };
-
     void OnInitDialog() final;
     void OnCreateContent() final;
-    [[nodiscard]] RECT OpeningPlace(SIZE size) const final;
+    [[nodiscard]] RECT OpeningPlace(SIZE size) const final { return m_stand.OpeningPlace(size); }
     void OnPaintGround(HDC dc) final;
     void OnCancel() final;
     void OnCommand(int id, int notification) final;
-    void OnTimer(UINT_PTR id) final;
+    void OnTimer(UINT_PTR id) final { m_stand.OnTimer(id); }
+    void OnEnded() final;
     void OnDrawItem(const DRAWITEMSTRUCT& item) final;
 
     void AdoptControls();
@@ -86,9 +81,7 @@ private:
     [[nodiscard]] int CardHeight() const;
     void PaintTable(HDC dc, const RECT& card) const;
     void PaintPill(HDC dc, const RECT& place, const Row& row) const;
-    void SetButtonsEnabled(bool enabled);
     void Answer(int result);
-    void KeepInSight();
 
     const Content m_content;
     HWND m_owner = nullptr;
@@ -98,10 +91,9 @@ private:
     CLabel m_whyNoTick;
     CButton m_allow;
     CButton m_deny;
-    bool m_buttonsWork = false;
     bool m_isTicked = false;
-    Surroundings m_surroundings;
-    int m_raisesLeft;
+    std::function<void()> m_answered;
+    QuestionStand m_stand;
 };
 
 }  // namespace brennvar

@@ -1,6 +1,9 @@
 #include "ui/Dialog_win.h"
 
+#include <algorithm>
+#include <map>
 #include <utility>
+#include <vector>
 
 #include "ui/Control_win.h"
 #include "ui/Window_win.h"
@@ -29,11 +32,35 @@ void ShowPainted(HWND window) {
     ::RedrawWindow(window, nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
 }
 
+// How many dialogs of this thread keep each window from input. It gets its input back with the last of them.
+thread_local std::map<HWND, int> s_heldOwners;
+
+// Null: somebody else keeps it from input already, and gives it back.
+HWND HoldOwner(HWND owner) {
+    if (!owner) return nullptr;
+    const bool isHeld = s_heldOwners.contains(owner);
+    if (!isHeld && ::EnableWindow(owner, FALSE)) return nullptr;
+    ++s_heldOwners[owner];
+    return owner;
+}
+
+void ReleaseOwner(HWND owner) {
+    const auto held = s_heldOwners.find(owner);
+    if (held == s_heldOwners.end() || --held->second > 0) return;
+    s_heldOwners.erase(held);
+    ::EnableWindow(owner, TRUE);
+}
+
+// Dialogs without a loop of their own; their keyboard is handled by whichever loop runs.
+thread_local std::vector<CDialog*> s_openDialogs;
+
 }  // namespace
 
 thread_local CDialog* CDialog::s_innermost = nullptr;
 
 CDialog::~CDialog() {
+    std::erase(s_openDialogs, this);
+    ReleaseOwner(std::exchange(m_heldOwner, nullptr));
     if (!m_window) return;
     ::SetWindowLongPtrA(m_window, DWLP_USER, 0);
     ::DestroyWindow(m_window);
@@ -47,32 +74,52 @@ bool CDialog::CreateModeless(HWND parent, int templateId) {
     return m_window != nullptr;
 }
 
-INT_PTR CDialog::DoModal(HWND owner, int templateId, Appearance appearance) {
+bool CDialog::ShowNow(HWND owner, int templateId, Appearance appearance) {
     m_ended = false;
     m_result = -1;
     const bool unfocused = appearance == Appearance::Unfocused;
-    const HWND focus = ::GetFocus();
-    const bool ownerWasDisabled = owner && ::EnableWindow(owner, FALSE) != FALSE;
+    m_heldOwner = HoldOwner(owner);
     // An owned window disappears when its owner is minimised; a question must not, so it has none.
-    if (CreateModeless(unfocused ? nullptr : owner, templateId)) {
-        if (unfocused) {
-            ::SetWindowPos(m_window, HWND_TOPMOST, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
-        }
-        if (!m_ended && unfocused) ::ShowWindow(m_window, SW_SHOWNOACTIVATE);
-        if (!m_ended && !unfocused) ShowPainted(m_window);
-        if (!m_ended && !unfocused) {
-            ::SetFocus(m_firstFocus ? Item(m_firstFocus) : ::GetNextDlgTabItem(m_window, nullptr, FALSE));
-        }
-        RunLoop();
+    if (!CreateModeless(unfocused ? nullptr : owner, templateId)) return false;
+    if (unfocused) ::SetWindowPos(m_window, HWND_TOPMOST, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+    if (!m_ended && unfocused) ::ShowWindow(m_window, SW_SHOWNOACTIVATE);
+    if (!m_ended && !unfocused) ShowPainted(m_window);
+    if (!m_ended && !unfocused) {
+        ::SetFocus(m_firstFocus ? Item(m_firstFocus) : ::GetNextDlgTabItem(m_window, nullptr, FALSE));
     }
+    return true;
+}
+
+INT_PTR CDialog::DoModal(HWND owner, int templateId, Appearance appearance) {
+    const bool unfocused = appearance == Appearance::Unfocused;
+    const HWND focus = ::GetFocus();
+    if (ShowNow(owner, templateId, appearance)) RunLoop();
     // Before the dialog goes, so that Windows does not pass the activation to another program.
-    if (owner && !ownerWasDisabled) ::EnableWindow(owner, TRUE);
+    ReleaseOwner(std::exchange(m_heldOwner, nullptr));
     const bool wasActive = m_window && ::GetActiveWindow() == m_window;
     if (m_window) ::DestroyWindow(m_window);
     // A window that is hidden in the notification area would only swallow the keyboard.
     if (owner && wasActive && !unfocused && ::IsWindowVisible(owner)) ::SetActiveWindow(owner);
     if (owner && ::GetActiveWindow() == owner && focus && ::IsChild(owner, focus)) ::SetFocus(focus);
     return m_result;
+}
+
+bool CDialog::Open(HWND owner, int templateId, Appearance appearance) {
+    m_isOpen = true;
+    s_openDialogs.push_back(this);
+    if (ShowNow(owner, templateId, appearance) && m_window) return true;
+    EndOpen(-1);
+    return false;
+}
+
+void CDialog::EndOpen(INT_PTR result) {
+    if (!std::exchange(m_isOpen, false)) return;
+    m_ended = true;
+    m_result = result;
+    std::erase(s_openDialogs, this);
+    ReleaseOwner(std::exchange(m_heldOwner, nullptr));
+    if (m_window) ::ShowWindow(m_window, SW_HIDE);
+    OnEnded();
 }
 
 void CDialog::RunLoop() {
@@ -106,10 +153,15 @@ bool CDialog::HandleLoopMessage(MSG& message) {
         if (dialog != this && !::IsWindowEnabled(window)) return false;
         return dialog->OnLoopMessage(message) || (dialog->m_window && ::IsDialogMessageA(window, &message));
     }
-    return false;
+    const auto at = std::find_if(s_openDialogs.begin(), s_openDialogs.end(), [&](const CDialog* dialog) {
+        const HWND window = dialog->m_window;
+        return window && (message.hwnd == window || ::IsChild(window, message.hwnd));
+    });
+    return at != s_openDialogs.end() && ::IsDialogMessageA((*at)->m_window, &message);
 }
 
 void CDialog::End(INT_PTR result) {
+    if (m_isOpen) return EndOpen(result);
     if (m_ended) return;
     m_ended = true;
     m_result = result;
@@ -155,6 +207,7 @@ INT_PTR CALLBACK CDialog::Procedure(HWND window, UINT message, WPARAM wParam, LP
     if (message == WM_NCDESTROY) {
         ::SetWindowLongPtrA(window, DWLP_USER, 0);
         dialog->m_window = nullptr;
+        dialog->EndOpen(-1);
     }
     return handled;
 }

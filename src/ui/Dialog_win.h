@@ -25,6 +25,14 @@ public:
     // is no such window. The owner (or null) is disabled meanwhile. A WM_QUIT ends the dialog with -1 and is
     // posted again for the loop outside.
     INT_PTR DoModal(HWND owner, int templateId, Appearance appearance = Appearance::Activated);
+    // Shows the dialog as DoModal does, and returns at once. It stands until End is called or the object goes; then
+    // OnEnded is called, unless the object goes. Several such dialogs and modal ones may be open side by side and
+    // end in any order. False when there is no such window.
+    [[nodiscard]] bool Open(HWND owner, int templateId, Appearance appearance = Appearance::Activated);
+    // Since Open, until the dialog has ended.
+    [[nodiscard]] bool IsOpen() const { return m_isOpen; }
+    // What End was given; -1 when the window went without it.
+    [[nodiscard]] INT_PTR Result() const { return m_result; }
     // A dialog without a loop of its own; not shown. False when it could not be made.
     [[nodiscard]] bool CreateModeless(HWND parent, int templateId);
 
@@ -33,8 +41,10 @@ public:
     [[nodiscard]] HWND Item(int id) const { return ::GetDlgItem(m_window, id); }
 
 protected:
-    // Ends DoModal; without effect on a modeless dialog.
+    // Ends DoModal or Open; without effect on another modeless dialog.
     void End(INT_PTR result);
+    // Of Open only.
+    virtual void OnEnded() {}
 
     // Called once, when window and controls exist.
     virtual void OnInitDialog() {}
@@ -60,6 +70,10 @@ protected:
 private:
     static INT_PTR CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept;
     INT_PTR Dispatch(UINT message, WPARAM wParam, LPARAM lParam);
+    // The window on the screen, and its owner without input.
+    [[nodiscard]] bool ShowNow(HWND owner, int templateId, Appearance appearance);
+    // Back from Open.
+    void EndOpen(INT_PTR result);
     void RunLoop();
     [[nodiscard]] bool HandleLoopMessage(MSG& message);
 
@@ -68,6 +82,8 @@ private:
     CDialog* m_outer = nullptr;
 
     HWND m_window = nullptr;
+    HWND m_heldOwner = nullptr;  // while the dialog keeps it from input
+    bool m_isOpen = false;
     bool m_ended = false;
     bool m_initFailed = false;
     int m_firstFocus = 0;

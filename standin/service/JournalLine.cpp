@@ -5,7 +5,8 @@
 namespace brennvar::standin {
 namespace {
 
-constexpr std::array<std::string_view, kChannelCount> kChannelNames{"COMMAND", "PID", "TRAY", "QUEUE", "CONFIRM"};
+constexpr std::array<std::string_view, kChannelCount> kChannelNames{"COMMAND", "PID",     "TRAY",
+                                                                    "QUEUE",   "CONFIRM", "ACTIVITY"};
 
 void AppendHex(std::string& text, std::byte byte) {
     constexpr std::string_view kDigits = "0123456789ABCDEF";

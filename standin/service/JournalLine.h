@@ -16,8 +16,8 @@
 namespace brennvar::standin {
 
 // Where a record came in. The names stand in the journal.
-enum class Channel : std::uint32_t { Command, Pid, Tray, Queue, Confirm };
-inline constexpr std::size_t kChannelCount = 5;
+enum class Channel : std::uint32_t { Command, Pid, Tray, Queue, Confirm, Activity };
+inline constexpr std::size_t kChannelCount = 6;
 [[nodiscard]] std::string_view ChannelName(Channel channel);
 
 // Without the line end.

@@ -130,7 +130,8 @@ int Run(const CommandLine& line, const Scenario& scenario) {
     std::thread ticker([&] {
         while (!stop.Sleep(kTickMilliseconds)) feeder.Tick();
     });
-    ScenarioRunner(stop, journal, progress, data, feeder, processes, service).Run(scenario);
+    ActivityCaller caller(stop, journal, progress);
+    ScenarioRunner(stop, journal, progress, data, feeder, processes, service, caller).Run(scenario);
     (void)stop.Sleep(INFINITE);
     ticker.join();
     servers.clear();

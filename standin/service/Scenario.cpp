@@ -189,12 +189,25 @@ Instruction ReadHostile(Words& words) {
     return hostile;
 }
 
+Instruction ReadActivity(Words& words) {
+    constexpr std::pair<std::string_view, std::uint32_t> kKinds[] = {{"write", 1},   {"own", 2},  {"browser", 3},
+                                                                     {"appinit", 4}, {"show", 5}, {"leave", 6}};
+    ActivityInstruction activity{};
+    const std::string_view kind = words.Word();
+    const auto named = Choose(kKinds, kind);
+    activity.request.kind = static_cast<ActivityKind>(words.Take(named ? named : ParseNumber32(kind)));
+    activity.request.processId = words.Number();
+    const std::string_view paths = words.OptionalText(sizeof(ActivityQueueMessage));
+    const std::size_t bar = std::min(paths.find('|'), paths.size());
+    PutText(activity.request.actingPath, Trim(paths.substr(0, bar)));
+    PutText(activity.request.targetPath, Trim(paths.substr(std::min(bar + 1, paths.size()))));
+    return activity;
+}
+
 Instruction ReadWaitForRecords(Words& words) {
-    constexpr std::pair<std::string_view, Channel> kChannels[] = {{"COMMAND", Channel::Command},
-                                                                  {"PID", Channel::Pid},
-                                                                  {"TRAY", Channel::Tray},
-                                                                  {"QUEUE", Channel::Queue},
-                                                                  {"CONFIRM", Channel::Confirm}};
+    constexpr std::pair<std::string_view, Channel> kChannels[] = {
+        {"COMMAND", Channel::Command}, {"PID", Channel::Pid},         {"TRAY", Channel::Tray},
+        {"QUEUE", Channel::Queue},     {"CONFIRM", Channel::Confirm}, {"ACTIVITY", Channel::Activity}};
     WaitForRecordsInstruction wait{};
     wait.channel = words.Take(Choose(kChannels, words.Word()));
     wait.count = words.Number();
@@ -256,6 +269,7 @@ Instruction ReadInstruction(Words& words) {
         return OptionTextInstruction{id, std::string(words.OptionalText(sizeof(OptionRecord::text)))};
     }
     if (name == "hostile") return ReadHostile(words);
+    if (name == "activity") return ReadActivity(words);
     if (name == "exit") return ExitInstruction{};
     words.Reject();
     return ExitInstruction{};

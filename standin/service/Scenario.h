@@ -11,6 +11,7 @@
 
 #include "config/OptionRecord.h"
 #include "driver/DriverFeed.h"
+#include "ipc/ActivityQueue.h"
 #include "ipc/DriverRecords.h"
 #include "ipc/PipeRecords.h"
 #include "logs/LogRecords.h"
@@ -87,14 +88,18 @@ struct OptionTextInstruction {
 struct HostileInstruction {
     HostileOrder order;
 };
+// A request to the interface's queue pipe.
+struct ActivityInstruction {
+    ActivityQueueMessage request;
+};
 struct ExitInstruction {};
 
-using Instruction =
-    std::variant<WaitInstruction, WaitForRecordsInstruction, QuestionInstruction, NoticeInstruction,
-                 ProcessInstruction, StartProcessInstruction, ListenersInstruction, ConnectionInstruction,
-                 ConnectionsInstruction, ListenerInstruction, ClearTablesInstruction, TotalsInstruction,
-                 RateInstruction, DnsInstruction, MacInstruction, AdviceInstruction, RuleInstruction,
-                 OptionInstruction, OptionTextInstruction, HostileInstruction, ExitInstruction>;
+using Instruction = std::variant<WaitInstruction, WaitForRecordsInstruction, QuestionInstruction, NoticeInstruction,
+                                 ProcessInstruction, StartProcessInstruction, ListenersInstruction,
+                                 ConnectionInstruction, ConnectionsInstruction, ListenerInstruction,
+                                 ClearTablesInstruction, TotalsInstruction, RateInstruction, DnsInstruction,
+                                 MacInstruction, AdviceInstruction, RuleInstruction, OptionInstruction,
+                                 OptionTextInstruction, HostileInstruction, ActivityInstruction, ExitInstruction>;
 
 struct ScenarioFault {
     std::size_t line;  // counted from 1

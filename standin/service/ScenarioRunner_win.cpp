@@ -118,6 +118,10 @@ void ScenarioRunner::Do(const HostileInstruction& hostile) {
     m_feeder.SetHostile(hostile.order);
 }
 
+void ScenarioRunner::Do(const ActivityInstruction& activity) {
+    m_caller.Put(activity.request);
+}
+
 void ScenarioRunner::Do(const ExitInstruction&) {
     m_stop.Request();
 }

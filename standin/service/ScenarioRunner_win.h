@@ -1,6 +1,7 @@
 // Carries a scenario out, instruction by instruction.
 #pragma once
 
+#include "service/ActivityCaller_win.h"
 #include "service/DataFolder_win.h"
 #include "service/DriverFeeder_win.h"
 #include "service/Journal_win.h"
@@ -14,14 +15,15 @@ namespace brennvar::standin {
 class ScenarioRunner {
 public:
     ScenarioRunner(const Stop& stop, Journal& journal, Progress& progress, DataFolder& data, DriverFeeder& feeder,
-                   StartedProcesses& processes, Service& service)
+                   StartedProcesses& processes, Service& service, ActivityCaller& caller)
         : m_stop(stop),
           m_journal(journal),
           m_progress(progress),
           m_data(data),
           m_feeder(feeder),
           m_processes(processes),
-          m_service(service) {}
+          m_service(service),
+          m_caller(caller) {}
 
     // Returns when the last instruction is done or the stop is requested.
     void Run(const Scenario& scenario);
@@ -47,6 +49,7 @@ private:
     void Do(const OptionInstruction& option);
     void Do(const OptionTextInstruction& option);
     void Do(const HostileInstruction& hostile);
+    void Do(const ActivityInstruction& activity);
     void Do(const ExitInstruction& exit);
 
     const Stop& m_stop;
@@ -56,6 +59,7 @@ private:
     DriverFeeder& m_feeder;
     StartedProcesses& m_processes;
     Service& m_service;
+    ActivityCaller& m_caller;
 };
 
 }  // namespace brennvar::standin

@@ -19,6 +19,8 @@ public:
     std::vector<ProtectionMode> idleModes;
     std::vector<TrayNotice> notices;
 
+    int forwards = 0, leaves = 0;
+
     [[nodiscard]] bool IsSeen() const override { return isSeen; }
     void ShowTraffic(const std::optional<TrafficIncrease>& increase, std::uint64_t time) override {
         traffic = increase;
@@ -29,6 +31,8 @@ public:
     void ShowMode(const ModeDisplay& display) override { modes.push_back(display); }
     void ShowIdleMode(ProtectionMode mode) override { idleModes.push_back(mode); }
     void ShowNotice(const TrayNotice& notice) override { notices.push_back(notice); }
+    void BringForward() override { ++forwards; }
+    void LeaveProgram() override { ++leaves; }
 };
 
 }  // namespace brennvar::test

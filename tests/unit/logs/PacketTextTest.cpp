@@ -119,7 +119,7 @@ TEST(PacketTextTest, SaysOfACutPacketOnlyWhatWasCaptured) {
         EXPECT_GT(missing, 0U) << size;
     }
     EXPECT_EQ(Describe(""), "IPv4 header\nmissing (not captured)\n");
-    const std::string withoutLast = Describe(With(kSyn, 0, "45").substr(0, 2 * 59));
+    const std::string withoutLast = Describe(With(kSyn, 0, "45").substr(0, std::size_t{2} * 59));
     EXPECT_EQ(Line(withoutLast.substr(withoutLast.find("TCP header")), "Checksum:"),
               "0x4b78, cannot be checked, bytes are missing");
 }

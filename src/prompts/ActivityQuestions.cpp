@@ -1,0 +1,60 @@
+#include "prompts/ActivityQuestions.h"
+
+#include <utility>
+
+namespace brennvar {
+
+void ActivityQuestions::Tick() {
+    if (m_state == State::Asking) {
+        const std::optional<ActivityAnswer> answer = m_asker.Answer();
+        if (!answer) return;
+        m_asker.TakeAway();
+        m_state = State::Idle;
+        m_desk.Answer(*answer);
+    }
+    if (m_state == State::Idle) {
+        if (const std::optional<ActivityRequest> request = m_desk.Waiting()) Gather(*request);
+    }
+    if (m_state != State::Gathering || !(m_lookUps.AllFound() || m_lookUps.IsTimeUp())) return;
+    if (!m_asker.IsReadyToAsk()) return;
+    m_lookUps.End();
+    m_state = State::Asking;
+    m_asker.Open(BuildActivityQuestion(m_facts, *m_language));
+}
+
+void ActivityQuestions::Gather(const ActivityRequest& request) {
+    m_state = State::Gathering;
+    m_language = std::make_shared<const Language>(nullptr);
+    m_facts = {.kind = request.kind,
+               .acting = {.path = request.actingPath, .fileDescription = {}},
+               .target = {.path = request.targetPath, .fileDescription = {}}};
+    m_lookUps.Begin(kFactsLimit);
+    m_lookUps.Find<std::shared_ptr<const Language>>(
+        m_queues.words, [&sources = m_sources] { return std::make_shared<const Language>(sources.LoadLanguage()); },
+        [this](std::shared_ptr<const Language> language) {
+            if (language) m_language = std::move(language);
+        });
+    GatherProgram(&ActivityFacts::acting);
+    GatherProgram(&ActivityFacts::target);
+}
+
+void ActivityQuestions::GatherProgram(ActivityProgram ActivityFacts::*program) {
+    const std::string& path = (m_facts.*program).path;
+    if (path.empty()) return;
+    m_lookUps.Find<std::string>(
+        m_queues.programs, [&sources = m_sources, path] { return sources.FileDescription(path); },
+        [this, program](std::string description) { (m_facts.*program).fileDescription = std::move(description); });
+    if (program != &ActivityFacts::acting) return;
+    m_lookUps.Find<std::shared_ptr<const QuestionIcon>>(
+        m_queues.programs, [&sources = m_sources, path] { return sources.Icon(path); },
+        [this, program](std::shared_ptr<const QuestionIcon> icon) { (m_facts.*program).icon = std::move(icon); });
+}
+
+void ActivityQuestions::Stop() {
+    m_lookUps.End();
+    m_desk.Close();
+    m_asker.TakeAway();
+    m_state = State::Idle;
+}
+
+}  // namespace brennvar

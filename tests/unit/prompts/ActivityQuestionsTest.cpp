@@ -1,0 +1,227 @@
+#include "prompts/ActivityQuestions.h"
+
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <map>
+#include <thread>
+#include <vector>
+
+#include "support/FakeClock.h"
+#include "support/FakeIni.h"
+#include "support/FakeTaskQueue.h"
+
+namespace brennvar {
+namespace {
+
+using namespace std::chrono_literals;
+using Kind = ActivityRequest::Kind;
+
+struct FakePrograms final : ProgramSources {
+    std::map<std::string, std::string> descriptions;
+    test::FakeIni::Values texts;
+    std::string FileDescription(const std::string& path) override { return descriptions[path]; }
+    std::shared_ptr<const QuestionIcon> Icon(const std::string&) override { return nullptr; }
+    Language LoadLanguage() override { return Language(std::make_unique<test::FakeIni>(texts)); }
+};
+
+struct FakeAsker final : ActivityAsker {
+    bool isReady = true;
+    std::optional<ActivityAnswer> answer;
+    std::vector<ActivityQuestion> opened;
+    int takenAway = 0;
+    bool IsReadyToAsk() override { return isReady; }
+    void Open(const ActivityQuestion& question) override { opened.push_back(question); }
+    std::optional<ActivityAnswer> Answer() override { return std::exchange(answer, std::nullopt); }
+    void TakeAway() override { ++takenAway; }
+};
+
+struct FakeView final : ActivityView {
+    std::vector<std::string> log;
+    std::function<void()> over;
+    void TrustProgram(const std::string& path, std::function<void()> done) override {
+        log.push_back("trust " + path);
+        over = std::move(done);
+    }
+    void BringForward() override { log.emplace_back("forward"); }
+    void LeaveProgram() override { log.emplace_back("leave"); }
+};
+
+constexpr char kActing[] = R"(C:\Tools\acting.exe)";
+constexpr char kTarget[] = R"(C:\Tools\target.exe)";
+
+// Two threads as in the program: asks run on one of their own each, the rest on the test's.
+class ActivityQuestionsTest : public testing::Test {
+protected:
+    std::atomic<int> wakes = 0;
+    test::FakeClock clock;
+    FakePrograms sources;
+    test::FakeTaskQueue programs, words;
+    FakeAsker asker;
+    FakeView view;
+    ActivityDesk desk{[this] { ++wakes; }, 50ms};
+    ActivityQuestions questions{desk, sources, {.programs = programs, .words = words}, asker, clock};
+    std::vector<std::thread> threads;
+    std::vector<std::unique_ptr<std::optional<ActivityAnswer>>> answers;
+
+    void TearDown() override {
+        questions.Stop();
+        Join();
+    }
+    void Join() {
+        for (std::thread& thread : threads) thread.join();
+        threads.clear();
+    }
+    // Waits until the request lies on the desk.
+    void Ask(const ActivityRequest& request) {
+        const int before = wakes;
+        auto* const answer = answers.emplace_back(std::make_unique<std::optional<ActivityAnswer>>()).get();
+        threads.emplace_back([this, request, answer] { *answer = desk.Ask(request); });
+        while (wakes == before) std::this_thread::yield();
+    }
+    void TickAndLookUp() {
+        questions.Tick();
+        programs.RunAll();
+        words.RunAll();
+        questions.Tick();
+    }
+    void Answer(ActivityAnswer answer) {
+        asker.answer = answer;
+        TickAndLookUp();
+    }
+};
+
+TEST_F(ActivityQuestionsTest, AsksOneAfterTheOtherAndGivesEachItsAnswer) {
+    sources.descriptions[kTarget] = "The target";
+    Ask({.kind = Kind::WriteToProcess, .actingPath = kActing, .targetPath = kTarget});
+    Ask({.kind = Kind::ChangeWallpaper});
+    EXPECT_FALSE(questions.IsBusy());
+    TickAndLookUp();
+    EXPECT_TRUE(questions.IsBusy());
+    questions.Tick();
+    ASSERT_EQ(asker.opened.size(), 1U);
+    EXPECT_EQ(asker.opened[0].body,
+              "Process:\n\nacting.exe\n\nis trying to write data into the remote process:\n\nThe target\n\n"
+              "Allow this action?");
+    Answer({.allow = true, .trust = true});
+    ASSERT_EQ(asker.opened.size(), 2U);
+    EXPECT_TRUE(asker.opened[1].isMessage);
+    Answer({.allow = false});
+    Join();
+    EXPECT_EQ(*answers[0], (ActivityAnswer{.allow = true, .trust = true}));
+    EXPECT_EQ(*answers[1], ActivityAnswer());
+    EXPECT_FALSE(questions.IsBusy());
+    EXPECT_EQ(asker.takenAway, 2);
+}
+
+TEST_F(ActivityQuestionsTest, WhatIsNotFoundInTimeIsLeftOut) {
+    sources.descriptions[kActing] = "Too late";
+    sources.texts["Language/DL_N_201_573"] = "startet den Browser:";
+    Ask({.kind = Kind::StartBrowser, .actingPath = kActing, .targetPath = kTarget});
+    questions.Tick();
+    words.RunAll();
+    clock.Pass(499ms);
+    questions.Tick();
+    EXPECT_TRUE(asker.opened.empty());
+    clock.Pass(1ms);
+    questions.Tick();
+    ASSERT_EQ(asker.opened.size(), 1U);
+    EXPECT_EQ(asker.opened[0].displayName, "acting.exe");
+    EXPECT_EQ(asker.opened[0].wantsText, "startet den Browser:");
+    programs.RunAll();
+    questions.Tick();
+    EXPECT_EQ(asker.opened.size(), 1U);
+}
+
+TEST_F(ActivityQuestionsTest, WaitsForAMenuToClose) {
+    asker.isReady = false;
+    Ask({.kind = Kind::ChangeAppInit});
+    TickAndLookUp();
+    clock.Pass(10s);
+    questions.Tick();
+    EXPECT_TRUE(asker.opened.empty() && questions.IsBusy());
+    asker.isReady = true;
+    questions.Tick();
+    EXPECT_EQ(asker.opened.size(), 1U);
+}
+
+TEST_F(ActivityQuestionsTest, StoppingDeniesWhatIsOnScreenAndWhatWaits) {
+    Ask({.kind = Kind::ChangeAppInit});
+    Ask({.kind = Kind::ChangeWallpaper});
+    TickAndLookUp();
+    questions.Stop();
+    Join();
+    EXPECT_EQ(*answers[0], ActivityAnswer());
+    EXPECT_EQ(*answers[1], ActivityAnswer());
+    EXPECT_EQ(asker.takenAway, 1);
+    EXPECT_FALSE(questions.IsBusy());
+    EXPECT_EQ(desk.Ask({.kind = Kind::ChangeAppInit}), ActivityAnswer());
+    questions.Tick();
+    EXPECT_EQ(asker.opened.size(), 1U);
+}
+
+TEST_F(ActivityQuestionsTest, OrdersAreCarriedOutInTheirOrder) {
+    desk.BringForward();
+    desk.LeaveProgram();
+    EXPECT_EQ(wakes, 2);
+    EXPECT_TRUE(view.log.empty());
+    desk.RunOrders(view);
+    desk.RunOrders(view);
+    EXPECT_EQ(view.log, (std::vector<std::string>{"forward", "leave"}));
+}
+
+TEST_F(ActivityQuestionsTest, TrustingIsWaitedForButNotForEver) {
+    // The wait ends with the command, with its limit, and with the program.
+    const std::function<void()> ends[] = {[&] { view.over(); }, [] {}, [&] { desk.Close(); }};
+    for (const auto& end : ends) {
+        std::atomic<bool> isOver = false;
+        const int before = wakes;
+        std::thread thread([&] {
+            desk.Trust(kActing);
+            isOver = true;
+        });
+        while (wakes == before) std::this_thread::yield();
+        EXPECT_FALSE(isOver);
+        desk.RunOrders(view);
+        end();
+        thread.join();
+    }
+    EXPECT_EQ(view.log, std::vector<std::string>(3, std::string("trust ") + kActing));
+    desk.Trust(kActing);
+    desk.RunOrders(view);
+    EXPECT_EQ(view.log.size(), 3U) << "nobody carries an order out any more";
+}
+
+TEST(ActivityTextTest, NamesProgramsAsTheUserKnowsThem) {
+    const Language language(nullptr);
+    const auto question = [&](std::string path, std::string description) {
+        return BuildActivityQuestion(
+            {.kind = Kind::WriteToProcess,
+             .acting = {.path = std::move(path), .fileDescription = std::move(description)},
+             .target = {.path = kTarget, .fileDescription = {}}},
+            language);
+    };
+    EXPECT_EQ(question(kActing, "").displayName, "acting.exe");
+    EXPECT_EQ(question(R"(C:\Tools\)", "").displayName, R"(C:\Tools\)");
+    EXPECT_EQ(question(kActing, std::string(40, 'd')).displayName, std::string(40, 'd'));
+    EXPECT_EQ(question(kActing, std::string(41, 'd')).displayName, std::string(37, 'd') + "...");
+    EXPECT_EQ(question(kActing, "a\r\nAllow").displayName, "a  Allow");
+    EXPECT_EQ(question(kActing, "").whyNotTrusted, "");
+    EXPECT_NE(question("", "").whyNotTrusted, "") << "nobody could be trusted by that";
+    // The end of a path tells; all of it would not fit anywhere.
+    const ActivityQuestion endless = question(std::string(4000, 'p') + R"(\acting.exe)", "");
+    EXPECT_LE(endless.path.size(), 1100U);
+    EXPECT_TRUE(endless.path.starts_with("...") && endless.path.ends_with(R"(\acting.exe)"));
+    EXPECT_EQ(question(kActing, "").trustText,
+              "Add to the Trusted Applications\nand do not ask me next time\nfor this application.");
+    EXPECT_EQ(question(kActing, "").caption, "Confirm process activity");
+    EXPECT_EQ(
+        BuildActivityQuestion({.kind = Kind::ChangeAppInit}, language).body,
+        "Some application is changing value of the AppInit_DLLs registry key. This key allows to inject library "
+        "into the executed applications. Allow this action?");
+    EXPECT_EQ(BuildActivityQuestion({.kind = Kind::ChangeWallpaper}, language).body,
+              "Some application is trying to change desktop wallpaper. Allow this action?");
+}
+
+}  // namespace
+}  // namespace brennvar

@@ -1,0 +1,34 @@
+#include "prompts/QuestionPlace.h"
+
+#include <gtest/gtest.h>
+
+#include <vector>
+
+namespace brennvar {
+namespace {
+
+constexpr PixelBox kArea{0, 0, 1200, 780};
+constexpr QuestionSize kSize{.width = 460, .height = 340, .margin = 16, .gap = 8};
+
+TEST(QuestionPlaceTest, StandsInTheCornerOrBesideAndAboveTheOthers) {
+    const PixelBox corner{724, 424, 1184, 764};
+    EXPECT_EQ(PlaceQuestion(kSize, kArea, {}), corner);
+    std::vector<PixelBox> others{corner};
+    EXPECT_EQ(PlaceQuestion(kSize, kArea, others), (PixelBox{256, 424, 716, 764}));
+    others.push_back({256, 424, 716, 764});
+    EXPECT_EQ(PlaceQuestion(kSize, kArea, others), (PixelBox{724, 76, 1184, 416}));
+    // One that was moved elsewhere leaves the corner to the next.
+    EXPECT_EQ(PlaceQuestion(kSize, kArea, std::vector<PixelBox>{{100, 100, 560, 420}}), corner);
+}
+
+TEST(QuestionPlaceTest, StaysInsideAndCoversAsLittleAsItMust) {
+    const PixelBox small{0, 0, 800, 600};
+    const PixelBox first = PlaceQuestion(kSize, small, {});
+    EXPECT_EQ(first, (PixelBox{324, 244, 784, 584}));
+    // There is no free place: the corner across from it shares least.
+    EXPECT_EQ(PlaceQuestion(kSize, small, std::vector<PixelBox>{first}), (PixelBox{16, 16, 476, 356}));
+    EXPECT_EQ(PlaceQuestion({.width = 900, .height = 700, .margin = 16, .gap = 8}, small, {}), small);
+}
+
+}  // namespace
+}  // namespace brennvar
