@@ -68,7 +68,8 @@ void ControlCommands::DeleteLogs(HWND window) {
         if (choice == DeleteLogDialog::Choice::None) return;
         m_session.commander.Send(
             Batch(UserCommand::DeleteLogs,
-                  {.day = dialog.Day(), .olderToo = choice == DeleteLogDialog::Choice::DayAndOlder}));
+                  {.day = dialog.Day(), .olderToo = choice == DeleteLogDialog::Choice::DayAndOlder}),
+            [this](bool) { m_onLogsDeleted(); });
     });
 }
 

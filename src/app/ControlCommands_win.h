@@ -2,6 +2,9 @@
 // of the tray menu asks of the service. User-interface thread only.
 #pragma once
 
+#include <functional>
+#include <utility>
+
 #include "app/Session_win.h"
 #include "base/Windows_win.h"
 
@@ -9,8 +12,9 @@ namespace brennvar {
 
 class ControlCommands {
 public:
-    // Borrowed.
-    explicit ControlCommands(Session& session) : m_session(session) {}
+    // The session is borrowed. onLogsDeleted: the command that deletes logs has been delivered or given up.
+    ControlCommands(Session& session, std::function<void()> onLogsDeleted)
+        : m_session(session), m_onLogsDeleted(std::move(onLogsDeleted)) {}
 
     // True for a command of these. The window owns what the command asks; one that would open a dialog is left
     // undone while another one is open.
@@ -25,6 +29,7 @@ private:
     void DeleteLogs(HWND window);
 
     Session& m_session;
+    const std::function<void()> m_onLogsDeleted;
     // As the user switched it last. Nothing tells how it is: a start finds it on.
     bool m_isNetworkOn = true;
 };

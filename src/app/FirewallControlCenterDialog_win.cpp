@@ -40,7 +40,7 @@ FirewallControlCenterDialog::FirewallControlCenterDialog(Session& session)
       m_resources([this](const ResourceChoice& current, const ResourceChoice& chosen) {
           return ApplyResourceChoice(current, chosen);
       }),
-      m_commands(session),
+      m_commands(session, [this] { Pages().OnLogsDeleted(); }),
       m_tray(session.fonts, session.language, [this](const std::string& link) { OpenWebPage(link); }),
       m_status(session.language),
       m_leaving(session, m_tray) {}

@@ -103,6 +103,12 @@ void PageHost::OnWindowSeen(bool isSeen) const {
     }
 }
 
+void PageHost::OnLogsDeleted() const {
+    for (const auto& slot : m_slots) {
+        if (slot->page) slot->page->OnLogsDeleted();
+    }
+}
+
 void PageHost::OnRulesChanged() const {
     for (const auto& slot : m_slots) {
         if (slot->page) slot->page->OnRulesChanged();

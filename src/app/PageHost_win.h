@@ -33,6 +33,7 @@ public:
     // Buttons without a page stand at the lower end of the column.
     void Place(const RECT& column, const RECT& page);
     void OnRulesChanged() const;
+    void OnLogsDeleted() const;
     // Whether the window is on the screen, neither hidden nor minimised: a page that nobody sees does nothing, and
     // comes back with fresh data.
     void OnWindowSeen(bool isSeen) const;

@@ -40,6 +40,8 @@ public:
     virtual void OnEscape() {}
     // Another page wants this row to be seen; pages that are no lists have none.
     virtual void ShowRow(const std::string& /*key*/) {}
+    // The service has been told to delete logs.
+    virtual void OnLogsDeleted() {}
     // The application rules have changed.
     virtual void OnRulesChanged() {}
 

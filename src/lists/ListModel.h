@@ -147,6 +147,7 @@ enum class ReadReason : std::uint8_t {
     Shown,         // the page has come to the user's sight
     Wished,        // F5
     RulesChanged,  // the service tells of new application rules, while the page is shown
+    LogsDeleted,   // the service has been told to delete logs, while the page is shown
 };
 
 class ListModel : public ListRows {

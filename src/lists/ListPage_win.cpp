@@ -89,6 +89,10 @@ void ListPage::OnHide() {
     m_model->OnHidden();
 }
 
+void ListPage::OnLogsDeleted() {
+    if (IsShown()) m_model->Read(ReadReason::LogsDeleted);
+}
+
 void ListPage::OnRulesChanged() {
     // A hidden page reads them when it is opened.
     if (IsShown()) m_model->Read(ReadReason::RulesChanged);

@@ -46,6 +46,7 @@ public:
     void Reload() override { m_model->Read(ReadReason::Wished); }
     void OnFind() override;
     void OnRulesChanged() override;
+    void OnLogsDeleted() override;
     void OnEscape() override;
     bool MayLeave() override;
     void ShowRow(const std::string& key) override;

@@ -150,6 +150,7 @@ void ApplicationsModel::Change(std::span<const int> rows, RuleCommandAction acti
 }
 
 void ApplicationsModel::Read(ReadReason reason) {
+    if (reason == ReadReason::LogsDeleted) return;
     const bool isUnderWay = m_settled < m_changes.Last();
     ReadInOrder(reason == ReadReason::RulesChanged || isUnderWay ? Order::Kept : Order::AsRead);
 }

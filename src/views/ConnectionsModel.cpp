@@ -322,7 +322,7 @@ void ConnectionsModel::Do(int action, std::span<const int> rows) {
 }
 
 void ConnectionsModel::Read(ReadReason reason) {
-    if (reason == ReadReason::RulesChanged) return;  // nothing that is shown here
+    if (reason == ReadReason::RulesChanged || reason == ReadReason::LogsDeleted) return;  // nothing of this page
     if (reason == ReadReason::Wished) return m_reader.Refresh();
     m_isShown = true;
     if (View()) View()->WakeIn(kPeriod);

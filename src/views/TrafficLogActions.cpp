@@ -2,18 +2,20 @@
 #include <utility>
 
 #include "config/ResourceIds.h"
+#include "views/AddressActions.h"
 #include "views/LogSheet.h"
 #include "views/TrafficLogModel.h"
 
 namespace brennvar {
 namespace {
 
-constexpr std::array<ListAction, 5> kActions = {
+constexpr std::array<ListAction, 6> kActions = {
     {{TrafficLogModel::kDetails, Text{1362, "D&etails"}, ActionPlace::ButtonAndMenu, ActionRows::Focused,
       ListKey::Enter},
      {TrafficLogModel::kShowRule, Text{1435, "Show its &rule"}, ActionPlace::Menu, ActionRows::Focused},
      {TrafficLogModel::kOpenFolder, Text{1436, "Open the &folder of the program"}, ActionPlace::Menu,
       ActionRows::Focused},
+     kLocateAction,
      {TrafficLogModel::kExport, Text{1437, "E&xport..."}, ActionPlace::ButtonAndMenu, ActionRows::None},
      {TrafficLogModel::kDeleteLogs, Text{1217, "Delete logs..."}, ActionPlace::ButtonAndMenu, ActionRows::None}}};
 
@@ -28,6 +30,7 @@ bool TrafficLogModel::CanDo(int action, int row) const {
     if (action == kDeleteLogs) return true;
     const LogRow* const entry = RowAt(row);
     if (entry == nullptr) return false;
+    if (action == kLocateAction.id) return entry->hasAddresses && CanDoAddressAction(action, entry->remoteAddress);
     switch (action) {
         case kShowRule:
         case kOpenFolder: return !entry->path.empty();
@@ -45,7 +48,7 @@ void TrafficLogModel::Do(int action, std::span<const int> rows) {
         case kDetails: return ShowDetails(m_rows.NumberOf(rows.front()));
         case kShowRule: return View()->OpenPage(IDM_APPLICATIONS, entry.path);
         case kOpenFolder: return View()->OpenFolderOf(entry.path);
-        default: break;
+        default: (void)DoAddressAction(action, entry.remoteAddress, *View()); break;
     }
 }
 

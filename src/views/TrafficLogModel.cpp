@@ -326,6 +326,7 @@ void TrafficLogModel::ReadAnew() {
 
 void TrafficLogModel::Read(ReadReason reason) {
     if (reason == ReadReason::RulesChanged) return;  // nothing that is shown here
+    if (reason == ReadReason::LogsDeleted) return OnLogsDeleted();
     const bool wasListed = m_extent.has_value() && reason == ReadReason::Shown;
     m_isShown = true;
     if (m_cache.Place().path.empty()) {

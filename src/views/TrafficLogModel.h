@@ -49,9 +49,6 @@ public:
     explicit TrafficLogModel(const Parts& parts);
     ~TrafficLogModel() override;
 
-    // The service has been told to delete logs: it is given the time to do so, then all is read anew.
-    void OnLogsDeleted();
-
     [[nodiscard]] std::string Name() const override { return "TrafficLog"; }
     [[nodiscard]] std::vector<ListColumn> Columns() const override;
     [[nodiscard]] std::string EmptyText() const override;
@@ -79,6 +76,8 @@ public:
     void OnWake() override;
 
 private:
+    // The service has been told to delete logs: it is given the time to do so, then all is read anew.
+    void OnLogsDeleted();
     enum class Pass : std::uint8_t { None, Waits, Runs };
     struct FollowRequest {
         LogPlace place;

@@ -115,9 +115,8 @@ using Instruction =
                  ProcessInstruction, StartProcessInstruction, ListenersInstruction, ConnectionInstruction,
                  ConnectionsInstruction, ListenerInstruction, ClearTablesInstruction, TotalsInstruction,
                  RateInstruction, DnsInstruction, MacInstruction, AdviceInstruction, RuleInstruction,
-                 OptionInstruction, OptionTextInstruction, HostileInstruction,
-                 ActivityInstruction, ExitInstruction, LogInstruction, LogManyInstruction, PacketInstruction,
-                 LogDayInstruction>;
+                 OptionInstruction, OptionTextInstruction, HostileInstruction, ActivityInstruction, ExitInstruction,
+                 LogInstruction, LogManyInstruction, PacketInstruction, LogDayInstruction>;
 
 struct ScenarioFault {
     std::size_t line;  // counted from 1

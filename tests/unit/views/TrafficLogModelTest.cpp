@@ -164,7 +164,7 @@ TEST_F(TrafficLogModelTest, ListsAnewWhatShrankWasReplacedOrWentAway) {
     EXPECT_EQ(model->RowCount(), 0);
     EXPECT_EQ(model->Summary(), std::nullopt);
     WriteToday(Three());
-    model->OnLogsDeleted();
+    model->Read(ReadReason::LogsDeleted);
     EXPECT_EQ(view.wake, 200ms);
     clock.Pass(200ms);
     view.Wake();
