@@ -7,6 +7,7 @@
 //   press:WINDOW:ID       presses the button ID of the window as soon as it is enabled
 //   click:WINDOW:ID       clicks the check box or button ID, in the window at any depth
 //   choose:WINDOW:ID:N    chooses the N-th entry, from 0, of the list box ID, where that opens no dialog
+//   pick:WINDOW:ID:N      the same of a combo box
 //   rows:WINDOW:N         until a list of the window shows at least N rows
 //   size:WINDOW:WxH       until the window has been sized, pixels
 //   maximise:WINDOW       until it fills the screen
@@ -80,12 +81,13 @@ bool Maximise(HWND window, bool isWanted) {
     return WaitUntil([&] { return (::IsZoomed(window) != FALSE) == isWanted; });
 }
 
-bool ChooseEntry(HWND window, const std::string& list) {
-    const int id = std::atoi(list.c_str());
-    const auto entry = static_cast<WPARAM>(std::atoi(list.c_str() + list.find(':') + 1));
-    const HWND box = FindVisibleControl(window, id);
-    return box != nullptr && Ask(box, LB_SETCURSEL, entry) == static_cast<LRESULT>(entry) &&
-           Ask(::GetParent(box), WM_COMMAND, MAKEWPARAM(id, LBN_SELCHANGE), reinterpret_cast<LPARAM>(box)) !=
+// Of a list box or a combo box, with its message that chooses and its notice of it.
+bool ChooseEntry(HWND window, const std::string& box, UINT message, WORD notice) {
+    const int id = std::atoi(box.c_str());
+    const auto entry = static_cast<WPARAM>(std::atoi(box.c_str() + box.find(':') + 1));
+    const HWND control = FindVisibleControl(window, id);
+    return control != nullptr && Ask(control, message, entry) == static_cast<LRESULT>(entry) &&
+           Ask(::GetParent(control), WM_COMMAND, MAKEWPARAM(id, notice), reinterpret_cast<LPARAM>(control)) !=
                kNoAnswer;
 }
 
@@ -129,7 +131,8 @@ bool Work(HWND window, const std::string& verb, const std::string& rest) {
         return WaitUntil([&] { return ::IsWindowEnabled(::GetDlgItem(window, number)) != FALSE; });
     }
     if (verb == "press") return PressWhenEnabled(window, number);
-    if (verb == "choose") return ChooseEntry(window, rest);
+    if (verb == "choose") return ChooseEntry(window, rest, LB_SETCURSEL, LBN_SELCHANGE);
+    if (verb == "pick") return ChooseEntry(window, rest, CB_SETCURSEL, CBN_SELCHANGE);
     if (verb == "click") return ::PostMessageA(FindVisibleControl(window, number), BM_CLICK, 0, 0) != FALSE;
     if (verb == "rows") return WaitUntil([&] { return ListHasRows(window, number); });
     if (verb == "size") return SizeWindow(window, rest);

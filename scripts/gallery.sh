@@ -60,12 +60,13 @@ show_program() {
     done
     wine dist/BrennvarGUI.exe >/dev/null 2>&1 </dev/null &
     local interface=$!
-    local main='#462' question='#334' confirmation='#905' leaving='#1120' about='#951' password='#1204'
+    local main='#462' question='#334' confirmation='#905' leaving='#1120' about='#951' password='#1204' sheet='#981' group=1287
     local page number name rows
     local steps=("enabled:$question:334" "picture:$question:$shots/$prefix-question.bmp"
-        "press:$question:573" "press:$question:334" "gone:$question")
+        "press:$question:573" "press:$question:334" "gone:$question"
+        "enabled:$question:337" "picture:$question:$shots/$prefix-activity.bmp" "press:$question:337" "gone:$question")
     # Command numbers of the pages, and how many rows their lists get from the scenario.
-    local pages=(461:statistics 462:connections:8 429:advanced 437:options 439:applications:6 463:trafficlog)
+    local pages=(461:statistics 462:connections:8 429:advanced 437:options 439:applications:6 463:trafficlog:14)
     local sections=(general enhancements logging miscellaneous icmp filesharing filtering resources password) section
     for size in 1000x680 820x560; do
         steps+=("size:$main:$size")
@@ -85,6 +86,14 @@ show_program() {
     done
     steps+=("maximise:$main" "page:$main:462" "rows:$main:8" "picture:$main:$shots/$prefix-connections-largest.bmp"
         "restore:$main" "size:$main:1000x680" "menu:$main" "popups:$main:$shots/$prefix-listmenu.bmp" "leave:$main"
+        "cell:$main:0x0" "key:$main:13" "wait:$sheet" "picture:$sheet:$shots/$prefix-connection-details.bmp"
+        "press:$sheet:2" "gone:$sheet" "click:$main:$group" "picture:$main:$shots/$prefix-connections-grouped.bmp"
+        "click:$main:$group"
+        "page:$main:463" "rows:$main:14" "cell:$main:4x0" "key:$main:13" "wait:$sheet"
+        "picture:$sheet:$shots/$prefix-log-details.bmp" "press:$sheet:2" "gone:$sheet" "menu:$main"
+        "popups:$main:$shots/$prefix-logmenu.bmp" "leave:$main" "pick:$main:200:1" "rows:$main:4"
+        "picture:$main:$shots/$prefix-packets.bmp" "cell:$main:0x0" "key:$main:13" "wait:$sheet"
+        "picture:$sheet:$shots/$prefix-packet-data.bmp" "press:$sheet:2" "gone:$sheet" "pick:$main:200:0"
         "command:$main:427" "wait:$about" "picture:$about:$shots/$prefix-about.bmp" "press:$about:1" "gone:$about"
         "command:$main:970" "wait:$confirmation" "picture:$confirmation:$shots/$prefix-reset-trusted.bmp"
         "press:$confirmation:2" "gone:$confirmation"

@@ -56,13 +56,15 @@ fi
 # Nobody is looking: work the windows, and keep pictures of them.
 drive() { wine build/windows/gallery/demo_driver.exe "$@" >/dev/null </dev/null || fail "not done: $*"; }
 picture() { import -window root "out/$1.png"; say "out/$1.png"; }
-main="Brennvar Personal Firewall" question="Confirm network connection"
+main="Brennvar Personal Firewall" question="Confirm network connection" activity="Confirm process activity"
 mkdir -p out
 rm -f out/*.png
 
 drive "enabled:$question:334"
 picture 1-question
-drive "press:$question:573" "press:$question:334" "gone:$question" "page:$main:461"
+drive "press:$question:573" "press:$question:334" "gone:$question" "enabled:$activity:337"
+picture 1-activity
+drive "press:$activity:337" "gone:$activity" "page:$main:461"
 picture 2-statistics
 drive "page:$main:462" "rows:$main:8"
 picture 3-connections
@@ -70,4 +72,11 @@ drive "page:$main:439" "rows:$main:5"
 picture 4-applications
 drive "page:$main:437"
 picture 5-options
+drive "page:$main:463" "rows:$main:14"
+picture 6-traffic-log
+drive "cell:$main:4x0" "key:$main:13" "wait:#981"
+picture 7-log-details
+drive "press:#981:2" "gone:#981" "pick:$main:200:1" "rows:$main:4" "cell:$main:0x0" "key:$main:13" "wait:#981"
+picture 8-packet-data
+drive "press:#981:2" "gone:#981"
 grep -F " CONFIRM " "$data/journal.txt" | sed 's/^[0-9]* /answer received: /'

@@ -19,21 +19,6 @@ using namespace std::chrono_literals;
 constexpr int kDetails = 1280, kBlock = 1281, kTerminate = 1282, kRule = 1284, kLocate = 1285;
 constexpr int kFilter = 1286, kGrouped = 1287, kSearch = 915;
 
-std::string Hex(std::string_view text) {
-    constexpr std::string_view kDigits = "0123456789ABCDEF";
-    std::string hex;
-    for (const char c : text) {
-        const auto code = static_cast<unsigned char>(c);
-        hex += {kDigits[code >> 4], kDigits[code & 15]};
-    }
-    return hex;
-}
-
-std::string Content(const std::string& path) {
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
-}
-
 // Another command for what the shell opens addresses of the web with, as long as this lives. Wine looks for it
 // among those of the machine only, which are those of the prefix.
 class BrowserInstead {
@@ -94,16 +79,11 @@ protected:
         Require(WaitUntil([&] { return !m_service->Journal(kWord).empty(); }));
         return static_cast<DWORD>(std::stoul(m_service->Journal(kWord).front().substr(kWord.size())));
     }
-    [[nodiscard]] static bool SaysAnywhere(HWND dialog, const std::string& text) {
-        const auto says = [&](HWND child) { return WindowText(child).find(text) != std::string::npos; };
-        return FindVisible(dialog, says) != nullptr;
-    }
-
     HWND m_list = nullptr;
 };
 
 TEST_F(ConnectionsTest, BlocksTheOtherSideAndItComesBackWhenTheTimeIsOver) {
-    Start({"option 18 3", "process 900077 C:\\Windows\\Aurora.exe",
+    Start({"option 18 10", "process 900077 C:\\Windows\\Aurora.exe",
            "connection ESTAB-OUT 10.1.2.3:49152 93.184.216.34:443 900077 655360 2000",
            "connection TIME-WAIT 10.1.2.3:49153 93.184.216.35:80 900077 0 0", "listener udp 10.0.0.1:53 900077"});
     OpenPage(3);
@@ -116,11 +96,11 @@ TEST_F(ConnectionsTest, BlocksTheOtherSideAndItComesBackWhenTheTimeIsOver) {
     Press(kBlock);
     ExpectSent({"COMMAND 5596 0:02 4744:5DB8D822",
                 "COMMAND 5596 0:01 4:" + Hex("Blocked connection") + " 132:" + Hex("93.184.216.34") +
-                    " 644:02 648:" + Hex("IP: 93.184.216.34. Blocking IP address for 3 seconds")});
+                    " 644:02 648:" + Hex("IP: 93.184.216.34. Blocking IP address for 10 seconds")});
     EXPECT_TRUE(WaitUntil([] {
         const HWND balloon = ::FindWindowA("BrennvarBalloon", nullptr);
         return ::IsWindowVisible(balloon) &&
-               WindowText(balloon).find("Blocking IP address for 3 seconds") != std::string::npos;
+               WindowText(balloon).find("Blocking IP address for 10 seconds") != std::string::npos;
     }));
     EXPECT_TRUE(WaitForRows(2));
     EXPECT_TRUE(WaitForRows(3)) << "blocked for a time only";

@@ -2,11 +2,33 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <fstream>
+#include <iterator>
 
 #include "ipc/CommandRecord.h"
 #include "tree/TreeMessages_win.h"
 
 namespace brennvar::test {
+
+std::string Hex(std::string_view text) {
+    constexpr std::string_view kDigits = "0123456789ABCDEF";
+    std::string hex;
+    for (const char c : text) {
+        const auto code = static_cast<unsigned char>(c);
+        hex += {kDigits[code >> 4], kDigits[code & 15]};
+    }
+    return hex;
+}
+
+std::string Content(const std::string& path) {
+    std::ifstream file(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
+}
+
+bool ProductFixture::SaysAnywhere(HWND window, const std::string& text) {
+    const auto says = [&](HWND child) { return WindowText(child).find(text) != std::string::npos; };
+    return FindVisible(window, says) != nullptr;
+}
 
 void ProductFixture::SetUp() {
     m_data = EmptyDataFolder();

@@ -5,6 +5,8 @@
 #include <gtest/gtest.h>
 
 #include <optional>
+#include <string>
+#include <string_view>
 
 #include "Desktop.h"
 #include "StandInProcess.h"
@@ -23,6 +25,11 @@ inline constexpr int kMessage = 905;
 
 using Lines = std::vector<std::string>;
 using Rows = std::vector<std::vector<std::string>>;
+
+// As the journal writes bytes.
+[[nodiscard]] std::string Hex(std::string_view text);
+// All of a file; empty when there is none.
+[[nodiscard]] std::string Content(const std::string& path);
 
 class ProductFixture : public ::testing::Test {
 protected:
@@ -74,6 +81,8 @@ protected:
         return WaitUntil([&] { return m_service->Journal(channel).size() >= count; });
     }
 
+    // Some control of the window holds the text.
+    [[nodiscard]] static bool SaysAnywhere(HWND window, const std::string& text);
     // Another window of the program's, waited for.
     [[nodiscard]] HWND NextWindow(const std::string& caption, Place place = Place::current()) const;
     // One with the main window's caption.
