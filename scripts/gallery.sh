@@ -66,7 +66,7 @@ show_program() {
         "press:$question:573" "press:$question:334" "gone:$question"
         "enabled:$question:337" "picture:$question:$shots/$prefix-activity.bmp" "press:$question:337" "gone:$question")
     # Command numbers of the pages, and how many rows their lists get from the scenario.
-    local pages=(461:statistics 462:connections:8 429:advanced 437:options 439:applications:6 463:trafficlog:14)
+    local pages=(461:statistics 462:connections:8 429:advanced 437:options 439:applications:6 463:trafficlog:12)
     local sections=(general enhancements logging miscellaneous icmp filesharing filtering resources password) section
     for size in 1000x680 820x560; do
         steps+=("size:$main:$size")
@@ -89,7 +89,7 @@ show_program() {
         "cell:$main:0x0" "key:$main:13" "wait:$sheet" "picture:$sheet:$shots/$prefix-connection-details.bmp"
         "press:$sheet:2" "gone:$sheet" "click:$main:$group" "picture:$main:$shots/$prefix-connections-grouped.bmp"
         "click:$main:$group"
-        "page:$main:463" "rows:$main:14" "cell:$main:4x0" "key:$main:13" "wait:$sheet"
+        "page:$main:463" "rows:$main:12" "cell:$main:4x0" "key:$main:13" "wait:$sheet"
         "picture:$sheet:$shots/$prefix-log-details.bmp" "press:$sheet:2" "gone:$sheet" "menu:$main"
         "popups:$main:$shots/$prefix-logmenu.bmp" "leave:$main" "pick:$main:200:1" "rows:$main:4"
         "picture:$main:$shots/$prefix-packets.bmp" "cell:$main:0x0" "key:$main:13" "wait:$sheet"

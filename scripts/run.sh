@@ -55,7 +55,19 @@ fi
 
 # Nobody is looking: work the windows, and keep pictures of them.
 drive() { wine build/windows/gallery/demo_driver.exe "$@" >/dev/null </dev/null || fail "not done: $*"; }
-picture() { import -window root "out/$1.png"; say "out/$1.png"; }
+# A picture of all, when two in a row are the same; what moves all the time is not waited for.
+picture() {
+    import -window root "out/$1.png"
+    local i
+    for ((i = 0; i < 20; i++)); do
+        mv "out/$1.png" out/before.png
+        sleep 0.1
+        import -window root "out/$1.png"
+        [ "$(compare -metric AE out/before.png "out/$1.png" null: 2>&1 || true)" != 0 ] || break
+    done
+    rm out/before.png
+    say "out/$1.png"
+}
 main="Brennvar Personal Firewall" question="Confirm network connection" activity="Confirm process activity"
 mkdir -p out
 rm -f out/*.png
@@ -72,7 +84,7 @@ drive "page:$main:439" "rows:$main:5"
 picture 4-applications
 drive "page:$main:437"
 picture 5-options
-drive "page:$main:463" "rows:$main:14"
+drive "page:$main:463" "rows:$main:12"
 picture 6-traffic-log
 drive "cell:$main:4x0" "key:$main:13" "wait:#981"
 picture 7-log-details

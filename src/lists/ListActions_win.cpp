@@ -45,7 +45,7 @@ int ListActions::Height() const {
     return m_buttons.empty() ? 0 : Scale(kHeight);
 }
 
-void ListActions::Place(const RECT& band) const {
+LONG ListActions::Place(const RECT& band) const {
     LONG left = band.right;
     for (auto button = m_buttons.rbegin(); button != m_buttons.rend(); ++button) {
         const SIZE size = button->control.Size();
@@ -53,6 +53,7 @@ void ListActions::Place(const RECT& band) const {
         button->control.MoveTo(left, band.bottom - size.cy);
         left -= Scale(kGap);
     }
+    return left;
 }
 
 void ListActions::Enable(const PossibleActions& possible, HWND list) const {

@@ -30,8 +30,8 @@ public:
 
     // The height that the buttons need, in pixels of the screen; 0 without buttons.
     [[nodiscard]] int Height() const;
-    // At the right end of the band.
-    void Place(const RECT& band) const;
+    // At the right end of the band; where the first of them begins.
+    LONG Place(const RECT& band) const;
     // list: gets the keyboard when its owner is a button that can no longer be pressed.
     void Enable(const PossibleActions& possible, HWND list) const;
     // Buttons first, and behind a separator what is in the menu only; ends with a separator.

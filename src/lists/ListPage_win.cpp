@@ -79,8 +79,9 @@ void ListPage::OnPlaceContent(const RECT& place) {
     const RECT footer{place.left, bottom - std::max(Scale(kCountHeight), m_actions.Height()), place.right, bottom};
     m_choices.Place({place.left, place.top, place.right, place.top + m_choices.Height()});
     m_list->Place({place.left, place.top + m_choices.Height(), place.right, footer.top});
-    m_count.Place({place.left, bottom - Scale(kCountHeight), place.right, bottom});
-    m_actions.Place(footer);
+    // Beside the buttons, not below them: a new count would paint over those that stay as they are.
+    const LONG buttons = m_actions.Place(footer);
+    m_count.Place({place.left, bottom - Scale(kCountHeight), std::max(place.left, buttons), bottom});
 }
 
 void ListPage::OnHide() {

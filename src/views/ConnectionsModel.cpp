@@ -63,7 +63,7 @@ std::vector<ListColumn> ConnectionsModel::Columns() const {
     const std::string rate = FormatRate(1000 * 1024, 1000, m_words);
     const std::string bytes = FormatBytes(1000 * 1024, m_words);
     return {
-        {.title = language.GetText(1020, "Process"), .width = 144},
+        {.title = language.GetText(1020, "Process"), .width = 104},
         {.title = language.GetText(1021, "Address"), .width = 200},
         {.title = language.GetText(1022, "State"), .width = 96, .longest = std::move(states)},
         {.title = language.GetText(1660, "Rate in"), .width = 64, .isNumber = true, .longest = {rate}},
