@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Plays hours of the control center's ticks in fast motion under Wine, and fails when the program holds more of the
-# system's objects or memory afterwards. Prints what it held before and after.
+# Plays hours of the control center's ticks in fast motion under Wine, and a log that grows while it is shown, and fails
+# when the program holds more of the system's objects or memory afterwards. Prints what it held before and after.
 #   --hours N  how many are played (default 8, which take between five minutes and half an hour)
 set -euo pipefail
 cd "$(dirname "$0")/.."

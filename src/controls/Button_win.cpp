@@ -1,5 +1,6 @@
 #include "controls/Button_win.h"
 
+#include "ui/ChildControls_win.h"
 #include "ui/Paint_win.h"
 
 namespace brennvar {
@@ -27,7 +28,13 @@ void DrawCross(HDC dc, const RECT& box, COLORREF colour) {
     }
 }
 
+constexpr int kTextMargins = 16;  // both, at 96 pixels per inch
+
 }  // namespace
+
+bool FitsButton(const ButtonKind& kind, HWND window, const Look& look, const std::string& text) {
+    return MeasureText(window, look.fonts.Text(), text, 0).cx <= Scale(kind.plainSize.cx - kTextMargins);
+}
 
 void CButton::Create(HWND parent, const ButtonKind& kind, const std::string& text, int id, const Look& look) {
     Resolve(kind, look);

@@ -32,6 +32,9 @@ inline constexpr ButtonKind kButtonDialog = {"BUTTON_DIALOG", "button_dialog.png
 inline constexpr ButtonKind kButtonMedium = {"BUTTON_MEDIUM", "button_medium.png", "BUTTON", {144, 30}};
 inline constexpr ButtonKind kButtonLarge = {"BUTTON_LARGE", "button_large.png", "BUTTON", {200, 30}};
 
+// Whether a button of this kind shows all of the text, in a window of this look.
+[[nodiscard]] bool FitsButton(const ButtonKind& kind, HWND window, const Look& look, const std::string& text);
+
 inline constexpr SIZE kCaptionButtonSize = {32, 28};
 inline constexpr ButtonKind kButtonMin = {"BUTTON_MIN",       "button_min.png",    "BUTTON",
                                           kCaptionButtonSize, ButtonForm::Caption, '-'};

@@ -4,6 +4,7 @@
 
 #include "ui/ChildControls_win.h"
 #include "ui/Paint_win.h"
+#include "ui/WideText_win.h"
 
 namespace brennvar {
 namespace {
@@ -14,31 +15,12 @@ constexpr int kPillMargin = 6;  // between its sides and the text
 constexpr int kPillRim = 1;     // above and below the text
 constexpr int kPillCorner = 8;  // as in lists
 
-// The code page that the bytes of a text in this font are in.
-UINT CodePageOf(HFONT font) {
-    LOGFONTA details{};
-    ::GetObjectA(font, sizeof(details), &details);
-    // The number itself is given in the place of a pointer.
-    CHARSETINFO info{};
-    const auto charset = reinterpret_cast<DWORD*>(static_cast<DWORD_PTR>(details.lfCharSet));
-    return ::TranslateCharsetInfo(charset, &info, TCI_SRCCHARSET) ? info.ciACP : CP_ACP;
-}
-
-std::wstring Widen(const std::string& text, UINT codePage) {
-    const auto size = static_cast<int>(text.size());
-    std::wstring wide(
-        static_cast<std::size_t>(std::max(0, ::MultiByteToWideChar(codePage, 0, text.data(), size, nullptr, 0))),
-        L'\0');
-    ::MultiByteToWideChar(codePage, 0, text.data(), size, wide.data(), static_cast<int>(wide.size()));
-    return wide;
-}
-
 }  // namespace
 
 void CSelectableText::Create(HWND parent, int id, const Look& look) {
     m_textColour = look.colours.text;
     m_list = look.colours.list;
-    m_codePage = CodePageOf(look.fonts.Text());
+    m_font = look.fonts.Text();
     // Windows paints it, and would take its bytes for those of the system's language.
     MakeWide(parent, L"EDIT", ES_MULTILINE | ES_READONLY, id, look.fonts.Text());
     m_lineHeight = MeasureText(Window(), look.fonts.Text(), "Ag", 0).cy;
@@ -51,7 +33,7 @@ bool CSelectableText::Show(const std::string& text) {
     DWORD begin = 0;
     DWORD end = 0;
     CallWindows(EM_GETSEL, reinterpret_cast<WPARAM>(&begin), reinterpret_cast<LPARAM>(&end));
-    ::SetWindowTextW(Window(), Widen(text, m_codePage).c_str());
+    ::SetWindowTextW(Window(), Widen(text, m_font).c_str());
     CallWindows(EM_SETSEL, begin, static_cast<LPARAM>(end));
     return true;
 }

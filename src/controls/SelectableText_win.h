@@ -37,7 +37,7 @@ private:
     COLORREF m_textColour = 0;
     COLORREF m_list = 0;
     std::optional<COLORREF> m_pill;
-    UINT m_codePage = CP_ACP;
+    HFONT m_font = nullptr;  // borrowed
     int m_lineHeight = 0;
 };
 

@@ -123,7 +123,7 @@ void DetailsDialog::OnPaintGround(HDC dc) {
 void DetailsDialog::OnCommand(int id, int notification) {
     if (notification != BN_CLICKED) return;
     if (id == IDOK) End(IDOK);
-    if (id == IDC_DETAILS_COPY) CopyToClipboard(Window(), TextOf(m_sheet));
+    if (id == IDC_DETAILS_COPY) CopyToClipboard(Window(), TextOf(m_sheet), GetLook().fonts.Text());
 }
 
 }  // namespace brennvar

@@ -39,7 +39,7 @@ void CPage::OnSize(int width, int height) {
     const LONG right = width - Scale(kMargin);
     const LONG titleRight = right - RoomBesideTitle();
     m_title.Place({left, Scale(kMargin), titleRight, Scale(kMargin + kTitleHeight)});
-    m_line.Place({left, Scale(kLineTop), titleRight, Scale(kLineTop + kLineHeight)});
+    m_line.Place({left, Scale(kLineTop), right, Scale(kLineTop + kLineHeight)});
     const RECT content{left, Scale(kContentTop), right, height - Scale(kMargin)};
     if (m_empty.Window()) m_empty.Place(content);
     OnPlaceContent(content);

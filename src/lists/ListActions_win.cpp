@@ -22,10 +22,15 @@ std::string MenuText(const ListAction& action, const Language& language) {
 void ListActions::Create(HWND window, const Look& look, const Language& language,
                          std::span<const ListAction> actions) {
     m_actions = actions;
+    // All of one kind, in which every caption is whole.
+    const ButtonKind* kind = &kButton;
     for (const ListAction& action : actions) {
         if (action.place != ActionPlace::ButtonAndMenu) continue;
-        m_buttons.emplace_back(&action).control.Create(window, kButton, language.GetText(action.caption), action.id,
-                                                       look);
+        m_buttons.emplace_back(&action);
+        if (!FitsButton(kButton, window, look, language.GetText(action.caption))) kind = &kButtonMedium;
+    }
+    for (ActionButton& button : m_buttons) {
+        button.control.Create(window, *kind, language.GetText(button.action->caption), button.action->id, look);
     }
 }
 

@@ -29,6 +29,7 @@ struct ListColumn {
     bool isNumber = false;   // aligned right, and sorted by ListModel::SortNumber
     bool takesRoom = false;  // gets what the other columns leave
     bool isPath = false;     // cut in the middle, so that the file name stays
+    bool hasIcon = false;    // the program's icon stands here; in the first column when no column has it
     // Texts that must never be cut, whether or not a row holds them now: all states, all actions.
     std::vector<std::string> longest{};
     int clickAction = 0;  // the action that a click into a cell of this column is, on its row; 0: none
@@ -199,7 +200,7 @@ public:
     // What the user is asked when the page is to be left now; its answer stops the progress. Nothing: it may be
     // left.
     [[nodiscard]] virtual std::optional<ListQuestion> LeavingQuestion() const { return std::nullopt; }
-    // The program file whose icon stands before the row; empty: a program that is not known. Nothing: no icon.
+    // The program file whose icon stands in the row; empty: a program that is not known. Nothing: no icon.
     [[nodiscard]] virtual std::optional<std::string> Program(int /*row*/) const { return std::nullopt; }
 
     [[nodiscard]] virtual RowDetails Details(int /*row*/) const { return {}; }

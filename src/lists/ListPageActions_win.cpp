@@ -175,7 +175,7 @@ std::optional<SavePlace> ListPage::AskSavePlace(const SaveWish& wish) {
 }
 
 void ListPage::CopyText(const std::string& text) {
-    CopyToClipboard(Window(), text);
+    CopyToClipboard(Window(), text, m_context.fonts.Text());
 }
 
 }  // namespace brennvar

@@ -1,5 +1,6 @@
 // The columns of a list page, and how wide they are.
 #include <algorithm>
+#include <functional>
 #include <stdexcept>
 #include <utility>
 
@@ -29,6 +30,8 @@ TreeColumn TreeColumnOf(const ListColumn& column) {
 
 void ListPage::CreateList() {
     m_columns = m_model->Columns();
+    const auto withIcon = std::find_if(m_columns.begin(), m_columns.end(), std::mem_fn(&ListColumn::hasIcon));
+    if (withIcon != m_columns.end()) m_iconColumn = static_cast<int>(withIcon - m_columns.begin());
     std::vector<TreeColumn> columns;
     std::transform(m_columns.begin(), m_columns.end(), std::back_inserter(columns), TreeColumnOf);
     m_list = std::make_unique<CListTree>(GetLook().fonts);

@@ -15,7 +15,8 @@ constexpr UINT_PTR kWakeTimer = 1;
 constexpr int kSearchWidth = 208;
 constexpr int kSearchHeight = 24;
 constexpr int kSearchMargin = 16;
-constexpr int kSearchGap = 8;  // to the list
+constexpr int kSearchAbove = 56;  // the content: as the title begins
+constexpr int kBelow = 8;         // the content reaches into the margin
 constexpr int kCountHeight = 24;
 
 constexpr WPARAM kLongestSearch = 200;  // characters
@@ -70,12 +71,11 @@ int ListPage::RoomBesideTitle() const {
 }
 
 void ListPage::OnPlaceContent(const RECT& place) {
-    // On the page's title, which leaves the right side free.
-    const LONG searchBottom = place.top - Scale(kSearchGap);
-    m_search.Place(
-        {place.right - Scale(kSearchWidth), searchBottom - Scale(kSearchHeight), place.right, searchBottom});
+    // Beside the page's title, which leaves the right side free.
+    const LONG searchTop = place.top - Scale(kSearchAbove);
+    m_search.Place({place.right - Scale(kSearchWidth), searchTop, place.right, searchTop + Scale(kSearchHeight)});
     // It reaches into the page's margin.
-    const LONG bottom = place.bottom + Scale(kSearchGap);
+    const LONG bottom = place.bottom + Scale(kBelow);
     const RECT footer{place.left, bottom - std::max(Scale(kCountHeight), m_actions.Height()), place.right, bottom};
     m_choices.Place({place.left, place.top, place.right, place.top + m_choices.Height()});
     m_list->Place({place.left, place.top + m_choices.Height(), place.right, footer.top});
@@ -167,7 +167,7 @@ TreeCell ListPage::Cell(int row, int column) const {
     shown.checked = cell.checked;
     shown.glyph = cell.glyph;
     // Rows out of sight are asked for their texts only.
-    if (column == 0 && IsInSight(row)) {
+    if (column == m_iconColumn && IsInSight(row)) {
         if (const auto program = m_model->Program(sourceRow)) shown.icon = Programs().Icon(*program);
     }
     return shown;

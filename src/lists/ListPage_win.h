@@ -134,6 +134,7 @@ private:
     const std::unique_ptr<ListModel> m_model;
     const bool m_arrangesItself;
     std::vector<ListColumn> m_columns;
+    int m_iconColumn = 0;
     CEdit m_search;
     ListChoices m_choices;
     std::unique_ptr<CListTree> m_list;

@@ -36,6 +36,7 @@ public:
     [[nodiscard]] int FocusedRow() const { return m_selection.Focused(); }  // -1: none
     [[nodiscard]] TreePainter& Painter() { return *m_painter; }
     [[nodiscard]] TreeTip& Tip() { return m_tip; }
+    [[nodiscard]] HFONT Font() const { return m_painter->Font(); }
 
     [[nodiscard]] HWND Window() const { return m_window.Window(); }
     void Repaint() const { m_window.Repaint(); }

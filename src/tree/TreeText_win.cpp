@@ -35,7 +35,7 @@ void CopySelection(const TreeState& state) {
             text += TextOfRow(state, row) + "\r\n";
         }
     }
-    if (count > 0) CopyToClipboard(state.Window(), text);
+    if (count > 0) CopyToClipboard(state.Window(), text, state.Font());
 }
 
 }  // namespace brennvar

@@ -2,17 +2,21 @@
 
 #include <cstring>
 
+#include "ui/WideText_win.h"
+
 namespace brennvar {
 
-void CopyToClipboard(HWND owner, const std::string& text) {
+void CopyToClipboard(HWND owner, const std::string& text, HFONT font) {
+    const std::wstring wide = Widen(text, font);
     if (!::OpenClipboard(owner)) return;
     ::EmptyClipboard();
-    const HGLOBAL memory = ::GlobalAlloc(GMEM_MOVEABLE, text.size() + 1);
+    const std::size_t size = (wide.size() + 1) * sizeof(wchar_t);
+    const HGLOBAL memory = ::GlobalAlloc(GMEM_MOVEABLE, size);
     if (void* bytes = memory ? ::GlobalLock(memory) : nullptr) {
-        std::memcpy(bytes, text.c_str(), text.size() + 1);
+        std::memcpy(bytes, wide.c_str(), size);
         ::GlobalUnlock(memory);
         // The clipboard owns the memory when it has taken it.
-        if (!::SetClipboardData(CF_TEXT, memory)) ::GlobalFree(memory);
+        if (!::SetClipboardData(CF_UNICODETEXT, memory)) ::GlobalFree(memory);
     } else if (memory) {
         ::GlobalFree(memory);
     }

@@ -7,7 +7,8 @@
 
 namespace brennvar {
 
-// Replaces what the clipboard holds; without effect while another program has it open.
-void CopyToClipboard(HWND owner, const std::string& text);
+// Replaces what the clipboard holds; without effect while another program has it open. What the bytes of the text
+// mean is said by the font that it is painted in.
+void CopyToClipboard(HWND owner, const std::string& text, HFONT font);
 
 }  // namespace brennvar

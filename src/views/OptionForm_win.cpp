@@ -23,7 +23,6 @@ constexpr int kFieldWidth = 240;
 constexpr int kLeastFieldWidth = 112;
 constexpr int kFlagIndent = 24;  // of a check box's text, and of what belongs to it
 constexpr int kFlagPadding = 8;  // right of that text
-constexpr int kButtonPadding = 24;
 
 // Digits of 32 and of 16 bits.
 constexpr WPARAM kNumberLimit = 10;
@@ -101,8 +100,7 @@ void OptionForm::CreateRow(Row& row) {
         case RowKind::Remark: CreateLabel(row, LabelKind::Quiet, kSeveralLines); break;
         case RowKind::Field: CreateField(row); break;
         case RowKind::Button: {
-            const bool isWide = MeasureText(Window(), GetLook().fonts.Text(), caption, 0).cx >
-                                Scale(kButtonMedium.plainSize.cx - kButtonPadding);
+            const bool isWide = !FitsButton(kButtonMedium, Window(), GetLook(), caption);
             row.button.Create(Window(), isWide ? kButtonLarge : kButtonMedium, caption, info.control, GetLook());
             break;
         }

@@ -12,8 +12,8 @@ namespace {
 constexpr std::array<ListAction, 6> kActions = {
     {{TrafficLogModel::kDetails, Text{1362, "D&etails"}, ActionPlace::ButtonAndMenu, ActionRows::Focused,
       ListKey::Enter},
-     {TrafficLogModel::kShowRule, Text{1435, "Show its &rule"}, ActionPlace::Menu, ActionRows::Focused},
-     {TrafficLogModel::kOpenFolder, Text{1436, "Open the &folder of the program"}, ActionPlace::Menu,
+     {TrafficLogModel::kShowRule, Text{1674, "Show its &rule"}, ActionPlace::Menu, ActionRows::Focused},
+     {TrafficLogModel::kOpenFolder, Text{1673, "Open &folder of the program"}, ActionPlace::Menu,
       ActionRows::Focused},
      kLocateAction,
      {TrafficLogModel::kExport, Text{1437, "E&xport..."}, ActionPlace::ButtonAndMenu, ActionRows::None},
@@ -131,6 +131,12 @@ std::optional<ListProgress> TrafficLogModel::Progress() const {
     }
     if (m_pass == Pass::None) return std::nullopt;
     return ListProgress{.done = m_done, .total = m_total, .text = language.GetText(1453, "Reading")};
+}
+
+std::optional<ListQuestion> TrafficLogModel::LeavingQuestion() const {
+    if (!m_writing.IsBusy() || m_writing.IsCopy()) return std::nullopt;
+    return ListQuestion{.text = m_parts.language.GetText(1466, "The log is still being exported. Stop the export?"),
+                        .yes = m_parts.language.GetText(1403, "Stop")};
 }
 
 void TrafficLogModel::StopProgress() {

@@ -52,11 +52,11 @@ std::vector<ListColumn> TrafficLogModel::Columns() const {
     const auto title = [&](LogColumn column) { return m_texts->columns[static_cast<std::size_t>(column)]; };
     return {{.title = title(LogColumn::Time), .width = 72, .longest = {"00:00:00"}},
             {.title = title(LogColumn::Action),
-             .width = 104,
+             .width = 80,
              .longest = {m_texts->actions.begin(), m_texts->actions.end()}},
             {.title = title(LogColumn::Protocol), .width = 64, .longest = std::move(protocols)},
-            {.title = title(LogColumn::Address), .width = 280},
-            {.title = title(LogColumn::Program), .width = 136},
+            {.title = title(LogColumn::Address), .width = 200},
+            {.title = title(LogColumn::Program), .width = 112, .hasIcon = true},
             {.title = title(LogColumn::Remark), .width = 96, .takesRoom = true}};
 }
 

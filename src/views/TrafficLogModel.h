@@ -66,6 +66,7 @@ public:
     void Choose(int id, int item) override;
     [[nodiscard]] std::optional<ListProgress> Progress() const override;
     void StopProgress() override;
+    [[nodiscard]] std::optional<ListQuestion> LeavingQuestion() const override;
     [[nodiscard]] std::span<const ListAction> Actions() const override;
     [[nodiscard]] bool CanDo(int action, int row) const override;
     void Do(int action, std::span<const int> rows) override;

@@ -1,9 +1,15 @@
-// Hours of ticks in fast motion: the program must hold no more of the system's objects and memory afterwards.
+// Hours of ticks in fast motion, and a log that grows: the program must hold no more of the system's objects and
+// memory afterwards.
 #include <gtest/gtest.h>
 
+#include <cstdio>
 #include <cstdlib>
+#include <fstream>
+#include <string>
+#include <vector>
 
 #include "Product.h"
+#include "logs/LogRecords.h"
 #include "support/ObjectCounts_win.h"
 // windows.h must stand before this.
 #include <psapi.h>
@@ -51,6 +57,10 @@ protected:
             }
         }
     }
+    [[nodiscard]] static int SecondsToPlay() {
+        const char* given = std::getenv("BRENNVAR_SOAK_SECONDS");
+        return given ? std::atoi(given) : kDefaultSeconds;
+    }
     [[nodiscard]] std::size_t Memory() const {
         PROCESS_MEMORY_COUNTERS counters{};
         return ::GetProcessMemoryInfo(m_interface->Process(), &counters, sizeof(counters)) ? counters.PagefileUsage
@@ -59,9 +69,59 @@ protected:
     [[nodiscard]] ObjectCounts Counts() const { return CountObjects(m_interface->Process(), m_interface->Id()); }
 };
 
+// Appends as the service does, that many events.
+void AppendEvents(const std::string& path, int count) {
+    TrafficLogRecord record{};
+    record.action = 1;
+    record.protocol = 6;
+    record.kind = 1;
+    const std::vector<TrafficLogRecord> records(static_cast<std::size_t>(count), record);
+    std::ofstream(path, std::ios::binary | std::ios::app)
+        .write(reinterpret_cast<const char*>(records.data()),
+               static_cast<std::streamsize>(records.size() * sizeof record));
+}
+
+TEST_F(SoakTest, ALogThatGrowsWhileItIsShownTakesNoMoreThanItsRows) {
+    constexpr int kPerRound = 1000;
+    // The page looks at its log once a second, so a round is a second, and soak.sh plays a quarter of an hour.
+    constexpr int kTickSecondsPerRound = 30;
+    constexpr int kWarmUp = 3;
+    const int rounds = SecondsToPlay() / kTickSecondsPerRound;
+    Start({"log-many 1000"});
+    SYSTEMTIME now{};
+    ::GetLocalTime(&now);
+    char day[16];
+    (void)std::snprintf(day, sizeof day, "%04d%02d%02d", now.wYear, now.wMonth, now.wDay);
+    const std::string log = m_data + "\\Log\\" + day + ".log";
+    Ask(m_window, WM_COMMAND, 463);
+    const HWND list = List();
+    int rows = 1000;
+    const auto play = [&](int times) {
+        for (int round = 0; round < times; ++round) {
+            AppendEvents(log, kPerRound);
+            rows += kPerRound;
+            Require(WaitUntil([&] { return ListRowCount(list) == rows; }));
+        }
+    };
+    Require(WaitUntil([&] { return ListRowCount(list) == rows; }));
+    play(kWarmUp);
+    const ObjectCounts before = Counts();
+    const std::size_t memoryBefore = Memory();
+    play(rounds);
+    const ObjectCounts after = Counts();
+    EXPECT_EQ(after.gdi, before.gdi);
+    EXPECT_EQ(after.windows, before.windows);
+    EXPECT_LE(after.handles, before.handles + kHandleTolerance);
+    const std::size_t memoryAfter = Memory();
+    constexpr std::size_t kRowSize = 16;
+    EXPECT_LE(memoryAfter,
+              memoryBefore + kMemoryTolerance + kRowSize * static_cast<std::size_t>(rounds) * kPerRound);
+    std::printf("%d seconds played: %d events appended, %zu KB; before %zu KB\n", rounds, rounds * kPerRound,
+                memoryAfter / 1024, memoryBefore / 1024);
+}
+
 TEST_F(SoakTest, HoursOfTicksLeaveNothingBehind) {
-    const char* given = std::getenv("BRENNVAR_SOAK_SECONDS");
-    const int seconds = given ? std::atoi(given) : kDefaultSeconds;
+    const int seconds = SecondsToPlay();
     std::vector<std::string> scenario = {"totals 0 0", "rate 40000 9000", "connections 50"};
     for (int notice = 0; notice < (kWarmUpRounds * kWarmUpSeconds + seconds) / kNoticePeriod; ++notice) {
         scenario.push_back("notice ATTACK");

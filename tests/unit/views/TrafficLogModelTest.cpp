@@ -332,7 +332,9 @@ TEST_F(TrafficLogModelTest, ExportsAndCopiesWhatIsListed) {
     view.savePlace = SavePlace{.path = folder.File("out.csv"), .type = 0};
     model->Do(TrafficLogModel::kExport, {});
     EXPECT_EQ(model->Progress()->text, "Exporting");
+    EXPECT_EQ(model->LeavingQuestion()->yes, "Stop") << "else nobody could see how far it has come";
     Settle();
+    EXPECT_FALSE(model->LeavingQuestion());
     ASSERT_EQ(view.told.size(), 1U);
     EXPECT_TRUE(view.told[0].starts_with("Export the log: The log has been exported"));
     std::ifstream file(view.savePlace->path);
