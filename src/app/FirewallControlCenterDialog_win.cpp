@@ -168,7 +168,8 @@ void FirewallControlCenterDialog::OpenPage(int command) {
     Pages().Open(command);
     RestoreWindow();
     const std::string row = std::exchange(m_wantedRow, {});
-    if (CPage* const page = Pages().Current(); page && !row.empty()) page->ShowRow(row);
+    // The page that was shown may have stayed.
+    if (!row.empty() && Pages().CurrentCommand() == command) Pages().Current()->ShowRow(row);
 }
 
 void FirewallControlCenterDialog::OpenPageAt(int command, const std::string& key) {

@@ -30,6 +30,8 @@ public:
     [[nodiscard]] bool HasPage(int command) const;
     // Null until the first page was opened.
     [[nodiscard]] CPage* Current() const { return m_current ? m_current->page.get() : nullptr; }
+    // What opens the page that is shown; 0 until the first one was opened.
+    [[nodiscard]] int CurrentCommand() const { return m_current ? m_current->entry.command : 0; }
     // Buttons without a page stand at the lower end of the column.
     void Place(const RECT& column, const RECT& page);
     void OnRulesChanged() const;

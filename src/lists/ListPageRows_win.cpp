@@ -1,4 +1,5 @@
 // Which rows a list page shows, in which order, and what of them is selected after they have changed.
+#include <algorithm>
 #include <string>
 #include <utility>
 #include <vector>
@@ -9,7 +10,7 @@ namespace brennvar {
 namespace {
 
 // Of more selected rows than anybody has picked one by one, the keys are not made.
-constexpr int kMostKeptRows = 10'000;
+constexpr int kMostKeptRows = 1000;
 
 }  // namespace
 
@@ -33,12 +34,13 @@ void ListPage::AfterChange(Change change) {
     SummaryChanged();
     if (change == Change::Looks) {
         m_list->Refresh();
+        OnSelectionChanged();  // what can be done with a row may depend on what it says
         return;
     }
     if (change == Change::Behind && m_arrangesItself) {
         m_list->Refresh();
         ShowCount();
-        FindWantedRow();
+        OnSelectionChanged();
         return;
     }
     m_list->SetHasLevels(m_model->RowCount() > 0 && m_model->Shape(0).hasChildren);
@@ -50,6 +52,8 @@ void ListPage::AfterChange(Change change) {
     OnSelectionChanged();
     if (!m_hasUserWidths) m_list->FitToContent();
     FindWantedRow();
+    // What is not there when the list has been read has no row: it must not take the keyboard some day.
+    m_wantedRow.clear();
 }
 
 void ListPage::RestoreSelection() {
@@ -57,9 +61,12 @@ void ListPage::RestoreSelection() {
     int focused = -1;
     if (m_wasAllSelected) rows.Add(0, RowCount() - 1);
     if (m_arrangesItself) {
+        std::vector<int> found;
         for (const std::string& key : m_selectedBefore) {
-            if (const int row = m_model->FindRow(key); row >= 0) rows.Add(row, row);
+            if (const int row = m_model->FindRow(key); row >= 0) found.push_back(row);
         }
+        std::sort(found.begin(), found.end());
+        for (const int row : found) rows.Add(row, row);
         if (m_focusedBefore) focused = m_model->FindRow(*m_focusedBefore);
     } else if (!m_selectedBefore.empty() || m_focusedBefore) {
         for (int row = 0; row < RowCount(); ++row) {
@@ -78,6 +85,7 @@ void ListPage::RowsCameFirst(int count) {
     m_list->Refresh();
     if (followsFirst) m_list->ScrollTo(0);
     ShowCount();
+    OnSelectionChanged();
 }
 
 void ListPage::ShowRow(const std::string& key) {
@@ -138,7 +146,7 @@ void ListPage::ShowCount() {
 }
 
 void ListPage::ShowEmptyText() {
-    const bool isSearched = !m_order.searched.empty() && m_model->AllRowCount() > 0;
+    const bool isSearched = !m_order.searched.empty() && m_model->AllRowCount() > 0 && !m_model->Progress();
     m_list->SetEmptyText(
         isSearched ? m_context.language.GetText(1047, "Nothing here holds the text that you are looking for.")
                    : m_model->EmptyText());

@@ -86,6 +86,7 @@ void ListPage::OnPlaceContent(const RECT& place) {
 
 void ListPage::OnHide() {
     ++m_detailsAsked;
+    m_wantedRow.clear();
     m_list->HideBalloon();
     m_model->OnHidden();
 }

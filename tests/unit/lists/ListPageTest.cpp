@@ -368,6 +368,14 @@ TEST_F(ListPageTest, ActionsAreOfferedForTheRowsTheyAreMeantFor) {
     page->ShowRow("later");
     model->Set({{"a", 1}, {"later", 2}});
     EXPECT_EQ(Selected(), "later") << "as soon as it is there";
+    page->ShowRow("never");
+    model->Set({{"a", 1}});
+    model->Set({{"a", 1}, {"never", 2}});
+    EXPECT_EQ(Selected(), "none") << "a list that was read without it has it no more";
+    Select(0);
+    model->never = 0;
+    model->Set({{"a", 1}, {"never", 2}}, ListView::Change::Looks);
+    EXPECT_FALSE(IsEnabled(kRemove)) << "rows say something else now";
     page.reset();
     MakePage(true);
     model->isTree = true;
