@@ -200,6 +200,7 @@ void ExportTrafficLog(benchmark::State& state) {
         if (exported.result != WriteResult::Written) state.SkipWithError("cannot write");
     }
 }
+// Compared by real time: two threads work, and until the name is there the user waits for the disk as well.
 BENCHMARK(ExportTrafficLog)->Unit(benchmark::kMillisecond);
 
 // The same bytes with one fwrite, put in place in the same way: on the disk, and renamed.

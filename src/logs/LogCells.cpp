@@ -1,6 +1,7 @@
 #include "logs/LogCells.h"
 
 #include <algorithm>
+#include <charconv>
 
 namespace brennvar {
 namespace {
@@ -27,17 +28,6 @@ char* PutByte(char* at, unsigned number) {
     at[1] = digits.digits[1];
     at[2] = digits.digits[2];
     return at + digits.size;
-}
-
-char* PutNumber(char* at, std::uint32_t number) {
-    char digits[10];  // 4294967295
-    std::size_t first = sizeof digits;
-    do {
-        digits[--first] = static_cast<char>('0' + number % 10);
-        number /= 10;
-    } while (number != 0);
-    while (first < sizeof digits) *at++ = digits[first++];
-    return at;
 }
 
 char* PutEndpoint(char* at, Ipv4 address, std::uint32_t port) {
@@ -67,6 +57,11 @@ LogTexts::LogTexts(const Language& language)
               language.GetText(1422, "Program"),  language.GetText(1423, "Rule or event")},
       path(language.GetText(1026, "Path")),
       bytes(language.GetText(1433, "bytes")) {}
+
+char* PutNumber(char* at, std::uint32_t number) {
+    constexpr std::size_t kMostDigits = 10;  // 4294967295
+    return std::to_chars(at, at + kMostDigits, number).ptr;
+}
 
 char* PutTime(char* at, const LogEntry& entry) {
     const std::uint32_t second = SecondOfDay(entry.hour, entry.minute, entry.second);

@@ -35,11 +35,12 @@ struct LogTexts {
 // How a list and the details show what happened.
 [[nodiscard]] Tone ToneOf(LogAction action);
 
-// The two cells that nearly every row has, written to where there is room for so many characters; behind the last.
+// The cells that nearly every row has, written to where there is room for so many characters; behind the last.
 inline constexpr std::size_t kTimeSize = 8;
 inline constexpr std::size_t kAddressesRoom = 64;
 [[nodiscard]] char* PutTime(char* at, const LogEntry& entry);
 [[nodiscard]] char* PutAddresses(char* at, const LogEntry& entry);
+[[nodiscard]] char* PutNumber(char* at, std::uint32_t number);  // 10 characters
 // "14:02:11"; "00:00:00" for what is no time of day.
 void AppendTime(std::string& text, const LogEntry& entry);
 // "a.b.c.d:port -> a.b.c.d:port", "<-" when incoming.

@@ -17,7 +17,7 @@ enum class WriteResult : std::uint8_t {
     Failed,  // anything else
 };
 
-// Used on one thread. What has not been put in place is deleted by the destructor.
+// Used on one thread at a time. What has not been put in place is deleted by the destructor.
 class NewFile {
 public:
     // Makes the file beside the path, under a name of its own.

@@ -76,6 +76,41 @@ TEST_F(LogExportTest, WritesTheListedRowsInTheirOrder) {
               "02:00:00\tMessage\tTCP\tline break\t\xD0\xB9.exe\tline break\tC:\\a,\"b\"\\\xD0\xB9.exe\r\n");
 }
 
+// Texts are looked at several bytes at a time: wherever in a text of whatever size the character stands, it is
+// seen, and its neighbours in ASCII are not taken for it.
+TEST_F(LogExportTest, SeesWhatIsSpecialAnywhereInAText) {
+    const std::pair<char, std::string_view> quoted[] = {{',', ","}, {'"', "\"\""}, {'\n', "\n"}, {'\r', "\r"}};
+    const std::pair<char, std::string_view> unquoted[] = {{'\xE9', "\xC3\xA9"}, {'\x80', "\xE2\x82\xAC"},
+                                                          {'\t', "\t"},         {'!', "!"},
+                                                          {'#', "#"},           {'.', "."},
+                                                          {'*', "*"},           {' ', " "},
+                                                          {'\x7F', "\x7F"}};
+    std::string log;
+    std::string expected(kHeading);
+    std::uint32_t count = 0;
+    const auto add = [&](const std::string& rule, const std::string& cell) {
+        log += Event(1, 1, 2, 3, "a.exe").Text(112, rule + std::string(8, '\0'));
+        expected += "01:02:03,Allowed,TCP,10.0.0.5:1025 -> 93.184.216.34:443,a.exe," + cell + ",a.exe\r\n";
+        ++count;
+    };
+    for (std::size_t before = 0; before < 18; ++before) {
+        for (std::size_t after = 0; before + after < 18; ++after) {
+            const std::string as(before, 'a');
+            const std::string bs(after, 'b');
+            for (const auto& [special, sign] : quoted) {
+                add(as + special + bs, '"' + as + std::string(sign) + bs + '"');
+            }
+            for (const auto& [special, sign] : unquoted) add(as + special + bs, as + std::string(sign) + bs);
+        }
+    }
+    std::vector<std::uint32_t> numbers(count);
+    std::iota(numbers.begin(), numbers.end(), 0U);
+    LogExportState state;
+    ExportLog(Listed(log, numbers), file, LogFormat::Csv, kTexts, CodePage::Western, stop, state);
+    EXPECT_EQ(state.result, WriteResult::Written);
+    EXPECT_TRUE(Read(file) == expected);
+}
+
 TEST_F(LogExportTest, LeavesWhatWasThereWhenItCannotEnd) {
     std::string log;
     for (int i = 0; i < 10'000; ++i) log += Event(1, 1, 2, 3);
@@ -116,9 +151,9 @@ TEST_F(LogExportTest, LeavesNoFileBesideOneThatCannotBeReplaced) {
 }
 
 #ifndef _WIN32
-// A disk that takes 100,000 bytes more.
+// A disk that takes 100,000 bytes more. The rest of the log is not read for it.
 TEST_F(LogExportTest, SaysThatTheDiskIsFull) {
-    std::vector<std::uint32_t> numbers(10'000);
+    std::vector<std::uint32_t> numbers(50'000);
     folder.Write("log.csv", "old");
     const LogSelection selection = Listed(Event(1, 1, 2, 3), numbers);
     rlimit before{};
@@ -132,6 +167,7 @@ TEST_F(LogExportTest, SaysThatTheDiskIsFull) {
     EXPECT_EQ(setrlimit(RLIMIT_FSIZE, &before), 0);
     (void)std::signal(SIGXFSZ, handler);
     EXPECT_EQ(state.result, WriteResult::DiskFull);
+    EXPECT_LT(state.done, numbers.size() / 2);
     EXPECT_EQ(Read(file), "old");
     EXPECT_EQ(FileCount(), 1U);
 }
