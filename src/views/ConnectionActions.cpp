@@ -122,9 +122,15 @@ ListQuestion ConnectionActions::TerminateQuestion(const ConnectionTarget& target
 void ConnectionActions::Terminate(const ConnectionTarget& target, ListView& view) {
     const auto send = [this, processId = target.row.processId, path = target.program.path,
                        name = target.program.name, &view] {
-        // The password takes its time: the identifier may belong to another program by now, which nobody has asked
-        // about.
-        if (m_pathOfProcess(processId).value_or(path) != path) return;
+        // The password takes its time: the identifier may belong to nobody by now, or to another program, which
+        // nobody has asked about.
+        if (m_pathOfProcess(processId) != path) {
+            view.Tell(m_parts.language.GetText(554, "Process termination"),
+                      m_parts.language.GetText(1689,
+                                               "The program has ended, or its process is another one now. Nothing "
+                                               "was terminated."));
+            return;
+        }
         m_parts.commander.Send(
             Batch(UserCommand::TerminateProcess, {.processId = processId, .subject = path.empty() ? name : path}),
             m_alive.Guard([this, &view](bool wasThere) {

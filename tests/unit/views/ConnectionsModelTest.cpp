@@ -459,6 +459,17 @@ TEST_F(ConnectionsModelTest, TerminatesTheProgramThatTheUserWasAskedAbout) {
     ASSERT_TRUE(ReadRows());
     rig.password.Give(true);
     EXPECT_TRUE(rig.TakeRecords().empty());
+    const std::string over =
+        "Process termination: The program has ended, or its process is another one now. Nothing was terminated.";
+    EXPECT_EQ(view.told, std::vector{over});
+    // Or its last connection is closed meanwhile: whose identifier it is, nobody knows.
+    ASSERT_TRUE(ask(0));
+    Do(IDC_CONNECTIONS_TERMINATE, 0);
+    SetConnections({});
+    ASSERT_TRUE(ReadRows());
+    rig.password.Give(true);
+    EXPECT_TRUE(rig.TakeRecords().empty());
+    EXPECT_EQ(view.told, (std::vector{over, over}));
     EXPECT_FALSE(model->Question(IDC_CONNECTIONS_BLOCK, std::vector{0}));
 }
 
