@@ -147,6 +147,9 @@ private:
     // The place of the row in m_slots, or of the free slot where it would stand.
     [[nodiscard]] std::size_t SlotOf(const ConnectionKey& key) const;
     void FollowOn(const ConnectionTable& before, const ProgramSource& programs, bool isFirst);
+    // moved: where the programs of the table before stand in this one.
+    void KeepProgram(ConnectionRow& row, const ConnectionRow& old, const ConnectionTable& before,
+                     std::vector<std::uint32_t>& moved, const ProgramSource& programs);
     void AddGoneRow(const ConnectionRow& row, std::uint32_t program);
     void MeasureRates(ConnectionRow& row, const ConnectionRow& old, const ConnectionTable& before) const;
     void RankPrograms();
