@@ -3,6 +3,7 @@
 #include <array>
 #include <utility>
 
+#include "base/DisplayName.h"
 #include "commands/Batch.h"
 #include "config/ResourceIds.h"
 #include "views/AddressActions.h"
@@ -109,7 +110,7 @@ void ConnectionActions::SendBlock(Ipv4 address, std::uint32_t seconds, ListView&
 ListQuestion ConnectionActions::TerminateQuestion(const ConnectionTarget& target) const {
     const Language& language = m_parts.language;
     std::string text = target.program.name;
-    if (!target.program.path.empty()) text.append("\n").append(target.program.path);
+    if (!target.program.path.empty()) text.append("\n").append(OneLine(target.program.path));
     text.append("\n").append(language.GetText(1687, "Process ID:")).append(" ");
     AppendNumber(text, target.row.processId);
     text.append("\n\n").append(

@@ -65,7 +65,8 @@ DetailsSheet ConnectionDetails(const Language& language, const ConnectionTarget&
         ends.Of(found.localHardware, found.remoteHardware));
     add(language.GetText(536, "Bytes In/Out:"), std::to_string(row.bytesIn) + " / " + std::to_string(row.bytesOut));
     add(language.GetText(535, "Status:"), std::string(ConnectionStateDetailsText(row.state)));
-    add(language.GetText(24, "Process:"), target.program.path.empty() ? target.program.name : target.program.path);
+    add(language.GetText(24, "Process:"),
+        target.program.path.empty() ? target.program.name : OneLine(target.program.path));
     return {.title = language.GetText(531, "Connection details"),
             .groups = {std::move(laidDown), WhatIsMore(language, target, ends)},
             .bytesHeading = {},

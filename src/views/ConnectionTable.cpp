@@ -164,7 +164,7 @@ std::uint32_t ConnectionTable::AddProgram(const std::string& path, const Program
     if (isNew) {
         const std::string description =
             lower.empty() || !programs.descriptionOf ? std::string() : programs.descriptionOf(lower);
-        std::string name = lower.empty() ? programs.noProcess : DisplayNameOf(lower, description);
+        std::string name = lower.empty() ? programs.noProcess : OneLine(DisplayNameOf(lower, description));
         m_programs.push_back({.path = std::move(lower), .name = std::move(name)});
     }
     return found->second;

@@ -79,8 +79,8 @@ struct ConnectionKey {
 
 // A program with connections, whichever of its processes they belong to.
 struct ConnectionProgram {
-    std::string path;            // lower case; empty: the process has none, or it is not known
-    std::string name;            // what the user knows it by
+    std::string path;            // lower case, as it came; empty: the process has none, or it is not known
+    std::string name;            // what the user knows it by, one line
     std::uint32_t nameRank = 0;  // its place among the programs of the table, without regard to case
     std::uint32_t pathRank = 0;
 };

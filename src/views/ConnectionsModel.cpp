@@ -4,6 +4,7 @@
 #include <cstring>
 #include <utility>
 
+#include "base/DisplayName.h"
 #include "config/ResourceIds.h"
 
 namespace brennvar {
@@ -171,7 +172,7 @@ std::string ConnectionsModel::GroupText(const ConnectionGroup& group, Column col
         case Column::Received: return amount(group.bytesIn);
         case Column::Sent: return amount(group.bytesOut);
         case Column::Age: return FormatAge(group.age, group.isOlder);
-        case Column::Path: return program.path;
+        case Column::Path: return OneLine(program.path);
         case Column::ProcessId: return group.hasSeveralProcesses ? "" : std::to_string(group.processId);
     }
     return {};
@@ -185,7 +186,7 @@ std::string ConnectionsModel::CellTip(int row, int column) const {
     };
     const bool isCounted = place.group || !place.row->IsListener();
     switch (static_cast<Column>(column)) {
-        case Column::Process: return ProgramAt(place).path;
+        case Column::Process: return OneLine(ProgramAt(place).path);
         case Column::State: return place.row ? language.GetText(ConnectionStateWords(place.row->state)) : "";
         case Column::Received:
             return isCounted ? bytes(place.group ? place.group->bytesIn : place.row->bytesIn) : "";

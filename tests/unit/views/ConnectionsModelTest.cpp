@@ -511,6 +511,42 @@ TEST_F(ConnectionsModelTest, TerminatesTheProgramThatTheUserWasAskedAbout) {
     EXPECT_FALSE(model->Question(IDC_CONNECTIONS_BLOCK, std::vector{0}));
 }
 
+TEST_F(ConnectionsModelTest, PathsAndNamesWithLineBreaksStayOneLine) {
+    connector->Pipe().server = [](const auto&) {
+        PidResolveAnswer answer{};
+        answer.status = kServiceAnswerValid;
+        PutText(answer.path, "c:\\x\nProcess ID: 1\r\\a\tb.exe");
+        const auto bytes = RecordBytes(answer);
+        return test::FakePipe::Bytes(bytes.begin(), bytes.end());
+    };
+    SetConnections({Connection(26, 1, 4)});
+    ASSERT_TRUE(ReadRows());
+    const std::string path = "c:\\x process id: 1 \\a b.exe";
+    EXPECT_EQ(Text(0, Column::Process), "a b.exe");
+    EXPECT_EQ(Text(0, Column::Path), path);
+    EXPECT_EQ(Tip(0, Column::Process), path);
+    const auto question = model->Question(IDC_CONNECTIONS_TERMINATE, std::vector{0});
+    ASSERT_TRUE(question);
+    EXPECT_TRUE(question->text.starts_with("a b.exe\n" + path + "\nProcess ID: 26\n\n")) << question->text;
+    Do(IDC_CONNECTIONS_DETAILS, 0);
+    EXPECT_EQ(view.sheets.at(0).groups.at(0).lines.back().value, path);
+    Do(IDC_CONNECTIONS_RULE, 0);
+    EXPECT_EQ(view.openedKey, "c:\\x\nprocess id: 1\r\\a\tb.exe") << "looked up as it is";
+    // A description in the place of the file's name.
+    files.descriptions[view.openedKey] = "Al\npha";
+    ASSERT_TRUE(ReadRows(ReadReason::Shown));
+    programQueue.RunAll();
+    ASSERT_TRUE(RunUntilRows());
+    EXPECT_EQ(Text(0, Column::Process), "Al pha");
+    // Found by what is shown.
+    model->ArrangeBy({.searched = "1 \\a b"});
+    ASSERT_TRUE(RunUntilRows());
+    EXPECT_EQ(model->RowCount(), 1);
+    model->Choose(IDC_CONNECTIONS_GROUPED, 1);
+    ASSERT_TRUE(RunUntilRows());
+    EXPECT_EQ(Text(0, Column::Path), path);
+}
+
 TEST_F(ConnectionsModelTest, DetailsComeAtOnceAndWhatTheLogsKnowLater) {
     SetConnections({Connection(26, 50000, 2, 7)});
     SetListeners({Listener(17, 53, 0)});
