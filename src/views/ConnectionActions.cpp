@@ -27,18 +27,6 @@ bool IsEndable(std::uint32_t processId) {
     return processId != 0 && processId != kSystemProcess && processId != kNoProcess;
 }
 
-AddressFacts LookUp(LogLookups& lookups, LocalDate day, const ConnectionRow& row) {
-    AddressFacts facts{.localName = lookups.HostName(day, row.localAddress),
-                       .remoteName = {},
-                       .localHardware = lookups.HardwareAddress(day, row.localAddress),
-                       .remoteHardware = {}};
-    if (!row.IsListener()) {
-        facts.remoteName = lookups.HostName(day, row.remoteAddress);
-        facts.remoteHardware = lookups.HardwareAddress(day, row.remoteAddress);
-    }
-    return facts;
-}
-
 }  // namespace
 
 std::span<const ListAction> ConnectionActions::All() {
@@ -72,13 +60,13 @@ void ConnectionActions::Do(int action, const ConnectionTarget& target, ListView&
 
 void ConnectionActions::ShowDetails(const ConnectionTarget& target, ListView& view) {
     const std::uint64_t sheet = ++m_sheets;
-    m_parts.reads.Ask<AddressFacts>(
+    m_parts.reads.Ask<LogNames>(
         [&lookups = m_parts.lookups, day = m_parts.clock.Today(), row = target.row] {
-            return LookUp(lookups, day, row);
+            return LookUpNames(lookups, day, row.localAddress, row.remoteAddress);
         },
-        m_alive.Guard([this, sheet, target, &view](const std::optional<AddressFacts>& facts) {
+        m_alive.Guard([this, sheet, target, &view](const std::optional<LogNames>& names) {
             if (sheet != m_sheets) return;
-            const AddressFacts found = facts.value_or(AddressFacts{});
+            const LogNames found = names.value_or(LogNames{});
             view.UpdateSheet(ConnectionDetails(m_parts.language, target, &found));
         }));
     // Last: it pumps messages until the user has read it, and the page may be gone then.

@@ -47,12 +47,11 @@ DetailsGroup WhatIsMore(const Language& language, const ConnectionTarget& target
 
 }  // namespace
 
-DetailsSheet ConnectionDetails(const Language& language, const ConnectionTarget& target,
-                               const AddressFacts* facts) {
+DetailsSheet ConnectionDetails(const Language& language, const ConnectionTarget& target, const LogNames* names) {
     const ConnectionRow& row = target.row;
     const bool isListener = row.IsListener();
-    const Ends ends(isListener, facts ? language.GetText(1114, "unknown") : kPending);
-    const AddressFacts found = facts ? *facts : AddressFacts{};
+    const Ends ends(isListener, names ? language.GetText(1114, "unknown") : kPending);
+    const LogNames found = names ? *names : LogNames{};
     DetailsGroup laidDown;
     const auto add = [&laidDown](std::string label, std::string value) {
         laidDown.lines.push_back({.label = std::move(label), .value = std::move(value)});
