@@ -7,17 +7,10 @@
 
 #include "config/DetailsSheet.h"
 #include "config/Language.h"
+#include "logs/LogNames.h"
 #include "logs/LogRecords.h"
 
 namespace brennvar {
-
-// What the other logs know of a record's addresses; empty: unknown.
-struct LogNames {
-    std::string localName;
-    std::string remoteName;
-    std::string localHardware;
-    std::string remoteHardware;
-};
 
 [[nodiscard]] DetailsSheet DescribeLogRecord(const TrafficLogRecord& record, const LogNames& names,
                                              const Language& language);

@@ -3,6 +3,7 @@
 #include <array>
 #include <utility>
 
+#include "base/DisplayName.h"
 #include "commands/Batch.h"
 #include "config/ResourceIds.h"
 #include "views/AddressActions.h"
@@ -24,18 +25,6 @@ constexpr std::array<ListAction, 6> kActions = {
 constexpr std::uint32_t kSystemProcess = 4;
 bool IsEndable(std::uint32_t processId) {
     return processId != 0 && processId != kSystemProcess && processId != kNoProcess;
-}
-
-AddressFacts LookUp(LogLookups& lookups, LocalDate day, const ConnectionRow& row) {
-    AddressFacts facts{.localName = lookups.HostName(day, row.localAddress),
-                       .remoteName = {},
-                       .localHardware = lookups.HardwareAddress(day, row.localAddress),
-                       .remoteHardware = {}};
-    if (!row.IsListener()) {
-        facts.remoteName = lookups.HostName(day, row.remoteAddress);
-        facts.remoteHardware = lookups.HardwareAddress(day, row.remoteAddress);
-    }
-    return facts;
 }
 
 }  // namespace
@@ -71,13 +60,13 @@ void ConnectionActions::Do(int action, const ConnectionTarget& target, ListView&
 
 void ConnectionActions::ShowDetails(const ConnectionTarget& target, ListView& view) {
     const std::uint64_t sheet = ++m_sheets;
-    m_parts.reads.Ask<AddressFacts>(
+    m_parts.reads.Ask<LogNames>(
         [&lookups = m_parts.lookups, day = m_parts.clock.Today(), row = target.row] {
-            return LookUp(lookups, day, row);
+            return LookUpNames(lookups, day, row.localAddress, row.remoteAddress);
         },
-        m_alive.Guard([this, sheet, target, &view](const std::optional<AddressFacts>& facts) {
+        m_alive.Guard([this, sheet, target, &view](const std::optional<LogNames>& names) {
             if (sheet != m_sheets) return;
-            const AddressFacts found = facts.value_or(AddressFacts{});
+            const LogNames found = names.value_or(LogNames{});
             view.UpdateSheet(ConnectionDetails(m_parts.language, target, &found));
         }));
     // Last: it pumps messages until the user has read it, and the page may be gone then.
@@ -109,7 +98,7 @@ void ConnectionActions::SendBlock(Ipv4 address, std::uint32_t seconds, ListView&
 ListQuestion ConnectionActions::TerminateQuestion(const ConnectionTarget& target) const {
     const Language& language = m_parts.language;
     std::string text = target.program.name;
-    if (!target.program.path.empty()) text.append("\n").append(target.program.path);
+    if (!target.program.path.empty()) text.append("\n").append(OneLine(target.program.path));
     text.append("\n").append(language.GetText(1687, "Process ID:")).append(" ");
     AppendNumber(text, target.row.processId);
     text.append("\n\n").append(
@@ -122,9 +111,15 @@ ListQuestion ConnectionActions::TerminateQuestion(const ConnectionTarget& target
 void ConnectionActions::Terminate(const ConnectionTarget& target, ListView& view) {
     const auto send = [this, processId = target.row.processId, path = target.program.path,
                        name = target.program.name, &view] {
-        // The password takes its time: the identifier may belong to another program by now, which nobody has asked
-        // about.
-        if (m_pathOfProcess(processId).value_or(path) != path) return;
+        // The password takes its time: the identifier may belong to nobody by now, or to another program, which
+        // nobody has asked about.
+        if (m_pathOfProcess(processId) != path) {
+            view.Tell(m_parts.language.GetText(554, "Process termination"),
+                      m_parts.language.GetText(1689,
+                                               "The program has ended, or its process is another one now. Nothing "
+                                               "was terminated."));
+            return;
+        }
         m_parts.commander.Send(
             Batch(UserCommand::TerminateProcess, {.processId = processId, .subject = path.empty() ? name : path}),
             m_alive.Guard([this, &view](bool wasThere) {

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "base/AsciiCase.h"
+#include "base/DisplayName.h"
 
 namespace brennvar {
 namespace {
@@ -30,7 +31,7 @@ public:
         Fold(m_searched);
         m_isInProgram.reserve(table.Programs().size());
         for (const ConnectionProgram& program : table.Programs()) {
-            m_isInProgram.push_back(Holds(program.name) || Holds(program.path));
+            m_isInProgram.push_back(Holds(program.name) || Holds(OneLine(program.path)));
         }
         for (std::uint32_t state = 0; state < m_isInState.size(); ++state) {
             m_isInState[state] = Holds(std::string(ConnectionStateText(state)));

@@ -47,12 +47,11 @@ DetailsGroup WhatIsMore(const Language& language, const ConnectionTarget& target
 
 }  // namespace
 
-DetailsSheet ConnectionDetails(const Language& language, const ConnectionTarget& target,
-                               const AddressFacts* facts) {
+DetailsSheet ConnectionDetails(const Language& language, const ConnectionTarget& target, const LogNames* names) {
     const ConnectionRow& row = target.row;
     const bool isListener = row.IsListener();
-    const Ends ends(isListener, facts ? language.GetText(1114, "unknown") : kPending);
-    const AddressFacts found = facts ? *facts : AddressFacts{};
+    const Ends ends(isListener, names ? language.GetText(1114, "unknown") : kPending);
+    const LogNames found = names ? *names : LogNames{};
     DetailsGroup laidDown;
     const auto add = [&laidDown](std::string label, std::string value) {
         laidDown.lines.push_back({.label = std::move(label), .value = std::move(value)});
@@ -65,7 +64,8 @@ DetailsSheet ConnectionDetails(const Language& language, const ConnectionTarget&
         ends.Of(found.localHardware, found.remoteHardware));
     add(language.GetText(536, "Bytes In/Out:"), std::to_string(row.bytesIn) + " / " + std::to_string(row.bytesOut));
     add(language.GetText(535, "Status:"), std::string(ConnectionStateDetailsText(row.state)));
-    add(language.GetText(24, "Process:"), target.program.path.empty() ? target.program.name : target.program.path);
+    add(language.GetText(24, "Process:"),
+        target.program.path.empty() ? target.program.name : OneLine(target.program.path));
     return {.title = language.GetText(531, "Connection details"),
             .groups = {std::move(laidDown), WhatIsMore(language, target, ends)},
             .bytesHeading = {},

@@ -6,6 +6,7 @@
 
 #include "config/DetailsSheet.h"
 #include "config/Language.h"
+#include "logs/LogNames.h"
 #include "views/ConnectionTable.h"
 
 namespace brennvar {
@@ -17,16 +18,8 @@ struct ConnectionTarget {
     std::uint32_t age = 0;  // seconds
 };
 
-// What the service's logs know of its addresses; each may be empty. Of a listener only the local ones count.
-struct AddressFacts {
-    std::string localName;
-    std::string remoteName;
-    std::string localHardware;
-    std::string remoteHardware;
-};
-
-// facts: null while they are looked up.
+// names: null while they are looked up. Of a listener only the local ones count.
 [[nodiscard]] DetailsSheet ConnectionDetails(const Language& language, const ConnectionTarget& target,
-                                             const AddressFacts* facts);
+                                             const LogNames* names);
 
 }  // namespace brennvar

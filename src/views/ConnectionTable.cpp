@@ -164,7 +164,7 @@ std::uint32_t ConnectionTable::AddProgram(const std::string& path, const Program
     if (isNew) {
         const std::string description =
             lower.empty() || !programs.descriptionOf ? std::string() : programs.descriptionOf(lower);
-        std::string name = lower.empty() ? programs.noProcess : DisplayNameOf(lower, description);
+        std::string name = lower.empty() ? programs.noProcess : OneLine(DisplayNameOf(lower, description));
         m_programs.push_back({.path = std::move(lower), .name = std::move(name)});
     }
     return found->second;
@@ -245,6 +245,7 @@ void ConnectionTable::FollowOn(const ConnectionTable& before, const ProgramSourc
         }
         row.since = before.m_rows[at].since;
         row.isOlder = before.m_rows[at].isOlder;
+        if (row.program == kUnknownProgram) KeepProgram(row, before.m_rows[at], before, moved, programs);
         MeasureRates(row, before.m_rows[at], before);
     }
     if (isFirst) return;
@@ -256,6 +257,17 @@ void ConnectionTable::FollowOn(const ConnectionTable& before, const ProgramSourc
     std::sort(m_repeats.begin(), m_repeats.end(), [](const Repeat& left, const Repeat& right) {
         return std::tie(left.first, left.occurrence) < std::tie(right.first, right.occurrence);
     });
+}
+
+// A service that is away takes no name from what stays. Other rows of the process get none by it.
+void ConnectionTable::KeepProgram(ConnectionRow& row, const ConnectionRow& old, const ConnectionTable& before,
+                                  std::vector<std::uint32_t>& moved, const ProgramSource& programs) {
+    if (old.program == kUnknownProgram) return;
+    std::uint32_t& program = moved[old.program];
+    if (program == kUnknownProgram) program = AddProgram(before.ProgramOf(old).path, programs);
+    row.program = program;
+    std::uint32_t& ofProcess = m_programById[row.processId];
+    if (ofProcess == kUnknownProgram) ofProcess = program;
 }
 
 void ConnectionTable::MeasureRates(ConnectionRow& row, const ConnectionRow& old,

@@ -79,8 +79,8 @@ struct ConnectionKey {
 
 // A program with connections, whichever of its processes they belong to.
 struct ConnectionProgram {
-    std::string path;            // lower case; empty: the process has none, or it is not known
-    std::string name;            // what the user knows it by
+    std::string path;            // lower case, as it came; empty: the process has none, or it is not known
+    std::string name;            // what the user knows it by, one line
     std::uint32_t nameRank = 0;  // its place among the programs of the table, without regard to case
     std::uint32_t pathRank = 0;
 };
@@ -147,6 +147,9 @@ private:
     // The place of the row in m_slots, or of the free slot where it would stand.
     [[nodiscard]] std::size_t SlotOf(const ConnectionKey& key) const;
     void FollowOn(const ConnectionTable& before, const ProgramSource& programs, bool isFirst);
+    // moved: where the programs of the table before stand in this one.
+    void KeepProgram(ConnectionRow& row, const ConnectionRow& old, const ConnectionTable& before,
+                     std::vector<std::uint32_t>& moved, const ProgramSource& programs);
     void AddGoneRow(const ConnectionRow& row, std::uint32_t program);
     void MeasureRates(ConnectionRow& row, const ConnectionRow& old, const ConnectionTable& before) const;
     void RankPrograms();

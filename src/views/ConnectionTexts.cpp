@@ -3,6 +3,7 @@
 #include <array>
 #include <cstddef>
 
+#include "base/DisplayName.h"
 #include "base/Ipv4.h"
 
 namespace brennvar {
@@ -95,7 +96,7 @@ std::string ConnectionCellText(const ConnectionTable& table, const ConnectionRow
         case ConnectionColumn::Received: text = row.IsListener() ? "" : FormatBytes(row.bytesIn, words); break;
         case ConnectionColumn::Sent: text = row.IsListener() ? "" : FormatBytes(row.bytesOut, words); break;
         case ConnectionColumn::Age: text = FormatAge(table.AgeOf(row), row.isOlder); break;
-        case ConnectionColumn::Path: return table.ProgramOf(row).path;
+        case ConnectionColumn::Path: return OneLine(table.ProgramOf(row).path);
         case ConnectionColumn::ProcessId: text = std::to_string(row.processId); break;
     }
     return text;

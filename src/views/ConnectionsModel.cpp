@@ -4,6 +4,7 @@
 #include <cstring>
 #include <utility>
 
+#include "base/DisplayName.h"
 #include "config/ResourceIds.h"
 
 namespace brennvar {
@@ -88,6 +89,10 @@ std::string ConnectionsModel::EmptyText() const {
                                     "reachable. The list fills by itself when it is.");
         default: break;
     }
+    // Below programs the list counts no rows that are not shown, and leaves it to the page to say so.
+    if (!m_wish.order.searched.empty() && m_shown->filtered > 0) {
+        return language.GetText(1047, "Nothing here holds the text that you are looking for.");
+    }
     if (m_wish.filter != ConnectionFilter::All && !Table().Rows().empty()) {
         return language.GetText(1688, "There are no such connections now.");
     }
@@ -167,7 +172,7 @@ std::string ConnectionsModel::GroupText(const ConnectionGroup& group, Column col
         case Column::Received: return amount(group.bytesIn);
         case Column::Sent: return amount(group.bytesOut);
         case Column::Age: return FormatAge(group.age, group.isOlder);
-        case Column::Path: return program.path;
+        case Column::Path: return OneLine(program.path);
         case Column::ProcessId: return group.hasSeveralProcesses ? "" : std::to_string(group.processId);
     }
     return {};
@@ -181,7 +186,7 @@ std::string ConnectionsModel::CellTip(int row, int column) const {
     };
     const bool isCounted = place.group || !place.row->IsListener();
     switch (static_cast<Column>(column)) {
-        case Column::Process: return ProgramAt(place).path;
+        case Column::Process: return OneLine(ProgramAt(place).path);
         case Column::State: return place.row ? language.GetText(ConnectionStateWords(place.row->state)) : "";
         case Column::Received:
             return isCounted ? bytes(place.group ? place.group->bytesIn : place.row->bytesIn) : "";

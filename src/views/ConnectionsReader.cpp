@@ -91,12 +91,12 @@ ConnectionsReader::ConnectionsReader(const Parts& parts, std::string noProcessTe
           [builder = std::make_shared<Builder>(std::move(noProcessText))](const Known& known) {
               return builder->Build(known);
           },
-          [this](std::optional<Snapshot> snapshot, const Known&) { OnRows(std::move(snapshot)); }) {
+          [this](std::optional<Snapshot> snapshot, const Known& known) { OnRows(std::move(snapshot), known); }) {
     m_known.paths = std::make_shared<const Paths>();
 }
 
 void ConnectionsReader::Open() {
-    m_isOpening = true;
+    ++m_opening;
     m_names.LookAgain();
     Refresh();
 }
@@ -128,7 +128,8 @@ void ConnectionsReader::OnTables(std::optional<Tables> tables) {
     m_known.reading = tables ? std::make_shared<const Tables>(std::move(*tables)) : nullptr;
     if (!m_known.reading) return m_deliver(nullptr);
     ++m_known.number;
-    m_known.isFirst = std::exchange(m_isOpening, false);
+    m_known.opening = m_opening;
+    m_known.isFirst = m_opening != m_shownOpening;
     // A call to a missing service stands on the link thread for long; the next ones would only pile up.
     if (m_paths.IsReading() || m_link.Service() == PeerState::Missing) {
         Build();
@@ -149,8 +150,9 @@ void ConnectionsReader::Build() {
     m_rows.Refresh(m_known);
 }
 
-void ConnectionsReader::OnRows(std::optional<Snapshot> snapshot) {
+void ConnectionsReader::OnRows(std::optional<Snapshot> snapshot, const Known& known) {
     if (!snapshot || !m_known.reading) return;
+    m_shownOpening = known.opening;
     std::vector<std::string> paths;
     for (const ConnectionProgram& program : (*snapshot)->table->Programs()) paths.push_back(program.path);
     m_names.Want(paths);

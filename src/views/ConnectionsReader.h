@@ -61,8 +61,9 @@ private:
     // Read on one thread, used on others, changed by none.
     struct Known {
         std::shared_ptr<const Tables> reading;
-        std::uint64_t number = 0;  // of the reading
-        bool isFirst = false;      // since the page was opened
+        std::uint64_t number = 0;   // of the reading
+        std::uint64_t opening = 0;  // during which it was read
+        bool isFirst = false;       // none since then has been delivered
         std::shared_ptr<const Paths> paths;
         std::shared_ptr<const ProgramNames::Descriptions> descriptions;
         ConnectionWish wish;
@@ -72,13 +73,14 @@ private:
     [[nodiscard]] static Paths ResolvePaths(const Known& known, ServicePipes& pipes);
     void OnTables(std::optional<Tables> tables);
     void OnPaths(std::optional<Paths> paths);
-    void OnRows(std::optional<Snapshot> snapshot);
+    void OnRows(std::optional<Snapshot> snapshot, const Known& known);
     void Build();
 
     ServiceLink& m_link;
     const std::function<void(Snapshot)> m_deliver;
-    Known m_known;  // without a reading: the driver could not be read
-    bool m_isOpening = true;
+    Known m_known;                     // without a reading: the driver could not be read
+    std::uint64_t m_opening = 1;       // how often the page was opened
+    std::uint64_t m_shownOpening = 0;  // of the rows that were delivered last
     ProgramNames m_names;
     Refreshed<Tables> m_tables;
     Refreshed<Paths, Known> m_paths;

@@ -132,13 +132,39 @@ TEST_F(ConnectionTableTest, AnIdentifierWithAnotherProgramIsAnotherConnection) {
     paths.erase(1);
     Read({{Connection({.in = 300})}, {}});
     EXPECT_EQ(Rows(), "50000(>0:02) ") << "a service that does not know it now changes nothing";
+    EXPECT_EQ(Rates(), "100/0");
     paths[1] = R"(c:\tools\other.exe)";
     Read({{Connection({.in = 500})}, {}});
-    EXPECT_EQ(Rows(), "50000(>0:04) ");
-    paths[1] = R"(c:\tools\third.exe)";
-    Read({{Connection({.in = 700})}, {}});
     EXPECT_EQ(Rows(), "50000+(0:00) ");
     EXPECT_EQ(Rates(), "0/0");
+    // One without a program so far gets its first.
+    Read({{Connection({.processId = 7})}, {}});
+    paths[7] = R"(c:\tools\third.exe)";
+    Read({{Connection({.processId = 7})}, {}});
+    EXPECT_EQ(Rows(), "50000(0:02) ");
+}
+
+TEST_F(ConnectionTableTest, WhatStaysKeepsItsProgramWhileTheServiceIsAway) {
+    const auto names = [this] {
+        std::string text;
+        for (const ConnectionRow& row : table->Rows()) text += table->ProgramOf(row).name + " ";
+        return text;
+    };
+    Read({{Connection({.localPort = 1}), Connection({.localPort = 2})}, {Listener(6, 80), Listener(6, 81)}});
+    const std::string b = std::string(37, 'B') + "... ";
+    EXPECT_EQ(names(), "a.exe a.exe " + b + b);
+    paths.clear();
+    for (const char* const reading : {"the first", "the second", "the third"}) {
+        // The ports 2 and 81 have gone after the first reading; 3 and 82 have come, of the same processes.
+        Read({{Connection({.localPort = 1}), Connection({.localPort = 3})}, {Listener(6, 80), Listener(6, 82)}});
+        EXPECT_TRUE(names().starts_with("a.exe no process " + b + "no process ")) << reading << ": " << names();
+    }
+    EXPECT_EQ(table->Summary().programs, 2U) << "the one that is known and the one that is not";
+    EXPECT_EQ(table->Programs().size(), 3U) << "each once";
+    EXPECT_EQ(table->PathOfProcess(1), R"(c:\tools\a.exe)");
+    // Nobody was there to see whether a connection that has gone came back.
+    Read({{Connection({.localPort = 2})}, {}});
+    EXPECT_TRUE(names().starts_with("no process ")) << names();
 }
 
 TEST_F(ConnectionTableTest, MeasuresRatesAndSaysNothingWhereItCannot) {

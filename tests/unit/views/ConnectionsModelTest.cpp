@@ -287,6 +287,13 @@ TEST_F(ConnectionsModelTest, GroupsKeepTheirStateAndSumWhatBelongsToThem) {
     EXPECT_EQ(model->RowCount(), 7);
     EXPECT_EQ(model->AllRowCount(), 7);
 
+    model->ArrangeBy({.searched = "nowhere"});
+    ASSERT_TRUE(RunUntilRows());
+    EXPECT_EQ(model->RowCount(), 0);
+    EXPECT_EQ(model->EmptyText(), "Nothing here holds the text that you are looking for.");
+    model->ArrangeBy({});
+    ASSERT_TRUE(RunUntilRows());
+
     model->Choose(IDC_CONNECTIONS_GROUPED, 0);
     ASSERT_TRUE(RunUntilRows());
     model->Choose(IDC_CONNECTIONS_FILTER, 2);
@@ -297,10 +304,13 @@ TEST_F(ConnectionsModelTest, GroupsKeepTheirStateAndSumWhatBelongsToThem) {
               (std::map<std::string, std::uint32_t>{{"ConnectionsGrouped", 0}, {"ConnectionsFilter", 2}}));
     model->Choose(IDC_CONNECTIONS_FILTER, 3);
     EXPECT_EQ(model->Choices().at(0).chosen, 2);
+    ASSERT_TRUE(RunUntilRows());
     SetListeners({});
     ASSERT_TRUE(ReadRows());
     ASSERT_TRUE(ReadRows());
     EXPECT_EQ(model->EmptyText(), "There are no such connections now.");
+    model->ArrangeBy({.searched = "nowhere"});
+    EXPECT_EQ(model->EmptyText(), "There are no such connections now.") << "whatever is searched";
 }
 
 TEST_F(ConnectionsModelTest, ServiceThatHangsHoldsUpTheNamesAndNotTheList) {
@@ -323,6 +333,34 @@ TEST_F(ConnectionsModelTest, ServiceThatHangsHoldsUpTheNamesAndNotTheList) {
     EXPECT_EQ(model->Mark(0), RowMark::Gone);
     EXPECT_EQ(model->Mark(1), RowMark::New);
     EXPECT_EQ(link.Service(), PeerState::Reachable);
+}
+
+TEST_F(ConnectionsModelTest, OpenedAnewNothingIsNewOrGoneWhicheverReadingIsShownFirst) {
+    ASSERT_TRUE(ReadRows(ReadReason::Shown));
+    model->OnHidden();
+    SetConnections({Connection(27, 81, 4)});
+    // The service hangs: the first reading waits for it, and the second one is shown before.
+    std::promise<void> answer;
+    connector->Pipe().server = [answered = answer.get_future().share()](const auto&) {
+        answered.wait();
+        return test::FakePipe::Bytes();
+    };
+    model->Read(ReadReason::Shown);
+    reads.RunAll();
+    EXPECT_EQ(view.TakeChanges(), "");
+    clock.Pass(2s);
+    model->Read(ReadReason::Wished);
+    reads.RunAll();
+    EXPECT_EQ(view.TakeChanges(), "bRs");
+    EXPECT_EQ(Texts(Column::Address), "10.0.0.1:81 -> 93.184.216.34:443 ");
+    EXPECT_EQ(model->Mark(0), RowMark::None);
+    answer.set_value();
+    EXPECT_TRUE(RunUntilRows());
+    EXPECT_EQ(model->Mark(0), RowMark::None) << "the same reading";
+    // From then on what comes is new.
+    SetConnections({Connection(27, 81, 4), Connection(27, 82, 4)});
+    ASSERT_TRUE(ReadRows());
+    EXPECT_EQ(model->Mark(1), RowMark::New);
 }
 
 TEST_F(ConnectionsModelTest, DiskThatHangsHoldsUpTheDescriptionsOnly) {
@@ -459,7 +497,54 @@ TEST_F(ConnectionsModelTest, TerminatesTheProgramThatTheUserWasAskedAbout) {
     ASSERT_TRUE(ReadRows());
     rig.password.Give(true);
     EXPECT_TRUE(rig.TakeRecords().empty());
+    const std::string over =
+        "Process termination: The program has ended, or its process is another one now. Nothing was terminated.";
+    EXPECT_EQ(view.told, std::vector{over});
+    // Or its last connection is closed meanwhile: whose identifier it is, nobody knows.
+    ASSERT_TRUE(ask(0));
+    Do(IDC_CONNECTIONS_TERMINATE, 0);
+    SetConnections({});
+    ASSERT_TRUE(ReadRows());
+    rig.password.Give(true);
+    EXPECT_TRUE(rig.TakeRecords().empty());
+    EXPECT_EQ(view.told, (std::vector{over, over}));
     EXPECT_FALSE(model->Question(IDC_CONNECTIONS_BLOCK, std::vector{0}));
+}
+
+TEST_F(ConnectionsModelTest, PathsAndNamesWithLineBreaksStayOneLine) {
+    connector->Pipe().server = [](const auto&) {
+        PidResolveAnswer answer{};
+        answer.status = kServiceAnswerValid;
+        PutText(answer.path, "c:\\x\nProcess ID: 1\r\\a\tb.exe");
+        const auto bytes = RecordBytes(answer);
+        return test::FakePipe::Bytes(bytes.begin(), bytes.end());
+    };
+    SetConnections({Connection(26, 1, 4)});
+    ASSERT_TRUE(ReadRows());
+    const std::string path = "c:\\x process id: 1 \\a b.exe";
+    EXPECT_EQ(Text(0, Column::Process), "a b.exe");
+    EXPECT_EQ(Text(0, Column::Path), path);
+    EXPECT_EQ(Tip(0, Column::Process), path);
+    const auto question = model->Question(IDC_CONNECTIONS_TERMINATE, std::vector{0});
+    ASSERT_TRUE(question);
+    EXPECT_TRUE(question->text.starts_with("a b.exe\n" + path + "\nProcess ID: 26\n\n")) << question->text;
+    Do(IDC_CONNECTIONS_DETAILS, 0);
+    EXPECT_EQ(view.sheets.at(0).groups.at(0).lines.back().value, path);
+    Do(IDC_CONNECTIONS_RULE, 0);
+    EXPECT_EQ(view.openedKey, "c:\\x\nprocess id: 1\r\\a\tb.exe") << "looked up as it is";
+    // A description in the place of the file's name.
+    files.descriptions[view.openedKey] = "Al\npha";
+    ASSERT_TRUE(ReadRows(ReadReason::Shown));
+    programQueue.RunAll();
+    ASSERT_TRUE(RunUntilRows());
+    EXPECT_EQ(Text(0, Column::Process), "Al pha");
+    // Found by what is shown.
+    model->ArrangeBy({.searched = "1 \\a b"});
+    ASSERT_TRUE(RunUntilRows());
+    EXPECT_EQ(model->RowCount(), 1);
+    model->Choose(IDC_CONNECTIONS_GROUPED, 1);
+    ASSERT_TRUE(RunUntilRows());
+    EXPECT_EQ(Text(0, Column::Path), path);
 }
 
 TEST_F(ConnectionsModelTest, DetailsComeAtOnceAndWhatTheLogsKnowLater) {
