@@ -6,6 +6,8 @@
 #include <string_view>
 #include <utility>
 
+#include "base/DisplayName.h"
+
 namespace brennvar {
 namespace {
 
@@ -124,23 +126,29 @@ private:
     char* m_end = nullptr;
 };
 
-// Goes through the entries until it is stopped or add returns false.
+// Goes through the entries until it is stopped or add returns false. False: the log is another one now, and all of
+// them are missing.
 template <class AddOne>
-void ForEach(const LogSelection& selection, const StopSignal& stop, LogExportState& state, AddOne add) {
+bool ForEach(const LogSelection& selection, const StopSignal& stop, LogExportState& state, AddOne add) {
     const auto reader = LogReader::Open(selection.place);
+    if (selection.extent && (!reader || !IsSameLog(reader->File(), selection.place, *selection.extent))) {
+        state.missing = selection.count;
+        return false;
+    }
     for (std::size_t i = 0; i < selection.count; ++i) {
         if (stop.Requested()) {
             state.wasStopped = true;
-            return;
+            return true;
         }
         const LogEntry* const entry = reader ? reader->Read(selection.numberAt(i)) : nullptr;
         if (entry == nullptr) {
             ++state.missing;
         } else if (!add(*entry)) {
-            return;
+            return true;
         }
         state.done.store(i + 1, std::memory_order_relaxed);
     }
+    return true;
 }
 
 }  // namespace
@@ -150,13 +158,18 @@ void ExportLog(const LogSelection& selection, const std::string& path, LogFormat
     try {
         NewFile file(path);
         Lines lines(format, page, texts);
-        ForEach(selection, stop, state, [&](const LogEntry& entry) {
+        const bool isThere = ForEach(selection, stop, state, [&](const LogEntry& entry) {
             lines.Add(entry);
             if (!lines.IsFull()) return true;
             file.Write(lines.Text());
             lines.Clear();
             return file.Result() == WriteResult::Written;
         });
+        if (!isThere) {
+            state.result = WriteResult::Failed;
+            state.isOver = true;
+            return;
+        }
         file.Write(lines.Text());
         state.result = state.wasStopped ? file.Result() : file.PutInPlace();
     } catch (...) {  // no memory: nothing was put in place
@@ -169,7 +182,7 @@ void CopyLog(const LogSelection& selection, const LogTexts& texts, const StopSig
     try {
         std::string text;
         std::string cell;
-        ForEach(selection, stop, state, [&](const LogEntry& entry) {
+        (void)ForEach(selection, stop, state, [&](const LogEntry& entry) {
             for (std::size_t i = 0; i < kLogColumnCount; ++i) {
                 if (i > 0) text += '\t';
                 cell.clear();
