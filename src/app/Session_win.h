@@ -105,11 +105,11 @@ public:
     const Language language;
     const CFonts fonts;
     const CodePage codePage;  // of the language's texts
-    LogLookups lookups;       // for pages; before the threads that ask
     ServiceLink link;
     // Reads files and the driver's tables, which the service may hold or which may be large.
     TaskThread reads;
     SystemClock readsClock;
+    LogLookups lookups;  // for pages; asked on reads only, until that is stopped
     // Looks into program files, for which a disk may take minutes.
     const DiskProgramFiles programFiles;
     TaskThread programQueue;

@@ -24,9 +24,13 @@ std::string DisplayNameOf(std::string_view path, std::string_view fileDescriptio
     return fileDescription.empty() ? FileNameOf(path) : CutTo40(std::string(fileDescription));
 }
 
-std::string OneLine(std::string text) {
+void BlankControls(std::string& text) {
     std::replace_if(
         text.begin(), text.end(), [](unsigned char c) { return c < 0x20 || c == 0x7F; }, ' ');
+}
+
+std::string OneLine(std::string text) {
+    BlankControls(text);
     return text;
 }
 

@@ -19,5 +19,7 @@ namespace brennvar {
 // Without line breaks and other control characters. Descriptions, paths and names of hosts come from outside: a
 // line break in them could pass for a line of ours, such as the advice.
 [[nodiscard]] std::string OneLine(std::string text);
+// The same, in place.
+void BlankControls(std::string& text);
 
 }  // namespace brennvar

@@ -134,6 +134,11 @@ void ListPage::OnFind() {
     ::SendMessageA(m_search.Window(), EM_SETSEL, 0, -1);
 }
 
+void ListPage::ProgressChanged() {
+    m_choices.ShowProgress(m_model->Progress());
+    OnSelectionChanged();  // some actions wait for the end
+}
+
 void ListPage::OnEscape() {
     if (m_model->Progress()) m_model->StopProgress();
 }

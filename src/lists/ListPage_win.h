@@ -69,7 +69,7 @@ private:
     void RowsCameFirst(int count) override;
     void EmptyTextChanged() override { ShowEmptyText(); }
     void ChoicesChanged() override { m_choices.Show(m_model->Choices()); }
-    void ProgressChanged() override { m_choices.ShowProgress(m_model->Progress()); }
+    void ProgressChanged() override;
     void SummaryChanged() override { SetLine(m_model->Summary().value_or("")); }
     void WakeIn(std::chrono::milliseconds time) override;
     void PostCommand(int command) override { PostToOwner(command); }

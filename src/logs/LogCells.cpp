@@ -126,9 +126,4 @@ void AppendCell(std::string& text, LogColumn column, const LogEntry& entry, cons
     }
 }
 
-void BlankControls(std::string& text) {
-    std::replace_if(
-        text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) < ' '; }, ' ');
-}
-
 }  // namespace brennvar

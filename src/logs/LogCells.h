@@ -51,7 +51,4 @@ void AppendAddresses(std::string& text, const LogEntry& entry);
 // As the record has it: of any characters, without a zero.
 void AppendCell(std::string& text, LogColumn column, const LogEntry& entry, const LogTexts& texts);
 
-// Makes one line of it: characters that end a line or a cell become blanks.
-void BlankControls(std::string& text);
-
 }  // namespace brennvar

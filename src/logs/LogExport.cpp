@@ -6,6 +6,7 @@
 #include <string_view>
 #include <utility>
 
+#include "base/DisplayName.h"
 #include "logs/PieceWriter.h"
 
 namespace brennvar {
@@ -173,23 +174,29 @@ private:
     char* m_end = nullptr;
 };
 
-// Goes through the entries until it is stopped or add returns false.
+// Goes through the entries until it is stopped or add returns false. False: the log is another one now, and all of
+// them are missing.
 template <class AddOne>
-void ForEach(const LogSelection& selection, const StopSignal& stop, LogExportState& state, AddOne add) {
+bool ForEach(const LogSelection& selection, const StopSignal& stop, LogExportState& state, AddOne add) {
     const auto reader = LogReader::Open(selection.place);
+    if (selection.extent && (!reader || !IsSameLog(reader->File(), selection.place, *selection.extent))) {
+        state.missing = selection.count;
+        return false;
+    }
     for (std::size_t i = 0; i < selection.count; ++i) {
         if (stop.Requested()) {
             state.wasStopped = true;
-            return;
+            return true;
         }
         const LogEntry* const entry = reader ? reader->Read(selection.numberAt(i)) : nullptr;
         if (entry == nullptr) {
             ++state.missing;
         } else if (!add(*entry)) {
-            return;
+            return true;
         }
         state.done.store(i + 1, std::memory_order_relaxed);
     }
+    return true;
 }
 
 }  // namespace
@@ -199,15 +206,21 @@ void ExportLog(const LogSelection& selection, const std::string& path, LogFormat
     try {
         NewFile file(path);
         Lines lines(format, page, texts);
+        bool isThere = false;
         {
             PieceWriter writer(file);
             bool goesOn = true;
-            ForEach(selection, stop, state, [&](const LogEntry& entry) {
+            isThere = ForEach(selection, stop, state, [&](const LogEntry& entry) {
                 lines.Add(entry);
                 goesOn = !lines.IsFull() || lines.Send(writer);
                 return goesOn;
             });
-            if (goesOn && !state.wasStopped && lines.Send(writer)) writer.Finish();
+            if (isThere && goesOn && !state.wasStopped && lines.Send(writer)) writer.Finish();
+        }
+        if (!isThere) {
+            state.result = WriteResult::Failed;
+            state.isOver = true;
+            return;
         }
         state.result = state.wasStopped ? file.Result() : file.PutInPlace();
     } catch (...) {  // no memory: nothing was put in place
@@ -220,7 +233,7 @@ void CopyLog(const LogSelection& selection, const LogTexts& texts, const StopSig
     try {
         std::string text;
         std::string cell;
-        ForEach(selection, stop, state, [&](const LogEntry& entry) {
+        (void)ForEach(selection, stop, state, [&](const LogEntry& entry) {
             for (std::size_t i = 0; i < kLogColumnCount; ++i) {
                 if (i > 0) text += '\t';
                 cell.clear();

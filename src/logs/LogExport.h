@@ -4,13 +4,14 @@
 #include <atomic>
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "base/StopSignal.h"
 #include "config/CodePage.h"
 #include "logs/LogCells.h"
-#include "logs/LogReader.h"
+#include "logs/LogListing.h"
 #include "logs/NewFile.h"
 
 namespace brennvar {
@@ -23,6 +24,8 @@ enum class LogFormat : std::uint8_t {
 // What is to be written: so many entries, and the number of each. Asked on the thread that writes.
 struct LogSelection {
     LogPlace place;
+    // Of the list that numbers them, where that is known: by it another file at the place is told.
+    std::optional<LogExtent> extent{};
     std::size_t count = 0;
     std::function<std::uint32_t(std::size_t index)> numberAt;
 };
@@ -39,7 +42,7 @@ struct LogExportState {
 };
 
 // UTF-8 with its byte order mark, a heading, one line for each entry, its path in a column of its own. The file
-// takes its name when it is whole; stopped, or failed, it leaves nothing.
+// takes its name when it is whole; stopped, or failed, or when the log is another one now, it leaves nothing.
 void ExportLog(const LogSelection& selection, const std::string& path, LogFormat format, const LogTexts& texts,
                CodePage page, const StopSignal& stop, LogExportState& state);
 

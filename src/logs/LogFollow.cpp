@@ -8,13 +8,6 @@ namespace {
 
 constexpr std::uint64_t kRecordSize = sizeof(TrafficLogRecord);
 
-// Still the file that was listed, as far as it was.
-bool IsSame(const LogFile& file, const LogPlace& place, const LogExtent& extent, const LogFileState& now) {
-    if (!extent.isThere || now.identity != extent.state.identity || now.size < extent.state.size) return false;
-    return extent.count == 0 || now == extent.state ||
-           PrintOfEntry(file, place, extent.lastPosition) == extent.lastPrint;
-}
-
 class Follower {
 public:
     Follower(const LogWish& wish, const LogTexts& texts) : m_wish(wish), m_texts(texts), m_filter(wish, texts) {}
@@ -66,7 +59,18 @@ void FollowPackets(const LogFile& file, const LogPlace& place, LogExtent& extent
     }
 }
 
+// now: of the file, as it was before more of it is read.
+bool IsSame(const LogFile& file, const LogPlace& place, const LogExtent& extent, const LogFileState& now) {
+    if (!extent.isThere || now.identity != extent.state.identity || now.size < extent.state.size) return false;
+    return extent.count == 0 || now == extent.state ||
+           PrintOfEntry(file, place, extent.lastPosition) == extent.lastPrint;
+}
+
 }  // namespace
+
+bool IsSameLog(const LogFile& file, const LogPlace& place, const LogExtent& extent) {
+    return IsSame(file, place, extent, file.State());
+}
 
 std::optional<LogNews> FollowLog(const LogPlace& place, const LogWish& wish, const LogTexts& texts,
                                  const LogExtent& extent) {

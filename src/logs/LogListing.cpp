@@ -4,6 +4,7 @@
 #include <limits>
 #include <utility>
 
+#include "base/DisplayName.h"
 #include "ipc/RecordCipher.h"
 #include "logs/LogSort.h"
 

@@ -22,7 +22,8 @@
 
 namespace brennvar {
 
-// An entry as a list shows it. Characters that a line cannot show are blanks.
+// An entry as a list shows it. Characters that a line cannot show are blanks, but for the path: by it the program
+// is looked for.
 struct LogRow {
     std::array<std::string, kLogColumnCount> cells;
     std::string path;
@@ -64,6 +65,9 @@ struct LogExtent {
 
 // Of the bytes of one entry, without those of the packet: tells it from another that stands in its place.
 [[nodiscard]] std::uint64_t PrintOfEntry(const LogFile& file, const LogPlace& place, std::uint64_t position);
+
+// Still the file that was listed, as far as it was.
+[[nodiscard]] bool IsSameLog(const LogFile& file, const LogPlace& place, const LogExtent& extent);
 
 // What has been found since the last look.
 struct LogNews {

@@ -85,6 +85,7 @@ public:
     LogReader(const LogReader&) = delete;
     LogReader& operator=(const LogReader&) = delete;
 
+    [[nodiscard]] const LogFile& File() const { return m_file; }
     // Null: the file does not have it. Valid until the next call.
     [[nodiscard]] const LogEntry* Read(std::uint32_t number);
     // Whole, for its details: the first of a traffic log, the second of a packet log.

@@ -32,12 +32,13 @@ RecordIndex<Traits>& LogLookups::Files<Traits>::FileAt(const std::string& path) 
         std::rotate(known, known + 1, m_files.end());
     } else {
         if (m_files.size() == kMost) m_files.erase(m_files.begin());
-        m_files.push_back(std::make_unique<RecordIndex<Traits>>(path));
+        m_files.push_back(std::make_unique<RecordIndex<Traits>>(path, m_stop));
     }
     return *m_files.back();
 }
 
-LogLookups::LogLookups(std::string dataFolder) : m_dataFolder(std::move(dataFolder)) {}
+LogLookups::LogLookups(std::string dataFolder, const StopSignal& stop)
+    : m_dataFolder(std::move(dataFolder)), m_names(stop), m_hardware(stop), m_advice(stop) {}
 
 std::string LogLookups::HostName(LocalDate day, Ipv4 address) {
     const auto record = m_names.Find(LogFilePath(m_dataFolder, LogKind::Dns, day), address);

@@ -15,6 +15,7 @@
 
 #include "base/Clock.h"
 #include "base/Ipv4.h"
+#include "base/StopSignal.h"
 #include "logs/LogRecords.h"
 #include "logs/RecordIndex.h"
 
@@ -49,11 +50,13 @@ struct AdviceTraits {
 
 class LogLookups {
 public:
-    explicit LogLookups(std::string dataFolder);
+    // The signal is borrowed, and ends a reading that is under way.
+    LogLookups(std::string dataFolder, const StopSignal& stop);
     LogLookups(const LogLookups&) = delete;
     LogLookups& operator=(const LogLookups&) = delete;
 
-    // The domain name that this address was resolved from last on the given day; empty when there is none.
+    // The domain name that this address was resolved from last on the given day; empty when there is none. Of files
+    // that are larger than RecordIndex looks at, the end counts.
     [[nodiscard]] std::string HostName(LocalDate day, Ipv4 address);
     // "0a-1b-2c-3d-4e-5f", as first seen for this address on the given day; empty when there is none.
     [[nodiscard]] std::string HardwareAddress(LocalDate day, Ipv4 address);
@@ -66,6 +69,7 @@ private:
     template <class Traits>
     class Files {
     public:
+        explicit Files(const StopSignal& stop) : m_stop(stop) {}
         [[nodiscard]] auto Find(const std::string& path, const typename Traits::Key& key) {
             const std::lock_guard lock(m_mutex);
             return FileAt(path).Find(key);
@@ -75,6 +79,7 @@ private:
         static constexpr std::size_t kMost = 2;
         [[nodiscard]] RecordIndex<Traits>& FileAt(const std::string& path);
 
+        const StopSignal& m_stop;
         std::mutex m_mutex;
         std::vector<std::unique_ptr<RecordIndex<Traits>>> m_files;  // the one that was asked about last is last
     };

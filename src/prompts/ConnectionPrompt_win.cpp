@@ -20,7 +20,8 @@ ConnectionPrompt::ConnectionPrompt(const CFonts& fonts, DeviceOpener& devices, c
       m_programs(wake),
       m_connection(wake),
       m_delivering(wake),
-      m_sources(GetDataFolder(), GetInstallationFolder(), m_decidingPipes, m_decidingWaits),
+      m_sources(GetDataFolder(), GetInstallationFolder(), m_decidingPipes, m_decidingWaits,
+                m_connection.Stopping()),
       m_facts(m_sources, {.deciding = m_deciding, .programs = m_programs, .connection = m_connection}, clock),
       m_questions(devices, m_facts, m_delivery, *this) {}
 

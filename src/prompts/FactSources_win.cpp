@@ -27,9 +27,9 @@ static_assert(kPathPolicy.attempts * (kPathPolicy.wait + kPathPolicy.pause) <= F
 }  // namespace
 
 WinFactSources::WinFactSources(std::string dataFolder, std::string installationFolder, PipeConnector& connector,
-                               Clock& waits)
+                               Clock& waits, const StopSignal& stop)
     : m_dataFolder(dataFolder),
-      m_lookups(dataFolder),
+      m_lookups(dataFolder, stop),
       m_programs(std::move(dataFolder), std::move(installationFolder)),
       m_waits(waits),
       m_pipes(connector, waits, kPathPolicy) {}

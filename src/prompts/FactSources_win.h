@@ -29,7 +29,9 @@ private:
 class WinFactSources final : public FactSources {
 public:
     // connector and waits are borrowed and belong to the thread that asks for paths and rules.
-    WinFactSources(std::string dataFolder, std::string installationFolder, PipeConnector& connector, Clock& waits);
+    // So is the signal, which ends a search for a name.
+    WinFactSources(std::string dataFolder, std::string installationFolder, PipeConnector& connector, Clock& waits,
+                   const StopSignal& stop);
 
     [[nodiscard]] std::optional<std::string> ResolveProcessPath(std::uint32_t processId) override;
     [[nodiscard]] RuleAction LookupAction(const std::string& path) override;

@@ -19,9 +19,10 @@ void LogRows::AddFound(std::uint32_t plain, std::vector<std::uint32_t> numbers) 
     ForgetPlaces();
     if (m_numbers->empty()) {
         m_numbers = std::make_shared<std::vector<std::uint32_t>>(std::move(numbers));
+        m_isShared = false;
         return;
     }
-    if (m_numbers.use_count() > 1) m_numbers = std::make_shared<std::vector<std::uint32_t>>(*m_numbers);
+    if (std::exchange(m_isShared, false)) m_numbers = std::make_shared<std::vector<std::uint32_t>>(*m_numbers);
     m_numbers->insert(m_numbers->end(), numbers.begin(), numbers.end());
 }
 
@@ -71,6 +72,7 @@ std::function<std::uint32_t(std::size_t row)> LogRows::Snapshot() const {
     auto places = std::exchange(m_places, {});                 // not for the copy
     const auto rows = std::make_shared<const LogRows>(*this);  // shares the numbers
     m_places = std::move(places);
+    m_isShared = true;
     return [rows](std::size_t row) { return rows->NumberOf(static_cast<int>(row)); };
 }
 

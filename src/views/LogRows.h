@@ -43,7 +43,9 @@ private:
     bool m_isSorted = false;
     std::uint32_t m_fileCount = 0;
     std::uint32_t m_plain = 0;
-    // Shared with snapshots: a copy is made before it is changed under one.
+    // Shared with snapshots: a copy is made before it is changed under one. Whether one has been taken of it is
+    // remembered: how many owners there are just now is another thread's affair.
+    mutable bool m_isShared = false;
     std::shared_ptr<std::vector<std::uint32_t>> m_numbers = std::make_shared<std::vector<std::uint32_t>>();
     mutable std::vector<std::uint32_t>
         m_places;                        // by number: of a sorted list, counted from 1, 0 for none; or empty

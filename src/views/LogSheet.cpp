@@ -4,10 +4,11 @@
 
 namespace brennvar {
 
-std::optional<DetailsSheet> ReadLogSheet(const LogPlace& place, std::uint32_t number, LocalDate day,
-                                         LogLookups& lookups, const Language& language) {
+std::optional<DetailsSheet> ReadLogSheet(const LogPlace& place, const std::optional<LogExtent>& extent,
+                                         std::uint32_t number, LocalDate day, LogLookups& lookups,
+                                         const Language& language) {
     const auto reader = LogReader::Open(place);
-    if (!reader) return std::nullopt;
+    if (!reader || (extent && !IsSameLog(reader->File(), place, *extent))) return std::nullopt;
     if (place.kind == LogKind::Packet) {
         const auto packet = reader->ReadPacket(number);
         if (!packet) return std::nullopt;

@@ -26,7 +26,7 @@ std::span<const ListAction> TrafficLogModel::Actions() const {
 }
 
 bool TrafficLogModel::CanDo(int action, int row) const {
-    if (action == kExport) return RowCount() > 0;
+    if (action == kExport) return RowCount() > 0 && !IsExporting();
     if (action == kDeleteLogs) return true;
     const LogRow* const entry = RowAt(row);
     if (entry == nullptr) return false;
@@ -134,7 +134,7 @@ std::optional<ListProgress> TrafficLogModel::Progress() const {
 }
 
 std::optional<ListQuestion> TrafficLogModel::LeavingQuestion() const {
-    if (!m_writing.IsBusy() || m_writing.IsCopy()) return std::nullopt;
+    if (!IsExporting()) return std::nullopt;
     return ListQuestion{.text = m_parts.language.GetText(1466, "The log is still being exported. Stop the export?"),
                         .yes = m_parts.language.GetText(1403, "Stop")};
 }
@@ -147,6 +147,7 @@ void TrafficLogModel::StopProgress() {
     } else if (m_pass == Pass::Waits) {
         Abandon();
         m_wasStopped = true;
+        KeepList();
     }
     if (!View()) return;
     View()->ProgressChanged();
@@ -155,19 +156,34 @@ void TrafficLogModel::StopProgress() {
 
 void TrafficLogModel::ShowDetails(std::uint32_t number) {
     m_parts.reads.Ask<std::optional<DetailsSheet>>(
-        [place = m_cache.Place(), number, day = m_day, &lookups = m_parts.lookups, &language = m_parts.language] {
-            return ReadLogSheet(place, number, day, lookups, language);
-        },
+        [place = m_cache.Place(), extent = Extent(), number, day = m_day, &lookups = m_parts.lookups,
+         &language = m_parts.language] { return ReadLogSheet(place, extent, number, day, lookups, language); },
         m_alive.Guard([this](std::optional<std::optional<DetailsSheet>> sheet) {
-            if (View() && sheet && *sheet) View()->ShowSheet(**sheet);
+            if (View() && m_isShown && sheet && *sheet) View()->ShowSheet(**sheet);
         }));
 }
 
+std::optional<LogExtent> TrafficLogModel::Extent() const {
+    return m_extent || !m_kept ? m_extent : std::optional(m_kept->extent);
+}
+
 LogSelection TrafficLogModel::Selection() const {
-    return {.place = m_cache.Place(), .count = static_cast<std::size_t>(RowCount()), .numberAt = m_rows.Snapshot()};
+    return {.place = m_cache.Place(),
+            .extent = Extent(),
+            .count = static_cast<std::size_t>(RowCount()),
+            .numberAt = m_rows.Snapshot()};
+}
+
+bool TrafficLogModel::TellExporting() {
+    if (!IsExporting()) return false;
+    const Language& language = m_parts.language;
+    View()->Tell(language.GetText(1456, "Export the log"),
+                 language.GetText(1467, "An export is under way. Please wait until it has ended."));
+    return true;
 }
 
 void TrafficLogModel::AskForExport() {
+    if (TellExporting()) return;
     const Language& language = m_parts.language;
     // As they are now: the list may go on while the user is asked.
     LogSelection selection = Selection();
@@ -176,14 +192,15 @@ void TrafficLogModel::AskForExport() {
          .name = LogName(),
          .types = {{.label = language.GetText(1457, "CSV (comma separated)"), .extension = "csv"},
                    {.label = language.GetText(1458, "Text (tab separated)"), .extension = "txt"}}});
-    if (!place) return;
+    // While it asked, the user can have begun another one.
+    if (!place || !View() || TellExporting()) return;
     m_writing.Export(std::move(selection), place->path, place->type == 1 ? LogFormat::Text : LogFormat::Csv);
     if (View()) View()->ProgressChanged();
     ScheduleWake();
 }
 
 bool TrafficLogModel::Copy(const RowRanges& rows) {
-    if (!View() || rows.IsEmpty()) return true;
+    if (!View() || rows.IsEmpty() || TellExporting()) return true;
     if (rows.Count() > static_cast<std::int64_t>(kMostCopied)) {
         View()->Tell(
             m_parts.language.GetText(1459, "Copy"),
@@ -198,6 +215,7 @@ bool TrafficLogModel::Copy(const RowRanges& rows) {
     }
     const std::size_t count = numbers.size();
     m_writing.Copy({.place = m_cache.Place(),
+                    .extent = Extent(),
                     .count = count,
                     .numberAt = [numbers = std::move(numbers)](std::size_t i) { return numbers[i]; }});
     ScheduleWake();
@@ -206,7 +224,11 @@ bool TrafficLogModel::Copy(const RowRanges& rows) {
 
 void TrafficLogModel::TellFinished(const LogWriting::Finished& finished) {
     if (!View() || finished.state->wasStopped) return;
-    if (finished.isCopy) return View()->CopyText(finished.state->text);
+    if (finished.isCopy) {
+        // Of a log that is gone nothing is copied; the clipboard keeps what it has.
+        if (!finished.state->text.empty()) View()->CopyText(finished.state->text);
+        return;
+    }
     const Language& language = m_parts.language;
     std::string text;
     switch (finished.state->result) {

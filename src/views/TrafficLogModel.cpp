@@ -5,6 +5,7 @@
 #include <tuple>
 #include <utility>
 
+#include "base/DisplayName.h"
 #include "commands/Commander.h"
 #include "lists/RowOrder.h"
 
@@ -129,7 +130,8 @@ ListCell TrafficLogModel::Cell(int row, int column) const {
 
 std::string TrafficLogModel::CellTip(int row, int column) const {
     const LogRow* const entry = RowAt(row);
-    return entry != nullptr && static_cast<LogColumn>(column) == LogColumn::Program ? entry->path : std::string();
+    return entry != nullptr && static_cast<LogColumn>(column) == LogColumn::Program ? OneLine(entry->path)
+                                                                                    : std::string();
 }
 
 std::optional<std::string> TrafficLogModel::Program(int row) const {
@@ -178,6 +180,11 @@ void TrafficLogModel::OpenLog() {
 
 // The rows stay until the first of the new ones have been found.
 void TrafficLogModel::List() {
+    if (m_isOtherFile) {
+        m_kept.reset();
+    } else if (m_extent) {
+        m_kept = {.extent = *m_extent, .wish = m_listedWish, .wasStopped = m_wasStopped};
+    }
     Abandon();
     m_rows.ForgetPlaces();
     m_pass = Pass::Waits;
@@ -220,6 +227,7 @@ void TrafficLogModel::TakeNews() {
         m_pass = Pass::None;
         m_wasStopped = news.wasStopped;
         m_extent = news.extent;
+        if (m_wasStopped && !m_extent) KeepList();
         m_followAt = m_parts.clock.Elapsed() + kFollowPeriod;
     }
     if (!View()) return;
@@ -228,8 +236,20 @@ void TrafficLogModel::TakeNews() {
     View()->EmptyTextChanged();
 }
 
+// The rows are still those of the listing before, which are followed as before.
+void TrafficLogModel::KeepList() {
+    if (!m_kept) return;
+    m_extent = m_kept->extent;
+    m_wasStopped = m_kept->wasStopped;
+    m_listedWish = m_kept->wish;
+    m_kept.reset();
+    if (std::exchange(m_wish, m_listedWish) != m_listedWish && View()) View()->ChoicesChanged();
+}
+
 void TrafficLogModel::TakeRows(LogNews& news) {
     if (news.isAnew) {
+        m_kept.reset();
+        m_listedWish = m_wish;
         m_tally = {};
         LogPlace place = m_cache.Place();
         if (news.packets) place.packets = news.packets;
@@ -260,7 +280,7 @@ bool TrafficLogModel::MayFollow() const {
 
 void TrafficLogModel::Follow() {
     m_followAt = m_parts.clock.Elapsed() + kFollowPeriod;
-    FollowToday();
+    (void)FollowToday();
     if (!MayFollow() || m_following.IsReading()) return;
     m_following.Refresh({.place = m_cache.Place(), .wish = m_wish, .extent = *m_extent, .pass = m_passNumber});
 }
@@ -291,16 +311,21 @@ void TrafficLogModel::OnFollowed(std::optional<Followed> followed, const FollowR
 }
 
 // After midnight the list goes on with the log of the new day.
-void TrafficLogModel::FollowToday() {
+// A reading of the days can have put today among them before.
+bool TrafficLogModel::FollowToday() {
     const LocalDate today = m_parts.clock.Today();
-    if (std::find(m_days.begin(), m_days.end(), today) != m_days.end()) return;
-    m_dayReading.Refresh(m_kind);
-    m_days.insert(m_days.begin(), today);
-    if (m_followsToday) {
+    const bool isKnown = std::find(m_days.begin(), m_days.end(), today) != m_days.end();
+    if (!isKnown) {
+        m_dayReading.Refresh(m_kind);
+        m_days.insert(m_days.begin(), today);
+    }
+    const bool moves = m_followsToday && !(m_day == today);
+    if (moves) {
         m_day = today;
         OpenLog();
     }
-    if (View()) View()->ChoicesChanged();
+    if ((!isKnown || moves) && View()) View()->ChoicesChanged();
+    return moves;
 }
 
 void TrafficLogModel::OnDays(std::vector<LocalDate> days, LogKind kind) {
@@ -327,14 +352,13 @@ void TrafficLogModel::ReadAnew() {
 void TrafficLogModel::Read(ReadReason reason) {
     if (reason == ReadReason::RulesChanged) return;  // nothing that is shown here
     if (reason == ReadReason::LogsDeleted) return OnLogsDeleted();
-    const bool wasListed = m_extent.has_value() && reason == ReadReason::Shown;
     m_isShown = true;
-    if (m_cache.Place().path.empty()) {
-        m_dayReading.Refresh(m_kind);
-        return OpenLog();
-    }
-    if (!wasListed) return ReadAnew();
     m_dayReading.Refresh(m_kind);
+    if (FollowToday()) return;
+    if (m_cache.Place().path.empty()) return OpenLog();
+    // What is listed stays with its selection, unless following finds that the file is another one.
+    const bool isListed = m_extent && m_wish == m_listedWish && (reason == ReadReason::Shown || !m_wasStopped);
+    if (!isListed) return ReadAnew();
     Follow();
     ScheduleWake();
 }

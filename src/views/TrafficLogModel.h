@@ -86,6 +86,11 @@ private:
         LogExtent extent;
         std::uint64_t pass = 0;
     };
+    struct Listed {
+        LogExtent extent;
+        LogWish wish;
+        bool wasStopped = false;
+    };
     // Nothing: the log is to be listed anew.
     using Followed = std::optional<LogNews>;
 
@@ -96,11 +101,13 @@ private:
     void List();
     void BeginPass();
     void TakeNews();
+    void KeepList();
     void TakeRows(LogNews& news);
     void Follow();
     void OnFollowed(std::optional<Followed> followed, const FollowRequest& request);
     void OnDays(std::vector<LocalDate> days, LogKind kind);
-    void FollowToday();
+    // True: it is listed now.
+    bool FollowToday();
     void ScheduleWake();
     [[nodiscard]] bool MayFollow() const;
     // Null, and it will be read, when it is not there yet.
@@ -109,8 +116,13 @@ private:
     // What can be done with it (TrafficLogActions.cpp)
     void ShowDetails(std::uint32_t number);
     void AskForExport();
+    [[nodiscard]] bool IsExporting() const { return m_writing.IsBusy() && !m_writing.IsCopy(); }
+    // Says so to the user when it is.
+    bool TellExporting();
     void TellFinished(const LogWriting::Finished& finished);
     [[nodiscard]] LogSelection Selection() const;
+    // Of the rows; none while the first listing of the log is under way.
+    [[nodiscard]] std::optional<LogExtent> Extent() const;
 
     [[nodiscard]] std::string TextOfDay(LocalDate day) const;
     [[nodiscard]] std::string KindName() const;
@@ -132,6 +144,8 @@ private:
     LogTally m_tally;
     std::optional<LogExtent> m_extent;  // none until all has been listed
     bool m_wasStopped = false;          // before all was
+    LogWish m_listedWish;               // the rows are those of this one
+    std::optional<Listed> m_kept;       // what the rows are, while a listing that will replace them is under way
     Pass m_pass = Pass::None;
     std::uint64_t m_passNumber = 0;
     std::uint64_t m_done = 0;

@@ -10,6 +10,7 @@ namespace brennvar {
 namespace {
 
 constexpr LocalDate kDay{.year = 2026, .month = 3, .day = 9};
+const StopSignal kGoOn;
 
 // What to ask for: the address in the file's last whole record, which must be found.
 template <RecordType Record>
@@ -22,18 +23,18 @@ std::optional<Record> LastRecord(std::string_view bytes) {
 // What is asked of a file that has grown, is answered as if it had been like that from the start.
 template <class Ask>
 void TryGrowth(const test::DataFolder& folder, const std::string& name, const std::string& bytes, Ask ask) {
-    LogLookups lookups(folder.Path());
+    LogLookups lookups(folder.Path(), kGoOn);
     folder.Write(name, bytes.substr(0, bytes.size() / 2));
     (void)ask(lookups);
     folder.Write(name, bytes);
-    LogLookups fresh(folder.Path());
+    LogLookups fresh(folder.Path(), kGoOn);
     fuzz::Require(ask(lookups) == ask(fresh));
 }
 
 void TryDnsLog(const test::DataFolder& folder, const std::string& bytes) {
     folder.Write(R"(\Log\20260309_dns.log)", bytes);
     const auto last = LastRecord<DnsLogRecord>(bytes);
-    const std::string name = LogLookups(folder.Path()).HostName(kDay, last ? last->address : 0);
+    const std::string name = LogLookups(folder.Path(), kGoOn).HostName(kDay, last ? last->address : 0);
     fuzz::Require(name == (last ? TextOf(last->name) : std::string_view()));
     TryGrowth(folder, R"(\Log\20260309_dns.log)", bytes,
               [&](LogLookups& lookups) { return lookups.HostName(kDay, last ? last->address : 0); });
@@ -42,7 +43,7 @@ void TryDnsLog(const test::DataFolder& folder, const std::string& bytes) {
 void TryMacLog(const test::DataFolder& folder, const std::string& bytes) {
     folder.Write(R"(\Log\20260309_mac.log)", bytes);
     const auto last = LastRecord<MacLogRecord>(bytes);
-    const std::string text = LogLookups(folder.Path()).HardwareAddress(kDay, last ? last->address : 0);
+    const std::string text = LogLookups(folder.Path(), kGoOn).HardwareAddress(kDay, last ? last->address : 0);
     fuzz::Require(text.size() == (last ? 17U : 0U));
     TryGrowth(folder, R"(\Log\20260309_mac.log)", bytes,
               [&](LogLookups& lookups) { return lookups.HardwareAddress(kDay, last ? last->address : 0); });
@@ -52,7 +53,7 @@ void TryAdvice(const test::DataFolder& folder, const std::string& bytes) {
     folder.Write(R"(\advice.dat)", bytes);
     const auto last = LastRecord<AdviceRecord>(bytes);
     const std::string_view path = last ? TextOf(last->path) : std::string_view("x");
-    fuzz::Require(LogLookups(folder.Path()).Advice(path).has_value() == (last.has_value() && !path.empty()));
+    fuzz::Require(LogLookups(folder.Path(), kGoOn).Advice(path).has_value() == (last.has_value() && !path.empty()));
     TryGrowth(folder, R"(\advice.dat)", bytes, [&](LogLookups& lookups) { return lookups.Advice(path); });
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <chrono>
+#include <functional>
 #include <optional>
 #include <string>
 #include <utility>
@@ -21,6 +22,7 @@ public:
     std::vector<DetailsSheet> sheets;  // shown and updated
     std::optional<SaveWish> saveWish;
     std::optional<SavePlace> savePlace;  // the user's answer
+    std::function<void()> whileAsked;    // what goes on before it
     std::string copied;
     std::vector<std::string> links;
     std::vector<std::string> folders;
@@ -65,6 +67,7 @@ private:
     void UpdateSheet(const DetailsSheet& sheet) override { sheets.push_back(sheet); }
     std::optional<SavePlace> AskSavePlace(const SaveWish& wish) override {
         saveWish = wish;
+        if (whileAsked) whileAsked();
         return savePlace;
     }
     void CopyText(const std::string& text) override { copied = text; }

@@ -111,6 +111,33 @@ TEST_F(LogExportTest, SeesWhatIsSpecialAnywhereInAText) {
     EXPECT_TRUE(Read(file) == expected);
 }
 
+TEST_F(LogExportTest, WritesNothingOfAnotherLog) {
+    const std::string log(Event(1, 1, 2, 3));
+    LogNewsBox box;
+    LogSelection selection = Listed(log, {0});
+    ListLog(selection.place, {}, kTexts, stop, box);
+    selection.extent = box.Take().extent;
+    ASSERT_TRUE(selection.extent);
+    folder.Write("log.csv", "what was there before");
+    test::AppendTo(selection.place.path, log);  // still the same
+    LogExportState same;
+    CopyLog(selection, kTexts, stop, same);
+    EXPECT_EQ(same.missing, 0U);
+    EXPECT_FALSE(same.text.empty());
+    (void)Listed(std::string(Event(2, 3, 0, 0)) + log + log, {0});
+    LogExportState state;
+    ExportLog(selection, file, LogFormat::Csv, kTexts, CodePage::Western, stop, state);
+    EXPECT_TRUE(state.isOver);
+    EXPECT_EQ(state.result, WriteResult::Failed);
+    EXPECT_EQ(state.missing, 1U);
+    EXPECT_EQ(Read(file), "what was there before");
+    EXPECT_EQ(FileCount(), 1U);
+    LogExportState copy;
+    CopyLog(selection, kTexts, stop, copy);
+    EXPECT_EQ(copy.missing, 1U);
+    EXPECT_EQ(copy.text, "");
+}
+
 TEST_F(LogExportTest, LeavesWhatWasThereWhenItCannotEnd) {
     std::string log;
     for (int i = 0; i < 10'000; ++i) log += Event(1, 1, 2, 3);

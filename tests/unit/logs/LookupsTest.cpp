@@ -23,7 +23,8 @@ std::string DnsRecord(std::string_view address, std::string name) {
 
 TEST(LookupsTest, TakesTheLatestHostNameOfAnAddress) {
     const test::DataFolder folder;
-    LogLookups lookups(folder.Path());
+    const StopSignal stop;
+    LogLookups lookups(folder.Path(), stop);
     const std::string before = DnsRecord("\xC0\xA8\x01\x0A", "old.example");
     // Several scanned pieces, with a match in the first and in the last.
     std::string log = before;
@@ -42,7 +43,8 @@ TEST(LookupsTest, TakesTheLatestHostNameOfAnAddress) {
 TEST(LookupsTest, FormatsTheHardwareAddress) {
     using namespace std::string_literals;
     const test::DataFolder folder;
-    LogLookups lookups(folder.Path());
+    const StopSignal stop;
+    LogLookups lookups(folder.Path(), stop);
     const std::string wanted = "\0\x1B\xAC\x3D\x4E\xFF\0\0\xC0\xA8\x01\x0A"s;
     folder.Write(R"(\Log\20260309_mac.log)", "\xC0\xA8\x01\x0A\0\0\0\0\x01\x02\x03\x04"s + wanted + '\xFF' +
                                                  wanted.substr(1) + wanted.substr(0, 11));
@@ -57,7 +59,8 @@ TEST(LookupsTest, TakesTheFirstAdviceForAPath) {
     };
     using namespace std::string_view_literals;
     const test::DataFolder folder;
-    LogLookups lookups(folder.Path());
+    const StopSignal stop;
+    LogLookups lookups(folder.Path(), stop);
     EXPECT_EQ(lookups.Advice("x"), std::nullopt);
     EXPECT_TRUE(std::filesystem::is_empty(folder.Path()));  // nothing is created
     folder.Write(R"(\advice.dat)", entry("", "\x01\0\0\0"sv) + entry(R"(C:\A.EXE)", "\x01\0\0\0"sv) +
@@ -75,7 +78,8 @@ TEST(LookupsTest, TakesTheFirstAdviceForAPath) {
 
 TEST(LookupsTest, FollowsFilesThatGrowShrinkAreReplacedAndGoAway) {
     const test::DataFolder folder;
-    LogLookups lookups(folder.Path());
+    const StopSignal stop;
+    LogLookups lookups(folder.Path(), stop);
     const auto write = [&](std::string_view log) { folder.Write(R"(\Log\20260309_dns.log)", log); };
     const std::string one = DnsRecord("\xC0\xA8\x01\x0A", "one.example");
     const std::string two = DnsRecord("\xC0\xA8\x01\x0A", "two.example");
@@ -107,10 +111,31 @@ TEST(LookupsTest, FollowsFilesThatGrowShrinkAreReplacedAndGoAway) {
     }
 }
 
+TEST(LookupsTest, LooksAtTheEndOfALargeFileAndStopsWhenToldTo) {
+    const test::DataFolder folder;
+    StopSignal stop;
+    const std::string one = DnsRecord("\xC0\xA8\x01\x0A", "one.example");
+    const std::string other = DnsRecord("\xC0\xA8\x01\x0B", "other.example");
+    const std::string path = folder.Write(R"(\Log\20260309_dns.log)", one + other + other);
+    RecordIndex<HostNameTraits> whole(path, stop, 3 * sizeof(DnsLogRecord));
+    RecordIndex<HostNameTraits> end(path, stop, 3 * sizeof(DnsLogRecord) - 1);
+    EXPECT_TRUE(whole.Find(kAddress));
+    EXPECT_FALSE(end.Find(kAddress));
+    EXPECT_TRUE(end.Find(kOther));
+    // Grown by more than is looked at: what was read before is still known.
+    folder.Write(R"(\Log\20260309_dns.log)", one + other + other + one + one + one + one);
+    EXPECT_TRUE(end.Find(kAddress));
+    EXPECT_TRUE(end.Find(kOther));
+    stop.Request();
+    RecordIndex<HostNameTraits> late(path, stop);
+    EXPECT_FALSE(late.Find(kAddress));
+}
+
 TEST(LookupsTest, FindsWhatItHasNoRoomToRemember) {
     using namespace std::string_literals;
     const test::DataFolder folder;
-    LogLookups lookups(folder.Path());
+    const StopSignal stop;
+    LogLookups lookups(folder.Path(), stop);
     constexpr std::uint32_t kKnown = RecordIndex<HardwareAddressTraits>::kMostKeys;
     std::string log;
     const auto add = [&](std::uint32_t number, char hardware) {

@@ -74,7 +74,8 @@ protected:
     test::CommanderRig rig;
     FakeOptions options;
     test::DataFolder data;
-    LogLookups lookups{data.Path()};
+    StopSignal stop;
+    LogLookups lookups{data.Path(), stop};
     ServiceLink link{[] {},
                      [this](const StopSignal&) {
                          auto made = std::make_unique<GatedConnector>(gate.get_future().share());

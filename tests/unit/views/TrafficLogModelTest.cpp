@@ -31,7 +31,8 @@ protected:
     CWorkerThread listing{[] {}};
     CWorkerThread writing{[] {}};
     Language language{nullptr};
-    LogLookups lookups{folder.Path()};
+    StopSignal stop;
+    LogLookups lookups{folder.Path(), stop};
     std::unique_ptr<TrafficLogModel> model = std::make_unique<TrafficLogModel>(TrafficLogModel::Parts{
         language, clock, reads, listing, writing, lookups, folder.Path(), CodePage::Western});
     test::FakeListView view{*model};
@@ -219,6 +220,30 @@ TEST_F(TrafficLogModelTest, OffersTheDaysThatHaveLogs) {
     EXPECT_EQ(model->Choices().at(1).chosen, 0);
 }
 
+TEST_F(TrafficLogModelTest, GoesOnWithTheNewDayWhicheverReadingTellsOfIt) {
+    WriteToday(Three());
+    Show();
+    model->Read(ReadReason::Wished);
+    clock.today.day = 10;
+    reads.RunAll();  // the days are read after midnight, before the next look
+    folder.Write(R"(\Log\20260310.log)", Event(1, 0, 0, 1));
+    PassSecond();
+    Settle();
+    EXPECT_EQ(Times(), (std::vector<std::string>{"00:00:01"}));
+    EXPECT_EQ(model->Choices().at(1).chosen, 0);
+    // The page is left while it lists, and seen again on another day.
+    for (const ReadReason reason : {ReadReason::Shown, ReadReason::Wished}) {
+        model->ArrangeBy({reason == ReadReason::Shown ? "a" : "p", RowOrder::kAsRead, true, false});
+        model->OnHidden();
+        ++clock.today.day;
+        model->Read(reason);
+        reads.RunAll();
+        EXPECT_EQ(model->Choices().at(1).chosen, 0);
+        Settle();
+        EXPECT_EQ(model->RowCount(), 0);
+    }
+}
+
 TEST_F(TrafficLogModelTest, ShowsThePacketsOfTheDayInTheirOrder) {
     const std::string path = folder.Write(R"(\Log\20260309_packet.log)", Packet(17, 1, "abc") + Packet(6, 2, ""));
     Show();
@@ -274,6 +299,129 @@ TEST_F(TrafficLogModelTest, IsStoppedByTheUser) {
     model->Read(ReadReason::Wished);
     Settle();
     EXPECT_EQ(model->RowCount(), 2000);
+}
+
+TEST_F(TrafficLogModelTest, KeepsTheListWhenAnotherOneIsStopped) {
+    std::string log;
+    for (std::uint32_t i = 0; i < 20'000; ++i) log += Event(1, i / 3600, i / 60 % 60, i % 60);
+    const std::string path = WriteToday(log);
+    Show();
+    const std::string summary = "20000 allowed; last at 05:33:19";
+    EXPECT_EQ(model->Summary(), summary);
+    const RowOrder byTime{.searched = "", .column = 0, .isAscending = true, .isNumber = false};
+    // Before the worker could begin with it.
+    std::promise<void> release;
+    ASSERT_TRUE(listing.Start([&](const StopSignal&) { release.get_future().wait(); }));
+    model->Choose(TrafficLogModel::kFilterChoice, 1);
+    model->ArrangeBy(byTime);
+    EXPECT_EQ(model->Choices().at(2).chosen, 1);
+    model->StopProgress();
+    release.set_value();
+    listing.Stop();
+    EXPECT_EQ(model->Choices().at(2).chosen, 0);
+    EXPECT_EQ(model->Summary(), summary);
+    test::AppendTo(path, Event(2, 15, 0, 0));
+    PassSecond();
+    EXPECT_EQ(model->RowCount(), 20'001) << "what is listed is followed, with its own wish";
+    // While it sorts. A worker that was quicker than the stop has sorted all.
+    bool wasStopped = false;
+    for (int i = 0; i < 100 && !wasStopped; ++i) {
+        model->ArrangeBy(byTime);
+        model->StopProgress();
+        Settle();
+        wasStopped = model->Cell(0, 0).text == "15:00:00";
+        if (!wasStopped) ArrangeBy("");
+    }
+    ASSERT_TRUE(wasStopped);
+    EXPECT_EQ(model->Summary(), "20000 allowed, 1 denied; last at 15:00:00");
+    test::AppendTo(path, Event(2, 16, 0, 0));
+    PassSecond();
+    EXPECT_EQ(model->Cell(0, 0).text, "16:00:00");
+}
+
+TEST_F(TrafficLogModelTest, KeepsItsRowsWhenItIsReadAgain) {
+    const std::string path = WriteToday(Three());
+    Show();
+    test::AppendTo(path, Event(2, 15, 0, 0));
+    (void)view.TakeChanges();
+    model->Read(ReadReason::Wished);
+    EXPECT_FALSE(model->Progress());
+    reads.RunAll();
+    EXPECT_EQ(view.TakeChanges(), "F1s");  // selection and place stay with the rows
+    WriteToday(Event(2, 20, 0, 0));
+    model->Read(ReadReason::Wished);
+    Settle();
+    EXPECT_EQ(Times(), (std::vector<std::string>{"20:00:00"}));
+    // Searched for while it was hidden: the rows are not those of the wish.
+    model->OnHidden();
+    model->ArrangeBy({"nowhere", RowOrder::kAsRead, true, false});
+    Show();
+    EXPECT_EQ(model->RowCount(), 0);
+}
+
+TEST_F(TrafficLogModelTest, DoesNothingWithTheRowsOfAnotherFile) {
+    const std::string path = WriteToday(Three());
+    Show();
+    view.copied = "what was copied before";
+    WriteToday(Three() + std::string(Event(1, 20, 0, 0)));
+    std::filesystem::remove(path);
+    WriteToday(std::string(Event(1, 20, 0, 0)) + Three());
+    const int first[] = {0};
+    model->Do(TrafficLogModel::kDetails, first);
+    reads.RunAll();
+    EXPECT_TRUE(view.sheets.empty());
+    RowRanges rows;
+    rows.Add(0, 2);
+    EXPECT_TRUE(model->Copy(rows));
+    Settle();
+    EXPECT_EQ(view.copied, "what was copied before");
+    view.savePlace = SavePlace{.path = folder.File("out.csv"), .type = 0};
+    model->Do(TrafficLogModel::kExport, {});
+    Settle();
+    EXPECT_NE(view.told.back().find("missing: 3"), std::string::npos);
+    EXPECT_FALSE(std::filesystem::exists(folder.File("out.csv")));
+}
+
+TEST_F(TrafficLogModelTest, OpensNoDetailsOnAPageThatIsLeft) {
+    WriteToday(Three());
+    Show();
+    const int first[] = {0};
+    model->Do(TrafficLogModel::kDetails, first);
+    model->OnHidden();
+    reads.RunAll();
+    EXPECT_TRUE(view.sheets.empty());
+}
+
+TEST_F(TrafficLogModelTest, LetsAnExportEndBeforeTheNextOne) {
+    WriteToday(Three() + std::string(Event(1, 16, 0, 0, "C:\\a\nb.exe")));
+    Show();
+    EXPECT_EQ(model->CellTip(0, 4), R"(C:\a b.exe)");
+    EXPECT_EQ(model->Program(0), "C:\\a\nb.exe");  // as the rules name it
+    view.savePlace = SavePlace{.path = folder.File("out.csv"), .type = 0};
+    model->Do(TrafficLogModel::kExport, {});
+    EXPECT_FALSE(model->CanDo(TrafficLogModel::kExport, 0));
+    RowRanges rows;
+    rows.Add(0, 1);
+    EXPECT_TRUE(model->Copy(rows));
+    EXPECT_TRUE(view.told.back().starts_with("Export the log: An export is under way."));
+    view.saveWish.reset();
+    model->Do(TrafficLogModel::kExport, {});
+    EXPECT_FALSE(view.saveWish) << "nobody is asked for a place in vain";
+    EXPECT_EQ(view.told.size(), 2U);
+    Settle();
+    EXPECT_TRUE(view.told.back().starts_with("Export the log: The log has been exported"));
+    EXPECT_TRUE(std::filesystem::exists(folder.File("out.csv")));
+    EXPECT_TRUE(model->CanDo(TrafficLogModel::kExport, 0));
+    // A second one that is begun while the first one's place is asked for.
+    view.whileAsked = [&] {
+        view.whileAsked = nullptr;
+        model->Do(TrafficLogModel::kExport, {});
+        view.savePlace->path = folder.File("other.csv");
+    };
+    model->Do(TrafficLogModel::kExport, {});
+    EXPECT_EQ(view.told.size(), 4U);
+    Settle();
+    EXPECT_FALSE(std::filesystem::exists(folder.File("other.csv")));
 }
 
 TEST_F(TrafficLogModelTest, ReadsWhatIsPaintedOnTheQueue) {
