@@ -1,6 +1,7 @@
 #include "ipc/Pipe_win.h"
 
 #include <algorithm>
+#include <array>
 
 #include "base/Handles_win.h"
 
@@ -12,6 +13,40 @@ using SteadyClock = std::chrono::steady_clock;
 
 // How long a wait of the system lasts before the stop is looked at again.
 constexpr milliseconds kWaitSlice{50};
+
+// Room for a descriptor or a token's answer with one identifier in it.
+struct SidBuffer {
+    alignas(void*) std::array<BYTE, 256> bytes{};
+    static constexpr DWORD kSize = 256;
+};
+
+// Who made the pipe: the service, which runs as the system or an administrator, or a program of this user's. Anyone
+// may take the name of a pipe while the service is away. No owner is nobody's.
+bool IsBelieved(HANDLE pipe) {
+    SidBuffer descriptor;
+    DWORD size = 0;
+    PSID owner = nullptr;
+    BOOL isDefaulted = FALSE;
+    if (!::GetKernelObjectSecurity(pipe, OWNER_SECURITY_INFORMATION, descriptor.bytes.data(), SidBuffer::kSize,
+                                   &size) ||
+        !::GetSecurityDescriptorOwner(descriptor.bytes.data(), &owner, &isDefaulted) || !owner) {
+        return false;
+    }
+    if (::IsWellKnownSid(owner, WinLocalSystemSid) || ::IsWellKnownSid(owner, WinBuiltinAdministratorsSid)) {
+        return true;
+    }
+    HANDLE opened = nullptr;
+    if (!::OpenProcessToken(::GetCurrentProcess(), TOKEN_QUERY, &opened)) return false;
+    const UniqueToken token(opened);
+    // What this user makes belongs to the token's owner. Windows lets that be the user or the administrators; Wine
+    // makes it the group of all users.
+    SidBuffer user;
+    SidBuffer maker;
+    return (::GetTokenInformation(token.Get(), TokenUser, user.bytes.data(), SidBuffer::kSize, &size) &&
+            ::EqualSid(owner, reinterpret_cast<const TOKEN_USER*>(user.bytes.data())->User.Sid)) ||
+           (::GetTokenInformation(token.Get(), TokenOwner, maker.bytes.data(), SidBuffer::kSize, &size) &&
+            ::EqualSid(owner, reinterpret_cast<const TOKEN_OWNER*>(maker.bytes.data())->Owner));
+}
 
 // What is left until the end, at most one slice; zero when nothing is left.
 milliseconds NextSlice(SteadyClock::time_point end) {
@@ -130,9 +165,11 @@ std::unique_ptr<PipeConnection> WinPipeConnector::Open(const std::string& name) 
         .nLength = sizeof attributes, .lpSecurityDescriptor = &descriptor, .bInheritHandle = TRUE};
     UniqueEvent event(::CreateEventA(nullptr, TRUE, FALSE, nullptr));
     if (!event) return nullptr;
-    UniqueFile pipe(::CreateFileA(name.c_str(), GENERIC_READ | GENERIC_WRITE, 0, &attributes, OPEN_EXISTING,
-                                  FILE_ATTRIBUTE_NORMAL | FILE_FLAG_OVERLAPPED, nullptr));
-    if (!pipe) return nullptr;
+    // Whoever serves the pipe may see who calls, and not act in his name.
+    UniqueFile pipe(::CreateFileA(
+        name.c_str(), GENERIC_READ | GENERIC_WRITE, 0, &attributes, OPEN_EXISTING,
+        FILE_ATTRIBUTE_NORMAL | FILE_FLAG_OVERLAPPED | SECURITY_SQOS_PRESENT | SECURITY_IDENTIFICATION, nullptr));
+    if (!pipe || !IsBelieved(pipe.Get())) return nullptr;
     return std::make_unique<WinPipeConnection>(std::move(pipe), std::move(event), m_stop);
 }
 

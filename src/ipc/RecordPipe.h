@@ -20,7 +20,7 @@ public:
     [[nodiscard]] virtual std::size_t Read(std::span<std::byte> buffer) = 0;
     // False when it could not be written in time.
     virtual bool Write(std::span<const std::byte> record) = 0;
-    // Returns when the client has read what was written, has gone, or has had its time.
+    // Returns when the client has read what was written, has gone, or has had its time, or the program stops.
     virtual void Flush() = 0;
     // Lets the client go; what it has not read is lost.
     virtual void Disconnect() = 0;

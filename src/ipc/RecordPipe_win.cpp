@@ -29,10 +29,13 @@ bool WinRecordPipe::Create() {
     }
     SECURITY_ATTRIBUTES attributes{
         .nLength = sizeof attributes, .lpSecurityDescriptor = &descriptor, .bInheritHandle = FALSE};
-    m_pipe.Reset(
-        ::CreateNamedPipeA(m_name.c_str(), PIPE_ACCESS_DUPLEX | FILE_FLAG_OVERLAPPED,
-                           PIPE_TYPE_MESSAGE | PIPE_READMODE_MESSAGE | PIPE_WAIT | PIPE_REJECT_REMOTE_CLIENTS, 1,
-                           m_bufferSize, m_bufferSize, NMPWAIT_WAIT_FOREVER, &attributes));
+    m_pipe.Reset(::CreateNamedPipeA(
+        m_name.c_str(), PIPE_ACCESS_DUPLEX | FILE_FLAG_OVERLAPPED | FILE_FLAG_FIRST_PIPE_INSTANCE,
+        PIPE_TYPE_MESSAGE | PIPE_READMODE_MESSAGE | PIPE_WAIT | PIPE_REJECT_REMOTE_CLIENTS, 1, m_bufferSize,
+        m_bufferSize, NMPWAIT_WAIT_FOREVER, &attributes));
+    // Wine does not know the flag. An instance of a pipe that somebody else has made has that one's limit.
+    DWORD limit = 0;
+    if (!::GetNamedPipeInfo(m_pipe.Get(), nullptr, nullptr, nullptr, &limit) || limit != 1) m_pipe.Reset();
     return m_pipe && m_done && m_stop;
 }
 
@@ -80,14 +83,15 @@ bool WinRecordPipe::Write(std::span<const std::byte> record) {
 }
 
 void WinRecordPipe::Flush() {
-    // The call waits for the client and takes no limit itself.
-    HANDLE timer = nullptr;
-    if (!::CreateTimerQueueTimer(&timer, nullptr, &CancelFlush, m_pipe.Get(), kPatienceMs, 0,
-                                 WT_EXECUTEINTIMERTHREAD)) {
+    // The call waits for the client and takes neither a limit nor an event itself. It is cancelled again and again:
+    // once would be nothing if the stop came just before it.
+    HANDLE wait = nullptr;
+    if (!::RegisterWaitForSingleObject(&wait, m_stop.Get(), &CancelFlush, m_pipe.Get(), kPatienceMs,
+                                       WT_EXECUTEINWAITTHREAD)) {
         return;
     }
     ::FlushFileBuffers(m_pipe.Get());
-    ::DeleteTimerQueueTimer(nullptr, timer, INVALID_HANDLE_VALUE);
+    ::UnregisterWaitEx(wait, INVALID_HANDLE_VALUE);
 }
 
 void WinRecordPipe::Disconnect() {

@@ -20,6 +20,9 @@ struct ActivityDesk::State {
     std::condition_variable changed;
     std::deque<std::shared_ptr<Question>> questions;
     std::deque<Order> orders;
+    // Such an order is among them. A client may give them as fast as it can, and one says as much as a thousand.
+    bool wantsForward = false;
+    bool wantsLeave = false;
     bool isClosed = false;
 };
 
@@ -57,11 +60,11 @@ void ActivityDesk::Trust(const std::string& path) {
 }
 
 void ActivityDesk::BringForward() {
-    Post([](ActivityView& view) { view.BringForward(); });
+    PostOnce(m_state->wantsForward, [](ActivityView& view) { view.BringForward(); });
 }
 
 void ActivityDesk::LeaveProgram() {
-    Post([](ActivityView& view) { view.LeaveProgram(); });
+    PostOnce(m_state->wantsLeave, [](ActivityView& view) { view.LeaveProgram(); });
 }
 
 void ActivityDesk::Post(Order order) {
@@ -73,15 +76,31 @@ void ActivityDesk::Post(Order order) {
     m_wake();
 }
 
-void ActivityDesk::RunOrders(ActivityView& view) {
-    std::unique_lock lock(m_state->mutex);
-    while (!m_state->orders.empty()) {
-        const Order order = std::move(m_state->orders.front());
-        m_state->orders.pop_front();
-        lock.unlock();
-        order(view);
-        lock.lock();
+void ActivityDesk::PostOnce(bool& isOrdered, Order order) {
+    {
+        const std::lock_guard lock(m_state->mutex);
+        if (std::exchange(isOrdered, true)) return;
     }
+    Post(std::move(order));
+}
+
+void ActivityDesk::RunOrders(ActivityView& view) {
+    std::deque<Order> orders;
+    {
+        const std::lock_guard lock(m_state->mutex);
+        orders.swap(m_state->orders);
+        m_state->wantsForward = m_state->wantsLeave = false;
+    }
+    // What is ordered meanwhile has its own wake: the other threads must not keep this one here.
+    for (const Order& order : orders) {
+        if (IsClosed()) return;
+        order(view);
+    }
+}
+
+bool ActivityDesk::IsClosed() const {
+    const std::lock_guard lock(m_state->mutex);
+    return m_state->isClosed;
 }
 
 std::optional<ActivityRequest> ActivityDesk::Waiting() const {

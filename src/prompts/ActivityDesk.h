@@ -40,7 +40,7 @@ public:
     void LeaveProgram() override;
 
     // User-interface thread from here on.
-    // Does what the other threads have ordered.
+    // Does what the other threads have ordered until now.
     void RunOrders(ActivityView& view);
     // The oldest question without an answer.
     [[nodiscard]] std::optional<ActivityRequest> Waiting() const;
@@ -54,6 +54,9 @@ private:
     struct State;
 
     void Post(Order order);
+    // Does nothing while such an order waits to be carried out.
+    void PostOnce(bool& isOrdered, Order order);
+    [[nodiscard]] bool IsClosed() const;
 
     const std::function<void()> m_wake;
     const std::chrono::milliseconds m_trustLimit;

@@ -18,6 +18,18 @@ constexpr auto kStopPatience = 2000ms;
 // Of each of the calls that are to wake the server, which may have a client.
 constexpr PipePolicy kWakePolicy{.attempts = 1, .wait = 50ms, .pause = 0ms, .pendingLimit = 50ms};
 
+// Tells that the server has ended, in whatever way.
+class ServerEnd {
+public:
+    explicit ServerEnd(std::promise<void>& end) : m_end(end) {}
+    ServerEnd(const ServerEnd&) = delete;
+    ServerEnd& operator=(const ServerEnd&) = delete;
+    ~ServerEnd() { m_end.set_value(); }
+
+private:
+    std::promise<void>& m_end;
+};
+
 }  // namespace
 
 ActivityPrompt::ActivityPrompt(const CFonts& fonts, const std::string& dataFolder, const Clock& clock,
@@ -38,13 +50,14 @@ ActivityPrompt::ActivityPrompt(const CFonts& fonts, const std::string& dataFolde
 
 ActivityPrompt::~ActivityPrompt() {
     Stop();
+    for (TaskThread* const thread : {&m_programs, &m_words}) thread->Stop(0ms);
 }
 
 void ActivityPrompt::Start() {
     if (std::exchange(m_isStarted, true)) return;
     m_serving.Post([this] {
+        const ServerEnd end(m_serverEnd);
         m_server.Run();
-        m_serverEnd.set_value();
     });
     m_watching.Post([this] {
         WinWallpaperValue value(m_watchStop.Get());
@@ -65,7 +78,8 @@ void ActivityPrompt::Stop() {
     m_questions.Stop();
     ::SetEvent(m_watchStop.Get());
     if (std::exchange(m_isStarted, false)) StopServer();
-    for (TaskThread* const thread : {&m_serving, &m_watching, &m_programs, &m_words}) thread->Stop(0ms);
+    // The others may be held up by the shell and the disk, and the last commands are still to be sent.
+    for (TaskThread* const thread : {&m_serving, &m_watching}) thread->Stop(0ms);
 }
 
 void ActivityPrompt::StopServer() {

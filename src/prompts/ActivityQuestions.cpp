@@ -1,8 +1,21 @@
 #include "prompts/ActivityQuestions.h"
 
+#include <string_view>
 #include <utility>
 
+#include "base/AsciiCase.h"
+
 namespace brennvar {
+namespace {
+
+// The path comes from a client: one on another machine, or one that means different files by and by, is not
+// opened for it.
+bool IsWholeLocalPath(std::string_view path) {
+    return path.size() > 3 && AsciiLower(path[0]) >= 'a' && AsciiLower(path[0]) <= 'z' && path[1] == ':' &&
+           (path[2] == '\\' || path[2] == '/');
+}
+
+}  // namespace
 
 void ActivityQuestions::Tick() {
     if (m_state == State::Asking) {
@@ -40,7 +53,7 @@ void ActivityQuestions::Gather(const ActivityRequest& request) {
 
 void ActivityQuestions::GatherProgram(ActivityProgram ActivityFacts::*program) {
     const std::string& path = (m_facts.*program).path;
-    if (path.empty()) return;
+    if (!IsWholeLocalPath(path)) return;  // its file name has to do, and the icon of any program
     m_lookUps.Find<std::string>(
         m_queues.programs, [&sources = m_sources, path] { return sources.FileDescription(path); },
         [this, program](std::string description) { (m_facts.*program).fileDescription = std::move(description); });

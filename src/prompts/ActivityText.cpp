@@ -1,12 +1,15 @@
 #include "prompts/ActivityText.h"
 
 #include "base/DisplayName.h"
+#include "ipc/CommandRecord.h"
 
 namespace brennvar {
 namespace {
 
 // A field of a request may be full, which is more than anybody reads, and more than a list of facts can show.
 constexpr std::size_t kLongestPath = 1024;
+// What the command for it carries beside its final zero. The list knows whole paths only.
+constexpr std::size_t kLongestTrustedPath = sizeof(CommandRecord::optionText) - 1;
 
 std::string NameOf(const ActivityProgram& program, const Language& language) {
     if (program.path.empty()) return language.GetText(1115, "Unknown name");
@@ -49,6 +52,9 @@ ActivityQuestion QuestionOf(const ActivityFacts& facts, std::string wantsText, c
     if (facts.acting.path.empty()) {
         question.path = language.GetText(1401, "It could not be found out which program this is.");
         question.whyNotTrusted = language.GetText(1402, "The answer for an unknown program cannot be remembered.");
+    } else if (facts.acting.path.size() > kLongestTrustedPath) {
+        question.whyNotTrusted =
+            language.GetText(1600, "The path of this program is too long for the list of trusted programs.");
     }
     return question;
 }

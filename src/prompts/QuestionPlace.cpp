@@ -16,17 +16,32 @@ PixelBox FitBox(int left, int top, const QuestionSize& size, const PixelBox& are
 }
 
 // Square pixels.
-long long Covered(const PixelBox& place, std::span<const PixelBox> others) {
-    long long covered = 0;
+long long Shared(const PixelBox& a, const PixelBox& b) {
+    const long long width = std::min(a.right, b.right) - std::max(a.left, b.left);
+    const long long height = std::min(a.bottom, b.bottom) - std::max(a.top, b.top);
+    return std::max(width, 0LL) * std::max(height, 0LL);
+}
+
+PixelBox ButtonsOf(const PixelBox& place, int height) {
+    return {place.left, std::max(place.top, place.bottom - height), place.right, place.bottom};
+}
+
+// Of a place, the less the better: what is shared with buttons, since either question may come to lie above the
+// other one, and then whatever is shared.
+std::pair<long long, long long> Harm(const PixelBox& place, int buttons, std::span<const PixelBox> others) {
+    std::pair<long long, long long> harm;
     for (const PixelBox& other : others) {
-        const long long width = std::min(place.right, other.right) - std::max(place.left, other.left);
-        const long long height = std::min(place.bottom, other.bottom) - std::max(place.top, other.top);
-        covered += std::max(width, 0LL) * std::max(height, 0LL);
+        harm.first += Shared(place, ButtonsOf(other, buttons)) + Shared(ButtonsOf(place, buttons), other);
+        harm.second += Shared(place, other);
     }
-    return covered;
+    return harm;
 }
 
 }  // namespace
+
+bool IsClearOf(const PixelBox& place, std::span<const PixelBox> others) {
+    return Harm(place, 0, others).second == 0;
+}
 
 PixelBox PlaceQuestion(const QuestionSize& size, const PixelBox& area, std::span<const PixelBox> others) {
     const int left = area.left + size.margin;
@@ -43,7 +58,7 @@ PixelBox PlaceQuestion(const QuestionSize& size, const PixelBox& area, std::span
     }
     // The first of the best: they stand in the order in which they are preferred.
     return *std::min_element(places.begin(), places.end(), [&](const PixelBox& a, const PixelBox& b) {
-        return Covered(a, others) < Covered(b, others);
+        return Harm(a, size.buttons, others) < Harm(b, size.buttons, others);
     });
 }
 

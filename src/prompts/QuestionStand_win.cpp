@@ -13,6 +13,8 @@ namespace {
 // At 96 pixels per inch.
 constexpr int kScreenMargin = 16;
 constexpr int kGap = 8;  // between two questions
+// At the bottom of a question: its buttons, and the margin below them.
+constexpr int kButtonStrip = 64;
 
 // So many times the question is raised when something may have come over it: a desktop can go on putting its
 // windows in order for a while, of which no program is told.
@@ -56,18 +58,23 @@ RECT QuestionStand::OpeningPlace(SIZE size) const {
     return FreePlace(size, MainWorkArea());
 }
 
-RECT QuestionStand::FreePlace(SIZE size, const RECT& area) const {
+std::vector<PixelBox> QuestionStand::OtherPlaces() const {
     std::vector<PixelBox> others;
     for (const QuestionStand* const stand : s_stands) {
         RECT place{};
         if (stand == this || !::IsWindowVisible(stand->m_window)) continue;
         if (::GetWindowRect(stand->m_window, &place)) others.push_back(BoxOf(place));
     }
+    return others;
+}
+
+RECT QuestionStand::FreePlace(SIZE size, const RECT& area) const {
     const PixelBox place = PlaceQuestion({.width = static_cast<int>(size.cx),
                                           .height = static_cast<int>(size.cy),
                                           .margin = Scale(kScreenMargin),
-                                          .gap = Scale(kGap)},
-                                         BoxOf(area), others);
+                                          .gap = Scale(kGap),
+                                          .buttons = Scale(kButtonStrip)},
+                                         BoxOf(area), OtherPlaces());
     return {place.left, place.top, place.right, place.bottom};
 }
 
@@ -112,13 +119,14 @@ void QuestionStand::KeepInSight() {
 
 void QuestionStand::KeepInWorkArea() const {
     // It may have become smaller: a task bar that has come, a screen that has gone. A question that has to move
-    // does not move over another one.
+    // does not move over another one, and no further than it must.
     RECT place{};
     ::GetWindowRect(m_window, &place);
     const RECT area = WorkAreaNear(place);
     const RECT fitting = FitInto(place, area);
     if (::EqualRect(&place, &fitting)) return;
-    const RECT free = FreePlace({WidthOf(place), HeightOf(place)}, area);
+    const RECT free =
+        IsClearOf(BoxOf(fitting), OtherPlaces()) ? fitting : FreePlace({WidthOf(place), HeightOf(place)}, area);
     ::SetWindowPos(m_window, nullptr, free.left, free.top, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "base/Windows_win.h"
+#include "ui/BalloonPlace.h"
 
 namespace brennvar {
 
@@ -46,6 +47,8 @@ private:
     void SetButtonsEnabled(bool enabled);
     void KeepInSight();
     void KeepInWorkArea() const;
+    // Of the other questions on the screen.
+    [[nodiscard]] std::vector<PixelBox> OtherPlaces() const;
     [[nodiscard]] RECT FreePlace(SIZE size, const RECT& area) const;
 
     HWND m_window = nullptr;

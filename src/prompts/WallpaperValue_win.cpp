@@ -22,15 +22,30 @@ WinWallpaperValue::WinWallpaperValue(HANDLE stop, std::string key) : m_stop(stop
     Arm();
 }
 
-void WinWallpaperValue::Arm() {
-    // A notification comes once, and it may be that of the key's end.
-    m_watched = OpenKey(m_path, KEY_NOTIFY);
-    const DWORD changes = m_watched ? REG_NOTIFY_CHANGE_LAST_SET | REG_NOTIFY_CHANGE_NAME : REG_NOTIFY_CHANGE_NAME;
-    for (std::string path = m_path; !m_watched && !path.empty();) {
+std::string WinWallpaperValue::NearestKey() const {
+    std::string path = m_path;
+    while (!path.empty() && !OpenKey(path, KEY_NOTIFY)) {
         path.resize(path.find('\\') == std::string::npos ? 0 : path.rfind('\\'));
-        m_watched = OpenKey(path, KEY_NOTIFY);
     }
-    if (m_watched) ::RegNotifyChangeKeyValue(m_watched.Get(), FALSE, changes, m_changed.Get(), TRUE);
+    return path;
+}
+
+void WinWallpaperValue::Arm() {
+    // The key may have been made before the one above it was watched: then it is that key's turn.
+    std::string path;
+    do {
+        path = NearestKey();
+        // A notification comes once, and it may be that of the key's end. Letting go of a key that is watched is
+        // told too, as a change that was none.
+        m_watched.Reset();
+        ::ResetEvent(m_changed.Get());
+        m_watched = OpenKey(path, KEY_NOTIFY);
+        const DWORD values = path == m_path ? REG_NOTIFY_CHANGE_LAST_SET : 0;
+        if (m_watched) {
+            ::RegNotifyChangeKeyValue(m_watched.Get(), FALSE, REG_NOTIFY_CHANGE_NAME | values, m_changed.Get(),
+                                      TRUE);
+        }
+    } while (path != NearestKey());
 }
 
 bool WinWallpaperValue::WaitForChange() {
@@ -65,7 +80,9 @@ void WinWallpaperValue::Write(const std::string& value) {
 
 void WinWallpaperValue::Apply(const std::string& value) {
     std::string path = value;
-    ::SystemParametersInfoA(SPI_SETDESKWALLPAPER, 0, path.data(), SPIF_UPDATEINIFILE | SPIF_SENDCHANGE);
+    ::SystemParametersInfoA(SPI_SETDESKWALLPAPER, 0, path.data(), SPIF_UPDATEINIFILE);
+    // Without waiting for every window: one of them belongs to the thread that waits for this one at the end.
+    ::SendNotifyMessageA(HWND_BROADCAST, WM_SETTINGCHANGE, SPI_SETDESKWALLPAPER, 0);
 }
 
 }  // namespace brennvar

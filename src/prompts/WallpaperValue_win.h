@@ -23,6 +23,8 @@ public:
     void Apply(const std::string& value) override;
 
 private:
+    // The path of the key, or of the nearest one above it that is there.
+    [[nodiscard]] std::string NearestKey() const;
     void Arm();
 
     const HANDLE m_stop;

@@ -1,6 +1,9 @@
 // BrennvarWow64.exe, the stand-in for the helper that serves 32-bit programs: it answers every record on its pipe
 // by the same record of kind 100, until the event "BrennvarWow64StandInStop" is set or a record of code 24 comes.
+// Every start, also one that comes to nothing, adds a byte to the file "BrennvarWow64.starts" beside the program.
 // The exit code is 0, or 1 when its pipe could not be made.
+#include <string>
+
 #include "base/Handles_win.h"
 #include "ipc/ActivityQueue.h"
 
@@ -8,6 +11,17 @@ namespace brennvar::standin {
 namespace {
 
 constexpr char kStopEventName[] = "BrennvarWow64StandInStop";
+
+void CountStart() {
+    char program[MAX_PATH] = {};
+    ::GetModuleFileNameA(nullptr, program, MAX_PATH);
+    std::string path = program;
+    path = path.substr(0, path.rfind('\\') + 1) + "BrennvarWow64.starts";
+    const UniqueFile file(::CreateFileA(path.c_str(), FILE_APPEND_DATA, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
+                                        OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
+    DWORD written = 0;
+    ::WriteFile(file.Get(), "+", 1, &written, nullptr);
+}
 
 // Waits for the end of what began with this result, or for the stop.
 bool Finish(HANDLE pipe, HANDLE stop, BOOL done, OVERLAPPED& operation) {
@@ -41,6 +55,7 @@ bool Serve(HANDLE pipe, HANDLE stop, HANDLE done) {
 }
 
 int Run() {
+    CountStart();
     const UniqueEvent stop(::CreateEventA(nullptr, TRUE, FALSE, kStopEventName));
     const UniqueEvent done(::CreateEventA(nullptr, TRUE, FALSE, nullptr));
     const UniqueFile pipe(::CreateNamedPipeA(

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <functional>
 #include <future>
 #include <string>
@@ -26,14 +27,25 @@ RawBytes Numbered(std::size_t size) {
     return bytes;
 }
 
+// The first and only instance, in message mode, with an owner: this user, or the one that is given.
+UniqueFile MakePipe(const std::string& name, PSID owner = nullptr) {
+    SECURITY_DESCRIPTOR descriptor{};
+    EXPECT_TRUE(::InitializeSecurityDescriptor(&descriptor, SECURITY_DESCRIPTOR_REVISION) &&
+                ::SetSecurityDescriptorDacl(&descriptor, TRUE, nullptr, FALSE) &&
+                ::SetSecurityDescriptorOwner(&descriptor, owner, FALSE));
+    SECURITY_ATTRIBUTES attributes{
+        .nLength = sizeof attributes, .lpSecurityDescriptor = &descriptor, .bInheritHandle = FALSE};
+    return UniqueFile(::CreateNamedPipeA(name.c_str(), PIPE_ACCESS_DUPLEX,
+                                         PIPE_TYPE_MESSAGE | PIPE_READMODE_MESSAGE | PIPE_WAIT, 1, 4096, 4096, 0,
+                                         &attributes));
+}
+
 struct PipeWinTest : testing::Test {
     StopSignal stop;
     WinPipeConnector connector{stop};
-    // A name of its own, also when several test processes run at once; the only instance, in message mode.
+    // A name of its own, also when several test processes run at once.
     std::string name = R"(\\.\pipe\BRENNVAR_TEST_)" + std::to_string(::GetCurrentProcessId());
-    UniqueFile server{::CreateNamedPipeA(name.c_str(), PIPE_ACCESS_DUPLEX,
-                                         PIPE_TYPE_MESSAGE | PIPE_READMODE_MESSAGE | PIPE_WAIT, 1, 4096, 4096, 0,
-                                         nullptr)};
+    UniqueFile server = MakePipe(name);
     std::promise<void> release;  // lets the server go on
     RawBytes answer = RawBytes(8);
     std::size_t size = 99;
@@ -87,6 +99,25 @@ TEST_F(PipeWinTest, AnswersComeWholeShortAndCut) {
         RawBytes expected = Numbered(received);
         expected.resize(8);
         EXPECT_EQ(answer, expected) << sent;
+    }
+}
+
+TEST_F(PipeWinTest, BelievesTheSystemTheAdministratorsAndTheUserOnly) {
+    // Windows lets only some of these be made, Wine all of them.
+    for (const auto& [type, isBelieved] : {std::pair{WinLocalSystemSid, true},
+                                           {WinBuiltinAdministratorsSid, true},
+                                           {WinWorldSid, false},
+                                           {WinBuiltinUsersSid, false},
+                                           {WinLocalServiceSid, false},
+                                           {WinAnonymousSid, false}}) {
+        std::array<BYTE, SECURITY_MAX_SID_SIZE> owner{};
+        DWORD ownerSize = owner.size();
+        ASSERT_TRUE(::CreateWellKnownSid(type, nullptr, owner.data(), &ownerSize));
+        server.Reset();
+        server = MakePipe(name, owner.data());
+        if (!server && ::GetLastError() == ERROR_INVALID_OWNER) continue;
+        ASSERT_TRUE(server);
+        EXPECT_EQ(connector.Open(name) != nullptr, isBelieved) << type;
     }
 }
 

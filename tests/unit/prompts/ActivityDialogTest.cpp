@@ -111,6 +111,15 @@ TEST_F(ActivityDialogTest, QuestionsStandClearOfEachOtherAndGiveTheOwnerBackWith
     ::SetWindowPos(windows[1], nullptr, 20000, 20000, 0, 0, SWP_NOSIZE | SWP_NOACTIVATE);
     ::SendMessageA(windows[1], WM_TIMER, QuestionStand::kPlaceTimer, 0);
     EXPECT_FALSE(overlap(windows[0], windows[1]));
+    // A little over the edge, it comes back that little.
+    RECT area{}, place{};
+    ::SystemParametersInfoA(SPI_GETWORKAREA, 0, &area, 0);
+    ::SetWindowPos(windows[1], nullptr, area.left - 10, area.top + 5, 0, 0, SWP_NOSIZE | SWP_NOACTIVATE);
+    ASSERT_FALSE(overlap(windows[1], windows[0]) || overlap(windows[1], windows[2]));
+    ::SendMessageA(windows[1], WM_TIMER, QuestionStand::kPlaceTimer, 0);
+    ::GetWindowRect(windows[1], &place);
+    EXPECT_EQ(place.left, area.left);
+    EXPECT_EQ(place.top, area.top + 5);
     for (const HWND window : windows) PassDelay(window);
     Click(windows[0], 334);
     EXPECT_EQ(first.Given(), (PromptAnswer{.allow = true}));

@@ -20,8 +20,15 @@ using Kind = ActivityRequest::Kind;
 struct FakePrograms final : ProgramSources {
     std::map<std::string, std::string> descriptions;
     test::FakeIni::Values texts;
-    std::string FileDescription(const std::string& path) override { return descriptions[path]; }
-    std::shared_ptr<const QuestionIcon> Icon(const std::string&) override { return nullptr; }
+    std::vector<std::string> opened;
+    std::string FileDescription(const std::string& path) override {
+        opened.push_back(path);
+        return descriptions[path];
+    }
+    std::shared_ptr<const QuestionIcon> Icon(const std::string& path) override {
+        opened.push_back(path);
+        return nullptr;
+    }
     Language LoadLanguage() override { return Language(std::make_unique<test::FakeIni>(texts)); }
 };
 
@@ -43,7 +50,11 @@ struct FakeView final : ActivityView {
         log.push_back("trust " + path);
         over = std::move(done);
     }
-    void BringForward() override { log.emplace_back("forward"); }
+    std::function<void()> onForward = [] {};
+    void BringForward() override {
+        log.emplace_back("forward");
+        onForward();
+    }
     void LeaveProgram() override { log.emplace_back("leave"); }
 };
 
@@ -59,7 +70,7 @@ protected:
     test::FakeTaskQueue programs, words;
     FakeAsker asker;
     FakeView view;
-    ActivityDesk desk{[this] { ++wakes; }, 50ms};
+    ActivityDesk desk{[this] { ++wakes; }, 10min};
     ActivityQuestions questions{desk, sources, {.programs = programs, .words = words}, asker, clock};
     std::vector<std::thread> threads;
     std::vector<std::unique_ptr<std::optional<ActivityAnswer>>> answers;
@@ -133,6 +144,22 @@ TEST_F(ActivityQuestionsTest, WhatIsNotFoundInTimeIsLeftOut) {
     EXPECT_EQ(asker.opened.size(), 1U);
 }
 
+TEST_F(ActivityQuestionsTest, OpensOnlyFilesThatAreNamedWholeAndOnThisMachine) {
+    using Paths = std::vector<std::string>;
+    for (const std::string path :
+         {"", "a.exe", R"(\\x\y\a.exe)", R"(\x)", "/x", R"(\\.\pipe\x)", "C:", "C:a.exe", "1:/a.exe"}) {
+        Ask({.kind = Kind::WriteToProcess, .actingPath = path, .targetPath = path});
+        TickAndLookUp();
+        ASSERT_FALSE(asker.opened.empty());
+        Answer({});
+        EXPECT_EQ(sources.opened, Paths()) << path;
+    }
+    EXPECT_EQ(asker.opened[1].displayName, "a.exe");
+    Ask({.kind = Kind::WriteToProcess, .actingPath = kActing, .targetPath = "d:/x.exe"});
+    TickAndLookUp();
+    EXPECT_EQ(sources.opened, (Paths{kActing, kActing, "d:/x.exe"}));
+}
+
 TEST_F(ActivityQuestionsTest, WaitsForAMenuToClose) {
     asker.isReady = false;
     Ask({.kind = Kind::ChangeAppInit});
@@ -170,9 +197,22 @@ TEST_F(ActivityQuestionsTest, OrdersAreCarriedOutInTheirOrder) {
     EXPECT_EQ(view.log, (std::vector<std::string>{"forward", "leave"}));
 }
 
+TEST_F(ActivityQuestionsTest, AThousandOrdersToComeForwardAreOne) {
+    for (int order = 0; order < 1000; ++order) desk.BringForward();
+    EXPECT_EQ(wakes, 1);
+    desk.RunOrders(view);
+    EXPECT_EQ(view.log, std::vector<std::string>{"forward"});
+    // One that comes while they are carried out is for the next time.
+    view.onForward = [&] { desk.BringForward(); };
+    desk.BringForward();
+    desk.RunOrders(view);
+    EXPECT_EQ(view.log.size(), 2U);
+    EXPECT_EQ(wakes, 3);
+}
+
 TEST_F(ActivityQuestionsTest, TrustingIsWaitedForButNotForEver) {
-    // The wait ends with the command, with its limit, and with the program.
-    const std::function<void()> ends[] = {[&] { view.over(); }, [] {}, [&] { desk.Close(); }};
+    // The wait ends with the command, and with the program.
+    const std::function<void()> ends[] = {[&] { view.over(); }, [&] { desk.Close(); }};
     for (const auto& end : ends) {
         std::atomic<bool> isOver = false;
         const int before = wakes;
@@ -181,15 +221,20 @@ TEST_F(ActivityQuestionsTest, TrustingIsWaitedForButNotForEver) {
             isOver = true;
         });
         while (wakes == before) std::this_thread::yield();
-        EXPECT_FALSE(isOver);
         desk.RunOrders(view);
+        EXPECT_FALSE(isOver);
         end();
         thread.join();
     }
-    EXPECT_EQ(view.log, std::vector<std::string>(3, std::string("trust ") + kActing));
+    EXPECT_EQ(view.log, std::vector<std::string>(2, std::string("trust ") + kActing));
     desk.Trust(kActing);
     desk.RunOrders(view);
-    EXPECT_EQ(view.log.size(), 3U) << "nobody carries an order out any more";
+    EXPECT_EQ(view.log.size(), 2U) << "nobody carries an order out any more";
+    // And with its limit.
+    ActivityDesk hasty([] {}, 1ms);
+    hasty.Trust(kActing);
+    hasty.RunOrders(view);
+    EXPECT_EQ(view.log.size(), 3U);
 }
 
 TEST(ActivityTextTest, NamesProgramsAsTheUserKnowsThem) {
@@ -208,6 +253,12 @@ TEST(ActivityTextTest, NamesProgramsAsTheUserKnowsThem) {
     EXPECT_EQ(question(kActing, "a\r\nAllow").displayName, "a  Allow");
     EXPECT_EQ(question(kActing, "").whyNotTrusted, "");
     EXPECT_NE(question("", "").whyNotTrusted, "") << "nobody could be trusted by that";
+    // More than the command carries would be another program to the list.
+    const std::string longest = R"(C:\)" + std::string(112, 'p') + ".exe";
+    ASSERT_EQ(longest.size(), 119U);
+    EXPECT_EQ(question(longest, "").whyNotTrusted, "");
+    EXPECT_EQ(question(longest + "e", "").whyNotTrusted,
+              "The path of this program is too long for the list of trusted programs.");
     // The end of a path tells; all of it would not fit anywhere.
     const ActivityQuestion endless = question(std::string(4000, 'p') + R"(\acting.exe)", "");
     EXPECT_LE(endless.path.size(), 1100U);
