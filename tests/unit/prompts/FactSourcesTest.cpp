@@ -14,7 +14,8 @@ TEST(FactSourcesTest, LoadsTheLanguageOfTheMomentAndIsDoneWithItsFile) {
     const test::TempFolder data, installation;
     test::FakePipe pipe;
     test::FakeClock clock;
-    WinFactSources sources{data.Path(), installation.Path(), pipe, clock};
+    const StopSignal stop;
+    WinFactSources sources{data.Path(), installation.Path(), pipe, clock, stop};
     installation.Write("Languages/Deutsch/default.ini", "[Language]\r\nDL_N_201_445=Ja\r\n");
     EXPECT_EQ(sources.LoadLanguage().GetText(445, "Yes"), "Yes");
     data.Write("settings.ini", "[Language]\r\nDirectory= \t\"Deutsch \"\r\n");
@@ -26,9 +27,10 @@ TEST(FactSourcesTest, LoadsTheLanguageOfTheMomentAndIsDoneWithItsFile) {
 TEST(FactSourcesTest, IsNoMorePatientForAPathThanTheQuestion) {
     test::FakePipe pipe;
     test::FakeClock clock;
+    const StopSignal stop;
     pipe.failingWaits = test::FakePipe::kAlways;
     const FileTime start = clock.now;
-    EXPECT_EQ(WinFactSources("", "", pipe, clock).ResolveProcessPath(4711), std::nullopt);
+    EXPECT_EQ(WinFactSources("", "", pipe, clock, stop).ResolveProcessPath(4711), std::nullopt);
     EXPECT_EQ(pipe.waits.size(), 5U);
     EXPECT_LT(clock.now - start, 2 * kFileTimePerSecond);
 }

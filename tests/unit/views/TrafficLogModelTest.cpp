@@ -310,6 +310,7 @@ TEST_F(TrafficLogModelTest, KeepsTheListWhenAnotherOneIsStopped) {
     EXPECT_EQ(model->Summary(), summary);
     const RowOrder byTime{.searched = "", .column = 0, .isAscending = true, .isNumber = false};
     // Before the worker could begin with it.
+    listing.Stop();
     std::promise<void> release;
     ASSERT_TRUE(listing.Start([&](const StopSignal&) { release.get_future().wait(); }));
     model->Choose(TrafficLogModel::kFilterChoice, 1);
