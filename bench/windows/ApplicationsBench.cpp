@@ -12,6 +12,7 @@
 #include <string>
 #include <vector>
 
+#include "NoOwner.h"
 #include "base/SystemClock.h"
 #include "base/TaskThread.h"
 #include "config/ResourceIds.h"
@@ -80,7 +81,8 @@ public:
         Commander commander(link, m_language);
         ApplicationChanges changes(commander);
         const auto load = [&] { return LoadApplicationRules(file, clock); };
-        ListPage page({.fonts = m_fonts, .language = m_language, .userValues = m_values},
+        NoOwner owner;
+        ListPage page({.fonts = m_fonts, .language = m_language, .userValues = m_values, .owner = owner},
                       {.title = "Applications", .line = "All of them.", .empty = {}},
                       std::make_unique<ApplicationsModel>(m_language, reads, load, changes, link));
         const auto start = std::chrono::steady_clock::now();

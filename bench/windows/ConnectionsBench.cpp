@@ -16,6 +16,7 @@
 #include <utility>
 #include <vector>
 
+#include "NoOwner.h"
 #include "base/SystemClock.h"
 #include "base/TaskThread.h"
 #include "commands/Commander.h"
@@ -47,11 +48,6 @@ class NoPrograms final : public ProgramFiles {
     [[nodiscard]] FileStamp Stamp(const std::string&) const override { return {}; }
     [[nodiscard]] std::string Description(const std::string&) const override { return {}; }
 };
-class NoOwner final : public PageOwner {
-    void OpenPageAt(int, const std::string&) override {}
-    void Notify(const std::string&, const std::string&) override {}
-};
-
 // Tables in which a little is other with each reading.
 class FullDriver final : public DeviceOpener {
 public:
@@ -161,7 +157,8 @@ Times Measure(std::size_t count) {
     TaskThread programQueue(wake);
     SystemClock clock(reads.Stopping());
     Commander commander(link, language);
-    LogLookups lookups{std::string()};
+    const StopSignal neverStopped;
+    LogLookups lookups{std::string(), neverStopped};
     const HWND parent = ::CreateWindowExA(0, "STATIC", "Connections", WS_POPUP | WS_VISIBLE | WS_CLIPCHILDREN, 0, 0,
                                           816, 600, nullptr, nullptr, ::GetModuleHandleA(nullptr), nullptr);
     std::vector<double> holds;

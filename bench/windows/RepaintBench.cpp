@@ -6,6 +6,7 @@
 #include <cstdio>
 #include <vector>
 
+#include "NoOwner.h"
 #include "app/FrameDialog_win.h"
 #include "app/PageList.h"
 #include "app/StatusLine_win.h"
@@ -123,8 +124,8 @@ private:
 
     std::unique_ptr<CPage> MakeConnections(const PageInfo& info) {
         return std::make_unique<ListPage>(
-            ListPageContext{.fonts = m_fonts, .language = m_language, .userValues = m_values}, TextsOf(info),
-            std::make_unique<ConnectionRows>());
+            ListPageContext{.fonts = m_fonts, .language = m_language, .userValues = m_values, .owner = m_owner},
+            TextsOf(info), std::make_unique<ConnectionRows>());
     }
 
     double RepaintOnce() {
@@ -143,6 +144,7 @@ private:
 
     CFonts m_fonts;
     Language m_language{nullptr};
+    NoOwner m_owner;
     NoUserValues m_values;
     Statistics m_statistics;
     StatusLine m_status{m_language};

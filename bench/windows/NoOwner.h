@@ -1,0 +1,15 @@
+// The owner of a page that stands alone.
+#pragma once
+
+#include <string>
+
+#include "lists/PageOwner.h"
+
+namespace brennvar {
+
+class NoOwner final : public PageOwner {
+    void OpenPageAt(int, const std::string&) override {}
+    void Notify(const std::string&, const std::string&) override {}
+};
+
+}  // namespace brennvar
