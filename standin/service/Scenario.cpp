@@ -390,46 +390,6 @@ std::optional<std::uint32_t> ParseNumber32(std::string_view text) {
     return static_cast<std::uint32_t>(*number);
 }
 
-ConnectionEntry MadeUpConnection(std::uint32_t index) {
-    constexpr std::uint32_t kEstablishedOut = 4;
-    constexpr std::uint32_t kFirstLocalPort = 1024;
-    ConnectionEntry entry{};
-    entry.state = kEstablishedOut;
-    entry.localAddress = 0x0100A8C0;  // 192.168.0.1
-    entry.localPort = SwapPort(static_cast<std::uint16_t>(kFirstLocalPort + index % (0x10000 - kFirstLocalPort)));
-    entry.remoteAddress = SwapAddress(0x0A000000 + index);
-    entry.remotePort = SwapPort(443);
-    entry.processId = 1000 + index % 50;
-    entry.bytesIn = index;
-    entry.bytesOut = 2 * index;
-    return entry;
-}
-
-ListenerEntry MadeUpListener(std::uint32_t index) {
-    constexpr std::uint32_t kPorts = 0x10000;
-    ListenerEntry entry{};
-    entry.protocol = kProtocolTcp;
-    entry.localAddress = SwapAddress(0xC0A80001 + index / kPorts);
-    entry.localPort = SwapPort(static_cast<std::uint16_t>(index % kPorts));
-    entry.processId = MadeUpConnection(index).processId;
-    return entry;
-}
-
-TrafficLogRecord MadeUpEvent(std::uint32_t index) {
-    TrafficLogRecord record{};
-    record.action = 1 + index % 6;
-    record.protocol = index % 3 == 0 ? kProtocolUdp : kProtocolTcp;
-    record.outgoing = index % 2;
-    record.localAddress = 0x0500000A;  // 10.0.0.5
-    record.localPort = 1024 + index % 0x8000;
-    record.remoteAddress = SwapAddress(0x5D000000 + index);
-    record.remotePort = index % 3 == 0 ? 53 : 443;
-    record.kind = 1;
-    PutText(record.shortText, "Rule " + std::to_string(index % 10));
-    PutText(record.path, R"(C:\Program Files\Made up\program)" + std::to_string(index % 20) + ".exe");
-    return record;
-}
-
 Scenario ParseScenario(std::string_view text) {
     Scenario scenario;
     std::vector<std::string> names;
