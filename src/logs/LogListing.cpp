@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "base/DisplayName.h"
+#include "base/Hash.h"
 #include "ipc/RecordCipher.h"
 #include "logs/LogSort.h"
 
@@ -186,12 +187,11 @@ std::uint64_t PrintOfEntry(const LogFile& file, const LogPlace& place, std::uint
     std::array<std::byte, sizeof(TrafficLogRecord)> buffer{};
     const std::span<std::byte> bytes =
         std::span(buffer).first(place.kind == LogKind::Packet ? sizeof(PacketLogHeader) : sizeof(TrafficLogRecord));
-    // FNV-1a, 64 bits.
-    std::uint64_t print = 0xCBF29CE484222325U;
+    ByteHash print;
     for (const std::byte byte : bytes.first(file.ReadAt(position, bytes))) {
-        print = (print ^ std::to_integer<std::uint64_t>(byte)) * 0x100000001B3U;
+        print.Add(std::to_integer<std::uint8_t>(byte));
     }
-    return print;
+    return print.Value();
 }
 
 LogRow RowOf(const LogEntry& entry, const LogTexts& texts) {

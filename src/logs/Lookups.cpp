@@ -5,15 +5,16 @@
 #include <utility>
 
 #include "base/AsciiCase.h"
+#include "base/Hash.h"
 #include "config/Folders.h"
 #include "logs/LogFiles.h"
 
 namespace brennvar {
 
 std::uint64_t AdviceTraits::HashOf(std::string_view path) {
-    std::uint64_t hash = 0xCBF29CE484222325U;  // FNV-1a, 64 bits
-    for (const char c : path) hash = (hash ^ static_cast<unsigned char>(AsciiLower(c))) * 0x100000001B3U;
-    return hash;
+    ByteHash hash;
+    for (const char c : path) hash.Add(static_cast<std::uint8_t>(AsciiLower(c)));
+    return hash.Value();
 }
 
 std::uint64_t AdviceTraits::HashOf(const Record& record) {
