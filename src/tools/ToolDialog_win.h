@@ -34,7 +34,6 @@ struct ToolSetup {
     Text title;
     Text addressLabel;
     Text emptyText;             // of the list before the first start
-    AddressTool itself{};       // starts here
     AddressTool ofLine{};       // what Enter or a double click on a line with an address opens
     const char* fileName = "";  // begins the name that is suggested for a file: "whois" makes "whois-10.0.0.1.txt"
 };
