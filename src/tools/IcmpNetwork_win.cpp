@@ -9,7 +9,8 @@
 #include <utility>
 
 #include "base/AskAside.h"
-#include "base/Handles_win.h"
+#include "tools/NameLookup_win.h"
+#include "tools/UniqueSocket_win.h"
 
 namespace brennvar {
 namespace {
@@ -80,19 +81,6 @@ private:
     const UniqueSocket m_socket;
 };
 
-std::optional<Ipv4> AskForAddress(const std::string& host) {
-    addrinfo wanted{};
-    wanted.ai_family = AF_INET;
-    addrinfo* found = nullptr;
-    if (::getaddrinfo(host.c_str(), nullptr, &wanted, &found) != 0) return std::nullopt;
-    std::optional<Ipv4> address;
-    if (found && found->ai_addr && found->ai_addrlen >= sizeof(sockaddr_in)) {
-        address = reinterpret_cast<const sockaddr_in*>(found->ai_addr)->sin_addr.s_addr;
-    }
-    ::freeaddrinfo(found);
-    return address;
-}
-
 std::string AskForName(Ipv4 address, std::uint16_t port) {
     const sockaddr_in place = SocketAddress(address, port);
     std::array<char, kNameSize> host{};
@@ -105,13 +93,12 @@ std::string AskForName(Ipv4 address, std::uint16_t port) {
 }
 
 // A thread that is left behind may outlast everybody else who has started the library.
-template <class Question>
-auto WithLibrary(WORD version, Question question) -> decltype(question()) {
+std::string StartAndAskForName(Ipv4 address, std::uint16_t port) {
     WSADATA data{};
-    if (::WSAStartup(version, &data) != 0) return {};
-    auto answer = question();
+    if (::WSAStartup(MAKEWORD(1, 1), &data) != 0) return "-";
+    std::string name = AskForName(address, port);
     ::WSACleanup();
-    return answer;
+    return name;
 }
 
 }  // namespace
@@ -137,21 +124,16 @@ std::unique_ptr<IcmpSocket> WinIcmpNetwork::Open(std::uint32_t& error) {
 }
 
 std::optional<Ipv4> WinIcmpNetwork::Resolve(const std::string& host, const StopSignal& stop) {
-    if (const std::optional<Ipv4> dotted = ParseIpv4(host)) return dotted;
-    return AskAside([host] { return WithLibrary(MAKEWORD(2, 1), [&] { return AskForAddress(host); }); },
-                    kResolveLimit, stop)
-        .value_or(std::nullopt);
+    Ipv4 address = 0;
+    if (LookUpHost(host, stop, kResolveLimit, address) != 0) return std::nullopt;
+    return address;
 }
 
 std::string WinIcmpNetwork::ReverseLookup(const std::string& address, std::uint16_t port, const StopSignal& stop) {
     const std::optional<Ipv4> parsed = ParseIpv4(address);
     if (!parsed) return "-";
-    const std::string name =
-        AskAside([asked = *parsed,
-                  port] { return WithLibrary(MAKEWORD(1, 1), [&] { return AskForName(asked, port); }); },
-                 kNameLimit, stop)
-            .value_or(std::string());
-    return name.empty() ? "-" : name;
+    return AskAside([asked = *parsed, port] { return StartAndAskForName(asked, port); }, kNameLimit, stop)
+        .value_or("-");
 }
 
 std::uint32_t WinIcmpNetwork::TickCount() const {
