@@ -13,6 +13,7 @@
 #define IDD_VERIFY_PASSWORD 800
 #define IDD_DELETE_LOG 930
 #define IDD_ABOUT 950
+#define IDD_IMPORT_RULES 989
 
 // Icons
 #define IDI_TRAY_IDLE_NORMAL 160
@@ -68,6 +69,8 @@
 #define IDM_UPDATE 974
 #define IDM_DELETE_LOGS 975
 #define IDM_SET_PASSWORD 976
+#define IDM_EXPORT_RULES 979
+#define IDM_IMPORT_RULES 991
 
 // What the Applications page tells the control center: the user has changed actions, the last one to this
 #define IDM_APPLICATION_ASK 338
@@ -131,6 +134,9 @@
 #define IDC_APPLICATIONS_ASK 1272
 #define IDC_APPLICATIONS_REMOVE 1273
 #define IDC_APPLICATIONS_DETAILS 1275
+#define IDC_APPLICATIONS_UNDO 1500
+#define IDC_APPLICATIONS_EXPORT 1501
+#define IDC_APPLICATIONS_IMPORT 1502
 
 // Connections page
 #define IDC_CONNECTIONS_DETAILS 1280
@@ -152,3 +158,8 @@
 #define IDC_FILTER_ACTIVEX 1112
 #define IDC_FILTER_REFERRER 1113
 #define IDC_FILTER_COOKIES 1114
+
+// Preview of an import of rules; the buttons are IDOK and IDCANCEL
+#define IDC_IMPORT_COUNTS 1510
+#define IDC_IMPORT_REMARKS 1511
+#define IDC_IMPORT_LIST 1512
