@@ -27,8 +27,8 @@ public:
         std::vector<ApplicationRuleRecord> rules(kRules);
         for (int i = 0; i < kRules; ++i) {
             char path[160];
-            (void)std::snprintf(path, sizeof path, R"(C:\Program Files\Maker %03d\Program %d\program%05d.exe)",
-                                i * 7919 % 331, i * 104'729 % 9973, i);
+            (void)std::snprintf(path, sizeof path, R"(C:\Program Files\Maker %03d\Program %lld\program%05d.exe)",
+                                i * 7919 % 331, i * 7919LL % 9973, i);
             auto& rule = rules[static_cast<std::size_t>(i)];
             PutText(rule.path, path);
             rule.action = static_cast<RuleAction>(i % 3);
