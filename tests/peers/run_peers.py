@@ -1,0 +1,83 @@
+#!/usr/bin/env python3
+"""Runs the cases of this folder, prints the closing table and, last, "peers: N passed, N failed".
+
+    run_peers.py [--slow] [--driver PATH] [--table FILE] [FILTER...]
+    --slow    the cases that wait for real time-outs as well
+    --driver  tool_driver.exe, run under Wine with the environment's WINEPREFIX
+    --table   where the closing table is written, too
+    FILTER    only cases whose name (file.Class.test) contains one of these
+
+Each test function is a case. None is skipped: where a peer or a right is missing, the case fails and says which.
+"""
+import argparse
+import signal
+import sys
+import unittest
+from pathlib import Path
+
+import harness
+
+
+def cases_of(suite):
+    for part in suite:
+        if isinstance(part, unittest.TestSuite):
+            yield from cases_of(part)
+        else:
+            yield part
+
+
+class Result(unittest.TextTestResult):
+    """Counts cases; one with several failing sub-cases has failed once."""
+
+    def __init__(self, *arguments):
+        super().__init__(*arguments)
+        self.good, self.bad = set(), set()
+
+    def addSuccess(self, test):
+        super().addSuccess(test)
+        self.good.add(test.id())
+
+    def addFailure(self, test, err):
+        super().addFailure(test, err)
+        self.bad.add(test.id())
+
+    def addError(self, test, err):
+        super().addError(test, err)
+        self.bad.add(test.id())
+
+    def addSubTest(self, test, subtest, err):
+        super().addSubTest(test, subtest, err)
+        if err is not None:
+            self.bad.add(test.id())
+
+
+def main():
+    parser = argparse.ArgumentParser()
+    parser.add_argument("--slow", action="store_true")
+    parser.add_argument("--driver", type=Path)
+    parser.add_argument("--table", type=Path)
+    parser.add_argument("filters", nargs="*")
+    arguments = parser.parse_args()
+    harness.Choice.slow = arguments.slow
+    harness.Choice.driver = arguments.driver.resolve() if arguments.driver else None
+    # Whoever ends this process wants the peers ended, too: the ordinary way out does that.
+    signal.signal(signal.SIGTERM, lambda *_: sys.exit(143))
+
+    suite = unittest.TestSuite()
+    for case in cases_of(unittest.TestLoader().discover(Path(__file__).parent, "test_*.py")):
+        if not arguments.filters or any(part in case.id() for part in arguments.filters):
+            suite.addTest(case)
+    result = unittest.TextTestRunner(stream=sys.stdout, verbosity=2, resultclass=Result).run(suite)
+
+    table = harness.Table.text()
+    print("\n" + table)
+    if arguments.table:
+        arguments.table.write_text(table)
+    failed = len(result.bad) + len(result.unexpectedSuccesses) + len(result.skipped)
+    passed = len(result.good - result.bad)
+    print(f"peers: {passed} passed, {failed} failed")
+    return 0 if failed == 0 and passed > 0 else 1
+
+
+if __name__ == "__main__":
+    sys.exit(main())
