@@ -110,8 +110,8 @@ class Daemon:
     root = False
 
     def __init__(self, folder, **options):
-        self.folder = Path(folder)
-        self.folder.mkdir(parents=True, exist_ok=True)
+        self._place = Path(folder)
+        self.folder = None  # a new one for each start
         self.options = options
         self.port = 0
         self.program = None
@@ -121,7 +121,9 @@ class Daemon:
         raise NotImplementedError
 
     def start(self):
-        for _ in range(3):
+        for attempt in range(3):
+            self.folder = self._place / f"{self.name}-{attempt}"
+            self.folder.mkdir(parents=True)
             self.port = free_port()
             self.program = Program(self.prepare(), self.folder / "output.txt", root=self.root)
             try:
@@ -291,3 +293,4 @@ class Choice:
     """What the runner was asked for."""
     slow = False  # cases that wait for real time-outs as well
     driver = None  # path of tool_driver.exe
+    prefix_template = None  # a Wine prefix to be copied
