@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Installs what building and testing need on Debian 12, and makes what is slow to make once: the Windows flavours of
-# GoogleTest, libpng and libjpeg-turbo, and a template Wine prefix. Safe to run twice: a second run only checks.
+# GoogleTest, libpng, libjpeg-turbo and libzip, and a template Wine prefix. Safe to run twice: a second run only checks.
 # Everything made here lies in the cache folder (BRENNVAR_CACHE, default ~/.cache/brennvar), not in the build folder.
 set -euo pipefail
 cd "$(dirname "$0")/.."
@@ -10,6 +10,7 @@ packages=(
     ca-certificates git make cmake ninja-build ccache g++ procps
     g++-mingw-w64-x86-64-posix                      # the Windows compiler
     libpng-dev libjpeg62-turbo-dev zlib1g-dev       # the picture libraries of the host flavour
+    libzip-dev                                      # rule archives, host flavour
     libz-mingw-w64-dev nasm dpkg-dev                # for those of the Windows flavour: zlib, and building the others
     googletest libgtest-dev libbenchmark-dev        # googletest: the sources for the Windows flavour
     clang clang-format clang-tidy libclang-rt-14-dev # fuzzing and checks
@@ -117,9 +118,9 @@ fetch_source() {
 }
 
 # build_library SOURCE_PACKAGE HOST_PACKAGE OPTIONS...: a static library for Windows from Debian's source package, in
-# the version that HOST_PACKAGE has on the host.
+# the version that HOST_PACKAGE was built from on the host.
 build_library() {
-    local package=$1 version; version=$(dpkg-query -W -f '${Version}' "$2"); shift 2
+    local package=$1 version; version=$(dpkg-query -W -f '${source:Version}' "$2"); shift 2
     local stamp=$DEPS_PREFIX/$package-${version#*:}.done
     [ -e "$stamp" ] && return
     say "building $package $version for Windows"
@@ -161,4 +162,8 @@ install_packages
 build_googletest
 build_library libpng1.6 libpng-dev -DPNG_SHARED=OFF -DPNG_TESTS=OFF -DPNG_EXECUTABLES=OFF
 build_library libjpeg-turbo libjpeg62-turbo-dev -DENABLE_SHARED=OFF -DWITH_TURBOJPEG=OFF -DREQUIRE_SIMD=ON
+# Rule archives need deflate alone, which is zlib's; nothing of the archives is enciphered.
+build_library libzip libzip-dev -DBUILD_SHARED_LIBS=OFF -DBUILD_TOOLS=OFF -DBUILD_REGRESS=OFF -DBUILD_EXAMPLES=OFF \
+    -DBUILD_DOC=OFF -DENABLE_COMMONCRYPTO=OFF -DENABLE_GNUTLS=OFF -DENABLE_MBEDTLS=OFF -DENABLE_OPENSSL=OFF \
+    -DENABLE_WINDOWS_CRYPTO=OFF -DENABLE_BZIP2=OFF -DENABLE_LZMA=OFF -DENABLE_ZSTD=OFF
 make_prefix_template

@@ -2,6 +2,7 @@
 #include <utility>
 
 #include "config/ResourceIds.h"
+#include "dialogs/WriteFailure.h"
 #include "views/AddressActions.h"
 #include "views/LogSheet.h"
 #include "views/TrafficLogModel.h"
@@ -231,17 +232,11 @@ void TrafficLogModel::TellFinished(const LogWriting::Finished& finished) {
     }
     const Language& language = m_parts.language;
     std::string text;
-    switch (finished.state->result) {
-        case WriteResult::Written: text = language.GetText(1461, "The log has been exported to this file:"); break;
-        case WriteResult::DiskFull:
-            text = language.GetText(1462, "The disk is full. Nothing was written to this file:");
-            break;
-        case WriteResult::Denied:
-            text = language.GetText(1463, "This file may not be written. Please choose another folder:");
-            break;
-        case WriteResult::Failed: text = language.GetText(1464, "This file could not be written:"); break;
+    if (finished.state->result == WriteResult::Written) {
+        text = language.GetText(1461, "The log has been exported to this file:") + '\n' + finished.path;
+    } else {
+        text = DescribeWriteFailure(finished.state->result, finished.path, language);
     }
-    text += '\n' + finished.path;
     if (finished.state->missing > 0) {
         text += '\n' + language.GetText(1465, "Entries that were deleted meanwhile are missing:") + ' ' +
                 std::to_string(finished.state->missing);

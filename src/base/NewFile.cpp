@@ -1,4 +1,4 @@
-#include "logs/NewFile.h"
+#include "base/NewFile.h"
 
 #include <cerrno>
 #include <utility>
