@@ -87,7 +87,10 @@ ArchiveReader::ArchiveReader(std::string_view bytes) : m_length(bytes.size()) {
     zip_source_t* const source = zip_source_buffer_create(bytes.data(), bytes.size(), kLibraryOwnsNothing, nullptr);
     if (source == nullptr) return;
     m_archive.reset(zip_open_from_source(source, ZIP_RDONLY | ZIP_CHECKCONS, nullptr));
-    if (m_archive) return List();
+    if (m_archive) {
+        List();
+        return;
+    }
     zip_source_free(source);
     // An archive with an entry begins with the signature of a header.
     if (bytes.starts_with("PK")) m_fault = ArchiveFault::Damaged;
