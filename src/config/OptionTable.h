@@ -31,6 +31,8 @@ enum class OptionId : std::uint32_t {
     MailPassword = 41,
     ProxyHost = 66,
     ProxyPort = 67,  // 0: none
+    ProxyUser = 68,
+    ProxyPassword = 69,
     ProxyType = 70,  // 0 HTTP, 1 SOCKS 5
     FilteringProxyPort = 79,
 };

@@ -13,6 +13,7 @@
 #define IDD_VERIFY_PASSWORD 800
 #define IDD_DELETE_LOG 930
 #define IDD_ABOUT 950
+#define IDD_TRACE_ROUTE 986
 
 // Icons
 #define IDI_TRAY_IDLE_NORMAL 160
@@ -68,6 +69,7 @@
 #define IDM_UPDATE 974
 #define IDM_DELETE_LOGS 975
 #define IDM_SET_PASSWORD 976
+#define IDM_TRACE_ROUTE 977
 
 // What the Applications page tells the control center: the user has changed actions, the last one to this
 #define IDM_APPLICATION_ASK 338
@@ -141,6 +143,16 @@
 #define IDC_ADDRESS_LOCATE 1285  // of every list with addresses
 #define IDC_CONNECTIONS_FILTER 1286
 #define IDC_CONNECTIONS_GROUPED 1287
+
+// Dialogs of the network tools, all with the same controls; closing is IDCANCEL
+#define IDC_TOOL_ADDRESS_LABEL 1430
+#define IDC_TOOL_ADDRESS 1431
+#define IDC_TOOL_START 1432
+#define IDC_TOOL_STOP 1433
+#define IDC_TOOL_LINES 1434
+#define IDC_TOOL_COPY 1435
+#define IDC_TOOL_SAVE 1436
+#define IDC_TOOL_STATUS 1437
 
 // The Options page; the field of an option has the number 1000 and the option's identifier
 #define IDC_OPTIONS_SECTIONS 1100

@@ -12,48 +12,51 @@
 #include <string_view>
 
 #include "base/Clock.h"
+#include "tools/HttpConnect.h"
 #include "tools/ProxySettings.h"
+#include "tools/SocketError.h"
+#include "tools/StreamEndpoint.h"
 #include "tools/StreamTransport.h"
 
 namespace brennvar {
 
-struct StreamEndpoint {
-    std::string host;  // a name or a dotted address
-    std::uint16_t port = 0;
-};
-
-// How the HTTP proxy is asked; the two tools have spelled it differently from the first day.
-enum class ConnectStyle {
-    Http10,  // whois: HTTP/1.0, "Proxy-authorization", "User-Agent"
-    Http11,  // mail: HTTP/1.1 with Host, "Proxy-Authorization"
-};
-
 struct ConnectLimits {
     std::chrono::milliseconds connect{10'000};  // of the connection to the server or the proxy
     std::chrono::milliseconds proxy{10'000};    // of each wait for the proxy
+    // Of all that is said with the proxy, from the connection to it on: one that sends a byte a second would never
+    // let a single wait expire. Three waits, as many as the longest dialogue has (SOCKS with a login).
+    std::chrono::milliseconds wholeProxy{30'000};
 };
 
 class CWSocket {
 public:
-    static constexpr std::size_t kMostProxyHeader = 16 * 1024;  // bytes of a reply to CONNECT
-
     // The clock is borrowed for the socket's life.
     CWSocket(std::unique_ptr<StreamTransport> transport, Clock& clock);
 
     // Resolves and connects; through a proxy when the settings name one, and the name of the server then goes to
-    // the proxy unresolved.
+    // the proxy unresolved. Host names are at most 255 bytes without blanks and control characters
+    // (kErrorInvalidParameter): what a user pastes can never become a header line.
     void Connect(const StreamEndpoint& server, const ProxySettings& proxy, ConnectStyle style,
                  const ConnectLimits& limits = {});
     // All of it, each wait at most the limit.
     void Send(std::string_view bytes, std::chrono::milliseconds limit);
     // What is there, at most maximum bytes, waiting at most the limit for the first. Empty: the server has closed
     // the connection. A limit of 0 looks only, and throws kErrorTimedOut when nothing is there.
+    // What a proxy sent together with its reply comes first.
     [[nodiscard]] std::string Receive(std::size_t maximum, std::chrono::milliseconds limit);
     void Close();
 
 private:
+    class ProxyTalk;
+
+    void ConnectTo(const StreamEndpoint& peer, SocketPeer which, std::chrono::milliseconds limit);
+    void OpenHttpTunnel(ProxyTalk& talk, const StreamEndpoint& server, const ProxySettings& proxy,
+                        ConnectStyle style);
+    static void OpenSocksTunnel(ProxyTalk& talk, const StreamEndpoint& server, const ProxySettings& proxy);
+
     std::unique_ptr<StreamTransport> m_transport;
     Clock& m_clock;
+    std::string m_ahead;  // of the server, received together with the last of the proxy's words
 };
 
 }  // namespace brennvar

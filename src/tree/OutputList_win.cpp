@@ -48,6 +48,26 @@ void COutputList::Clear() {
     m_tree.Refresh();
 }
 
+void COutputList::SelectAll() {
+    if (m_lines.empty()) return;
+    RowRanges all;
+    all.Add(0, RowCount() - 1);
+    m_tree.SetSelection(std::move(all), std::max(0, m_tree.FocusedRow()));
+}
+
+std::string COutputList::SelectedText() const {
+    std::string text;
+    for (const RowRanges::Range& range : m_tree.SelectedRows().Ranges()) {
+        const int last = std::min(range.last, RowCount() - 1);
+        for (int row = range.first; row <= last; ++row) text += LineText(row) + "\r\n";
+    }
+    return text;
+}
+
+std::string COutputList::LineText(int row) const {
+    return row >= 0 && row < RowCount() ? m_lines[static_cast<std::size_t>(row)].text : std::string();
+}
+
 std::string COutputList::Text() const {
     std::string text;
     for (const Line& line : m_lines) text += line.text + "\r\n";

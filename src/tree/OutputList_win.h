@@ -23,6 +23,15 @@ public:
     void Append(const std::string& text, std::optional<COLORREF> colour = std::nullopt);
     void Clear();
 
+    // What the user does with the lines, for the owner to set.
+    [[nodiscard]] TreeEvents& Events() { return m_tree.events; }
+    [[nodiscard]] bool HasSelection() const { return m_tree.SelectedRow() >= 0; }
+    void SelectAll();
+    // The lines that are selected, each with an end of line.
+    [[nodiscard]] std::string SelectedText() const;
+    // Empty for a row that does not exist.
+    [[nodiscard]] std::string LineText(int row) const;
+
     [[nodiscard]] HWND Window() const { return m_tree.Window(); }
     void Place(const RECT& place) const { m_tree.Place(place); }
     [[nodiscard]] std::size_t LineCount() const { return m_lines.size(); }

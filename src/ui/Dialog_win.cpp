@@ -157,7 +157,9 @@ bool CDialog::HandleLoopMessage(MSG& message) {
         const HWND window = dialog->m_window;
         return window && (message.hwnd == window || ::IsChild(window, message.hwnd));
     });
-    return at != s_openDialogs.end() && ::IsDialogMessageA((*at)->m_window, &message);
+    if (at == s_openDialogs.end()) return false;
+    CDialog* const dialog = *at;
+    return dialog->OnLoopMessage(message) || (dialog->m_window && ::IsDialogMessageA(dialog->m_window, &message));
 }
 
 void CDialog::End(INT_PTR result) {
