@@ -1,9 +1,10 @@
 """Our side: tool_driver.exe under Wine."""
-import os
+import subprocess
+import tempfile
 from dataclasses import dataclass
 from urllib.parse import quote
 
-from harness import Choice, run
+from harness import Choice
 
 
 def windows_path(path):
@@ -29,6 +30,16 @@ class Told:
     text: str
 
 
+def run_wine(command, timeout):
+    """Runs a command line that starts a program under Wine: its exit code and its output. A file takes the output: the
+    first program of a prefix starts Wine's services, which would keep the other end of a pipe open for ever."""
+    with tempfile.TemporaryFile() as output:
+        done = subprocess.run(command, stdin=subprocess.DEVNULL, stdout=output, stderr=subprocess.STDOUT,
+                              timeout=timeout)
+        output.seek(0)
+        return done.returncode, output.read()
+
+
 def told(output):
     lines = output.decode("latin-1").replace("\r\n", "\n").split("\n")
     if lines and lines[-1] == "":
@@ -39,8 +50,8 @@ def told(output):
 
 def tool(command, timeout=120, **values):
     """Runs one command of the driver to its end. A crash has no outcome, and fails here."""
-    done = run(command_of(command, **values), timeout=timeout, env=os.environ)
-    result = told(done.stdout)
-    if done.returncode or result.outcome is None:
-        raise AssertionError(f"{command} ended with {done.returncode}: {result.text[-2000:]}")
+    code, output = run_wine(command_of(command, **values), timeout)
+    result = told(output)
+    if code or result.outcome is None:
+        raise AssertionError(f"{command} ended with {code}: {result.text[-2000:]}")
     return result

@@ -7,6 +7,7 @@ carry the number of this process in their names and go when the network is left.
 """
 import os
 import sys
+from contextlib import contextmanager
 from pathlib import Path
 
 from harness import Program, as_root, run, wait_until
@@ -97,13 +98,30 @@ class Network:
     def answers_all(self):
         return traceroute(self, TARGET) == [address_of(node) for node in NODES[1:]]
 
-    def silence(self, node):
-        """The router forwards, and sends nothing of its own any more."""
-        self._ip("-n", self.space(node), "rule", "add", "iif", "lo", "to", "10.77.0.0/16", "blackhole")
+    @contextmanager
+    def silence(self, *nodes):
+        """Meanwhile these routers forward and send nothing of their own."""
+        rule = ["iif", "lo", "to", "10.77.0.0/16", "blackhole"]
+        for node in nodes:
+            self._ip("-n", self.space(node), "rule", "add", *rule)
+        try:
+            yield
+        finally:
+            for node in nodes:
+                self._ip("-n", self.space(node), "rule", "del", *rule)
 
-    def ignore_echo(self, node):
-        """The node's own system answers no echo requests: a script does it."""
-        self.run(node, ["sysctl", "-qw", "net.ipv4.icmp_echo_ignore_all=1"], check=True)
+    @contextmanager
+    def answering(self, *options):
+        """Meanwhile wire.py answers b's echo requests, with these options, and not its system."""
+        def ignore(flag):
+            self.run("b", ["sysctl", "-qw", f"net.ipv4.icmp_echo_ignore_all={flag}"], check=True)
+        ignore(1)
+        program = self.wire("b", "answer", *options)
+        try:
+            yield
+        finally:
+            program.end()
+            ignore(0)
 
     def command(self, node, command):
         """The command line that runs `command` inside of a node; with the rights of root already where we have them."""
@@ -126,7 +144,7 @@ class Network:
             raise AssertionError(program.output())
         return program
 
-    def inode(self, node):
+    def identity(self, node):
         """What /proc/PID/ns/net of a process inside says: "net:[...]"."""
         return self.run(node, ["readlink", "/proc/self/ns/net"], check=True).stdout.decode().strip()
 

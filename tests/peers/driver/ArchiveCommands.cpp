@@ -1,9 +1,13 @@
 #include "Commands.h"
+#include "base/StopSignal.h"
+#include "base/SystemClock.h"
+#include "rules/ImportPlan.h"
 #include "rules/RuleArchive.h"
-#include "rules/SafeEntryName.h"
+#include "rules/RuleFiles.h"
+#include "rules/RuleFolders.h"
+#include "rules/RuleImport.h"
 
 #include <cstdio>
-#include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <list>
@@ -19,9 +23,7 @@ std::optional<std::string> ReadAll(const std::string& path) {
     return std::string(std::istreambuf_iterator<char>(file), {});
 }
 
-bool WriteAll(const std::filesystem::path& path, const std::string& bytes) {
-    std::error_code ignored;  // the file tells whether the folder is there
-    std::filesystem::create_directories(path.parent_path(), ignored);
+bool WriteAll(const std::string& path, const std::string& bytes) {
     std::ofstream file(path, std::ios::binary);
     file << bytes;
     return static_cast<bool>(file.flush());
@@ -41,7 +43,9 @@ const char* TextOf(ArchiveFault fault) {
     return "?";
 }
 
-void Tell(const char* outcome) { (void)std::printf("outcome: %s\n", outcome); }
+void Tell(const char* outcome) {
+    (void)std::printf("outcome: %s\n", outcome);
+}
 
 }  // namespace
 
@@ -63,27 +67,24 @@ void Pack(const Arguments& arguments) {
     Tell(WriteAll(arguments.Text("archive"), *bytes) ? "done" : "not written");
 }
 
-void Unpack(const Arguments& arguments) {
+void Import(const Arguments& arguments) {
     const auto bytes = ReadAll(arguments.Text("archive"));
     if (!bytes) return Tell("a file cannot be read");
-    const ArchiveReader reader(*bytes);
-    if (reader.Fault() != ArchiveFault::None) return Tell(TextOf(reader.Fault()));
-    (void)std::printf("comment: %s\n", Printable(reader.Comment()).c_str());
-    bool isDamaged = false;
-    for (std::size_t index = 0; index < reader.Count(); ++index) {
-        const ArchiveReader::Entry& entry = reader.Entries()[index];
-        const auto content = reader.Extract(index);
-        const auto path = EntryPath(entry.name);
-        const char* state = TextOf(entry.fault);
-        if (entry.fault == ArchiveFault::None && !content) state = "damaged";
-        if (!content) isDamaged = true;
-        if (content && !path) state = "skipped";
-        (void)std::printf("entry: %s: %s\n", Printable(entry.name).c_str(), state);
-        if (content && path && !WriteAll(std::filesystem::path(arguments.Text("folder")) / *path, *content)) {
-            return Tell("not written");
-        }
+    const ImportPlan plan = PlanImport(*bytes);
+    if (plan.fault != ArchiveFault::None) {
+        (void)std::printf("entry: %s\n", Printable(plan.faultyEntry).c_str());
+        return Tell(TextOf(plan.fault));
     }
-    Tell(isDamaged ? "some entries cannot be unpacked" : "done");
+    for (const PlannedFile& file : plan.files) (void)std::printf("file: %s\n", Printable(file.path).c_str());
+    (void)std::printf("skipped: %zu\ncomment: %s\n", plan.skipped,
+                      Printable(ArchiveReader(*bytes).Comment()).c_str());
+    const StopSignal stop;
+    SystemClock clock(stop);
+    DiskRuleFiles files;
+    const ImportOutcome outcome =
+        RuleImport(files, clock, RuleFoldersOf(arguments.Text("data"))).Apply(plan, RuleImport::Kind::Import, stop);
+    if (outcome.isHalfway) return Tell("halfway");
+    Tell(outcome.result == ImportResult::Done ? "done" : "not imported");
 }
 
 }  // namespace brennvar::peers

@@ -1,5 +1,5 @@
-// What the driver is told: "key=value", the value with "%41" for bytes that have a meaning to a shell, to Wine or in
-// a command line. A key may come several times.
+// What the driver is told: "key=value", the value with "%41" for bytes that have a meaning to a shell, to Wine or
+// in a command line. A key may come several times.
 #pragma once
 
 #include <cstdint>

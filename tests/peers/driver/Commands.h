@@ -7,7 +7,7 @@
 namespace brennvar::peers {
 
 void Pack(const Arguments& arguments);
-void Unpack(const Arguments& arguments);
+void Import(const Arguments& arguments);
 void SendMessageByMail(const Arguments& arguments);
 void TracePath(const Arguments& arguments);
 void AskWhois(const Arguments& arguments);

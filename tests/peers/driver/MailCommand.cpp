@@ -60,8 +60,10 @@ MailMessage MessageFrom(const Arguments& arguments) {
         std::vector<MailAddress> list;
         for (const std::string& text : arguments.All(key)) {
             const auto parsed = ParseAddresses(text);
-            if (parsed) list.insert(list.end(), parsed->begin(), parsed->end());
-            else list.push_back({.name = {}, .address = text});  // what a caller did not check
+            if (parsed)
+                list.insert(list.end(), parsed->begin(), parsed->end());
+            else
+                list.push_back({.name = {}, .address = text});  // what a caller did not check
         }
         return list;
     };

@@ -1,13 +1,13 @@
-// Works the network tools, the mail and the archives of the product without a window, so that they can be held against
-// other programs: tool_driver COMMAND KEY=VALUE... (Arguments.h says how values are written)
+// Works the network tools, the mail and the archives of the product without a window, so that they can be held
+// against other programs: tool_driver COMMAND KEY=VALUE... (Arguments.h says how values are written)
 //   whois  query, server, port, referral, referral-port; proxy, proxy-port, proxy-kind (http, socks5), proxy-user,
-//          proxy-password; connect-ms, proxy-ms, silence-ms
+//          proxy-password
 //   trace  host
 //   mail   server, port, user, password, the proxy's as above, limit (seconds), plain (no EHLO), retries;
 //          from, from-name, to, cc, bcc (several), subject, text, page (1250, 1251, 1252, 65001),
 //          attach (path), name, type (once for each), cancel-at (bytes that have been sent)
 //   pack   archive, file and name (several), comment, stored
-//   unpack archive, folder: every entry that may be written is
+//   import archive, data: the folder of the program's data, whose folder "Rules" it goes into
 // Exit code 0 when the command ran to its end, whatever its outcome; 2 when it was not understood.
 #include "Commands.h"
 
@@ -22,7 +22,10 @@ int main(int count, char** words) {
     };
     constexpr Command kCommands[] = {
         {"pack", Pack},
-        {"unpack", Unpack},
+        {"import", Import},
+        {"mail", SendMessageByMail},
+        {"trace", TracePath},
+        {"whois", AskWhois},
     };
     // Lines are read while the program runs.
     (void)std::setvbuf(stdout, nullptr, _IONBF, 0);
