@@ -1,5 +1,5 @@
 // Owners for the kinds of Windows handles that the program holds. Empty is INVALID_HANDLE_VALUE for files, pipes
-// and devices, INVALID_SOCKET for sockets, null for everything else.
+// and devices, null for everything else.
 #pragma once
 
 #include "base/UniqueHandle.h"
@@ -21,11 +21,6 @@ struct FindHandleTraits {
     using Type = HANDLE;
     static Type Empty() noexcept { return INVALID_HANDLE_VALUE; }
     static void Close(Type handle) noexcept { ::FindClose(handle); }
-};
-struct SocketTraits {
-    using Type = SOCKET;
-    static Type Empty() noexcept { return INVALID_SOCKET; }
-    static void Close(Type socket) noexcept { ::closesocket(socket); }
 };
 struct KeyTraits {
     using Type = HKEY;
@@ -61,7 +56,6 @@ using UniqueMutex = UniqueHandle<KernelHandleTraits>;
 using UniqueProcess = UniqueHandle<KernelHandleTraits>;
 using UniqueToken = UniqueHandle<KernelHandleTraits>;
 using UniqueFind = UniqueHandle<FindHandleTraits>;
-using UniqueSocket = UniqueHandle<SocketTraits>;
 using UniqueKey = UniqueHandle<KeyTraits>;
 using UniqueIcon = UniqueHandle<IconTraits>;
 using UniqueMenu = UniqueHandle<MenuTraits>;

@@ -2,9 +2,9 @@
 // which the stop signal is looked at.
 #pragma once
 
-#include "base/Handles_win.h"
 #include "base/StopSignal.h"
 #include "tools/StreamTransport.h"
+#include "tools/UniqueSocket_win.h"
 
 namespace brennvar {
 

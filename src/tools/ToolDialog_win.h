@@ -31,10 +31,9 @@ struct ToolSetup {
     int templateId = 0;
     // Posted to the dialog by the worker when the tool has finished.
     UINT finishedMessage = 0;
-    Text title;
-    Text addressLabel;
-    Text emptyText;             // of the list before the first start
-    AddressTool itself{};       // starts here
+    Text title{};
+    Text addressLabel{};
+    Text emptyText{};           // of the list before the first start
     AddressTool ofLine{};       // what Enter or a double click on a line with an address opens
     const char* fileName = "";  // begins the name that is suggested for a file: "whois" makes "whois-10.0.0.1.txt"
 };
