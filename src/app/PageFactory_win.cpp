@@ -46,7 +46,7 @@ std::unique_ptr<CPage> MakePage(const PageInfo& info, Session& session, SkinsAnd
                     [&clock = session.readsClock, path = RulesFilePath(session.dataFolder)] {
                         return LoadApplicationRules(path, clock);
                     },
-                    session.applicationChanges, session.link));
+                    session.applicationChanges, session.link, session.rules));
         case IDM_TRAFFIC_LOG:
             return std::make_unique<ListPage>(
                 lists, std::move(texts),

@@ -34,6 +34,8 @@
 #include "ui/WorkerThread.h"
 #include "views/ApplicationChanges.h"
 #include "views/ProgramFiles_win.h"
+#include "views/RuleDialogs_win.h"
+#include "views/RuleExchange.h"
 
 namespace brennvar {
 
@@ -119,6 +121,12 @@ public:
     SecurityPasswordGate gate;
     ProtectionModes modes;
     ApplicationChanges applicationChanges;
+    // Archives of rules, which may be long, and for which the service's files are waited for.
+    TaskThread archives;
+    SystemClock archivesClock;
+    DiskRuleFiles ruleFiles;
+    WinRuleDialogs ruleDialogs;
+    RuleExchange rules;
     Statistics statistics{AmountWords(language)};
     ConnectionPrompt prompt;
     ActivityPrompt activity;

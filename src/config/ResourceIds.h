@@ -15,6 +15,7 @@
 #define IDD_ABOUT 950
 #define IDD_WHOIS 985
 #define IDD_TRACE_ROUTE 986
+#define IDD_IMPORT_RULES 989
 
 // Icons
 #define IDI_TRAY_IDLE_NORMAL 160
@@ -72,6 +73,8 @@
 #define IDM_SET_PASSWORD 976
 #define IDM_TRACE_ROUTE 977
 #define IDM_WHOIS 978
+#define IDM_EXPORT_RULES 979
+#define IDM_IMPORT_RULES 991
 
 // What the Applications page tells the control center: the user has changed actions, the last one to this
 #define IDM_APPLICATION_ASK 338
@@ -135,6 +138,9 @@
 #define IDC_APPLICATIONS_ASK 1272
 #define IDC_APPLICATIONS_REMOVE 1273
 #define IDC_APPLICATIONS_DETAILS 1275
+#define IDC_APPLICATIONS_UNDO 1500
+#define IDC_APPLICATIONS_EXPORT 1501
+#define IDC_APPLICATIONS_IMPORT 1502
 
 // Connections page
 #define IDC_CONNECTIONS_DETAILS 1280
@@ -168,3 +174,8 @@
 #define IDC_FILTER_ACTIVEX 1112
 #define IDC_FILTER_REFERRER 1113
 #define IDC_FILTER_COOKIES 1114
+
+// Preview of an import of rules; the buttons are IDOK and IDCANCEL
+#define IDC_IMPORT_COUNTS 1510
+#define IDC_IMPORT_REMARKS 1511
+#define IDC_IMPORT_LIST 1512
