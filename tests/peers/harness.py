@@ -291,6 +291,5 @@ def run(command, **options):
 
 class Choice:
     """What the runner was asked for."""
-    slow = False  # cases that wait for real time-outs as well
     driver = None  # path of tool_driver.exe
     prefix_template = None  # a Wine prefix to be copied

@@ -1,7 +1,7 @@
 """Trace route: the hops of traceroute -I, and what goes over the wire, in a network of five routers."""
 import re
 
-from harness import Choice, PeerCase, own_folder
+from harness import PeerCase, own_folder
 from network import NODES, NOWHERE, PROHIBITED, TARGET, Network, address_of, traceroute
 from wine_inside import WineInside
 
@@ -79,12 +79,14 @@ class TracePeers(PeerCase):
             self.assertEqual(hops_of(lines), [*HOPS[:5], "*", "*", "*"])
             self.assertEqual(self.ttls(probes), [1, 2, 3, 4, 5, 6, 8, 10])
             self.note("wire", f"TTLs {self.ttls(probes)}")
-        if Choice.slow:
-            with self.network.answering("--silent"), self.network.silence(*NODES[1:6]):
-                lines, probes = self.trace(TARGET)
-                self.assertEqual(hops_of(lines), ["*"] * 6)
-                self.assertEqual(self.ttls(probes), [1, 3, 5, 7, 9, 11])
-                self.note("wire", f"everybody silent: TTLs {self.ttls(probes)}")
+
+    def test_slow_silence_everywhere(self):
+        """everybody silent"""
+        with self.network.answering("--silent"), self.network.silence(*NODES[1:6]):
+            lines, probes = self.trace(TARGET)
+            self.assertEqual(hops_of(lines), ["*"] * 6)
+            self.assertEqual(self.ttls(probes), [1, 3, 5, 7, 9, 11])
+            self.note("wire", f"TTLs {self.ttls(probes)}")
 
     def test_unreachable(self):
         """prohibited, and no road"""

@@ -9,6 +9,8 @@ namespace brennvar::peers {
 void Pack(const Arguments& arguments);
 void Import(const Arguments& arguments);
 void SendMessageByMail(const Arguments& arguments);
+// The shortest time of several for encoding a file's bytes in memory, in seconds.
+void MeasureEncoding(const Arguments& arguments);
 void TracePath(const Arguments& arguments);
 void AskWhois(const Arguments& arguments);
 

@@ -6,6 +6,7 @@
 //   mail   server, port, user, password, the proxy's as above, limit (seconds), plain (no EHLO), retries;
 //          from, from-name, to, cc, bcc (several), subject, text, page (1250, 1251, 1252, 65001),
 //          attach (path), name, type (once for each), cancel-at (bytes that have been sent)
+//   encode file, encoding (base64, quoted-printable), times
 //   pack   archive, file and name (several), comment, stored
 //   import archive, data: the folder of the program's data, whose folder "Rules" it goes into
 // Exit code 0 when the command ran to its end, whatever its outcome; 2 when it was not understood.
@@ -21,11 +22,8 @@ int main(int count, char** words) {
         void (*run)(const Arguments& arguments);
     };
     constexpr Command kCommands[] = {
-        {"pack", Pack},
-        {"import", Import},
-        {"mail", SendMessageByMail},
-        {"trace", TracePath},
-        {"whois", AskWhois},
+        {"pack", Pack},       {"import", Import},  {"encode", MeasureEncoding}, {"mail", SendMessageByMail},
+        {"trace", TracePath}, {"whois", AskWhois},
     };
     // Lines are read while the program runs.
     (void)std::setvbuf(stdout, nullptr, _IONBF, 0);
