@@ -60,6 +60,7 @@ public:
 [[nodiscard]] std::unique_ptr<GalleryPage> MakeConnectionDetailsGallery();
 [[nodiscard]] std::unique_ptr<GalleryPage> MakeImportGallery();
 [[nodiscard]] std::unique_ptr<GalleryPage> MakeImportUnreadableGallery();
+[[nodiscard]] std::unique_ptr<GalleryPage> MakeTraceGallery();
 [[nodiscard]] std::unique_ptr<GalleryPage> MakeGraphsGallery();
 [[nodiscard]] std::unique_ptr<GalleryPage> MakeStatisticsGallery();
 

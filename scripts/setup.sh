@@ -17,21 +17,46 @@ packages=(
     wine wine64 fonts-wine fonts-open-sans          # running the Windows flavour
     xvfb x11-utils imagemagick                      # a display without a screen, and pictures of it
 )
+# Real programs that the tests of tests/peers hold ours against. None of them runs as a service of this machine.
+peer_packages=(
+    python3 python3-aiosmtpd exim4-daemon-light     # mail servers, and what reads the mail back
+    tinyproxy squid microsocks dante-server curl    # proxies, and the client that shows how others take them
+    iproute2 traceroute                             # networks of our own, and the routes through them
+    zip unzip p7zip-full libarchive-tools           # archives
+)
 
+root=()     # what goes before a command that needs root
 install_packages() {
     local missing=() p
-    for p in "${packages[@]}"; do
+    for p in "${packages[@]}" "${peer_packages[@]}"; do
         [ "$(dpkg-query -W -f '${db:Status-Abbrev}' "$p" 2>/dev/null)" = "ii " ] || missing+=("$p")
     done
     [ ${#missing[@]} -eq 0 ] && return
     say "installing ${missing[*]}"
-    local root=()
     if [ "$(id -u)" -ne 0 ]; then
         command -v sudo >/dev/null || fail "not root and no sudo: install ${missing[*]} by hand"
         root=(sudo)
     fi
     "${root[@]}" apt-get update -q
+    keep_daemons_from_starting
     "${root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y -q --no-install-recommends "${missing[@]}"
+    let_daemons_start
+}
+
+# Packages of daemons start them when they are installed, unless this file says 101 ("action forbidden by policy"). One
+# that is there already is the owner's and stays as it is.
+policy=/usr/sbin/policy-rc.d own_policy=
+keep_daemons_from_starting() {
+    [ ! -e "$policy" ] && [ ! -L "$policy" ] || return 0
+    trap let_daemons_start EXIT
+    own_policy=yes
+    printf '#!/bin/sh\nexit 101\n' | "${root[@]}" tee "$policy" >/dev/null
+    "${root[@]}" chmod 755 "$policy"
+}
+let_daemons_start() {
+    [ -n "$own_policy" ] || return 0
+    "${root[@]}" rm -f "$policy"
+    own_policy=
 }
 
 # GoogleTest for Windows, from the sources that the Debian package installs.

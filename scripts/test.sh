@@ -1,9 +1,10 @@
 #!/usr/bin/env bash
 # Installs what is missing, builds the host and the Windows flavour and runs every test: unit tests on the host
-# under sanitizers, the same under Wine, the system tests, and the fuzz targets for a few seconds each.
+# under sanitizers, the same under Wine, the system tests, the network tools against real programs, and the fuzz
+# targets for a few seconds each.
 # Ends with one line that counts them: "tests: N passed, N failed".
-#   test.sh [OPTIONS] [host|windows|system|fuzz]... [FILTER]
-#   host, windows    only the unit tests there, system, fuzz: only those; what the others need is not built
+#   test.sh [OPTIONS] [host|windows|system|peers|fuzz]... [FILTER]
+#   host, windows    only the unit tests there, system, peers, fuzz: only those; what the others need is not built
 #   FILTER           only the tests that it names, as GoogleTest has it ('PngDecoder*', '*.Survives*:TrayTest.*'), and
 #                    the fuzz targets (without _fuzz)
 #   --no-setup       skip the set-up script
@@ -18,7 +19,7 @@ while [ $# -gt 0 ]; do
         --no-setup) setup= ;;
         --fuzz-seconds) fuzz_seconds=$2; shift ;;
         -*) fail "unknown option $1" ;;
-        host|windows|system|fuzz) parts+=("$1") ;;
+        host|windows|system|peers|fuzz) parts+=("$1") ;;
         *) [ -z "$filter" ] || fail "two filters: $filter and $1"; filter=$1 ;;
     esac
     shift
@@ -76,6 +77,22 @@ count_cases() {
         sum += substr($0, at + length(mark)) + 0 } END { print sum + 0 }' "$2"
 }
 
+# The cases against real programs; those that wait for real time-outs are left to scripts/peers.sh.
+run_peer_cases() {
+    local log=$logs/peers.log counts
+    say "running peers"
+    run_peers ${filter:+"$filter"} >"$log" 2>&1 </dev/null || true
+    counts=$(tail -n 1 "$log")
+    if [[ $counts =~ ^peers:\ ([0-9]+)\ passed,\ ([0-9]+)\ failed$ ]]; then
+        passed=$((passed + BASH_REMATCH[1])) failed=$((failed + BASH_REMATCH[2]))
+        [ "${BASH_REMATCH[2]}" -eq 0 ] || grep -nE '^(FAIL|ERROR):' -A 30 "$log" | tail -n 100
+    else
+        failed=$((failed + 1)) counts="peers: did not come to their end"
+        tail -n 30 "$log"
+    fi
+    echo "$counts"
+}
+
 # Each fuzz target starts from its committed corpus; what it finds anew stays in the build folder.
 run_fuzz_targets() {
     say "running fuzz targets for $fuzz_seconds s each"
@@ -107,16 +124,18 @@ else
     windows=()
     if wants windows; then windows+=(core_tests shell_tests); fi
     if wants system; then windows+=(system_tests); fi
+    if wants peers; then windows+=(tool_driver); fi
     [ ${#windows[@]} -eq 0 ] || build windows "${windows[@]}"
     if wants fuzz; then build fuzz; fi
 fi
 
 if wants host; then run_tests host host; fi
-if wants windows || wants system; then
+if wants windows || wants system || wants peers; then
     start_display
     start_wine "$PWD/build/prefix"
     if wants windows; then run_tests windows-unit windows -j2 -L unit; fi
     if wants system; then run_tests system windows -L system; fi
+    if wants peers; then run_peer_cases; fi
 fi
 if wants fuzz; then run_fuzz_targets; fi
 

@@ -26,8 +26,11 @@ enum class OptionId : std::uint32_t {
     PacketLogKilobytes = 32,
     LogDays = 33,
     MailFrom = 35,
+    MailTo = 36,
+    MailCc = 37,
     MailSubject = 38,
     MailServer = 39,
+    MailLogin = 40,
     MailPassword = 41,
     ProxyHost = 66,
     ProxyPort = 67,  // 0: none
