@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # Installs what is missing, builds the host and the Windows flavour and runs every test: unit tests on the host
 # under sanitizers, the same under Wine, the system tests, and the fuzz targets for a few seconds each.
-# Ends with one line that counts them: "tests: N passed, N failed".
+# Ends with what failed, the names of those cases ("failed: PART Suite.Case"), and one line that counts all of them:
+# "tests: N passed, N failed".
 #   test.sh [OPTIONS] [host|windows|system|fuzz]... [FILTER]
 #   host, windows    only the unit tests there, system, fuzz: only those; what the others need is not built
 #   FILTER           only the tests that it names, as GoogleTest has it ('PngDecoder*', '*.Survives*:TrayTest.*'), and
