@@ -13,6 +13,7 @@
 #define IDD_VERIFY_PASSWORD 800
 #define IDD_DELETE_LOG 930
 #define IDD_ABOUT 950
+#define IDD_WHOIS 985
 #define IDD_TRACE_ROUTE 986
 
 // Icons
@@ -70,6 +71,7 @@
 #define IDM_DELETE_LOGS 975
 #define IDM_SET_PASSWORD 976
 #define IDM_TRACE_ROUTE 977
+#define IDM_WHOIS 978
 
 // What the Applications page tells the control center: the user has changed actions, the last one to this
 #define IDM_APPLICATION_ASK 338
@@ -140,7 +142,9 @@
 #define IDC_CONNECTIONS_TERMINATE 1282
 #define IDC_CONNECTIONS_FOLDER 1283
 #define IDC_CONNECTIONS_RULE 1284
-#define IDC_ADDRESS_LOCATE 1285  // of every list with addresses
+#define IDC_ADDRESS_LOCATE 1285  // of every list with addresses, as these two:
+#define IDC_ADDRESS_TRACE_ROUTE 1400
+#define IDC_ADDRESS_WHOIS 1401
 #define IDC_CONNECTIONS_FILTER 1286
 #define IDC_CONNECTIONS_GROUPED 1287
 

@@ -211,6 +211,7 @@ void ToolDialog::OnFinished() {
 void ToolDialog::ShowLines() {
     if (!m_printed) return;
     const ToolLines::Taken taken = m_printed->Take(kLinesAtOnce);
+    if (taken.isAnew) m_lines.Clear();
     if (taken.count > 0) m_lines.Append(taken.text);
     if (taken.hasMore) ::PostMessageA(Window(), kMessageLines, 0, 0);
     ShowState();

@@ -19,8 +19,19 @@ void ToolLines::Print(const std::string& line) {
     bool wasEmpty = false;
     {
         const std::lock_guard lock(m_mutex);
-        wasEmpty = m_lines.empty();
+        wasEmpty = m_lines.empty() && !m_isAnew;
         m_lines.push_back(std::move(shown));
+    }
+    if (wasEmpty) m_wake();
+}
+
+void ToolLines::Clear() {
+    bool wasEmpty = false;
+    {
+        const std::lock_guard lock(m_mutex);
+        wasEmpty = m_lines.empty() && !m_isAnew;
+        m_lines.clear();
+        m_isAnew = true;
     }
     if (wasEmpty) m_wake();
 }
@@ -28,6 +39,7 @@ void ToolLines::Print(const std::string& line) {
 ToolLines::Taken ToolLines::Take(std::size_t most) {
     const std::lock_guard lock(m_mutex);
     Taken taken;
+    taken.isAnew = std::exchange(m_isAnew, false);
     for (; taken.count < most && !m_lines.empty(); ++taken.count) {
         if (taken.count > 0) taken.text += '\n';
         taken.text += m_lines.front();

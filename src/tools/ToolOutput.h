@@ -15,6 +15,8 @@ public:
     virtual ~ToolOutput() = default;
     // One line, without an end of line. On the thread of the tool.
     virtual void Print(const std::string& line) = 0;
+    // Takes back what was printed, where that is possible: it said that something else is to come.
+    virtual void Clear() {}
 };
 
 // The lines between the two threads. What is not printable, and could only be meant to confuse who reads it, is a
@@ -25,8 +27,10 @@ public:
     explicit ToolLines(std::function<void()> wake) : m_wake(std::move(wake)) {}
 
     void Print(const std::string& line) override;
+    void Clear() override;
 
     struct Taken {
+        bool isAnew = false;    // all that was taken before counts no more
         std::string text;       // lines with "\n" between them
         std::size_t count = 0;  // of the lines
         bool hasMore = false;   // nobody is woken for these
@@ -36,8 +40,9 @@ public:
 
 private:
     const std::function<void()> m_wake;
-    std::mutex m_mutex;  // guards the lines
+    std::mutex m_mutex;  // guards what follows
     std::deque<std::string> m_lines;
+    bool m_isAnew = false;
 };
 
 }  // namespace brennvar

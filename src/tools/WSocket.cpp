@@ -18,10 +18,8 @@ bool IsHost(const std::string& host) {
     });
 }
 
-void CheckEndpoint(const StreamEndpoint& end, SocketPeer which) {
-    if (!IsHost(end.host) || end.port == 0) {
-        throw SocketError(SocketMessage::InvalidParameters, kErrorInvalidParameter, which);
-    }
+void Check(bool isRight, SocketPeer which) {
+    if (!isRight) throw SocketError(SocketMessage::InvalidParameters, kErrorInvalidParameter, which);
 }
 
 // Which call a number of the system comes from.
@@ -89,10 +87,10 @@ CWSocket::CWSocket(std::unique_ptr<StreamTransport> transport, Clock& clock)
 void CWSocket::Connect(const StreamEndpoint& server, const ProxySettings& proxy, ConnectStyle style,
                        const ConnectLimits& limits) {
     Close();
-    CheckEndpoint(server, SocketPeer::Server);
+    Check(IsHost(server.host) && server.port != 0, SocketPeer::Server);
     if (!proxy.IsUsed()) return ConnectTo(server, SocketPeer::Server, limits.connect);
     const StreamEndpoint proxyEnd{.host = proxy.host, .port = proxy.port};
-    CheckEndpoint(proxyEnd, SocketPeer::Proxy);
+    Check(proxy.port != 0, SocketPeer::Proxy);
     ConnectTo(proxyEnd, SocketPeer::Proxy, limits.connect);
     ProxyTalk talk(*m_transport, m_clock, limits);
     try {
@@ -107,13 +105,23 @@ void CWSocket::Connect(const StreamEndpoint& server, const ProxySettings& proxy,
     }
 }
 
-void CWSocket::ConnectTo(const StreamEndpoint& peer, SocketPeer which, std::chrono::milliseconds limit) {
+Ipv4 CWSocket::Resolve(const std::string& host) {
+    return Resolve(host, SocketPeer::Server);
+}
+
+Ipv4 CWSocket::Resolve(const std::string& host, SocketPeer which) {
+    Check(IsHost(host), which);
     Ipv4 address = 0;
-    if (const std::uint32_t error = m_transport->Resolve(peer.host, address); error != 0) {
+    if (const std::uint32_t error = m_transport->Resolve(host, address); error != 0) {
         const bool isProxy = which == SocketPeer::Proxy;
         throw SocketError(FailedCall(error, isProxy ? SocketMessage::UnknownProxy : SocketMessage::UnknownAddress),
                           error, which);
     }
+    return address;
+}
+
+void CWSocket::ConnectTo(const StreamEndpoint& peer, SocketPeer which, std::chrono::milliseconds limit) {
+    const Ipv4 address = Resolve(peer.host, which);
     if (const std::uint32_t error = m_transport->Connect(address, peer.port, limit); error != 0) {
         throw SocketError(FailedCall(error, SocketMessage::Connect), error, which);
     }

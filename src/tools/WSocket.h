@@ -33,6 +33,8 @@ public:
     // The clock is borrowed for the socket's life.
     CWSocket(std::unique_ptr<StreamTransport> transport, Clock& clock);
 
+    // The first IPv4 address of a host, looked up by this machine.
+    [[nodiscard]] Ipv4 Resolve(const std::string& host);
     // Resolves and connects; through a proxy when the settings name one, and the name of the server then goes to
     // the proxy unresolved. Host names are at most 255 bytes without blanks and control characters
     // (kErrorInvalidParameter): what a user pastes can never become a header line.
@@ -49,6 +51,7 @@ public:
 private:
     class ProxyTalk;
 
+    [[nodiscard]] Ipv4 Resolve(const std::string& host, SocketPeer which);
     void ConnectTo(const StreamEndpoint& peer, SocketPeer which, std::chrono::milliseconds limit);
     void OpenHttpTunnel(ProxyTalk& talk, const StreamEndpoint& server, const ProxySettings& proxy,
                         ConnectStyle style);

@@ -22,6 +22,24 @@ TEST(ToolLinesTest, WakesOnceForLinesThatAreTakenInPieces) {
     EXPECT_EQ(woken, 2);
 }
 
+TEST(ToolLinesTest, TakesBackWhatWasPrinted) {
+    int woken = 0;
+    ToolLines lines([&] { ++woken; });
+    lines.Print("wait");
+    lines.Clear();
+    lines.Print("answer");
+    EXPECT_EQ(woken, 1);
+    ToolLines::Taken taken = lines.Take(10);
+    EXPECT_TRUE(taken.isAnew);
+    EXPECT_EQ(taken.text, "answer");
+    lines.Clear();  // of what was taken long ago
+    EXPECT_EQ(woken, 2);
+    lines.Print("second");
+    EXPECT_EQ(woken, 2);
+    EXPECT_TRUE(lines.Take(10).isAnew);
+    EXPECT_FALSE(lines.Take(10).isAnew);
+}
+
 TEST(ToolLinesTest, LetsNoPeerBreakALine) {
     ToolLines lines([] {});
     lines.Print("a\r\nIP: 10.0.0.1\x1B[31m\x7F\xE9");
