@@ -9,6 +9,7 @@ namespace {
 // At 96 pixels per inch.
 constexpr int kHeight = 34;
 constexpr int kGap = 8;
+constexpr int kCountRoom = 64;  // for the number of rows, beside the buttons
 
 std::string MenuText(const ListAction& action, const Language& language) {
     std::string text = language.GetText(action.caption);
@@ -46,19 +47,39 @@ const ListAction* ListActions::FindByKey(ListKey key) const {
     return found == m_actions.end() ? nullptr : &*found;
 }
 
-int ListActions::Height() const {
-    return m_buttons.empty() ? 0 : Scale(kHeight);
+std::size_t ListActions::RowCount(int width) const {
+    if (m_buttons.empty()) return 0;
+    const int each = static_cast<int>(m_buttons.front().control.Size().cx) + Scale(kGap);
+    const int most = std::max(1, (width - Scale(kCountRoom) + Scale(kGap)) / each);
+    const auto perRow = static_cast<std::size_t>(most);
+    return (m_buttons.size() + perRow - 1) / perRow;
+}
+
+int ListActions::Height(int width) const {
+    const auto rows = static_cast<int>(RowCount(width));
+    if (rows == 0) return 0;
+    return Scale(kHeight) + (rows - 1) * (static_cast<int>(m_buttons.front().control.Size().cy) + Scale(kGap));
 }
 
 LONG ListActions::Place(const RECT& band) const {
-    LONG left = band.right;
-    for (auto button = m_buttons.rbegin(); button != m_buttons.rend(); ++button) {
-        const SIZE size = button->control.Size();
-        left -= size.cx;
-        button->control.MoveTo(left, band.bottom - size.cy);
-        left -= Scale(kGap);
+    const std::size_t rows = RowCount(band.right - band.left);
+    if (rows == 0) return band.right;
+    // Rows as equal as can be, from the lowest one up.
+    const std::size_t perRow = (m_buttons.size() + rows - 1) / rows;
+    LONG lowestLeft = band.right;
+    for (std::size_t row = 0; row < rows; ++row) {
+        const std::size_t first = row * perRow;
+        LONG left = band.right;
+        for (std::size_t i = std::min(first + perRow, m_buttons.size()); i-- > first;) {
+            const SIZE size = m_buttons[i].control.Size();
+            left -= size.cx;
+            m_buttons[i].control.MoveTo(
+                left, band.bottom - size.cy - static_cast<LONG>(rows - 1 - row) * (size.cy + Scale(kGap)));
+            left -= Scale(kGap);
+        }
+        lowestLeft = left;
     }
-    return left;
+    return lowestLeft;
 }
 
 void ListActions::Enable(const PossibleActions& possible, HWND list) const {
