@@ -58,6 +58,7 @@ public:
 [[nodiscard]] std::unique_ptr<GalleryPage> MakeLargePacketDetailsGallery();
 [[nodiscard]] std::unique_ptr<GalleryPage> MakeLogDetailsGallery();
 [[nodiscard]] std::unique_ptr<GalleryPage> MakeConnectionDetailsGallery();
+[[nodiscard]] std::unique_ptr<GalleryPage> MakeTraceGallery();
 [[nodiscard]] std::unique_ptr<GalleryPage> MakeGraphsGallery();
 [[nodiscard]] std::unique_ptr<GalleryPage> MakeStatisticsGallery();
 

@@ -50,6 +50,7 @@ constexpr PageEntry kPages[] = {
     {"details-packet-large", &MakeLargePacketDetailsGallery, 1, true},
     {"details-log", &MakeLogDetailsGallery, 1, true},
     {"details-connection", &MakeConnectionDetailsGallery, 1, true},
+    {"trace", &MakeTraceGallery, 1, true},
     {"graphs", &MakeGraphsGallery},
     {"statistics", &MakeStatisticsGallery, 0, true},
 };

@@ -24,7 +24,6 @@ constexpr int kHeight = 440;
 constexpr int kLabelGap = 4;
 constexpr int kGap = 12;  // above and below the lines
 constexpr int kButtonGap = 8;
-constexpr int kFrame = 1;  // pixels
 
 // A name of the domain system has at most 253 letters (RFC 1035, 2.3.4).
 constexpr int kLongestAddress = 255;
@@ -98,6 +97,10 @@ RECT ToolDialog::OpeningPlace(SIZE size) const {
 }
 
 void ToolDialog::OnCreateContent() {
+    // What it showed when it was closed has gone with its window.
+    m_lines.Clear();
+    m_printed.reset();
+    m_wasStopped = false;
     m_postTarget = Window();
     ::SetWindowTextA(Window(), m_language.GetText(m_setup.title).c_str());
     AdoptControls();
@@ -165,12 +168,7 @@ void ToolDialog::PlaceControls() {
     m_status.Place({left, buttonTop, rest.right - m_close.Size().cx - Scale(kButtonGap), rest.bottom});
 
     rest.bottom = buttonTop - Scale(kGap);
-    m_card = rest;
-    m_lines.Place(Inset(rest, kFrame));
-}
-
-void ToolDialog::OnPaintGround(HDC dc) {
-    DrawFrame(dc, m_card, GetLook().colours.frame2);
+    m_lines.Place(rest);
 }
 
 std::string ToolDialog::TypedText() const {

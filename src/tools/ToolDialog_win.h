@@ -69,7 +69,6 @@ protected:
     std::optional<LRESULT> OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
 
 private:
-    void OnPaintGround(HDC dc) override;
     void OnCancel() override;
     void OnDestroy() override;
     bool OnLoopMessage(const MSG& message) override;
@@ -108,7 +107,6 @@ private:
     CButton m_save;
     CLabel m_status;
     CButton m_close;
-    RECT m_card{};  // around the lines
 
     bool m_isAtWork = false;
     bool m_wasStopped = false;

@@ -5,20 +5,19 @@
 #include "tools/TraceRoute.h"
 
 namespace brennvar {
-namespace {
 
-constexpr ToolSetup kSetup{.templateId = IDD_TRACE_ROUTE,
-                           .finishedMessage = TraceRouteDialog::kFinishedMessage,
-                           .title = Text{122, "Trace Route"},
-                           .addressLabel = Text{1749, "&Address or host name:"},
-                           .emptyText = Text{1750, "Enter an address or a host name and press Start."},
-                           .ofLine = AddressTool::WhoIs,
-                           .fileName = "trace"};
-
-}  // namespace
+ToolSetup TraceRouteDialog::Setup() {
+    return {.templateId = IDD_TRACE_ROUTE,
+            .finishedMessage = kFinishedMessage,
+            .title = Text{122, "Trace Route"},
+            .addressLabel = Text{1749, "&Address or host name:"},
+            .emptyText = Text{1750, "Enter an address or a host name and press Start."},
+            .ofLine = AddressTool::WhoIs,
+            .fileName = "trace"};
+}
 
 TraceRouteDialog::TraceRouteDialog(const CFonts& fonts, const Language& language, AddressTools& tools)
-    : ToolDialog(fonts, language, tools, kSetup) {}
+    : ToolDialog(fonts, language, tools, Setup()) {}
 
 ToolDialog::ToolJob TraceRouteDialog::MakeJob(const std::string& text) {
     return [&language = GetLanguage(), text](ToolOutput& output, const StopSignal& stop) {
