@@ -9,8 +9,7 @@ namespace {
 // At 96 pixels per inch.
 constexpr int kHeight = 34;
 constexpr int kGap = 8;
-
-constexpr std::size_t kMostInOneRow = 5;
+constexpr int kCountRoom = 64;  // for the number of rows, beside the buttons
 
 bool IsForRows(const ListAction& action) {
     return action.rows != ActionRows::None;
@@ -31,11 +30,10 @@ void ListActions::Create(HWND window, const Look& look, const Language& language
     for (const ListAction& action : actions) {
         if (action.place == ActionPlace::ButtonAndMenu) m_buttons.emplace_back(&action);
     }
-    m_areInTwoRows = m_buttons.size() > kMostInOneRow;
-    // All buttons of a row are of one kind, in which every caption is whole.
+    // All buttons of a group are of one kind, in which every caption is whole.
     const auto kindOf = [&](bool isForRows) {
         const bool fit = std::all_of(m_buttons.begin(), m_buttons.end(), [&](const ActionButton& button) {
-            return (m_areInTwoRows && IsForRows(*button.action) != isForRows) ||
+            return IsForRows(*button.action) != isForRows ||
                    FitsButton(kButton, window, look, language.GetText(button.action->caption));
         });
         return fit ? &kButton : &kButtonMedium;
@@ -60,16 +58,25 @@ const ListAction* ListActions::FindByKey(ListKey key) const {
     return found == m_actions.end() ? nullptr : &*found;
 }
 
-int ListActions::Height() const {
+bool ListActions::AreInTwoRows(int width) const {
+    int needed = Scale(kCountRoom);
+    for (const ActionButton& button : m_buttons) needed += static_cast<int>(button.control.Size().cx) + Scale(kGap);
+    return needed - Scale(kGap) > width &&
+           std::any_of(m_buttons.begin(), m_buttons.end(),
+                       [](const ActionButton& button) { return !IsForRows(*button.action); });
+}
+
+int ListActions::Height(int width) const {
     if (m_buttons.empty()) return 0;
-    return Scale(kHeight) * (m_areInTwoRows ? 2 : 1);
+    return Scale(kHeight) * (AreInTwoRows(width) ? 2 : 1);
 }
 
 LONG ListActions::Place(const RECT& band) const {
+    const bool areInTwoRows = AreInTwoRows(band.right - band.left);
     LONG left = band.right;
     LONG leftAbove = band.right;
     for (auto button = m_buttons.rbegin(); button != m_buttons.rend(); ++button) {
-        const bool isAbove = m_areInTwoRows && IsForRows(*button->action);
+        const bool isAbove = areInTwoRows && IsForRows(*button->action);
         LONG& at = isAbove ? leftAbove : left;
         const SIZE size = button->control.Size();
         at -= size.cx;

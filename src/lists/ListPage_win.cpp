@@ -76,7 +76,9 @@ void ListPage::OnPlaceContent(const RECT& place) {
     m_search.Place({place.right - Scale(kSearchWidth), searchTop, place.right, searchTop + Scale(kSearchHeight)});
     // It reaches into the page's margin.
     const LONG bottom = place.bottom + Scale(kBelow);
-    const RECT footer{place.left, bottom - std::max(Scale(kCountHeight), m_actions.Height()), place.right, bottom};
+    const RECT footer{place.left,
+                      bottom - std::max(Scale(kCountHeight), m_actions.Height(place.right - place.left)),
+                      place.right, bottom};
     m_choices.Place({place.left, place.top, place.right, place.top + m_choices.Height()});
     m_list->Place({place.left, place.top + m_choices.Height(), place.right, footer.top});
     // Beside the buttons, not below them: a new count would paint over those that stay as they are.

@@ -274,8 +274,8 @@ TEST_F(ConnectionsModelTest, GroupsKeepTheirStateAndSumWhatBelongsToThem) {
     EXPECT_EQ(model->Program(0), "c:\\tools\\a.exe");
     EXPECT_EQ(model->Program(1), std::nullopt);
     EXPECT_EQ(model->Program(5), "");
-    EXPECT_EQ(Offered(0), "000011");
-    EXPECT_EQ(Offered(5), "000000");
+    EXPECT_EQ(Offered(0), "00000011");
+    EXPECT_EQ(Offered(5), "00000000");
     model->SetExpanded(0, false);
     EXPECT_EQ(model->RowCount(), 5);
     EXPECT_FALSE(model->Shape(0).isExpanded);
@@ -431,7 +431,7 @@ TEST_F(ConnectionsModelTest, OffersWhatCanBeDoneWithARow) {
     SetConnections({});
     ASSERT_TRUE(ReadRows());
     EXPECT_EQ(model->Mark(0), RowMark::Gone);
-    EXPECT_EQ(Offered(0), "110111");
+    EXPECT_EQ(Offered(0), "11011111");
 }
 
 TEST_F(ConnectionsModelTest, BlocksTheOtherSideForTheTimeOfTheOption) {
