@@ -207,28 +207,26 @@ void ApplicationsModel::KeepRemoved(std::span<const int> rows) {
     }
     if (removed.empty()) return;
     m_removed = std::move(removed);
-    if (View()) View()->SummaryChanged();
+    TellOfUndo();
 }
 
 void ApplicationsModel::Undo() {
     if (!CanUndoRemoval()) return m_exchange.Undo();
     for (const ApplicationChange& change : std::exchange(m_removed, {})) (void)m_changes.Add(change);
-    if (View()) {
-        View()->SummaryChanged();
-        View()->PostCommand(IDM_APPLICATION_ALLOW);  // any of these has all changes carried
-    }
+    TellOfUndo();
+    if (View()) View()->PostCommand(IDM_APPLICATION_ALLOW);  // any of these has all changes carried
     SettleLater();
 }
 
-void ApplicationsModel::OnExchangeChanged() {
+void ApplicationsModel::TellOfUndo() {
     if (!View()) return;
-    View()->ProgressChanged();
     View()->SummaryChanged();
+    View()->ProgressChanged();  // has the buttons looked at as well
 }
 
 void ApplicationsModel::OnRulesReplaced() {
     m_removed.clear();  // other rules than those that they were removed from
-    OnExchangeChanged();
+    TellOfUndo();
     SettleLater();
 }
 
@@ -260,9 +258,8 @@ void ApplicationsModel::OnRead(std::vector<ApplicationRow> rows, const Request& 
     if (request.over == m_changes.Last() && !m_removed.empty() &&
         std::all_of(m_removed.begin(), m_removed.end(), isThere)) {
         m_removed.clear();
-        if (View()) View()->SummaryChanged();
+        TellOfUndo();
     }
-    if (View()) View()->ProgressChanged();
 }
 
 }  // namespace brennvar

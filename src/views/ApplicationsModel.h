@@ -61,8 +61,9 @@ private:
     };
 
     void OnChangesOver() override { SettleLater(); }
-    void OnExchangeChanged() override;
+    void OnExchangeChanged() override { TellOfUndo(); }
     void OnRulesReplaced() override;
+    void TellOfUndo();
     void Undo();
     // The rules that were removed last, and are not there again.
     [[nodiscard]] bool CanUndoRemoval() const { return !m_removed.empty(); }

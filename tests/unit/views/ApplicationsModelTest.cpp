@@ -182,7 +182,7 @@ TEST_F(ApplicationsModelTest, TakesTheLastRemovalBack) {
     Do(IDC_APPLICATIONS_REMOVE, {0, 1, 2});
     EXPECT_TRUE(model.CanDo(IDC_APPLICATIONS_UNDO, -1));
     EXPECT_EQ(model.Summary(), "Rules removed: 2. 'Undo' brings them back.");
-    EXPECT_EQ(view.TakeChanges(), "sbL");
+    EXPECT_EQ(view.TakeChanges(), "spbL");
     changes.Carry();
     EXPECT_EQ(sent(), "a3 b3 ");
     stored = {Rule("c", Ask)};
