@@ -124,7 +124,7 @@ class ForeignArchives(ArchiveCase):
         self.by(["zip", "-q", name, "-"], input=RULES)
         self.hold("zip", "from a pipe")
         self.by(["zip", "-q", "-z", name, "rules.conf"], input=b"A comment\nof two lines\n.\n")
-        self.assertIn("comment: A comment%0Aof two lines", self.take()[0].text)
+        self.assertIn("comment: A comment%0D%0Aof two lines", self.take()[0].text)
         self.hold("zip", "with a comment")
         self.by(["zip", "-q", "-P", "secret", name, "rules.conf"])
         self.hold("zip", "with a password", "enciphered")
