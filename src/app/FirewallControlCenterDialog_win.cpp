@@ -43,7 +43,8 @@ FirewallControlCenterDialog::FirewallControlCenterDialog(Session& session)
       m_commands(session, [this] { Pages().OnLogsDeleted(); }),
       m_tray(session.fonts, session.language, [this](const std::string& link) { OpenWebPage(link); }),
       m_status(session.language),
-      m_leaving(session, m_tray) {}
+      m_tools(session.fonts, session.language, [this](const std::string& link) { OpenWebPage(link); }),
+      m_leaving(session, m_tray, m_tools) {}
 
 FirewallControlCenterDialog::Outcome FirewallControlCenterDialog::Run() {
     const INT_PTR result = DoModal(nullptr, IDD_CONTROL_CENTER);
@@ -55,6 +56,7 @@ void FirewallControlCenterDialog::OnInitDialog() {
     CreateFrame(m_session.language.GetText(41, "Brennvar Personal Firewall"), PageEntries());
     m_status.Create(Window(), GetLook());
     RestorePlace();
+    m_tools.Attach(Window());
     m_session.Begin(Window(), *this);  // before the page asks the service for anything
     Pages().Open(kFirstPage);
     SetFirstFocus(kFirstPage);
@@ -68,6 +70,7 @@ void FirewallControlCenterDialog::OnInitDialog() {
 
 void FirewallControlCenterDialog::OnDestroy() {
     FrameDialog::OnDestroy();
+    m_tools.Attach(nullptr);
     m_session.End();
     for (const TickInfo& tick : Ticks::Table()) ::KillTimer(Window(), tick.timer);
 }
@@ -156,7 +159,8 @@ void FirewallControlCenterDialog::OnCommand(int id, int notification) {
         default:
             if (const auto change = ModeChangeOf(id)) {
                 m_session.modes.Change(*change);
-            } else if (!m_commands.OnCommand(Window(), id) && !OnFrameCommand(id) && Pages().HasPage(id)) {
+            } else if (!m_commands.OnCommand(Window(), id) && !m_tools.OnCommand(id) && !OnFrameCommand(id) &&
+                       Pages().HasPage(id)) {
                 OpenPage(id);
             }
             break;
@@ -231,7 +235,7 @@ std::optional<LRESULT> FirewallControlCenterDialog::OnMessage(UINT message, WPAR
 bool FirewallControlCenterDialog::IsBusy() const {
     // A modal dialog over this window keeps it disabled.
     return m_session.IsPromptOpen() || m_session.IsTellingNotice() || m_session.IsAnyWorkerRunning() ||
-           !::IsWindowEnabled(Window());
+           m_tools.IsAnyOpen() || !::IsWindowEnabled(Window());
 }
 
 void FirewallControlCenterDialog::TakeAway() {

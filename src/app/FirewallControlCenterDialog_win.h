@@ -16,6 +16,7 @@
 #include "app/Session_win.h"
 #include "app/StatusLine_win.h"
 #include "app/Ticks.h"
+#include "app/ToolWindows_win.h"
 #include "base/Handles_win.h"
 #include "lists/PageOwner.h"
 
@@ -71,6 +72,9 @@ private:
 
     // The pages' owner
     void OpenPageAt(int command, const std::string& key) override;
+    void OpenTool(AddressTool tool, const std::string& hostOrAddress) override {
+        m_tools.OpenTool(tool, hostOrAddress);
+    }
     void Notify(const std::string& title, const std::string& text) override { m_tray.Notify(title, text); }
 
     [[nodiscard]] std::vector<PageHost::Entry> PageEntries();
@@ -99,6 +103,7 @@ private:
     ControlCommands m_commands;
     ControlCenterTray m_tray;
     StatusLine m_status;
+    ToolWindows m_tools;
     Leaving m_leaving;
     std::string m_wantedRow;  // of the page that is opened next
 };

@@ -13,6 +13,10 @@ namespace {
 // So many selected rows are asked whether an action works for one of them.
 constexpr int kMostAskedRows = 1000;
 
+bool NeedsRow(const ListAction& action) {
+    return action.rows == ActionRows::Focused || action.rows == ActionRows::Selected;
+}
+
 bool IsHeld(int key) {
     return ::GetKeyState(key) < 0;
 }
@@ -20,7 +24,7 @@ bool IsHeld(int key) {
 }  // namespace
 
 bool ListPage::IsPossible(const ListAction& action) const {
-    if (action.rows == ActionRows::None) return m_model->CanDo(action.id, -1);
+    if (!NeedsRow(action)) return m_model->CanDo(action.id, -1);
     if (action.rows == ActionRows::Focused) {
         return FocusedRow() >= 0 && m_model->CanDo(action.id, SourceRowOf(FocusedRow()));
     }
@@ -65,7 +69,7 @@ std::vector<int> ListPage::RowsOf(const ListAction& action) const {
     std::vector<int> rows;
     if (action.rows == ActionRows::Selected) {
         rows = SelectedSourceRows();
-    } else if (action.rows == ActionRows::Focused && FocusedRow() >= 0) {
+    } else if (action.rows != ActionRows::None && FocusedRow() >= 0) {
         rows.push_back(SourceRowOf(FocusedRow()));
     }
     std::erase_if(rows, [&](int row) { return !m_model->CanDo(action.id, row); });
@@ -76,7 +80,7 @@ void ListPage::DoAction(const ListAction& action) {
     if (!IsPossible(action)) return;
     if (action.showsDetails) return ShowDetails(FocusedRow());
     std::vector<int> rows = RowsOf(action);
-    const bool isForRows = action.rows != ActionRows::None;
+    const bool isForRows = NeedsRow(action);
     if (isForRows && rows.empty()) return;
     if (const auto question = m_model->Question(action.id, rows)) {
         std::unordered_set<std::string> asked;

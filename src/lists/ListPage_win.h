@@ -80,6 +80,9 @@ private:
     void CopyText(const std::string& text) override;
     void OpenLink(const std::string& address) override { Programs().OpenLink(address); }
     void OpenFolderOf(const std::string& file) override { Programs().OpenFolderOf(file); }
+    void OpenTool(AddressTool tool, const std::string& hostOrAddress) override {
+        m_context.owner.OpenTool(tool, hostOrAddress);
+    }
     void Tell(const std::string& title, const std::string& text) override { m_context.owner.Notify(title, text); }
 
     // Rows as they are shown; the model's numbers are those of source rows. They are the same when the model

@@ -18,7 +18,6 @@ ToolSetup Setup() {
             .title = Text{1717, "Who is it"},
             .addressLabel = Text{1718, "&Address or host name:"},
             .emptyText = Text{1719, "Type an address or a host name and press Start: a registry tells whose it is."},
-            .itself = AddressTool::WhoIs,
             .ofLine = AddressTool::WhoIs,
             .fileName = "whois"};
 }

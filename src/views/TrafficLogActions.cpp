@@ -10,12 +10,14 @@
 namespace brennvar {
 namespace {
 
-constexpr std::array<ListAction, 6> kActions = {
+constexpr std::array<ListAction, 8> kActions = {
     {{TrafficLogModel::kDetails, Text{1362, "D&etails"}, ActionPlace::ButtonAndMenu, ActionRows::Focused,
       ListKey::Enter},
      {TrafficLogModel::kShowRule, Text{1674, "Show its &rule"}, ActionPlace::Menu, ActionRows::Focused},
      {TrafficLogModel::kOpenFolder, Text{1673, "Open &folder of the program"}, ActionPlace::Menu,
       ActionRows::Focused},
+     kTraceRouteAction,
+     kWhoIsAction,
      kLocateAction,
      {TrafficLogModel::kExport, Text{1437, "E&xport..."}, ActionPlace::ButtonAndMenu, ActionRows::None},
      {TrafficLogModel::kDeleteLogs, Text{1217, "Delete logs..."}, ActionPlace::ButtonAndMenu, ActionRows::None}}};
@@ -31,7 +33,7 @@ bool TrafficLogModel::CanDo(int action, int row) const {
     if (action == kDeleteLogs) return true;
     const LogRow* const entry = RowAt(row);
     if (entry == nullptr) return false;
-    if (action == kLocateAction.id) return entry->hasAddresses && CanDoAddressAction(action, entry->remoteAddress);
+    if (IsAddressAction(action)) return entry->hasAddresses && CanDoAddressAction(action, entry->remoteAddress);
     switch (action) {
         case kShowRule:
         case kOpenFolder: return !entry->path.empty();

@@ -26,6 +26,7 @@ public:
     std::string copied;
     std::vector<std::string> links;
     std::vector<std::string> folders;
+    std::vector<std::pair<AddressTool, std::string>> tools;
     std::vector<std::string> told;
 
     // 'b' before a change, 'R', 'B' and 'L' after one of rows, behind and looks, "F3" for three rows that came
@@ -73,6 +74,9 @@ private:
     void CopyText(const std::string& text) override { copied = text; }
     void OpenLink(const std::string& address) override { links.push_back(address); }
     void OpenFolderOf(const std::string& file) override { folders.push_back(file); }
+    void OpenTool(AddressTool tool, const std::string& hostOrAddress) override {
+        tools.emplace_back(tool, hostOrAddress);
+    }
     void Tell(const std::string& title, const std::string& text) override { told.push_back(title + ": " + text); }
 
     ListModel& m_model;

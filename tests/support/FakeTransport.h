@@ -31,6 +31,7 @@ public:
     struct Exchange {
         std::string until;
         std::vector<Piece> pieces;
+        bool closes = false;  // the connection behind the pieces, though the script goes on
     };
     struct Connection {
         std::string address;
@@ -90,6 +91,7 @@ private:
             m_isOpen = true;
             m_peer.m_heard.clear();
             m_peer.m_coming.clear();
+            m_peer.m_isClosing = false;
             m_peer.Follow();
             return 0;
         }
@@ -134,12 +136,13 @@ private:
         while (!script.empty() && m_heard.ends_with(script.front().until)) {
             if (!script.front().until.empty()) m_heard.clear();
             m_coming.insert(m_coming.end(), script.front().pieces.begin(), script.front().pieces.end());
+            m_isClosing = script.front().closes;
             script.pop_front();
         }
     }
     StreamOutcome Give(std::span<std::byte> bytes, std::chrono::milliseconds limit) {
         if (m_coming.empty()) {
-            if (closesAtEnd && script.empty()) return {};
+            if (m_isClosing || (closesAtEnd && script.empty())) return {};
             clock.Pass(limit);
             return {.error = kErrorTimedOut};
         }
@@ -159,6 +162,7 @@ private:
 
     std::string m_heard;  // since the last exchange
     std::deque<Piece> m_coming;
+    bool m_isClosing = false;  // behind what is coming
 };
 
 }  // namespace brennvar::test

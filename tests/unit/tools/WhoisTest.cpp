@@ -54,6 +54,7 @@ TEST_F(WhoisTest, AsksTheFirstServerAndShowsItsAnswerInPlaceOfTheWaitingLine) {
 
 TEST_F(WhoisTest, AsksTheEuropeanRegistryWhereTheFirstAnswerNamesIt) {
     peer.Say("+ 192.0.2.9\r\n", {"# a remark: RIPE Network Coordination", " Centre\n"});
+    peer.script.back().closes = true;
     peer.Say("192.0.2.9\r\n", {"inetnum: 192.0.2.0\n"});
     EXPECT_EQ(LookUp("192.0.2.9"), Lines{"inetnum: 192.0.2.0"});
     EXPECT_EQ(peer.sent, "+ 192.0.2.9\r\n192.0.2.9\r\n");

@@ -404,17 +404,23 @@ TEST_F(ConnectionsModelTest, NothingIsDeliveredToAModelThatHasGone) {
 }
 
 TEST_F(ConnectionsModelTest, OffersWhatCanBeDoneWithARow) {
-    // Details, block, terminate, locate, folder, rule.
+    // Details, block, terminate, trace route, whois, locate, folder, rule.
     SetConnections({Connection(26, 1, 3), Connection(26, 2, 4), Connection(0, 3, 7), Connection(4, 4, 4),
                     Connection(0xFFFFFFFF, 5, 10)});
     SetListeners({Listener(6, 80, 26)});
     ASSERT_TRUE(ReadRows());
-    const char* const offered[] = {"111111", "111111", "110111", "100100", "100111", "101011"};
+    const char* const offered[] = {"11111111", "11111111", "11011111", "10011100", "10011111", "10100011"};
     for (int row = 0; row < 6; ++row) EXPECT_EQ(Offered(row), offered[row]) << row << Text(row, Column::State);
     Do(IDC_ADDRESS_LOCATE, 0);
     Do(IDC_ADDRESS_LOCATE, 5);
     EXPECT_EQ(view.links,
               std::vector<std::string>{"https://www.brennvar.example/locate/index.php?ip=93%2E184%2E216%2E34"});
+    Do(IDC_ADDRESS_WHOIS, 0);
+    Do(IDC_ADDRESS_WHOIS, 5);  // a listener has no other side
+    model->Do(IDC_ADDRESS_TRACE_ROUTE, {});
+    EXPECT_TRUE(model->CanDo(IDC_ADDRESS_TRACE_ROUTE, -1));
+    EXPECT_EQ(view.tools, (std::vector<std::pair<AddressTool, std::string>>{{AddressTool::WhoIs, "93.184.216.34"},
+                                                                            {AddressTool::TraceRoute, ""}}));
     Do(IDC_CONNECTIONS_FOLDER, 0);
     Do(IDC_CONNECTIONS_FOLDER, 3);
     EXPECT_EQ(view.folders, std::vector<std::string>{"c:\\tools\\a.exe"});
