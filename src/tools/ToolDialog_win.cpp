@@ -98,6 +98,10 @@ RECT ToolDialog::OpeningPlace(SIZE size) const {
 }
 
 void ToolDialog::OnCreateContent() {
+    // What it showed when it was closed has gone with its window.
+    m_lines.Clear();
+    m_printed.reset();
+    m_wasStopped = false;
     m_postTarget = Window();
     ::SetWindowTextA(Window(), m_language.GetText(m_setup.title).c_str());
     AdoptControls();
