@@ -12,8 +12,7 @@ if(LibZip_FOUND AND NOT TARGET LibZip::LibZip)
     INTERFACE_INCLUDE_DIRECTORIES ${LibZip_INCLUDE_DIR})
   if(WIN32)
     find_package(ZLIB REQUIRED)
-    # Static; it takes its random numbers from the system.
-    set_property(TARGET LibZip::LibZip PROPERTY INTERFACE_COMPILE_DEFINITIONS ZIP_STATIC)
+    # It takes its random numbers from the system.
     set_property(TARGET LibZip::LibZip PROPERTY INTERFACE_LINK_LIBRARIES ZLIB::ZLIB advapi32)
   endif()
 endif()

@@ -51,6 +51,8 @@ constexpr PageEntry kPages[] = {
     {"details-log", &MakeLogDetailsGallery, 1, true},
     {"details-connection", &MakeConnectionDetailsGallery, 1, true},
     {"trace", &MakeTraceGallery, 1, true},
+    {"import", &MakeImportGallery, 1, true},
+    {"import-unreadable", &MakeImportUnreadableGallery, 1, true},
     {"graphs", &MakeGraphsGallery},
     {"statistics", &MakeStatisticsGallery, 0, true},
 };

@@ -17,6 +17,8 @@ cd "$(dirname "$0")/.."
 measures='
 decipher_rules    DecipherRules   CopyRules      speed  0.7
 look_up_rule      LookUpLastRule  ReadRulesFile  times  2.0
+export_rules      ExportRules     ZipRules       waits  1.1
+import_rules      ImportRules     UnzipRules     waits  1.2
 read_70_options   ReadAllOptions  -              ms     5
 connections           Refresh/as_read     SortTables  times  4.0
 connections_sorted    Refresh/sorted      SortTables  times  4.0

@@ -10,6 +10,12 @@ namespace {
 constexpr int kHeight = 34;
 constexpr int kGap = 8;
 
+constexpr std::size_t kMostInOneRow = 5;
+
+bool IsForRows(const ListAction& action) {
+    return action.rows != ActionRows::None;
+}
+
 std::string MenuText(const ListAction& action, const Language& language) {
     std::string text = language.GetText(action.caption);
     if (action.key == ListKey::Delete) text += "\tDel";
@@ -22,15 +28,23 @@ std::string MenuText(const ListAction& action, const Language& language) {
 void ListActions::Create(HWND window, const Look& look, const Language& language,
                          std::span<const ListAction> actions) {
     m_actions = actions;
-    // All of one kind, in which every caption is whole.
-    const ButtonKind* kind = &kButton;
     for (const ListAction& action : actions) {
-        if (action.place != ActionPlace::ButtonAndMenu) continue;
-        m_buttons.emplace_back(&action);
-        if (!FitsButton(kButton, window, look, language.GetText(action.caption))) kind = &kButtonMedium;
+        if (action.place == ActionPlace::ButtonAndMenu) m_buttons.emplace_back(&action);
     }
+    m_areInTwoRows = m_buttons.size() > kMostInOneRow;
+    // All buttons of a row are of one kind, in which every caption is whole.
+    const auto kindOf = [&](bool isForRows) {
+        const bool fit = std::all_of(m_buttons.begin(), m_buttons.end(), [&](const ActionButton& button) {
+            return (m_areInTwoRows && IsForRows(*button.action) != isForRows) ||
+                   FitsButton(kButton, window, look, language.GetText(button.action->caption));
+        });
+        return fit ? &kButton : &kButtonMedium;
+    };
+    const ButtonKind& ofRows = *kindOf(true);
+    const ButtonKind& ofList = *kindOf(false);
     for (ActionButton& button : m_buttons) {
-        button.control.Create(window, *kind, language.GetText(button.action->caption), button.action->id, look);
+        button.control.Create(window, IsForRows(*button.action) ? ofRows : ofList,
+                              language.GetText(button.action->caption), button.action->id, look);
     }
 }
 
@@ -47,16 +61,20 @@ const ListAction* ListActions::FindByKey(ListKey key) const {
 }
 
 int ListActions::Height() const {
-    return m_buttons.empty() ? 0 : Scale(kHeight);
+    if (m_buttons.empty()) return 0;
+    return Scale(kHeight) * (m_areInTwoRows ? 2 : 1);
 }
 
 LONG ListActions::Place(const RECT& band) const {
     LONG left = band.right;
+    LONG leftAbove = band.right;
     for (auto button = m_buttons.rbegin(); button != m_buttons.rend(); ++button) {
+        const bool isAbove = m_areInTwoRows && IsForRows(*button->action);
+        LONG& at = isAbove ? leftAbove : left;
         const SIZE size = button->control.Size();
-        left -= size.cx;
-        button->control.MoveTo(left, band.bottom - size.cy);
-        left -= Scale(kGap);
+        at -= size.cx;
+        button->control.MoveTo(at, band.bottom - size.cy - (isAbove ? Scale(kHeight) : 0));
+        at -= Scale(kGap);
     }
     return left;
 }

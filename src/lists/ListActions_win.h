@@ -45,6 +45,7 @@ private:
 
     std::span<const ListAction> m_actions;
     std::deque<ActionButton> m_buttons;
+    bool m_areInTwoRows = false;  // those that work on rows above those that do not
 };
 
 }  // namespace brennvar

@@ -8,9 +8,9 @@ namespace brennvar {
 
 Text NameOfState(ApplicationState state) {
     switch (state) {
-        case ApplicationState::Deny: return {1, "Deny"};
-        case ApplicationState::Allow: return {2, "Allow"};
-        default: return {3, "Ask"};
+        case ApplicationState::Deny: return Text{1, "Deny"};
+        case ApplicationState::Allow: return Text{2, "Allow"};
+        default: return Text{3, "Ask"};
     }
 }
 

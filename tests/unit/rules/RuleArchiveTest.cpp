@@ -132,6 +132,13 @@ TEST(RuleArchiveTest, RefusesWhatContradictsItselfOrCannotBeUnpacked) {
     };
     for (const Row& row : rows) EXPECT_EQ(ReadAll(row.bytes), row.found) << row.what;
 
+    // A size in a local header that says that its sizes come later, as some programs write it.
+    ZipEntry early = good;
+    early.flags = 8;
+    std::string bytes = ZipBytes({early});
+    bytes[22] = 7;
+    EXPECT_EQ(ReadAll(bytes), "!Damaged");
+
     // Entries that share their bytes: each fits, but together they are more than there is.
     const ZipEntry shared = StoredEntry("s", std::string(100, 's'));
     ZipEntry second = shared;
