@@ -23,13 +23,17 @@ bool IsOneOf(int code, std::initializer_list<int> codes) {
     return false;
 }
 
+constexpr std::uint32_t kUnauthorised = 401;  // RFC 9110, 15.5.2; 407 is what a proxy should say
+
 MailProblem ProblemOfProxy(const SocketError& error) {
     switch (error.message) {
         case SocketMessage::UnknownProxy: return MailProblem::UnknownProxy;
         case SocketMessage::ProxyNeedsLogin: return MailProblem::ProxyLogin;
         case SocketMessage::ProxyLogin:
-            // Of a SOCKS proxy that did not take the login; else it would not connect to the server.
-            return error.code == kErrorAccessDenied ? MailProblem::ProxyLogin : MailProblem::ProxyRefused;
+            // Of a SOCKS proxy that did not take the login, or an HTTP proxy that answers a wrong one like a web
+            // server; else it would not connect to the server.
+            return error.code == kErrorAccessDenied || error.code == kUnauthorised ? MailProblem::ProxyLogin
+                                                                                   : MailProblem::ProxyRefused;
         default: return MailProblem::ProxyNotConnected;
     }
 }

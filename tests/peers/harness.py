@@ -8,6 +8,7 @@ import shutil
 import signal
 import socket
 import subprocess
+import sys
 import tempfile
 import threading
 import time
@@ -254,6 +255,11 @@ class Table:
             return ""
         widths = [max(len(row[column]) for row in cls.rows) for column in (0, 1)]
         return "".join(f"{case:<{widths[0]}}  {peer:<{widths[1]}}  {outcome}\n" for case, peer, outcome in cls.rows)
+
+
+def end_in_order():
+    """Whoever ends this process wants the peers ended, too: the ordinary way out does that."""
+    signal.signal(signal.SIGTERM, lambda *_: sys.exit(143))
 
 
 @contextmanager

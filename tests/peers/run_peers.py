@@ -12,7 +12,6 @@
 Each test function is a case. None is left out unsaid: where a peer or a right is missing, the case fails and says which.
 """
 import argparse
-import signal
 import sys
 import unittest
 from fnmatch import fnmatchcase
@@ -71,8 +70,7 @@ def main():
     arguments = parser.parse_args()
     harness.Choice.driver = arguments.driver.resolve()
     harness.Choice.prefix_template = arguments.prefix_template
-    # Whoever ends this process wants the peers ended, too: the ordinary way out does that.
-    signal.signal(signal.SIGTERM, lambda *_: sys.exit(143))
+    harness.end_in_order()
 
     suite, left = unittest.TestSuite(), 0
     for case in cases_of(unittest.TestLoader().discover(Path(__file__).parent, "test_*.py")):

@@ -14,7 +14,7 @@ import time
 from pathlib import Path
 
 from driver import tool, windows_path
-from harness import Choice, own_folder
+from harness import Choice, end_in_order, own_folder
 from mail_servers import AioServer
 
 ATTACHED = 25 * 1024 * 1024  # bytes
@@ -44,9 +44,9 @@ def mail_attachment(folder, repetitions):
     path.write_bytes(random.Random(25).randbytes(ATTACHED))
     with AioServer(handler=Forgetful()) as server:
         def ours():
-            result = tool("mail", server="127.0.0.1", port=server.port, to="b@peer.test", subject="speed", text="text",
-                          attach=windows_path(path), name="attached.bin", type="application/octet-stream",
-                          **{"from": "a@peer.test"})
+            result = tool("mail", timeout=900, server="127.0.0.1", port=server.port, to="b@peer.test",
+                          subject="speed", text="text", attach=windows_path(path), name="attached.bin",
+                          type="application/octet-stream", **{"from": "a@peer.test"})
             assert result.outcome == "done", result.text
 
         def curls():
@@ -73,16 +73,17 @@ def encoding(folder, name, content, repetitions):
 
 
 def main():
+    end_in_order()
     Choice.driver = Path(sys.argv[1]).resolve()
     repetitions = int(sys.argv[2])
     with own_folder() as folder:
-        print(f"mail_attachment {mail_attachment(folder, repetitions):.3f}")
         data = random.Random(64).randbytes(ENCODED)
-        print(f"encode_base64 {encoding(folder, 'base64', data, repetitions):.3f}")
+        print(f"encode_base64 {encoding(folder, 'base64', data, repetitions):.3f}", flush=True)
         # Text as mail has it: lines, and a letter in thirty that is not ASCII.
         text = ("Die Regel für das Programm wurde geändert = von \"erlaubt\" auf \"gesperrt\".\r\n").encode("cp1252")
         print(f"encode_quoted_printable "
-              f"{encoding(folder, 'quoted-printable', text * (ENCODED // len(text)), repetitions):.3f}")
+              f"{encoding(folder, 'quoted-printable', text * (ENCODED // len(text)), repetitions):.3f}", flush=True)
+        print(f"mail_attachment {mail_attachment(folder, repetitions):.3f}", flush=True)
 
 
 if __name__ == "__main__":

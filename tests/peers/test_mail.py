@@ -33,11 +33,13 @@ class WholeMessages(PeerCase):
         super().setUp()
         sizes = (0, 1, 56, 57, 58, 57 * 1024, 57 * 1024 + 1, 300_000)
         self.files = {f"data {size}.bin": random.Random(size).randbytes(size) for size in sizes}
-        self.files["prázdniny.csv"] = b"a;b\r\n.\r\n..\r\nFrom x\r\n"
         self.text = "First line\r\n.\r\n..two dots\r\nFrom me\r\n" + "long " * 400 + "\r\nCafé à la carte = 100 %\r\n"
 
     def values(self, page, text, subject, who):
         attached = []
+        # A name that has letters of the page: that of the sender.
+        self.files = {**{name: content for name, content in self.files.items() if name.startswith("data")},
+                      f"{who}.csv": b"a;b\r\n.\r\n..\r\nFrom x\r\n"}
         for name, content in self.files.items():
             path = self.folder / f"{len(attached)}.bin"
             path.write_bytes(content)
@@ -46,7 +48,7 @@ class WholeMessages(PeerCase):
                 "to": f'"{who}" <one@peer.test>'.encode(page), "cc": "two@peer.test", "bcc": "hidden@peer.test",
                 "subject": subject.encode(page), "text": text.encode(page), "charset": f"windows-{page[2:]}",
                 "page": page[2:], "attach": attached, "type": ["application/octet-stream"] * len(attached),
-                "name": [name.encode(page, "replace") for name in self.files]}
+                "name": [name.encode(page) for name in self.files]}
 
     def check(self, raw, page, text, subject, who):
         message = email.message_from_bytes(raw, policy=email.policy.compat32)
@@ -58,9 +60,8 @@ class WholeMessages(PeerCase):
         body, *files = list(message.walk())[1:]
         self.assertEqual(body.get_payload(decode=True).decode(body.get_content_charset()).replace("\r\n", "\n"),
                          text.replace("\r\n", "\n"))
-        names = [name.encode(page, "replace").decode(page) for name in self.files]
         self.assertEqual([str(email.header.make_header(email.header.decode_header(part.get_filename())))
-                          for part in files], names)
+                          for part in files], list(self.files))
         for part, content in zip(files, self.files.values()):
             self.assertEqual(part.get_payload(decode=True), content, part.get_filename())
         for line in raw.replace(b"\r\n", b"\n").split(b"\n"):
@@ -141,7 +142,6 @@ class MailDialogues(PeerCase):
             ("535 without a retry", {"auth": (good[0], refused), "MAIL": wanted}, login, "5"),
             ("535 with a retry", {"auth": (good[0], refused, *good)}, {**login, "retries": 1}, "done"),
             ("535 for ever", {"auth": (good[0], refused) * 100, "MAIL": wanted}, {**login, "retries": 10**6}, "5"),
-            ("challenge that is none", {"AUTH": b"334 ****\r\n", "MAIL": wanted}, login, "530"),
             ("STARTTLS wanted", {"MAIL": b"530 5.7.0 Must issue a STARTTLS command first\r\n"}, {}, "530"),
         )
         for case, table, values, outcome in rows:
@@ -159,8 +159,11 @@ class MailDialogues(PeerCase):
         """a server that asks for the User Name instead of the Username"""
         with AioServer(login=True, own_words=True) as server:
             result = send(server, user=USER, password=PASSWORD)
-            self.assertTrue(result.outcome.startswith("530"), result.text)
-            self.note("aiosmtpd", f"the login ends as laid down: {result.lines[-1]}")
+            # A question that is none of the two ends the login; the server still waits for its answer then, and
+            # takes the next command for it.
+            self.assertTrue(result.outcome.startswith("501"), result.text)
+            self.assertEqual(server.envelopes, [])
+            self.note("aiosmtpd", f"not logged in, not sent: {result.lines[-1]}")
 
     def test_greetings(self):
         """greeting"""
@@ -276,6 +279,7 @@ class MailDialogues(PeerCase):
                 self.assertEqual((result.outcome, len(server.envelopes)), ("done", 1), result.text)
                 wrong = send(server, proxy_password="wrong", **through)
                 self.assertTrue(wrong.outcome.startswith("-1"), wrong.text)
+                self.assertIn("The proxy refused the login.", wrong.text)
                 self.note(kind.name, f"sent; wrong password: {wrong.lines[-1]}")
 
     def test_spelling_of_connect(self):

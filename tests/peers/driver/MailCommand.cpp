@@ -113,7 +113,8 @@ void SendMessageByMail(const Arguments& arguments) {
         (void)std::printf("outcome: done\n");
         return;
     }
-    const MailFailure failure = FailureOf(smtp, code);
+    const MailFailure failure =
+        smtp.IsMessageUnfit() ? MailFailure{.problem = MailProblem::NoAttachment} : FailureOf(smtp, code);
     (void)std::printf("sentence: %s\n", DescribeFailure(failure, Language(nullptr)).c_str());
     (void)std::printf("outcome: %d (%u)\n", code, failure.error);
 }

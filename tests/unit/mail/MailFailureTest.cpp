@@ -35,6 +35,7 @@ TEST(MailFailureTest, NamesWhatTheConnectionFailedWith) {
         {{SocketMessage::ProxyLogin, kErrorAccessDenied, SocketPeer::Proxy},
          SmtpStep::Connection,
          MailProblem::ProxyLogin},
+        {{SocketMessage::ProxyLogin, 401, SocketPeer::Proxy}, SmtpStep::Connection, MailProblem::ProxyLogin},
         {{SocketMessage::ProxyLogin, 403, SocketPeer::Proxy}, SmtpStep::Connection, ProxyRefused},
     };
     for (const Row& row : rows) {
