@@ -123,6 +123,8 @@ public:
     virtual void RowsCameFirst(int count) = 0;
     virtual void EmptyTextChanged() = 0;
     virtual void ChoicesChanged() = 0;
+    // The rows stay in this order, whatever was wished last: the search or the sort was stopped.
+    virtual void OrderKept(const RowOrder& order) = 0;
     virtual void ProgressChanged() = 0;
     virtual void SummaryChanged() = 0;
     // Calls ListModel::OnWake once, so much later. Instead of the call that is due now, if there is one.

@@ -51,7 +51,10 @@ void ListPage::OnCreateContent() {
     events.refreshWanted = [this] { Reload(); };
     events.findWanted = [this] { OnFind(); };
     events.copyWanted = [this] { return CopyByModel(); };
-    events.selectionChanged = [this] { OnSelectionChanged(); };
+    events.selectionChanged = [this] {
+        m_awaited = {};
+        OnSelectionChanged();
+    };
     events.cellClicked = [this](int row, int column) { return ClickCell(row, column); };
     if (m_actions.FindByKey(ListKey::Enter)) events.opened = [this](int) { (void)PressKey(ListKey::Enter); };
     m_list->keyPressed = [this](ListKey key) { return PressKey(key); };
@@ -137,7 +140,9 @@ void ListPage::OnFind() {
 }
 
 void ListPage::ProgressChanged() {
-    m_choices.ShowProgress(m_model->Progress());
+    const auto progress = m_model->Progress();
+    if (!progress) m_awaited = {};
+    m_choices.ShowProgress(progress);
     OnSelectionChanged();  // some actions wait for the end
 }
 

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "lists/ListModel.h"
+#include "lists/RowOrder.h"
 
 namespace brennvar::test {
 
@@ -24,6 +25,7 @@ public:
     std::optional<SavePlace> savePlace;  // the user's answer
     std::function<void()> whileAsked;    // what goes on before it
     std::string copied;
+    std::optional<RowOrder> orderKept;
     std::vector<std::string> links;
     std::vector<std::string> folders;
     std::vector<std::pair<AddressTool, std::string>> tools;
@@ -56,6 +58,7 @@ private:
     void RowsCameFirst(int count) override { m_changes += "F" + std::to_string(count); }
     void EmptyTextChanged() override { m_changes += 'e'; }
     void ChoicesChanged() override { m_changes += 'c'; }
+    void OrderKept(const RowOrder& order) override { orderKept = order; }
     void ProgressChanged() override { m_changes += 'p'; }
     void SummaryChanged() override { m_changes += 's'; }
     void WakeIn(std::chrono::milliseconds time) override { wake = time; }

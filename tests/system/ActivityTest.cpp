@@ -221,13 +221,13 @@ TEST_F(ActivityTest, ClientsThatAreStuckHoldNobodyUp) {
         EXPECT_TRUE(!writes || ::WriteFile(stuck.Get(), whole.data(), 8208, &written, nullptr));
         const auto start = std::chrono::steady_clock::now();
         EXPECT_EQ(Call(Request(2, 4)).size(), 8208U);
-        EXPECT_LT(std::chrono::steady_clock::now() - start, 5s);
+        EXPECT_LT(std::chrono::steady_clock::now() - start, 20s);
     }
     ExpectAnswers();
     const UniqueFile stuck = Connect();
     const auto start = std::chrono::steady_clock::now();
     Leave();
-    EXPECT_LT(std::chrono::steady_clock::now() - start, 10s);
+    EXPECT_LT(std::chrono::steady_clock::now() - start, 20s);
 }
 
 TEST_F(ActivityTest, BothQuestionsStandSideBySideAndEndInEitherOrder) {

@@ -320,6 +320,8 @@ TEST_F(TrafficLogModelTest, KeepsTheListWhenAnotherOneIsStopped) {
     release.set_value();
     listing.Stop();
     EXPECT_EQ(model->Choices().at(2).chosen, 0);
+    ASSERT_TRUE(view.orderKept);
+    EXPECT_EQ(view.orderKept->column, RowOrder::kAsRead);
     EXPECT_EQ(model->Summary(), summary);
     test::AppendTo(path, Event(2, 15, 0, 0));
     PassSecond();
