@@ -77,6 +77,7 @@ enum class ActionRows : std::uint8_t {
     None,     // works without a row
     Focused,  // one row: that of the focus, or the one that was clicked
     Selected,
+    SelectedOrAll,  // without a selection no rows: then all are meant
 };
 
 struct ListAction {
@@ -213,7 +214,7 @@ public:
                                                                std::span<const int> /*rows*/) const {
         return std::nullopt;
     }
-    // As many rows as the action wants; at least one, unless it wants none.
+    // As many rows as the action wants; at least one, unless it works without.
     virtual void Do(int /*action*/, std::span<const int> /*rows*/) {}
     // Ctrl+C for rows whose texts are not at hand. True: the model brings them to ListView::CopyText.
     virtual bool Copy(const RowRanges& /*rows*/) { return false; }

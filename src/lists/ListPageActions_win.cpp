@@ -13,6 +13,10 @@ namespace {
 // So many selected rows are asked whether an action works for one of them.
 constexpr int kMostAskedRows = 1000;
 
+bool NeedsRows(const ListAction& action) {
+    return action.rows == ActionRows::Focused || action.rows == ActionRows::Selected;
+}
+
 bool IsHeld(int key) {
     return ::GetKeyState(key) < 0;
 }
@@ -20,7 +24,7 @@ bool IsHeld(int key) {
 }  // namespace
 
 bool ListPage::IsPossible(const ListAction& action) const {
-    if (action.rows == ActionRows::None) return m_model->CanDo(action.id, -1);
+    if (!NeedsRows(action)) return m_model->CanDo(action.id, -1);
     if (action.rows == ActionRows::Focused) {
         return FocusedRow() >= 0 && m_model->CanDo(action.id, SourceRowOf(FocusedRow()));
     }
@@ -63,6 +67,7 @@ void ListPage::SelectAll() {
 
 std::vector<int> ListPage::RowsOf(const ListAction& action) const {
     std::vector<int> rows;
+    if (action.rows == ActionRows::SelectedOrAll) return SelectedSourceRows();
     if (action.rows == ActionRows::Selected) {
         rows = SelectedSourceRows();
     } else if (action.rows == ActionRows::Focused && FocusedRow() >= 0) {
@@ -76,7 +81,7 @@ void ListPage::DoAction(const ListAction& action) {
     if (!IsPossible(action)) return;
     if (action.showsDetails) return ShowDetails(FocusedRow());
     std::vector<int> rows = RowsOf(action);
-    const bool isForRows = action.rows != ActionRows::None;
+    const bool isForRows = NeedsRows(action);
     if (isForRows && rows.empty()) return;
     if (const auto question = m_model->Question(action.id, rows)) {
         std::unordered_set<std::string> asked;
