@@ -41,6 +41,7 @@ FirewallControlCenterDialog::FirewallControlCenterDialog(Session& session)
           return ApplyResourceChoice(current, chosen);
       }),
       m_commands(session, [this] { Pages().OnLogsDeleted(); }),
+      m_mail(session),
       m_tray(session.fonts, session.language, [this](const std::string& link) { OpenWebPage(link); }),
       m_status(session.language),
       m_tools(session.fonts, session.language, [this](const std::string& link) { OpenWebPage(link); }),
@@ -57,6 +58,7 @@ void FirewallControlCenterDialog::OnInitDialog() {
     m_status.Create(Window(), GetLook());
     RestorePlace();
     m_tools.Attach(Window());
+    m_mail.SetWindow(Window());
     m_session.Begin(Window(), *this);  // before the page asks the service for anything
     Pages().Open(kFirstPage);
     SetFirstFocus(kFirstPage);
@@ -72,6 +74,7 @@ void FirewallControlCenterDialog::OnDestroy() {
     FrameDialog::OnDestroy();
     m_tools.Attach(nullptr);
     m_session.End();
+    m_mail.SetWindow(nullptr);
     for (const TickInfo& tick : Ticks::Table()) ::KillTimer(Window(), tick.timer);
 }
 
@@ -86,9 +89,10 @@ std::vector<PageHost::Entry> FirewallControlCenterDialog::PageEntries() {
     const Language& language = m_session.language;
     std::vector<PageHost::Entry> entries;
     for (const PageInfo& info : PageList()) {
-        entries.push_back({.command = info.command,
-                           .caption = language.GetText(info.caption),
-                           .make = [this, &info] { return MakePage(info, m_session, m_resources, *this); }});
+        entries.push_back(
+            {.command = info.command, .caption = language.GetText(info.caption), .make = [this, &info] {
+                 return MakePage(info, m_session, m_resources, *this, m_mail);
+             }});
     }
     entries.push_back({.command = IDM_SUPPORT, .caption = language.GetText(1045, "Support"), .make = {}});
     entries.push_back({.command = IDM_ABOUT, .caption = language.GetText(52, "About"), .make = {}});
@@ -159,8 +163,8 @@ void FirewallControlCenterDialog::OnCommand(int id, int notification) {
         default:
             if (const auto change = ModeChangeOf(id)) {
                 m_session.modes.Change(*change);
-            } else if (!m_commands.OnCommand(Window(), id) && !m_tools.OnCommand(id) && !OnFrameCommand(id) &&
-                       Pages().HasPage(id)) {
+            } else if (!m_commands.OnCommand(Window(), id) && !m_tools.OnCommand(id) && !m_mail.OnCommand(id) &&
+                       !OnFrameCommand(id) && Pages().HasPage(id)) {
                 OpenPage(id);
             }
             break;
@@ -264,7 +268,8 @@ void FirewallControlCenterDialog::ExitControlCenter() {
     if (m_session.gate.IsAsking()) return m_session.gate.ComeForward();
     if (CPage* const page = Pages().Current(); page && !page->MayLeave()) return;
     m_leaving.Exit(
-        Window(), [this] { return m_session.prompt.IsBusy() || m_session.IsAnyWorkerRunning(); },
+        Window(),
+        [this] { return m_session.prompt.IsBusy() || m_session.IsAnyWorkerRunning() || m_mail.IsSending(); },
         [this] { End(kResultExit); });
 }
 

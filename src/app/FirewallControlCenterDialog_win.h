@@ -12,6 +12,7 @@
 #include "app/FrameDialog_win.h"
 #include "app/InstalledResources_win.h"
 #include "app/Leaving_win.h"
+#include "app/MailWindow_win.h"
 #include "app/SessionView.h"
 #include "app/Session_win.h"
 #include "app/StatusLine_win.h"
@@ -101,6 +102,7 @@ private:
     UniqueIcon m_smallIcon;
     InstalledResources m_resources;
     ControlCommands m_commands;
+    MailWindow m_mail;
     ControlCenterTray m_tray;
     StatusLine m_status;
     ToolWindows m_tools;

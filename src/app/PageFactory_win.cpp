@@ -16,7 +16,7 @@
 namespace brennvar {
 
 std::unique_ptr<CPage> MakePage(const PageInfo& info, Session& session, SkinsAndLanguages& resources,
-                                PageOwner& owner) {
+                                PageOwner& owner, MailForms& mail) {
     const Language& language = session.language;
     const ListPageContext lists{
         .fonts = session.fonts, .language = language, .userValues = session.userValues, .owner = owner};
@@ -57,7 +57,8 @@ std::unique_ptr<CPage> MakePage(const PageInfo& info, Session& session, SkinsAnd
                                                                          .writing = session.workers[1],
                                                                          .lookups = session.lookups,
                                                                          .dataFolder = session.dataFolder,
-                                                                         .page = session.codePage}));
+                                                                         .page = session.codePage,
+                                                                         .mail = mail}));
         case IDM_OPTIONS:
             return std::make_unique<OptionsPage>(session.fonts, language, std::move(texts),
                                                  OptionEditor::Parts{.commander = session.commander,

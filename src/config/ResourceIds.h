@@ -14,6 +14,8 @@
 #define IDD_DELETE_LOG 930
 #define IDD_ABOUT 950
 #define IDD_WHOIS 985
+#define IDD_MAIL 987
+#define IDD_MAIL_TEST 988
 #define IDD_TRACE_ROUTE 986
 #define IDD_IMPORT_RULES 989
 
@@ -71,6 +73,8 @@
 #define IDM_UPDATE 974
 #define IDM_DELETE_LOGS 975
 #define IDM_SET_PASSWORD 976
+#define IDM_TEST_MAIL_HERE 992
+#define IDM_MAIL 993
 #define IDM_TRACE_ROUTE 977
 #define IDM_WHOIS 978
 #define IDM_EXPORT_RULES 979
@@ -163,6 +167,27 @@
 #define IDC_TOOL_COPY 1435
 #define IDC_TOOL_SAVE 1436
 #define IDC_TOOL_STATUS 1437
+
+// The form for a mail, and the test of the options for mail; closing is IDCANCEL
+#define IDC_MAIL_TO_LABEL 1460
+#define IDC_MAIL_TO 1461
+#define IDC_MAIL_CC_LABEL 1462
+#define IDC_MAIL_CC 1463
+#define IDC_MAIL_SUBJECT_LABEL 1464
+#define IDC_MAIL_SUBJECT 1465
+#define IDC_MAIL_TEXT_LABEL 1466
+#define IDC_MAIL_TEXT 1467
+#define IDC_MAIL_FILE 1468
+#define IDC_MAIL_PROGRESS 1469
+#define IDC_MAIL_STATUS 1470
+#define IDC_MAIL_SEND 1471
+#define IDC_MAIL_STOP 1472
+#define IDC_MAIL_TEST_NOTE 1480
+#define IDC_MAIL_TEST_LINES 1481
+#define IDC_MAIL_TEST_STATUS 1482
+#define IDC_MAIL_TEST_AGAIN 1483
+#define IDC_MAIL_TEST_STOP 1484
+#define IDC_MAIL_TEST_COPY 1485
 
 // The Options page; the field of an option has the number 1000 and the option's identifier
 #define IDC_OPTIONS_SECTIONS 1100

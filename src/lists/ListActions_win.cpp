@@ -11,10 +11,6 @@ constexpr int kHeight = 34;
 constexpr int kGap = 8;
 constexpr int kCountRoom = 64;  // for the number of rows, beside the buttons
 
-bool IsForRows(const ListAction& action) {
-    return action.rows != ActionRows::None;
-}
-
 std::string MenuText(const ListAction& action, const Language& language) {
     std::string text = language.GetText(action.caption);
     if (action.key == ListKey::Delete) text += "\tDel";
@@ -31,9 +27,9 @@ void ListActions::Create(HWND window, const Look& look, const Language& language
         if (action.place == ActionPlace::ButtonAndMenu) m_buttons.emplace_back(&action);
     }
     // All buttons of a group are of one kind, in which every caption is whole.
-    const auto kindOf = [&](bool isForRows) {
+    const auto kindOf = [&](bool needsRow) {
         const bool fit = std::all_of(m_buttons.begin(), m_buttons.end(), [&](const ActionButton& button) {
-            return IsForRows(*button.action) != isForRows ||
+            return NeedsRow(*button.action) != needsRow ||
                    FitsButton(kButton, window, look, language.GetText(button.action->caption));
         });
         return fit ? &kButton : &kButtonMedium;
@@ -41,7 +37,7 @@ void ListActions::Create(HWND window, const Look& look, const Language& language
     const ButtonKind& ofRows = *kindOf(true);
     const ButtonKind& ofList = *kindOf(false);
     for (ActionButton& button : m_buttons) {
-        button.control.Create(window, IsForRows(*button.action) ? ofRows : ofList,
+        button.control.Create(window, NeedsRow(*button.action) ? ofRows : ofList,
                               language.GetText(button.action->caption), button.action->id, look);
     }
 }
@@ -63,7 +59,7 @@ bool ListActions::AreInTwoRows(int width) const {
     for (const ActionButton& button : m_buttons) needed += static_cast<int>(button.control.Size().cx) + Scale(kGap);
     return needed - Scale(kGap) > width &&
            std::any_of(m_buttons.begin(), m_buttons.end(),
-                       [](const ActionButton& button) { return !IsForRows(*button.action); });
+                       [](const ActionButton& button) { return !NeedsRow(*button.action); });
 }
 
 int ListActions::Height(int width) const {
@@ -76,7 +72,7 @@ LONG ListActions::Place(const RECT& band) const {
     LONG left = band.right;
     LONG leftAbove = band.right;
     for (auto button = m_buttons.rbegin(); button != m_buttons.rend(); ++button) {
-        const bool isAbove = areInTwoRows && IsForRows(*button->action);
+        const bool isAbove = areInTwoRows && NeedsRow(*button->action);
         LONG& at = isAbove ? leftAbove : left;
         const SIZE size = button->control.Size();
         at -= size.cx;

@@ -40,7 +40,7 @@ public:
     void AddTo(CPopupMenu& menu, const Language& language, const PossibleActions& possible) const;
 
 private:
-    // Those that work on rows above those that do not.
+    // Those that need a row above those that do not.
     [[nodiscard]] bool AreInTwoRows(int width) const;
 
     struct ActionButton {

@@ -79,6 +79,7 @@ enum class ActionRows : std::uint8_t {
     Focused,       // one row: that of the focus, or the one that was clicked
     FocusedIfAny,  // likewise where there is one that it can be done with; works without
     Selected,
+    SelectedOrAll,  // without a selection no rows: then all are meant
 };
 
 struct ListAction {
@@ -90,6 +91,10 @@ struct ListAction {
     // Nothing that the model does: the page shows ListModel::Details of the row.
     bool showsDetails = false;
 };
+// Whether it can only be done with a row.
+[[nodiscard]] constexpr bool NeedsRow(const ListAction& action) {
+    return action.rows == ActionRows::Focused || action.rows == ActionRows::Selected;
+}
 
 // A question that comes before an action; its other answer is "Cancel", which is the default.
 struct ListQuestion {

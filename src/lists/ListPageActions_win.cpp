@@ -13,10 +13,6 @@ namespace {
 // So many selected rows are asked whether an action works for one of them.
 constexpr int kMostAskedRows = 1000;
 
-bool NeedsRow(const ListAction& action) {
-    return action.rows == ActionRows::Focused || action.rows == ActionRows::Selected;
-}
-
 bool IsHeld(int key) {
     return ::GetKeyState(key) < 0;
 }
@@ -67,6 +63,7 @@ void ListPage::SelectAll() {
 
 std::vector<int> ListPage::RowsOf(const ListAction& action) const {
     std::vector<int> rows;
+    if (action.rows == ActionRows::SelectedOrAll) return SelectedSourceRows();
     if (action.rows == ActionRows::Selected) {
         rows = SelectedSourceRows();
     } else if (action.rows != ActionRows::None && FocusedRow() >= 0) {

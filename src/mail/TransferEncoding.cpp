@@ -27,15 +27,20 @@ constexpr std::array<bool, 256> MakePlain() {
 }
 constexpr std::array<bool, 256> kPlain = MakePlain();
 
+constexpr std::array<bool, 256> kIsBreak = [] {
+    std::array<bool, 256> isBreak{};
+    for (const char c : kBreaks) isBreak[static_cast<unsigned char>(c)] = true;
+    return isBreak;
+}();
+
 bool IsPlain(char c) {
     return kPlain[static_cast<unsigned char>(c)];
 }
 
 void AppendCode(std::string& out, char c) {
     const auto byte = static_cast<unsigned char>(c);
-    out += '=';
-    out += kHexDigits[byte >> 4];
-    out += kHexDigits[byte & 0xF];
+    const char code[kCodeSize] = {'=', kHexDigits[byte >> 4], kHexDigits[byte & 0xF]};
+    out.append(code, kCodeSize);
 }
 
 // Lines of quoted-printable, the last of which is being written.
@@ -85,7 +90,7 @@ private:
     // Behind a character of kBreaks, as it stands or as a code. All of kBreaks but "!" stand as they are.
     [[nodiscard]] bool IsGoodPlace(std::size_t at) const {
         const char before = m_out[at - 1];
-        if (kBreaks.find(before) != std::string_view::npos) return true;
+        if (kIsBreak[static_cast<unsigned char>(before)]) return true;
         return before == '1' && m_out.compare(at - kCodeSize, kCodeSize, "=21") == 0;
     }
     // A blank at the end of a line may be lost on the way (RFC 2045, 6.7 (3)).
@@ -169,11 +174,16 @@ std::string EncodeText(TransferEncoding encoding, std::string_view text) {
 }
 
 void AppendBase64Lines(std::string& out, std::string_view bytes, bool isFirst) {
-    const std::string letters = EncodeBase64(bytes);
-    out.reserve(out.size() + letters.size() + letters.size() / kLongestLine * 2 + 2);
-    for (std::size_t at = 0; at < letters.size(); at += kLongestLine) {
-        if (at > 0 || !isFirst) out += "\r\n";
-        out.append(letters, at, kLongestLine);
+    out.reserve(out.size() + SizeOfBase64Lines(bytes.size()) + 2);
+    // Few lines at a time, so that what lies between stays in the fastest memory.
+    constexpr std::size_t kAtOnce = 64 * kBytesOfBase64Line;
+    for (; !bytes.empty(); bytes.remove_prefix(std::min(kAtOnce, bytes.size()))) {
+        const std::string letters = EncodeBase64(bytes.substr(0, kAtOnce));
+        for (std::size_t at = 0; at < letters.size(); at += kLongestLine) {
+            if (!isFirst) out += "\r\n";
+            isFirst = false;
+            out.append(letters, at, kLongestLine);
+        }
     }
 }
 

@@ -3,6 +3,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 
 namespace brennvar {
 namespace {
@@ -21,6 +22,13 @@ constexpr std::array<std::uint8_t, 256> kDigits = [] {
     return digits;
 }();
 
+// The two letters of every twelve bits: attachments of many megabytes go through here.
+constexpr std::array<std::array<char, 2>, 4096> kPairs = [] {
+    std::array<std::array<char, 2>, 4096> pairs{};
+    for (std::size_t i = 0; i < pairs.size(); ++i) pairs[i] = {kLetters[i >> 6], kLetters[i & 63]};
+    return pairs;
+}();
+
 std::uint32_t ByteAt(std::string_view text, std::size_t place) {
     return place < text.size() ? static_cast<unsigned char>(text[place]) : 0;
 }
@@ -28,14 +36,20 @@ std::uint32_t ByteAt(std::string_view text, std::size_t place) {
 }  // namespace
 
 std::string EncodeBase64(std::string_view bytes) {
-    std::string text;
-    text.reserve((bytes.size() + 2) / 3 * 4);
-    for (std::size_t i = 0; i < bytes.size(); i += 3) {
+    std::string text((bytes.size() + 2) / 3 * 4, kPadding);
+    char* to = text.data();
+    std::size_t i = 0;
+    for (; i + 3 <= bytes.size(); i += 3, to += 4) {
         const std::uint32_t group = ByteAt(bytes, i) << 16 | ByteAt(bytes, i + 1) << 8 | ByteAt(bytes, i + 2);
-        text += kLetters[group >> 18];
-        text += kLetters[group >> 12 & 63];
-        text += i + 1 < bytes.size() ? kLetters[group >> 6 & 63] : kPadding;
-        text += i + 2 < bytes.size() ? kLetters[group & 63] : kPadding;
+        std::memcpy(to, kPairs[group >> 12].data(), 2);
+        std::memcpy(to + 2, kPairs[group & 0xFFF].data(), 2);
+    }
+    // One byte left makes two letters, two make three; the rest stays padding.
+    const std::size_t left = bytes.size() - i;
+    if (left > 0) {
+        const std::uint32_t group = ByteAt(bytes, i) << 16 | ByteAt(bytes, i + 1) << 8;
+        std::memcpy(to, kPairs[group >> 12].data(), 2);
+        if (left == 2) to[2] = kLetters[group >> 6 & 63];
     }
     return text;
 }

@@ -1,4 +1,5 @@
 #include <array>
+#include <filesystem>
 #include <utility>
 
 #include "config/ResourceIds.h"
@@ -10,7 +11,7 @@
 namespace brennvar {
 namespace {
 
-constexpr std::array<ListAction, 8> kActions = {
+constexpr std::array<ListAction, 9> kActions = {
     {{TrafficLogModel::kDetails, Text{1362, "D&etails"}, ActionPlace::ButtonAndMenu, ActionRows::Focused,
       ListKey::Enter},
      {TrafficLogModel::kShowRule, Text{1674, "Show its &rule"}, ActionPlace::Menu, ActionRows::Focused},
@@ -20,6 +21,7 @@ constexpr std::array<ListAction, 8> kActions = {
      kWhoIsAction,
      kLocateAction,
      {TrafficLogModel::kExport, Text{1437, "E&xport..."}, ActionPlace::ButtonAndMenu, ActionRows::None},
+     {TrafficLogModel::kMail, Text{1808, "&Mail..."}, ActionPlace::ButtonAndMenu, ActionRows::SelectedOrAll},
      {TrafficLogModel::kDeleteLogs, Text{1217, "Delete logs..."}, ActionPlace::ButtonAndMenu, ActionRows::None}}};
 
 }  // namespace
@@ -29,7 +31,7 @@ std::span<const ListAction> TrafficLogModel::Actions() const {
 }
 
 bool TrafficLogModel::CanDo(int action, int row) const {
-    if (action == kExport) return RowCount() > 0 && !IsExporting();
+    if (action == kExport || action == kMail) return RowCount() > 0 && !IsExporting();
     if (action == kDeleteLogs) return true;
     const LogRow* const entry = RowAt(row);
     if (entry == nullptr) return false;
@@ -44,6 +46,7 @@ bool TrafficLogModel::CanDo(int action, int row) const {
 void TrafficLogModel::Do(int action, std::span<const int> rows) {
     if (!View()) return;
     if (action == kExport) return AskForExport();
+    if (action == kMail) return Mail(rows);
     if (action == kDeleteLogs) return View()->PostCommand(IDM_DELETE_LOGS);
     if (rows.empty() || !CanDo(action, rows.front())) return;
     const LogRow& entry = *RowAt(rows.front());
@@ -216,13 +219,33 @@ bool TrafficLogModel::Copy(const RowRanges& rows) {
             numbers.push_back(m_rows.NumberOf(row));
         }
     }
-    const std::size_t count = numbers.size();
-    m_writing.Copy({.place = m_cache.Place(),
-                    .extent = Extent(),
-                    .count = count,
-                    .numberAt = [numbers = std::move(numbers)](std::size_t i) { return numbers[i]; }});
+    m_writing.Copy(SelectionOf(std::move(numbers)));
     ScheduleWake();
     return true;
+}
+
+LogSelection TrafficLogModel::SelectionOf(std::vector<std::uint32_t> numbers) const {
+    const std::size_t count = numbers.size();
+    return {.place = m_cache.Place(),
+            .extent = Extent(),
+            .count = count,
+            .numberAt = [numbers = std::move(numbers)](std::size_t i) { return numbers[i]; }};
+}
+
+void TrafficLogModel::Mail(std::span<const int> rows) {
+    if (TellExporting()) return;
+    std::vector<std::uint32_t> numbers;
+    numbers.reserve(rows.size());
+    for (const int row : rows) {
+        if (row < RowCount()) numbers.push_back(m_rows.NumberOf(row));
+    }
+    std::error_code error;
+    const std::filesystem::path folder = std::filesystem::temp_directory_path(error);
+    // A name that no other mail has, of this program or of another user's.
+    m_mailPath = (folder / ("brennvar-mail-" + std::to_string(m_parts.clock.UtcNow()) + ".csv")).string();
+    m_writing.Export(rows.empty() ? Selection() : SelectionOf(std::move(numbers)), m_mailPath, LogFormat::Csv);
+    if (View()) View()->ProgressChanged();
+    ScheduleWake();
 }
 
 void TrafficLogModel::TellFinished(const LogWriting::Finished& finished) {
@@ -233,6 +256,14 @@ void TrafficLogModel::TellFinished(const LogWriting::Finished& finished) {
         return;
     }
     const Language& language = m_parts.language;
+    const bool isForMail = finished.path == m_mailPath;
+    if (isForMail && finished.state->result == WriteResult::Written) {
+        return m_parts.mail.OpenMailForm({.path = finished.path,
+                                          .name = LogName() + ".csv",
+                                          .contentType = "text/csv",
+                                          .subject = LogName(),
+                                          .isTemporary = true});
+    }
     std::string text;
     if (finished.state->result == WriteResult::Written) {
         text = language.GetText(1461, "The log has been exported to this file:") + '\n' + finished.path;
