@@ -59,6 +59,7 @@ void FirewallControlCenterDialog::OnInitDialog() {
     RestorePlace();
     m_tools.Attach(Window());
     m_mail.SetWindow(Window());
+    m_session.rules.SendWith(&m_mail);
     m_session.Begin(Window(), *this);  // before the page asks the service for anything
     Pages().Open(kFirstPage);
     SetFirstFocus(kFirstPage);
@@ -74,6 +75,7 @@ void FirewallControlCenterDialog::OnDestroy() {
     FrameDialog::OnDestroy();
     m_tools.Attach(nullptr);
     m_session.End();
+    m_session.rules.SendWith(nullptr);
     m_mail.SetWindow(nullptr);
     for (const TickInfo& tick : Ticks::Table()) ::KillTimer(Window(), tick.timer);
 }

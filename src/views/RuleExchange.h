@@ -53,8 +53,8 @@ public:
     RuleExchange& operator=(const RuleExchange&) = delete;
 
     void Watch(RuleExchangeWatcher& watcher) { m_watcher = &watcher; }
-    // Who sends an exported archive; without them it is not offered.
-    void SendWith(MailForms& mail) { m_mail = &mail; }
+    // Who sends an exported archive, borrowed; null: it is not offered.
+    void SendWith(MailForms* mail) { m_mail = mail; }
 
     // Once, when the program begins: puts right what an import left that ended in the middle, and looks for what
     // can be taken back.

@@ -167,7 +167,7 @@ TEST_F(RuleExchangeTest, ExportsUnderTheNameThatWasChosenButTheExtension) {
         std::vector<MailWish> wishes;
         void OpenMailForm(const MailWish& wish) override { wishes.push_back(wish); }
     } mail;
-    exchange.SendWith(mail);
+    exchange.SendWith(&mail);
     dialogs.agrees = true;
     exchange.Export(RuleSet::Applications);
     queue.RunAll();
