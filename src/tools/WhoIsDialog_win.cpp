@@ -13,13 +13,14 @@ namespace brennvar {
 namespace {
 
 ToolSetup Setup() {
-    return {.templateId = IDD_WHOIS,
-            .finishedMessage = WhoIsDialog::kMessageFinished,
-            .title = Text{1717, "Who is it"},
-            .addressLabel = Text{1718, "&Address or host name:"},
-            .emptyText = Text{1719, "Type an address or a host name and press Start: a registry tells whose it is."},
-            .ofLine = AddressTool::WhoIs,
-            .fileName = "whois"};
+    return {
+        .templateId = IDD_WHOIS,
+        .finishedMessage = WhoIsDialog::kMessageFinished,
+        .title = Text{1717, "Who is it"},
+        .addressLabel = Text{1718, "&Address or host name:"},
+        .emptyText = Text{1719, "Type an address or a host name and press Start: a registry tells whose it is."},
+        .ofLine = AddressTool::WhoIs,
+        .fileName = "whois"};
 }
 
 void LookUp(const std::string& text, const Language& language, ToolOutput& output, const StopSignal& stop) {

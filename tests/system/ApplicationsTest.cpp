@@ -185,9 +185,10 @@ TEST_F(ApplicationsTest, RulesGoOutAndComeBackAndTheImportIsTakenBack) {
     }
     ExpectSent({kReload});
     EXPECT_TRUE(WaitUntil([&] { return ListRowCount(m_list) == 3; }));
-    EXPECT_TRUE(WaitUntil([&] { return ReadList(2) == Rows{{"a.exe", R"(C:\Tools\a.exe)"},
-                                                           {"b.exe", R"(C:\Tools\b.exe)"},
-                                                           {"c.exe", R"(C:\Tools\c.exe)"}}; }));
+    EXPECT_TRUE(WaitUntil([&] {
+        return ReadList(2) ==
+               Rows{{"a.exe", R"(C:\Tools\a.exe)"}, {"b.exe", R"(C:\Tools\b.exe)"}, {"c.exe", R"(C:\Tools\c.exe)"}};
+    }));
     EXPECT_TRUE(WaitForActions("Deny Deny Allow "));
 
     EXPECT_TRUE(WaitUntil([&] { return IsEnabled(kUndo); }));
