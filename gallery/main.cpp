@@ -51,6 +51,7 @@ constexpr PageEntry kPages[] = {
     {"details-log", &MakeLogDetailsGallery, 1, true},
     {"details-connection", &MakeConnectionDetailsGallery, 1, true},
     {"trace", &MakeTraceGallery, 1, true},
+    {"whois", &MakeWhoIsGallery, 1, true},
     {"graphs", &MakeGraphsGallery},
     {"statistics", &MakeStatisticsGallery, 0, true},
 };
