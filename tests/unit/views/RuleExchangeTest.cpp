@@ -243,7 +243,7 @@ TEST(ImportRowsTest, FilesComeFirstAndRulesSayWhatBecomesOfThem) {
         for (int column = 0; column < ImportRows::kColumnCount; ++column) shown += rows.Text(row, column) + ',';
         shown += ' ';
     }
-    EXPECT_EQ(shown, "Added,x,,2 KB, Removed,y,1 B,, Added,a,,Deny, Removed,b,Ask,, Changed,c,Allow,Deny, ");
+    EXPECT_EQ(shown, "Added,x,,2.0 KB, Removed,y,1 B,, Added,a,,Deny, Removed,b,Ask,, Changed,c,Allow,Deny, ");
     EXPECT_EQ(rows.ToneOf(4, ImportRows::kBefore), Tone::Allow);
     EXPECT_EQ(rows.ToneOf(4, ImportRows::kAfter), Tone::Deny);
     EXPECT_EQ(rows.ToneOf(2, ImportRows::kBefore), Tone::Plain);
