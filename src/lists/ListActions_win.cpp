@@ -26,19 +26,13 @@ void ListActions::Create(HWND window, const Look& look, const Language& language
     for (const ListAction& action : actions) {
         if (action.place == ActionPlace::ButtonAndMenu) m_buttons.emplace_back(&action);
     }
-    // All buttons of a group are of one kind, in which every caption is whole.
-    const auto kindOf = [&](bool needsRow) {
-        const bool fit = std::all_of(m_buttons.begin(), m_buttons.end(), [&](const ActionButton& button) {
-            return NeedsRow(*button.action) != needsRow ||
-                   FitsButton(kButton, window, look, language.GetText(button.action->caption));
-        });
-        return fit ? &kButton : &kButtonMedium;
-    };
-    const ButtonKind& ofRows = *kindOf(true);
-    const ButtonKind& ofList = *kindOf(false);
+    // All buttons are of one kind, in which every caption is whole.
+    const bool fit = std::all_of(m_buttons.begin(), m_buttons.end(), [&](const ActionButton& button) {
+        return FitsButton(kButton, window, look, language.GetText(button.action->caption));
+    });
+    const ButtonKind& kind = fit ? kButton : kButtonMedium;
     for (ActionButton& button : m_buttons) {
-        button.control.Create(window, NeedsRow(*button.action) ? ofRows : ofList,
-                              language.GetText(button.action->caption), button.action->id, look);
+        button.control.Create(window, kind, language.GetText(button.action->caption), button.action->id, look);
     }
 }
 
