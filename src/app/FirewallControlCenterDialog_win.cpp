@@ -227,6 +227,9 @@ std::optional<LRESULT> FirewallControlCenterDialog::OnMessage(UINT message, WPAR
         case WM_WINDOWPOSCHANGED:
             if (m_ticks.SetSeen(IsSeen())) SetTimers(false);
             return FrameDialog::OnMessage(message, wParam, lParam);
+        case WM_ENABLE:
+            if (wParam) m_mail.OnEnabled();
+            return FrameDialog::OnMessage(message, wParam, lParam);
         case WM_ENDSESSION:
             if (wParam) OnEndSession();
             return 0;
@@ -268,6 +271,7 @@ void FirewallControlCenterDialog::ExitControlCenter() {
     if (m_session.prompt.IsBusy()) return;
     // Nor can the password be asked for a second time. Before the questions: their answers would be for nothing.
     if (m_session.gate.IsAsking()) return m_session.gate.ComeForward();
+    if (m_mail.IsSending()) return m_mail.TellSending();
     if (CPage* const page = Pages().Current(); page && !page->MayLeave()) return;
     m_leaving.Exit(
         Window(),

@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "config/ResourceIds.h"
+#include "dialogs/Questions_win.h"
 #include "mail/MailTestDialog_win.h"
 
 namespace brennvar {
@@ -16,13 +17,32 @@ void DeleteTemporary(const MailWish& wish) {
 }  // namespace
 
 MailWindow::~MailWindow() {
-    if (m_wish) DeleteTemporary(*m_wish);
+    for (const MailWish& wish : m_wishes) DeleteTemporary(wish);
+}
+
+void MailWindow::SetWindow(HWND window) {
+    m_window = window;
+    OnEnabled();
 }
 
 void MailWindow::OpenMailForm(const MailWish& wish) {
-    if (m_wish || !MayOpen()) return DeleteTemporary(wish);
-    m_wish = wish;
-    ::PostMessageA(m_window, WM_COMMAND, IDM_MAIL, 0);
+    if (!m_window) return DeleteTemporary(wish);
+    m_wishes.push_back(wish);
+    OnEnabled();
+}
+
+void MailWindow::OnEnabled() {
+    // Later: the handler that asks, or the dialog that goes, is not over yet.
+    if (m_window && !m_wishes.empty()) ::PostMessageA(m_window, WM_COMMAND, IDM_MAIL, 0);
+}
+
+void MailWindow::TellSending() const {
+    const HWND window = m_open->Window();
+    ::SetForegroundWindow(::GetLastActivePopup(window));
+    if (!::IsWindowEnabled(window)) return;  // a message stands over it already
+    ShowMessage(
+        m_session.fonts, m_session.language, window,
+        m_session.language.GetText(1817, "A mail is still being sent. Wait until it has been sent, or stop it."));
 }
 
 bool MailWindow::OnCommand(int id) {
@@ -46,22 +66,24 @@ MailParts MailWindow::Parts() const {
 
 template <class Dialog>
 void MailWindow::ShowDialog(Dialog& dialog) {
-    m_isOpen = true;
+    m_open = &dialog;
     m_isSending = [&dialog] { return dialog.IsSending(); };
     dialog.Show(m_window);
     m_isSending = nullptr;
-    m_isOpen = false;
+    m_open = nullptr;
 }
 
 void MailWindow::ShowForm() {
-    // Without a wish the command comes from somebody else.
-    const std::optional<MailWish> wish = std::exchange(m_wish, std::nullopt);
-    if (!wish) return;
-    if (MayOpen()) {
-        MailDialog dialog(Parts(), *wish);
+    // Without a wish the command comes from somebody else. With a dialog over the control center, it comes again
+    // when that has gone.
+    if (m_wishes.empty() || !MayOpen()) return;
+    const MailWish wish = std::move(m_wishes.front());
+    m_wishes.pop_front();
+    {
+        MailDialog dialog(Parts(), wish);
         ShowDialog(dialog);
     }
-    DeleteTemporary(*wish);
+    DeleteTemporary(wish);
 }
 
 void MailWindow::ShowTest() {

@@ -1,9 +1,10 @@
 // The windows of mail: the form that sends a file, and the test of the options for mail. One of them is open at a
-// time, over the control center. User-interface thread only.
+// time, over the control center; a form that is wanted while another dialog stands over it waits for its turn.
+// User-interface thread only.
 #pragma once
 
+#include <deque>
 #include <functional>
-#include <optional>
 
 #include "app/Session_win.h"
 #include "base/Windows_win.h"
@@ -21,27 +22,31 @@ public:
     MailWindow& operator=(const MailWindow&) = delete;
 
     // The control center, from when it is there until it goes; null: there is none.
-    void SetWindow(HWND window) { m_window = window; }
+    void SetWindow(HWND window);
+    // The control center can be used again (WM_ENABLE).
+    void OnEnabled();
     void OpenMailForm(const MailWish& wish) override;
     // True for a command of these.
     bool OnCommand(int id);
     // A mail is on its way: the program is not left meanwhile.
     [[nodiscard]] bool IsSending() const { return m_isSending && m_isSending(); }
+    // Says so, before the user's eyes. While one is on its way only.
+    void TellSending() const;
 
 private:
     void ShowForm();
     void ShowTest();
     // Where a dialog may open; nothing while another one is open.
-    [[nodiscard]] bool MayOpen() const { return m_window && !m_isOpen && ::IsWindowEnabled(m_window); }
+    [[nodiscard]] bool MayOpen() const { return m_window && !m_open && ::IsWindowEnabled(m_window); }
     template <class Dialog>
     void ShowDialog(Dialog& dialog);
     [[nodiscard]] MailParts Parts() const;
 
     Session& m_session;
     HWND m_window = nullptr;
-    std::optional<MailWish> m_wish;  // until its form opens
-    bool m_isOpen = false;
-    std::function<bool()> m_isSending;  // of the dialog that is open
+    std::deque<MailWish> m_wishes;      // until their forms open
+    const CDialog* m_open = nullptr;    // the dialog that is open
+    std::function<bool()> m_isSending;  // of it
 };
 
 }  // namespace brennvar

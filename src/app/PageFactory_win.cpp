@@ -3,6 +3,7 @@
 #include <utility>
 #include <vector>
 
+#include "base/TemporaryFolder_win.h"
 #include "config/Folders.h"
 #include "config/ResourceIds.h"
 #include "lists/ListPage_win.h"
@@ -58,7 +59,8 @@ std::unique_ptr<CPage> MakePage(const PageInfo& info, Session& session, SkinsAnd
                                                                          .lookups = session.lookups,
                                                                          .dataFolder = session.dataFolder,
                                                                          .page = session.codePage,
-                                                                         .mail = mail}));
+                                                                         .mail = mail,
+                                                                         .temporaryFolder = TemporaryFolder()}));
         case IDM_OPTIONS:
             return std::make_unique<OptionsPage>(session.fonts, language, std::move(texts),
                                                  OptionEditor::Parts{.commander = session.commander,

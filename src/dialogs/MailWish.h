@@ -17,8 +17,9 @@ struct MailWish {
 class MailForms {
 public:
     virtual ~MailForms() = default;
-    // Opens the form later than this call, when the handler that asks is over. While one is open, another is
-    // refused (a temporary file is deleted all the same).
+    // Opens the form later than this call, when the handler that asks is over and no other dialog stands over the
+    // control center; several open one after another. Without a control center it is refused (a temporary file is
+    // deleted all the same).
     virtual void OpenMailForm(const MailWish& wish) = 0;
 };
 

@@ -60,7 +60,7 @@ std::string EncodeHeaderText(std::string_view text, CodePage page, std::size_t u
 
 std::string EncodeDisplayName(std::string_view name, CodePage page) {
     const std::string clean = CleanText(name);
-    if (!MayStandPlain(clean)) return EncodedWords(clean, page, 0, "\r\n ");
+    if (!MayStandPlain(clean)) return EncodedWords(clean, page, kBeforeName, "\r\n ");
     std::string quoted = "\"";
     for (const char c : clean) {
         if (c == '"' || c == '\\') quoted += '\\';

@@ -21,8 +21,12 @@ namespace brennvar {
 // words of at most 75 characters, a line each. used: characters that stand before it on its line.
 [[nodiscard]] std::string EncodeHeaderText(std::string_view text, CodePage page, std::size_t used);
 
+// Of "From: ", the longest that stands before a name on its line.
+inline constexpr std::size_t kBeforeName = 6;
+
 // The name of a person before an address: in double quotes, with those within it and backslashes escaped; one that
-// is not ASCII is encoded words, which cannot stand in quotes (RFC 2047, 5 (3)).
+// is not ASCII is encoded words, which cannot stand in quotes (RFC 2047, 5 (3)). There is room for
+// kBeforeName characters before it.
 [[nodiscard]] std::string EncodeDisplayName(std::string_view name, CodePage page);
 
 // The name of a file in double quotes; what has a meaning there or in a path becomes "_". Encoded words stand in

@@ -11,9 +11,12 @@ MailAccount MailAccountOf(const OptionValues& options) {
                         .subject = options.TextOf(OptionId::MailSubject),
                         .server = {}};
     // A host that is none stays empty, which sending fails with.
-    if (const auto host = ParseMailHost(options.TextOf(OptionId::MailServer))) {
+    const std::string server = options.TextOf(OptionId::MailServer);
+    if (const auto host = ParseMailHost(server)) {
         account.server.host = host->host;
         account.server.port = host->port;
+    } else {
+        account.isServerWrong = server.find_first_not_of(" \t") != std::string::npos;
     }
     account.server.user = options.TextOf(OptionId::MailLogin);
     account.server.password = Password(options.TextOf(OptionId::MailPassword));

@@ -13,11 +13,12 @@ namespace brennvar {
 
 // The texts are as the user typed them; nothing of them has been looked at.
 struct MailAccount {
-    std::string from;     // option 35
-    std::string to;       // option 36
-    std::string cc;       // option 37
-    std::string subject;  // option 38
-    SmtpServer server;    // options 39 to 41, and the proxy of 66 to 70
+    std::string from;            // option 35
+    std::string to;              // option 36
+    std::string cc;              // option 37
+    std::string subject;         // option 38
+    SmtpServer server;           // options 39 to 41, and the proxy of 66 to 70
+    bool isServerWrong = false;  // option 39 is a text, but no host: the server has none
 };
 
 [[nodiscard]] MailAccount MailAccountOf(const OptionValues& options);

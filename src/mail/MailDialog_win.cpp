@@ -1,10 +1,9 @@
 #include "mail/MailDialog_win.h"
 
 #include <algorithm>
-#include <filesystem>
-#include <system_error>
 #include <utility>
 
+#include "base/FileSize.h"
 #include "config/Amounts.h"
 #include "config/ResourceIds.h"
 #include "mail/MailWords.h"
@@ -119,9 +118,7 @@ void MailDialog::AskForOptions() {
         [&options = m_parts.options, path = m_wish.path] {
             Read read;
             if (const auto stored = options.Read()) read.account = MailAccountOf(stored->values);
-            std::error_code error;
-            const std::uintmax_t size = std::filesystem::file_size(path, error);
-            if (!error) read.size = size;
+            read.size = SizeOfFile(path);
             return read;
         },
         m_alive.Guard([this](const std::optional<Read>& read) {

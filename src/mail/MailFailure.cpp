@@ -40,6 +40,7 @@ MailProblem ProblemOfProxy(const SocketError& error) {
 
 MailProblem ProblemOfConnection(const SmtpEnd& end) {
     const SocketError& error = *end.connection;
+    if (end.isTextSent) return MailProblem::Unconfirmed;
     if (error.IsCancelled()) return MailProblem::Stopped;
     if (error.message == SocketMessage::ProxyLogin || error.message == SocketMessage::ProxyNeedsLogin ||
         error.message == SocketMessage::UnknownProxy || error.peer == SocketPeer::Proxy) {
@@ -50,7 +51,8 @@ MailProblem ProblemOfConnection(const SmtpEnd& end) {
         return MailProblem::UnknownHost;
     }
     if (end.step == SmtpStep::Connection) return MailProblem::NotConnected;
-    return error.code == kErrorTimedOut ? MailProblem::NoAnswer : MailProblem::ConnectionLost;
+    if (error.code != kErrorTimedOut) return MailProblem::ConnectionLost;
+    return end.step == SmtpStep::Greeting ? MailProblem::NoGreeting : MailProblem::NoAnswer;
 }
 
 // The codes are those of RFC 5321, 4.2.2, and RFC 4954, 6.
@@ -86,6 +88,10 @@ Text SentenceOf(MailProblem problem) {
     switch (problem) {
         case MailProblem::NoServer:
             return Text{1770, "No mail server is set. Enter one in the options, section Logging."};
+        case MailProblem::WrongServer:
+            return Text{1813,
+                        "The mail server in the options is written wrongly. Write its name, or name and port: "
+                        "mail.example:25."};
         case MailProblem::NoSender:
             return Text{1771,
                         "The sender's address is missing or is not an address. Enter it in the options, section "
@@ -107,7 +113,14 @@ Text SentenceOf(MailProblem problem) {
             return Text{1779, "The proxy refused the login. Check its login and password in the options."};
         case MailProblem::ProxyRefused:
             return Text{1780, "The proxy would not connect to the mail server. Check whether it allows that port."};
-        case MailProblem::NoAnswer:
+        case MailProblem::NoAnswer: return Text{1814, "The mail server did not answer in time. Try again later."};
+        case MailProblem::Unconfirmed:
+            return Text{1815,
+                        "The mail went out, but the mail server has not confirmed it: it may have been sent or "
+                        "not."};
+        case MailProblem::NotMade:
+            return Text{1816, "The mail could not be made. Close other programs and try again."};
+        case MailProblem::NoGreeting:
             return Text{1781,
                         "The mail server did not answer in time. Check the port: one for encrypted connections "
                         "never greets."};
@@ -147,7 +160,8 @@ MailFailure FailureOf(const CSmtp& smtp, int code) {
                       .reply = smtp.LastReply(),
                       .connection = smtp.ConnectionError(),
                       .refusedLogin = smtp.RefusedLogin(),
-                      .hasUser = smtp.HasUser()});
+                      .hasUser = smtp.HasUser(),
+                      .isTextSent = smtp.IsTextSent()});
 }
 
 MailFailure FailureOf(const SmtpEnd& end) {
@@ -159,7 +173,10 @@ MailFailure FailureOf(const SmtpEnd& end) {
     const bool isBroken = end.code == CSmtp::kNoReply && end.connection;
     failure.problem = isBroken ? ProblemOfConnection(end) : ProblemOfReply(end);
     // The words of one that closed the connection say more than that it did.
-    if (isBroken && failure.problem == MailProblem::ConnectionLost && end.reply.size() >= 3) {
+    const bool wasClosed = isBroken && end.connection->code != kErrorTimedOut && !end.connection->IsCancelled();
+    const bool mayHaveSaid =
+        failure.problem == MailProblem::ConnectionLost || failure.problem == MailProblem::Unconfirmed;
+    if (wasClosed && mayHaveSaid && end.reply.size() >= 3) {
         SmtpEnd said = end;
         said.code = 0;
         for (const char c : end.reply.substr(0, 3)) {
@@ -177,9 +194,10 @@ std::string DescribeFailure(const MailFailure& failure, const Language& language
     std::string text = language.GetText(SentenceOf(failure.problem));
     // "550 No such user", or the number of the system.
     constexpr std::size_t kLongestReply = 300;
-    if (!failure.reply.empty() && failure.problem != MailProblem::Stopped) {
+    if (failure.problem == MailProblem::Stopped || failure.error == kErrorCancelled) return text;
+    if (!failure.reply.empty()) {
         text += " (" + failure.reply.substr(0, kLongestReply) + ")";
-    } else if (failure.error != 0 && failure.problem != MailProblem::Stopped) {
+    } else if (failure.error != 0) {
         text += " (" + language.GetText(1794, "error") + " " + std::to_string(failure.error) + ")";
     }
     return text;

@@ -12,6 +12,7 @@ namespace brennvar {
 
 enum class MailProblem : std::uint8_t {
     NoServer,      // the options name none
+    WrongServer,   // what they name is no host, or no host and port
     NoSender,      // or an address that is none
     NoRecipient,   // likewise
     NoAttachment,  // the file cannot be read any more
@@ -22,8 +23,10 @@ enum class MailProblem : std::uint8_t {
     ProxyNotConnected,  // likewise, or the proxy answers otherwise than one
     ProxyLogin,
     ProxyRefused,  // to connect to the mail server
-    NoAnswer,
+    NoGreeting,
+    NoAnswer,  // later on
     ConnectionLost,
+    Unconfirmed,   // all of the mail went out, and then the connection ended
     NoMailServer,  // what answers is something else
     NotReady,      // the server takes no mail now
     TlsWanted,
@@ -35,6 +38,7 @@ enum class MailProblem : std::uint8_t {
     RelayDenied,
     TooLarge,
     TextRefused,
+    NotMade,  // something of ours failed
 };
 
 struct MailFailure {
@@ -55,7 +59,8 @@ struct SmtpEnd {
     std::string reply{};
     std::optional<SocketError> connection{};
     int refusedLogin = 0;
-    bool hasUser = false;  // a login is set
+    bool hasUser = false;     // a login is set
+    bool isTextSent = false;  // all of the message went out
 };
 [[nodiscard]] MailFailure FailureOf(const SmtpEnd& end);
 

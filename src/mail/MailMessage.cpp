@@ -34,7 +34,14 @@ std::string SafeValue(std::string_view value) {
 
 std::string Entry(const MailAddress& who, CodePage page) {
     const std::string address = '<' + CleanText(who.address) + '>';
-    return who.name.empty() ? address : EncodeDisplayName(who.name, page) + ' ' + address;
+    if (who.name.empty()) return address;
+    const std::string name = EncodeDisplayName(who.name, page);
+    if (name.front() == '"') return name + ' ' + address;
+    // A line with encoded words has at most 76 characters (RFC 2047, 2).
+    constexpr std::size_t kLongestLine = 76;
+    const std::size_t lastLine = name.size() - (name.rfind('\n') + 1);  // of one that is not folded: all of it
+    const bool fits = kBeforeName + lastLine + 1 + address.size() <= kLongestLine;
+    return name + (fits ? " " : "\r\n ") + address;
 }
 
 std::string Quoted(const std::string& text) {

@@ -1,6 +1,7 @@
 #include "mail/MailSending.h"
 
 #include <algorithm>
+#include <exception>
 #include <string_view>
 #include <utility>
 
@@ -89,7 +90,9 @@ MailOutcome Failed(MailProblem problem) {
 
 MailOutcome Send(const MailWork& work, std::unique_ptr<StreamTransport> transport, Clock& clock, MailNewsBox& box) {
     const SmtpServer& server = work.account.server;
-    if (server.host.empty()) return Failed(MailProblem::NoServer);
+    if (server.host.empty()) {
+        return Failed(work.account.isServerWrong ? MailProblem::WrongServer : MailProblem::NoServer);
+    }
     MailMade made = MakeMessage(work);
     if (made.problem) return Failed(*made.problem);
     ToldSmtp smtp(std::move(transport), clock, server, box);
@@ -129,7 +132,13 @@ MailNews MailNewsBox::Take() {
 }
 
 void SendMailNow(const MailWork& work, std::unique_ptr<StreamTransport> transport, Clock& clock, MailNewsBox& box) {
-    box.PutOutcome(Send(work, std::move(transport), clock, box));
+    MailOutcome outcome;
+    try {
+        outcome = Send(work, std::move(transport), clock, box);
+    } catch (const std::exception&) {
+        outcome = Failed(MailProblem::NotMade);
+    }
+    box.PutOutcome(std::move(outcome));
 }
 
 MailMade MakeMessage(const MailWork& work) {

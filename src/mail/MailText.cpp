@@ -1,9 +1,9 @@
 #include "mail/MailText.h"
 
 #include <algorithm>
-#include <filesystem>
-#include <system_error>
 #include <utility>
+
+#include "base/FileSize.h"
 
 namespace brennvar {
 
@@ -17,13 +17,12 @@ void MailText::AddText(std::string_view text) {
 }
 
 bool MailText::AddFile(const std::string& path) {
-    std::error_code error;
-    const std::uintmax_t size = std::filesystem::file_size(path, error);
-    if (error) return false;  // a folder as well
+    const std::optional<std::uint64_t> size = SizeOfFile(path);
+    if (!size) return false;  // a folder as well
     OpenedFile opened;
     opened.file.reset(std::fopen(path.c_str(), "rb"));
     if (!opened.file) return false;
-    opened.size = size;
+    opened.size = *size;
     m_size += SizeOfBase64Lines(opened.size);
     m_parts.emplace_back(std::move(opened));
     return true;

@@ -30,6 +30,8 @@ constexpr int kLoginRefused = 535;
 constexpr std::size_t kCodeSize = 4;
 // 32 KiB, which a system takes at once.
 constexpr std::size_t kPiecesAtOnce = 32;
+// What a server says to the farewell changes nothing any more.
+constexpr seconds kFarewellLimit{2};
 // User name and password, each asked for once, and as much again.
 constexpr int kMostChallenges = 4;
 
@@ -92,14 +94,15 @@ int CSmtp::Failed(int code) {
     return code == 0 ? kNoReply : code;
 }
 
-milliseconds CSmtp::ReplyLimit() const {
-    return m_server.replyLimit;
+seconds CSmtp::ReplyLimit() const {
+    return m_step == SmtpStep::Farewell ? std::min(kFarewellLimit, m_server.replyLimit) : m_server.replyLimit;
 }
 
 int CSmtp::Connect() {
     m_step = SmtpStep::Connection;
     m_isGreeted = false;
     m_isExtended = false;
+    m_isAllSent = false;
     m_connectionError.reset();
     m_refusedLogin = 0;
     m_lastReply.clear();
@@ -164,14 +167,19 @@ int CSmtp::AnswerChallenges() {
         if (EqualsIgnoringCase(asked, "Username:")) {
             code = SendCommand(EncodeBase64(m_server.user) + "\r\n");
         } else if (EqualsIgnoringCase(asked, "Password:")) {
-            std::string answer = EncodeBase64(m_server.password.View());
-            answer.append("\r\n");
+            std::string letters = EncodeBase64(m_server.password.View());
+            std::string answer;
+            answer.reserve(letters.size() + 2);  // what grew would leave a copy behind that nobody wipes
+            answer.append(letters).append("\r\n");
+            Wipe(letters);
             code = SendSecret(answer, "********\r\n");
             Wipe(answer);
         } else {
             break;
         }
     }
+    // A server that still waits for an answer would take the next command for it.
+    if (code == kChallenge && SendCommand("*\r\n") == kNoReply) return kNoReply;
     return code;
 }
 
@@ -189,9 +197,11 @@ int CSmtp::SendCommand(std::optional<std::string_view> command) {
 int CSmtp::Exchange(MailSource& source, std::string_view toldAs) {
     m_lastReply.clear();
     m_lastCode = kNoReply;
+    m_isAllSent = false;
     try {
         DiscardWhatCame();
         if (!SendAll(source, toldAs)) return kNoReply;
+        m_isAllSent = true;
     } catch (const SocketError& error) {
         m_connectionError = error;
         KeepLastWords();
@@ -262,8 +272,8 @@ int CSmtp::ReadReply(std::string_view command) {
         // The time-out counts whole seconds, and so do those that have passed.
         const seconds passed = std::chrono::duration_cast<seconds>(m_clock.Elapsed() - begin);
         try {
-            if (passed >= m_server.replyLimit) throw SocketError(SocketMessage::Connect, kErrorTimedOut);
-            const std::string piece = m_socket.Receive(kPiece - m_lastReply.size(), m_server.replyLimit - passed);
+            if (passed >= ReplyLimit()) throw SocketError(SocketMessage::Connect, kErrorTimedOut);
+            const std::string piece = m_socket.Receive(kPiece - m_lastReply.size(), ReplyLimit() - passed);
             if (piece.empty()) {
                 m_connectionError.emplace(SocketMessage::Connect, kErrorConnectionLost);
                 return kNoReply;

@@ -36,7 +36,7 @@ struct SmtpServer {
     ProxySettings proxy{};
     std::string computerName = "localhost";  // for the greeting; at most kLongestComputerName count
     bool triesExtendedGreeting = true;       // EHLO; only a server that accepts it is asked for a login
-    std::chrono::seconds replyLimit{30};
+    std::chrono::seconds replyLimit{30};     // the farewell is waited for 2 s at most
 };
 
 // What was being done when something failed.
@@ -88,6 +88,8 @@ public:
     // The code that the login was refused with; 0 when it was not.
     [[nodiscard]] int RefusedLogin() const { return m_refusedLogin; }
     [[nodiscard]] bool HasUser() const { return !m_server.user.empty(); }
+    // The whole message went out: without a reply to it nobody knows whether the server has taken it.
+    [[nodiscard]] bool IsTextSent() const { return m_step == SmtpStep::Text && m_isAllSent; }
     // The message had no lawful sender or recipient, or its files could not be read.
     [[nodiscard]] bool IsMessageUnfit() const { return m_isMessageUnfit; }
 
@@ -123,7 +125,7 @@ private:
     [[nodiscard]] int TellSender(const MailMessage& message);
     [[nodiscard]] int TellRecipients(const std::vector<MailAddress>& recipients);
     int SendText(MailSource& text);
-    [[nodiscard]] std::chrono::milliseconds ReplyLimit() const;
+    [[nodiscard]] std::chrono::seconds ReplyLimit() const;
 
     CWSocket m_socket;
     Clock& m_clock;
@@ -136,6 +138,7 @@ private:
     std::optional<SocketError> m_connectionError;
     int m_refusedLogin = 0;
     bool m_isMessageUnfit = false;
+    bool m_isAllSent = false;  // of the latest command
 };
 
 }  // namespace brennvar

@@ -46,7 +46,12 @@ void AppendCode(std::string& out, char c) {
 // Lines of quoted-printable, the last of which is being written.
 class QuotedLines {
 public:
-    explicit QuotedLines(std::size_t sizeOfText) { m_out.reserve(sizeOfText + sizeOfText / 8); }
+    // codes: how many of the text's bytes become codes. With room for the ends of broken lines, so that nothing is
+    // copied while it grows.
+    QuotedLines(std::size_t sizeOfText, std::size_t codes) {
+        const std::size_t size = sizeOfText + codes * (kCodeSize - 1);
+        m_out.reserve(size + size / 8);
+    }
 
     void Plain(std::string_view text) {
         while (!text.empty()) {
@@ -110,7 +115,8 @@ private:
 };
 
 std::string EncodeQuotedPrintable(std::string_view text) {
-    QuotedLines lines(text.size());
+    const auto plain = static_cast<std::size_t>(std::count_if(text.begin(), text.end(), IsPlain));
+    QuotedLines lines(text.size(), text.size() - plain);
     while (!text.empty()) {
         const auto end = std::find_if_not(text.begin(), text.end(), IsPlain);
         const auto count = static_cast<std::size_t>(end - text.begin());

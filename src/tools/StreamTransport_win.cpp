@@ -68,7 +68,7 @@ std::uint32_t WinsockTransport::Connect(Ipv4 address, std::uint16_t port, millis
     if (::connect(m_socket.Get(), reinterpret_cast<const sockaddr*>(&peer), sizeof peer) != 0) {
         error = LastError();
         if (error == WSAEWOULDBLOCK) {
-            error = WaitUntil(Readiness::Write, limit);
+            error = WaitUntil(Readiness::Connected, limit);
             if (error == 0) error = ErrorOf(m_socket.Get());
         }
     }
@@ -85,6 +85,7 @@ StreamOutcome WinsockTransport::Send(std::span<const std::byte> bytes, milliseco
         if (sent >= 0) return {.error = 0, .count = static_cast<std::size_t>(sent)};
         if (const std::uint32_t error = LastError(); error != WSAEWOULDBLOCK) return {.error = error};
         const auto left = std::chrono::duration_cast<milliseconds>(end - steady_clock::now());
+        if (left <= milliseconds(0)) return {.error = kErrorTimedOut};
         if (const std::uint32_t error = WaitUntil(Readiness::Write, left); error != 0) return {.error = error};
     }
 }
@@ -97,6 +98,7 @@ StreamOutcome WinsockTransport::Receive(std::span<std::byte> bytes, milliseconds
         if (got >= 0) return {.error = 0, .count = static_cast<std::size_t>(got)};
         if (const std::uint32_t error = LastError(); error != WSAEWOULDBLOCK) return {.error = error};
         const auto left = std::chrono::duration_cast<milliseconds>(end - steady_clock::now());
+        if (left <= milliseconds(0)) return {.error = kErrorTimedOut};
         if (const std::uint32_t error = WaitUntil(Readiness::Read, left); error != 0) return {.error = error};
     }
 }
@@ -108,14 +110,17 @@ std::uint32_t WinsockTransport::WaitUntil(Readiness readiness, milliseconds limi
         const auto left = std::chrono::duration_cast<milliseconds>(end - steady_clock::now());
         const milliseconds slice = std::clamp(left, milliseconds(0), kSlice);
         fd_set ready;
-        fd_set failed;  // a connection that was refused is told here
+        // A connection that was refused is told here. So is a byte that the peer calls urgent, for as long as it
+        // has not been read as one: whoever waits for others does not look.
+        fd_set failed;
         FD_ZERO(&ready);
         FD_ZERO(&failed);
         FD_SET(m_socket.Get(), &ready);
         FD_SET(m_socket.Get(), &failed);
         timeval wait{.tv_sec = 0, .tv_usec = static_cast<long>(slice.count()) * 1000};
         const bool isRead = readiness == Readiness::Read;
-        const int count = ::select(0, isRead ? &ready : nullptr, isRead ? nullptr : &ready, &failed, &wait);
+        const int count = ::select(0, isRead ? &ready : nullptr, isRead ? nullptr : &ready,
+                                   readiness == Readiness::Connected ? &failed : nullptr, &wait);
         if (count == SOCKET_ERROR) return LastError();
         if (count > 0) return 0;
         if (left <= milliseconds(0)) return kErrorTimedOut;

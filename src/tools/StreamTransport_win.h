@@ -25,7 +25,7 @@ public:
     void Close() override { m_socket.Reset(); }
 
 private:
-    enum class Readiness { Read, Write };
+    enum class Readiness { Read, Write, Connected };
     // 0 when the socket is ready, or has failed, which the next call on it tells.
     [[nodiscard]] std::uint32_t WaitUntil(Readiness readiness, std::chrono::milliseconds limit) const;
 

@@ -1,9 +1,11 @@
 #include "tools/ToolDialog_win.h"
 
 #include <algorithm>
+#include <chrono>
 #include <string_view>
 #include <utility>
 
+#include "base/AskAside.h"
 #include "config/ResourceIds.h"
 #include "dialogs/Questions_win.h"
 #include "dialogs/SavePlaceDialog_win.h"
@@ -31,6 +33,9 @@ constexpr int kLongestAddress = 255;
 constexpr std::size_t kMostLines = 1'100'000;
 // As many as are measured and shown within a frame.
 constexpr std::size_t kLinesAtOnce = 500;
+
+// Of a disk that answers at last; nobody waits for it but the line that says so.
+constexpr std::chrono::hours kSaveLimit{24};
 
 constexpr UINT kMessageLines = WM_APP + 1;
 constexpr UINT kMessageSaved = WM_APP + 2;
@@ -84,9 +89,14 @@ bool ToolDialog::OpenNear(HWND window) {
 }
 
 void ToolDialog::StartWith(const std::string& text) {
-    if (!Window() || text.empty() || m_isAtWork || !::IsWindowEnabled(Window())) return;
+    if (!Window() || text.empty() || !::IsWindowEnabled(Window())) return;
+    if (m_isAtWork && !m_wasStopped) return;
     ::SetWindowTextA(m_address.Window(), text.c_str());
-    Start();
+    if (m_isAtWork) {
+        m_next = text;
+    } else {
+        Start();
+    }
 }
 
 RECT ToolDialog::OpeningPlace(SIZE size) const {
@@ -100,6 +110,7 @@ void ToolDialog::OnCreateContent() {
     // What it showed when it was closed has gone with its window.
     m_lines.Clear();
     m_printed.reset();
+    m_hasMore = false;
     m_wasStopped = false;
     m_postTarget = Window();
     ::SetWindowTextA(Window(), m_language.GetText(m_setup.title).c_str());
@@ -188,6 +199,7 @@ void ToolDialog::Start() {
     m_printed = std::make_shared<ToolLines>([this] {
         if (const HWND target = m_postTarget) ::PostMessageA(target, kMessageLines, 0, 0);
     });
+    m_hasMore = false;
     m_wasStopped = false;
     m_isAtWork =
         m_worker.Start([job = MakeJob(text), printed = m_printed](const StopSignal& stop) { job(*printed, stop); });
@@ -195,7 +207,11 @@ void ToolDialog::Start() {
 }
 
 void ToolDialog::Stop() {
-    m_wasStopped = m_isAtWork;
+    m_wasStopped = IsBusy();
+    if (!m_isAtWork) {
+        m_printed.reset();
+        m_hasMore = false;
+    }
     m_worker.RequestStop();
     ShowState();
 }
@@ -205,12 +221,14 @@ void ToolDialog::OnFinished() {
     m_worker.Stop();
     m_isAtWork = false;
     if (m_isClosing) return EndWhenIdle();
-    ShowState();
+    ShowLines();
+    StartWith(std::exchange(m_next, {}));
 }
 
 void ToolDialog::ShowLines() {
     if (!m_printed) return;
     const ToolLines::Taken taken = m_printed->Take(kLinesAtOnce);
+    m_hasMore = taken.hasMore;
     if (taken.isAnew) m_lines.Clear();
     if (taken.count > 0) m_lines.Append(taken.text);
     if (taken.hasMore) ::PostMessageA(Window(), kMessageLines, 0, 0);
@@ -220,10 +238,10 @@ void ToolDialog::ShowLines() {
 void ToolDialog::ShowState() {
     const HWND focus = ::GetFocus();
     const bool hasLines = m_lines.LineCount() > 0;
-    const std::pair<const CButton*, bool> states[] = {{&m_start, !m_isAtWork},
-                                                      {&m_stop, m_isAtWork && !m_wasStopped},
+    const std::pair<const CButton*, bool> states[] = {{&m_start, !IsBusy()},
+                                                      {&m_stop, IsBusy() && !m_wasStopped},
                                                       {&m_copy, hasLines},
-                                                      {&m_save, hasLines && !m_isAtWork && !m_isSaving}};
+                                                      {&m_save, hasLines && !IsBusy() && !m_isSaving}};
     for (const auto& [button, isEnabled] : states) {
         if ((::IsWindowEnabled(button->Window()) != FALSE) == isEnabled) continue;
         ::EnableWindow(button->Window(), isEnabled);
@@ -231,7 +249,7 @@ void ToolDialog::ShowState() {
         if (!isEnabled && focus == button->Window()) ::SetFocus(m_address.Window());
     }
     std::string status;
-    if (m_isAtWork) {
+    if (IsBusy()) {
         status = m_language.GetText(1742, "At work...");
     } else if (m_wasStopped) {
         status = m_language.GetText(1743, "Stopped.");
@@ -283,13 +301,16 @@ void ToolDialog::Save() {
     if (!place || m_isSaving || !Window()) return;
     m_savePath = place->path;
     m_saveResult = std::make_shared<std::atomic<WriteResult>>(WriteResult::Failed);
-    // A disk of another machine may keep the writer waiting.
+    // A disk of another machine may keep the writer waiting, even when this program ends.
     m_isSaving = true;
     const bool isUnderWay =
-        m_saver.Start([path = place->path, text = m_lines.Text(), result = m_saveResult](const StopSignal&) {
-            NewFile file(path);
-            file.Write(text);
-            *result = file.PutInPlace();
+        m_saver.Start([path = place->path, text = m_lines.Text(), result = m_saveResult](const StopSignal& stop) {
+            const auto write = [path, text] {
+                NewFile file(path);
+                file.Write(text);
+                return file.PutInPlace();
+            };
+            *result = AskAside(write, kSaveLimit, stop).value_or(WriteResult::Failed);
         });
     ShowState();
     if (!isUnderWay) OnSaved();
@@ -311,6 +332,8 @@ void ToolDialog::OnSaved() {
 
 void ToolDialog::OnCancel() {
     m_isClosing = true;
+    m_wasStopped = m_isAtWork;
+    m_next.clear();
     m_worker.RequestStop();
     EndWhenIdle();
 }
@@ -333,7 +356,7 @@ void ToolDialog::OnDestroy() {
 }
 
 bool ToolDialog::OnLoopMessage(const MSG& message) {
-    if (message.message != WM_KEYDOWN || message.wParam != VK_ESCAPE || !m_isAtWork) return false;
+    if (message.message != WM_KEYDOWN || message.wParam != VK_ESCAPE || !IsBusy()) return false;
     Stop();
     return true;
 }

@@ -48,8 +48,8 @@ public:
     // Shows the dialog, over the middle of that window where it is seen, or brings it to the front. False when
     // there is no such window.
     bool OpenNear(HWND window);
-    // Puts the text into the field and starts, unless the tool is at work or a message of it stands. An empty text
-    // changes nothing.
+    // Puts the text into the field and starts, unless the tool is at work or a message of it stands. While it ends,
+    // because it was stopped or the dialog was closed, the text waits for that. An empty text changes nothing.
     void StartWith(const std::string& text);
     // From the start until the finish message.
     [[nodiscard]] bool IsAtWork() const { return m_isAtWork; }
@@ -79,6 +79,8 @@ private:
     [[nodiscard]] std::string TypedText() const;
     void Start();
     void Stop();
+    // At work, or what it has printed is not all shown.
+    [[nodiscard]] bool IsBusy() const { return m_isAtWork || m_hasMore; }
     void OnFinished();
     // Some of the lines that have come: the rest waits until other messages had their turn.
     void ShowLines();
@@ -109,9 +111,11 @@ private:
     CButton m_close;
 
     bool m_isAtWork = false;
+    bool m_hasMore = false;  // lines that have been printed and wait for their turn to be shown
     bool m_wasStopped = false;
     bool m_isClosing = false;
     bool m_isSaving = false;
+    std::string m_next;  // what is asked when the tool, which was told to stop, has ended
     std::string m_savePath;
     std::shared_ptr<std::atomic<WriteResult>> m_saveResult;
     std::shared_ptr<ToolLines> m_printed;      // of the latest start

@@ -206,6 +206,7 @@ bool RouteTracer::ReceiveReply(IcmpSocket& socket, std::span<std::byte> buffer, 
 
 RouteTracer::Reply RouteTracer::DecodeReply(std::span<const std::byte> datagram, std::size_t byteCount,
                                             Ipv4 source) {
+    // Before the look-up of the name, which may take longer than the way to the router.
     const std::uint32_t tick = m_network.TickCount();
     const std::size_t headerLength = HeaderLength(datagram);
     if (std::min(byteCount, datagram.size()) < headerLength + kIcmpHeaderSize) {

@@ -105,6 +105,8 @@ INT_PTR CDialog::DoModal(HWND owner, int templateId, Appearance appearance) {
 }
 
 bool CDialog::Open(HWND owner, int templateId, Appearance appearance) {
+    // Opened before, it has ended out of sight and still has its window.
+    if (m_window) ::DestroyWindow(m_window);
     m_isOpen = true;
     s_openDialogs.push_back(this);
     if (ShowNow(owner, templateId, appearance) && m_window) return true;

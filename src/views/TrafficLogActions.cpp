@@ -1,5 +1,4 @@
 #include <array>
-#include <filesystem>
 #include <utility>
 
 #include "config/ResourceIds.h"
@@ -239,10 +238,9 @@ void TrafficLogModel::Mail(std::span<const int> rows) {
     for (const int row : rows) {
         if (row < RowCount()) numbers.push_back(m_rows.NumberOf(row));
     }
-    std::error_code error;
-    const std::filesystem::path folder = std::filesystem::temp_directory_path(error);
     // A name that no other mail has, of this program or of another user's.
-    m_mailPath = (folder / ("brennvar-mail-" + std::to_string(m_parts.clock.UtcNow()) + ".csv")).string();
+    m_mailPath = m_parts.temporaryFolder + "brennvar-mail-" + std::to_string(m_parts.clock.UtcNow()) + ".csv";
+    m_mailName = LogName();  // another one may be chosen while it is written
     m_writing.Export(rows.empty() ? Selection() : SelectionOf(std::move(numbers)), m_mailPath, LogFormat::Csv);
     if (View()) View()->ProgressChanged();
     ScheduleWake();
@@ -256,16 +254,19 @@ void TrafficLogModel::TellFinished(const LogWriting::Finished& finished) {
         return;
     }
     const Language& language = m_parts.language;
-    const bool isForMail = finished.path == m_mailPath;
-    if (isForMail && finished.state->result == WriteResult::Written) {
-        return m_parts.mail.OpenMailForm({.path = finished.path,
-                                          .name = LogName() + ".csv",
-                                          .contentType = "text/csv",
-                                          .subject = LogName(),
-                                          .isTemporary = true});
+    const bool goesByMail = finished.path == m_mailPath && finished.state->result == WriteResult::Written;
+    if (goesByMail) {
+        m_parts.mail.OpenMailForm({.path = finished.path,
+                                   .name = m_mailName + ".csv",
+                                   .contentType = "text/csv",
+                                   .subject = m_mailName,
+                                   .isTemporary = true});
+        if (finished.state->missing == 0) return;  // else the form comes behind what is told
     }
     std::string text;
-    if (finished.state->result == WriteResult::Written) {
+    if (goesByMail) {
+        text = language.GetText(1819, "Not all entries could be attached.");
+    } else if (finished.state->result == WriteResult::Written) {
         text = language.GetText(1461, "The log has been exported to this file:") + '\n' + finished.path;
     } else {
         text = DescribeWriteFailure(finished.state->result, finished.path, language);

@@ -47,6 +47,7 @@ public:
         std::string dataFolder;
         CodePage page;  // of the language
         MailForms& mail;
+        std::string temporaryFolder;  // for files that are sent by mail; ends in a separator
     };
     explicit TrafficLogModel(const Parts& parts);
     ~TrafficLogModel() override;
@@ -164,6 +165,7 @@ private:
     mutable LogRowCache m_cache;
     LogWriting m_writing;
     std::string m_mailPath;  // of the file that is written for a mail; empty: of none
+    std::string m_mailName;  // of the log in it
     Refreshed<std::vector<LocalDate>, LogKind> m_dayReading;
     Refreshed<Followed, FollowRequest> m_following;
     WhileAlive m_alive;

@@ -34,6 +34,8 @@ TEST(HeaderTextTest, KeepsEncodedWordsWithinTheirLines) {
     for (int i = 0; i < 7; ++i) expected += "5OTk";
     expected += "5A==?=";
     EXPECT_EQ(EncodeHeaderText(text, CodePage::Western, 9), expected);
+    // Behind "From: " there is room for 70 characters: 36 bytes, not 39.
+    EXPECT_EQ(EncodeDisplayName(std::string(40, '\xE4'), CodePage::Western).find("?=\r\n "), 65U);
     // A plain line that is too long for mail is made of words as well.
     EXPECT_EQ(EncodeHeaderText(std::string(901, 'a'), CodePage::Western, 9).find("=?windows-1252?B?YWFh"), 0U);
 }

@@ -20,7 +20,8 @@ TEST(MailFailureTest, NamesWhatTheConnectionFailedWith) {
         {{SocketMessage::InvalidParameters, kErrorInvalidParameter}, SmtpStep::Connection, UnknownHost},
         {{SocketMessage::Connect, kErrorRefused}, SmtpStep::Connection, NotConnected},
         {{SocketMessage::Connect, kErrorTimedOut}, SmtpStep::Connection, NotConnected},
-        {{SocketMessage::Connect, kErrorTimedOut}, SmtpStep::Greeting, NoAnswer},
+        {{SocketMessage::Connect, kErrorTimedOut}, SmtpStep::Greeting, NoGreeting},
+        {{SocketMessage::Connect, kErrorTimedOut}, SmtpStep::Recipient, NoAnswer},
         {{SocketMessage::Connect, kErrorConnectionLost}, SmtpStep::Text, ConnectionLost},
         {{SocketMessage::Connect, kErrorCancelled}, SmtpStep::Connection, Stopped},
         {{SocketMessage::Connect, kErrorCancelled, SocketPeer::Proxy}, SmtpStep::Connection, Stopped},
@@ -92,6 +93,14 @@ TEST(MailFailureTest, NamesWhatTheServerRefused) {
     const SocketError lost(SocketMessage::Connect, kErrorConnectionLost);
     EXPECT_EQ(FailureOf({.step = Text, .code = -1, .reply = "552 size", .connection = lost}).problem, TooLarge);
     EXPECT_EQ(FailureOf({.step = Text, .code = -1, .reply = "250 ok", .connection = lost}).problem, ConnectionLost);
+    // When all of the message is out, nobody knows unless the server said so.
+    SmtpEnd end{.step = Text, .code = -1, .reply = "552 size", .connection = lost, .isTextSent = true};
+    EXPECT_EQ(FailureOf(end).problem, TooLarge);
+    for (const std::uint32_t error : {kErrorConnectionLost, kErrorTimedOut, kErrorCancelled}) {
+        end.reply.clear();
+        end.connection = SocketError(SocketMessage::Connect, error);
+        EXPECT_EQ(FailureOf(end).problem, Unconfirmed) << error;
+    }
 }
 
 TEST(MailFailureTest, SaysItInOneSentence) {

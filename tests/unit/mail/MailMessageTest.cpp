@@ -87,6 +87,12 @@ TEST(MailMessageTest, NamesAllButBlindCopies) {
     EXPECT_EQ(text.find("ecret"), std::string::npos);
     EXPECT_EQ(message.Recipients().size(), 4U);
     EXPECT_EQ(message.Recipients().back().address, "secret@g");
+    // "From: ", 27 characters of a word, a blank and 42 are 76; one more goes to the next line.
+    for (const bool fits : {true, false}) {
+        const std::string address = std::string(fits ? 38 : 39, 'a') + "@b";
+        message.cc = {{"J\xF6rg", address}};
+        EXPECT_NE(Composed(message).find((fits ? "?= <" : "?=\r\n <") + address), std::string::npos) << fits;
+    }
 }
 
 TEST(MailMessageTest, PutsTheCallersHeadersFirstAndOnce) {

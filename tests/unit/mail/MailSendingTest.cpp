@@ -105,6 +105,13 @@ TEST_F(MailSendingTest, ConnectsToNobodyWithoutAddresses) {
         return news.outcome.value().failure.value().problem;
     };
     EXPECT_EQ(problem([](MailWork& it) { it.account.server.host.clear(); }), MailProblem::NoServer);
+    EXPECT_EQ(problem([](MailWork& it) {
+                  OptionValues options;
+                  options.SetText(OptionId::MailServer, "mail.example:0");
+                  it.account = MailAccountOf(options);
+              }),
+              MailProblem::WrongServer);
+    EXPECT_EQ(problem([](MailWork& it) { it.account = MailAccountOf(OptionValues()); }), MailProblem::NoServer);
     EXPECT_EQ(problem([](MailWork& it) { it.account.from.clear(); }), MailProblem::NoSender);
     EXPECT_EQ(problem([](MailWork& it) { it.account.from = "a@b, c@d"; }), MailProblem::NoSender);
     EXPECT_EQ(problem([](MailWork& it) { it.account.to.clear(); }), MailProblem::NoRecipient);

@@ -192,16 +192,18 @@ TEST_F(SmtpTest, EndsALoginThatAsksForSomethingElse) {
         peer.script.clear();
         Greets();
         peer.Say("AUTH LOGIN\r\n", {challenge});
+        peer.Say("*\r\n", {"501 cancelled\r\n"});
         EXPECT_EQ(Make().Connect(), 1);
-        EXPECT_TRUE(smtp->told.back().starts_with("error 334 ")) << challenge;
-        EXPECT_TRUE(peer.sent.ends_with("AUTH LOGIN\r\n")) << challenge;
+        EXPECT_EQ(smtp->told.back(), "error 334 501 cancelled") << challenge;
+        EXPECT_TRUE(peer.sent.ends_with("AUTH LOGIN\r\n*\r\n")) << challenge;
     }
     // One that asks for the same thing for ever.
     Greets();
     peer.Say("AUTH LOGIN\r\n", {"334 VXNlcm5hbWU6\r\n"});
-    for (int i = 0; i < 100; ++i) peer.Say("ZnJlZA==\r\n", {"334 VXNlcm5hbWU6\r\n"});
+    for (int i = 0; i < 4; ++i) peer.Say("ZnJlZA==\r\n", {"334 VXNlcm5hbWU6\r\n"});
+    peer.Say("*\r\n", {"501 cancelled\r\n"});
     EXPECT_EQ(Make().Connect(), 1);
-    EXPECT_EQ(smtp->told.back(), "error 334 334 VXNlcm5hbWU6");
+    EXPECT_EQ(smtp->told.back(), "error 334 501 cancelled");
 }
 
 TEST_F(SmtpTest, LogsInAsOftenAsTheSenderIsAnsweredWith530) {
@@ -323,6 +325,33 @@ TEST_F(SmtpTest, WaitsForWholeSeconds) {
     EXPECT_EQ(smtp->SendCommand("C\r\n"), CSmtp::kNoReply);
     EXPECT_EQ(clock.elapsed - before, milliseconds(30'000));
     EXPECT_EQ(smtp->ConnectionError()->code, kErrorTimedOut);
+}
+
+TEST_F(SmtpTest, WaitsTwoSecondsForTheFarewell) {
+    Greets();
+    TakesTheRest();
+    peer.script.pop_back();
+    peer.script.push_back({.until = "QUIT\r\n", .pieces = {{"221 bye\r\n", milliseconds(25'000)}}});
+    const milliseconds before = clock.elapsed;
+    EXPECT_EQ(Make().Deliver(message), 0);
+    EXPECT_EQ(clock.elapsed - before, milliseconds(2000));
+}
+
+TEST_F(SmtpTest, KnowsWhetherTheWholeMessageWentOut) {
+    Greets();
+    TakesTheRest();
+    peer.script.resize(peer.script.size() - 2);
+    peer.Say("\r\n.\r\n", {});  // and closes
+    EXPECT_EQ(Make().Deliver(message), CSmtp::kNoReply);
+    EXPECT_TRUE(smtp->IsTextSent());
+
+    peer.script.clear();
+    Greets();
+    TakesTheRest();
+    message.texts.front().text.assign(100'000, 'x');
+    Make().stopsAt = 2048;
+    EXPECT_EQ(smtp->Deliver(message), CSmtp::kNoReply);
+    EXPECT_FALSE(smtp->IsTextSent());
 }
 
 TEST_F(SmtpTest, EndsWithTheConnection) {

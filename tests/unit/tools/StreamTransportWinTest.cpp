@@ -76,6 +76,9 @@ TEST_F(StreamTransportWinTest, ReceivesNothingWithinTheLimit) {
     ASSERT_EQ(::send(accepted.Get(), "x", 1, 0), 1);
     while (Receive(milliseconds(0)).count == 0) std::this_thread::yield();
     EXPECT_EQ(buffer[0], 'x');
+    // A byte that the peer calls urgent is not among those that are waited for, and ends no wait.
+    ASSERT_EQ(::send(accepted.Get(), "u", 1, MSG_OOB), 1);
+    EXPECT_EQ(Receive(milliseconds(30)).error, kErrorTimedOut);
 }
 
 TEST_F(StreamTransportWinTest, TellsThatNobodyListens) {

@@ -35,6 +35,7 @@ public:
     bool heedsStop = true;
     StopSignal letGo;
     std::vector<POINT> dragged;
+    bool couldSavePart = false;  // at any time, of what it has printed
 
 private:
     ToolJob MakeJob(const std::string& text) override {
@@ -47,7 +48,10 @@ private:
     }
     std::optional<LRESULT> OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override {
         if (message != WM_NCLBUTTONDOWN || wParam != HTCAPTION) {
-            return ToolDialog::OnMessage(message, wParam, lParam);
+            const std::optional<LRESULT> result = ToolDialog::OnMessage(message, wParam, lParam);
+            const auto rows = ::SendMessageA(Item(IDC_TOOL_LINES), kTreeGetRowCount, 0, 0);
+            couldSavePart |= ::IsWindowEnabled(Item(IDC_TOOL_SAVE)) && rows < static_cast<LRESULT>(lines.size());
+            return result;
         }
         dragged.push_back({static_cast<short>(LOWORD(lParam)), static_cast<short>(HIWORD(lParam))});
         return 0;
@@ -160,8 +164,33 @@ TEST_F(ToolDialogTest, GoesAtOnceAndEndsWithItsTool) {
     EXPECT_FALSE(::IsWindowVisible(m_dialog.Window()));
     m_dialog.letGo.Request();
     RunUntil([this] { return !m_dialog.IsOpen(); });
+    const HWND old = m_dialog.Window();
     EXPECT_TRUE(m_dialog.OpenNear(nullptr));
+    EXPECT_FALSE(::IsWindow(old));
     EXPECT_EQ(RowCount(), 0);
+}
+
+TEST_F(ToolDialogTest, AsksTheNextQuestionWhenTheOneThatWasClosedHasEnded) {
+    m_dialog.heedsStop = false;
+    m_dialog.StartWith("10.0.0.1");
+    Press(IDCANCEL);
+    EXPECT_TRUE(m_dialog.OpenNear(m_owner.Window()));
+    m_dialog.StartWith("10.0.0.2");
+    EXPECT_EQ(m_dialog.started.size(), 1U);
+    m_dialog.letGo.Request();
+    RunUntil([this] { return m_dialog.started.size() == 2; });
+    EXPECT_EQ(m_dialog.started.back(), "10.0.0.2");
+    RunUntil([this] { return !m_dialog.IsAtWork(); });
+}
+
+TEST_F(ToolDialogTest, IsSavedOnlyWhenAllLinesAreShown) {
+    m_dialog.heedsStop = false;
+    m_dialog.letGo.Request();
+    m_dialog.lines.assign(20'000, "line");
+    m_dialog.StartWith("10.0.0.1");
+    RunUntil([this] { return RowCount() == 20'000 && IsEnabled(IDC_TOOL_SAVE); });
+    EXPECT_FALSE(m_dialog.couldSavePart);
+    EXPECT_TRUE(IsEnabled(IDC_TOOL_START) && !IsEnabled(IDC_TOOL_STOP));
 }
 
 TEST_F(ToolDialogTest, AsksFurtherAboutAnAddressInALineAndCopiesLines) {

@@ -35,8 +35,9 @@ protected:
     StopSignal stop;
     LogLookups lookups{folder.Path(), stop};
     test::FakeMailForms mail;
-    std::unique_ptr<TrafficLogModel> model = std::make_unique<TrafficLogModel>(TrafficLogModel::Parts{
-        language, clock, reads, listing, writing, lookups, folder.Path(), CodePage::Western, mail});
+    std::unique_ptr<TrafficLogModel> model = std::make_unique<TrafficLogModel>(
+        TrafficLogModel::Parts{language, clock, reads, listing, writing, lookups, folder.Path(), CodePage::Western,
+                               mail, folder.File("")});
     test::FakeListView view{*model};
 
     std::string WriteToday(std::string_view log) const { return folder.Write(R"(\Log\20260309.log)", log); }
@@ -407,11 +408,16 @@ TEST_F(TrafficLogModelTest, WritesTheSelectedRowsOrAllOfThemForAMail) {
     EXPECT_EQ(linesOf(mail.wishes[0]), 3);  // with the heading
     clock.Pass(1s);
     model->Do(TrafficLogModel::kMail, {});
+    model->Choose(TrafficLogModel::kLogChoice, 1);  // the attachment stays what it is
     Settle();
     ASSERT_EQ(mail.wishes.size(), 2U);
+    EXPECT_EQ(mail.wishes[1].name, "Traffic 2026-03-09.csv");
+    EXPECT_EQ(mail.wishes[1].subject, "Traffic 2026-03-09");
+    EXPECT_EQ(mail.wishes[1].path.find(folder.File("")), 0U);
+    model->Choose(TrafficLogModel::kLogChoice, 0);
+    Settle();
     EXPECT_NE(mail.wishes[1].path, mail.wishes[0].path);
     EXPECT_EQ(linesOf(mail.wishes[1]), 4);
-    for (const MailWish& wish : mail.wishes) std::filesystem::remove(wish.path);
     // An export into a file is no mail.
     view.savePlace = SavePlace{.path = folder.File("out.csv"), .type = 0};
     model->Do(TrafficLogModel::kExport, {});
