@@ -61,6 +61,7 @@ public:
 [[nodiscard]] std::unique_ptr<GalleryPage> MakeImportGallery();
 [[nodiscard]] std::unique_ptr<GalleryPage> MakeImportUnreadableGallery();
 [[nodiscard]] std::unique_ptr<GalleryPage> MakeTraceGallery();
+[[nodiscard]] std::unique_ptr<GalleryPage> MakeWhoIsGallery();
 [[nodiscard]] std::unique_ptr<GalleryPage> MakeGraphsGallery();
 [[nodiscard]] std::unique_ptr<GalleryPage> MakeStatisticsGallery();
 

@@ -9,6 +9,7 @@
 #include "config/ResourceIds.h"
 #include "config/Resources_win.h"
 #include "tools/TraceRouteDialog_win.h"
+#include "tools/WhoIsDialog_win.h"
 
 namespace brennvar::gallery {
 namespace {
@@ -43,18 +44,35 @@ std::vector<std::string> TraceLines(const Language& language, const std::string&
     return lines;
 }
 
+std::vector<std::string> WhoIsLines(const Language&, const std::string&) {
+    return {
+        "NetRange:       192.0.2.0 - 192.0.2.255",
+        "CIDR:           192.0.2.0/24",
+        "NetName:        EXAMPLE-NET",
+        "OrgName:        Example Organisation for Documentation",
+        "Address:        1 Long Street, Building with a Very Long Name, Ground Floor, Room 17, Example City, 12345",
+        "Country:        XX",
+        "Comment:        This block is used as an example in documents."};
+}
+
 class ToolPage final : public GalleryPage {
 public:
+    using MakeLines = std::vector<std::string> (*)(const Language& language, const std::string& host);
+    ToolPage(const ToolSetup& setup, std::string host, MakeLines makeLines)
+        : m_setup(setup), m_host(std::move(host)), m_makeLines(makeLines) {}
+
     [[nodiscard]] SIZE Size() const override { return {960, 640}; }
     void Fill(HWND, const Look&) override {}
     void OnShown(HWND window, const Look& look) override {
-        const std::string host = "www.target.example";
-        m_tool = std::make_unique<SampleTool>(look.fonts, m_language, m_tools, TraceRouteDialog::Setup(),
-                                              TraceLines(m_language, host));
-        if (m_tool->OpenNear(window)) m_tool->StartWith(host);
+        m_tool =
+            std::make_unique<SampleTool>(look.fonts, m_language, m_tools, m_setup, m_makeLines(m_language, m_host));
+        if (m_tool->OpenNear(window)) m_tool->StartWith(m_host);
     }
 
 private:
+    const ToolSetup m_setup;
+    const std::string m_host;
+    const MakeLines m_makeLines;
     const Language m_language = OpenLanguage();
     NoTools m_tools;
     std::unique_ptr<SampleTool> m_tool;
@@ -63,7 +81,10 @@ private:
 }  // namespace
 
 std::unique_ptr<GalleryPage> MakeTraceGallery() {
-    return std::make_unique<ToolPage>();
+    return std::make_unique<ToolPage>(TraceRouteDialog::Setup(), "www.target.example", &TraceLines);
+}
+std::unique_ptr<GalleryPage> MakeWhoIsGallery() {
+    return std::make_unique<ToolPage>(WhoIsDialog::Setup(), "192.0.2.17", &WhoIsLines);
 }
 
 }  // namespace brennvar::gallery

@@ -53,6 +53,7 @@ constexpr PageEntry kPages[] = {
     {"import", &MakeImportGallery, 1, true},
     {"import-unreadable", &MakeImportUnreadableGallery, 1, true},
     {"trace", &MakeTraceGallery, 1, true},
+    {"whois", &MakeWhoIsGallery, 1, true},
     {"graphs", &MakeGraphsGallery},
     {"statistics", &MakeStatisticsGallery, 0, true},
 };

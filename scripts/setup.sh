@@ -24,6 +24,8 @@ peer_packages=(
     iproute2 traceroute                             # networks of our own, and the routes through them
     zip unzip p7zip-full libarchive-tools           # archives
 )
+# Those of them that would run as a service from the next start of the machine on.
+declare -A services=([exim4-daemon-light]=exim4 [tinyproxy]=tinyproxy [squid]=squid [dante-server]=danted)
 
 root=()     # what goes before a command that needs root
 install_packages() {
@@ -39,7 +41,11 @@ install_packages() {
     fi
     "${root[@]}" apt-get update -q
     keep_daemons_from_starting
-    "${root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y -q --no-install-recommends "${missing[@]}"
+    "${root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y -q --no-install-recommends --no-remove "${missing[@]}" ||
+        fail "cannot install ${missing[*]}; where another mail server is installed, it stays"
+    for p in "${missing[@]}"; do
+        [ -z "${services[$p]:-}" ] || "${root[@]}" update-rc.d "${services[$p]}" disable >/dev/null 2>&1 || true
+    done
     let_daemons_start
 }
 

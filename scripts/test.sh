@@ -33,9 +33,10 @@ logs=$PWD/build/logs
 failures=$logs/failures.txt     # what is told last
 mkdir -p "$logs"
 : >"$failures"
-declare -A running=()           # process ids of what runs beside
+declare -A running=()           # process groups of what runs beside
 cleanup() {
-    [ ${#running[@]} -eq 0 ] || kill "${running[@]}" 2>/dev/null || true
+    local group
+    for group in "${running[@]}"; do kill -- "-$group" 2>/dev/null || true; done
     stop_wine
     stop_display
 }
@@ -66,7 +67,7 @@ run_tests() { start_tests "$@"; count_tests "$1"; }
 start_tests() {
     local title=$1 preset=$2; shift 2
     step "running $title tests"
-    ctest --test-dir "build/$preset" --verbose --no-tests=error "$@" >"$logs/$title.log" 2>&1 </dev/null &
+    setsid ctest --test-dir "build/$preset" --verbose --no-tests=error "$@" >"$logs/$title.log" 2>&1 </dev/null &
     running[$title]=$!
 }
 
@@ -82,7 +83,7 @@ count_tests() {
     started=$(grep -c ': Test command: ' "$log" || true)
     ended=$(grep -cE '\[  PASSED  \] [0-9]+ test' "$log" || true)
     if [ "$status" -eq 0 ] && [ "$ended" -lt "$started" ]; then status=1; fi
-    if [ "$status" -ne 0 ]; then
+    if [ "$status" -ne 0 ] || [ "$bad" -gt 0 ]; then
         # A program that crashed or hung has not counted its cases.
         [ "$bad" -gt 0 ] || bad=1
         tail -n 15 "$log"
@@ -113,8 +114,9 @@ run_peer_cases() {
     counts=$(tail -n 1 "$log")
     if [[ $counts =~ ^peers:\ ([0-9]+)\ passed,\ ([0-9]+)\ failed$ ]]; then
         passed=$((passed + BASH_REMATCH[1])) failed=$((failed + BASH_REMATCH[2]))
-        [ "${BASH_REMATCH[2]}" -eq 0 ] ||
-            grep -E '^(FAIL|ERROR):' -A 30 "$log" | head -n 100 | sed -E 's/^(FAIL|ERROR):/failed: peers/' >>"$failures"
+        if [ "${BASH_REMATCH[2]}" -gt 0 ]; then
+            awk '/^(FAIL|ERROR):/ { sub(/^[A-Z]+:/, "failed: peers"); left = 30 } left-- > 0' "$log" >>"$failures"
+        fi
     else
         failed=$((failed + 1)) counts="peers: did not come to their end"
         { echo "failed: $counts"; tail -n 30 "$log"; } >>"$failures"
@@ -189,7 +191,7 @@ if [ "$failed" -gt 0 ]; then
     # The names once more by themselves, for a reader of the last lines.
     step "what has failed"
     cat "$failures"
-    grep '^failed: ' "$failures"
+    grep '^failed: ' "$failures" || true
 fi
 echo "tests: $passed passed, $failed failed"
 [ "$failed" -eq 0 ] && [ "$passed" -gt 0 ]

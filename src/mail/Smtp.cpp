@@ -28,6 +28,8 @@ constexpr int kLoginRefused = 535;
 
 // What stands before the challenge: "334 ".
 constexpr std::size_t kCodeSize = 4;
+// 32 KiB, which a system takes at once.
+constexpr std::size_t kPiecesAtOnce = 32;
 // User name and password, each asked for once, and as much again.
 constexpr int kMostChallenges = 4;
 
@@ -222,17 +224,26 @@ bool CSmtp::SendAll(MailSource& source, std::string_view toldAs) {
         }
         if (text->empty()) return true;
         while (!text->empty()) {
-            const std::string_view piece = text->substr(0, kPiece);
-            m_socket.Send(piece, ReplyLimit());
-            sent += piece.size();
-            text->remove_prefix(piece.size());
-            if (total > kPiece && !OnProgress(toldAs, sent, total)) {
+            // Many pieces in one call: a call of the system costs as much as thousands of bytes.
+            const std::string_view pieces = text->substr(0, kPiece * kPiecesAtOnce);
+            m_socket.Send(pieces, ReplyLimit());
+            text->remove_prefix(pieces.size());
+            if (total > kPiece && !TellProgress(toldAs, sent, pieces.size(), total)) {
                 m_connectionError.emplace(SocketMessage::Connect, kErrorCancelled);
                 m_socket.Close();
                 return false;
             }
+            sent += pieces.size();
         }
     }
+}
+
+bool CSmtp::TellProgress(std::string_view toldAs, std::uint64_t sent, std::uint64_t added, std::uint64_t total) {
+    for (const std::uint64_t end = sent + added; sent < end;) {
+        sent += std::min<std::uint64_t>(kPiece, end - sent);
+        if (!OnProgress(toldAs, sent, total)) return false;
+    }
+    return true;
 }
 
 // A server that refuses a message while it comes says why and closes the connection.

@@ -45,7 +45,7 @@ enum class SmtpStep : std::uint8_t { Connection, Greeting, Login, Sender, Recipi
 class CSmtp {
 public:
     static constexpr int kNoReply = -1;          // no code: the connection is broken, or nothing came in time
-    static constexpr std::size_t kPiece = 1024;  // bytes that are sent or received at once
+    static constexpr std::size_t kPiece = 1024;  // bytes between two notices of what has been sent; of a reply
     static constexpr std::size_t kLongestComputerName = 64;
     // How often a server may answer 530 or ask once more for the same login. Enough for any honest one, and an end
     // for one that would go on for ever.
@@ -99,7 +99,8 @@ protected:
     // After every reply. The command is as it was sent, with its line end, but for a password, which is dots, and
     // for the message itself, which is kEndOfText; empty where there was none.
     virtual void OnReply(std::string_view /*command*/, int /*code*/, const std::string& /*reply*/) {}
-    // After each piece of a command longer than kPiece. False: what is being sent is given up, and the connection.
+    // For each piece of a command longer than kPiece, when it has been handed to the system. False: what is being
+    // sent is given up, and the connection.
     virtual bool OnProgress(std::string_view /*command*/, std::uint64_t /*sent*/, std::uint64_t /*total*/) {
         return true;
     }
@@ -112,6 +113,9 @@ private:
     int Exchange(MailSource& source, std::string_view toldAs);
     void DiscardWhatCame();
     [[nodiscard]] bool SendAll(MailSource& source, std::string_view toldAs);
+    // After so many bytes more, for each piece of them.
+    [[nodiscard]] bool TellProgress(std::string_view toldAs, std::uint64_t sent, std::uint64_t added,
+                                    std::uint64_t total);
     void KeepLastWords();
     [[nodiscard]] int ReadReply(std::string_view command);
     [[nodiscard]] int TakeReply(std::string_view command);

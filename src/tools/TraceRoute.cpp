@@ -79,7 +79,8 @@ void RouteTracer::TraceRoute(const std::string& host) {
     m_isDone = false;
     const StartedLibrary library(m_network);
     if (!library.IsStarted()) return;
-    Print(GetText(54, "Sending") + ' ' + std::to_string(kEchoSize) + ' ' + GetText(55, "bytes to") + ' ' + host);
+    Print(m_language.GetText(54, "Sending") + ' ' + std::to_string(kEchoSize) + ' ' +
+          m_language.GetText(55, "bytes to") + ' ' + host);
     Ipv4 destination = 0;
     const std::unique_ptr<IcmpSocket> socket = SetupIcmpSocket(host, 1, destination);
     if (socket) TraceHops(*socket, destination);
@@ -90,22 +91,22 @@ std::unique_ptr<IcmpSocket> RouteTracer::SetupIcmpSocket(const std::string& host
     std::uint32_t error = 0;
     std::unique_ptr<IcmpSocket> socket = m_network.Open(error);
     if (!socket) {
-        Print(GetText(26, "Failed to create raw socket:") + ' ' + std::to_string(error));
+        Print(m_language.GetText(26, "Failed to create raw socket:") + ' ' + std::to_string(error));
         if (error == kErrorNoRights) {
-            Print(
-                GetText(1751, "A trace needs administrator rights. Please start the program as an administrator."));
+            Print(m_language.GetText(
+                1751, "A trace needs administrator rights. Please start the program as an administrator."));
         }
         return nullptr;
     }
     error = socket->SetTimeToLive(firstHop);
     if (error != 0) {
-        Print(GetText(27, "TTL setsockopt failed:") + ' ' + std::to_string(error));
+        Print(m_language.GetText(27, "TTL setsockopt failed:") + ' ' + std::to_string(error));
         return nullptr;
     }
     const std::optional<Ipv4> found = m_network.Resolve(host, m_stop);
     if (m_stop.Requested()) return nullptr;
     if (!found) {
-        Print(GetText(28, "Failed to resolve") + ' ' + host);
+        Print(m_language.GetText(28, "Failed to resolve") + ' ' + host);
         return nullptr;
     }
     destination = *found;
@@ -122,7 +123,7 @@ void RouteTracer::TraceHops(IcmpSocket& socket, Ipv4 destination) {
         const Outcome outcome = ProbeHop(socket, destination, request, received);
         if (outcome == Outcome::Ended) return;
         if (outcome == Outcome::Silent) {
-            Print(GetText(57, "Request time out"));
+            Print(m_language.GetText(57, "Request time out"));
             ++hops;
             if (hops > kLastSilentHop) m_isDone = true;
         }
@@ -145,7 +146,7 @@ RouteTracer::Outcome RouteTracer::ProbeHop(IcmpSocket& socket, Ipv4 destination,
         if (!ReceiveReply(socket, received, source)) {
             // Whatever the buffer holds, from an earlier message or from a part of this one.
             if (WordAt(received, HeaderLength(received) + kSequenceOffset) == 0) return Outcome::NextHop;
-            Print(GetText(56, "Bad sequence number!"));
+            Print(m_language.GetText(56, "Bad sequence number!"));
             if (!m_network.Pause(kPauseAfterFault, m_stop)) return Outcome::Ended;
             continue;
         }
@@ -171,11 +172,12 @@ void RouteTracer::BuildEchoRequest(std::span<std::byte> request, std::uint16_t i
 bool RouteTracer::SendEcho(IcmpSocket& socket, Ipv4 destination, std::span<const std::byte> request) {
     const IcmpSent sent = socket.Send(destination, request);
     if (sent.error != 0) {
-        Print(GetText(29, "Send failed:") + ' ' + std::to_string(sent.error));
+        Print(m_language.GetText(29, "Send failed:") + ' ' + std::to_string(sent.error));
         return false;
     }
     if (sent.count < request.size()) {
-        Print(GetText(30, "Sent") + ' ' + std::to_string(sent.count) + ' ' + GetText(31, "bytes"));
+        Print(m_language.GetText(30, "Sent") + ' ' + std::to_string(sent.count) + ' ' +
+              m_language.GetText(31, "bytes"));
     }
     return true;
 }
@@ -195,9 +197,10 @@ bool RouteTracer::ReceiveReply(IcmpSocket& socket, std::span<std::byte> buffer, 
     const IcmpReceived received = socket.Receive(buffer);
     source = received.source;
     if (received.error == 0) return true;
-    Print(GetText(32, "Read failed:") + ' ' +
-          (received.error == kErrorMessageTooLong ? GetText(33, "buffer is too small")
-                                                  : GetText(34, "error") + ' ' + std::to_string(received.error)));
+    Print(m_language.GetText(32, "Read failed:") + ' ' +
+          (received.error == kErrorMessageTooLong
+               ? m_language.GetText(33, "buffer is too small")
+               : m_language.GetText(34, "error") + ' ' + std::to_string(received.error)));
     return false;
 }
 
@@ -206,7 +209,7 @@ RouteTracer::Reply RouteTracer::DecodeReply(std::span<const std::byte> datagram,
     const std::uint32_t tick = m_network.TickCount();
     const std::size_t headerLength = HeaderLength(datagram);
     if (std::min(byteCount, datagram.size()) < headerLength + kIcmpHeaderSize) {
-        Print(GetText(35, "Too few bytes from") + ' ' + FormatIpv4(source));
+        Print(m_language.GetText(35, "Too few bytes from") + ' ' + FormatIpv4(source));
         return Reply::Stop;
     }
     const std::span<const std::byte> message = datagram.subspan(headerLength);
@@ -216,10 +219,10 @@ RouteTracer::Reply RouteTracer::DecodeReply(std::span<const std::byte> datagram,
             if (WordAt(message, kIdentifierOffset) != Identifier()) return Reply::Foreign;
             break;
         case kTimeExceeded: break;
-        case kUnreachable: Print(GetText(36, "Destination unreachable")); return Reply::Stop;
+        case kUnreachable: Print(m_language.GetText(36, "Destination unreachable")); return Reply::Stop;
         default:
-            Print(GetText(37, "Unknown ICMP packet type") + ' ' + std::to_string(type) + ' ' +
-                  GetText(38, "received"));
+            Print(m_language.GetText(37, "Unknown ICMP packet type") + ' ' + std::to_string(type) + ' ' +
+                  m_language.GetText(38, "received"));
             return Reply::Stop;
     }
     PrintHop(AddressAt(datagram, kSourceOffset), tick);
@@ -232,8 +235,9 @@ void RouteTracer::PrintHop(Ipv4 hop, std::uint32_t tick) {
     const std::string name = m_network.ReverseLookup(address, 0, m_stop);
     if (m_stop.Requested()) return;
     const auto passed = static_cast<std::int32_t>(tick - m_startTick);
-    const std::string time = passed < 0 ? GetText(39, "reached in: <10 ms.")
-                                        : GetText(40, "reached in:") + ' ' + std::to_string(passed) + " ms.";
+    const std::string time = passed < 0
+                                 ? m_language.GetText(39, "reached in: <10 ms.")
+                                 : m_language.GetText(40, "reached in:") + ' ' + std::to_string(passed) + " ms.";
     Print("IP: " + address + " [" + name + "] " + time);
 }
 

@@ -21,7 +21,6 @@
 #include <optional>
 #include <span>
 #include <string>
-#include <string_view>
 #include <vector>
 
 #include "base/StopSignal.h"
@@ -80,9 +79,6 @@ private:
     void PrintHop(Ipv4 hop, std::uint32_t tick);
 
     void Print(const std::string& line) { m_output.Print(line); }
-    [[nodiscard]] std::string GetText(int number, std::string_view english) const {
-        return m_language.GetText(number, english);
-    }
     [[nodiscard]] std::uint16_t Identifier() const { return static_cast<std::uint16_t>(m_network.ProcessId()); }
 
     IcmpNetwork& m_network;

@@ -12,17 +12,6 @@
 namespace brennvar {
 namespace {
 
-ToolSetup Setup() {
-    return {
-        .templateId = IDD_WHOIS,
-        .finishedMessage = WhoIsDialog::kMessageFinished,
-        .title = Text{1717, "Who is it"},
-        .addressLabel = Text{1718, "&Address or host name:"},
-        .emptyText = Text{1719, "Type an address or a host name and press Start: a registry tells whose it is."},
-        .ofLine = AddressTool::WhoIs,
-        .fileName = "whois"};
-}
-
 void LookUp(const std::string& text, const Language& language, ToolOutput& output, const StopSignal& stop) {
     // The service may hold the file for a while; the stop cuts that wait short as well.
     SystemClock clock(stop);
@@ -39,6 +28,17 @@ void LookUp(const std::string& text, const Language& language, ToolOutput& outpu
 }
 
 }  // namespace
+
+ToolSetup WhoIsDialog::Setup() {
+    return {
+        .templateId = IDD_WHOIS,
+        .finishedMessage = kMessageFinished,
+        .title = Text{1717, "Who is it"},
+        .addressLabel = Text{1718, "&Address or host name:"},
+        .emptyText = Text{1719, "Type an address or a host name and press Start: a registry tells whose it is."},
+        .ofLine = AddressTool::WhoIs,
+        .fileName = "whois"};
+}
 
 WhoIsDialog::WhoIsDialog(const CFonts& fonts, const Language& language, AddressTools& tools)
     : ToolDialog(fonts, language, tools, Setup()) {}

@@ -11,6 +11,7 @@ public:
 
     // Everything is borrowed for the life of the dialog.
     WhoIsDialog(const CFonts& fonts, const Language& language, AddressTools& tools);
+    [[nodiscard]] static ToolSetup Setup();
 
 private:
     [[nodiscard]] ToolJob MakeJob(const std::string& text) override;

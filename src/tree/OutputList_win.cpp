@@ -7,8 +7,12 @@ namespace brennvar {
 
 bool COutputList::Create(HWND parent, int id, const Look& look, std::string emptyText) {
     const TreeColumn columns[] = {{.title = {}, .takesRoom = true}};
-    const TreeSetup setup{
-        .parent = parent, .id = id, .selectsMany = true, .isZebra = false, .emptyText = std::move(emptyText)};
+    const TreeSetup setup{.parent = parent,
+                          .id = id,
+                          .selectsMany = true,
+                          .isZebra = false,
+                          .hasFixedLetters = true,
+                          .emptyText = std::move(emptyText)};
     return m_tree.Create(setup, look, columns, *this);
 }
 

@@ -1,5 +1,5 @@
-// Lines of text that come one after the other: what a tool prints, what is logged. Keeps the last ones and shows
-// the newest, unless the user has scrolled up to read.
+// Lines of text in letters of one width that come one after the other: what a tool prints, what is logged. Keeps
+// the last ones and shows the newest, unless the user has scrolled up to read.
 #pragma once
 
 #include <cstddef>

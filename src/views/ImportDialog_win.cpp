@@ -97,7 +97,7 @@ void ImportDialog::PlaceParts() {
 
 TreeCell ImportDialog::Cell(int row, int column) const {
     TreeCell cell;
-    cell.text = m_rows.Text(row, column);
+    cell.text = m_rows.CellText(row, column);
     cell.tone = m_rows.ToneOf(row, column);
     return cell;
 }

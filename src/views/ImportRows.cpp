@@ -69,7 +69,7 @@ std::string ImportRows::EmptyText() const {
     return m_preview.isUnreadable ? std::string() : m_language.GetText(1872, "Nothing would change.");
 }
 
-std::string ImportRows::Text(int row, int column) const {
+std::string ImportRows::CellText(int row, int column) const {
     if (const FileChange* const file = FileAt(row)) {
         const auto size = [this](const std::optional<std::uint64_t>& bytes) {
             return bytes ? FormatBytes(*bytes, AmountWords(m_language)) : std::string();
@@ -92,7 +92,7 @@ std::string ImportRows::Text(int row, int column) const {
 }
 
 Tone ImportRows::ToneOf(int row, int column) const {
-    if (FileAt(row) || (column != kBefore && column != kAfter) || Text(row, column).empty()) return Tone::Plain;
+    if (FileAt(row) || (column != kBefore && column != kAfter) || CellText(row, column).empty()) return Tone::Plain;
     return ToneOfState(column == kBefore ? RuleAt(row).before : RuleAt(row).after);
 }
 

@@ -28,7 +28,7 @@ public:
     [[nodiscard]] std::string EmptyText() const;
 
     [[nodiscard]] int Count() const { return static_cast<int>(m_preview.files.size() + m_preview.rules.size()); }
-    [[nodiscard]] std::string Text(int row, int column) const;
+    [[nodiscard]] std::string CellText(int row, int column) const;
     [[nodiscard]] Tone ToneOf(int row, int column) const;
     // What may stand in the columns but the path.
     [[nodiscard]] std::vector<std::string> Longest(int column) const;

@@ -220,6 +220,15 @@ TEST_F(ConnectionsTest, KeepsSelectionSortAndGroupsWhileRowsComeAndGo) {
 TEST_F(ConnectionsTest, FullTablesDoNotHoldUpTheWindow) {
     // As much as the driver's buffers hold.
     Start({"connections 196608", "listeners 196608"});
+    // What the machine's other work makes of the answers of a window that has little to do.
+    AnswerRounds before(m_window);
+    for (int round = 0; round < 4; ++round) {
+        for (int look = 0; look < 100; ++look) {
+            before.Look();
+            ::Sleep(10);
+        }
+        before.EndRound();
+    }
     OpenPage(2 * 196'608);
     Ask(m_list, kTreeClickHeader, 1);
     Select(5);
@@ -230,16 +239,16 @@ TEST_F(ConnectionsTest, FullTablesDoNotHoldUpTheWindow) {
     };
     AnswerRounds answers(m_window);
     for (int reading = 0; reading < 4; ++reading) {
-        const std::string before = age();
+        const std::string last = age();
         ASSERT_TRUE(WaitUntil([&] {
             answers.Look();
-            return age() != before;
+            return age() != last;
         }));
         answers.EndRound();
     }
     RecordProperty("longest_answer_ms", static_cast<int>(answers.LongestOfEach().count()));
     // A table that is made on the window's thread would take hundreds of milliseconds with every reading.
-    EXPECT_LT(answers.LongestOfEach(), 250ms);
+    EXPECT_LT(answers.LongestOfEach(), 250ms + 4 * before.LongestOfEach());
     EXPECT_EQ(Ask(m_list, kTreeGetSelectedCount), 1);
 }
 

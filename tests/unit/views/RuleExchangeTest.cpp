@@ -240,10 +240,10 @@ TEST(ImportRowsTest, FilesComeFirstAndRulesSayWhatBecomesOfThem) {
     const ImportRows rows(language, preview);
     std::string shown;
     for (int row = 0; row < rows.Count(); ++row) {
-        for (int column = 0; column < ImportRows::kColumnCount; ++column) shown += rows.Text(row, column) + ',';
+        for (int column = 0; column < ImportRows::kColumnCount; ++column) shown += rows.CellText(row, column) + ',';
         shown += ' ';
     }
-    EXPECT_EQ(shown, "Added,x,,2 KB, Removed,y,1 B,, Added,a,,Deny, Removed,b,Ask,, Changed,c,Allow,Deny, ");
+    EXPECT_EQ(shown, "Added,x,,2.0 KB, Removed,y,1 B,, Added,a,,Deny, Removed,b,Ask,, Changed,c,Allow,Deny, ");
     EXPECT_EQ(rows.ToneOf(4, ImportRows::kBefore), Tone::Allow);
     EXPECT_EQ(rows.ToneOf(4, ImportRows::kAfter), Tone::Deny);
     EXPECT_EQ(rows.ToneOf(2, ImportRows::kBefore), Tone::Plain);
