@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "GalleryPage.h"
+#include "NoTools.h"
 #include "config/ResourceIds.h"
 #include "config/Resources_win.h"
 #include "tools/TraceRouteDialog_win.h"
@@ -12,11 +13,6 @@
 
 namespace brennvar::gallery {
 namespace {
-
-class NoTools final : public AddressTools {
-public:
-    void OpenTool(AddressTool, const std::string&) override {}
-};
 
 // A tool that prints its lines and then works until it is stopped.
 class SampleTool final : public ToolDialog {

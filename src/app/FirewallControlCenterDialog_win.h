@@ -67,7 +67,7 @@ private:
     void RefreshFigures() override { m_session.RefreshFigures(); }
     void CheckNetwork() override { m_session.machine.CheckNetwork(); }
     void CheckClock() override { m_session.machine.CheckClock(); }
-    void AnswerQuestion() override { m_session.prompt.Tick(Window()); }
+    void AnswerQuestion() override { m_session.prompt.Tick(Window(), m_tools); }
     void FetchNotice() override { m_session.FetchNotice(); }
     void FollowGrip() override { TickGrip(); }
 

@@ -40,6 +40,7 @@
 #define IDC_SERVICE 904
 #define IDC_PROGRAM_PATH 901
 #define IDC_WANTS 906
+#define IDC_QUESTION_LINK 1421  // beside the heading; answers nothing
 #define IDC_WHY_NOT_REMEMBERED 907
 #define IDC_TARGET_PATH 908
 

@@ -160,7 +160,7 @@ void ListPage::RepaintRowsOf(const std::string& program) const {
 void ListPage::ShowSheet(const DetailsSheet& sheet) {
     const std::optional<HWND> owner = ModalOwner(::GetAncestor(Window(), GA_ROOT));
     if (!owner || m_sheet) return;
-    DetailsDialog dialog(m_context.fonts, m_context.language, sheet);
+    DetailsDialog dialog(m_context.fonts, m_context.language, m_context.owner, sheet);
     m_sheet = &dialog;
     dialog.Show(*owner);
     m_sheet = nullptr;

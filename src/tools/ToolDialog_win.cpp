@@ -7,6 +7,8 @@
 
 #include "base/AskAside.h"
 #include "config/ResourceIds.h"
+#include "dialogs/AddressMenu_win.h"
+#include "dialogs/ModalPlace_win.h"
 #include "dialogs/Questions_win.h"
 #include "dialogs/SavePlaceDialog_win.h"
 #include "dialogs/WriteFailure.h"
@@ -40,7 +42,9 @@ constexpr std::chrono::hours kSaveLimit{24};
 constexpr UINT kMessageLines = WM_APP + 1;
 constexpr UINT kMessageSaved = WM_APP + 2;
 
-enum class MenuCommand : int { None, TraceRoute, WhoIs, Locate, Copy, SelectAll };
+constexpr int kCopyCommand = 1;
+constexpr int kSelectAllCommand = 2;
+constexpr int kFirstToolCommand = 10;
 
 std::string Trimmed(const std::string& text) {
     constexpr std::string_view kBlanks = " \t\r\n";
@@ -260,26 +264,17 @@ void ToolDialog::ShowState() {
 void ToolDialog::ShowMenu(int row, POINT point) {
     const bool hasAddress = FindIpv4(m_lines.LineText(row)).has_value();
     CPopupMenu menu;
-    const auto add = [&](MenuCommand command, const std::string& text, bool isPossible,
-                         MenuImage image = MenuImage::None) {
-        menu.Add(static_cast<int>(command), text, image, {.isDisabled = !isPossible});
-    };
-    add(MenuCommand::TraceRoute, m_language.GetText(1744, "&Trace route"), hasAddress);
-    add(MenuCommand::WhoIs, m_language.GetText(1745, "&Who is it?"), hasAddress);
-    add(MenuCommand::Locate, m_language.GetText(1672, "&Locate in browser"), hasAddress);
+    AddAddressTools(menu, m_language, kFirstToolCommand, hasAddress);
     menu.AddSeparator();
-    add(MenuCommand::Copy, m_language.GetText(1070, "&Copy") + "\tCtrl+C", m_lines.HasSelection(), MenuImage::Copy);
-    add(MenuCommand::SelectAll, m_language.GetText(1071, "Select &all") + "\tCtrl+A", m_lines.LineCount() > 0,
-        MenuImage::SelectAll);
+    menu.Add(kCopyCommand, m_language.GetText(1070, "&Copy") + "\tCtrl+C", MenuImage::Copy,
+             {.isDisabled = !m_lines.HasSelection()});
+    menu.Add(kSelectAllCommand, m_language.GetText(1071, "Select &all") + "\tCtrl+A", MenuImage::SelectAll,
+             {.isDisabled = m_lines.LineCount() == 0});
     const CSkinImage images = LoadMenuImages();
-    switch (static_cast<MenuCommand>(menu.Track(Window(), point, TPM_RETURNCMD, GetLook(), &images))) {
-        case MenuCommand::TraceRoute: OpenForRow(AddressTool::TraceRoute, row); break;
-        case MenuCommand::WhoIs: OpenForRow(AddressTool::WhoIs, row); break;
-        case MenuCommand::Locate: OpenForRow(AddressTool::Locate, row); break;
-        case MenuCommand::Copy: Copy(); break;
-        case MenuCommand::SelectAll: m_lines.SelectAll(); break;
-        case MenuCommand::None: break;
-    }
+    const int command = menu.Track(Window(), point, TPM_RETURNCMD, GetLook(), &images);
+    if (command == kCopyCommand) Copy();
+    if (command == kSelectAllCommand) m_lines.SelectAll();
+    if (const auto tool = AddressToolOf(command, kFirstToolCommand)) OpenForRow(*tool, row);
 }
 
 void ToolDialog::OpenForRow(AddressTool tool, int row) {
@@ -345,8 +340,10 @@ void ToolDialog::EndWhenIdle() {
     } else {
         End(IDCANCEL);
     }
-    // Windows would pass the activation to another program.
-    if (wasActive && m_near && ::IsWindowVisible(m_near) && ::IsWindowEnabled(m_near)) ::SetActiveWindow(m_near);
+    if (!wasActive || !m_near) return;
+    // Windows would pass the activation to another program. A dialog over that window comes before it.
+    const std::optional<HWND> next = ModalOwner(m_near);
+    if (next && ::IsWindowVisible(*next)) ::SetActiveWindow(*next);
 }
 
 void ToolDialog::OnDestroy() {

@@ -105,8 +105,7 @@ INT_PTR CDialog::DoModal(HWND owner, int templateId, Appearance appearance) {
 }
 
 bool CDialog::Open(HWND owner, int templateId, Appearance appearance) {
-    // Opened before, it has ended out of sight and still has its window.
-    if (m_window) ::DestroyWindow(m_window);
+    if (m_window) ::DestroyWindow(m_window);  // of the last time: it was only hidden when it ended
     m_isOpen = true;
     s_openDialogs.push_back(this);
     if (ShowNow(owner, templateId, appearance) && m_window) return true;

@@ -10,6 +10,7 @@ namespace {
 
 constexpr int kWhoIs = 1401, kWhoIsCommand = 978;
 constexpr int kAddress = 1431, kStart = 1432, kStop = 1433, kStatus = 1437;
+constexpr int kDetailsAddress = 1420;
 constexpr char kWhoIsCaption[] = "Who is it";
 
 class WhoIsTest : public ProductFixture {
@@ -37,7 +38,8 @@ TEST_F(WhoIsTest, AsksAboutARowThroughTheProxyAndFollowsTheReferral) {
                     {"\r\n", "# see\r\n\r\nOrgName:  RIPE Network Coordination Centre\r\n"}}},
          {.steps = {{"\r\n\r\n", "HTTP/1.0 200 OK\r\n\r\n% welcome\n"},
                     {"\r\n", "inetnum:  93.184.216.0\r\n\n\tnetname: TEST \nno end"}}},
-         {.steps = {{"\r\n\r\n", "HTTP/1.0 407 Who are you\r\n\r\n"}}}});
+         {.steps = {{"\r\n\r\n", "HTTP/1.0 407 Who are you\r\n\r\n"}}},
+         {.steps = {{"\r\n\r\n", "HTTP/1.0 200 OK\r\n\r\n"}, {"\r\n", "asked again\n"}}}});
     Lines scenario = ProxyAt(server);
     scenario.insert(scenario.end(), {"option-text 68 Aladdin", "option-text 69 open sesame",
                                      "connection ESTAB-OUT 10.1.2.3:49152 93.184.216.34:443 900077 0 0"});
@@ -63,6 +65,20 @@ TEST_F(WhoIsTest, AsksAboutARowThroughTheProxyAndFollowsTheReferral) {
                            "The proxy wants a user name and a password that it knows. Check them in the options, "
                            "under Miscellaneous."});
     EXPECT_TRUE(WaitUntil([&] { return Has(dialog, kStart); }));
+
+    // From the details as well, which keep the control center from input: the dialog works beside them, and stays
+    // when they are closed.
+    ::PostMessageA(List(), WM_KEYDOWN, VK_RETURN, 0);
+    const HWND details = NextWindow("Connection details");
+    ::PostMessageA(::GetDlgItem(details, kDetailsAddress), BM_CLICK, 0, 0);
+    Require(WaitUntil([&] { return (ModeOf(details) & GUI_INMENUMODE) != 0; }));
+    ::PostMessageA(details, WM_KEYDOWN, 'W', 0);
+    ExpectPrinted(dialog, {"asked again"});
+    EXPECT_EQ(WindowText(::GetDlgItem(dialog, kAddress)), "93.184.216.34");
+    EXPECT_FALSE(::IsWindowEnabled(m_window));
+    ::PostMessageA(details, WM_CLOSE, 0, 0);
+    EXPECT_TRUE(WaitUntil([&] { return !::IsWindow(details) && ::IsWindowEnabled(m_window); }));
+    EXPECT_TRUE(::IsWindowVisible(dialog) && ::IsWindowEnabled(dialog));
     ExpectAnswers();
     Leave();
 }

@@ -9,6 +9,8 @@
 #include <vector>
 
 #include "config/ResourceIds.h"
+#include "dialogs/MessageDialog_win.h"
+#include "support/AskedTools.h"
 #include "support/ModalOwner_win.h"
 #include "tree/TreeMessages_win.h"
 #include "ui/ChildControls_win.h"
@@ -16,12 +18,6 @@
 
 namespace brennvar {
 namespace {
-
-class AskedTools final : public AddressTools {
-public:
-    void OpenTool(AddressTool tool, const std::string& address) override { asked.emplace_back(tool, address); }
-    std::vector<std::pair<AddressTool, std::string>> asked;
-};
 
 // A tool whose work ends with the stop signal, or when the test lets it.
 class TestTool final : public ToolDialog {
@@ -103,7 +99,7 @@ protected:
 
     const CFonts m_fonts;
     const Language m_english{nullptr};
-    AskedTools m_tools;
+    test::AskedTools m_tools;
     test::ModalOwner m_owner;
     TestTool m_dialog{m_fonts, m_english, m_tools};
 };
@@ -164,10 +160,27 @@ TEST_F(ToolDialogTest, GoesAtOnceAndEndsWithItsTool) {
     EXPECT_FALSE(::IsWindowVisible(m_dialog.Window()));
     m_dialog.letGo.Request();
     RunUntil([this] { return !m_dialog.IsOpen(); });
-    const HWND old = m_dialog.Window();
+    const HWND last = m_dialog.Window();
     EXPECT_TRUE(m_dialog.OpenNear(nullptr));
-    EXPECT_FALSE(::IsWindow(old));
     EXPECT_EQ(RowCount(), 0);
+    EXPECT_FALSE(::IsWindow(last)) << "every window of it would stay";
+}
+
+TEST_F(ToolDialogTest, GoesBackToTheDialogThatItWasOpenedFrom) {
+    HWND over = nullptr;
+    HWND active = nullptr;
+    m_owner.Post([&] {
+        over = ::GetLastActivePopup(m_owner.Window());
+        EXPECT_TRUE(m_dialog.OpenNear(m_owner.Window()));
+        EXPECT_TRUE(::IsWindowEnabled(m_dialog.Window()));
+        EXPECT_EQ(::GetActiveWindow(), m_dialog.Window());
+        Press(IDCANCEL);
+        active = ::GetActiveWindow();
+    });
+    m_owner.PostKey(VK_RETURN);
+    MessageDialog(m_fonts, {.caption = "", .message = "m", .ok = "OK", .cancel = ""}).Ask(m_owner.Window());
+    EXPECT_NE(over, m_owner.Window());
+    EXPECT_EQ(active, over);
 }
 
 TEST_F(ToolDialogTest, AsksTheNextQuestionWhenTheOneThatWasClosedHasEnded) {

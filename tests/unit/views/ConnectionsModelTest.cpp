@@ -567,7 +567,7 @@ TEST_F(ConnectionsModelTest, DetailsComeAtOnceAndWhatTheLogsKnowLater) {
                                                   "www.example.com",
                                                   260));
     const auto lines = [](const DetailsSheet& sheet) {
-        std::string text = sheet.title + "\n";
+        std::string text = sheet.title + " " + FormatIpv4(sheet.address) + "\n";
         for (const DetailsGroup& group : sheet.groups) {
             for (const DetailsLine& line : group.lines) text += line.label + " " + line.value + "\n";
         }
@@ -576,7 +576,7 @@ TEST_F(ConnectionsModelTest, DetailsComeAtOnceAndWhatTheLogsKnowLater) {
     Do(IDC_CONNECTIONS_DETAILS, 0);
     ASSERT_EQ(view.sheets.size(), 1U);
     EXPECT_EQ(lines(view.sheets[0]),
-              "Connection details\n"
+              "Connection details 93.184.216.34\n"
               "Local/Remote IP: 10.0.0.1 -> 93.184.216.34\n"
               "Local/Remote domain: ... -> ...\n"
               "Local/Remote MAC: ... -> ...\n"
@@ -596,7 +596,7 @@ TEST_F(ConnectionsModelTest, DetailsComeAtOnceAndWhatTheLogsKnowLater) {
     reads.RunAll();
     ASSERT_EQ(view.sheets.size(), 5U);
     EXPECT_EQ(lines(view.sheets[4]),
-              "Connection details\n"
+              "Connection details 0.0.0.0\n"
               "Local IP: 0.0.0.0\n"
               "Local domain: unknown\n"
               "Local MAC: unknown\n"
