@@ -243,8 +243,8 @@ std::optional<LRESULT> FirewallControlCenterDialog::OnMessage(UINT message, WPAR
 
 bool FirewallControlCenterDialog::IsBusy() const {
     // A modal dialog over this window keeps it disabled.
-    return m_session.IsPromptOpen() || m_session.IsTellingNotice() || m_session.IsAnyWorkerRunning() ||
-           m_tools.IsAnyOpen() || !::IsWindowEnabled(Window());
+    return m_session.IsPromptOpen() || m_session.IsTellingNotice() || m_session.IsAtWork() || m_tools.IsAnyOpen() ||
+           !::IsWindowEnabled(Window());
 }
 
 void FirewallControlCenterDialog::TakeAway() {
@@ -274,8 +274,7 @@ void FirewallControlCenterDialog::ExitControlCenter() {
     if (m_mail.IsSending()) return m_mail.TellSending();
     if (CPage* const page = Pages().Current(); page && !page->MayLeave()) return;
     m_leaving.Exit(
-        Window(),
-        [this] { return m_session.prompt.IsBusy() || m_session.IsAnyWorkerRunning() || m_mail.IsSending(); },
+        Window(), [this] { return m_session.prompt.IsBusy() || m_session.IsAtWork() || m_mail.IsSending(); },
         [this] { End(kResultExit); });
 }
 

@@ -101,6 +101,8 @@ void Session::RunCompletions() {
 }
 
 void Session::StopLinks(std::chrono::milliseconds limit) {
+    // An import is put back, where it is not over; what the service has not been told of is told at the next start.
+    rules.Stop();
     link.Stop(limit);
     reads.Stop(std::chrono::milliseconds(0));
     programQueue.Stop(std::chrono::milliseconds(0));

@@ -80,6 +80,10 @@ public:
     // A question is looked up or on screen.
     [[nodiscard]] bool IsPromptOpen() const { return prompt.IsBusy() || activity.IsBusy(); }
     [[nodiscard]] bool IsAnyWorkerRunning() const;
+    // Something is under way that the program does not end in the middle of: a worker, or rules on their road.
+    [[nodiscard]] bool IsAtWork() const {
+        return IsAnyWorkerRunning() || rules.Current() != RuleExchange::Work::None;
+    }
     // A notice is being told.
     [[nodiscard]] bool IsTellingNotice() const { return m_isTellingNotice; }
 

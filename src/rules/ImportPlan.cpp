@@ -13,11 +13,6 @@ namespace {
 constexpr std::string_view kCommentHead = "Brennvar restore point";
 constexpr std::string_view kAddedLine = "added ";
 
-std::string LowerCase(std::string text) {
-    std::transform(text.begin(), text.end(), text.begin(), AsciiLower);
-    return text;
-}
-
 bool IsFolder(std::string_view name) {
     return name.ends_with('/') || name.ends_with('\\');
 }

@@ -22,11 +22,6 @@ struct Rules {
     bool isReadable = true;
 };
 
-std::string LowerCase(std::string text) {
-    std::transform(text.begin(), text.end(), text.begin(), AsciiLower);
-    return text;
-}
-
 // A path has no control characters. Bytes under another key have some, all but surely: one in eight is one.
 bool IsPath(std::string_view text) {
     return std::none_of(text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) < ' '; });

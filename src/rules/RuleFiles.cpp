@@ -2,6 +2,7 @@
 
 #include <cerrno>
 #include <cstdio>
+#include <utility>
 
 #include "ipc/RecordFile.h"
 
@@ -14,6 +15,15 @@
 #endif
 
 namespace brennvar {
+
+HeldFile ReadWhenFree(RuleFiles& files, Clock& clock, const std::string& path) {
+    const auto limit = clock.Elapsed() + kRecordFilePolicy.retries * kRecordFilePolicy.pause;
+    while (true) {
+        if (auto content = files.Read(path, kWholeFileLimit)) return {.content = std::move(content)};
+        if (files.IsMissing(path)) return {.content = std::nullopt, .isMissing = true};
+        if (clock.Elapsed() >= limit || !clock.Sleep(kRecordFilePolicy.pause)) return {};
+    }
+}
 
 std::optional<std::string> DiskRuleFiles::Read(const std::string& path, std::uint64_t limit) {
     auto file = RecordFile::OpenReadOnly(path);

@@ -10,6 +10,7 @@
 #include <string_view>
 #include <vector>
 
+#include "base/Clock.h"
 #include "base/NewFile.h"
 
 namespace brennvar {
@@ -45,6 +46,14 @@ public:
     // does.
     [[nodiscard]] virtual std::unique_ptr<FolderLock> Lock(const std::string& path) = 0;
 };
+
+// A file of the service, which may hold it for a moment.
+struct HeldFile {
+    std::optional<std::string> content;
+    bool isMissing = false;  // certainly; with neither it is there, or may be, and cannot be read
+};
+// Waits with the clock, for as long as kRecordFilePolicy says. A file above kWholeFileLimit cannot be read.
+[[nodiscard]] HeldFile ReadWhenFree(RuleFiles& files, Clock& clock, const std::string& path);
 
 class DiskRuleFiles final : public RuleFiles {
 public:

@@ -106,27 +106,30 @@ std::string RuleImport::Staged(std::string_view kind, std::size_t number) const 
 
 ImportOutcome RuleImport::Apply(const ImportPlan& plan, Kind kind, const StopSignal& stop) {
     if (plan.fault != ArchiveFault::None || plan.files.empty()) return {.result = ImportResult::Failed};
+    // Of an import that the service does not know of.
+    const bool wasThere = !m_files.IsMissing(m_folders.import);
     if (!m_files.MakeFolder(m_folders.import)) return {.result = ImportResult::Held};
     ImportOutcome outcome{.result = ImportResult::Busy};
     if (const auto lock = m_files.Lock(m_folders.import + "/lock")) {
         outcome = RecoverLocked() ? ApplyLocked(plan, kind, stop)
                                   : ImportOutcome{.result = ImportResult::Held, .isHalfway = true};
     }
-    if (outcome.result != ImportResult::Busy && !outcome.isHalfway) {
-        (void)m_files.Remove(m_folders.import + "/lock");
-        m_files.RemoveFolder(m_folders.import);
-    }
+    if (outcome.result == ImportResult::Busy || outcome.isHalfway) return outcome;
+    (void)m_files.Remove(m_folders.import + "/lock");
+    if (outcome.result != ImportResult::Done && !wasThere) m_files.RemoveFolder(m_folders.import);
     return outcome;
 }
 
-void RuleImport::Recover() {
-    if (m_files.IsMissing(m_folders.import)) return;
+bool RuleImport::Recover() {
+    if (m_files.IsMissing(m_folders.import)) return false;
     {
         const auto lock = m_files.Lock(m_folders.import + "/lock");
-        if (!lock || !RecoverLocked()) return;
+        if (!lock) return false;
+        // Even so some files may be back.
+        if (!RecoverLocked()) return true;
     }
     (void)m_files.Remove(m_folders.import + "/lock");
-    m_files.RemoveFolder(m_folders.import);
+    return true;
 }
 
 ImportOutcome RuleImport::ApplyLocked(const ImportPlan& plan, Kind kind, const StopSignal& stop) {
@@ -144,7 +147,7 @@ ImportOutcome RuleImport::ApplyLocked(const ImportPlan& plan, Kind kind, const S
     // The journal before the restore point: one without an import would be a thing to be undone that never was
     // done.
     result = ResultOf(m_files.Write(JournalPath(), FormatJournal(journal)));
-    if (result == ImportResult::Done) result = ResultOf(WriteRestorePoint(journal));
+    if (result == ImportResult::Done) result = WriteRestorePoint(journal);
     std::size_t moved = 0;
     if (result == ImportResult::Done) result = MoveIn(journal, moved, stop);
     // This is the moment from which the import has happened.
@@ -155,7 +158,9 @@ ImportOutcome RuleImport::ApplyLocked(const ImportPlan& plan, Kind kind, const S
     }
     CleanUp();
     PruneRestorePoints(m_files, m_folders.restore);
-    return {.result = ImportResult::Done, .restorePoint = journal.restorePoint};
+    return {.result = ImportResult::Done,
+            .restorePoint = std::move(journal.restorePoint),
+            .files = std::move(journal.entries)};
 }
 
 ImportResult RuleImport::Stage(const ImportPlan& plan, ImportJournal& journal, const StopSignal& stop) {
@@ -178,9 +183,10 @@ ImportResult RuleImport::Stage(const ImportPlan& plan, ImportJournal& journal, c
     return ImportResult::Done;
 }
 
-WriteResult RuleImport::WriteRestorePoint(const ImportJournal& journal) {
+ImportResult RuleImport::WriteRestorePoint(const ImportJournal& journal) {
     std::vector<std::string> contents(journal.entries.size());  // the archive borrows them
     std::vector<std::string> added;
+    std::uint64_t size = 0;
     ArchiveWriter archive;
     for (std::size_t i = 0; i < journal.entries.size(); ++i) {
         const JournalEntry& entry = journal.entries[i];
@@ -188,24 +194,23 @@ WriteResult RuleImport::WriteRestorePoint(const ImportJournal& journal) {
             added.push_back(entry.path);
             continue;
         }
-        std::optional<std::string> content;
-        const WriteResult read = Retry([&] {
-            content = m_files.Read(Target(entry), kWholeFileLimit);
-            return content ? WriteResult::Written : WriteResult::Denied;
-        });
-        if (read != WriteResult::Written) return read;
-        contents[i] = *std::move(content);
+        HeldFile file = ReadWhenFree(m_files, m_clock, Target(entry));
+        if (!file.content) return ImportResult::Held;
+        contents[i] = *std::move(file.content);
+        size += contents[i].size();
+        // Nobody could read it again.
+        if (size > kMostUnpacked) return ImportResult::TooLarge;
         // Not packed: it is written in passing, and read hardly ever.
-        if (!archive.AddFile(entry.path, contents[i], Packing::Stored)) return WriteResult::Failed;
+        if (!archive.AddFile(entry.path, contents[i], Packing::Stored)) return ImportResult::Failed;
     }
     // An archive has to have something in it; the name of a folder is skipped when it is read.
     if (added.size() == journal.entries.size() && !archive.AddFile("./", {}, Packing::Stored)) {
-        return WriteResult::Failed;
+        return ImportResult::Failed;
     }
-    if (!archive.SetComment(RestoreComment(added))) return WriteResult::Failed;
+    if (!archive.SetComment(RestoreComment(added))) return ImportResult::Failed;
     const auto bytes = archive.Close();
-    if (!bytes) return WriteResult::Failed;
-    return m_files.Write(m_folders.restore + '/' + journal.restorePoint, *bytes);
+    if (!bytes) return ImportResult::Failed;
+    return ResultOf(m_files.Write(m_folders.restore + '/' + journal.restorePoint, *bytes));
 }
 
 bool RuleImport::MakeParents(const std::string& path) {
@@ -235,20 +240,27 @@ bool RuleImport::PutBack(const ImportJournal& journal, std::size_t count) {
     bool isBack = true;
     for (std::size_t i = count; i-- > 0;) {
         const JournalEntry& entry = journal.entries[i];
-        const WriteResult result = Retry([&] {
-            if (entry.wasThere) return m_files.Replace(Staged(kOld, i), Target(entry));
-            return m_files.Remove(Target(entry)) ? WriteResult::Written : WriteResult::Denied;
-        });
-        isBack = isBack && result == WriteResult::Written;
+        const auto isInPlace = IsInPlace(entry);
+        if (isInPlace && !*isInPlace) continue;  // not moved in yet, or put back, or newer
+        const auto put = [&] {
+            if (!entry.wasThere) {
+                return m_files.Remove(Target(entry)) ? WriteResult::Written : WriteResult::Denied;
+            }
+            // Without an old one it has been put back before, and was the same.
+            if (m_files.IsMissing(Staged(kOld, i))) return WriteResult::Written;
+            return m_files.Replace(Staged(kOld, i), Target(entry));
+        };
+        isBack = isInPlace && Retry(put) == WriteResult::Written && isBack;
     }
     return isBack;
 }
 
-bool RuleImport::IsInPlace(const JournalEntry& entry) {
-    if (entry.isRemoved) return m_files.IsMissing(Target(entry));
-    const auto content = m_files.Read(Target(entry), kMostUnpacked);
-    return content && content->size() == entry.size &&
-           crc32_z(0, reinterpret_cast<const Bytef*>(content->data()), content->size()) == entry.crc;
+std::optional<bool> RuleImport::IsInPlace(const JournalEntry& entry) {
+    const HeldFile file = ReadWhenFree(m_files, m_clock, Target(entry));
+    if (file.isMissing) return entry.isRemoved;
+    if (!file.content) return std::nullopt;
+    return !entry.isRemoved && file.content->size() == entry.size &&
+           crc32_z(0, reinterpret_cast<const Bytef*>(file.content->data()), file.content->size()) == entry.crc;
 }
 
 bool RuleImport::RecoverLocked() {
@@ -256,30 +268,16 @@ bool RuleImport::RecoverLocked() {
         CleanUp();
         return true;
     }
-    const auto text = m_files.Read(JournalPath(), kLongestJournal);
-    if (!text) return false;
-    const auto journal = ParseJournal(*text);
+    const HeldFile text = ReadWhenFree(m_files, m_clock, JournalPath());
+    if (!text.content) return false;
+    const auto journal = text.content->size() > kLongestJournal ? std::nullopt : ParseJournal(*text.content);
     if (!journal) {
         // It was written whole, or not at all: this is none of ours.
         if (!m_files.Remove(JournalPath())) return false;
         CleanUp();
         return true;
     }
-    bool isBack = true;
-    for (std::size_t i = journal->entries.size(); i-- > 0;) {
-        const JournalEntry& entry = journal->entries[i];
-        if (!IsInPlace(entry)) continue;  // not moved in yet, or put back, or newer
-        const WriteResult result = Retry([&] {
-            if (!entry.wasThere) {
-                return m_files.Remove(Target(entry)) ? WriteResult::Written : WriteResult::Denied;
-            }
-            // Without an old one it has been put back before, and was the same.
-            if (m_files.IsMissing(Staged(kOld, i))) return WriteResult::Written;
-            return m_files.Replace(Staged(kOld, i), Target(entry));
-        });
-        isBack = isBack && result == WriteResult::Written;
-    }
-    return isBack && Forget(*journal);
+    return PutBack(*journal, journal->entries.size()) && Forget(*journal);
 }
 
 bool RuleImport::Forget(const ImportJournal& journal) {

@@ -7,7 +7,9 @@
 //     Rules.import/old.0     what it replaces, a second name of the very file
 //     Rules.import/journal   which files, under which numbers
 //
-// A file that the service has written since is not put back over: that is newer than both.
+// A file that the service has written since is not put back over: that is newer than both. The folder itself stays
+// until whoever imports has told the service (ServiceKnows): one that is found at a start says that the service may
+// go by rules that are there no more.
 #pragma once
 
 #include <cstddef>
@@ -31,17 +33,11 @@ enum class ImportResult : std::uint8_t {
     Held,     // the service holds a file, or may not be told from one that nobody may write
     Busy,     // another process imports
     DiskFull,
+    TooLarge,  // what is there now could not be kept in a restore point that can be read again
     Failed,
 };
 
-struct ImportOutcome {
-    ImportResult result = ImportResult::Done;
-    // Something went wrong and could not be put back either; the next import or start tries again.
-    bool isHalfway = false;
-    std::string restorePoint{};  // name of the file, of an import that is done
-};
-
-// One line of the journal.
+// What an import makes of one file; one line of the journal.
 struct JournalEntry {
     std::string path;        // below "Rules"
     std::uint64_t size = 0;  // of the new content
@@ -50,6 +46,16 @@ struct JournalEntry {
     bool isRemoved = false;  // there is no new one
     friend bool operator==(const JournalEntry&, const JournalEntry&) = default;
 };
+
+struct ImportOutcome {
+    ImportResult result = ImportResult::Done;
+    // Something went wrong and could not be put back either; the next import or start tries again.
+    bool isHalfway = false;
+    // Of an import that is done: the name of its restore point, and what it made of each file.
+    std::string restorePoint{};
+    std::vector<JournalEntry> files{};
+};
+
 struct ImportJournal {
     std::string restorePoint;
     std::vector<JournalEntry> entries;
@@ -69,17 +75,22 @@ public:
 
     enum class Kind : std::uint8_t { Import, Undo };
     [[nodiscard]] ImportOutcome Apply(const ImportPlan& plan, Kind kind, const StopSignal& stop);
-    // Takes back what an import left that ended in the middle. Nothing to do in all other cases.
-    void Recover();
+    // Takes back what an import left that ended in the middle. True: there has been an import that the service may
+    // not have been told of; false also while another process imports.
+    [[nodiscard]] bool Recover();
+    // The service has been told of what Apply or Recover has done.
+    void ServiceKnows() { m_files.RemoveFolder(m_folders.import); }
+    // Whether the file is what the import made of it; nothing when it cannot be read.
+    [[nodiscard]] std::optional<bool> IsInPlace(const JournalEntry& entry);
 
 private:
     [[nodiscard]] ImportOutcome ApplyLocked(const ImportPlan& plan, Kind kind, const StopSignal& stop);
     [[nodiscard]] ImportResult Stage(const ImportPlan& plan, ImportJournal& journal, const StopSignal& stop);
-    [[nodiscard]] WriteResult WriteRestorePoint(const ImportJournal& journal);
+    [[nodiscard]] ImportResult WriteRestorePoint(const ImportJournal& journal);
     [[nodiscard]] ImportResult MoveIn(const ImportJournal& journal, std::size_t& moved, const StopSignal& stop);
-    // The first ones of the journal, whose moves have been done; false when one cannot be put back.
+    // The first ones of the journal, as far as they have been moved in and nobody has written over them since;
+    // false when one cannot be put back, or nobody can say.
     [[nodiscard]] bool PutBack(const ImportJournal& journal, std::size_t count);
-    [[nodiscard]] bool IsInPlace(const JournalEntry& entry);
     // False: there is a journal that could not be followed.
     [[nodiscard]] bool RecoverLocked();
     // An import that has not happened: nothing of it stays.

@@ -60,6 +60,23 @@ bool IsDevice(std::string_view part) {
            std::find(kSuperscripts.begin(), kSuperscripts.end(), number) != kSuperscripts.end();
 }
 
+// The form of the second, short name that Windows gives to a file with a long one: "RULES~1.CON". Which file it
+// means only the disk knows.
+bool IsShortAlias(std::string_view part) {
+    constexpr std::size_t kLongestStem = 8;
+    constexpr std::size_t kLongestExtension = 3;
+    const std::size_t dot = std::min(part.find('.'), part.size());
+    const std::string_view stem = part.substr(0, dot);
+    const std::string_view extension = part.substr(std::min(dot + 1, part.size()));
+    const std::size_t tilde = stem.rfind('~');
+    if (stem.size() > kLongestStem || extension.size() > kLongestExtension ||
+        extension.find('.') != std::string_view::npos || tilde == std::string_view::npos) {
+        return false;
+    }
+    const std::string_view number = stem.substr(tilde + 1);
+    return !number.empty() && number.find_first_not_of("0123456789") == std::string_view::npos;
+}
+
 bool CanNameAFile(std::string_view part) {
     return std::none_of(part.begin(), part.end(), [](char c) {
         return static_cast<unsigned char>(c) < ' ' || std::string_view("<>\"|?*").find(c) != std::string_view::npos;
@@ -88,7 +105,7 @@ std::optional<std::string> EntryPath(std::string_view stored) {
         if (part.empty() || part == ".") continue;
         const std::string_view kept = WithoutTail(part);
         // "..." and ".. " are nothing that a file can be called, and no two versions of Windows agree on them.
-        if (kept.empty() || !CanNameAFile(kept)) return std::nullopt;
+        if (kept.empty() || !CanNameAFile(kept) || IsShortAlias(kept)) return std::nullopt;
         if (!path.empty()) path += '/';
         path += kept;
     }

@@ -17,7 +17,8 @@ namespace brennvar {
 // The same as the path of a file below a folder, as Windows would understand it: parts with '/' between them,
 // without empty ones and ".", each without the dots and blanks at its end, which Windows drops. Two entries with
 // equal paths are one file. Nothing for what SafeEntryName skips, for the name of a folder (it ends in a
-// separator), and for one that Windows cannot give to a file.
+// separator), for one that Windows cannot give to a file, and for one that has the form of a short name ("RULES~1")
+// and may be another file's.
 [[nodiscard]] std::optional<std::string> EntryPath(std::string_view stored);
 
 }  // namespace brennvar

@@ -112,7 +112,8 @@ std::span<const ListAction> ApplicationsModel::Actions() const {
 bool ApplicationsModel::CanDo(int action, int /*row*/) const {
     const bool isFree = m_exchange.Current() == RuleExchange::Work::None;
     switch (action) {
-        case IDC_APPLICATIONS_UNDO: return isFree && (CanUndoRemoval() || m_exchange.Undoable());
+        case IDC_APPLICATIONS_UNDO:
+            return isFree && (m_removals.empty() ? m_exchange.Undoable().has_value() : CanUndoRemoval());
         case IDC_APPLICATIONS_EXPORT:
         case IDC_APPLICATIONS_IMPORT: return isFree;
         default: return true;
@@ -121,8 +122,8 @@ bool ApplicationsModel::CanDo(int action, int /*row*/) const {
 
 std::optional<std::string> ApplicationsModel::Summary() const {
     if (CanUndoRemoval()) {
-        return m_language.GetText(1856, "Rules removed:") + ' ' + std::to_string(m_removed.size()) + ". " +
-               m_language.GetText(1857, "'Undo' brings them back.");
+        return m_language.GetText(1856, "Rules removed:") + ' ' + std::to_string(m_removals.back().rules.size()) +
+               ". " + m_language.GetText(1857, "'Undo' brings them back.");
     }
     switch (m_exchange.Undoable() ? m_exchange.LastDone() : RuleExchange::Last::None) {
         case RuleExchange::Last::Imported:
@@ -147,7 +148,7 @@ std::optional<ListProgress> ApplicationsModel::Progress() const {
 
 std::optional<ListQuestion> ApplicationsModel::Question(int action, std::span<const int> rows) const {
     // What was done a moment ago is plain; what was done some other day is not.
-    if (action == IDC_APPLICATIONS_UNDO && !CanUndoRemoval() && m_exchange.Undoable() &&
+    if (action == IDC_APPLICATIONS_UNDO && m_removals.empty() && m_exchange.Undoable() &&
         m_exchange.LastDone() == RuleExchange::Last::None) {
         return ListQuestion{
             .text = m_language.GetText(1862, "Bring back the rules that were replaced at this time?") + '\n' +
@@ -181,7 +182,8 @@ void ApplicationsModel::Do(int action, std::span<const int> rows) {
 }
 
 void ApplicationsModel::Change(std::span<const int> rows, RuleCommandAction action, int command) {
-    if (action == RuleCommandAction::Remove) KeepRemoved(rows);
+    Removal removal;
+    if (action == RuleCommandAction::Remove) removal = RemovalOf(rows);
     std::unordered_set<std::string> paths;  // several records of a path are one rule
     ChangeRows([&] {
         for (const int row : rows) {
@@ -193,29 +195,55 @@ void ApplicationsModel::Change(std::span<const int> rows, RuleCommandAction acti
         return ListView::Change::Looks;
     });
     if (paths.empty()) return;
+    if (!removal.rules.empty()) {
+        removal.number = m_changes.Last();
+        m_removals.push_back(std::move(removal));
+        TellOfUndo();
+    }
     if (View()) View()->PostCommand(command);
     SettleLater();
 }
 
-void ApplicationsModel::KeepRemoved(std::span<const int> rows) {
-    std::vector<ApplicationChange> removed;
+ApplicationsModel::Removal ApplicationsModel::RemovalOf(std::span<const int> rows) const {
+    Removal removal;
     std::unordered_set<std::string> paths;  // the first record of a path is the one that counts
     for (const int row : rows) {
         const std::string& path = m_rows.Row(row).path;
         if (path.empty() || m_rows.IsLeaving(row) || !paths.insert(path).second) continue;
-        removed.push_back({.path = path, .action = CommandActionOf(m_rows.StateOf(row))});
+        removal.rules.push_back({.path = path, .action = CommandActionOf(m_rows.StateOf(row))});
     }
-    if (removed.empty()) return;
-    m_removed = std::move(removed);
-    TellOfUndo();
+    return removal;
 }
 
 void ApplicationsModel::Undo() {
-    if (!CanUndoRemoval()) return m_exchange.Undo();
-    for (const ApplicationChange& change : std::exchange(m_removed, {})) (void)m_changes.Add(change);
+    if (m_removals.empty()) return m_exchange.Undo();
+    if (!CanUndoRemoval()) return;
+    // They stay here until they are seen: the password may be refused, and the service missing.
+    Removal& removal = m_removals.back();
+    for (const ApplicationChange& change : removal.rules) removal.number = m_changes.Add(change);
+    removal.isBeingUndone = true;
     TellOfUndo();
     if (View()) View()->PostCommand(IDM_APPLICATION_ALLOW);  // any of these has all changes carried
     SettleLater();
+}
+
+void ApplicationsModel::ForgetWhatIsThere(std::uint64_t over) {
+    if (m_removals.empty()) return;
+    std::unordered_set<std::string> there;
+    there.reserve(static_cast<std::size_t>(RowCount()));
+    for (int row = 0; row < RowCount(); ++row) there.insert(LowerCase(m_rows.Row(row).path));
+    bool isOther = false;
+    for (Removal& removal : m_removals) {
+        if (removal.number > over) continue;
+        // Brought back, or given rules again by somebody; or the removal was refused.
+        const auto gone = std::erase_if(removal.rules, [&there](const ApplicationChange& change) {
+            return there.contains(LowerCase(change.path));
+        });
+        isOther = std::exchange(removal.isBeingUndone, false) || gone > 0 || isOther;
+    }
+    std::erase_if(m_removals, [](const Removal& removal) { return removal.rules.empty(); });
+    while (m_removals.size() > 1 && m_removals[1].number <= over) m_removals.erase(m_removals.begin());
+    if (isOther) TellOfUndo();
 }
 
 void ApplicationsModel::TellOfUndo() {
@@ -225,7 +253,7 @@ void ApplicationsModel::TellOfUndo() {
 }
 
 void ApplicationsModel::OnRulesReplaced() {
-    m_removed.clear();  // other rules than those that they were removed from
+    m_removals.clear();  // other rules than those that they were removed from
     TellOfUndo();
     SettleLater();
 }
@@ -253,13 +281,7 @@ void ApplicationsModel::OnRead(std::vector<ApplicationRow> rows, const Request& 
         const bool isOther = m_rows.Take(std::move(rows), request.over, request.order) || isFirst;
         return isOther ? ListView::Change::Rows : ListView::Change::Looks;
     });
-    // The removal was refused, or somebody has given them rules again: nothing is left to be taken back.
-    const auto isThere = [this](const ApplicationChange& change) { return FindRow(change.path) >= 0; };
-    if (request.over == m_changes.Last() && !m_removed.empty() &&
-        std::all_of(m_removed.begin(), m_removed.end(), isThere)) {
-        m_removed.clear();
-        TellOfUndo();
-    }
+    ForgetWhatIsThere(request.over);
 }
 
 }  // namespace brennvar

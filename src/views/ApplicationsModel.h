@@ -65,9 +65,15 @@ private:
     void OnRulesReplaced() override;
     void TellOfUndo();
     void Undo();
-    // The rules that were removed last, and are not there again.
-    [[nodiscard]] bool CanUndoRemoval() const { return !m_removed.empty(); }
-    void KeepRemoved(std::span<const int> rows);
+    // Rules that were removed at one time. They can be brought back for as long as they are not there again.
+    struct Removal {
+        std::vector<ApplicationChange> rules;  // what brings them back
+        std::uint64_t number = 0;              // the change after which what is read shows whether it came about
+        bool isBeingUndone = false;
+    };
+    [[nodiscard]] bool CanUndoRemoval() const { return !m_removals.empty() && !m_removals.back().isBeingUndone; }
+    [[nodiscard]] Removal RemovalOf(std::span<const int> rows) const;
+    void ForgetWhatIsThere(std::uint64_t over);
     void ReadInOrder(ApplicationList::Order order) { m_file.Refresh({.over = m_settled, .order = order}); }
     void OnRead(std::vector<ApplicationRow> rows, const Request& request);
     void SettleLater();
@@ -78,7 +84,8 @@ private:
     const ServiceLink& m_link;
     RuleExchange& m_exchange;
     ApplicationList m_rows;
-    std::vector<ApplicationChange> m_removed;  // what brings back the rules that were removed last
+    // The last one that came about, and behind it those under way: one that is refused takes nothing away.
+    std::vector<Removal> m_removals;
     bool m_wasRead = false;
     std::uint64_t m_settled = 0;  // changes up to this one show as they are stored
     Refreshed<std::vector<ApplicationRow>, Request> m_file;

@@ -47,7 +47,10 @@ void ImportDialog::OnCreateContent() {
         ::SetWindowPos(control, above, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
         above = control;
     }
-    SetFirstFocus(IDOK);
+    // Rules that nobody can read are not imported by a key that is pressed without looking.
+    const int byEnter = m_rows.IsDoubtful() ? IDCANCEL : IDOK;
+    SetFirstFocus(byEnter);
+    ::SendMessageA(Window(), DM_SETDEFID, static_cast<WPARAM>(byEnter), 0);
     PlaceParts();
 }
 

@@ -26,6 +26,8 @@ public:
     // One line each; what the user should know before agreeing.
     [[nodiscard]] std::vector<std::string> Remarks() const;
     [[nodiscard]] std::string EmptyText() const;
+    // The application rules cannot be read here: the answer for somebody in a hurry is no.
+    [[nodiscard]] bool IsDoubtful() const { return m_preview.isUnreadable; }
 
     [[nodiscard]] int Count() const { return static_cast<int>(m_preview.files.size() + m_preview.rules.size()); }
     [[nodiscard]] std::string CellText(int row, int column) const;

@@ -1,9 +1,10 @@
 #include "views/RuleExchange.h"
 
+#include <algorithm>
 #include <utility>
 
+#include "base/AsciiCase.h"
 #include "dialogs/WriteFailure.h"
-#include "ipc/RecordFile.h"
 
 namespace brennvar {
 namespace {
@@ -11,14 +12,22 @@ namespace {
 // What files of planned paths hold now, read from the folder.
 class FolderFiles final : public CurrentFiles {
 public:
-    FolderFiles(RuleFiles& files, const std::string& folder) : m_files(files), m_folder(folder) {}
+    FolderFiles(RuleFiles& files, Clock& clock, const std::string& folder)
+        : m_files(files), m_clock(clock), m_folder(folder) {}
     std::optional<std::string> Content(const std::string& path) override {
-        return m_files.Read(m_folder + '/' + path, kWholeFileLimit);
+        if (m_isHeld) return std::nullopt;  // what comes of it is of no use any more
+        HeldFile file = ReadWhenFree(m_files, m_clock, m_folder + '/' + path);
+        m_isHeld = !file.content && !file.isMissing;
+        return std::move(file.content);
     }
+    // One of them is there and cannot be read.
+    [[nodiscard]] bool IsHeld() const { return m_isHeld; }
 
 private:
     RuleFiles& m_files;
+    Clock& m_clock;
     const std::string& m_folder;
+    bool m_isHeld = false;
 };
 
 std::optional<RestorePoint> NewestRestorePoint(RuleFiles& files, const RuleFolders& folders) {
@@ -26,14 +35,34 @@ std::optional<RestorePoint> NewestRestorePoint(RuleFiles& files, const RuleFolde
     return points.empty() ? std::nullopt : std::optional(points.front());
 }
 
-// A file of the service, which may hold it for a moment.
-std::optional<std::string> ReadWhenFree(RuleFiles& files, Clock& clock, const std::string& path) {
-    const auto limit = clock.Elapsed() + kRecordFilePolicy.retries * kRecordFilePolicy.pause;
-    while (true) {
-        auto content = files.Read(path, kWholeFileLimit);
-        if (content || files.IsMissing(path) || clock.Elapsed() >= limit) return content;
-        if (!clock.Sleep(kRecordFilePolicy.pause)) return std::nullopt;
+// What can be taken back after this: the one that was made, if one was.
+std::optional<RestorePoint> RestorePointOf(const ImportOutcome& outcome, RuleFiles& files,
+                                           const RuleFolders& folders) {
+    const auto points = FindRestorePoints(files, folders.restore);
+    const auto made = std::find_if(points.begin(), points.end(),
+                                   [&](const RestorePoint& point) { return point.name == outcome.restorePoint; });
+    if (made != points.end()) return *made;
+    return points.empty() ? std::nullopt : std::optional(points.front());
+}
+
+std::vector<RuleSet> SetsOf(const ImportPlan& plan) {
+    std::vector<RuleSet> sets;
+    for (const RuleSet set : {RuleSet::Applications, RuleSet::Advanced}) {
+        const auto isOfSet = [set](const PlannedFile& file) {
+            return EqualsIgnoringCase(file.path, InfoOf(set).entry);
+        };
+        if (std::any_of(plan.files.begin(), plan.files.end(), isOfSet)) sets.push_back(set);
     }
+    return sets;
+}
+
+// Whether the files are still what an import made of them; nothing when one cannot be read.
+std::optional<bool> AreInPlace(RuleImport& import, const std::vector<JournalEntry>& files) {
+    for (const JournalEntry& file : files) {
+        const auto isInPlace = import.IsInPlace(file);
+        if (!isInPlace || !*isInPlace) return isInPlace;
+    }
+    return true;
 }
 
 }  // namespace
@@ -44,8 +73,14 @@ struct RuleExchange::Exported {
     WriteResult result = WriteResult::Written;
 };
 struct RuleExchange::Opened {
-    std::shared_ptr<ImportPlan> plan;
-    ImportPreview preview;
+    std::shared_ptr<const ImportPlan> plan;
+    ImportPreview preview{};
+    bool isHeld = false;   // the rules that are there cannot be read
+    bool isPlain = false;  // it puts back what was there before what is there now
+};
+struct RuleExchange::Begun {
+    bool isUntold = false;
+    std::optional<RestorePoint> undoable;
 };
 struct RuleExchange::Applied {
     ImportOutcome outcome;
@@ -62,16 +97,37 @@ std::optional<std::string> ArchivePathOf(std::string_view chosen) {
 }
 
 void RuleExchange::Begin() {
-    m_parts.queue.Ask<std::optional<RestorePoint>>(
-        [&files = m_parts.files, &clock = m_parts.clock, folders = m_parts.folders] {
-            RuleImport(files, clock, folders).Recover();
-            return NewestRestorePoint(files, folders);
+    m_parts.queue.Ask<Begun>(
+        [&files = m_parts.files, &clock = m_parts.clock, folders = m_parts.folders]() -> Begun {
+            const bool isUntold = RuleImport(files, clock, folders).Recover();
+            return {.isUntold = isUntold, .undoable = NewestRestorePoint(files, folders)};
         },
-        m_alive.Guard([this](std::optional<std::optional<RestorePoint>> point) {
-            if (m_last != Last::None || !point) return;
-            m_undoable = *std::move(point);
+        m_alive.Guard([this](std::optional<Begun> begun) {
+            if (!begun) return;
+            // Which rules that import had, nobody knows any more.
+            if (begun->isUntold) TellService({RuleSet::Applications, RuleSet::Advanced});
+            if (m_last != Last::None) return;
+            m_undoable = std::move(begun->undoable);
             if (m_watcher) m_watcher->OnExchangeChanged();
         }));
+}
+
+void RuleExchange::TellService(std::vector<RuleSet> sets, bool wasThere) {
+    if (sets.empty()) {
+        // Whether it is there to be told is seen in what is read then.
+        if (m_watcher) m_watcher->OnRulesReplaced();
+        if (!wasThere) return;
+        m_parts.queue.Post([&files = m_parts.files, &clock = m_parts.clock, folders = m_parts.folders] {
+            RuleImport(files, clock, folders).ServiceKnows();
+        });
+        return;
+    }
+    const RuleSet first = sets.front();
+    sets.erase(sets.begin());
+    m_parts.commander.Send(Batch(InfoOf(first).import),
+                           m_alive.Guard([this, wasThere, rest = std::move(sets)](bool isThere) {
+                               TellService(rest, wasThere && isThere);
+                           }));
 }
 
 bool RuleExchange::BeginFlow() {
@@ -120,9 +176,9 @@ void RuleExchange::WriteArchive(RuleSet set, const std::string& path, bool mayRe
          source = m_parts.folders.rules + '/' + std::string(InfoOf(set).entry)]() -> Exported {
             if (!mayReplace && !files.IsMissing(path)) return {.what = What::IsThere};
             const auto rules = ReadWhenFree(files, clock, source);
-            if (!rules) return {.what = files.IsMissing(source) ? What::NoRules : What::Failed};
+            if (!rules.content) return {.what = rules.isMissing ? What::NoRules : What::Failed};
             ArchiveWriter archive;
-            if (!archive.AddFile(std::string(InfoOf(set).entry), *rules, Packing::Deflated)) {
+            if (!archive.AddFile(std::string(InfoOf(set).entry), *rules.content, Packing::Deflated)) {
                 return {.what = What::Failed};
             }
             const auto bytes = archive.Close();
@@ -187,72 +243,103 @@ void RuleExchange::AskWhatToImport(RuleSet set) {
     if (!path) return EndFlow();
     SetWork(Work::Importing);
     m_parts.queue.Ask<Opened>(
-        [&files = m_parts.files, folders = m_parts.folders, path = *path]() -> Opened {
+        [&files = m_parts.files, &clock = m_parts.clock, folders = m_parts.folders, path = *path]() -> Opened {
             const auto bytes = files.Read(path, kLongestArchive);
-            auto plan = std::make_shared<ImportPlan>(PlanImport(bytes.value_or(std::string())));
-            FolderFiles current(files, folders.rules);
+            auto plan = std::make_shared<const ImportPlan>(PlanImport(bytes.value_or(std::string())));
+            FolderFiles current(files, clock, folders.rules);
             ImportPreview preview = PreviewImport(*plan, current);
-            return {.plan = std::move(plan), .preview = std::move(preview)};
+            return {.plan = std::move(plan), .preview = std::move(preview), .isHeld = current.IsHeld()};
         },
-        m_alive.Guard([this, set](std::optional<Opened> opened) { OnOpened(set, std::move(opened)); }));
+        m_alive.Guard([this, set](std::optional<Opened> opened) {
+            OnOpened(set, RuleImport::Kind::Import, std::move(opened));
+        }));
 }
 
-void RuleExchange::OnOpened(RuleSet set, std::optional<Opened> opened) {
+void RuleExchange::OnOpened(RuleSet set, RuleImport::Kind kind, std::optional<Opened> opened) {
     const bool wasStopped = m_stop->Requested();
     SetWork(Work::None);
     // Out of memory, at worst.
     if (!opened) Tell(m_parts.language.GetText(1850, "The rules could not be imported. They are as they were."));
     if (!opened || wasStopped) return EndFlow();
     if (opened->plan->fault != ArchiveFault::None) {
-        // What cannot be opened reports nothing.
-        if (opened->plan->fault != ArchiveFault::NotOpened) Tell(Describe(*opened->plan));
+        if (opened->plan->fault != ArchiveFault::NotOpened) {
+            Tell(Describe(*opened->plan));
+        } else if (kind == RuleImport::Kind::Undo) {
+            Tell(m_parts.language.GetText(1850, "The rules could not be imported. They are as they were."));
+        }  // A chosen archive that cannot be opened reports nothing.
         return EndFlow();
     }
-    if (!m_parts.dialogs.AskImport(ImportRows(m_parts.language, std::move(opened->preview)))) return EndFlow();
-    Apply(set, std::move(opened->plan), RuleImport::Kind::Import);
+    if (opened->isHeld) {
+        Tell(m_parts.language.GetText(1847, "The rules are held by the service at the moment. Please try again."));
+        return EndFlow();
+    }
+    if (!opened->isPlain && !m_parts.dialogs.AskImport(ImportRows(m_parts.language, std::move(opened->preview)))) {
+        return EndFlow();
+    }
+    Apply(set, std::move(opened->plan), kind);
 }
 
 void RuleExchange::Undo() {
     if (!m_undoable || !BeginFlow()) return;
-    m_parts.commander.AskFor(InfoOf(m_lastSet).import,
-                             m_alive.Guard([this] { Apply(m_lastSet, nullptr, RuleImport::Kind::Undo); }),
+    m_parts.commander.AskFor(InfoOf(m_lastSet).import, m_alive.Guard([this] { OpenRestorePoint(); }),
                              m_alive.Guard([this] { EndFlow(); }));
 }
 
-void RuleExchange::Apply(RuleSet set, std::shared_ptr<const ImportPlan> plan, RuleImport::Kind kind) {
+void RuleExchange::OpenRestorePoint() {
+    if (!m_undoable) return EndFlow();
     SetWork(Work::Importing);
-    const std::string point = kind == RuleImport::Kind::Undo && m_undoable ? m_undoable->name : std::string();
-    m_parts.queue.Ask<Applied>(
-        [&files = m_parts.files, &clock = m_parts.clock, folders = m_parts.folders, plan = std::move(plan), kind,
-         point, stop = m_stop]() -> Applied {
+    m_parts.queue.Ask<Opened>(
+        [&files = m_parts.files, &clock = m_parts.clock, folders = m_parts.folders, done = m_done,
+         point = m_undoable->name]() -> Opened {
+            const auto bytes = files.Read(folders.restore + '/' + point, kLongestArchive);
+            auto plan = std::make_shared<const ImportPlan>(PlanRestore(bytes.value_or(std::string())));
             RuleImport import(files, clock, folders);
-            Applied applied;
-            if (plan) {
-                applied.outcome = import.Apply(*plan, kind, *stop);
-            } else {
-                const auto bytes = files.Read(folders.restore + '/' + point, kLongestArchive);
-                applied.outcome = import.Apply(PlanRestore(bytes.value_or(std::string())), kind, *stop);
+            // Of what was put in before the program began nothing is known, and the user has been asked.
+            const auto isPlain = AreInPlace(import, done);
+            if (!isPlain || *isPlain) {
+                return {.plan = std::move(plan), .isHeld = !isPlain, .isPlain = isPlain.value_or(false)};
             }
-            applied.undoable = NewestRestorePoint(files, folders);
-            return applied;
+            FolderFiles current(files, clock, folders.rules);
+            ImportPreview preview = PreviewImport(*plan, current);
+            return {.plan = std::move(plan), .preview = std::move(preview), .isHeld = current.IsHeld()};
         },
-        m_alive.Guard([this, set, kind](const std::optional<Applied>& applied) { OnApplied(set, kind, applied); }));
+        m_alive.Guard([this](std::optional<Opened> opened) {
+            OnOpened(m_lastSet, RuleImport::Kind::Undo, std::move(opened));
+        }));
 }
 
-void RuleExchange::OnApplied(RuleSet set, RuleImport::Kind kind, const std::optional<Applied>& applied) {
+void RuleExchange::Apply(RuleSet set, const std::shared_ptr<const ImportPlan>& plan, RuleImport::Kind kind) {
+    SetWork(Work::Importing);
+    m_parts.queue.Ask<Applied>(
+        [&files = m_parts.files, &clock = m_parts.clock, folders = m_parts.folders, plan, kind,
+         stop = m_stop]() -> Applied {
+            Applied applied;
+            applied.outcome = RuleImport(files, clock, folders).Apply(*plan, kind, *stop);
+            applied.undoable = RestorePointOf(applied.outcome, files, folders);
+            return applied;
+        },
+        m_alive.Guard([this, set, plan, kind](const std::optional<Applied>& applied) {
+            OnApplied(set, plan, kind, applied);
+        }));
+}
+
+void RuleExchange::OnApplied(RuleSet set, const std::shared_ptr<const ImportPlan>& plan, RuleImport::Kind kind,
+                             const std::optional<Applied>& applied) {
     const ImportOutcome outcome = applied ? applied->outcome : ImportOutcome{.result = ImportResult::Failed};
     const bool isDone = outcome.result == ImportResult::Done;
     if (isDone) {
         m_last = kind == RuleImport::Kind::Undo ? Last::Undone : Last::Imported;
         m_lastSet = set;
+        m_done = outcome.files;
     }
     if (applied) m_undoable = applied->undoable;
     SetWork(Work::None);
     if (isDone || outcome.isHalfway) {
-        // Its rules may have changed; whether it is there to be told is seen in what is read then.
-        m_parts.commander.Send(Batch(InfoOf(set).import), m_alive.Guard([this](bool) {
-            if (m_watcher) m_watcher->OnRulesReplaced();
-        }));
+        std::vector<RuleSet> sets = SetsOf(*plan);
+        // The page's own, whatever it was that the user imported there.
+        const bool isMeant = kind == RuleImport::Kind::Import || sets.empty();
+        if (isMeant && std::find(sets.begin(), sets.end(), set) == sets.end()) sets.push_back(set);
+        TellService(std::move(sets), isDone);
     }
     if (!isDone && (outcome.result != ImportResult::Stopped || outcome.isHalfway)) Tell(Describe(outcome));
     EndFlow();
@@ -294,6 +381,11 @@ std::string RuleExchange::Describe(const ImportOutcome& outcome) const {
                 1853, "The rules are held by the service, or may not be written. They are as they were.");
         case ImportResult::Busy:
             return language.GetText(1854, "Another user is importing rules. Please try again.");
+        case ImportResult::TooLarge:
+            return language.GetText(
+                1875,
+                "The rules that are there now are too large to be kept, so that the import could "
+                "not be taken back. They are as they were.");
         case ImportResult::DiskFull: return language.GetText(1855, "The disk is full. The rules are as they were.");
         default: return language.GetText(1850, "The rules could not be imported. They are as they were.");
     }

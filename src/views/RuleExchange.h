@@ -8,6 +8,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "base/Clock.h"
 #include "base/StopSignal.h"
@@ -62,7 +63,8 @@ public:
 
     void Export(RuleSet set);
     void Import(RuleSet set);
-    // Puts back what was there before the last import, or before the last time that this was done.
+    // Puts back what was there before the last import, or before the last time that this was done. When the rules
+    // have changed since, the user sees first what would become of them.
     void Undo();
 
     enum class Work : std::uint8_t { None, Exporting, Importing };
@@ -80,6 +82,7 @@ private:
     struct Exported;
     struct Opened;
     struct Applied;
+    struct Begun;
 
     [[nodiscard]] bool BeginFlow();
     void EndFlow();
@@ -92,9 +95,14 @@ private:
     void OfferMail(const std::string& path);
 
     void AskWhatToImport(RuleSet set);
-    void OnOpened(RuleSet set, std::optional<Opened> opened);
-    void Apply(RuleSet set, std::shared_ptr<const ImportPlan> plan, RuleImport::Kind kind);
-    void OnApplied(RuleSet set, RuleImport::Kind kind, const std::optional<Applied>& applied);
+    void OpenRestorePoint();
+    void OnOpened(RuleSet set, RuleImport::Kind kind, std::optional<Opened> opened);
+    void Apply(RuleSet set, const std::shared_ptr<const ImportPlan>& plan, RuleImport::Kind kind);
+    void OnApplied(RuleSet set, const std::shared_ptr<const ImportPlan>& plan, RuleImport::Kind kind,
+                   const std::optional<Applied>& applied);
+    // Has it read the rules of these sets again, one after the other. wasThere: it was, for those before; what is
+    // not told now is told at the next start.
+    void TellService(std::vector<RuleSet> sets, bool wasThere = true);
     [[nodiscard]] std::string Describe(const ImportPlan& plan) const;
     [[nodiscard]] std::string Describe(const ImportOutcome& outcome) const;
 
@@ -105,6 +113,7 @@ private:
     Work m_work = Work::None;
     std::shared_ptr<StopSignal> m_stop;  // of the work; shared with it
     std::optional<RestorePoint> m_undoable;
+    std::vector<JournalEntry> m_done;  // what it made of the files
     RuleSet m_lastSet = RuleSet::Applications;
     Last m_last = Last::None;
     WhileAlive m_alive;

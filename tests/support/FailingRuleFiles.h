@@ -1,4 +1,4 @@
-// The real files, but one call fails, or the program ends at it.
+// The real files, but one call fails, or the program ends at it, or somebody holds a file.
 #pragma once
 
 #include <functional>
@@ -12,16 +12,18 @@ public:
     struct Died {};
     enum class How { Once, FromThenOn, Dies };
 
-    // Calls that change something are counted, from 0; the call with this number fails. -1: none.
+    // Calls that change or read something are counted, from 0; the call with this number fails. -1: none.
     int failAt = -1;
     How how = How::Once;
     WriteResult result = WriteResult::Failed;
     int calls = 0;
     std::function<WriteResult(const std::string& from, const std::string& to)>
         whenReplaced;  // instead of the rename
+    // Files that cannot be read.
+    std::function<bool(const std::string& path)> isHeld = [](const std::string&) { return false; };
 
     std::optional<std::string> Read(const std::string& path, std::uint64_t limit) override {
-        return m_disk.Read(path, limit);
+        return Fails() || isHeld(path) ? std::nullopt : m_disk.Read(path, limit);
     }
     bool IsMissing(const std::string& path) override { return m_disk.IsMissing(path); }
     std::vector<std::string> List(const std::string& folder) override { return m_disk.List(folder); }

@@ -65,9 +65,9 @@ protected:
                         RuleImport::Kind kind = RuleImport::Kind::Import) {
         return RuleImport(files, clock, data.Folders()).Apply(plan, kind, stop);
     }
-    void Recover(const Data& data) {
+    bool Recover(const Data& data) {
         DiskRuleFiles healthy;
-        RuleImport(healthy, clock, data.Folders()).Recover();
+        return RuleImport(healthy, clock, data.Folders()).Recover();
     }
     ImportPlan PlanOfRestorePoint(const Data& data, const std::string& name) {
         return PlanRestore(data.folder.Read("Rules.restore/" + name));
@@ -79,7 +79,11 @@ TEST_F(RuleImportTest, MovesAllFilesInAndCanBeTakenBackByItsRestorePoint) {
     const ImportOutcome outcome = Apply(data, EveryKind());
     EXPECT_EQ(outcome.result, ImportResult::Done);
     EXPECT_EQ(data.Rules(), kAfter);
+    EXPECT_TRUE(Recover(data)) << "the service has not been told";
+    EXPECT_EQ(data.Rules(), kAfter);
+    RuleImport(files, clock, data.Folders()).ServiceKnows();
     EXPECT_FALSE(fs::exists(data.folder.File("Rules.import"))) << "nothing is left of it";
+    EXPECT_FALSE(Recover(data));
     const auto points = FindRestorePoints(files, data.Folders().restore);
     ASSERT_EQ(points.size(), 1U);
     EXPECT_EQ(points[0].name, outcome.restorePoint);
@@ -214,7 +218,61 @@ TEST_F(RuleImportTest, RecoveryLeavesWhatTheServiceHasWrittenSince) {
     expected["other.conf"] = "older";
     EXPECT_EQ(data.Rules(), expected);
     EXPECT_EQ(data.Under("Rules.restore"), Files{});
-    EXPECT_FALSE(fs::exists(data.folder.File("Rules.import")));
+    EXPECT_EQ(data.Under("Rules.import"), Files{});
+}
+
+TEST_F(RuleImportTest, RecoveryKeepsTheWayBackWhileAFileCannotBeRead) {
+    // Held for a moment only, and for longer than anybody waits.
+    for (const std::size_t held : {std::size_t{100}, std::size_t{6001}}) {
+        const Data data(kBefore);
+        files = FailingRuleFiles();
+        files.whenReplaced = [](const std::string& from, const std::string&) -> WriteResult {
+            if (from.ends_with("new.2")) throw FailingRuleFiles::Died{};
+            return WriteResult::Written;
+        };
+        EXPECT_THROW((void)Apply(data, EveryKind()), FailingRuleFiles::Died);
+        ASSERT_EQ(data.Rules().at("rules.conf"), "new") << "half of it";
+        clock.sleeps.clear();
+        files.whenReplaced = {};
+        files.isHeld = [&](const std::string& path) {
+            return path.ends_with("/rules.conf") && clock.sleeps.size() < held;
+        };
+        EXPECT_TRUE(RuleImport(files, clock, data.Folders()).Recover());
+        if (held > 6000) {
+            EXPECT_EQ(data.Rules().at("rules.conf"), "new");
+            EXPECT_EQ(data.Under("Rules.restore").size(), 1U);
+            EXPECT_EQ(data.folder.Read("Rules.import/old.0"), "old");
+            EXPECT_TRUE(Recover(data)) << "another time";
+        }
+        EXPECT_EQ(data.Rules(), kBefore);
+        EXPECT_EQ(data.Under("Rules.restore"), Files{});
+    }
+}
+
+TEST_F(RuleImportTest, WhatIsPutBackLeavesWhatTheServiceHasWrittenMeanwhile) {
+    const Data data(kBefore);
+    files.whenReplaced = [&](const std::string& from, const std::string&) {
+        if (!from.ends_with("new.1")) return WriteResult::Written;
+        data.folder.Write("Rules/rules.conf", "newer");
+        return WriteResult::Failed;
+    };
+    const ImportOutcome outcome = Apply(data, EveryKind());
+    EXPECT_EQ(outcome.result, ImportResult::Failed);
+    EXPECT_FALSE(outcome.isHalfway);
+    Files expected = kBefore;
+    expected["rules.conf"] = "newer";
+    EXPECT_EQ(data.Rules(), expected);
+}
+
+TEST_F(RuleImportTest, ImportsNothingThatItsRestorePointCouldNotBringBack) {
+    const Data data(kBefore);
+    // Each might be kept, both may not.
+    fs::resize_file(data.folder.File("Rules/rules.conf"), kMostUnpacked / 2);
+    fs::resize_file(data.folder.File("Rules/gone.conf"), kMostUnpacked / 2 + 1);
+    EXPECT_EQ(Apply(data, EveryKind()).result, ImportResult::TooLarge);
+    EXPECT_EQ(fs::file_size(data.folder.File("Rules/rules.conf")), kMostUnpacked / 2);
+    EXPECT_TRUE(fs::exists(data.folder.File("Rules/gone.conf")));
+    EXPECT_EQ(data.Under("Rules.restore"), Files{});
 }
 
 TEST_F(RuleImportTest, OneProcessAtATime) {
@@ -262,6 +320,8 @@ TEST(RestorePointsTest, TheLastTenAreKept) {
         names.push_back(NewRestorePointName(files, folder.Path(), clock.UtcNow(), i % 2 == 1));
         folder.Write(names.back(), "");
     }
+    folder.Write(names.back() + ".0.tmp", "left behind");
+    folder.Write("rules.fxz.0.tmp", "somebody else's");
     PruneRestorePoints(files, folder.Path());
     const auto points = FindRestorePoints(files, folder.Path());
     ASSERT_EQ(points.size(), 10U);
@@ -269,11 +329,32 @@ TEST(RestorePointsTest, TheLastTenAreKept) {
         EXPECT_EQ(points[i].name, names[11 - i]);
         EXPECT_EQ(points[i].isUndo, i % 2 == 0);
     }
-    EXPECT_EQ(files.List(folder.Path()).size(), 14U) << "what is no restore point is left alone";
+    EXPECT_EQ(files.List(folder.Path()).size(), 15U) << "what is no restore point is left alone";
     folder.Write("2031-03-09 14-05-09 undo.fxz", "");
     EXPECT_EQ(
         FindRestorePoints(files, folder.Path())[0],
         (RestorePoint{.name = "2031-03-09 14-05-09 undo.fxz", .moment = "2031-03-09 14:05:09", .isUndo = true}));
+}
+
+TEST(RestorePointsTest, TheOneThatIsMadeLastIsTheLastOneWhateverTheClockSays) {
+    const struct {
+        const char* newest;  // a clock that has been set back since
+        const char* next;
+    } rows[] = {{"2031-03-09 14-05-09.fxz", "2031-03-09 14-05-10.fxz"},
+                {"2031-12-31 23-59-59 undo.fxz", "2032-01-01 00-00-00.fxz"},
+                {"2032-02-28 23-59-59.fxz", "2032-02-29 00-00-00.fxz"}};
+    test::FakeClock clock;
+    for (const auto& row : rows) {
+        const test::TempFolder folder;
+        DiskRuleFiles files;
+        folder.Write(row.newest, "");
+        // No moments, and none of ours: nothing could come after the last one.
+        for (const char* const other :
+             {"2032-02-30 00-00-00.fxz", "2032-03-01 24-00-00.fxz", "9999-12-31 23-59-59.fxz"}) {
+            folder.Write(other, "");
+        }
+        EXPECT_EQ(NewRestorePointName(files, folder.Path(), clock.UtcNow(), false), row.next);
+    }
 }
 
 TEST(ImportPlanTest, PlansEveryEntryThatCanBeAFile) {

@@ -58,6 +58,15 @@ TEST(SafeEntryNameTest, DropsWhateverCouldLeaveTheFolder) {
         {". .", ". .", kSkipped},
         {"rul*s", "rul*s", kSkipped},
         {"a\tb", "a\tb", kSkipped},
+        {"RULES~1.CON", "RULES~1.CON", kSkipped},  // what Windows calls rules.conf, too
+        {"sub/RULES~12", "sub/RULES~12", kSkipped},
+        {"RULES~1.CON. ", "RULES~1.CON. ", kSkipped},
+        {"LONGDI~1/x", "LONGDI~1/x", kSkipped},
+        {"rules~1.conf", "rules~1.conf", "rules~1.conf"},  // none of these has the form
+        {"rules_ad~1.con", "rules_ad~1.con", "rules_ad~1.con"},
+        {"rules~.con", "rules~.con", "rules~.con"},
+        {"rules~1a", "rules~1a", "rules~1a"},
+        {"a~1.b.c", "a~1.b.c", "a~1.b.c"},
     };
     for (const Row& row : rows) {
         EXPECT_EQ(SafeEntryName(row.given), row.name) << row.given;

@@ -182,7 +182,7 @@ TEST_F(ApplicationsModelTest, TakesTheLastRemovalBack) {
     Do(IDC_APPLICATIONS_REMOVE, {0, 1, 2});
     EXPECT_TRUE(model.CanDo(IDC_APPLICATIONS_UNDO, -1));
     EXPECT_EQ(model.Summary(), "Rules removed: 2. 'Undo' brings them back.");
-    EXPECT_EQ(view.TakeChanges(), "spbL");
+    EXPECT_EQ(view.TakeChanges(), "bLsp");
     changes.Carry();
     EXPECT_EQ(sent(), "a3 b3 ");
     stored = {Rule("c", Ask)};
@@ -194,6 +194,10 @@ TEST_F(ApplicationsModelTest, TakesTheLastRemovalBack) {
     EXPECT_EQ(model.Summary(), std::nullopt);
     changes.Carry();
     EXPECT_EQ(sent(), "a0 b1 ") << "the first record of a path is the one that counted";
+    stored = {Rule("A", Deny), Rule("b", Allow), Rule("c", Ask)};
+    view.Wake();
+    reads.RunAll();
+    EXPECT_FALSE(model.CanDo(IDC_APPLICATIONS_UNDO, -1)) << "they are there again";
     // A removal that did not come about cannot be taken back.
     Do(IDC_APPLICATIONS_REMOVE, {0});
     rig.password.answer = test::FakePassword::Answer::Refuse;
@@ -202,6 +206,56 @@ TEST_F(ApplicationsModelTest, TakesTheLastRemovalBack) {
     view.Wake();
     reads.RunAll();
     EXPECT_FALSE(model.CanDo(IDC_APPLICATIONS_UNDO, -1));
+}
+
+TEST_F(ApplicationsModelTest, ARemovalCanBeTakenBackUntilItsRulesAreThereAgain) {
+    const auto carry = [this](test::FakePassword::Answer answer, std::vector<ApplicationRow> rows) {
+        rig.password.answer = answer;
+        changes.Carry();
+        rig.Settle();
+        stored = std::move(rows);
+        view.Wake();
+        reads.RunAll();
+    };
+    using Answer = test::FakePassword::Answer;
+    Load({Rule("a", Deny), Rule("b", Allow), Rule("c", Ask), Rule("d", Ask)});
+    Do(IDC_APPLICATIONS_REMOVE, {0, 1, 2});
+    carry(Answer::Allow, {Rule("d", Ask)});
+    EXPECT_EQ(model.Summary(), "Rules removed: 3. 'Undo' brings them back.");
+    // Refused: it can be tried again.
+    Do(IDC_APPLICATIONS_UNDO, {});
+    EXPECT_FALSE(model.CanDo(IDC_APPLICATIONS_UNDO, -1)) << "under way";
+    const std::uint64_t last = changes.Last();
+    Do(IDC_APPLICATIONS_UNDO, {});
+    EXPECT_EQ(changes.Last(), last) << "once is enough";
+    carry(Answer::Refuse, {Rule("d", Ask)});
+    EXPECT_TRUE(model.CanDo(IDC_APPLICATIONS_UNDO, -1));
+    // A removal that is refused does not take the place of one that came about.
+    Do(IDC_APPLICATIONS_REMOVE, {0});
+    EXPECT_EQ(model.Summary(), "Rules removed: 1. 'Undo' brings them back.");
+    carry(Answer::Refuse, {Rule("d", Ask)});
+    EXPECT_EQ(model.Summary(), "Rules removed: 3. 'Undo' brings them back.");
+    // What somebody has given a rule again is not overwritten.
+    stored = {Rule("d", Ask), Rule("B", Deny)};
+    model.Read(ReadReason::RulesChanged);
+    reads.RunAll();
+    EXPECT_EQ(model.Summary(), "Rules removed: 2. 'Undo' brings them back.");
+    (void)rig.TakeRecords();
+    Do(IDC_APPLICATIONS_UNDO, {});
+    rig.password.answer = Answer::Allow;
+    changes.Carry();
+    EXPECT_EQ(rig.TakeRecords().size(), 2U) << "a and c";
+    // One that comes about does.
+    stored = {Rule("d", Ask), Rule("B", Deny), Rule("a", Deny)};
+    view.Wake();
+    reads.RunAll();
+    EXPECT_EQ(model.Summary(), "Rules removed: 1. 'Undo' brings them back.") << "c is not there yet";
+    Do(IDC_APPLICATIONS_REMOVE, {0, 1});
+    carry(Answer::Allow, {Rule("a", Deny)});
+    EXPECT_EQ(model.Summary(), "Rules removed: 2. 'Undo' brings them back.");
+    Do(IDC_APPLICATIONS_UNDO, {});
+    carry(Answer::Allow, {Rule("a", Deny), Rule("b", Deny), Rule("d", Ask)});
+    EXPECT_EQ(model.Summary(), std::nullopt) << "the one before it is not kept";
 }
 
 TEST_F(ApplicationsModelTest, TellsOfImportsAndTakesThemBack) {
@@ -217,6 +271,7 @@ TEST_F(ApplicationsModelTest, TellsOfImportsAndTakesThemBack) {
     EXPECT_FALSE(model.CanDo(IDC_APPLICATIONS_EXPORT, -1));
     archives.queue.RunAll();
     archives.commanding.Settle();
+    archives.queue.RunAll();
     EXPECT_EQ(model.Progress(), std::nullopt);
     EXPECT_TRUE(model.CanDo(IDC_APPLICATIONS_UNDO, -1));
     EXPECT_EQ(model.Question(IDC_APPLICATIONS_UNDO, {}), std::nullopt) << "it is plain what";
@@ -229,6 +284,12 @@ TEST_F(ApplicationsModelTest, TellsOfImportsAndTakesThemBack) {
     Do(IDC_APPLICATIONS_REMOVE, {0});
     Do(IDC_APPLICATIONS_UNDO, {});
     EXPECT_EQ(archives.folder.Read("Rules/rules.conf"), "new");
+    Do(IDC_APPLICATIONS_UNDO, {});
+    EXPECT_EQ(archives.queue.Waiting(), 0U) << "while that is under way the import stays";
+    changes.Carry();
+    rig.Settle();
+    view.Wake();
+    reads.RunAll();
     Do(IDC_APPLICATIONS_UNDO, {});
     archives.queue.RunAll();
     EXPECT_EQ(archives.folder.Read("Rules/rules.conf"), "old");

@@ -84,7 +84,81 @@ TEST_F(RuleExchangeTest, ImportsWhatTheUserHasSeenAndTellsTheService) {
     exchange.Import(RuleSet::Advanced);
     EXPECT_EQ(dialogs.suggested.back(), "rules_advanced.fxz");
     queue.RunAll();
-    EXPECT_EQ(TakeSent(), (std::vector<int>{12, 7})) << "the undo before, then the other set";
+    EXPECT_EQ(TakeSent(), (std::vector<int>{12, 12, 7})) << "the undo before, then what it held and the page's own";
+    queue.RunAll();
+    EXPECT_FALSE(std::filesystem::exists(folder.File("Rules.import"))) << "the service knows";
+}
+
+TEST_F(RuleExchangeTest, UndoAsksFirstWhenTheRulesHaveChangedSince) {
+    exchange.Import(RuleSet::Applications);
+    queue.RunAll();
+    (void)dialogs.TakeSaid();
+    const std::string since = RulesOf({{"C:\\a.exe", 2}, {"C:\\d.exe", 1}});
+    folder.Write("Rules/rules.conf", since);
+    dialogs.agrees = false;
+    exchange.Undo();
+    queue.RunAll();
+    EXPECT_EQ(dialogs.TakeSaid(), Said{kCounts}) << "what becomes of them";
+    EXPECT_EQ(Rules(), since);
+    EXPECT_EQ(exchange.Current(), Work::None);
+    dialogs.agrees = true;
+    exchange.Undo();
+    queue.RunAll();
+    EXPECT_EQ(Rules(), kOld);
+    // The way back to what was there in between.
+    (void)dialogs.TakeSaid();
+    exchange.Undo();
+    queue.RunAll();
+    EXPECT_EQ(Rules(), since);
+    EXPECT_EQ(dialogs.TakeSaid(), Said{}) << "nothing has changed since";
+    // A point that is gone is told of.
+    std::filesystem::remove_all(folder.File("Rules.restore"));
+    exchange.Undo();
+    queue.RunAll();
+    EXPECT_EQ(dialogs.TakeSaid(), Said{"The rules could not be imported. They are as they were."});
+    EXPECT_EQ(Rules(), since);
+}
+
+TEST_F(RuleExchangeTest, RulesThatTheServiceHoldsAreNotTakenForNone) {
+    std::size_t held = 100;
+    files.isHeld = [&](const std::string& path) {
+        return path.ends_with("Rules/rules.conf") && clock.sleeps.size() < held;
+    };
+    exchange.Import(RuleSet::Applications);
+    queue.Run();
+    EXPECT_EQ(dialogs.TakeSaid(), Said{kCounts}) << "for a moment only";
+    queue.RunAll();
+    held = clock.sleeps.size() + 7000;
+    const Said isHeld{"The rules are held by the service at the moment. Please try again."};
+    exchange.Import(RuleSet::Applications);
+    queue.RunAll();
+    EXPECT_EQ(dialogs.TakeSaid(), isHeld) << "no preview";
+    held = clock.sleeps.size() + 7000;
+    exchange.Undo();
+    queue.RunAll();
+    EXPECT_EQ(dialogs.TakeSaid(), isHeld);
+    EXPECT_EQ(Rules(), kNew);
+    EXPECT_EQ(exchange.Current(), Work::None);
+}
+
+TEST_F(RuleExchangeTest, AnUndoOfAnotherDayTellsOfTheRulesThatItBringsBack) {
+    folder.Write("Rules.restore/2026-03-09 14-05-09.fxz", ZipBytes({StoredEntry("rules_advanced.conf", "x")}));
+    exchange.Begin();
+    queue.RunAll();
+    exchange.Undo();
+    queue.RunAll();
+    EXPECT_EQ(TakeSent(), std::vector<int>{7});
+}
+
+TEST_F(RuleExchangeTest, UndoesWhatWasDoneLastThoughTheClockWasSetBack) {
+    folder.Write("Rules.restore/2099-03-09 14-05-09.fxz", ZipBytes({StoredEntry("rules.conf", "another")}));
+    exchange.Import(RuleSet::Applications);
+    queue.RunAll();
+    ASSERT_TRUE(exchange.Undoable());
+    EXPECT_EQ(exchange.Undoable()->name, "2099-03-09 14-05-10.fxz");
+    exchange.Undo();
+    queue.RunAll();
+    EXPECT_EQ(Rules(), kOld);
 }
 
 TEST_F(RuleExchangeTest, LeavesTheRulesAloneUnlessEverythingIsRight) {
@@ -178,7 +252,7 @@ TEST_F(RuleExchangeTest, ExportsUnderTheNameThatWasChosenButTheExtension) {
               path + "|mine.fxz|application/zip");
 
     files.whenReplaced = {};
-    files.failAt = files.calls;
+    files.failAt = files.calls + 1;  // the rules are read first
     files.result = WriteResult::Denied;
     exchange.Export(RuleSet::Applications);
     queue.RunAll();
@@ -199,10 +273,20 @@ TEST_F(RuleExchangeTest, FindsAtTheStartWhatWasLeftBehind) {
     ASSERT_TRUE(exchange.Undoable());
     EXPECT_EQ(exchange.Undoable()->moment, "2026-03-09 14:05:09");
     EXPECT_EQ(exchange.LastDone(), RuleExchange::Last::None);
+    EXPECT_EQ(TakeSent(), (std::vector<int>{12, 7})) << "whatever it was that the service has not been told of";
+    EXPECT_EQ(replaced, 1);
+    queue.RunAll();
     EXPECT_FALSE(std::filesystem::exists(folder.File("Rules.import")));
     exchange.Undo();
     queue.RunAll();
     EXPECT_EQ(Rules(), kNew);
+    exchange.Begin();
+    queue.RunAll();
+    EXPECT_EQ(TakeSent(), (std::vector<int>{12, 12, 7})) << "the program ended before it could tell";
+    queue.RunAll();
+    exchange.Begin();
+    queue.RunAll();
+    EXPECT_EQ(TakeSent(), std::vector<int>{}) << "nothing has happened since";
 }
 
 TEST(ArchivePathTest, AlwaysEndsInTheOneExtension) {
@@ -252,6 +336,8 @@ TEST(ImportRowsTest, FilesComeFirstAndRulesSayWhatBecomesOfThem) {
     preview = {.isUnreadable = true};
     EXPECT_EQ(ImportRows(language, preview).Remarks().size(), 1U);
     EXPECT_EQ(ImportRows(language, preview).EmptyText(), "");
+    EXPECT_TRUE(ImportRows(language, preview).IsDoubtful());
+    EXPECT_FALSE(rows.IsDoubtful());
 }
 
 }  // namespace
