@@ -46,7 +46,8 @@ private:
         if (message != WM_NCLBUTTONDOWN || wParam != HTCAPTION) {
             const std::optional<LRESULT> result = ToolDialog::OnMessage(message, wParam, lParam);
             const auto rows = ::SendMessageA(Item(IDC_TOOL_LINES), kTreeGetRowCount, 0, 0);
-            couldSavePart |= ::IsWindowEnabled(Item(IDC_TOOL_SAVE)) && rows < static_cast<LRESULT>(lines.size());
+            couldSavePart |=
+                rows > 0 && rows < static_cast<LRESULT>(lines.size()) && ::IsWindowEnabled(Item(IDC_TOOL_SAVE));
             return result;
         }
         dragged.push_back({static_cast<short>(LOWORD(lParam)), static_cast<short>(HIWORD(lParam))});
