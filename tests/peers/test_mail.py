@@ -159,9 +159,8 @@ class MailDialogues(PeerCase):
         """a server that asks for the User Name instead of the Username"""
         with AioServer(login=True, own_words=True) as server:
             result = send(server, user=USER, password=PASSWORD)
-            # A question that is none of the two ends the login; the server still waits for its answer then, and
-            # takes the next command for it.
-            self.assertTrue(result.outcome.startswith("501"), result.text)
+            # A question that is none of the two ends the login, and the server is told so. It wants one all the same.
+            self.assertTrue(result.outcome.startswith("530"), result.text)
             self.assertEqual(server.envelopes, [])
             self.note("aiosmtpd", f"not logged in, not sent: {result.lines[-1]}")
 
