@@ -128,12 +128,13 @@ int CSmtp::Connect() {
 
 int CSmtp::Greet() {
     m_step = SmtpStep::Greeting;
-    std::string command = "EHLO " + CleanText(m_server.computerName.substr(0, kLongestComputerName)) + "\r\n";
-    m_isExtended = m_server.triesExtendedGreeting && SendCommand(command) == kDone;
+    const std::string name = CleanText(m_server.computerName.substr(0, kLongestComputerName));
+    const auto sayHello = [&](std::string_view word) {
+        return SendCommand(std::string(word).append(1, ' ').append(name).append("\r\n"));
+    };
+    m_isExtended = m_server.triesExtendedGreeting && sayHello("EHLO") == kDone;
     if (!m_isExtended) {
-        command.replace(0, 2, "HE");
-        command.replace(2, 2, "LO");
-        if (const int code = SendCommand(command); code != kDone) return Failed(code);
+        if (const int code = sayHello("HELO"); code != kDone) return Failed(code);
     }
     m_isGreeted = true;
     // A server that takes mail without a login may refuse one.
