@@ -1,6 +1,7 @@
 // The dialog of details: a logged packet with its bytes, a logged event, a connection.
 #include <array>
 
+#include "NoTools.h"
 #include "OpeningPage.h"
 #include "config/Resources_win.h"
 #include "dialogs/DetailsDialog_win.h"
@@ -79,6 +80,7 @@ DetailsSheet ConnectionSheet(const Language& language) {
                         {language.GetText(535, "Status:"), "ESTAB-OUT"},
                         {language.GetText(24, "Process:"), kPath}}};
     return {.title = language.GetText(531, "Connection details"),
+            .address = 0x22D8B85D,
             .groups = {std::move(group)},
             .bytesHeading = {},
             .bytes = {}};
@@ -102,7 +104,8 @@ std::unique_ptr<GalleryPage> MakePage(DetailsSheet (*makeSheet)(const Language&)
     return std::make_unique<OpeningPage>([makeSheet, isScrolled](HWND window, const Look& look) {
         const Language language = OpenLanguage();
         if (isScrolled) ScrollLater(window);
-        DetailsDialog(look.fonts, language, makeSheet(language)).Show(window);
+        NoTools tools;
+        DetailsDialog(look.fonts, language, tools, makeSheet(language)).Show(window);
     });
 }
 

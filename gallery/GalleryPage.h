@@ -58,6 +58,10 @@ public:
 [[nodiscard]] std::unique_ptr<GalleryPage> MakeLargePacketDetailsGallery();
 [[nodiscard]] std::unique_ptr<GalleryPage> MakeLogDetailsGallery();
 [[nodiscard]] std::unique_ptr<GalleryPage> MakeConnectionDetailsGallery();
+[[nodiscard]] std::unique_ptr<GalleryPage> MakeImportGallery();
+[[nodiscard]] std::unique_ptr<GalleryPage> MakeImportUnreadableGallery();
+[[nodiscard]] std::unique_ptr<GalleryPage> MakeTraceGallery();
+[[nodiscard]] std::unique_ptr<GalleryPage> MakeWhoIsGallery();
 [[nodiscard]] std::unique_ptr<GalleryPage> MakeGraphsGallery();
 [[nodiscard]] std::unique_ptr<GalleryPage> MakeStatisticsGallery();
 

@@ -4,6 +4,7 @@
 #include <initializer_list>
 #include <optional>
 
+#include "NoTools.h"
 #include "OpeningPage.h"
 #include "app/AboutDialog_win.h"
 #include "app/ModeCell_win.h"
@@ -184,7 +185,8 @@ void OpenQuestion(HWND window, const Look& look) {
 
 void OpenConfirmation(HWND window, const Look& look, std::optional<std::uint32_t> advice) {
     const PromptQuestion question = BuildPromptQuestion(Facts(advice), OpenLanguage());
-    (void)ConfirmationDialog(look.fonts, question).Ask(window);
+    NoTools tools;
+    (void)ConfirmationDialog(look.fonts, tools, question).Ask(window);
 }
 
 ActivityQuestion Activity(ActivityRequest::Kind kind) {

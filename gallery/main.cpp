@@ -50,6 +50,10 @@ constexpr PageEntry kPages[] = {
     {"details-packet-large", &MakeLargePacketDetailsGallery, 1, true},
     {"details-log", &MakeLogDetailsGallery, 1, true},
     {"details-connection", &MakeConnectionDetailsGallery, 1, true},
+    {"import", &MakeImportGallery, 1, true},
+    {"import-unreadable", &MakeImportUnreadableGallery, 1, true},
+    {"trace", &MakeTraceGallery, 1, true},
+    {"whois", &MakeWhoIsGallery, 1, true},
     {"graphs", &MakeGraphsGallery},
     {"statistics", &MakeStatisticsGallery, 0, true},
 };

@@ -17,6 +17,8 @@ cd "$(dirname "$0")/.."
 measures='
 decipher_rules    DecipherRules   CopyRules      speed  0.7
 look_up_rule      LookUpLastRule  ReadRulesFile  times  2.0
+export_rules      ExportRules     ZipRules       waits  1.1
+import_rules      ImportRules     UnzipRules     waits  1.2
 read_70_options   ReadAllOptions  -              ms     5
 connections           Refresh/as_read     SortTables  times  4.0
 connections_sorted    Refresh/sorted      SortTables  times  4.0
@@ -40,6 +42,7 @@ log_export        ExportTrafficLog  WriteExport     waits  2.0
 #   activity_own  answers a second whether a process is one of ours, as a part of a server's that only echoes
 #   applications_...  the Applications page with 20,000 rules, until its first rows are painted, and from a key stroke
 #             in its search box to the painted list (the slowest of 16); _ratio: against a list of 200 rules
+#   mail_attachment, encode_...  mail beside curl and coreutils' base64, see tests/peers/speed.py
 #   connections_hold  the longest that the Connections page keeps its window waiting during a refresh with full tables
 window_measures='
 list_fill         times  1.0
@@ -55,6 +58,9 @@ applications_search       ms     16
 applications_search_ratio times  3.0
 activity_own      speed  0.8
 connections_hold          ms     16
+mail_attachment           times  1.1
+encode_base64             speed  0.5
+encode_quoted_printable   speed  0.5
 '
 
 # Processor time of the control center in the tray, with service and driver and no traffic, as a part of one core,
@@ -125,7 +131,7 @@ awk -v measures="$measures" -F, '
     }' "$logs/core_bench.csv" "$logs/log_bench.csv" || fail "some measures could not be taken"
 
 say "measuring windows under Wine" >&2
-{ cmake --preset windows && cmake --build --preset windows --target windows_bench brennvar demo_driver; } >"$logs/build-windows-bench.log" 2>&1 ||
+{ cmake --preset windows && cmake --build --preset windows --target windows_bench brennvar demo_driver tool_driver; } >"$logs/build-windows-bench.log" 2>&1 ||
     { tail -n 60 "$logs/build-windows-bench.log" >&2; fail "cannot build windows_bench"; }
 cleanup() { stop_wine; stop_display; }
 trap cleanup EXIT
@@ -133,6 +139,9 @@ start_display
 start_wine "$PWD/build/prefix-bench"
 # A user who has been welcomed already: no notice of the shell's in between.
 wine reg add 'HKCU\Software\Quorlan\Brennvar Firewall' /v FirstRunBV /t REG_DWORD /d 1 /f >/dev/null 2>&1 </dev/null
+PYTHONDONTWRITEBYTECODE=1 /usr/bin/python3 tests/peers/speed.py build/windows/tests/peers/tool_driver.exe \
+    $(((repetitions + 2) / 3)) >"$logs/mail-bench.log" 2>"$logs/mail-bench-errors.log" </dev/null ||
+    { cat "$logs/mail-bench-errors.log" >&2; fail "mail could not be measured"; }
 # As installed: skins and languages stand beside the program.
 place=$PWD/build/bench-program
 rm -rf "$place"
@@ -148,7 +157,7 @@ cd "$place"
         wine start_bench.exe BrennvarGUI.exe empty_window.exe
 } >"$logs/windows-bench.log" 2>"$logs/windows-bench-errors.log" </dev/null ||
     { cat "$logs/windows-bench-errors.log" >&2; fail "some measures could not be taken"; }
-tr -d '\r' <"$logs/windows-bench.log" | awk -v measures="$window_measures" '
+cat "$logs/mail-bench.log" "$logs/windows-bench.log" | tr -d '\r' | awk -v measures="$window_measures" '
     { values[$1] = $2 }
     END {
         count = split(measures, rows, "\n")

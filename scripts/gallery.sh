@@ -60,7 +60,7 @@ show_program() {
     done
     wine dist/BrennvarGUI.exe >/dev/null 2>&1 </dev/null &
     local interface=$!
-    local main='#462' question='#334' confirmation='#905' leaving='#1120' about='#951' password='#1204' sheet='#981' group=1287
+    local main='#462' question='#334' confirmation='#905' leaving='#1120' about='#951' password='#1204' sheet='#981' mail='#1461' mail_test='#1481' group=1287
     local page number name rows
     local steps=("enabled:$question:334" "picture:$question:$shots/$prefix-question.bmp"
         "press:$question:573" "press:$question:334" "gone:$question"
@@ -94,6 +94,11 @@ show_program() {
         "popups:$main:$shots/$prefix-logmenu.bmp" "leave:$main" "pick:$main:200:1" "rows:$main:4"
         "picture:$main:$shots/$prefix-packets.bmp" "cell:$main:0x0" "key:$main:13" "wait:$sheet"
         "picture:$sheet:$shots/$prefix-packet-data.bmp" "press:$sheet:2" "gone:$sheet" "pick:$main:200:0"
+        "rows:$main:12" "click:$main:105" "wait:$mail" "enabled:$mail:1471"
+        "picture:$mail:$shots/$prefix-mail.bmp" "press:$mail:1471" "enabled:$mail:1471"
+        "picture:$mail:$shots/$prefix-mail-failed.bmp" "press:$mail:2" "gone:$mail"
+        "command:$main:992" "wait:$mail_test" "enabled:$mail_test:1483"
+        "picture:$mail_test:$shots/$prefix-mail-test.bmp" "press:$mail_test:2" "gone:$mail_test"
         "command:$main:427" "wait:$about" "picture:$about:$shots/$prefix-about.bmp" "press:$about:1" "gone:$about"
         "command:$main:970" "wait:$confirmation" "picture:$confirmation:$shots/$prefix-reset-trusted.bmp"
         "press:$confirmation:2" "gone:$confirmation"

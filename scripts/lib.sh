@@ -49,3 +49,10 @@ start_display() {
 }
 
 stop_display() { [ -n "${XVFB_PID:-}" ] && kill "$XVFB_PID" 2>/dev/null; return 0; }
+
+# run_peers ARGS: the cases of tests/peers under the running Wine. Their last line is "peers: N passed, N failed". The
+# system's own Python, because the packages of the peers are for that one.
+run_peers() {
+    PYTHONDONTWRITEBYTECODE=1 /usr/bin/python3 tests/peers/run_peers.py --driver build/windows/tests/peers/tool_driver.exe \
+        --prefix-template "$PREFIX_TEMPLATE" --table build/peers.txt "$@"
+}

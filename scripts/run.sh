@@ -90,5 +90,9 @@ drive "cell:$main:4x0" "key:$main:13" "wait:#981"
 picture 7-log-details
 drive "press:#981:2" "gone:#981" "pick:$main:200:1" "rows:$main:4" "cell:$main:0x0" "key:$main:13" "wait:#981"
 picture 8-packet-data
-drive "press:#981:2" "gone:#981"
+drive "press:#981:2" "gone:#981" "pick:$main:200:0" "rows:$main:12" "click:$main:105" "wait:#1461" "enabled:#1461:1471"
+picture 9-mail
+drive "press:#1461:2" "gone:#1461" "command:$main:992" "wait:#1481" "enabled:#1481:1483"
+picture 9-mail-test
+drive "press:#1481:2" "gone:#1481"
 grep -F " CONFIRM " "$data/journal.txt" | sed 's/^[0-9]* /answer received: /'

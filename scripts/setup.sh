@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Installs what building and testing need on Debian 12, and makes what is slow to make once: the Windows flavours of
-# GoogleTest, libpng and libjpeg-turbo, and a template Wine prefix. Safe to run twice: a second run only checks.
+# GoogleTest, libpng, libjpeg-turbo and libzip, and a template Wine prefix. Safe to run twice: a second run only checks.
 # Everything made here lies in the cache folder (BRENNVAR_CACHE, default ~/.cache/brennvar), not in the build folder.
 set -euo pipefail
 cd "$(dirname "$0")/.."
@@ -10,27 +10,59 @@ packages=(
     ca-certificates git make cmake ninja-build ccache g++ procps
     g++-mingw-w64-x86-64-posix                      # the Windows compiler
     libpng-dev libjpeg62-turbo-dev zlib1g-dev       # the picture libraries of the host flavour
+    libzip-dev                                      # rule archives, host flavour
     libz-mingw-w64-dev nasm dpkg-dev                # for those of the Windows flavour: zlib, and building the others
     googletest libgtest-dev libbenchmark-dev        # googletest: the sources for the Windows flavour
     clang clang-format clang-tidy libclang-rt-14-dev # fuzzing and checks
     wine wine64 fonts-wine fonts-open-sans          # running the Windows flavour
     xvfb x11-utils imagemagick                      # a display without a screen, and pictures of it
 )
+# Real programs that the tests of tests/peers hold ours against. None of them runs as a service of this machine.
+peer_packages=(
+    python3 python3-aiosmtpd exim4-daemon-light     # mail servers, and what reads the mail back
+    tinyproxy squid microsocks dante-server curl    # proxies, and the client that shows how others take them
+    iproute2 traceroute                             # networks of our own, and the routes through them
+    zip unzip p7zip-full libarchive-tools           # archives
+)
+# Those of them that would run as a service from the next start of the machine on.
+declare -A services=([exim4-daemon-light]=exim4 [tinyproxy]=tinyproxy [squid]=squid [dante-server]=danted)
 
+root=()     # what goes before a command that needs root
 install_packages() {
     local missing=() p
-    for p in "${packages[@]}"; do
+    for p in "${packages[@]}" "${peer_packages[@]}"; do
         [ "$(dpkg-query -W -f '${db:Status-Abbrev}' "$p" 2>/dev/null)" = "ii " ] || missing+=("$p")
     done
     [ ${#missing[@]} -eq 0 ] && return
     say "installing ${missing[*]}"
-    local root=()
     if [ "$(id -u)" -ne 0 ]; then
         command -v sudo >/dev/null || fail "not root and no sudo: install ${missing[*]} by hand"
         root=(sudo)
     fi
     "${root[@]}" apt-get update -q
-    "${root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y -q --no-install-recommends "${missing[@]}"
+    keep_daemons_from_starting
+    "${root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y -q --no-install-recommends --no-remove "${missing[@]}" ||
+        fail "cannot install ${missing[*]}; where another mail server is installed, it stays"
+    for p in "${missing[@]}"; do
+        [ -z "${services[$p]:-}" ] || "${root[@]}" update-rc.d "${services[$p]}" disable >/dev/null 2>&1 || true
+    done
+    let_daemons_start
+}
+
+# Packages of daemons start them when they are installed, unless this file says 101 ("action forbidden by policy"). One
+# that is there already is the owner's and stays as it is.
+policy=/usr/sbin/policy-rc.d own_policy=
+keep_daemons_from_starting() {
+    [ ! -e "$policy" ] && [ ! -L "$policy" ] || return 0
+    trap let_daemons_start EXIT
+    own_policy=yes
+    printf '#!/bin/sh\nexit 101\n' | "${root[@]}" tee "$policy" >/dev/null
+    "${root[@]}" chmod 755 "$policy"
+}
+let_daemons_start() {
+    [ -n "$own_policy" ] || return 0
+    "${root[@]}" rm -f "$policy"
+    own_policy=
 }
 
 # GoogleTest for Windows, from the sources that the Debian package installs.
@@ -92,9 +124,9 @@ fetch_source() {
 }
 
 # build_library SOURCE_PACKAGE HOST_PACKAGE OPTIONS...: a static library for Windows from Debian's source package, in
-# the version that HOST_PACKAGE has on the host.
+# the version that HOST_PACKAGE was built from on the host.
 build_library() {
-    local package=$1 version; version=$(dpkg-query -W -f '${Version}' "$2"); shift 2
+    local package=$1 version; version=$(dpkg-query -W -f '${source:Version}' "$2"); shift 2
     local stamp=$DEPS_PREFIX/$package-${version#*:}.done
     [ -e "$stamp" ] && return
     say "building $package $version for Windows"
@@ -136,4 +168,8 @@ install_packages
 build_googletest
 build_library libpng1.6 libpng-dev -DPNG_SHARED=OFF -DPNG_TESTS=OFF -DPNG_EXECUTABLES=OFF
 build_library libjpeg-turbo libjpeg62-turbo-dev -DENABLE_SHARED=OFF -DWITH_TURBOJPEG=OFF -DREQUIRE_SIMD=ON
+# Rule archives need deflate alone, which is zlib's; nothing of the archives is enciphered.
+build_library libzip libzip-dev -DBUILD_SHARED_LIBS=OFF -DBUILD_TOOLS=OFF -DBUILD_REGRESS=OFF -DBUILD_EXAMPLES=OFF \
+    -DBUILD_DOC=OFF -DENABLE_COMMONCRYPTO=OFF -DENABLE_GNUTLS=OFF -DENABLE_MBEDTLS=OFF -DENABLE_OPENSSL=OFF \
+    -DENABLE_WINDOWS_CRYPTO=OFF -DENABLE_BZIP2=OFF -DENABLE_LZMA=OFF -DENABLE_ZSTD=OFF
 make_prefix_template

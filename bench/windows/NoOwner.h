@@ -10,6 +10,7 @@ namespace brennvar {
 class NoOwner final : public PageOwner {
     void OpenPageAt(int, const std::string&) override {}
     void Notify(const std::string&, const std::string&) override {}
+    void OpenTool(AddressTool, const std::string&) override {}
 };
 
 }  // namespace brennvar

@@ -17,6 +17,8 @@ bool ControlCommands::OnCommand(HWND window, int id) {
         case IDM_RESET_FINGERPRINTS: ResetFingerprints(); return true;
         case IDM_UPDATE: UpdateSignatures(window); return true;
         case IDM_DELETE_LOGS: DeleteLogs(window); return true;
+        case IDM_EXPORT_RULES: m_session.rules.Export(RuleSet::Applications); return true;
+        case IDM_IMPORT_RULES: m_session.rules.Import(RuleSet::Applications); return true;
         case IDM_SET_PASSWORD: m_session.gate.SetSecurityPassword(); return true;
         case IDM_NETWORK_ENABLE: SwitchNetwork(true); return true;
         case IDM_NETWORK_DISABLE: SwitchNetwork(false); return true;

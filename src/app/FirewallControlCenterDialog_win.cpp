@@ -41,9 +41,11 @@ FirewallControlCenterDialog::FirewallControlCenterDialog(Session& session)
           return ApplyResourceChoice(current, chosen);
       }),
       m_commands(session, [this] { Pages().OnLogsDeleted(); }),
+      m_mail(session),
       m_tray(session.fonts, session.language, [this](const std::string& link) { OpenWebPage(link); }),
       m_status(session.language),
-      m_leaving(session, m_tray) {}
+      m_tools(session.fonts, session.language, [this](const std::string& link) { OpenWebPage(link); }),
+      m_leaving(session, m_tray, m_tools) {}
 
 FirewallControlCenterDialog::Outcome FirewallControlCenterDialog::Run() {
     const INT_PTR result = DoModal(nullptr, IDD_CONTROL_CENTER);
@@ -55,6 +57,9 @@ void FirewallControlCenterDialog::OnInitDialog() {
     CreateFrame(m_session.language.GetText(41, "Brennvar Personal Firewall"), PageEntries());
     m_status.Create(Window(), GetLook());
     RestorePlace();
+    m_tools.Attach(Window());
+    m_mail.SetWindow(Window());
+    m_session.rules.SendWith(&m_mail);
     m_session.Begin(Window(), *this);  // before the page asks the service for anything
     Pages().Open(kFirstPage);
     SetFirstFocus(kFirstPage);
@@ -68,7 +73,10 @@ void FirewallControlCenterDialog::OnInitDialog() {
 
 void FirewallControlCenterDialog::OnDestroy() {
     FrameDialog::OnDestroy();
+    m_tools.Attach(nullptr);
     m_session.End();
+    m_session.rules.SendWith(nullptr);
+    m_mail.SetWindow(nullptr);
     for (const TickInfo& tick : Ticks::Table()) ::KillTimer(Window(), tick.timer);
 }
 
@@ -83,9 +91,10 @@ std::vector<PageHost::Entry> FirewallControlCenterDialog::PageEntries() {
     const Language& language = m_session.language;
     std::vector<PageHost::Entry> entries;
     for (const PageInfo& info : PageList()) {
-        entries.push_back({.command = info.command,
-                           .caption = language.GetText(info.caption),
-                           .make = [this, &info] { return MakePage(info, m_session, m_resources, *this); }});
+        entries.push_back(
+            {.command = info.command, .caption = language.GetText(info.caption), .make = [this, &info] {
+                 return MakePage(info, m_session, m_resources, *this, m_mail);
+             }});
     }
     entries.push_back({.command = IDM_SUPPORT, .caption = language.GetText(1045, "Support"), .make = {}});
     entries.push_back({.command = IDM_ABOUT, .caption = language.GetText(52, "About"), .make = {}});
@@ -156,7 +165,8 @@ void FirewallControlCenterDialog::OnCommand(int id, int notification) {
         default:
             if (const auto change = ModeChangeOf(id)) {
                 m_session.modes.Change(*change);
-            } else if (!m_commands.OnCommand(Window(), id) && !OnFrameCommand(id) && Pages().HasPage(id)) {
+            } else if (!m_commands.OnCommand(Window(), id) && !m_tools.OnCommand(id) && !m_mail.OnCommand(id) &&
+                       !OnFrameCommand(id) && Pages().HasPage(id)) {
                 OpenPage(id);
             }
             break;
@@ -217,6 +227,9 @@ std::optional<LRESULT> FirewallControlCenterDialog::OnMessage(UINT message, WPAR
         case WM_WINDOWPOSCHANGED:
             if (m_ticks.SetSeen(IsSeen())) SetTimers(false);
             return FrameDialog::OnMessage(message, wParam, lParam);
+        case WM_ENABLE:
+            if (wParam) m_mail.OnEnabled();
+            return FrameDialog::OnMessage(message, wParam, lParam);
         case WM_ENDSESSION:
             if (wParam) OnEndSession();
             return 0;
@@ -230,7 +243,7 @@ std::optional<LRESULT> FirewallControlCenterDialog::OnMessage(UINT message, WPAR
 
 bool FirewallControlCenterDialog::IsBusy() const {
     // A modal dialog over this window keeps it disabled.
-    return m_session.IsPromptOpen() || m_session.IsTellingNotice() || m_session.IsAnyWorkerRunning() ||
+    return m_session.IsPromptOpen() || m_session.IsTellingNotice() || m_session.IsAtWork() || m_tools.IsAnyOpen() ||
            !::IsWindowEnabled(Window());
 }
 
@@ -258,9 +271,10 @@ void FirewallControlCenterDialog::ExitControlCenter() {
     if (m_session.prompt.IsBusy()) return;
     // Nor can the password be asked for a second time. Before the questions: their answers would be for nothing.
     if (m_session.gate.IsAsking()) return m_session.gate.ComeForward();
+    if (m_mail.IsSending()) return m_mail.TellSending();
     if (CPage* const page = Pages().Current(); page && !page->MayLeave()) return;
     m_leaving.Exit(
-        Window(), [this] { return m_session.prompt.IsBusy() || m_session.IsAnyWorkerRunning(); },
+        Window(), [this] { return m_session.prompt.IsBusy() || m_session.IsAtWork() || m_mail.IsSending(); },
         [this] { End(kResultExit); });
 }
 

@@ -12,10 +12,12 @@
 #include "app/FrameDialog_win.h"
 #include "app/InstalledResources_win.h"
 #include "app/Leaving_win.h"
+#include "app/MailWindow_win.h"
 #include "app/SessionView.h"
 #include "app/Session_win.h"
 #include "app/StatusLine_win.h"
 #include "app/Ticks.h"
+#include "app/ToolWindows_win.h"
 #include "base/Handles_win.h"
 #include "lists/PageOwner.h"
 
@@ -65,12 +67,15 @@ private:
     void RefreshFigures() override { m_session.RefreshFigures(); }
     void CheckNetwork() override { m_session.machine.CheckNetwork(); }
     void CheckClock() override { m_session.machine.CheckClock(); }
-    void AnswerQuestion() override { m_session.prompt.Tick(Window()); }
+    void AnswerQuestion() override { m_session.prompt.Tick(Window(), m_tools); }
     void FetchNotice() override { m_session.FetchNotice(); }
     void FollowGrip() override { TickGrip(); }
 
     // The pages' owner
     void OpenPageAt(int command, const std::string& key) override;
+    void OpenTool(AddressTool tool, const std::string& hostOrAddress) override {
+        m_tools.OpenTool(tool, hostOrAddress);
+    }
     void Notify(const std::string& title, const std::string& text) override { m_tray.Notify(title, text); }
 
     [[nodiscard]] std::vector<PageHost::Entry> PageEntries();
@@ -97,8 +102,10 @@ private:
     UniqueIcon m_smallIcon;
     InstalledResources m_resources;
     ControlCommands m_commands;
+    MailWindow m_mail;
     ControlCenterTray m_tray;
     StatusLine m_status;
+    ToolWindows m_tools;
     Leaving m_leaving;
     std::string m_wantedRow;  // of the page that is opened next
 };

@@ -29,15 +29,20 @@ bool Leaving::Confirm(HWND window, UserCommand command, DefaultAnswer byEnter) c
 void Leaving::LeaveScreen(HWND window) {
     ::ShowWindow(window, SW_HIDE);
     // A dialog over this window, or over another dialog of it, would stay, and keep the program from ending until
-    // somebody closes it.
-    const auto close = [](HWND other, LPARAM main) -> BOOL {
-        const HWND owner = reinterpret_cast<HWND>(main);
-        if (other != owner && ::GetAncestor(other, GA_ROOTOWNER) == owner && ::IsWindowVisible(other)) {
-            ::PostMessageA(other, WM_CLOSE, 0, 0);
-        }
+    // somebody closes it. So would one over a tool's dialog.
+    struct Owners {
+        HWND window;
+        const ToolWindows& tools;
+    };
+    const Owners owners{.window = window, .tools = m_tools};
+    const auto close = [](HWND other, LPARAM parameter) -> BOOL {
+        const Owners& own = *reinterpret_cast<const Owners*>(parameter);
+        const bool isOwned = ::GetAncestor(other, GA_ROOTOWNER) == own.window || own.tools.Owns(other);
+        if (other != own.window && isOwned && ::IsWindowVisible(other)) ::PostMessageA(other, WM_CLOSE, 0, 0);
         return TRUE;
     };
-    ::EnumThreadWindows(::GetCurrentThreadId(), close, reinterpret_cast<LPARAM>(window));
+    ::EnumThreadWindows(::GetCurrentThreadId(), close, reinterpret_cast<LPARAM>(&owners));
+    m_tools.CloseAll();
     m_tray.Leave();
 }
 

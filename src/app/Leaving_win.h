@@ -5,6 +5,7 @@
 
 #include "app/ControlCenterTray_win.h"
 #include "app/Session_win.h"
+#include "app/ToolWindows_win.h"
 #include "base/Windows_win.h"
 #include "config/ResourceChoice.h"
 #include "dialogs/Questions_win.h"
@@ -15,7 +16,8 @@ namespace brennvar {
 class Leaving {
 public:
     // Borrowed.
-    Leaving(Session& session, ControlCenterTray& tray) : m_session(session), m_tray(tray) {}
+    Leaving(Session& session, ControlCenterTray& tray, ToolWindows& tools)
+        : m_session(session), m_tray(tray), m_tools(tools) {}
 
     // Asks whether to leave, then for the security password, tells the service and stops the links. end is called
     // when the window has nothing left to do but to end, later than this call; not when the user stays. mustStay is
@@ -40,6 +42,7 @@ private:
 
     Session& m_session;
     ControlCenterTray& m_tray;
+    ToolWindows& m_tools;
     bool m_isLeaving = false;  // or asking whether to
 };
 

@@ -3,6 +3,7 @@
 #include <utility>
 #include <vector>
 
+#include "base/TemporaryFolder_win.h"
 #include "config/Folders.h"
 #include "config/ResourceIds.h"
 #include "lists/ListPage_win.h"
@@ -16,7 +17,7 @@
 namespace brennvar {
 
 std::unique_ptr<CPage> MakePage(const PageInfo& info, Session& session, SkinsAndLanguages& resources,
-                                PageOwner& owner) {
+                                PageOwner& owner, MailForms& mail) {
     const Language& language = session.language;
     const ListPageContext lists{
         .fonts = session.fonts, .language = language, .userValues = session.userValues, .owner = owner};
@@ -46,7 +47,7 @@ std::unique_ptr<CPage> MakePage(const PageInfo& info, Session& session, SkinsAnd
                     [&clock = session.readsClock, path = RulesFilePath(session.dataFolder)] {
                         return LoadApplicationRules(path, clock);
                     },
-                    session.applicationChanges, session.link));
+                    session.applicationChanges, session.link, session.rules));
         case IDM_TRAFFIC_LOG:
             return std::make_unique<ListPage>(
                 lists, std::move(texts),
@@ -57,7 +58,9 @@ std::unique_ptr<CPage> MakePage(const PageInfo& info, Session& session, SkinsAnd
                                                                          .writing = session.workers[1],
                                                                          .lookups = session.lookups,
                                                                          .dataFolder = session.dataFolder,
-                                                                         .page = session.codePage}));
+                                                                         .page = session.codePage,
+                                                                         .mail = mail,
+                                                                         .temporaryFolder = TemporaryFolder()}));
         case IDM_OPTIONS:
             return std::make_unique<OptionsPage>(session.fonts, language, std::move(texts),
                                                  OptionEditor::Parts{.commander = session.commander,

@@ -41,6 +41,16 @@ Session::Session(const SessionSurroundings& surroundings, Language openedLanguag
       gate(fonts, language, commander, reads, password),
       modes(clock, language, commander, reads, ModeReader(dataFolder, readsClock), *this),
       applicationChanges(commander),
+      archives(PostWhenFinished(kMessageCompletions)),
+      archivesClock(archives.Stopping()),
+      ruleDialogs(fonts, language),
+      rules({.language = language,
+             .queue = archives,
+             .clock = archivesClock,
+             .commander = commander,
+             .dialogs = ruleDialogs,
+             .files = ruleFiles,
+             .folders = RuleFoldersOf(dataFolder)}),
       prompt(fonts, devices, clock, PostWhenFinished(kMessageQuestion)),
       activity(fonts, dataFolder, clock, *this, PostWhenFinished(kMessageQuestion)),
       machine(clock, language, commander, surroundings.readAddresses),
@@ -69,6 +79,8 @@ void Session::Begin(HWND window, SessionView& view) {
     m_window = window;
     m_view = &view;
     gate.SetOwner(window);
+    ruleDialogs.SetOwner(window);
+    rules.Begin();
     commander.Send(Batch(UserCommand::Start));
     activity.Start();
 }
@@ -77,19 +89,24 @@ void Session::End() {
     m_window = nullptr;
     m_view = nullptr;
     gate.SetOwner(nullptr);
+    ruleDialogs.SetOwner(nullptr);
 }
 
 void Session::RunCompletions() {
     link.RunCompletions();
     reads.RunCompletions();
     programQueue.RunCompletions();
+    archives.RunCompletions();
     if (m_view) m_view->ShowService(link.Service());
 }
 
 void Session::StopLinks(std::chrono::milliseconds limit) {
+    // An import is put back, where it is not over; what the service has not been told of is told at the next start.
+    rules.Stop();
     link.Stop(limit);
     reads.Stop(std::chrono::milliseconds(0));
     programQueue.Stop(std::chrono::milliseconds(0));
+    archives.Stop(std::chrono::milliseconds(0));
 }
 
 void Session::RefreshFigures() {

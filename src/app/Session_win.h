@@ -34,6 +34,8 @@
 #include "ui/WorkerThread.h"
 #include "views/ApplicationChanges.h"
 #include "views/ProgramFiles_win.h"
+#include "views/RuleDialogs_win.h"
+#include "views/RuleExchange.h"
 
 namespace brennvar {
 
@@ -78,6 +80,10 @@ public:
     // A question is looked up or on screen.
     [[nodiscard]] bool IsPromptOpen() const { return prompt.IsBusy() || activity.IsBusy(); }
     [[nodiscard]] bool IsAnyWorkerRunning() const;
+    // Something is under way that the program does not end in the middle of: a worker, or rules on their road.
+    [[nodiscard]] bool IsAtWork() const {
+        return IsAnyWorkerRunning() || rules.Current() != RuleExchange::Work::None;
+    }
     // A notice is being told.
     [[nodiscard]] bool IsTellingNotice() const { return m_isTellingNotice; }
 
@@ -119,6 +125,12 @@ public:
     SecurityPasswordGate gate;
     ProtectionModes modes;
     ApplicationChanges applicationChanges;
+    // Archives of rules, which may be long, and for which the service's files are waited for.
+    TaskThread archives;
+    SystemClock archivesClock;
+    DiskRuleFiles ruleFiles;
+    WinRuleDialogs ruleDialogs;
+    RuleExchange rules;
     Statistics statistics{AmountWords(language)};
     ConnectionPrompt prompt;
     ActivityPrompt activity;

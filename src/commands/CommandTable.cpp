@@ -31,6 +31,7 @@ constexpr Step kTestMail[] = {{Code::SendTestMail}};
 constexpr Step kUpdate[] = {{Code::ReloadSignatures}};
 constexpr Step kDeleteLogs[] = {{Code::DeleteLogs}};
 constexpr Step kApplicationRules[] = {{Code::SetApplicationRule}};
+constexpr Step kReloadApplications[] = {{Code::ReloadApplicationRules}};
 constexpr Step kTerminate[] = {{Code::TerminateProcess}};
 constexpr Step kBlock[] = {{Code::BlockAddress}};
 constexpr Step kTrust[] = {{Code::AllowProcessText}};
@@ -105,6 +106,10 @@ constexpr CommandInfo kCommands[] = {
     {UserCommand::DeleteLogs, kProtected, kNothing, kDeleteLogs, kNothing, kNothing},
 
     {UserCommand::SetApplicationRules, kProtected, kNothing, kApplicationRules, kNothing, kNothing},
+    // Nothing is sent: the interface reads the file.
+    {UserCommand::ExportRules, kProtected, kNothing, {}, kNothing, kNothing},
+    {UserCommand::ImportApplicationRules, kProtected, kNothing, kReloadApplications, kNothing, kNothing},
+    {UserCommand::ImportAdvancedRules, kProtected, kNothing, kReloadAdvanced, kNothing, kNothing},
     {UserCommand::TerminateProcess, kProtected, kNothing, kTerminate, Text{554, "Process termination"}, kNothing,
      EventSeverity::Warning},
     {UserCommand::BlockAddress, kProtected, kNothing, kBlock, Text{553, "Blocked connection"}, kNothing,

@@ -42,6 +42,9 @@ enum class UserCommand {
     DeleteLogs,
     // Applications and connections
     SetApplicationRules,
+    ExportRules,
+    ImportApplicationRules,
+    ImportAdvancedRules,
     TerminateProcess,
     BlockAddress,
     TrustProgram,

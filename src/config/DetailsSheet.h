@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "base/Ipv4.h"
 #include "config/SkinTones.h"
 
 namespace brennvar {
@@ -22,6 +23,8 @@ struct DetailsGroup {
 
 struct DetailsSheet {
     std::string title;  // of the window
+    // The other side, where there is one: the network tools can be asked about it. 0: there is none.
+    Ipv4 address = 0;
     std::vector<DetailsGroup> groups;
     // Lines of a dump, in letters of one width, below a heading; empty: no bytes.
     std::string bytesHeading;

@@ -14,6 +14,15 @@ std::string RulesFilePath(const std::string& dataFolder) {
 std::string AdvancedRulesFilePath(const std::string& dataFolder) {
     return dataFolder + R"(\Rules\rules_advanced.conf)";
 }
+std::string RulesFolderPath(const std::string& dataFolder) {
+    return dataFolder + R"(\Rules)";
+}
+std::string ImportFolderPath(const std::string& dataFolder) {
+    return dataFolder + R"(\Rules.import)";
+}
+std::string RestoreFolderPath(const std::string& dataFolder) {
+    return dataFolder + R"(\Rules.restore)";
+}
 std::string TrustedFilePath(const std::string& dataFolder) {
     return dataFolder + R"(\trusted.conf)";
 }

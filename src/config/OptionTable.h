@@ -26,11 +26,16 @@ enum class OptionId : std::uint32_t {
     PacketLogKilobytes = 32,
     LogDays = 33,
     MailFrom = 35,
+    MailTo = 36,
+    MailCc = 37,
     MailSubject = 38,
     MailServer = 39,
+    MailLogin = 40,
     MailPassword = 41,
     ProxyHost = 66,
     ProxyPort = 67,  // 0: none
+    ProxyUser = 68,
+    ProxyPassword = 69,
     ProxyType = 70,  // 0 HTTP, 1 SOCKS 5
     FilteringProxyPort = 79,
 };

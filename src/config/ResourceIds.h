@@ -13,6 +13,11 @@
 #define IDD_VERIFY_PASSWORD 800
 #define IDD_DELETE_LOG 930
 #define IDD_ABOUT 950
+#define IDD_WHOIS 985
+#define IDD_MAIL 987
+#define IDD_MAIL_TEST 988
+#define IDD_TRACE_ROUTE 986
+#define IDD_IMPORT_RULES 989
 
 // Icons
 #define IDI_TRAY_IDLE_NORMAL 160
@@ -35,6 +40,7 @@
 #define IDC_SERVICE 904
 #define IDC_PROGRAM_PATH 901
 #define IDC_WANTS 906
+#define IDC_QUESTION_LINK 1421  // beside the heading; answers nothing
 #define IDC_WHY_NOT_REMEMBERED 907
 #define IDC_TARGET_PATH 908
 
@@ -68,6 +74,12 @@
 #define IDM_UPDATE 974
 #define IDM_DELETE_LOGS 975
 #define IDM_SET_PASSWORD 976
+#define IDM_TEST_MAIL_HERE 992
+#define IDM_MAIL 993
+#define IDM_TRACE_ROUTE 977
+#define IDM_WHOIS 978
+#define IDM_EXPORT_RULES 979
+#define IDM_IMPORT_RULES 991
 
 // What the Applications page tells the control center: the user has changed actions, the last one to this
 #define IDM_APPLICATION_ASK 338
@@ -131,6 +143,9 @@
 #define IDC_APPLICATIONS_ASK 1272
 #define IDC_APPLICATIONS_REMOVE 1273
 #define IDC_APPLICATIONS_DETAILS 1275
+#define IDC_APPLICATIONS_UNDO 1500
+#define IDC_APPLICATIONS_EXPORT 1501
+#define IDC_APPLICATIONS_IMPORT 1502
 
 // Connections page
 #define IDC_CONNECTIONS_DETAILS 1280
@@ -138,9 +153,42 @@
 #define IDC_CONNECTIONS_TERMINATE 1282
 #define IDC_CONNECTIONS_FOLDER 1283
 #define IDC_CONNECTIONS_RULE 1284
-#define IDC_ADDRESS_LOCATE 1285  // of every list with addresses
+#define IDC_ADDRESS_LOCATE 1285  // of every list with addresses, as these two:
+#define IDC_ADDRESS_TRACE_ROUTE 1400
+#define IDC_ADDRESS_WHOIS 1401
 #define IDC_CONNECTIONS_FILTER 1286
 #define IDC_CONNECTIONS_GROUPED 1287
+
+// Dialogs of the network tools, all with the same controls; closing is IDCANCEL
+#define IDC_TOOL_ADDRESS_LABEL 1430
+#define IDC_TOOL_ADDRESS 1431
+#define IDC_TOOL_START 1432
+#define IDC_TOOL_STOP 1433
+#define IDC_TOOL_LINES 1434
+#define IDC_TOOL_COPY 1435
+#define IDC_TOOL_SAVE 1436
+#define IDC_TOOL_STATUS 1437
+
+// The form for a mail, and the test of the options for mail; closing is IDCANCEL
+#define IDC_MAIL_TO_LABEL 1460
+#define IDC_MAIL_TO 1461
+#define IDC_MAIL_CC_LABEL 1462
+#define IDC_MAIL_CC 1463
+#define IDC_MAIL_SUBJECT_LABEL 1464
+#define IDC_MAIL_SUBJECT 1465
+#define IDC_MAIL_TEXT_LABEL 1466
+#define IDC_MAIL_TEXT 1467
+#define IDC_MAIL_FILE 1468
+#define IDC_MAIL_PROGRESS 1469
+#define IDC_MAIL_STATUS 1470
+#define IDC_MAIL_SEND 1471
+#define IDC_MAIL_STOP 1472
+#define IDC_MAIL_TEST_NOTE 1480
+#define IDC_MAIL_TEST_LINES 1481
+#define IDC_MAIL_TEST_STATUS 1482
+#define IDC_MAIL_TEST_AGAIN 1483
+#define IDC_MAIL_TEST_STOP 1484
+#define IDC_MAIL_TEST_COPY 1485
 
 // The Options page; the field of an option has the number 1000 and the option's identifier
 #define IDC_OPTIONS_SECTIONS 1100
@@ -152,3 +200,8 @@
 #define IDC_FILTER_ACTIVEX 1112
 #define IDC_FILTER_REFERRER 1113
 #define IDC_FILTER_COOKIES 1114
+
+// Preview of an import of rules; the buttons are IDOK and IDCANCEL
+#define IDC_IMPORT_COUNTS 1510
+#define IDC_IMPORT_REMARKS 1511
+#define IDC_IMPORT_LIST 1512

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "dialogs/AddressMenu_win.h"
 #include "ui/Clipboard_win.h"
 #include "ui/Paint_win.h"
 #include "ui/ToolkitIds.h"
@@ -23,8 +24,8 @@ constexpr int kMostBytesShare = 40;          // of the height, in hundredths
 
 }  // namespace
 
-DetailsDialog::DetailsDialog(const CFonts& fonts, const Language& language, DetailsSheet sheet)
-    : CSkinDialog(fonts), m_language(language), m_sheet(std::move(sheet)) {}
+DetailsDialog::DetailsDialog(const CFonts& fonts, const Language& language, AddressTools& tools, DetailsSheet sheet)
+    : CSkinDialog(fonts), m_language(language), m_tools(tools), m_sheet(std::move(sheet)) {}
 
 void DetailsDialog::Show(HWND owner) {
     DoModal(owner, IDD_DETAILS);
@@ -43,8 +44,10 @@ void DetailsDialog::Update(const DetailsSheet& sheet) {
 void DetailsDialog::OnCreateContent() {
     ::SetDlgItemTextA(Window(), IDOK, m_language.GetText(1043, "Close").c_str());
     ::SetDlgItemTextA(Window(), IDC_DETAILS_COPY, m_language.GetText(1070, "&Copy").c_str());
+    ::SetDlgItemTextA(Window(), IDC_DETAILS_ADDRESS, m_language.GetText(1722, "&Address...").c_str());
     m_close.Adopt(Item(IDOK), kButtonDialog, GetLook());
     m_copy.Adopt(Item(IDC_DETAILS_COPY), kButtonDialog, GetLook());
+    m_address.Adopt(Item(IDC_DETAILS_ADDRESS), kButtonDialog, GetLook());
     m_panel.emplace(GetLook());
     m_bytes.emplace(GetLook());
     if (!m_panel->CreatePanel(Window(), IDC_DETAILS_PANEL) || !m_bytes->CreateArea(Window(), IDC_DETAILS_BYTES)) {
@@ -54,8 +57,8 @@ void DetailsDialog::OnCreateContent() {
     m_bytesHeading.Adopt(Item(IDC_DETAILS_BYTES_HEADING), LabelKind::Bold, GetLook());
     // Tab goes from top to bottom: groups, bytes, buttons.
     HWND above = HWND_TOP;
-    for (const HWND control :
-         {m_panel->Window(), m_bytesHeading.Window(), m_bytes->Window(), m_copy.Window(), m_close.Window()}) {
+    for (const HWND control : {m_panel->Window(), m_bytesHeading.Window(), m_bytes->Window(), m_address.Window(),
+                               m_copy.Window(), m_close.Window()}) {
         ::SetWindowPos(control, above, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
         above = control;
     }
@@ -76,6 +79,7 @@ void DetailsDialog::ShowSheet() {
     for (const HWND part : {m_bytesHeading.Window(), m_bytes->Window()}) {
         ::ShowWindow(part, HasBytes() ? SW_SHOWNA : SW_HIDE);
     }
+    ::ShowWindow(m_address.Window(), m_sheet.address != 0 ? SW_SHOWNA : SW_HIDE);
 }
 
 int DetailsDialog::BytesHeight() const {
@@ -101,6 +105,7 @@ void DetailsDialog::PlaceParts() {
         button->MoveTo(right - button->Size().cx, rest.bottom - button->Size().cy);
         right -= button->Size().cx + Scale(kButtonGap);
     }
+    m_address.MoveTo(rest.left, rest.bottom - m_address.Size().cy);
     rest.bottom -= m_close.Size().cy + Scale(kGap);
     if (HasBytes()) {
         const int height = std::min(BytesHeight(), HeightOf(rest) * kMostBytesShare / 100);
@@ -124,6 +129,9 @@ void DetailsDialog::OnCommand(int id, int notification) {
     if (notification != BN_CLICKED) return;
     if (id == IDOK) End(IDOK);
     if (id == IDC_DETAILS_COPY) CopyToClipboard(Window(), TextOf(m_sheet), GetLook().fonts.Text());
+    if (id == IDC_DETAILS_ADDRESS && m_sheet.address != 0) {
+        OpenToolFromMenu(m_address.Window(), m_sheet.address, m_tools, m_language, GetLook());
+    }
 }
 
 }  // namespace brennvar

@@ -1,5 +1,6 @@
 // Shows a sheet of details: its groups above, its bytes below, all to be selected and copied. What is shown may
-// change while it is open.
+// change while it is open. A button opens the network tools for the address of the sheet, where it has one; they
+// stand beside the dialog.
 #pragma once
 
 #include <optional>
@@ -9,6 +10,7 @@
 #include "controls/Button_win.h"
 #include "controls/Label_win.h"
 #include "controls/TextArea_win.h"
+#include "dialogs/AddressTools.h"
 #include "dialogs/DetailsPanel_win.h"
 #include "dialogs/SkinDialog_win.h"
 
@@ -16,8 +18,8 @@ namespace brennvar {
 
 class DetailsDialog final : public CSkinDialog {
 public:
-    // Fonts and language are borrowed for the life of the dialog.
-    DetailsDialog(const CFonts& fonts, const Language& language, DetailsSheet sheet);
+    // All but the sheet is borrowed for the life of the dialog.
+    DetailsDialog(const CFonts& fonts, const Language& language, AddressTools& tools, DetailsSheet sheet);
 
     // Returns when it has been closed; messages of all windows of this thread go on meanwhile.
     void Show(HWND owner);
@@ -37,11 +39,13 @@ private:
     [[nodiscard]] int BytesHeight() const;
 
     const Language& m_language;
+    AddressTools& m_tools;
     DetailsSheet m_sheet;
     // These need the look of the window.
     std::optional<DetailsPanel> m_panel;
     std::optional<CTextArea> m_bytes;
     CLabel m_bytesHeading;
+    CButton m_address;
     CButton m_copy;
     CButton m_close;
     RECT m_card{};  // around the panel

@@ -12,4 +12,7 @@ namespace brennvar {
 // replaced has been asked.
 [[nodiscard]] std::optional<SavePlace> AskSavePlace(HWND owner, const SaveWish& wish);
 
+// The same for a file that is to be read; whether it is there is not asked.
+[[nodiscard]] std::optional<std::string> AskOpenPath(HWND owner, const OpenWish& wish);
+
 }  // namespace brennvar

@@ -9,6 +9,7 @@ namespace {
 // At 96 pixels per inch.
 constexpr int kHeight = 34;
 constexpr int kGap = 8;
+constexpr int kCountRoom = 64;  // for the number of rows, beside the buttons
 
 std::string MenuText(const ListAction& action, const Language& language) {
     std::string text = language.GetText(action.caption);
@@ -22,15 +23,16 @@ std::string MenuText(const ListAction& action, const Language& language) {
 void ListActions::Create(HWND window, const Look& look, const Language& language,
                          std::span<const ListAction> actions) {
     m_actions = actions;
-    // All of one kind, in which every caption is whole.
-    const ButtonKind* kind = &kButton;
     for (const ListAction& action : actions) {
-        if (action.place != ActionPlace::ButtonAndMenu) continue;
-        m_buttons.emplace_back(&action);
-        if (!FitsButton(kButton, window, look, language.GetText(action.caption))) kind = &kButtonMedium;
+        if (action.place == ActionPlace::ButtonAndMenu) m_buttons.emplace_back(&action);
     }
+    // All buttons are of one kind, in which every caption is whole.
+    const bool fit = std::all_of(m_buttons.begin(), m_buttons.end(), [&](const ActionButton& button) {
+        return FitsButton(kButton, window, look, language.GetText(button.action->caption));
+    });
+    const ButtonKind& kind = fit ? kButton : kButtonMedium;
     for (ActionButton& button : m_buttons) {
-        button.control.Create(window, *kind, language.GetText(button.action->caption), button.action->id, look);
+        button.control.Create(window, kind, language.GetText(button.action->caption), button.action->id, look);
     }
 }
 
@@ -46,17 +48,30 @@ const ListAction* ListActions::FindByKey(ListKey key) const {
     return found == m_actions.end() ? nullptr : &*found;
 }
 
-int ListActions::Height() const {
-    return m_buttons.empty() ? 0 : Scale(kHeight);
+bool ListActions::AreInTwoRows(int width) const {
+    int needed = Scale(kCountRoom);
+    for (const ActionButton& button : m_buttons) needed += static_cast<int>(button.control.Size().cx) + Scale(kGap);
+    return needed - Scale(kGap) > width &&
+           std::any_of(m_buttons.begin(), m_buttons.end(),
+                       [](const ActionButton& button) { return !NeedsRow(*button.action); });
+}
+
+int ListActions::Height(int width) const {
+    if (m_buttons.empty()) return 0;
+    return Scale(kHeight) * (AreInTwoRows(width) ? 2 : 1);
 }
 
 LONG ListActions::Place(const RECT& band) const {
+    const bool areInTwoRows = AreInTwoRows(band.right - band.left);
     LONG left = band.right;
+    LONG leftAbove = band.right;
     for (auto button = m_buttons.rbegin(); button != m_buttons.rend(); ++button) {
+        const bool isAbove = areInTwoRows && NeedsRow(*button->action);
+        LONG& at = isAbove ? leftAbove : left;
         const SIZE size = button->control.Size();
-        left -= size.cx;
-        button->control.MoveTo(left, band.bottom - size.cy);
-        left -= Scale(kGap);
+        at -= size.cx;
+        button->control.MoveTo(at, band.bottom - size.cy - (isAbove ? Scale(kHeight) : 0));
+        at -= Scale(kGap);
     }
     return left;
 }

@@ -1,6 +1,7 @@
 // The actions of a list as buttons below it and as items of its menu.
 #pragma once
 
+#include <cstddef>
 #include <deque>
 #include <span>
 
@@ -28,9 +29,10 @@ public:
     [[nodiscard]] const ListAction* Find(int id) const;
     [[nodiscard]] const ListAction* FindByKey(ListKey key) const;
 
-    // The height that the buttons need, in pixels of the screen; 0 without buttons.
-    [[nodiscard]] int Height() const;
-    // At the right end of the band; where the first of them begins.
+    // The height that the buttons need in a band of this width, in two rows where one has no room for them, in
+    // pixels of the screen; 0 without buttons.
+    [[nodiscard]] int Height(int width) const;
+    // At the right end of the band; where the first of the lowest row begins.
     LONG Place(const RECT& band) const;
     // list: gets the keyboard when its owner is a button that can no longer be pressed.
     void Enable(const PossibleActions& possible, HWND list) const;
@@ -38,6 +40,9 @@ public:
     void AddTo(CPopupMenu& menu, const Language& language, const PossibleActions& possible) const;
 
 private:
+    // Those that need a row above those that do not.
+    [[nodiscard]] bool AreInTwoRows(int width) const;
+
     struct ActionButton {
         const ListAction* action;
         CButton control{};

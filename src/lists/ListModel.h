@@ -14,6 +14,7 @@
 #include "config/DetailsSheet.h"
 #include "config/SkinTones.h"
 #include "config/Text.h"
+#include "dialogs/AddressTools.h"
 #include "dialogs/SaveWish.h"
 #include "lists/ListRows.h"
 #include "tree/CellMarks.h"
@@ -74,9 +75,11 @@ enum class ActionPlace : std::uint8_t {
 };
 
 enum class ActionRows : std::uint8_t {
-    None,     // works without a row
-    Focused,  // one row: that of the focus, or the one that was clicked
+    None,          // works without a row
+    Focused,       // one row: that of the focus, or the one that was clicked
+    FocusedIfAny,  // likewise where there is one that it can be done with; works without
     Selected,
+    SelectedOrAll,  // without a selection no rows: then all are meant
 };
 
 struct ListAction {
@@ -88,6 +91,10 @@ struct ListAction {
     // Nothing that the model does: the page shows ListModel::Details of the row.
     bool showsDetails = false;
 };
+// Whether it can only be done with a row.
+[[nodiscard]] constexpr bool NeedsRow(const ListAction& action) {
+    return action.rows == ActionRows::Focused || action.rows == ActionRows::Selected;
+}
 
 // A question that comes before an action; its other answer is "Cancel", which is the default.
 struct ListQuestion {
@@ -121,6 +128,8 @@ public:
     virtual void RowsCameFirst(int count) = 0;
     virtual void EmptyTextChanged() = 0;
     virtual void ChoicesChanged() = 0;
+    // The rows stay in this order, whatever was wished last: the search or the sort was stopped.
+    virtual void OrderKept(const RowOrder& order) = 0;
     virtual void ProgressChanged() = 0;
     virtual void SummaryChanged() = 0;
     // Calls ListModel::OnWake once, so much later. Instead of the call that is due now, if there is one.
@@ -140,6 +149,7 @@ public:
     // Opened by the shell, on a thread that nobody waits for: an address of the web, the folder of a file.
     virtual void OpenLink(const std::string& address) = 0;
     virtual void OpenFolderOf(const std::string& file) = 0;
+    virtual void OpenTool(AddressTool tool, const std::string& hostOrAddress) = 0;
     // A notice of the program itself, at the notification area.
     virtual void Tell(const std::string& title, const std::string& text) = 0;
 };
@@ -206,14 +216,14 @@ public:
     [[nodiscard]] virtual RowDetails Details(int /*row*/) const { return {}; }
     // In the order of buttons and menu.
     [[nodiscard]] virtual std::span<const ListAction> Actions() const { return {}; }
-    // Whether the action is offered for this row; what is not is grey.
+    // Whether the action is offered for this row, -1 where it needs none; what is not is grey.
     [[nodiscard]] virtual bool CanDo(int /*action*/, int /*row*/) const { return true; }
     // What the user is asked before; nothing: no question.
     [[nodiscard]] virtual std::optional<ListQuestion> Question(int /*action*/,
                                                                std::span<const int> /*rows*/) const {
         return std::nullopt;
     }
-    // As many rows as the action wants; at least one, unless it wants none.
+    // As many rows as the action wants; at least one, unless it needs none.
     virtual void Do(int /*action*/, std::span<const int> /*rows*/) {}
     // Ctrl+C for rows whose texts are not at hand. True: the model brings them to ListView::CopyText.
     virtual bool Copy(const RowRanges& /*rows*/) { return false; }

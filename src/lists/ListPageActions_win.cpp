@@ -20,7 +20,7 @@ bool IsHeld(int key) {
 }  // namespace
 
 bool ListPage::IsPossible(const ListAction& action) const {
-    if (action.rows == ActionRows::None) return m_model->CanDo(action.id, -1);
+    if (!NeedsRow(action)) return m_model->CanDo(action.id, -1);
     if (action.rows == ActionRows::Focused) {
         return FocusedRow() >= 0 && m_model->CanDo(action.id, SourceRowOf(FocusedRow()));
     }
@@ -63,9 +63,10 @@ void ListPage::SelectAll() {
 
 std::vector<int> ListPage::RowsOf(const ListAction& action) const {
     std::vector<int> rows;
+    if (action.rows == ActionRows::SelectedOrAll) return SelectedSourceRows();
     if (action.rows == ActionRows::Selected) {
         rows = SelectedSourceRows();
-    } else if (action.rows == ActionRows::Focused && FocusedRow() >= 0) {
+    } else if (action.rows != ActionRows::None && FocusedRow() >= 0) {
         rows.push_back(SourceRowOf(FocusedRow()));
     }
     std::erase_if(rows, [&](int row) { return !m_model->CanDo(action.id, row); });
@@ -76,7 +77,7 @@ void ListPage::DoAction(const ListAction& action) {
     if (!IsPossible(action)) return;
     if (action.showsDetails) return ShowDetails(FocusedRow());
     std::vector<int> rows = RowsOf(action);
-    const bool isForRows = action.rows != ActionRows::None;
+    const bool isForRows = NeedsRow(action);
     if (isForRows && rows.empty()) return;
     if (const auto question = m_model->Question(action.id, rows)) {
         std::unordered_set<std::string> asked;
@@ -159,7 +160,7 @@ void ListPage::RepaintRowsOf(const std::string& program) const {
 void ListPage::ShowSheet(const DetailsSheet& sheet) {
     const std::optional<HWND> owner = ModalOwner(::GetAncestor(Window(), GA_ROOT));
     if (!owner || m_sheet) return;
-    DetailsDialog dialog(m_context.fonts, m_context.language, sheet);
+    DetailsDialog dialog(m_context.fonts, m_context.language, m_context.owner, sheet);
     m_sheet = &dialog;
     dialog.Show(*owner);
     m_sheet = nullptr;

@@ -15,16 +15,20 @@ constexpr int kMostKeptRows = 1000;
 }  // namespace
 
 void ListPage::BeforeChange() {
-    m_selectedBefore.clear();
-    m_focusedBefore.reset();
-    m_firstBefore.reset();
+    m_selectedBefore = m_awaited.selected;
+    m_focusedBefore = m_awaited.focused;
+    m_wasFocusSeen = m_awaited.isFocusSeen;
+    m_firstBefore = m_awaited.first;
     const auto keyOf = [this](int row) { return m_model->Key(SourceRowOf(row)); };
     const auto count = m_list->SelectedRows().Count();
     m_wasAllSelected = count > 1 && count == RowCount();
     if (!m_wasAllSelected && count <= kMostKeptRows) {
         for (const int row : SelectedSourceRows()) m_selectedBefore.insert(m_model->Key(row));
     }
-    if (const int focused = FocusedRow(); focused >= 0) m_focusedBefore = keyOf(focused);
+    if (const int focused = FocusedRow(); focused >= 0) {
+        m_focusedBefore = keyOf(focused);
+        m_wasFocusSeen = IsInSight(focused);
+    }
     const int first = m_list->FirstVisibleRow();
     if (m_arrangesItself && first > 0 && first < RowCount()) m_firstBefore = keyOf(first);
 }
@@ -39,6 +43,7 @@ void ListPage::AfterChange(Change change) {
     }
     if (change == Change::Behind && m_arrangesItself) {
         m_list->Refresh();
+        SelectAwaited();
         ShowCount();
         OnSelectionChanged();
         return;
@@ -46,9 +51,6 @@ void ListPage::AfterChange(Change change) {
     m_list->SetHasLevels(m_model->RowCount() > 0 && m_model->Shape(0).hasChildren);
     Arrange();
     RestoreSelection();
-    if (m_arrangesItself && !std::exchange(m_hasNewOrder, false) && m_firstBefore) {
-        if (const int first = m_model->FindRow(*m_firstBefore); first >= 0) m_list->ScrollTo(first);
-    }
     OnSelectionChanged();
     if (!m_hasUserWidths) m_list->FitToContent();
     FindWantedRow();
@@ -61,21 +63,52 @@ void ListPage::RestoreSelection() {
     int focused = -1;
     if (m_wasAllSelected) rows.Add(0, RowCount() - 1);
     if (m_arrangesItself) {
-        std::vector<int> found;
-        for (const std::string& key : m_selectedBefore) {
-            if (const int row = m_model->FindRow(key); row >= 0) found.push_back(row);
-        }
-        std::sort(found.begin(), found.end());
-        for (const int row : found) rows.Add(row, row);
-        if (m_focusedBefore) focused = m_model->FindRow(*m_focusedBefore);
-    } else if (!m_selectedBefore.empty() || m_focusedBefore) {
-        for (int row = 0; row < RowCount(); ++row) {
-            const std::string key = m_model->Key(SourceRowOf(row));
-            if (m_selectedBefore.contains(key)) rows.Add(row, row);
-            if (focused < 0 && key == m_focusedBefore) focused = row;
-        }
+        m_list->SetSelection(std::move(rows), focused);
+        // In another order, what has the focus stays in sight, and not the place.
+        const bool isNewOrder = std::exchange(m_hasNewOrder, false) || m_awaited.isFocusSeen;
+        m_awaited = {.selected = m_selectedBefore,
+                     .focused = m_focusedBefore,
+                     .isFocusSeen = isNewOrder && m_wasFocusSeen,
+                     .first = isNewOrder ? std::nullopt : m_firstBefore};
+        return SelectAwaited();
+    }
+    for (int row = 0; row < RowCount() && (!m_selectedBefore.empty() || m_focusedBefore); ++row) {
+        const std::string key = m_model->Key(SourceRowOf(row));
+        if (m_selectedBefore.contains(key)) rows.Add(row, row);
+        if (focused < 0 && key == m_focusedBefore) focused = row;
     }
     m_list->SetSelection(std::move(rows), focused);
+}
+
+void ListPage::SelectAwaited() {
+    if (m_awaited.selected.empty() && !m_awaited.focused && !m_awaited.first) return;
+    RowRanges rows = m_list->SelectedRows();
+    std::erase_if(m_awaited.selected, [&](const std::string& key) {
+        const int row = m_model->FindRow(key);
+        if (row >= 0) rows.Add(row, row);
+        return row >= 0;
+    });
+    int focused = m_list->FocusedRow();
+    const int awaited = m_awaited.focused ? m_model->FindRow(*m_awaited.focused) : -1;
+    if (awaited >= 0) {
+        focused = awaited;
+        m_awaited.focused.reset();
+    }
+    m_list->SetSelection(std::move(rows), focused);
+    if (const int first = m_awaited.first ? m_model->FindRow(*m_awaited.first) : -1; first >= 0) {
+        m_list->ScrollTo(first);
+        // Further than what has come so far lets it, when more comes.
+        if (m_list->FirstVisibleRow() == first) m_awaited.first.reset();
+    } else if (awaited >= 0 && std::exchange(m_awaited.isFocusSeen, false)) {
+        m_list->EnsureVisible(awaited);
+    }
+}
+
+void ListPage::OrderKept(const RowOrder& order) {
+    m_order = order;
+    m_list->SetSortMark(m_order.column, m_order.isAscending);
+    if (m_search.Text() != m_order.searched) m_search.SetText(m_order.searched);  // EN_CHANGE: wished once more
+    m_hasNewOrder = false;
 }
 
 void ListPage::RowsCameFirst(int count) {

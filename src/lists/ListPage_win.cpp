@@ -51,7 +51,10 @@ void ListPage::OnCreateContent() {
     events.refreshWanted = [this] { Reload(); };
     events.findWanted = [this] { OnFind(); };
     events.copyWanted = [this] { return CopyByModel(); };
-    events.selectionChanged = [this] { OnSelectionChanged(); };
+    events.selectionChanged = [this] {
+        m_awaited = {};
+        OnSelectionChanged();
+    };
     events.cellClicked = [this](int row, int column) { return ClickCell(row, column); };
     if (m_actions.FindByKey(ListKey::Enter)) events.opened = [this](int) { (void)PressKey(ListKey::Enter); };
     m_list->keyPressed = [this](ListKey key) { return PressKey(key); };
@@ -76,7 +79,9 @@ void ListPage::OnPlaceContent(const RECT& place) {
     m_search.Place({place.right - Scale(kSearchWidth), searchTop, place.right, searchTop + Scale(kSearchHeight)});
     // It reaches into the page's margin.
     const LONG bottom = place.bottom + Scale(kBelow);
-    const RECT footer{place.left, bottom - std::max(Scale(kCountHeight), m_actions.Height()), place.right, bottom};
+    const RECT footer{place.left,
+                      bottom - std::max(Scale(kCountHeight), m_actions.Height(place.right - place.left)),
+                      place.right, bottom};
     m_choices.Place({place.left, place.top, place.right, place.top + m_choices.Height()});
     m_list->Place({place.left, place.top + m_choices.Height(), place.right, footer.top});
     // Beside the buttons, not below them: a new count would paint over those that stay as they are.
@@ -135,7 +140,9 @@ void ListPage::OnFind() {
 }
 
 void ListPage::ProgressChanged() {
-    m_choices.ShowProgress(m_model->Progress());
+    const auto progress = m_model->Progress();
+    if (!progress) m_awaited = {};
+    m_choices.ShowProgress(progress);
     OnSelectionChanged();  // some actions wait for the end
 }
 

@@ -69,6 +69,7 @@ private:
     void RowsCameFirst(int count) override;
     void EmptyTextChanged() override { ShowEmptyText(); }
     void ChoicesChanged() override { m_choices.Show(m_model->Choices()); }
+    void OrderKept(const RowOrder& order) override;
     void ProgressChanged() override;
     void SummaryChanged() override { SetLine(m_model->Summary().value_or("")); }
     void WakeIn(std::chrono::milliseconds time) override;
@@ -80,6 +81,9 @@ private:
     void CopyText(const std::string& text) override;
     void OpenLink(const std::string& address) override { Programs().OpenLink(address); }
     void OpenFolderOf(const std::string& file) override { Programs().OpenFolderOf(file); }
+    void OpenTool(AddressTool tool, const std::string& hostOrAddress) override {
+        m_context.owner.OpenTool(tool, hostOrAddress);
+    }
     void Tell(const std::string& title, const std::string& text) override { m_context.owner.Notify(title, text); }
 
     // Rows as they are shown; the model's numbers are those of source rows. They are the same when the model
@@ -108,6 +112,8 @@ private:
     void Arrange();
     void ShowCount();
     void RestoreSelection();
+    // Those of the awaited rows that are there now.
+    void SelectAwaited();
     void FindWantedRow();
     // The same rows in the order that is wanted now.
     void Rearrange();
@@ -152,6 +158,14 @@ private:
     bool m_wasAllSelected = false;
     std::optional<std::string> m_focusedBefore;
     std::optional<std::string> m_firstBefore;  // in sight; none when it is the first of all
+    bool m_wasFocusSeen = false;
+    // What of it has not come yet, of rows that come piece by piece: until all have, or the user selects others.
+    struct Awaited {
+        std::unordered_set<std::string> selected;
+        std::optional<std::string> focused;
+        bool isFocusSeen = false;          // it has to be in sight then
+        std::optional<std::string> first;  // in sight
+    } m_awaited;
 
     DetailsDialog* m_sheet = nullptr;          // while it is open
     std::uint64_t m_detailsAsked = 0;          // only the last answer is shown

@@ -3,11 +3,12 @@
 
 #include <string>
 
+#include "dialogs/AddressTools.h"
+
 namespace brennvar {
 
-class PageOwner {
+class PageOwner : public AddressTools {
 public:
-    virtual ~PageOwner() = default;
     // Opens the page of this command when the handler that asks is over, and shows the row with this key there as
     // soon as the page has it.
     virtual void OpenPageAt(int command, const std::string& key) = 0;

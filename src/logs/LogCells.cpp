@@ -1,44 +1,8 @@
 #include "logs/LogCells.h"
 
-#include <algorithm>
-#include <charconv>
+#include "base/Endpoint.h"
 
 namespace brennvar {
-namespace {
-
-// The decimal digits of all numbers that a byte can hold, since a log list is made of little else.
-struct ByteDigits {
-    char digits[3];
-    std::uint8_t size;
-};
-constexpr std::array<ByteDigits, 256> kBytes = [] {
-    std::array<ByteDigits, 256> all{};
-    for (unsigned n = 0; n < all.size(); ++n) {
-        ByteDigits& one = all[n];
-        if (n >= 100) one.digits[one.size++] = static_cast<char>('0' + n / 100);
-        if (n >= 10) one.digits[one.size++] = static_cast<char>('0' + n / 10 % 10);
-        one.digits[one.size++] = static_cast<char>('0' + n % 10);
-    }
-    return all;
-}();
-
-char* PutByte(char* at, unsigned number) {
-    const ByteDigits& digits = kBytes[number & 0xFFU];
-    at[0] = digits.digits[0];  // three at any rate: what is too much is written over
-    at[1] = digits.digits[1];
-    at[2] = digits.digits[2];
-    return at + digits.size;
-}
-
-char* PutEndpoint(char* at, Ipv4 address, std::uint32_t port) {
-    for (unsigned shift = 0; shift < 32; shift += 8) {
-        at = PutByte(at, address >> shift);
-        *at++ = shift < 24 ? '.' : ':';
-    }
-    return PutNumber(at, port);
-}
-
-}  // namespace
 
 Tone ToneOf(LogAction action) {
     switch (action) {
@@ -58,11 +22,6 @@ LogTexts::LogTexts(const Language& language)
       path(language.GetText(1026, "Path")),
       bytes(language.GetText(1433, "bytes")) {}
 
-char* PutNumber(char* at, std::uint32_t number) {
-    constexpr std::size_t kMostDigits = 10;  // 4294967295
-    return std::to_chars(at, at + kMostDigits, number).ptr;
-}
-
 char* PutTime(char* at, const LogEntry& entry) {
     const std::uint32_t second = SecondOfDay(entry.hour, entry.minute, entry.second);
     for (const std::uint32_t part : {second / 3600, second / 60 % 60, second % 60}) {
@@ -74,9 +33,7 @@ char* PutTime(char* at, const LogEntry& entry) {
 }
 
 char* PutAddresses(char* at, const LogEntry& entry) {
-    constexpr std::size_t kEndpointSize = 15 + 1 + 10;  // address, colon, port
-    constexpr std::size_t kAhead = 2;                   // PutByte writes over what follows
-    static_assert(2 * kEndpointSize + sizeof " -> " + kAhead <= kAddressesRoom);
+    static_assert(2 * kEndpointRoom + sizeof " -> " <= kAddressesRoom);
     at = PutEndpoint(at, entry.localAddress, entry.localPort);
     *at++ = ' ';
     *at++ = entry.isOutgoing ? '-' : '<';

@@ -40,7 +40,6 @@ inline constexpr std::size_t kTimeSize = 8;
 inline constexpr std::size_t kAddressesRoom = 64;
 [[nodiscard]] char* PutTime(char* at, const LogEntry& entry);
 [[nodiscard]] char* PutAddresses(char* at, const LogEntry& entry);
-[[nodiscard]] char* PutNumber(char* at, std::uint32_t number);  // 10 characters
 // "14:02:11"; "00:00:00" for what is no time of day.
 void AppendTime(std::string& text, const LogEntry& entry);
 // "a.b.c.d:port -> a.b.c.d:port", "<-" when incoming.

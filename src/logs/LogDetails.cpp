@@ -100,7 +100,10 @@ DetailsSheet DescribeLogRecord(const TrafficLogRecord& record, const LogNames& n
     AddWhenThere(group, language.GetText(1510, "Rule or event:"), TextOf(record.shortText));
     if (event.hasAddresses || !event.path.empty()) AddProcess(group, event, language);
     sheet.groups.push_back(std::move(group));
-    if (event.hasAddresses) sheet.groups.push_back(AddressGroup(event, names, language));
+    if (event.hasAddresses) {
+        sheet.address = event.remoteAddress;
+        sheet.groups.push_back(AddressGroup(event, names, language));
+    }
     DetailsGroup further{language.GetText(1509, "Further data"), {}};
     AddWhenThere(further, language.GetText(1511, "First text:"), TextOf(record.text1));
     AddWhenThere(further, language.GetText(1512, "Second text:"), TextOf(record.text2));
@@ -114,6 +117,7 @@ DetailsSheet DescribePacket(const PacketLogHeader& header, std::span<const std::
     const LogEntry event = EntryOf(header);
     DetailsSheet sheet;
     sheet.title = language.GetText(1500, "Packet data");
+    sheet.address = event.remoteAddress;
     DetailsGroup group = EventGroup(event, header.protocol, language);
     AddProcess(group, event, language);
     group.lines.push_back({language.GetText(1513, "Value:"), ValueText(header.value)});

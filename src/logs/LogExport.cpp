@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "base/DisplayName.h"
+#include "base/Endpoint.h"
 #include "logs/PieceWriter.h"
 
 namespace brennvar {

@@ -8,11 +8,11 @@
 #include <string>
 #include <vector>
 
+#include "base/NewFile.h"
 #include "base/StopSignal.h"
 #include "config/CodePage.h"
 #include "logs/LogCells.h"
 #include "logs/LogListing.h"
-#include "logs/NewFile.h"
 
 namespace brennvar {
 

@@ -7,7 +7,7 @@
 #include <thread>
 #include <vector>
 
-#include "logs/NewFile.h"
+#include "base/NewFile.h"
 
 namespace brennvar {
 

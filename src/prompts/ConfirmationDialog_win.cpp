@@ -1,6 +1,8 @@
 #include "prompts/ConfirmationDialog_win.h"
 
 #include "config/ResourceIds.h"
+#include "config/Resources_win.h"
+#include "dialogs/AddressMenu_win.h"
 
 namespace brennvar {
 namespace {
@@ -9,8 +11,12 @@ constexpr int kPathGap = 8;  // below the path, at 96 pixels per inch
 
 }  // namespace
 
-ConfirmationDialog::ConfirmationDialog(const CFonts& fonts, const PromptQuestion& question)
-    : QuestionDialog(fonts, ContentOf(question)) {}
+ConfirmationDialog::ConfirmationDialog(const CFonts& fonts, AddressTools& tools, const PromptQuestion& question)
+    : QuestionDialog(fonts, ContentOf(question)), m_tools(tools), m_address(question.address) {}
+
+void ConfirmationDialog::OnLink(HWND link) {
+    OpenToolFromMenu(link, m_address, m_tools, OpenLanguage(), GetLook());
+}
 
 QuestionDialog::Content ConfirmationDialog::ContentOf(const PromptQuestion& question) {
     return {.caption = question.caption,
@@ -29,7 +35,8 @@ QuestionDialog::Content ConfirmationDialog::ContentOf(const PromptQuestion& ques
             .tickText = question.rememberText,
             .whyNoTick = question.whyNotRemembered,
             .allowText = question.allowButton,
-            .denyText = question.denyButton};
+            .denyText = question.denyButton,
+            .linkText = question.addressLink};
 }
 
 }  // namespace brennvar

@@ -29,8 +29,9 @@ ConnectionPrompt::~ConnectionPrompt() {
     Stop();
 }
 
-void ConnectionPrompt::Tick(HWND owner) {
+void ConnectionPrompt::Tick(HWND owner, AddressTools& tools) {
     m_owner = owner;
+    m_tools = &tools;
     for (TaskThread* const thread : {&m_deciding, &m_programs, &m_connection, &m_delivering}) {
         thread->RunCompletions();
     }
@@ -49,7 +50,7 @@ bool ConnectionPrompt::IsReadyToAsk() {
 }
 
 PromptAnswer ConnectionPrompt::Ask(const PromptQuestion& question) {
-    return ConfirmationDialog(m_fonts, question).Ask(m_owner);
+    return ConfirmationDialog(m_fonts, *m_tools, question).Ask(m_owner);
 }
 
 }  // namespace brennvar

@@ -7,6 +7,7 @@
 #include "base/Clock.h"
 #include "base/SystemClock.h"
 #include "base/TaskThread.h"
+#include "dialogs/AddressTools.h"
 #include "ipc/Device.h"
 #include "ipc/Pipe_win.h"
 #include "prompts/AnswerDelivery.h"
@@ -28,8 +29,8 @@ public:
     ~ConnectionPrompt() override;
 
     // Every 100 ms, and whenever wake says so. Returns at once, unless it asks the user: owner takes no input
-    // meanwhile, and messages, further ticks among them, go on.
-    void Tick(HWND owner);
+    // meanwhile, and messages, further ticks among them, go on. The tools are those that a question offers.
+    void Tick(HWND owner, AddressTools& tools);
     // A question is looked up or on screen, and the driver waits for its answer.
     [[nodiscard]] bool IsBusy() const { return m_questions.IsBusy(); }
     // Gives an answer that is under way a moment to arrive and cuts every other wait short. Further ticks do
@@ -42,6 +43,7 @@ private:
 
     const CFonts& m_fonts;
     HWND m_owner = nullptr;  // of the latest tick
+    AddressTools* m_tools = nullptr;
     // Before what they use: that exists until the last of them has stopped.
     TaskThread m_deciding;
     TaskThread m_programs;

@@ -4,6 +4,8 @@
 #include <memory>
 #include <string>
 
+#include "base/Ipv4.h"
+
 namespace brennvar {
 
 struct QuestionIcon;  // QuestionIcon_win.h; pictures are known on Windows only
@@ -20,6 +22,7 @@ struct PromptQuestion {
     std::string remoteHost;                    // from the DNS log, at most 40 characters
     std::string localAddress;                  // "a.b.c.d:port", without ":port" when there is none
     std::string remoteAddress;                 // likewise
+    Ipv4 address = 0;                          // the same for the network tools; 0: not known
     std::string service;                       // what the remote port stands for
     std::string protocol;                      // "ICMP", "TCP", "UDP" or a number
     PromptAdvice adviceKind = PromptAdvice::None;
@@ -40,6 +43,7 @@ struct PromptQuestion {
     std::string caption;
     std::string allowButton;
     std::string denyButton;
+    std::string addressLink;   // opens the tools for the address; empty: there is none
     std::string rememberText;  // three lines
     // Why the answer cannot be remembered; empty: it can.
     std::string whyNotRemembered;

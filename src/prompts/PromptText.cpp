@@ -51,6 +51,7 @@ void FillFacts(PromptQuestion& question, const PromptFacts& facts, const Languag
         question.icon = facts.icon;
         question.localAddress = EndpointText(facts.localAddress, facts.localPort);
         question.remoteAddress = EndpointText(facts.remoteAddress, facts.remotePort);
+        question.address = facts.remoteAddress;
     } else {
         question.path = language.GetText(1401, "It could not be found out which program this is.");
         question.displayName = language.GetText(1115, "Unknown name");
@@ -75,6 +76,7 @@ void FillWords(PromptQuestion& question, const Language& language) {
     question.caption = language.GetText(444, "Confirm network connection");
     question.allowButton = language.GetText(445, "Yes");
     question.denyButton = language.GetText(446, "No");
+    if (question.address != 0) question.addressLink = language.GetText(1722, "&Address...");
     question.rememberText = language.GetText(447, "Remember my answer") + "\n" +
                             language.GetText(448, "and do not ask me next time") + "\n" +
                             language.GetText(449, "for this application.");

@@ -30,6 +30,7 @@ constexpr int kTickIndent = 24;  // where the text beside the box begins
 constexpr int kButtonsGap = 16;  // above the buttons
 constexpr int kButtonGap = 8;    // between them
 constexpr int kLabelGap = 16;
+constexpr int kLinkGap = 12;  // left of the link
 // The advice: a light pill with a dot, a shape and a word. Its colours are the same in every skin.
 constexpr COLORREF kAllowColour = RGB(46, 158, 91);
 constexpr COLORREF kDenyColour = RGB(165, 14, 44);
@@ -115,7 +116,7 @@ void QuestionDialog::OnEnded() {
 
 void QuestionDialog::OnInitDialog() {
     CSkinDialog::OnInitDialog();
-    m_stand.Begin(Window(), m_owner, {IDC_ALLOW, IDC_DENY, IDCANCEL});
+    m_stand.Begin(Window(), m_owner, {IDC_ALLOW, IDC_DENY, IDCANCEL, IDC_QUESTION_LINK});
 }
 
 void QuestionDialog::OnCreateContent() {
@@ -131,11 +132,14 @@ void QuestionDialog::AdoptControls() {
         m_heading.emplace_back().Adopt(Item(line.id), line.kind, GetLook());
         ::ShowWindow(Item(line.id), SW_SHOWNA);  // the template has lines that not every question needs
     }
+    ::SetDlgItemTextA(Window(), IDC_QUESTION_LINK, m_content.linkText.c_str());
     ::SetDlgItemTextA(Window(), IDC_MESSAGE_TEXT, m_content.message.c_str());
     ::SetDlgItemTextA(Window(), IDC_REMEMBER, m_content.tickText.c_str());
     ::SetDlgItemTextA(Window(), IDC_WHY_NOT_REMEMBERED, m_content.whyNoTick.c_str());
     ::SetDlgItemTextA(Window(), IDC_ALLOW, m_content.allowText.c_str());
     ::SetDlgItemTextA(Window(), IDC_DENY, m_content.denyText.c_str());
+    m_link.Adopt(Item(IDC_QUESTION_LINK), GetLook());
+    ::ShowWindow(m_link.Window(), m_content.linkText.empty() ? SW_HIDE : SW_SHOWNA);
     m_tickBox.Adopt(Item(IDC_REMEMBER), GetLook());
     ::EnableWindow(m_tickBox.Window(), m_content.whyNoTick.empty());
     m_whyNoTick.Adopt(Item(IDC_WHY_NOT_REMEMBERED), LabelKind::Quiet, GetLook());
@@ -151,7 +155,12 @@ int QuestionDialog::PlaceHeading(bool measuresOnly) {
         const Heading& line = m_content.heading[index];
         const int height = Scale(line.kind == LabelKind::Title ? kFactHeight : kLineHeight);
         if (!measuresOnly) {
-            m_heading[index].Place({content.left + Scale(kTextLeft), top, content.right, top + height});
+            RECT place{content.left + Scale(kTextLeft), top, content.right, top + height};
+            if (index + 1 == m_content.heading.size() && !m_content.linkText.empty()) {
+                m_link.Place({place.right - m_link.Width(), place.top, place.right, place.bottom});
+                place.right -= m_link.Width() + Scale(kLinkGap);
+            }
+            m_heading[index].Place(place);
         }
         top += height + Scale(line.gapBelow);
     }
@@ -200,6 +209,7 @@ void QuestionDialog::OnCommand(int id, int notification) {
     if (notification != BN_CLICKED) return;
     if (id == IDC_ALLOW) Answer(IDYES);
     if (id == IDC_DENY) Answer(IDNO);
+    if (id == IDC_QUESTION_LINK && m_stand.ButtonsWork()) OnLink(m_link.Window());
 }
 
 void QuestionDialog::Answer(int result) {

@@ -14,6 +14,7 @@
 #include "controls/Button_win.h"
 #include "controls/CheckBox_win.h"
 #include "controls/Label_win.h"
+#include "controls/Link_win.h"
 #include "dialogs/SkinDialog_win.h"
 #include "prompts/PromptQuestion.h"
 #include "prompts/QuestionStand_win.h"
@@ -59,9 +60,13 @@ protected:
         std::string whyNoTick;  // the box cannot be ticked for this reason; empty: it can
         std::string allowText;
         std::string denyText;
+        std::string linkText{};  // at the right of the last line of the heading; empty: there is no link
     };
     // The fonts are borrowed for the life of the dialog.
     QuestionDialog(const CFonts& fonts, Content content);
+
+    // The link was pressed, which counts only once the buttons work. The question stands on.
+    virtual void OnLink(HWND /*link*/) {}
 
 private:
     void OnInitDialog() final;
@@ -87,6 +92,7 @@ private:
     HWND m_owner = nullptr;
     UniqueIcon m_plainIcon;
     std::deque<CLabel> m_heading;
+    CLink m_link;
     CCheckBox m_tickBox;
     CLabel m_whyNoTick;
     CButton m_allow;

@@ -102,8 +102,9 @@ void QuestionStand::OnTimer(UINT_PTR id) {
 void QuestionStand::KeepInSight() {
     GUITHREADINFO state{};
     state.cbSize = sizeof(state);
-    const bool isMoved = ::GetGUIThreadInfo(::GetCurrentThreadId(), &state) && (state.flags & GUI_INMOVESIZE) != 0;
-    if (isMoved) return;
+    // A question that is moved stays where the mouse is, and one that is raised would cover a menu.
+    constexpr DWORD kHeld = GUI_INMOVESIZE | GUI_INMENUMODE | GUI_POPUPMENUMODE | GUI_SYSTEMMENUMODE;
+    if (::GetGUIThreadInfo(::GetCurrentThreadId(), &state) && (state.flags & kHeld) != 0) return;
     KeepInWorkArea();
     const Surroundings now{.foreground = ::GetForegroundWindow(),
                            .isOwnerVisible = m_owner && ::IsWindowVisible(m_owner),

@@ -45,15 +45,15 @@ private:
     std::string_view m_path;
 };
 
-ApplicationState StateOf(RuleAction action) {
+}  // namespace
+
+ApplicationState StateOfAction(RuleAction action) {
     switch (action) {
         case RuleAction::Deny: return ApplicationState::Deny;
         case RuleAction::Allow: return ApplicationState::Allow;
         default: return ApplicationState::Ask;  // 0 and whatever the service may yet invent
     }
 }
-
-}  // namespace
 
 std::optional<RecordFile> RulesFileOpen(const std::string& rulesFile, Clock& clock) {
     return RecordFile::OpenShared(rulesFile, clock);
@@ -83,7 +83,7 @@ std::vector<ApplicationRow> LoadApplicationRules(const std::string& rulesFile, C
     rows.reserve(records.size());
     for (const ApplicationState group : {ApplicationState::Deny, ApplicationState::Allow, ApplicationState::Ask}) {
         for (const ApplicationRuleRecord& record : records) {
-            if (StateOf(record.action) != group) continue;
+            if (StateOfAction(record.action) != group) continue;
             const std::string_view path = TextOf(record.path);
             rows.push_back({FileNameOf(path), std::string(path), group});
         }

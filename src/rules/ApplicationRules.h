@@ -24,6 +24,8 @@ namespace brennvar {
 
 // How the Applications view codes an action; the file's coding is another one.
 enum class ApplicationState : std::uint32_t { Deny = 0, Allow = 1, Ask = 2 };
+// Of an action of the file; Ask for every one that is not known.
+[[nodiscard]] ApplicationState StateOfAction(RuleAction action);
 
 // One row of the Applications view.
 struct ApplicationRow {

@@ -7,8 +7,12 @@ namespace brennvar {
 
 bool COutputList::Create(HWND parent, int id, const Look& look, std::string emptyText) {
     const TreeColumn columns[] = {{.title = {}, .takesRoom = true}};
-    const TreeSetup setup{
-        .parent = parent, .id = id, .selectsMany = true, .isZebra = false, .emptyText = std::move(emptyText)};
+    const TreeSetup setup{.parent = parent,
+                          .id = id,
+                          .selectsMany = true,
+                          .isZebra = false,
+                          .hasFixedLetters = true,
+                          .emptyText = std::move(emptyText)};
     return m_tree.Create(setup, look, columns, *this);
 }
 
@@ -46,6 +50,26 @@ void COutputList::AppendLine(std::string text, std::optional<COLORREF> colour) {
 void COutputList::Clear() {
     m_lines.clear();
     m_tree.Refresh();
+}
+
+void COutputList::SelectAll() {
+    if (m_lines.empty()) return;
+    RowRanges all;
+    all.Add(0, RowCount() - 1);
+    m_tree.SetSelection(std::move(all), std::max(0, m_tree.FocusedRow()));
+}
+
+std::string COutputList::SelectedText() const {
+    std::string text;
+    for (const RowRanges::Range& range : m_tree.SelectedRows().Ranges()) {
+        const int last = std::min(range.last, RowCount() - 1);
+        for (int row = range.first; row <= last; ++row) text += LineText(row) + "\r\n";
+    }
+    return text;
+}
+
+std::string COutputList::LineText(int row) const {
+    return row >= 0 && row < RowCount() ? m_lines[static_cast<std::size_t>(row)].text : std::string();
 }
 
 std::string COutputList::Text() const {

@@ -1,5 +1,5 @@
-// Lines of text that come one after the other: what a tool prints, what is logged. Keeps the last ones and shows
-// the newest, unless the user has scrolled up to read.
+// Lines of text in letters of one width that come one after the other: what a tool prints, what is logged. Keeps
+// the last ones and shows the newest, unless the user has scrolled up to read.
 #pragma once
 
 #include <cstddef>
@@ -22,6 +22,15 @@ public:
     // A text of several lines becomes as many rows.
     void Append(const std::string& text, std::optional<COLORREF> colour = std::nullopt);
     void Clear();
+
+    // What the user does with the lines, for the owner to set.
+    [[nodiscard]] TreeEvents& Events() { return m_tree.events; }
+    [[nodiscard]] bool HasSelection() const { return m_tree.SelectedRow() >= 0; }
+    void SelectAll();
+    // The lines that are selected, each with an end of line.
+    [[nodiscard]] std::string SelectedText() const;
+    // Empty for a row that does not exist.
+    [[nodiscard]] std::string LineText(int row) const;
 
     [[nodiscard]] HWND Window() const { return m_tree.Window(); }
     void Place(const RECT& place) const { m_tree.Place(place); }

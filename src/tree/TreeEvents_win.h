@@ -14,7 +14,8 @@ struct TreeSetup {
     bool selectsMany = false;
     bool hasLevels = false;  // rows may have children: the first column has room for their expand marks
     bool isZebra = true;
-    std::string emptyText{};  // why there are no rows and what to do about it
+    bool hasFixedLetters = false;  // all of one width, for texts that are set out with blanks
+    std::string emptyText{};       // why there are no rows and what to do about it
 };
 
 // What the user did. Each may be empty. The tree is in order before one is called: it may refresh the tree or show

@@ -59,7 +59,7 @@ void DrawTriangle(HDC dc, const RECT& place, int half, bool isSideways, bool isR
 
 }  // namespace
 
-TreePainter::TreePainter(const Look& look)
+TreePainter::TreePainter(const Look& look, bool hasFixedLetters)
     : m_colours(look.colours),
       m_lineLeft(look.skin.GetSkinColor("GRADIENT_LEFT", 72, 188, 3)),
       m_lineRight(look.skin.GetSkinColor("GRADIENT_RIGHT", 255, 181, 106)),
@@ -67,7 +67,7 @@ TreePainter::TreePainter(const Look& look)
       m_isDark(IsDark(look.colours.list)),
       m_pill(PillColour(look.skin)),
       m_check(CSkinImage::Load(look.skin.GetSkinImagePath("CHECK_BUTTON_LIST", "check_button_list.png"))) {
-    m_text.SetFont(look.fonts.Text());
+    m_text.SetFont(hasFixedLetters ? look.fonts.Fixed() : look.fonts.Text());
     for (std::size_t tone = 0; tone < m_tones.size(); ++tone) {
         m_tones[tone] = ToneColour(look.skin, static_cast<Tone>(tone));
     }

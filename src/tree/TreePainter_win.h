@@ -24,7 +24,7 @@ struct CellPlaces {
 class TreePainter {
 public:
     // Borrows the look's fonts.
-    explicit TreePainter(const Look& look);
+    TreePainter(const Look& look, bool hasFixedLetters);
 
     [[nodiscard]] const Palette& Colours() const { return m_colours; }
     [[nodiscard]] HFONT Font() const { return m_text.Font(); }

@@ -13,7 +13,7 @@ void TreeState::Begin(const TreeSetup& setup, const Look& look, std::span<const 
     m_setup = setup;
     m_source.Set(rows);
     m_places.SetColumns(columns, setup.hasLevels);
-    m_painter = std::make_unique<TreePainter>(look);
+    m_painter = std::make_unique<TreePainter>(look, setup.hasFixedLetters);
     m_tip.Begin(look, *m_painter);
     m_selection.SetMode(setup.selectsMany ? RowSelection::Mode::Multiple : RowSelection::Mode::Single);
 }

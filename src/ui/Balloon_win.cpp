@@ -53,13 +53,6 @@ UniqueRegion Outline(const BalloonPlace& place, int length) {
     return region;
 }
 
-UniqueFont Underlined(HFONT font) {
-    LOGFONTA description{};
-    ::GetObjectA(font, sizeof(description), &description);
-    description.lfUnderline = TRUE;
-    return UniqueFont(::CreateFontIndirectA(&description));
-}
-
 }  // namespace
 
 bool CBalloon::ShowFor(HWND control, const BalloonTexts& texts, BalloonOptions options) {

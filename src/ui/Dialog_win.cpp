@@ -105,6 +105,7 @@ INT_PTR CDialog::DoModal(HWND owner, int templateId, Appearance appearance) {
 }
 
 bool CDialog::Open(HWND owner, int templateId, Appearance appearance) {
+    if (m_window) ::DestroyWindow(m_window);  // of the last time: it was only hidden when it ended
     m_isOpen = true;
     s_openDialogs.push_back(this);
     if (ShowNow(owner, templateId, appearance) && m_window) return true;
@@ -157,7 +158,9 @@ bool CDialog::HandleLoopMessage(MSG& message) {
         const HWND window = dialog->m_window;
         return window && (message.hwnd == window || ::IsChild(window, message.hwnd));
     });
-    return at != s_openDialogs.end() && ::IsDialogMessageA((*at)->m_window, &message);
+    if (at == s_openDialogs.end()) return false;
+    CDialog* const dialog = *at;
+    return dialog->OnLoopMessage(message) || (dialog->m_window && ::IsDialogMessageA(dialog->m_window, &message));
 }
 
 void CDialog::End(INT_PTR result) {

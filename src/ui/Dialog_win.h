@@ -64,7 +64,8 @@ protected:
     virtual bool OnEraseBackground(HDC dc);
     // Every other message; a value is its result, nothing leaves it to Windows.
     virtual std::optional<LRESULT> OnMessage(UINT message, WPARAM wParam, LPARAM lParam);
-    // DoModal only: each message of this dialog's windows before its own keyboard handling. True: it is dealt with.
+    // DoModal and Open: each message of this dialog's windows before its own keyboard handling. True: it is dealt
+    // with.
     virtual bool OnLoopMessage(const MSG& message);
 
 private:

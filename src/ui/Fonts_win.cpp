@@ -37,6 +37,13 @@ CFonts::CFonts(BYTE charset, const char* face)
       m_title(MakeFont(kTitleHeight, FW_BOLD, charset, face)),
       m_fixed(MakeFont(kTextHeight, FW_NORMAL, charset, kFixedFace, FIXED_PITCH | FF_MODERN)) {}
 
+UniqueFont Underlined(HFONT font) {
+    LOGFONTA description{};
+    ::GetObjectA(font, sizeof(description), &description);
+    description.lfUnderline = TRUE;
+    return UniqueFont(::CreateFontIndirectA(&description));
+}
+
 void SetControlFont(HWND control, HFONT font) {
     ::SendMessageA(control, WM_SETFONT, reinterpret_cast<WPARAM>(font), FALSE);
 }

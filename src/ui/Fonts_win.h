@@ -26,6 +26,9 @@ private:
     UniqueFont m_fixed;
 };
 
+// The same font with a line below the letters, as links have it.
+[[nodiscard]] UniqueFont Underlined(HFONT font);
+
 // Gives a font to a control without painting it yet.
 void SetControlFont(HWND control, HFONT font);
 

@@ -1,12 +1,19 @@
 #include "views/AddressActions.h"
 
+#include <optional>
+
 namespace brennvar {
 namespace {
 
 constexpr std::string_view kLocatePage = "https://www.brennvar.example/locate/index.php?ip=";
 
-bool IsAddressAction(int action) {
-    return action == kLocateAction.id;
+std::optional<AddressTool> ToolOf(int action) {
+    switch (action) {
+        case IDC_ADDRESS_TRACE_ROUTE: return AddressTool::TraceRoute;
+        case IDC_ADDRESS_WHOIS: return AddressTool::WhoIs;
+        case IDC_ADDRESS_LOCATE: return AddressTool::Locate;
+        default: return std::nullopt;
+    }
 }
 
 // Without regard to the locale, which knows more letters.
@@ -32,17 +39,26 @@ std::string UrlEncodeAddress(std::string_view text) {
     return encoded;
 }
 
-std::string LocateAddress(Ipv4 address) {
-    return std::string(kLocatePage) + UrlEncodeAddress(FormatIpv4(address));
+std::string LocateAddress(std::string_view address) {
+    return std::string(kLocatePage) + UrlEncodeAddress(address);
+}
+
+bool IsAddressAction(int action) {
+    return ToolOf(action).has_value();
 }
 
 bool CanDoAddressAction(int action, Ipv4 address) {
-    return IsAddressAction(action) && address != 0;
+    return ToolOf(action) && address != 0;
 }
 
 bool DoAddressAction(int action, Ipv4 address, ListView& view) {
-    if (!IsAddressAction(action)) return false;
-    if (address != 0) view.OpenLink(LocateAddress(address));
+    const std::optional<AddressTool> tool = ToolOf(action);
+    if (!tool) return false;
+    if (*tool != AddressTool::Locate) {
+        view.OpenTool(*tool, address != 0 ? FormatIpv4(address) : std::string());
+    } else if (address != 0) {
+        view.OpenLink(LocateAddress(FormatIpv4(address)));
+    }
     return true;
 }
 

@@ -1,5 +1,6 @@
 // What can be done with an address in a list, wherever it stands: rows of the Connections page and of the Traffic
 // Log. A tool that asks others about an address becomes one more action here, and is then on both pages.
+// (dialogs/AddressTools.h is the way from anywhere else.)
 #pragma once
 
 #include <string>
@@ -15,15 +16,25 @@ namespace brennvar {
 // "192%2E168%2E0%2E1".
 [[nodiscard]] std::string UrlEncodeAddress(std::string_view text);
 // The page of the web that tells where the address is.
-[[nodiscard]] std::string LocateAddress(Ipv4 address);
+[[nodiscard]] std::string LocateAddress(std::string_view address);
 
 // For a model's table of actions.
+inline constexpr ListAction kTraceRouteAction{IDC_ADDRESS_TRACE_ROUTE, Text{1744, "&Trace route"},
+                                              ActionPlace::Menu, ActionRows::Focused};
+inline constexpr ListAction kWhoIsAction{IDC_ADDRESS_WHOIS, Text{1745, "&Who is it?"}, ActionPlace::Menu,
+                                         ActionRows::Focused};
+// The tools as buttons, which work without a row as well: the user then types what they are to ask about.
+inline constexpr ListAction kTraceRouteButton{IDC_ADDRESS_TRACE_ROUTE, Text{1720, "Trace route..."},
+                                              ActionPlace::ButtonAndMenu, ActionRows::FocusedIfAny};
+inline constexpr ListAction kWhoIsButton{IDC_ADDRESS_WHOIS, Text{1721, "Who is it..."}, ActionPlace::ButtonAndMenu,
+                                         ActionRows::FocusedIfAny};
 inline constexpr ListAction kLocateAction{IDC_ADDRESS_LOCATE, Text{1672, "&Locate in browser"}, ActionPlace::Menu,
                                           ActionRows::Focused};
 
+[[nodiscard]] bool IsAddressAction(int action);
 // False: it is none of these, or there is nothing to ask about 0.0.0.0.
 [[nodiscard]] bool CanDoAddressAction(int action, Ipv4 address);
-// False: it is none of these.
+// False: it is none of these. Of 0.0.0.0 nothing is located, and the tools open empty.
 bool DoAddressAction(int action, Ipv4 address, ListView& view);
 
 }  // namespace brennvar

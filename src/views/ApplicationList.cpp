@@ -6,6 +6,22 @@
 
 namespace brennvar {
 
+Text NameOfState(ApplicationState state) {
+    switch (state) {
+        case ApplicationState::Deny: return Text{1, "Deny"};
+        case ApplicationState::Allow: return Text{2, "Allow"};
+        default: return Text{3, "Ask"};
+    }
+}
+
+Tone ToneOfState(ApplicationState state) {
+    switch (state) {
+        case ApplicationState::Deny: return Tone::Deny;
+        case ApplicationState::Allow: return Tone::Allow;
+        default: return Tone::Ask;
+    }
+}
+
 ApplicationState NextState(ApplicationState state) {
     switch (state) {
         case ApplicationState::Deny: return ApplicationState::Ask;

@@ -8,10 +8,16 @@
 #include <unordered_map>
 #include <vector>
 
+#include "config/SkinTones.h"
+#include "config/Text.h"
 #include "ipc/CommandRecord.h"
 #include "rules/ApplicationRules.h"
 
 namespace brennvar {
+
+// How an action is shown.
+[[nodiscard]] Text NameOfState(ApplicationState state);
+[[nodiscard]] Tone ToneOfState(ApplicationState state);
 
 // What a click on an action makes of it: Deny, Ask, Allow and Deny again.
 [[nodiscard]] ApplicationState NextState(ApplicationState state);

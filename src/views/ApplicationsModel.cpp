@@ -15,12 +15,15 @@ using Order = ApplicationList::Order;
 
 constexpr int kNextAction = 100;  // what a click in the action cell does; no control has this number
 
-constexpr std::array<ListAction, 6> kActions = {
+constexpr std::array<ListAction, 9> kActions = {
     {{IDC_APPLICATIONS_ALLOW, Text{407, "Allow"}, ActionPlace::ButtonAndMenu},
      {IDC_APPLICATIONS_DENY, Text{408, "Deny"}, ActionPlace::ButtonAndMenu},
      {IDC_APPLICATIONS_ASK, Text{409, "Ask"}, ActionPlace::ButtonAndMenu},
      {IDC_APPLICATIONS_REMOVE, Text{406, "Remove"}, ActionPlace::ButtonAndMenu, ActionRows::Selected,
       ListKey::Delete},
+     {IDC_APPLICATIONS_UNDO, Text{1830, "Undo"}, ActionPlace::ButtonAndMenu, ActionRows::None},
+     {IDC_APPLICATIONS_EXPORT, Text{609, "Export Rules..."}, ActionPlace::ButtonAndMenu, ActionRows::None},
+     {IDC_APPLICATIONS_IMPORT, Text{608, "Import Rules..."}, ActionPlace::ButtonAndMenu, ActionRows::None},
      {IDC_APPLICATIONS_DETAILS, Text{1362, "D&etails"}, ActionPlace::Menu, ActionRows::Focused, ListKey::Enter,
       true},
      {kNextAction, Text{}, ActionPlace::Hidden, ActionRows::Focused, ListKey::Space}}};
@@ -36,38 +39,28 @@ constexpr std::array<ChangeInfo, 4> kChanges = {
      {IDC_APPLICATIONS_ASK, RuleCommandAction::Ask, IDM_APPLICATION_ASK},
      {IDC_APPLICATIONS_REMOVE, RuleCommandAction::Remove, IDM_APPLICATION_REMOVE}}};
 
-struct StateLook {
-    Text text;
-    Tone tone;
-};
-StateLook LookOf(ApplicationState state) {
-    switch (state) {
-        case ApplicationState::Deny: return {Text{1, "Deny"}, Tone::Deny};
-        case ApplicationState::Allow: return {Text{2, "Allow"}, Tone::Allow};
-        default: return {Text{3, "Ask"}, Tone::Ask};
-    }
-}
-
 }  // namespace
 
 ApplicationsModel::ApplicationsModel(const Language& language, TaskQueue& reads,
                                      std::function<std::vector<ApplicationRow>()> load, ApplicationChanges& changes,
-                                     const ServiceLink& link)
+                                     const ServiceLink& link, RuleExchange& exchange)
     : m_language(language),
       m_changes(changes),
       m_link(link),
+      m_exchange(exchange),
       m_file(
           reads, [load = std::move(load)](const Request&) { return load(); },
           [this](std::optional<std::vector<ApplicationRow>> rows, const Request& request) {
               OnRead(std::move(rows).value_or(std::vector<ApplicationRow>()), request);
           }) {
     m_changes.Watch(*this);
+    m_exchange.Watch(*this);
 }
 
 std::vector<ListColumn> ApplicationsModel::Columns() const {
     std::vector<std::string> actions;
     for (const auto state : {ApplicationState::Deny, ApplicationState::Allow, ApplicationState::Ask}) {
-        actions.push_back(m_language.GetText(LookOf(state).text));
+        actions.push_back(m_language.GetText(NameOfState(state)));
     }
     return {{.title = m_language.GetText(1027, "Name"), .width = 200, .clickAction = IDC_APPLICATIONS_DETAILS},
             {.title = m_language.GetText(1026, "Path"), .width = 240, .takesRoom = true, .isPath = true},
@@ -86,7 +79,7 @@ std::string ApplicationsModel::EmptyText() const {
 
 ListCell ApplicationsModel::Cell(int row, int column) const {
     const bool isLeaving = m_rows.IsLeaving(row);
-    const Tone tone = column == kActionColumn ? LookOf(m_rows.StateOf(row)).tone
+    const Tone tone = column == kActionColumn ? ToneOfState(m_rows.StateOf(row))
                       : isLeaving             ? Tone::Muted
                                               : Tone::Plain;
     return {.text = CellText(row, column), .tone = tone};
@@ -96,7 +89,7 @@ std::string ApplicationsModel::CellText(int row, int column) const {
     switch (column) {
         case kNameColumn: return m_rows.Row(row).name;
         case kPathColumn: return m_rows.Row(row).path;
-        default: return m_rows.IsLeaving(row) ? "" : m_language.GetText(LookOf(m_rows.StateOf(row)).text);
+        default: return m_rows.IsLeaving(row) ? "" : m_language.GetText(NameOfState(m_rows.StateOf(row)));
     }
 }
 
@@ -116,7 +109,52 @@ std::span<const ListAction> ApplicationsModel::Actions() const {
     return kActions;
 }
 
+bool ApplicationsModel::CanDo(int action, int /*row*/) const {
+    const bool isFree = m_exchange.Current() == RuleExchange::Work::None;
+    switch (action) {
+        case IDC_APPLICATIONS_UNDO:
+            return isFree && (m_removals.empty() ? m_exchange.Undoable().has_value() : CanUndoRemoval());
+        case IDC_APPLICATIONS_EXPORT:
+        case IDC_APPLICATIONS_IMPORT: return isFree;
+        default: return true;
+    }
+}
+
+std::optional<std::string> ApplicationsModel::Summary() const {
+    if (CanUndoRemoval()) {
+        return m_language.GetText(1856, "Rules removed:") + ' ' + std::to_string(m_removals.back().rules.size()) +
+               ". " + m_language.GetText(1857, "'Undo' brings them back.");
+    }
+    switch (m_exchange.Undoable() ? m_exchange.LastDone() : RuleExchange::Last::None) {
+        case RuleExchange::Last::Imported:
+            return m_language.GetText(1858,
+                                      "The rules have been imported. 'Undo' brings back what was there before.");
+        case RuleExchange::Last::Undone:
+            return m_language.GetText(1859,
+                                      "The rules from before the import are back. 'Undo' imports them again.");
+        default: return std::nullopt;
+    }
+}
+
+std::optional<ListProgress> ApplicationsModel::Progress() const {
+    switch (m_exchange.Current()) {
+        case RuleExchange::Work::Exporting:
+            return ListProgress{.text = m_language.GetText(1860, "Exporting the rules")};
+        case RuleExchange::Work::Importing:
+            return ListProgress{.text = m_language.GetText(1861, "Importing the rules")};
+        default: return std::nullopt;
+    }
+}
+
 std::optional<ListQuestion> ApplicationsModel::Question(int action, std::span<const int> rows) const {
+    // What was done a moment ago is plain; what was done some other day is not.
+    if (action == IDC_APPLICATIONS_UNDO && m_removals.empty() && m_exchange.Undoable() &&
+        m_exchange.LastDone() == RuleExchange::Last::None) {
+        return ListQuestion{
+            .text = m_language.GetText(1862, "Bring back the rules that were replaced at this time?") + '\n' +
+                    m_exchange.Undoable()->moment,
+            .yes = m_language.GetText(1830, "Undo")};
+    }
     if (action != IDC_APPLICATIONS_REMOVE || rows.size() < 2) return std::nullopt;
     return ListQuestion{.text = m_language.GetText(1360, "Remove the rules of the selected applications?") + "\n" +
                                 m_language.GetText(1361, "Number:") + " " + std::to_string(rows.size()),
@@ -124,6 +162,16 @@ std::optional<ListQuestion> ApplicationsModel::Question(int action, std::span<co
 }
 
 void ApplicationsModel::Do(int action, std::span<const int> rows) {
+    switch (action) {
+        case IDC_APPLICATIONS_UNDO: return Undo();
+        case IDC_APPLICATIONS_EXPORT:
+        case IDC_APPLICATIONS_IMPORT:
+            if (View()) {
+                View()->PostCommand(action == IDC_APPLICATIONS_EXPORT ? IDM_EXPORT_RULES : IDM_IMPORT_RULES);
+            }
+            return;
+        default: break;
+    }
     if (action == kNextAction && m_rows.IsLeaving(rows.front())) return;
     const auto isMeant = [&](const ChangeInfo& info) {
         return action == kNextAction ? info.action == CommandActionOf(NextState(m_rows.StateOf(rows.front())))
@@ -134,6 +182,8 @@ void ApplicationsModel::Do(int action, std::span<const int> rows) {
 }
 
 void ApplicationsModel::Change(std::span<const int> rows, RuleCommandAction action, int command) {
+    Removal removal;
+    if (action == RuleCommandAction::Remove) removal = RemovalOf(rows);
     std::unordered_set<std::string> paths;  // several records of a path are one rule
     ChangeRows([&] {
         for (const int row : rows) {
@@ -145,7 +195,66 @@ void ApplicationsModel::Change(std::span<const int> rows, RuleCommandAction acti
         return ListView::Change::Looks;
     });
     if (paths.empty()) return;
+    if (!removal.rules.empty()) {
+        removal.number = m_changes.Last();
+        m_removals.push_back(std::move(removal));
+        TellOfUndo();
+    }
     if (View()) View()->PostCommand(command);
+    SettleLater();
+}
+
+ApplicationsModel::Removal ApplicationsModel::RemovalOf(std::span<const int> rows) const {
+    Removal removal;
+    std::unordered_set<std::string> paths;  // the first record of a path is the one that counts
+    for (const int row : rows) {
+        const std::string& path = m_rows.Row(row).path;
+        if (path.empty() || m_rows.IsLeaving(row) || !paths.insert(path).second) continue;
+        removal.rules.push_back({.path = path, .action = CommandActionOf(m_rows.StateOf(row))});
+    }
+    return removal;
+}
+
+void ApplicationsModel::Undo() {
+    if (m_removals.empty()) return m_exchange.Undo();
+    if (!CanUndoRemoval()) return;
+    // They stay here until they are seen: the password may be refused, and the service missing.
+    Removal& removal = m_removals.back();
+    for (const ApplicationChange& change : removal.rules) removal.number = m_changes.Add(change);
+    removal.isBeingUndone = true;
+    TellOfUndo();
+    if (View()) View()->PostCommand(IDM_APPLICATION_ALLOW);  // any of these has all changes carried
+    SettleLater();
+}
+
+void ApplicationsModel::ForgetWhatIsThere(std::uint64_t over) {
+    if (m_removals.empty()) return;
+    std::unordered_set<std::string> there;
+    there.reserve(static_cast<std::size_t>(RowCount()));
+    for (int row = 0; row < RowCount(); ++row) there.insert(LowerCase(m_rows.Row(row).path));
+    bool isOther = false;
+    for (Removal& removal : m_removals) {
+        if (removal.number > over) continue;
+        // Brought back, or given rules again by somebody; or the removal was refused.
+        const auto gone = std::erase_if(removal.rules, [&there](const ApplicationChange& change) {
+            return there.contains(LowerCase(change.path));
+        });
+        isOther = std::exchange(removal.isBeingUndone, false) || gone > 0 || isOther;
+    }
+    std::erase_if(m_removals, [](const Removal& removal) { return removal.rules.empty(); });
+    while (m_removals.size() > 1 && m_removals[1].number <= over) m_removals.erase(m_removals.begin());
+    if (isOther) TellOfUndo();
+}
+
+void ApplicationsModel::TellOfUndo() {
+    if (!View()) return;
+    View()->SummaryChanged();
+    View()->ProgressChanged();  // has the buttons looked at as well
+}
+
+void ApplicationsModel::OnRulesReplaced() {
+    m_removals.clear();  // other rules than those that they were removed from
+    TellOfUndo();
     SettleLater();
 }
 
@@ -172,6 +281,7 @@ void ApplicationsModel::OnRead(std::vector<ApplicationRow> rows, const Request& 
         const bool isOther = m_rows.Take(std::move(rows), request.over, request.order) || isFirst;
         return isOther ? ListView::Change::Rows : ListView::Change::Looks;
     });
+    ForgetWhatIsThere(request.over);
 }
 
 }  // namespace brennvar

@@ -11,12 +11,14 @@
 namespace brennvar {
 namespace {
 
-constexpr std::array<ListAction, 6> kActions = {
+constexpr std::array<ListAction, 8> kActions = {
     {{IDC_CONNECTIONS_DETAILS, Text{1362, "D&etails"}, ActionPlace::ButtonAndMenu, ActionRows::Focused,
       ListKey::Enter},
      {IDC_CONNECTIONS_BLOCK, Text{1670, "&Block temporarily"}, ActionPlace::ButtonAndMenu, ActionRows::Focused},
      {IDC_CONNECTIONS_TERMINATE, Text{1671, "&Terminate program..."}, ActionPlace::ButtonAndMenu,
       ActionRows::Focused},
+     kTraceRouteButton,
+     kWhoIsButton,
      kLocateAction,
      {IDC_CONNECTIONS_FOLDER, Text{1673, "Open &folder of the program"}, ActionPlace::Menu, ActionRows::Focused},
      {IDC_CONNECTIONS_RULE, Text{1674, "Show its &rule"}, ActionPlace::Menu, ActionRows::Focused}}};

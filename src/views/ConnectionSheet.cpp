@@ -67,6 +67,7 @@ DetailsSheet ConnectionDetails(const Language& language, const ConnectionTarget&
     add(language.GetText(24, "Process:"),
         target.program.path.empty() ? target.program.name : OneLine(target.program.path));
     return {.title = language.GetText(531, "Connection details"),
+            .address = isListener ? 0 : row.remoteAddress,
             .groups = {std::move(laidDown), WhatIsMore(language, target, ends)},
             .bytesHeading = {},
             .bytes = {}};

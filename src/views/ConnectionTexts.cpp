@@ -4,26 +4,14 @@
 #include <cstddef>
 
 #include "base/DisplayName.h"
-#include "base/Ipv4.h"
+#include "base/Endpoint.h"
 
 namespace brennvar {
 namespace {
 
-// On the stack first: a search writes the ends of every row.
 void AppendEndpoint(std::string& text, Ipv4 address, std::uint16_t port) {
-    std::array<char, 24> endpoint;  // "255.255.255.255:65535" and a little
-    std::size_t size = 0;
-    const auto add = [&](std::uint32_t number) {
-        std::uint32_t unit = 1;
-        while (number / unit >= 10) unit *= 10;
-        for (; unit > 0; unit /= 10) endpoint[size++] = static_cast<char>('0' + number / unit % 10);
-    };
-    for (unsigned shift = 0; shift < 32; shift += 8) {
-        add((address >> shift) & 0xFFU);
-        endpoint[size++] = shift < 24 ? '.' : ':';
-    }
-    add(port);
-    text.append(endpoint.data(), size);
+    char endpoint[kEndpointRoom];
+    text.append(endpoint, PutEndpoint(endpoint, address, port));
 }
 
 void AppendTwoDigits(std::string& text, std::uint32_t number) {

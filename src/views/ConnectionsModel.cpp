@@ -6,6 +6,7 @@
 
 #include "base/DisplayName.h"
 #include "config/ResourceIds.h"
+#include "views/AddressActions.h"
 
 namespace brennvar {
 namespace {
@@ -297,6 +298,7 @@ ConnectionTarget ConnectionsModel::TargetAt(const ConnectionRow& row) const {
 }
 
 bool ConnectionsModel::CanDo(int action, int row) const {
+    if (row < 0) return true;  // the tools, which need none
     const Place place = At(row);
     if (place.row) return ConnectionActions::CanDo(action, TargetAt(*place.row));
     // A program as a whole has a file, but neither ends nor one process.
@@ -311,7 +313,9 @@ std::optional<ListQuestion> ConnectionsModel::Question(int action, std::span<con
 }
 
 void ConnectionsModel::Do(int action, std::span<const int> rows) {
-    if (rows.empty() || !View() || !CanDo(action, rows.front())) return;
+    if (!View()) return;
+    if (rows.empty()) return (void)DoAddressAction(action, 0, *View());
+    if (!CanDo(action, rows.front())) return;
     const Place place = At(rows.front());
     // Of a program as a whole only its path counts.
     const ConnectionTarget target =

@@ -92,6 +92,7 @@ std::vector<SectionInfo> MakeSections() {
                 .Heading(Text{1207, "E-mail notification"}, 1)
                 .Options(1)
                 .Button(IDM_TEST_MAIL, Text{401, "Test E-Mail"}, 1)
+                .Button(IDM_TEST_MAIL_HERE, Text{1795, "Send a test from here..."}, 1)
                 .Made(),
             Section(OptionGroup::Miscellaneous)
                 .Heading(Text{1208, "Updates"})

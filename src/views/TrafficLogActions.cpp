@@ -2,6 +2,7 @@
 #include <utility>
 
 #include "config/ResourceIds.h"
+#include "dialogs/WriteFailure.h"
 #include "views/AddressActions.h"
 #include "views/LogSheet.h"
 #include "views/TrafficLogModel.h"
@@ -9,14 +10,17 @@
 namespace brennvar {
 namespace {
 
-constexpr std::array<ListAction, 6> kActions = {
+constexpr std::array<ListAction, 9> kActions = {
     {{TrafficLogModel::kDetails, Text{1362, "D&etails"}, ActionPlace::ButtonAndMenu, ActionRows::Focused,
       ListKey::Enter},
      {TrafficLogModel::kShowRule, Text{1674, "Show its &rule"}, ActionPlace::Menu, ActionRows::Focused},
      {TrafficLogModel::kOpenFolder, Text{1673, "Open &folder of the program"}, ActionPlace::Menu,
       ActionRows::Focused},
+     kTraceRouteAction,
+     kWhoIsAction,
      kLocateAction,
      {TrafficLogModel::kExport, Text{1437, "E&xport..."}, ActionPlace::ButtonAndMenu, ActionRows::None},
+     {TrafficLogModel::kMail, Text{1808, "&Mail..."}, ActionPlace::ButtonAndMenu, ActionRows::SelectedOrAll},
      {TrafficLogModel::kDeleteLogs, Text{1217, "Delete logs..."}, ActionPlace::ButtonAndMenu, ActionRows::None}}};
 
 }  // namespace
@@ -26,11 +30,11 @@ std::span<const ListAction> TrafficLogModel::Actions() const {
 }
 
 bool TrafficLogModel::CanDo(int action, int row) const {
-    if (action == kExport) return RowCount() > 0 && !IsExporting();
+    if (action == kExport || action == kMail) return RowCount() > 0 && !IsExporting();
     if (action == kDeleteLogs) return true;
     const LogRow* const entry = RowAt(row);
     if (entry == nullptr) return false;
-    if (action == kLocateAction.id) return entry->hasAddresses && CanDoAddressAction(action, entry->remoteAddress);
+    if (IsAddressAction(action)) return entry->hasAddresses && CanDoAddressAction(action, entry->remoteAddress);
     switch (action) {
         case kShowRule:
         case kOpenFolder: return !entry->path.empty();
@@ -41,6 +45,7 @@ bool TrafficLogModel::CanDo(int action, int row) const {
 void TrafficLogModel::Do(int action, std::span<const int> rows) {
     if (!View()) return;
     if (action == kExport) return AskForExport();
+    if (action == kMail) return Mail(rows);
     if (action == kDeleteLogs) return View()->PostCommand(IDM_DELETE_LOGS);
     if (rows.empty() || !CanDo(action, rows.front())) return;
     const LogRow& entry = *RowAt(rows.front());
@@ -213,13 +218,32 @@ bool TrafficLogModel::Copy(const RowRanges& rows) {
             numbers.push_back(m_rows.NumberOf(row));
         }
     }
-    const std::size_t count = numbers.size();
-    m_writing.Copy({.place = m_cache.Place(),
-                    .extent = Extent(),
-                    .count = count,
-                    .numberAt = [numbers = std::move(numbers)](std::size_t i) { return numbers[i]; }});
+    m_writing.Copy(SelectionOf(std::move(numbers)));
     ScheduleWake();
     return true;
+}
+
+LogSelection TrafficLogModel::SelectionOf(std::vector<std::uint32_t> numbers) const {
+    const std::size_t count = numbers.size();
+    return {.place = m_cache.Place(),
+            .extent = Extent(),
+            .count = count,
+            .numberAt = [numbers = std::move(numbers)](std::size_t i) { return numbers[i]; }};
+}
+
+void TrafficLogModel::Mail(std::span<const int> rows) {
+    if (TellExporting()) return;
+    std::vector<std::uint32_t> numbers;
+    numbers.reserve(rows.size());
+    for (const int row : rows) {
+        if (row < RowCount()) numbers.push_back(m_rows.NumberOf(row));
+    }
+    // A name that no other mail has, of this program or of another user's.
+    m_mailPath = m_parts.temporaryFolder + "brennvar-mail-" + std::to_string(m_parts.clock.UtcNow()) + ".csv";
+    m_mailName = LogName();  // another one may be chosen while it is written
+    m_writing.Export(rows.empty() ? Selection() : SelectionOf(std::move(numbers)), m_mailPath, LogFormat::Csv);
+    if (View()) View()->ProgressChanged();
+    ScheduleWake();
 }
 
 void TrafficLogModel::TellFinished(const LogWriting::Finished& finished) {
@@ -230,18 +254,23 @@ void TrafficLogModel::TellFinished(const LogWriting::Finished& finished) {
         return;
     }
     const Language& language = m_parts.language;
-    std::string text;
-    switch (finished.state->result) {
-        case WriteResult::Written: text = language.GetText(1461, "The log has been exported to this file:"); break;
-        case WriteResult::DiskFull:
-            text = language.GetText(1462, "The disk is full. Nothing was written to this file:");
-            break;
-        case WriteResult::Denied:
-            text = language.GetText(1463, "This file may not be written. Please choose another folder:");
-            break;
-        case WriteResult::Failed: text = language.GetText(1464, "This file could not be written:"); break;
+    const bool goesByMail = finished.path == m_mailPath && finished.state->result == WriteResult::Written;
+    if (goesByMail) {
+        m_parts.mail.OpenMailForm({.path = finished.path,
+                                   .name = m_mailName + ".csv",
+                                   .contentType = "text/csv",
+                                   .subject = m_mailName,
+                                   .isTemporary = true});
+        if (finished.state->missing == 0) return;  // else the form comes behind what is told
     }
-    text += '\n' + finished.path;
+    std::string text;
+    if (goesByMail) {
+        text = language.GetText(1819, "Not all entries could be attached.");
+    } else if (finished.state->result == WriteResult::Written) {
+        text = language.GetText(1461, "The log has been exported to this file:") + '\n' + finished.path;
+    } else {
+        text = DescribeWriteFailure(finished.state->result, finished.path, language);
+    }
     if (finished.state->missing > 0) {
         text += '\n' + language.GetText(1465, "Entries that were deleted meanwhile are missing:") + ' ' +
                 std::to_string(finished.state->missing);

@@ -16,6 +16,7 @@
 #include "base/WhileAlive.h"
 #include "config/CodePage.h"
 #include "config/Language.h"
+#include "dialogs/MailWish.h"
 #include "lists/ListModel.h"
 #include "logs/LogListing.h"
 #include "logs/Lookups.h"
@@ -33,7 +34,7 @@ public:
     static constexpr std::size_t kMostCopied = 100'000;              // rows, some 10 MB of text
 
     enum Choice { kLogChoice = 200, kDayChoice, kFilterChoice };
-    enum Action { kDetails = 100, kShowRule, kOpenFolder, kExport, kDeleteLogs };
+    enum Action { kDetails = 100, kShowRule, kOpenFolder, kExport, kDeleteLogs, kMail };
 
     // All are borrowed, the workers with whoever stops them when they have finished.
     struct Parts {
@@ -45,6 +46,8 @@ public:
         LogLookups& lookups;
         std::string dataFolder;
         CodePage page;  // of the language
+        MailForms& mail;
+        std::string temporaryFolder;  // for files that are sent by mail; ends in a separator
     };
     explicit TrafficLogModel(const Parts& parts);
     ~TrafficLogModel() override;
@@ -116,6 +119,9 @@ private:
     // What can be done with it (TrafficLogActions.cpp)
     void ShowDetails(std::uint32_t number);
     void AskForExport();
+    // Writes the rows, or all without any, into a file of its own, which the form then sends.
+    void Mail(std::span<const int> rows);
+    [[nodiscard]] LogSelection SelectionOf(std::vector<std::uint32_t> numbers) const;
     [[nodiscard]] bool IsExporting() const { return m_writing.IsBusy() && !m_writing.IsCopy(); }
     // Says so to the user when it is.
     bool TellExporting();
@@ -158,6 +164,8 @@ private:
     std::optional<std::chrono::milliseconds> m_settledAt{};  // logs are being deleted until then
     mutable LogRowCache m_cache;
     LogWriting m_writing;
+    std::string m_mailPath;  // of the file that is written for a mail; empty: of none
+    std::string m_mailName;  // of the log in it
     Refreshed<std::vector<LocalDate>, LogKind> m_dayReading;
     Refreshed<Followed, FollowRequest> m_following;
     WhileAlive m_alive;

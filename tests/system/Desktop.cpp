@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <sstream>
+#include <utility>
 
 #include "Programs.h"
 #include "tree/TreeMessages_win.h"
@@ -110,6 +111,14 @@ std::chrono::milliseconds AnswerTime(HWND window, std::chrono::milliseconds limi
         ::SendMessageTimeoutA(window, WM_NULL, 0, 0, SMTO_NORMAL, static_cast<UINT>(limit.count()), &ignored);
     if (answered == 0) return limit;
     return std::chrono::duration_cast<std::chrono::milliseconds>(std::chrono::steady_clock::now() - start);
+}
+
+void AnswerRounds::Look() {
+    m_longest = std::max(m_longest, AnswerTime(m_window, kPatience));
+}
+
+void AnswerRounds::EndRound() {
+    m_least = std::min(m_least, std::exchange(m_longest, {}));
 }
 
 }  // namespace brennvar::test

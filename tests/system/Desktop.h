@@ -47,4 +47,22 @@ LRESULT Ask(HWND window, UINT message, WPARAM wParam = 0, LPARAM lParam = 0);
 // The time that the window takes to answer an empty message; limit when it has not answered by then.
 [[nodiscard]] std::chrono::milliseconds AnswerTime(HWND window, std::chrono::milliseconds limit);
 
+// How long a window keeps those waiting who ask it something, over rounds of the same thing. Other work of the
+// machine may hold it up at any time; what is the program's own doing is there in every round.
+class AnswerRounds {
+public:
+    explicit AnswerRounds(HWND window) : m_window(window) {}
+
+    // Asks once more in this round.
+    void Look();
+    void EndRound();
+    // The longest answer of the round where it was shortest.
+    [[nodiscard]] std::chrono::milliseconds LongestOfEach() const { return m_least; }
+
+private:
+    HWND m_window;
+    std::chrono::milliseconds m_longest{};
+    std::chrono::milliseconds m_least = std::chrono::milliseconds::max();
+};
+
 }  // namespace brennvar::test

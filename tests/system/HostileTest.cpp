@@ -60,7 +60,7 @@ protected:
         ExpectInSight(m_window, {461, 462, 429, 437, 439, 463, 427, kCloseButton});
         for (const int page : kPages) {
             Command(page);
-            EXPECT_LT(AnswerTime(m_window, 5s), 1s) << page;
+            ExpectAnswers();
         }
         for (const auto& buttons : {std::initializer_list<int>{kNo, kYes, kRemember}, {IDOK}}) {
             const HWND dialog = NextDialog(*buttons.begin());
@@ -199,7 +199,7 @@ TEST_F(HostileTest, ExitQuestionAndConnectionQuestionEndInEitherOrder) {
         const HWND question = NextDialog(kNo);
         if (exitFirst) {
             ::PostMessageA(::GetDlgItem(exit, IDOK), WM_KEYDOWN, VK_ESCAPE, 0);
-            EXPECT_TRUE(WaitUntil([&] { return !::IsWindowVisible(exit); }, 3s));
+            EXPECT_TRUE(WaitUntil([&] { return !::IsWindowVisible(exit); }));
         }
         Answer(question, kNo);
         if (!exitFirst) Require(PressWhenEnabled(exit, IDCANCEL));

@@ -108,23 +108,25 @@ TEST_F(ProductTest, ShowsTrafficNoticesAndConnections) {
 TEST_F(ProductTest, DeadServiceNeverFreezesTheWindow) {
     const auto start = std::chrono::steady_clock::now();
     StartInterface();
-    EXPECT_LT(std::chrono::steady_clock::now() - start, 3s);
+    // The most impatient of the transports tries for 6 s to reach it.
+    EXPECT_LT(std::chrono::steady_clock::now() - start, 5s);
 
-    // Long enough for every timer and for the waits of the transports, with the pages opened meanwhile.
-    auto longest = 0ms;
-    int slowAnswers = 0;
-    for (int round = 0; round < 600; ++round) {
-        if (round % 50 == 0) Command(kPages[round / 50 % 6]);
-        const auto answer = AnswerTime(m_window, 5s);
-        longest = std::max(longest, answer);
-        slowAnswers += answer > 200ms ? 1 : 0;
-        ::Sleep(10);
+    // Each round is long enough for every timer and for the waits of the transports, with the pages opened
+    // meanwhile.
+    AnswerRounds answers(m_window);
+    for (int round = 0; round < 3; ++round) {
+        for (const int page : kPages) {
+            Command(page);
+            for (int look = 0; look < 40; ++look) {
+                answers.Look();
+                ::Sleep(10);
+            }
+        }
+        answers.EndRound();
     }
-    RecordProperty("longest_answer_ms", static_cast<int>(longest.count()));
-    // A machine with other work may keep the program waiting now and then. A wait of a transport on the window's
-    // thread is longer than any of that (600 ms), and comes again with every tick.
-    EXPECT_LE(slowAnswers, 2);
-    EXPECT_LT(longest, 500ms);
+    RecordProperty("longest_answer_ms", static_cast<int>(answers.LongestOfEach().count()));
+    // A wait of a transport on the window's thread is longer (600 ms), and comes again with every tick.
+    EXPECT_LT(answers.LongestOfEach(), 500ms);
 
     Leave();  // a dead service must not keep the process alive
 }
@@ -139,16 +141,18 @@ TEST_F(ProductTest, AsksAndListsWithoutAServiceAndStaysResponsive) {
     EXPECT_EQ(m_service->WaitForEnd(), 3);
     ExpectList(kConnectionsPage, {{"no process associated"}});
     ASSERT_TRUE(WaitForText(kServiceStatus, "Firewall service: not reachable"));
+    AnswerRounds answers(m_window);
     for (int question = 1; question <= 2; ++question) {
         const HWND dialog = NextQuestion();
         ASSERT_TRUE(PressWhenEnabled(dialog, kNo));
-        auto longest = 0ms;
         ASSERT_TRUE(WaitUntil([&] {
-            longest = std::max(longest, AnswerTime(m_window, 5s));
+            answers.Look();
             return !::IsWindow(dialog);
         }));
-        EXPECT_LE(std::max(longest, AnswerTime(m_window, 5s)), 200ms);
+        answers.Look();
+        answers.EndRound();
     }
+    EXPECT_LT(answers.LongestOfEach(), 500ms);
 }
 
 TEST_F(ProductTest, SurvivesADriverThatAnswersNonsense) {

@@ -11,8 +11,9 @@
 
 namespace brennvar::test {
 
-// How long a test waits for anything before it fails. Nothing takes that long unless it is broken.
-inline constexpr std::chrono::seconds kPatience{30};
+// How long a test waits for anything before it fails. Nothing takes that long unless it is broken, on a machine
+// whose other work takes nine tenths of it either.
+inline constexpr std::chrono::seconds kPatience{90};
 
 // Polls until the condition holds; false when it still does not at the end of the limit.
 [[nodiscard]] bool WaitUntil(const std::function<bool()>& condition, std::chrono::milliseconds limit = kPatience);

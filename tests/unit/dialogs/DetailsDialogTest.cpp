@@ -6,6 +6,7 @@
 #include <utility>
 #include <vector>
 
+#include "support/AskedTools.h"
 #include "support/FakeIni.h"
 #include "support/ModalOwner_win.h"
 #include "ui/ChildControls_win.h"
@@ -65,8 +66,9 @@ protected:
     const CFonts m_fonts;
     const Language m_english{std::make_unique<test::FakeIni>(test::FakeIni::Values())};
     test::ModalOwner m_owner;
+    test::AskedTools m_tools;
     DetailsSheet m_sheet = SheetOf(40, 100);
-    DetailsDialog m_dialog{m_fonts, m_english, m_sheet};
+    DetailsDialog m_dialog{m_fonts, m_english, m_tools, m_sheet};
 };
 
 TEST_F(DetailsDialogTest, HasEveryTextInWindowsThatOthersCanRead) {
@@ -105,7 +107,7 @@ TEST_F(DetailsDialogTest, ShowsTheLettersOfTheLanguageOnAnySystem) {
     for (const auto& [charset, expected] : rows) {
         const CFonts fonts(charset);
         m_sheet.groups[0].lines[0].value = "\xEF\xFF";
-        DetailsDialog dialog(fonts, m_english, m_sheet);
+        DetailsDialog dialog(fonts, m_english, m_tools, m_sheet);
         wchar_t text[8] = {};
         m_owner.Post([&] {
             const HWND panel = dialog.Item(IDC_DETAILS_PANEL);
@@ -129,6 +131,31 @@ TEST_F(DetailsDialogTest, CopiesAllAsText) {
         ::CloseClipboard();
     });
     EXPECT_EQ(copied, TextOf(m_sheet));
+}
+
+TEST_F(DetailsDialogTest, OpensTheToolsForAnAddressOnly) {
+    const auto isOffered = [&] { return ::IsWindowVisible(m_dialog.Item(IDC_DETAILS_ADDRESS)) != FALSE; };
+    const auto press = [&](WPARAM key) {
+        // The menu takes the key from the queue.
+        ::PostMessageA(m_dialog.Window(), WM_KEYDOWN, key, 0);
+        ::SendMessageA(m_dialog.Item(IDC_DETAILS_ADDRESS), BM_CLICK, 0, 0);
+    };
+    ShowAndRun([&] {
+        EXPECT_FALSE(isOffered());
+        ::SendMessageA(m_dialog.Window(), WM_COMMAND, IDC_DETAILS_ADDRESS, 0);
+        m_sheet.address = 0x22D8B85D;
+        m_dialog.Update(m_sheet);
+        EXPECT_TRUE(isOffered());
+        for (const int key : {int{'T'}, int{'W'}, int{'L'}, VK_ESCAPE}) press(static_cast<WPARAM>(key));
+        EXPECT_NE(m_dialog.Window(), nullptr) << "it stays open";
+        m_sheet.address = 0;
+        m_dialog.Update(m_sheet);
+        EXPECT_FALSE(isOffered());
+    });
+    const std::string address = "93.184.216.34";
+    EXPECT_EQ(m_tools.asked, (decltype(m_tools.asked){{AddressTool::TraceRoute, address},
+                                                      {AddressTool::WhoIs, address},
+                                                      {AddressTool::Locate, address}}));
 }
 
 TEST_F(DetailsDialogTest, KeepsPlacesAndSelectionsWhenTheSheetChanges) {

@@ -130,6 +130,7 @@ protected:
 
     void OpenPageAt(int, const std::string&) override {}
     void Notify(const std::string&, const std::string&) override {}
+    void OpenTool(AddressTool, const std::string&) override {}
 
     [[nodiscard]] LRESULT Ask(UINT message, int row, int column = 0) const {
         return ::SendMessageA(list, message, static_cast<WPARAM>(row), column);
@@ -320,6 +321,53 @@ TEST_F(ListPageTest, AModelThatArrangesItsRowsIsToldHowAndKeepsSelectionAndPlace
     model->Page().RowsCameFirst(1);
     EXPECT_EQ(Ask(kTreeGetFirstVisibleRow, 0), 0) << "who looks at the newest rows sees the next ones come";
     EXPECT_EQ(Selected(), "60");
+}
+
+TEST_F(ListPageTest, RowsThatComePieceByPieceAreSelectedAsTheyCome) {
+    page.reset();
+    MakePage(true);
+    std::vector<Model::Entry> many;
+    for (std::uint64_t i = 0; i < 100; ++i) many.push_back({std::to_string(i), i});
+    const std::vector<Model::Entry> few(many.begin(), many.begin() + 10);
+    const auto come = [&](const std::vector<Model::Entry>& rows, ListView::Change change) {
+        model->Set(rows, change);
+        model->Page().ProgressChanged();
+    };
+    model->Set(many);
+    Select(60);
+    (void)Ask(kTreeEnsureVisible, 60);
+    ::SendMessageA(list, WM_VSCROLL, SB_LINEDOWN, 0);
+    const auto first = Ask(kTreeGetFirstVisibleRow, 0);
+    model->progress = ListProgress{};
+    // Another filter: the place stays. Another search: what has the focus stays in sight.
+    for (const bool isSearch : {false, true}) {
+        if (isSearch) Search("0");
+        come(few, ListView::Change::Rows);
+        EXPECT_EQ(Selected(), "none");
+        come(few, ListView::Change::Rows);  // begun anew meanwhile
+        come(many, ListView::Change::Behind);
+        EXPECT_EQ(Selected(), "60");
+        EXPECT_EQ(Ask(kTreeGetFirstVisibleRow, 0) == first, !isSearch);
+        EXPECT_GT(Ask(kTreeGetFirstVisibleRow, 0), 0);
+    }
+    // What the user selects meanwhile counts, and what has not come at the end does not.
+    come(few, ListView::Change::Rows);
+    Click(3, 2);
+    come(many, ListView::Change::Behind);
+    EXPECT_EQ(Selected(), "3");
+    EXPECT_EQ(Ask(kTreeGetSelectedCount, 0), 1);
+    Select(60);
+    come(few, ListView::Change::Rows);
+    model->progress.reset();
+    model->Page().ProgressChanged();
+    come(many, ListView::Change::Behind);
+    EXPECT_EQ(Ask(kTreeGetSelectedCount, 0), 0);
+
+    // Stopped, the rows are in the order that they had.
+    model->Page().OrderKept({.searched = "x", .column = 1, .isAscending = false});
+    EXPECT_EQ(TextOfWindow(page->Item(IDC_PAGE_SEARCH)), "x");
+    (void)Ask(kTreeClickHeader, 1);
+    EXPECT_EQ(model->order.column, RowOrder::kAsRead) << "what comes after downwards";
 }
 
 TEST_F(ListPageTest, ChoicesProgressAndSummaryStandAboveTheList) {

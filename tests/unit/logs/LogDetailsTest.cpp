@@ -43,6 +43,7 @@ TEST(LogDetailsTest, TellsAnEventWithItsAddresses) {
         DeniedRecord(), {.localName = {}, .remoteName = "www.example", .localHardware = {}, .remoteHardware = {}},
         kEnglish);
     EXPECT_EQ(sheet.title, "Log details");
+    EXPECT_EQ(sheet.address, 0x22D8B85DU) << "the other side";
     EXPECT_EQ(Lines(sheet),
               "Event\n"
               "Time: 12:04:05\n"
@@ -68,8 +69,10 @@ TEST(LogDetailsTest, ShowsTheNameOfAnEventWithoutAddresses) {
     PutText(record.shortText, "Port scan");
     for (const std::uint32_t kind : {0U, 2U, 1U, 3U}) {
         record.kind = kind;
-        const std::string text = Lines(DescribeLogRecord(record, {}, kEnglish));
+        const DetailsSheet sheet = DescribeLogRecord(record, {}, kEnglish);
+        const std::string text = Lines(sheet);
         EXPECT_EQ(text.find("Addresses") != std::string::npos, kind % 2 == 1) << kind;
+        EXPECT_EQ(sheet.address != 0, kind % 2 == 1) << kind;
         EXPECT_NE(text.find("Rule or event: Port scan\n"), std::string::npos) << kind;
     }
 }
@@ -120,6 +123,7 @@ TEST(LogDetailsTest, TellsAPacketWithItsBytes) {
         test::FromHex("00 01 08 00 06 04 00 01 00 1b ac 3d 4e ff c0 a8 01 0a 00 00 00 00 00 00 c0 a8 01 01 ff ff");
     DetailsSheet sheet = DescribePacket(header, bytes, {}, kEnglish);
     EXPECT_EQ(sheet.title, "Packet data");
+    EXPECT_EQ(sheet.address, 0x0101A8C0U);
     ASSERT_EQ(sheet.groups.size(), 3U);
     EXPECT_EQ(sheet.groups[1].lines[0].value, "192.168.1.10 <- 192.168.1.1");
     EXPECT_EQ(sheet.groups[2].heading, "ARP packet");

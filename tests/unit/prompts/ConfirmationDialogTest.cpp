@@ -4,6 +4,7 @@
 
 #include <functional>
 
+#include "support/AskedTools.h"
 #include "support/ModalOwner_win.h"
 #include "support/ObjectCounts_win.h"
 #include "ui/ChildControls_win.h"
@@ -11,11 +12,14 @@
 namespace brennvar {
 namespace {
 
+constexpr int kLink = 1421;
+
 // Asks, and looks at the dialog from inside its loop. A posted message comes before every timer, so the buttons'
 // delay cannot have passed by then, however slow the machine is.
 class ConfirmationDialogTest : public testing::Test {
 protected:
     CFonts fonts;
+    test::AskedTools tools;
     PromptQuestion question;
     HWND dialogWindow = nullptr;
     test::ModalOwner modalOwner;
@@ -24,6 +28,8 @@ protected:
     ConfirmationDialogTest() {
         question.body = "A & B\nis trying to communicate to x.\n\nAllow?";
         question.caption = "Confirm network connection";
+        question.address = 0x22D8B85D;
+        question.addressLink = "&Address...";
     }
 
     PromptAnswer Ask(const std::function<void()>& look) {
@@ -31,7 +37,7 @@ protected:
             dialogWindow = ::FindWindowA(nullptr, question.caption.c_str());
             look();
         });
-        return ConfirmationDialog(fonts, question).Ask(owner);
+        return ConfirmationDialog(fonts, tools, question).Ask(owner);
     }
     [[nodiscard]] HWND Item(int id) const { return ::GetDlgItem(dialogWindow, id); }
     void Send(UINT message, WPARAM wParam) const { ::SendMessageA(dialogWindow, message, wParam, 0); }
@@ -96,17 +102,41 @@ TEST_F(ConfirmationDialogTest, ComesBackIntoTheWorkAreaAndAboveWhatWasPutOverIt)
 TEST_F(ConfirmationDialogTest, NothingAnswersBeforeTheButtonsWork) {
     const PromptAnswer answer = Ask([this] {
         EXPECT_FALSE(::IsWindowEnabled(owner));
-        for (const WPARAM id : {WPARAM{337}, WPARAM{IDCANCEL}, WPARAM{IDOK}}) Send(WM_COMMAND, id);
+        for (const int id : {337, IDCANCEL, IDOK, kLink}) Send(WM_COMMAND, static_cast<WPARAM>(id));
         Send(WM_CLOSE, 0);
         Send(WM_TIMER, 99);
-        for (const int id : {334, 337, IDCANCEL}) EXPECT_FALSE(::IsWindowEnabled(Item(id))) << id;
+        for (const int id : {334, 337, IDCANCEL, kLink}) EXPECT_FALSE(::IsWindowEnabled(Item(id))) << id;
         PassDelay();
-        for (const int id : {334, 337, IDCANCEL}) EXPECT_TRUE(::IsWindowEnabled(Item(id))) << id;
+        for (const int id : {334, 337, IDCANCEL, kLink}) EXPECT_TRUE(::IsWindowEnabled(Item(id))) << id;
         Send(WM_COMMAND, IDOK);  // Enter, without a default button, is no answer either
         Click(334);
     });
     EXPECT_TRUE(answer.allow);
     EXPECT_TRUE(::IsWindowEnabled(owner));
+}
+
+TEST_F(ConfirmationDialogTest, OpensToolsForTheAddressAndStandsOn) {
+    const PromptAnswer answer = Ask([this] {
+        PassDelay();
+        const auto press = [this](WPARAM key) {
+            // The menu takes the key from the queue.
+            ::PostMessageA(dialogWindow, WM_KEYDOWN, key, 0);
+            Click(kLink);
+        };
+        press('L');
+        press(VK_ESCAPE);
+        press('W');
+        EXPECT_TRUE(::IsWindowVisible(dialogWindow));
+        Click(334);
+    });
+    EXPECT_TRUE(answer.allow);
+    const std::string address = "93.184.216.34";
+    EXPECT_EQ(tools.asked, (decltype(tools.asked){{AddressTool::Locate, address}, {AddressTool::WhoIs, address}}));
+    question.addressLink.clear();
+    (void)Ask([this] {
+        EXPECT_FALSE(::IsWindowVisible(Item(kLink)));
+        ::DestroyWindow(dialogWindow);
+    });
 }
 
 TEST_F(ConfirmationDialogTest, ClosingDeniesOnceWhateverIsTicked) {
@@ -157,6 +187,7 @@ TEST_F(ConfirmationDialogTest, IsReachedWithTheKeyboardOnceItIsActive) {
         PassDelay();
         EXPECT_EQ(press(VK_TAB), 334);
         EXPECT_EQ(press(VK_TAB), 337);
+        EXPECT_EQ(press(VK_TAB), kLink);
         EXPECT_EQ(press(VK_TAB), 573);
         ::PostMessageA(::GetFocus(), WM_SYSCHAR, 'n', 1L << 29);  // Alt+N
     });

@@ -13,8 +13,7 @@ TEST(AddressActionsTest, EncodesEverythingButLettersAndDigits) {
         {std::string_view("\0\x7F\xE4\xFF", 4), "%00%7F%E4%FF"},
         {"", ""}};
     for (const auto& [given, expected] : rows) EXPECT_EQ(UrlEncodeAddress(given), expected) << given;
-    EXPECT_EQ(LocateAddress(*ParseIpv4("10.20.30.255")),
-              "https://www.brennvar.example/locate/index.php?ip=10%2E20%2E30%2E255");
+    EXPECT_EQ(LocateAddress("10.20.30.255"), "https://www.brennvar.example/locate/index.php?ip=10%2E20%2E30%2E255");
 }
 
 }  // namespace brennvar

@@ -9,6 +9,8 @@
 #include "support/CommanderRig.h"
 #include "support/FakeListView.h"
 #include "support/FakeTaskQueue.h"
+#include "support/RuleExchangeRig.h"
+#include "support/ZipBytes.h"
 
 namespace brennvar {
 namespace {
@@ -25,7 +27,8 @@ protected:
     test::FakeTaskQueue reads;
     ApplicationChanges changes{rig.commander};
     std::vector<ApplicationRow> stored;
-    ApplicationsModel model{rig.language, reads, [this] { return stored; }, changes, rig.link};
+    test::RuleExchangeRig archives;
+    ApplicationsModel model{rig.language, reads, [this] { return stored; }, changes, rig.link, archives.exchange};
     test::FakeListView view{model};
 
     void Load(std::vector<ApplicationRow> rules) {
@@ -161,6 +164,136 @@ TEST_F(ApplicationsModelTest, MissingServiceShowsWhatIsStoredAtOnce) {
     reads.RunAll();
     EXPECT_EQ(Shown(), "a:Deny ") << "though the change is still under way";
     EXPECT_LT(changes.Over(), changes.Last());
+}
+
+TEST_F(ApplicationsModelTest, TakesTheLastRemovalBack) {
+    const auto sent = [this] {
+        std::string actions;
+        for (const test::RawBytes& record : rig.TakeRecords()) {
+            actions += std::string(1, static_cast<char>(record[132]));
+            actions += std::to_string(static_cast<unsigned>(record[644])) + " ";
+        }
+        return actions;
+    };
+    Load({Rule("a", Deny), Rule("b", Allow), Rule("a", Allow), Rule("c", Ask)});
+    EXPECT_FALSE(model.CanDo(IDC_APPLICATIONS_UNDO, -1));
+    EXPECT_EQ(model.Summary(), std::nullopt);
+    (void)view.TakeChanges();
+    Do(IDC_APPLICATIONS_REMOVE, {0, 1, 2});
+    EXPECT_TRUE(model.CanDo(IDC_APPLICATIONS_UNDO, -1));
+    EXPECT_EQ(model.Summary(), "Rules removed: 2. 'Undo' brings them back.");
+    EXPECT_EQ(view.TakeChanges(), "bLsp");
+    changes.Carry();
+    EXPECT_EQ(sent(), "a3 b3 ");
+    stored = {Rule("c", Ask)};
+    view.Wake();
+    reads.RunAll();
+    EXPECT_TRUE(model.CanDo(IDC_APPLICATIONS_UNDO, -1));
+    EXPECT_EQ(model.Question(IDC_APPLICATIONS_UNDO, {}), std::nullopt);
+    Do(IDC_APPLICATIONS_UNDO, {});
+    EXPECT_EQ(model.Summary(), std::nullopt);
+    changes.Carry();
+    EXPECT_EQ(sent(), "a0 b1 ") << "the first record of a path is the one that counted";
+    stored = {Rule("A", Deny), Rule("b", Allow), Rule("c", Ask)};
+    view.Wake();
+    reads.RunAll();
+    EXPECT_FALSE(model.CanDo(IDC_APPLICATIONS_UNDO, -1)) << "they are there again";
+    // A removal that did not come about cannot be taken back.
+    Do(IDC_APPLICATIONS_REMOVE, {0});
+    rig.password.answer = test::FakePassword::Answer::Refuse;
+    changes.Carry();
+    rig.Settle();
+    view.Wake();
+    reads.RunAll();
+    EXPECT_FALSE(model.CanDo(IDC_APPLICATIONS_UNDO, -1));
+}
+
+TEST_F(ApplicationsModelTest, ARemovalCanBeTakenBackUntilItsRulesAreThereAgain) {
+    const auto carry = [this](test::FakePassword::Answer answer, std::vector<ApplicationRow> rows) {
+        rig.password.answer = answer;
+        changes.Carry();
+        rig.Settle();
+        stored = std::move(rows);
+        view.Wake();
+        reads.RunAll();
+    };
+    using Answer = test::FakePassword::Answer;
+    Load({Rule("a", Deny), Rule("b", Allow), Rule("c", Ask), Rule("d", Ask)});
+    Do(IDC_APPLICATIONS_REMOVE, {0, 1, 2});
+    carry(Answer::Allow, {Rule("d", Ask)});
+    EXPECT_EQ(model.Summary(), "Rules removed: 3. 'Undo' brings them back.");
+    // Refused: it can be tried again.
+    Do(IDC_APPLICATIONS_UNDO, {});
+    EXPECT_FALSE(model.CanDo(IDC_APPLICATIONS_UNDO, -1)) << "under way";
+    const std::uint64_t last = changes.Last();
+    Do(IDC_APPLICATIONS_UNDO, {});
+    EXPECT_EQ(changes.Last(), last) << "once is enough";
+    carry(Answer::Refuse, {Rule("d", Ask)});
+    EXPECT_TRUE(model.CanDo(IDC_APPLICATIONS_UNDO, -1));
+    // A removal that is refused does not take the place of one that came about.
+    Do(IDC_APPLICATIONS_REMOVE, {0});
+    EXPECT_EQ(model.Summary(), "Rules removed: 1. 'Undo' brings them back.");
+    carry(Answer::Refuse, {Rule("d", Ask)});
+    EXPECT_EQ(model.Summary(), "Rules removed: 3. 'Undo' brings them back.");
+    // What somebody has given a rule again is not overwritten.
+    stored = {Rule("d", Ask), Rule("B", Deny)};
+    model.Read(ReadReason::RulesChanged);
+    reads.RunAll();
+    EXPECT_EQ(model.Summary(), "Rules removed: 2. 'Undo' brings them back.");
+    (void)rig.TakeRecords();
+    Do(IDC_APPLICATIONS_UNDO, {});
+    rig.password.answer = Answer::Allow;
+    changes.Carry();
+    EXPECT_EQ(rig.TakeRecords().size(), 2U) << "a and c";
+    // One that comes about does.
+    stored = {Rule("d", Ask), Rule("B", Deny), Rule("a", Deny)};
+    view.Wake();
+    reads.RunAll();
+    EXPECT_EQ(model.Summary(), "Rules removed: 1. 'Undo' brings them back.") << "c is not there yet";
+    Do(IDC_APPLICATIONS_REMOVE, {0, 1});
+    carry(Answer::Allow, {Rule("a", Deny)});
+    EXPECT_EQ(model.Summary(), "Rules removed: 2. 'Undo' brings them back.");
+    Do(IDC_APPLICATIONS_UNDO, {});
+    carry(Answer::Allow, {Rule("a", Deny), Rule("b", Deny), Rule("d", Ask)});
+    EXPECT_EQ(model.Summary(), std::nullopt) << "the one before it is not kept";
+}
+
+TEST_F(ApplicationsModelTest, TellsOfImportsAndTakesThemBack) {
+    Load({Rule("a", Deny)});
+    Do(IDC_APPLICATIONS_IMPORT, {});
+    Do(IDC_APPLICATIONS_EXPORT, {});
+    EXPECT_EQ(view.commands, (std::vector<int>{IDM_IMPORT_RULES, IDM_EXPORT_RULES}));
+    archives.folder.Write("Rules/rules.conf", "old");
+    archives.dialogs.path =
+        archives.folder.Write("in.fxz", test::ZipBytes({test::StoredEntry("rules.conf", "new")}));
+    archives.exchange.Import(RuleSet::Applications);
+    EXPECT_TRUE(model.Progress().has_value());
+    EXPECT_FALSE(model.CanDo(IDC_APPLICATIONS_EXPORT, -1));
+    archives.queue.RunAll();
+    archives.commanding.Settle();
+    archives.queue.RunAll();
+    EXPECT_EQ(model.Progress(), std::nullopt);
+    EXPECT_TRUE(model.CanDo(IDC_APPLICATIONS_UNDO, -1));
+    EXPECT_EQ(model.Question(IDC_APPLICATIONS_UNDO, {}), std::nullopt) << "it is plain what";
+    EXPECT_EQ(model.Summary(), "The rules have been imported. 'Undo' brings back what was there before.");
+    EXPECT_EQ(view.wake, kWritingPause);
+    view.Wake();
+    EXPECT_EQ(reads.Waiting(), 1U) << "the rules are read again";
+    reads.RunAll();
+    // What is removed after it is taken back first.
+    Do(IDC_APPLICATIONS_REMOVE, {0});
+    Do(IDC_APPLICATIONS_UNDO, {});
+    EXPECT_EQ(archives.folder.Read("Rules/rules.conf"), "new");
+    Do(IDC_APPLICATIONS_UNDO, {});
+    EXPECT_EQ(archives.queue.Waiting(), 0U) << "while that is under way the import stays";
+    changes.Carry();
+    rig.Settle();
+    view.Wake();
+    reads.RunAll();
+    Do(IDC_APPLICATIONS_UNDO, {});
+    archives.queue.RunAll();
+    EXPECT_EQ(archives.folder.Read("Rules/rules.conf"), "old");
+    EXPECT_EQ(model.Summary(), "The rules from before the import are back. 'Undo' imports them again.");
 }
 
 }  // namespace

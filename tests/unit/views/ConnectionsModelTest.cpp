@@ -274,8 +274,8 @@ TEST_F(ConnectionsModelTest, GroupsKeepTheirStateAndSumWhatBelongsToThem) {
     EXPECT_EQ(model->Program(0), "c:\\tools\\a.exe");
     EXPECT_EQ(model->Program(1), std::nullopt);
     EXPECT_EQ(model->Program(5), "");
-    EXPECT_EQ(Offered(0), "000011");
-    EXPECT_EQ(Offered(5), "000000");
+    EXPECT_EQ(Offered(0), "00000011");
+    EXPECT_EQ(Offered(5), "00000000");
     model->SetExpanded(0, false);
     EXPECT_EQ(model->RowCount(), 5);
     EXPECT_FALSE(model->Shape(0).isExpanded);
@@ -404,17 +404,23 @@ TEST_F(ConnectionsModelTest, NothingIsDeliveredToAModelThatHasGone) {
 }
 
 TEST_F(ConnectionsModelTest, OffersWhatCanBeDoneWithARow) {
-    // Details, block, terminate, locate, folder, rule.
+    // Details, block, terminate, trace route, whois, locate, folder, rule.
     SetConnections({Connection(26, 1, 3), Connection(26, 2, 4), Connection(0, 3, 7), Connection(4, 4, 4),
                     Connection(0xFFFFFFFF, 5, 10)});
     SetListeners({Listener(6, 80, 26)});
     ASSERT_TRUE(ReadRows());
-    const char* const offered[] = {"111111", "111111", "110111", "100100", "100111", "101011"};
+    const char* const offered[] = {"11111111", "11111111", "11011111", "10011100", "10011111", "10100011"};
     for (int row = 0; row < 6; ++row) EXPECT_EQ(Offered(row), offered[row]) << row << Text(row, Column::State);
     Do(IDC_ADDRESS_LOCATE, 0);
     Do(IDC_ADDRESS_LOCATE, 5);
     EXPECT_EQ(view.links,
               std::vector<std::string>{"https://www.brennvar.example/locate/index.php?ip=93%2E184%2E216%2E34"});
+    Do(IDC_ADDRESS_WHOIS, 0);
+    Do(IDC_ADDRESS_WHOIS, 5);  // a listener has no other side
+    model->Do(IDC_ADDRESS_TRACE_ROUTE, {});
+    EXPECT_TRUE(model->CanDo(IDC_ADDRESS_TRACE_ROUTE, -1));
+    EXPECT_EQ(view.tools, (std::vector<std::pair<AddressTool, std::string>>{{AddressTool::WhoIs, "93.184.216.34"},
+                                                                            {AddressTool::TraceRoute, ""}}));
     Do(IDC_CONNECTIONS_FOLDER, 0);
     Do(IDC_CONNECTIONS_FOLDER, 3);
     EXPECT_EQ(view.folders, std::vector<std::string>{"c:\\tools\\a.exe"});
@@ -425,7 +431,7 @@ TEST_F(ConnectionsModelTest, OffersWhatCanBeDoneWithARow) {
     SetConnections({});
     ASSERT_TRUE(ReadRows());
     EXPECT_EQ(model->Mark(0), RowMark::Gone);
-    EXPECT_EQ(Offered(0), "110111");
+    EXPECT_EQ(Offered(0), "11011111");
 }
 
 TEST_F(ConnectionsModelTest, BlocksTheOtherSideForTheTimeOfTheOption) {
@@ -561,7 +567,7 @@ TEST_F(ConnectionsModelTest, DetailsComeAtOnceAndWhatTheLogsKnowLater) {
                                                   "www.example.com",
                                                   260));
     const auto lines = [](const DetailsSheet& sheet) {
-        std::string text = sheet.title + "\n";
+        std::string text = sheet.title + " " + FormatIpv4(sheet.address) + "\n";
         for (const DetailsGroup& group : sheet.groups) {
             for (const DetailsLine& line : group.lines) text += line.label + " " + line.value + "\n";
         }
@@ -570,7 +576,7 @@ TEST_F(ConnectionsModelTest, DetailsComeAtOnceAndWhatTheLogsKnowLater) {
     Do(IDC_CONNECTIONS_DETAILS, 0);
     ASSERT_EQ(view.sheets.size(), 1U);
     EXPECT_EQ(lines(view.sheets[0]),
-              "Connection details\n"
+              "Connection details 93.184.216.34\n"
               "Local/Remote IP: 10.0.0.1 -> 93.184.216.34\n"
               "Local/Remote domain: ... -> ...\n"
               "Local/Remote MAC: ... -> ...\n"
@@ -590,7 +596,7 @@ TEST_F(ConnectionsModelTest, DetailsComeAtOnceAndWhatTheLogsKnowLater) {
     reads.RunAll();
     ASSERT_EQ(view.sheets.size(), 5U);
     EXPECT_EQ(lines(view.sheets[4]),
-              "Connection details\n"
+              "Connection details 0.0.0.0\n"
               "Local IP: 0.0.0.0\n"
               "Local domain: unknown\n"
               "Local MAC: unknown\n"

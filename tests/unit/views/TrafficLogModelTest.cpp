@@ -11,6 +11,7 @@
 #include "lists/RowOrder.h"
 #include "support/FakeClock.h"
 #include "support/FakeListView.h"
+#include "support/FakeMailForms.h"
 #include "support/FakeTaskQueue.h"
 #include "support/LogFileRig.h"
 
@@ -33,8 +34,10 @@ protected:
     Language language{nullptr};
     StopSignal stop;
     LogLookups lookups{folder.Path(), stop};
-    std::unique_ptr<TrafficLogModel> model = std::make_unique<TrafficLogModel>(TrafficLogModel::Parts{
-        language, clock, reads, listing, writing, lookups, folder.Path(), CodePage::Western});
+    test::FakeMailForms mail;
+    std::unique_ptr<TrafficLogModel> model = std::make_unique<TrafficLogModel>(
+        TrafficLogModel::Parts{language, clock, reads, listing, writing, lookups, folder.Path(), CodePage::Western,
+                               mail, folder.File("")});
     test::FakeListView view{*model};
 
     std::string WriteToday(std::string_view log) const { return folder.Write(R"(\Log\20260309.log)", log); }
@@ -320,6 +323,8 @@ TEST_F(TrafficLogModelTest, KeepsTheListWhenAnotherOneIsStopped) {
     release.set_value();
     listing.Stop();
     EXPECT_EQ(model->Choices().at(2).chosen, 0);
+    ASSERT_TRUE(view.orderKept);
+    EXPECT_EQ(view.orderKept->column, RowOrder::kAsRead);
     EXPECT_EQ(model->Summary(), summary);
     test::AppendTo(path, Event(2, 15, 0, 0));
     PassSecond();
@@ -381,6 +386,43 @@ TEST_F(TrafficLogModelTest, DoesNothingWithTheRowsOfAnotherFile) {
     Settle();
     EXPECT_NE(view.told.back().find("missing: 3"), std::string::npos);
     EXPECT_FALSE(std::filesystem::exists(folder.File("out.csv")));
+}
+
+TEST_F(TrafficLogModelTest, WritesTheSelectedRowsOrAllOfThemForAMail) {
+    WriteToday(Three());
+    Show();
+    const auto linesOf = [](const MailWish& wish) {
+        std::ifstream file(wish.path);
+        int lines = 0;
+        for (std::string line; std::getline(file, line);) ++lines;
+        return lines;
+    };
+    const int two[] = {0, 2};
+    model->Do(TrafficLogModel::kMail, two);
+    EXPECT_FALSE(model->CanDo(TrafficLogModel::kMail, -1));
+    Settle();
+    ASSERT_EQ(mail.wishes.size(), 1U);
+    EXPECT_EQ(mail.wishes[0].name, "Traffic 2026-03-09.csv");
+    EXPECT_EQ(mail.wishes[0].contentType, "text/csv");
+    EXPECT_TRUE(mail.wishes[0].isTemporary);
+    EXPECT_EQ(linesOf(mail.wishes[0]), 3);  // with the heading
+    clock.Pass(1s);
+    model->Do(TrafficLogModel::kMail, {});
+    model->Choose(TrafficLogModel::kLogChoice, 1);  // the attachment stays what it is
+    Settle();
+    ASSERT_EQ(mail.wishes.size(), 2U);
+    EXPECT_EQ(mail.wishes[1].name, "Traffic 2026-03-09.csv");
+    EXPECT_EQ(mail.wishes[1].subject, "Traffic 2026-03-09");
+    EXPECT_EQ(mail.wishes[1].path.find(folder.File("")), 0U);
+    model->Choose(TrafficLogModel::kLogChoice, 0);
+    Settle();
+    EXPECT_NE(mail.wishes[1].path, mail.wishes[0].path);
+    EXPECT_EQ(linesOf(mail.wishes[1]), 4);
+    // An export into a file is no mail.
+    view.savePlace = SavePlace{.path = folder.File("out.csv"), .type = 0};
+    model->Do(TrafficLogModel::kExport, {});
+    Settle();
+    EXPECT_EQ(mail.wishes.size(), 2U);
 }
 
 TEST_F(TrafficLogModelTest, OpensNoDetailsOnAPageThatIsLeft) {

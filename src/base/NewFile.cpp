@@ -1,4 +1,4 @@
-#include "logs/NewFile.h"
+#include "base/NewFile.h"
 
 #include <cerrno>
 #include <utility>
@@ -12,9 +12,8 @@
 #endif
 
 namespace brennvar {
-namespace {
 
-WriteResult ResultOf(int error) {
+WriteResult WriteResultOf(int error) {
     switch (error) {
         case ENOSPC:
         case EFBIG: return WriteResult::DiskFull;
@@ -24,6 +23,8 @@ WriteResult ResultOf(int error) {
         default: return WriteResult::Failed;
     }
 }
+
+namespace {
 
 // A file that was not there before: what another program has under this name is left alone. Null: errno says why.
 // Not by fopen's "x", which not every C library of Windows knows.
@@ -76,7 +77,7 @@ NewFile::~NewFile() {
 }
 
 void NewFile::Fail() {
-    m_result = ResultOf(errno);
+    m_result = WriteResultOf(errno);
 }
 
 void NewFile::Write(std::string_view bytes) {

@@ -16,6 +16,8 @@ enum class WriteResult : std::uint8_t {
     Denied,  // the folder or the file may not be written
     Failed,  // anything else
 };
+// What errno says after a failed call.
+[[nodiscard]] WriteResult WriteResultOf(int error);
 
 // Used on one thread at a time. What has not been put in place is deleted by the destructor.
 class NewFile {

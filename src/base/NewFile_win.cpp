@@ -1,7 +1,7 @@
 #include <cerrno>
 
+#include "base/NewFile.h"
 #include "base/Windows_win.h"
-#include "logs/NewFile.h"
 
 namespace brennvar {
 

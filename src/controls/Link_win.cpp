@@ -1,0 +1,37 @@
+#include "controls/Link_win.h"
+
+#include "ui/ChildControls_win.h"
+#include "ui/Paint_win.h"
+
+namespace brennvar {
+namespace {
+
+constexpr int kPadding = 3;             // left and right of the text, for the focus frame
+constexpr int kDisabledTextShare = 90;  // towards the page: quiet, and still legible
+
+}  // namespace
+
+void CLink::Adopt(HWND control, const Look& look) {
+    m_colours = look.colours;
+    m_font = Underlined(look.fonts.Text());
+    Attach(control, m_font.Get());
+}
+
+int CLink::Width() const {
+    return MeasureText(Window(), Font(), Text(), 0).cx + 2 * Scale(kPadding);
+}
+
+void CLink::OnPaint(HDC dc, const RECT& client) {
+    COLORREF colour = IsHot() ? m_colours.text : m_colours.quietText;
+    if (!IsEnabled()) colour = MixColours(m_colours.quietText, m_colours.page, kDisabledTextShare);
+    DrawLabel(dc, Font(), client, Text(), colour, DT_CENTER | DT_VCENTER | DT_SINGLELINE | PrefixFormat());
+    if (ShowsFocus()) DrawFrame(dc, client, m_colours.quietText);
+}
+
+std::optional<LRESULT> CLink::OnMessage(UINT message, WPARAM, LPARAM) {
+    if (message != WM_SETCURSOR || !IsEnabled()) return std::nullopt;
+    ::SetCursor(::LoadCursorA(nullptr, IDC_HAND));
+    return TRUE;
+}
+
+}  // namespace brennvar

@@ -1,0 +1,46 @@
+#include "dialogs/AddressMenu_win.h"
+
+#include <cstddef>
+#include <iterator>
+
+#include "config/Text.h"
+
+namespace brennvar {
+namespace {
+
+constexpr int kFirstCommand = 1;
+
+struct Item {
+    AddressTool tool;
+    Text text;
+};
+constexpr Item kItems[] = {{AddressTool::TraceRoute, Text{1744, "&Trace route"}},
+                           {AddressTool::WhoIs, Text{1745, "&Who is it?"}},
+                           {AddressTool::Locate, Text{1672, "&Locate in browser"}}};
+
+}  // namespace
+
+void AddAddressTools(CPopupMenu& menu, const Language& language, int firstCommand, bool isPossible) {
+    int command = firstCommand;
+    for (const Item& item : kItems) {
+        menu.Add(command++, language.GetText(item.text), MenuImage::None, {.isDisabled = !isPossible});
+    }
+}
+
+std::optional<AddressTool> AddressToolOf(int command, int firstCommand) {
+    const int index = command - firstCommand;
+    if (index < 0 || index >= static_cast<int>(std::size(kItems))) return std::nullopt;
+    return kItems[static_cast<std::size_t>(index)].tool;
+}
+
+void OpenToolFromMenu(HWND button, Ipv4 address, AddressTools& tools, const Language& language, const Look& look) {
+    CPopupMenu menu;
+    AddAddressTools(menu, language, kFirstCommand, true);
+    RECT place{};
+    ::GetWindowRect(button, &place);
+    const int command =
+        menu.Track(::GetAncestor(button, GA_ROOT), {place.left, place.bottom}, TPM_RETURNCMD, look, nullptr);
+    if (const auto tool = AddressToolOf(command, kFirstCommand)) tools.OpenTool(*tool, FormatIpv4(address));
+}
+
+}  // namespace brennvar

@@ -1,0 +1,37 @@
+// How the bytes of a part of a message travel (RFC 2045, 6). Lines end in CR LF; those that are made here have at
+// most 76 characters.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace brennvar {
+
+enum class TransferEncoding : std::uint8_t { SevenBit, EightBit, QuotedPrintable, Base64 };
+
+// "7bit", "8bit", "quoted-printable", "base64".
+[[nodiscard]] const char* NameOf(TransferEncoding encoding);
+
+// The encoding that text can have: the wanted one, or quoted-printable where that would not bring it over unharmed
+// (bytes above 127 in 7bit, zeros, lines above 998 characters: RFC 5322, 2.1.1).
+[[nodiscard]] TransferEncoding FittingEncoding(TransferEncoding wanted, std::string_view text);
+
+// Text in the encoding. Its line ends, CR LF or LF alone, become CR LF; a CR alone ends a line as well, but in
+// quoted-printable, where it stays what it is. Base64 has no line end behind its last line.
+[[nodiscard]] std::string EncodeText(TransferEncoding encoding, std::string_view text);
+
+// So many bytes make a line of base64: 76 characters.
+inline constexpr std::size_t kBytesOfBase64Line = 57;
+// Appends lines of base64 with line ends between them. A file is encoded piece by piece: each piece but the last is
+// a multiple of kBytesOfBase64Line, and isFirst tells whether a line end comes before it.
+void AppendBase64Lines(std::string& out, std::string_view bytes, bool isFirst);
+// How long all lines of so many bytes are, with the line ends between them.
+[[nodiscard]] std::uint64_t SizeOfBase64Lines(std::uint64_t bytes);
+
+// Appends text that ends in no half line, with a dot doubled where it begins a line, so that no line of it can end
+// the message (RFC 5321, 4.5.2). The text begins a line.
+void AppendWithDotsDoubled(std::string& out, std::string_view text);
+
+}  // namespace brennvar

@@ -1,0 +1,58 @@
+// What an import would change, told before it does: rule by rule for the application rules, by name and size for
+// all other files.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "rules/ApplicationRules.h"
+#include "rules/ImportPlan.h"
+
+namespace brennvar {
+
+struct RuleChange {
+    enum class Kind : std::uint8_t { Added, Removed, Changed };
+    Kind kind{};
+    std::string path;           // of the program
+    ApplicationState before{};  // not of an added one
+    ApplicationState after{};   // not of a removed one
+    friend bool operator==(const RuleChange&, const RuleChange&) = default;
+};
+
+struct FileChange {
+    std::string path;                     // below the folder
+    std::optional<std::uint64_t> before;  // bytes; nothing: it is not there
+    std::optional<std::uint64_t> after;   // nothing: it goes
+    friend bool operator==(const FileChange&, const FileChange&) = default;
+};
+
+struct ImportPreview {
+    std::vector<RuleChange> rules{};  // added, removed, changed, each in the order of its file
+    std::size_t added = 0;
+    std::size_t removed = 0;
+    std::size_t changed = 0;
+    std::size_t unchanged = 0;
+    // The application rules of the archive are no rules here: damaged, or those of an installation with another
+    // key.
+    bool isUnreadable = false;
+    std::vector<FileChange> files{};  // all but the application rules
+    std::size_t skipped = 0;          // see ImportPlan
+};
+
+// The rules of one enciphered file against those of another. Of several records for a path the first one counts.
+// Paths are compared as LookupApplicationAction does.
+void CompareRules(std::string_view before, std::string_view after, ImportPreview& preview);
+
+// What the file of a planned path holds now; nothing when it is not there. Called once for each file.
+class CurrentFiles {
+public:
+    virtual ~CurrentFiles() = default;
+    [[nodiscard]] virtual std::optional<std::string> Content(const std::string& path) = 0;
+};
+[[nodiscard]] ImportPreview PreviewImport(const ImportPlan& plan, CurrentFiles& current);
+
+}  // namespace brennvar
