@@ -34,8 +34,9 @@ void CheckImport(const ImportPlan& plan, Place& place) {
     DiskRuleFiles files;
     test::FakeClock clock;
     const StopSignal stop;
-    const ImportOutcome outcome =
-        RuleImport(files, clock, place.folders).Apply(plan, RuleImport::Kind::Import, stop);
+    RuleImport import(files, clock, place.folders);
+    const ImportOutcome outcome = import.Apply(plan, RuleImport::Kind::Import, stop);
+    import.ServiceKnows();
     fuzz::Require(!outcome.isHalfway && !fs::exists(place.folders.import));
     for (const PlannedFile& file : plan.files) {
         const std::string path = "data/Rules/" + file.path;
