@@ -4,7 +4,7 @@
 #include <array>
 #include <cstdio>
 
-#include "commands/Calendar.h"
+#include "base/Calendar.h"
 #include "config/ResourceIds.h"
 #include "controls/FieldFrame_win.h"
 

@@ -6,6 +6,7 @@
 #include <cstdint>
 
 #include "base/Bytes.h"
+#include "ipc/AdvancedRuleRecord.h"
 
 namespace brennvar {
 
@@ -47,13 +48,6 @@ enum class CommandCode : std::uint32_t {
 
 // The coding of SetApplicationRule, which is not that of the rules file (1 deny, 2 allow).
 enum class RuleCommandAction : std::uint32_t { Deny = 0, Allow = 1, Ask = 2, Remove = 3 };
-
-inline constexpr std::size_t kAdvancedRuleSize = 712;
-
-// One record of the advanced rules file, carried as it stands; its fields belong to the service and the editor.
-struct AdvancedRuleRecord {
-    std::byte bytes[kAdvancedRuleSize];
-};
 
 #pragma pack(push, 1)
 struct CommandRecord {

@@ -29,13 +29,9 @@ void Check(bool written, const std::string& path) {
     if (!written) std::fprintf(stderr, "cannot write %s\n", path.c_str());
 }
 
-std::uint32_t IdentifierOf(const AdvancedRuleRecord& rule) {
-    return DecodeRecord<std::uint32_t>(rule.bytes).value_or(0);
-}
-
 std::vector<AdvancedRuleRecord>::iterator FindAdvancedRule(std::vector<AdvancedRuleRecord>& rules,
                                                            std::uint32_t id) {
-    return std::find_if(rules.begin(), rules.end(), [&](const auto& rule) { return IdentifierOf(rule) == id; });
+    return std::find_if(rules.begin(), rules.end(), [&](const auto& rule) { return rule.id == id; });
 }
 
 OptionRecord& FindOrAddOption(std::vector<OptionRecord>& options, std::uint32_t id) {

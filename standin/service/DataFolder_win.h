@@ -49,7 +49,6 @@ public:
     void SetRule(std::string_view path, RuleAction action);
     void RemoveRule(std::string_view path);
 
-    // The stand-in takes the first four bytes of an advanced rule as its identifier.
     void AddAdvancedRule(const AdvancedRuleRecord& rule);
     void ReplaceAdvancedRule(std::uint32_t id, const AdvancedRuleRecord& rule);
     void RemoveAdvancedRule(std::uint32_t id);

@@ -33,8 +33,8 @@ struct CommandPipeTest : testing::Test {
 
 TEST_F(CommandPipeTest, EverySenderFillsOnlyTheFieldsOfItsCommand) {
     AdvancedRuleRecord rule{};
-    rule.bytes[0] = std::byte{0xA1};
-    rule.bytes[711] = std::byte{0xA2};
+    rule.id = 0xA1;
+    rule.zero = 0xA2000000;
     struct Row {
         std::function<void(CommandPipe&)> send;
         test::Pieces expected;

@@ -1,4 +1,4 @@
-#include "commands/Calendar.h"
+#include "base/Calendar.h"
 
 #include <gtest/gtest.h>
 
