@@ -17,6 +17,10 @@ cd "$(dirname "$0")/.."
 measures='
 decipher_rules    DecipherRules   CopyRules      speed  0.7
 look_up_rule      LookUpLastRule  ReadRulesFile  times  2.0
+why_rules         WhyRules        -              ms     5
+why_rules_ratio   WhyRules        CopyAdvancedRules  times  1.0
+covered_rules       CoveredRulesOfOneShape  -         ms     1000
+covered_rules_ratio CoveredRules            AllPairs  times  4.0
 export_rules      ExportRules     ZipRules       waits  1.1
 import_rules      ImportRules     UnzipRules     waits  1.2
 read_70_options   ReadAllOptions  -              ms     5

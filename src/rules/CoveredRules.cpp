@@ -1,6 +1,8 @@
 #include "rules/CoveredRules.h"
 
 #include <algorithm>
+#include <array>
+#include <bit>
 #include <cstdint>
 #include <limits>
 #include <string>
@@ -148,17 +150,59 @@ bool Covers(RuleProtocol wide, RuleProtocol narrow) {
            (wide == RuleProtocol::Ip && narrow != RuleProtocol::Any && narrow != RuleProtocol::Arp);
 }
 
-// Whether a rule of the one shape can cover any of the other: it asks for no field that the other does not.
-bool Covers(const Shape& wide, const Shape& narrow) {
-    const auto covers = [](std::uint8_t wideEnd, std::uint8_t narrowEnd) {
-        return wideEnd == kAnyAddress || wideEnd == narrowEnd ||
-               (wideEnd < narrowEnd && narrowEnd != kHardwareAddress);
-    };
-    return covers(wide.remote, narrow.remote) && covers(wide.local, narrow.local) &&
-           Covers(wide.protocol, narrow.protocol) &&
+// Whether a rule of the one shape can cover any of the other, as far as anything but the ends tells.
+bool CoversButEnds(const Shape& wide, const Shape& narrow) {
+    return Covers(wide.protocol, narrow.protocol) &&
            (wide.route == RuleRoute::Both || wide.route == narrow.route) &&
            (!wide.hasProgram || narrow.hasProgram) && (!wide.hasUser || narrow.hasUser);
 }
+
+// The kinds of an end, as bits, whose rules can cover one of this kind.
+constexpr std::uint64_t WiderEnds(std::uint8_t end) {
+    const std::uint64_t itself = std::uint64_t{1} << end;
+    return end == kHardwareAddress ? itself | 1U << kAnyAddress : itself | (itself - 1);
+}
+
+// The shapes in use. There may be tens of thousands; those that can cover another one are found without looking at
+// the rest.
+class Shapes {
+public:
+    void Add(const Shape& shape) {
+        const auto isLike = [&](const Family& family) {
+            return family.first.protocol == shape.protocol && family.first.route == shape.route &&
+                   family.first.hasProgram == shape.hasProgram && family.first.hasUser == shape.hasUser;
+        };
+        auto family = std::ranges::find_if(m_families, isLike);
+        if (family == m_families.end()) family = m_families.insert(family, Family{.first = shape});
+        family->remotes |= std::uint64_t{1} << shape.remote;
+        family->locals[shape.remote] |= std::uint64_t{1} << shape.local;
+    }
+    // Calls visit with each shape whose rules can cover one of this shape.
+    template <class Visit>
+    void ForEachWider(const Shape& narrow, Visit visit) const {
+        for (const Family& family : m_families) {
+            if (!CoversButEnds(family.first, narrow)) continue;
+            Shape shape = family.first;
+            for (auto remotes = family.remotes & WiderEnds(narrow.remote); remotes != 0; remotes &= remotes - 1) {
+                shape.remote = static_cast<std::uint8_t>(std::countr_zero(remotes));
+                auto locals = family.locals[shape.remote] & WiderEnds(narrow.local);
+                for (; locals != 0; locals &= locals - 1) {
+                    shape.local = static_cast<std::uint8_t>(std::countr_zero(locals));
+                    visit(shape);
+                }
+            }
+        }
+    }
+
+private:
+    // Shapes that differ in their ends only.
+    struct Family {
+        Shape first{};
+        std::uint64_t remotes = 0;                                 // kinds of the remote end in use, as bits
+        std::array<std::uint64_t, kHardwareAddress + 1> locals{};  // with each of them, those of the local end
+    };
+    std::vector<Family> m_families;
+};
 
 // What a rule of this shape must ask for to cover one that asks for these values.
 Values Widened(const Values& values, const Shape& shape) {
@@ -178,22 +222,19 @@ class CoveringRules {
 public:
     [[nodiscard]] int FirstThatCovers(const Pattern& pattern) const {
         int first = kNotCovered;
-        for (const Shape& shape : m_shapes) {
-            if (!Covers(shape, pattern.values.shape)) continue;
+        m_shapes.ForEachWider(pattern.values.shape, [&](const Shape& shape) {
             const auto alike = m_rules.find(Widened(pattern.values, shape));
-            if (alike == m_rules.end()) continue;
+            if (alike == m_rules.end()) return;
             for (const Entry& entry : alike->second) {
                 if (first != kNotCovered && entry.place > first) break;
                 if (entry.ranges.Contain(pattern.ranges)) first = entry.place;
             }
-        }
+        });
         return first;
     }
 
     void Add(const Pattern& pattern, int place) {
-        if (std::ranges::find(m_shapes, pattern.values.shape) == m_shapes.end()) {
-            m_shapes.push_back(pattern.values.shape);
-        }
+        m_shapes.Add(pattern.values.shape);
         m_rules[pattern.values].push_back({.ranges = pattern.ranges, .place = place});
     }
 
@@ -202,7 +243,7 @@ private:
         Ranges ranges;
         int place = 0;
     };
-    std::vector<Shape> m_shapes;
+    Shapes m_shapes;
     std::unordered_map<Values, std::vector<Entry>, ValuesHash> m_rules;  // by place, within the same values
 };
 
