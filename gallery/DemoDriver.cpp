@@ -18,6 +18,7 @@
 //   cell:WINDOW:RxC       clicks a cell of its list: row and column, from 0; RxC+ as with Ctrl
 //   key:WINDOW:N          presses the key with the virtual code N in its list
 //   menu:WINDOW           opens the menu of its list
+//   do:WINDOW:N           does the action N of its list with the selected row, as its menu does
 //   leave:WINDOW          closes the menu
 //   close:WINDOW          asks the window to close
 // WINDOW: the caption of a visible window, or "#ID" for the visible window that has a control with that number.
@@ -147,6 +148,10 @@ bool Work(HWND window, const std::string& verb, const std::string& rest) {
                FALSE;
     }
     if (verb == "menu") return OpenListMenu(window);
+    if (verb == "do") {
+        const HWND list = FindVisibleChild(window, kTreeClass);
+        return list != nullptr && ::PostMessageA(::GetParent(list), WM_COMMAND, static_cast<WPARAM>(number), 0);
+    }
     if (verb == "leave") return LeaveMenu(window);
     if (verb == "close") return ::PostMessageA(window, WM_CLOSE, 0, 0) != FALSE;
     return verb == "wait";

@@ -10,6 +10,8 @@ namespace brennvar::gallery {
 class NoTools final : public AddressTools {
 public:
     void OpenTool(AddressTool, const std::string&) override {}
+    void MakeRule(const TrafficFacts&) override {}
+    void Explain(const TrafficFacts&) override {}
 };
 
 }  // namespace brennvar::gallery

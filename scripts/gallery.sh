@@ -60,7 +60,7 @@ show_program() {
     done
     wine dist/BrennvarGUI.exe >/dev/null 2>&1 </dev/null &
     local interface=$!
-    local main='#462' question='#334' confirmation='#905' leaving='#1120' about='#951' password='#1204' sheet='#981' mail='#1461' mail_test='#1481' group=1287
+    local main='#462' question='#334' confirmation='#905' leaving='#1120' about='#951' password='#1204' sheet='#981' mail='#1461' mail_test='#1481' why='#1551' group=1287
     local page number name rows
     local steps=("enabled:$question:334" "picture:$question:$shots/$prefix-question.bmp"
         "press:$question:573" "press:$question:334" "gone:$question"
@@ -87,7 +87,8 @@ show_program() {
     steps+=("maximise:$main" "page:$main:462" "rows:$main:8" "picture:$main:$shots/$prefix-connections-largest.bmp"
         "restore:$main" "size:$main:1000x680" "menu:$main" "popups:$main:$shots/$prefix-listmenu.bmp" "leave:$main"
         "cell:$main:0x0" "key:$main:13" "wait:$sheet" "picture:$sheet:$shots/$prefix-connection-details.bmp"
-        "press:$sheet:2" "gone:$sheet" "click:$main:$group" "picture:$main:$shots/$prefix-connections-grouped.bmp"
+        "press:$sheet:2" "gone:$sheet" "do:$main:1555" "wait:$why" "enabled:$why:1553"
+        "picture:$why:$shots/$prefix-why.bmp" "press:$why:2" "gone:$why" "click:$main:$group" "picture:$main:$shots/$prefix-connections-grouped.bmp"
         "click:$main:$group"
         "page:$main:463" "rows:$main:12" "cell:$main:4x0" "key:$main:13" "wait:$sheet"
         "picture:$sheet:$shots/$prefix-log-details.bmp" "press:$sheet:2" "gone:$sheet" "menu:$main"

@@ -77,8 +77,7 @@ bool Decision::IsDeciderCertain() const {
 
 Decision Decide(const KnownRules& known, const TrafficFacts& facts, const LocalMoment& moment) {
     Decision decision;
-    decision.steps.push_back(BlockedStep(known.blocked, facts.remoteAddress));
-    decision.steps.push_back(ModeStep(known.mode));
+    decision.steps = {BlockedStep(known.blocked, facts.remoteAddress), ModeStep(known.mode)};
     AddAdvancedSteps(known, facts, moment, decision);
     decision.steps.push_back(ApplicationStep(known.application, !facts.program.empty()));
     decision.steps.push_back(

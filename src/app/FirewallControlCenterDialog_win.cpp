@@ -44,8 +44,9 @@ FirewallControlCenterDialog::FirewallControlCenterDialog(Session& session)
       m_mail(session),
       m_tray(session.fonts, session.language, [this](const std::string& link) { OpenWebPage(link); }),
       m_status(session.language),
-      m_tools(session.fonts, session.language, [this](const std::string& link) { OpenWebPage(link); }),
-      m_leaving(session, m_tray, m_tools) {}
+      m_rules(session, *this),
+      m_tools(session.fonts, session.language, m_rules, [this](const std::string& link) { OpenWebPage(link); }),
+      m_leaving(session, m_tray, m_tools, m_rules) {}
 
 FirewallControlCenterDialog::Outcome FirewallControlCenterDialog::Run() {
     const INT_PTR result = DoModal(nullptr, IDD_CONTROL_CENTER);
@@ -58,6 +59,7 @@ void FirewallControlCenterDialog::OnInitDialog() {
     m_status.Create(Window(), GetLook());
     RestorePlace();
     m_tools.Attach(Window());
+    m_rules.Attach(Window());
     m_mail.SetWindow(Window());
     m_session.rules.SendWith(&m_mail);
     m_session.Begin(Window(), *this);  // before the page asks the service for anything
@@ -74,6 +76,7 @@ void FirewallControlCenterDialog::OnInitDialog() {
 void FirewallControlCenterDialog::OnDestroy() {
     FrameDialog::OnDestroy();
     m_tools.Attach(nullptr);
+    m_rules.Attach(nullptr);
     m_session.End();
     m_session.rules.SendWith(nullptr);
     m_mail.SetWindow(nullptr);
@@ -165,8 +168,8 @@ void FirewallControlCenterDialog::OnCommand(int id, int notification) {
         default:
             if (const auto change = ModeChangeOf(id)) {
                 m_session.modes.Change(*change);
-            } else if (!m_commands.OnCommand(Window(), id) && !m_tools.OnCommand(id) && !m_mail.OnCommand(id) &&
-                       !OnFrameCommand(id) && Pages().HasPage(id)) {
+            } else if (!m_commands.OnCommand(Window(), id) && !m_tools.OnCommand(id) && !m_rules.OnCommand(id) &&
+                       !m_mail.OnCommand(id) && !OnFrameCommand(id) && Pages().HasPage(id)) {
                 OpenPage(id);
             }
             break;

@@ -13,6 +13,7 @@
 #include "app/InstalledResources_win.h"
 #include "app/Leaving_win.h"
 #include "app/MailWindow_win.h"
+#include "app/RuleWindows_win.h"
 #include "app/SessionView.h"
 #include "app/Session_win.h"
 #include "app/StatusLine_win.h"
@@ -76,6 +77,8 @@ private:
     void OpenTool(AddressTool tool, const std::string& hostOrAddress) override {
         m_tools.OpenTool(tool, hostOrAddress);
     }
+    void MakeRule(const TrafficFacts& facts) override { m_rules.MakeRule(facts); }
+    void Explain(const TrafficFacts& facts) override { m_rules.Explain(facts); }
     void Notify(const std::string& title, const std::string& text) override { m_tray.Notify(title, text); }
 
     [[nodiscard]] std::vector<PageHost::Entry> PageEntries();
@@ -105,6 +108,7 @@ private:
     MailWindow m_mail;
     ControlCenterTray m_tray;
     StatusLine m_status;
+    RuleWindows m_rules;
     ToolWindows m_tools;
     Leaving m_leaving;
     std::string m_wantedRow;  // of the page that is opened next

@@ -43,6 +43,7 @@ void Leaving::LeaveScreen(HWND window) {
     };
     ::EnumThreadWindows(::GetCurrentThreadId(), close, reinterpret_cast<LPARAM>(&owners));
     m_tools.CloseAll();
+    m_rules.Close();
     m_tray.Leave();
 }
 

@@ -4,6 +4,7 @@
 #include <functional>
 
 #include "app/ControlCenterTray_win.h"
+#include "app/RuleWindows_win.h"
 #include "app/Session_win.h"
 #include "app/ToolWindows_win.h"
 #include "base/Windows_win.h"
@@ -16,8 +17,8 @@ namespace brennvar {
 class Leaving {
 public:
     // Borrowed.
-    Leaving(Session& session, ControlCenterTray& tray, ToolWindows& tools)
-        : m_session(session), m_tray(tray), m_tools(tools) {}
+    Leaving(Session& session, ControlCenterTray& tray, ToolWindows& tools, RuleWindows& rules)
+        : m_session(session), m_tray(tray), m_tools(tools), m_rules(rules) {}
 
     // Asks whether to leave, then for the security password, tells the service and stops the links. end is called
     // when the window has nothing left to do but to end, later than this call; not when the user stays. mustStay is
@@ -43,6 +44,7 @@ private:
     Session& m_session;
     ControlCenterTray& m_tray;
     ToolWindows& m_tools;
+    RuleWindows& m_rules;
     bool m_isLeaving = false;  // or asking whether to
 };
 

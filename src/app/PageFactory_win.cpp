@@ -38,7 +38,8 @@ std::unique_ptr<CPage> MakePage(const PageInfo& info, Session& session, SkinsAnd
                                                                            .commander = session.commander,
                                                                            .options = session.options,
                                                                            .userValues = session.userValues,
-                                                                           .lookups = session.lookups}));
+                                                                           .lookups = session.lookups,
+                                                                           .blocked = session.blocked}));
         case IDM_APPLICATIONS:
             return std::make_unique<ListPage>(
                 lists, std::move(texts),

@@ -36,6 +36,7 @@ Session::Session(const SessionSurroundings& surroundings, Language openedLanguag
       lookups(surroundings.dataFolder, reads.Stopping()),
       programQueue(PostWhenFinished(kMessageCompletions)),
       options(readsClock),
+      decisionFiles(dataFolder, readsClock, options),
       commander(link, language),
       password(dataFolder, readsClock),
       gate(fonts, language, commander, reads, password),

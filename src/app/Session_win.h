@@ -9,6 +9,7 @@
 #include <functional>
 #include <string>
 
+#include "advanced/DecisionFiles.h"
 #include "app/Figures.h"
 #include "app/MachineWatch.h"
 #include "app/SessionView.h"
@@ -16,6 +17,7 @@
 #include "base/SystemClock.h"
 #include "base/TaskThread.h"
 #include "base/Windows_win.h"
+#include "commands/BlockedAddresses.h"
 #include "commands/Commander.h"
 #include "commands/ProtectionModes.h"
 #include "config/CodePage.h"
@@ -120,6 +122,8 @@ public:
     const DiskProgramFiles programFiles;
     TaskThread programQueue;
     const OptionFile options;
+    const DecisionFiles decisionFiles;  // on reads only
+    BlockedAddresses blocked;
     Commander commander;
     const StoredPassword password;
     SecurityPasswordGate gate;

@@ -22,9 +22,9 @@ public:
     // Opens an address of the web in the browser; waits for nothing.
     using OpenLink = std::function<void(const std::string& address)>;
 
-    // Fonts and language are borrowed.
-    ToolWindows(const CFonts& fonts, const Language& language, OpenLink openLink)
-        : m_fonts(fonts), m_language(language), m_openLink(std::move(openLink)) {}
+    // All but the last are borrowed.
+    ToolWindows(const CFonts& fonts, const Language& language, RuleTools& rules, OpenLink openLink)
+        : m_fonts(fonts), m_language(language), m_rules(rules), m_openLink(std::move(openLink)) {}
 
     // The control center, which gets the commands of the tools from now on and hands them to OnCommand; null: it
     // goes, and nothing is opened any more.
@@ -33,6 +33,9 @@ public:
 
     // Address by the command of the tool, which comes when the handler that asks is over.
     void OpenTool(AddressTool tool, const std::string& hostOrAddress) override;
+
+    void MakeRule(const TrafficFacts& facts) override { m_rules.MakeRule(facts); }
+    void Explain(const TrafficFacts& facts) override { m_rules.Explain(facts); }
 
     // One is on the screen, or still ends.
     [[nodiscard]] bool IsAnyOpen() const;
@@ -48,6 +51,7 @@ private:
 
     const CFonts& m_fonts;
     const Language& m_language;
+    RuleTools& m_rules;
     const OpenLink m_openLink;
     HWND m_window = nullptr;
     std::array<std::unique_ptr<ToolDialog>, kKinds> m_dialogs;  // by AddressTool; null: never wanted so far

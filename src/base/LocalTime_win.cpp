@@ -24,4 +24,10 @@ std::string FormatTimeOfDay(FileTime utc, TimeOfDay precision) {
     return text.data();
 }
 
+LocalMoment MomentNow() {
+    SYSTEMTIME now{};
+    ::GetLocalTime(&now);
+    return {.day = {now.wYear, now.wMonth, now.wDay}, .minute = now.wHour * 60 + now.wMinute};
+}
+
 }  // namespace brennvar

@@ -18,6 +18,7 @@
 #define IDD_MAIL_TEST 988
 #define IDD_TRACE_ROUTE 986
 #define IDD_IMPORT_RULES 989
+#define IDD_WHY 994
 
 // Icons
 #define IDI_TRAY_IDLE_NORMAL 160
@@ -80,6 +81,8 @@
 #define IDM_WHOIS 978
 #define IDM_EXPORT_RULES 979
 #define IDM_IMPORT_RULES 991
+#define IDM_MAKE_RULE 965  // for the connection that was told before
+#define IDM_WHY 966        // likewise
 
 // What the Applications page tells the control center: the user has changed actions, the last one to this
 #define IDM_APPLICATION_ASK 338
@@ -200,6 +203,16 @@
 #define IDC_FILTER_ACTIVEX 1112
 #define IDC_FILTER_REFERRER 1113
 #define IDC_FILTER_COOKIES 1114
+
+// "Why?"; closing is IDCANCEL
+#define IDC_WHY_ANSWER 1540
+#define IDC_WHY_FIELD_FIRST 1541  // ten of them, in the order of WhyField
+#define IDC_WHY_LINES 1551
+#define IDC_WHY_REMARK 1552
+#define IDC_WHY_SHOW 1553
+// What is done with a connection wherever one is seen
+#define IDC_MAKE_RULE 1554
+#define IDC_WHY 1555
 
 // Preview of an import of rules; the buttons are IDOK and IDCANCEL
 #define IDC_IMPORT_COUNTS 1510

@@ -16,8 +16,16 @@ void AddAddressTools(CPopupMenu& menu, const Language& language, int firstComman
 // The tool of such a command; nothing: it is none of these.
 [[nodiscard]] std::optional<AddressTool> AddressToolOf(int command, int firstCommand);
 
+// Likewise two items: a rule for the address, and what decides about it.
+void AddRuleTools(CPopupMenu& menu, const Language& language, int firstCommand, bool isPossible);
+// False: it is neither of their commands.
+bool DoRuleCommand(int command, int firstCommand, Ipv4 address, RuleTools& tools);
+
+enum class AddressItems { Tools, ToolsAndRules };
+
 // Shows such a menu below a button, which pumps messages, and opens the tool that the user chooses. The button may
 // go meanwhile; the others are borrowed until the menu has closed.
-void OpenToolFromMenu(HWND button, Ipv4 address, AddressTools& tools, const Language& language, const Look& look);
+void OpenToolFromMenu(HWND button, Ipv4 address, AddressItems items, AddressTools& tools, const Language& language,
+                      const Look& look);
 
 }  // namespace brennvar

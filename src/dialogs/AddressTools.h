@@ -4,13 +4,15 @@
 
 #include <string>
 
+#include "dialogs/RuleTools.h"
+
 namespace brennvar {
 
 enum class AddressTool { TraceRoute, WhoIs, Locate };
 
-class AddressTools {
+// Where an address is seen, a rule can be made for it as well.
+class AddressTools : public RuleTools {
 public:
-    virtual ~AddressTools() = default;
     // Opens the tool with this text in its field, empty or not, and starts it when there is one. There is one
     // dialog of each kind: where it is open already it comes to the front, and takes the text unless it is at work.
     // Opens later than this call, when the handler that asks is over.

@@ -130,7 +130,8 @@ void DetailsDialog::OnCommand(int id, int notification) {
     if (id == IDOK) End(IDOK);
     if (id == IDC_DETAILS_COPY) CopyToClipboard(Window(), TextOf(m_sheet), GetLook().fonts.Text());
     if (id == IDC_DETAILS_ADDRESS && m_sheet.address != 0) {
-        OpenToolFromMenu(m_address.Window(), m_sheet.address, m_tools, m_language, GetLook());
+        OpenToolFromMenu(m_address.Window(), m_sheet.address, AddressItems::ToolsAndRules, m_tools, m_language,
+                         GetLook());
     }
 }
 

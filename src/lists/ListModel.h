@@ -111,9 +111,8 @@ struct RowDetails {
 };
 
 // The page, as its model sees it.
-class ListView {
+class ListView : public AddressTools {
 public:
-    virtual ~ListView() = default;
     // Around every change of the rows: before it, while the old rows can still be asked for, and after it. What was
     // selected is selected again, by the keys of the rows.
     virtual void BeforeChange() = 0;
@@ -149,7 +148,6 @@ public:
     // Opened by the shell, on a thread that nobody waits for: an address of the web, the folder of a file.
     virtual void OpenLink(const std::string& address) = 0;
     virtual void OpenFolderOf(const std::string& file) = 0;
-    virtual void OpenTool(AddressTool tool, const std::string& hostOrAddress) = 0;
     // A notice of the program itself, at the notification area.
     virtual void Tell(const std::string& title, const std::string& text) = 0;
 };

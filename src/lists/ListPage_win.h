@@ -84,6 +84,8 @@ private:
     void OpenTool(AddressTool tool, const std::string& hostOrAddress) override {
         m_context.owner.OpenTool(tool, hostOrAddress);
     }
+    void MakeRule(const TrafficFacts& facts) override { m_context.owner.MakeRule(facts); }
+    void Explain(const TrafficFacts& facts) override { m_context.owner.Explain(facts); }
     void Tell(const std::string& title, const std::string& text) override { m_context.owner.Notify(title, text); }
 
     // Rows as they are shown; the model's numbers are those of source rows. They are the same when the model

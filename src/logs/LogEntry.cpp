@@ -50,4 +50,22 @@ LogEntry EntryOf(const PacketLogHeader& header) {
             .shortText = {}};
 }
 
+TrafficFacts FactsOf(const LogEntry& entry) {
+    TrafficFacts facts{.program = std::string(entry.path)};
+    facts.when = LocalMoment{.minute = static_cast<int>(SecondOfDay(entry.hour, entry.minute, entry.second) / 60)};
+    if (!entry.hasAddresses) return facts;
+    constexpr std::uint32_t kNumbers[] = {0, 1, 6, 17, kLogProtocolArp};  // of LogProtocol
+    if (entry.protocol != LogProtocol::Any) facts.protocol = kNumbers[static_cast<std::size_t>(entry.protocol)];
+    facts.direction = entry.isOutgoing ? TrafficDirection::Outgoing : TrafficDirection::Incoming;
+    facts.localAddress = entry.localAddress;
+    facts.remoteAddress = entry.remoteAddress;
+    // A record has room for numbers that are no ports.
+    const auto port = [](std::uint32_t number) {
+        return number <= 0xFFFF ? static_cast<std::uint16_t>(number) : std::uint16_t{0};
+    };
+    facts.localPort = port(entry.localPort);
+    facts.remotePort = port(entry.remotePort);
+    return facts;
+}
+
 }  // namespace brennvar

@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "base/Ipv4.h"
+#include "base/TrafficFacts.h"
 #include "logs/LogRecords.h"
 
 namespace brennvar {
@@ -66,5 +67,8 @@ struct LogEntry {
 
 [[nodiscard]] LogEntry EntryOf(const TrafficLogRecord& record);
 [[nodiscard]] LogEntry EntryOf(const PacketLogHeader& header);
+// What it tells of a connection; of the moment the minute only. An event without addresses has no ends and no
+// direction.
+[[nodiscard]] TrafficFacts FactsOf(const LogEntry& entry);
 
 }  // namespace brennvar

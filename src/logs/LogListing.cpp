@@ -200,7 +200,7 @@ LogRow RowOf(const LogEntry& entry, const LogTexts& texts) {
                .action = entry.action,
                .isPacket = entry.isPacket,
                .hasAddresses = entry.hasAddresses,
-               .remoteAddress = entry.remoteAddress};
+               .facts = FactsOf(entry)};
     for (std::size_t i = 0; i < kLogColumnCount; ++i) {
         AppendCell(row.cells[i], static_cast<LogColumn>(i), entry, texts);
         BlankControls(row.cells[i]);

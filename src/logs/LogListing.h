@@ -16,6 +16,7 @@
 #include <vector>
 
 #include "base/StopSignal.h"
+#include "base/TrafficFacts.h"
 #include "logs/LogCells.h"
 #include "logs/LogFilter.h"
 #include "logs/LogReader.h"
@@ -30,7 +31,7 @@ struct LogRow {
     LogAction action = LogAction::Message;
     bool isPacket = false;
     bool hasAddresses = false;
-    Ipv4 remoteAddress = 0;
+    TrafficFacts facts{};  // without its day; a packet or an event without addresses has few
 };
 [[nodiscard]] LogRow RowOf(const LogEntry& entry, const LogTexts& texts);
 using NumberedRow = std::pair<std::uint32_t, LogRow>;

@@ -15,7 +15,8 @@ ConfirmationDialog::ConfirmationDialog(const CFonts& fonts, AddressTools& tools,
     : QuestionDialog(fonts, ContentOf(question)), m_tools(tools), m_address(question.address) {}
 
 void ConfirmationDialog::OnLink(HWND link) {
-    OpenToolFromMenu(link, m_address, m_tools, OpenLanguage(), GetLook());
+    // Rules are for later: the question waits for its answer.
+    OpenToolFromMenu(link, m_address, AddressItems::Tools, m_tools, OpenLanguage(), GetLook());
 }
 
 QuestionDialog::Content ConfirmationDialog::ContentOf(const PromptQuestion& question) {

@@ -45,6 +45,7 @@ constexpr UINT kMessageSaved = WM_APP + 2;
 constexpr int kCopyCommand = 1;
 constexpr int kSelectAllCommand = 2;
 constexpr int kFirstToolCommand = 10;
+constexpr int kFirstRuleCommand = 20;
 
 std::string Trimmed(const std::string& text) {
     constexpr std::string_view kBlanks = " \t\r\n";
@@ -262,9 +263,11 @@ void ToolDialog::ShowState() {
 }
 
 void ToolDialog::ShowMenu(int row, POINT point) {
-    const bool hasAddress = FindIpv4(m_lines.LineText(row)).has_value();
+    const std::optional<Ipv4> address = FindIpv4(m_lines.LineText(row));
     CPopupMenu menu;
-    AddAddressTools(menu, m_language, kFirstToolCommand, hasAddress);
+    AddAddressTools(menu, m_language, kFirstToolCommand, address.has_value());
+    menu.AddSeparator();
+    AddRuleTools(menu, m_language, kFirstRuleCommand, address.has_value());
     menu.AddSeparator();
     menu.Add(kCopyCommand, m_language.GetText(1070, "&Copy") + "\tCtrl+C", MenuImage::Copy,
              {.isDisabled = !m_lines.HasSelection()});
@@ -272,6 +275,7 @@ void ToolDialog::ShowMenu(int row, POINT point) {
              {.isDisabled = m_lines.LineCount() == 0});
     const CSkinImage images = LoadMenuImages();
     const int command = menu.Track(Window(), point, TPM_RETURNCMD, GetLook(), &images);
+    if (DoRuleCommand(command, kFirstRuleCommand, address.value_or(0), m_tools)) return;
     if (command == kCopyCommand) Copy();
     if (command == kSelectAllCommand) m_lines.SelectAll();
     if (const auto tool = AddressToolOf(command, kFirstToolCommand)) OpenForRow(*tool, row);

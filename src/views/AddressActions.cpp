@@ -62,4 +62,10 @@ bool DoAddressAction(int action, Ipv4 address, ListView& view) {
     return true;
 }
 
+bool DoRuleAction(int action, const TrafficFacts& facts, ListView& view) {
+    if (action == IDC_MAKE_RULE) view.MakeRule(facts);
+    if (action == IDC_WHY) view.Explain(facts);
+    return IsRuleAction(action);
+}
+
 }  // namespace brennvar

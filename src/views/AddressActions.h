@@ -31,10 +31,21 @@ inline constexpr ListAction kWhoIsButton{IDC_ADDRESS_WHOIS, Text{1721, "Who is i
 inline constexpr ListAction kLocateAction{IDC_ADDRESS_LOCATE, Text{1672, "&Locate in browser"}, ActionPlace::Menu,
                                           ActionRows::Focused};
 
+// What can be done with a whole connection (dialogs/RuleTools.h).
+inline constexpr ListAction kMakeRuleAction{IDC_MAKE_RULE, Text{1935, "&Make a rule..."}, ActionPlace::Menu,
+                                            ActionRows::Focused};
+inline constexpr ListAction kWhyAction{IDC_WHY, Text{1933, "Wh&y?"}, ActionPlace::Menu, ActionRows::Focused};
+
 [[nodiscard]] bool IsAddressAction(int action);
 // False: it is none of these, or there is nothing to ask about 0.0.0.0.
 [[nodiscard]] bool CanDoAddressAction(int action, Ipv4 address);
 // False: it is none of these. Of 0.0.0.0 nothing is located, and the tools open empty.
 bool DoAddressAction(int action, Ipv4 address, ListView& view);
+
+// False: it is neither of the two.
+[[nodiscard]] constexpr bool IsRuleAction(int action) {
+    return action == IDC_MAKE_RULE || action == IDC_WHY;
+}
+bool DoRuleAction(int action, const TrafficFacts& facts, ListView& view);
 
 }  // namespace brennvar

@@ -6,12 +6,13 @@
 #include "base/DisplayName.h"
 #include "commands/Batch.h"
 #include "config/ResourceIds.h"
+#include "ipc/DriverRecords.h"
 #include "views/AddressActions.h"
 
 namespace brennvar {
 namespace {
 
-constexpr std::array<ListAction, 8> kActions = {
+constexpr std::array<ListAction, 10> kActions = {
     {{IDC_CONNECTIONS_DETAILS, Text{1362, "D&etails"}, ActionPlace::ButtonAndMenu, ActionRows::Focused,
       ListKey::Enter},
      {IDC_CONNECTIONS_BLOCK, Text{1670, "&Block temporarily"}, ActionPlace::ButtonAndMenu, ActionRows::Focused},
@@ -21,12 +22,29 @@ constexpr std::array<ListAction, 8> kActions = {
      kWhoIsButton,
      kLocateAction,
      {IDC_CONNECTIONS_FOLDER, Text{1673, "Open &folder of the program"}, ActionPlace::Menu, ActionRows::Focused},
-     {IDC_CONNECTIONS_RULE, Text{1674, "Show its &rule"}, ActionPlace::Menu, ActionRows::Focused}}};
+     {IDC_CONNECTIONS_RULE, Text{1674, "Show its &rule"}, ActionPlace::Menu, ActionRows::Focused},
+     kMakeRuleAction,
+     kWhyAction}};
 
 // What stands for no program that anybody could end: no process at all, and the system itself.
 constexpr std::uint32_t kSystemProcess = 4;
 bool IsEndable(std::uint32_t processId) {
     return processId != 0 && processId != kSystemProcess && processId != kNoProcess;
+}
+
+TrafficFacts FactsOf(const ConnectionTarget& target) {
+    const ConnectionRow& row = target.row;
+    TrafficFacts facts{.program = target.program.path,
+                       .protocol = kProtocolTcp,
+                       .direction = row.IsOutgoing() ? TrafficDirection::Outgoing : TrafficDirection::Incoming,
+                       .localAddress = row.localAddress,
+                       .remoteAddress = row.remoteAddress,
+                       .localPort = row.localPort,
+                       .remotePort = row.remotePort};
+    if (row.state == kStateListenUdp) facts.protocol = kProtocolUdp;
+    if (row.state == kStateListenIp) facts.protocol = 0;  // of any number
+    if (row.state == kStateListenOther) facts.protocol.reset();
+    return facts;
 }
 
 }  // namespace
@@ -37,7 +55,9 @@ std::span<const ListAction> ConnectionActions::All() {
 
 bool ConnectionActions::CanDo(int action, const ConnectionTarget& target) {
     switch (action) {
-        case IDC_CONNECTIONS_DETAILS: return true;
+        case IDC_CONNECTIONS_DETAILS:
+        case IDC_MAKE_RULE:
+        case IDC_WHY: return true;
         case IDC_CONNECTIONS_BLOCK: return target.row.IsEstablished();
         case IDC_CONNECTIONS_TERMINATE:
             // Whose identifier it is when its last connection has gone, nobody knows.
@@ -49,7 +69,7 @@ bool ConnectionActions::CanDo(int action, const ConnectionTarget& target) {
 }
 
 void ConnectionActions::Do(int action, const ConnectionTarget& target, ListView& view) {
-    if (!CanDo(action, target)) return;
+    if (!CanDo(action, target) || DoRuleAction(action, FactsOf(target), view)) return;
     switch (action) {
         case IDC_CONNECTIONS_DETAILS: ShowDetails(target, view); break;
         case IDC_CONNECTIONS_BLOCK: Block(target.row.remoteAddress, view); break;
@@ -92,6 +112,7 @@ void ConnectionActions::SendBlock(Ipv4 address, std::uint32_t seconds, ListView&
     m_parts.commander.Send(BlockAddressBatch(m_parts.language, address, seconds),
                            m_alive.Guard([this, address, seconds, &view](bool wasThere) {
                                if (!wasThere) return TellLost(view);
+                               m_parts.blocked.Add(address, m_parts.clock.UtcNow(), seconds);
                                view.Tell(m_parts.language.GetText(553, "Blocked connection"),
                                          BlockedText(m_parts.language, address, seconds));
                            }));

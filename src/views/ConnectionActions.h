@@ -11,6 +11,7 @@
 #include "base/Clock.h"
 #include "base/TaskQueue.h"
 #include "base/WhileAlive.h"
+#include "commands/BlockedAddresses.h"
 #include "commands/Commander.h"
 #include "config/Language.h"
 #include "config/OptionSource.h"
@@ -30,6 +31,7 @@ public:
         const OptionSource& options;
         const Clock& clock;
         LogLookups& lookups;
+        BlockedAddresses& blocked;  // gets what is blocked here
     };
     // The path of a process as it is known now; nothing when it has no connections.
     using PathOfProcess = std::function<std::optional<std::string>(std::uint32_t processId)>;

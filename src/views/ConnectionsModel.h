@@ -37,6 +37,7 @@ public:
         const OptionSource& options;
         UserValues& userValues;
         LogLookups& lookups;
+        BlockedAddresses& blocked;
     };
     explicit ConnectionsModel(const Parts& parts);
 

@@ -10,7 +10,7 @@
 namespace brennvar {
 namespace {
 
-constexpr std::array<ListAction, 9> kActions = {
+constexpr std::array<ListAction, 11> kActions = {
     {{TrafficLogModel::kDetails, Text{1362, "D&etails"}, ActionPlace::ButtonAndMenu, ActionRows::Focused,
       ListKey::Enter},
      {TrafficLogModel::kShowRule, Text{1674, "Show its &rule"}, ActionPlace::Menu, ActionRows::Focused},
@@ -19,6 +19,8 @@ constexpr std::array<ListAction, 9> kActions = {
      kTraceRouteAction,
      kWhoIsAction,
      kLocateAction,
+     kMakeRuleAction,
+     kWhyAction,
      {TrafficLogModel::kExport, Text{1437, "E&xport..."}, ActionPlace::ButtonAndMenu, ActionRows::None},
      {TrafficLogModel::kMail, Text{1808, "&Mail..."}, ActionPlace::ButtonAndMenu, ActionRows::SelectedOrAll},
      {TrafficLogModel::kDeleteLogs, Text{1217, "Delete logs..."}, ActionPlace::ButtonAndMenu, ActionRows::None}}};
@@ -34,7 +36,9 @@ bool TrafficLogModel::CanDo(int action, int row) const {
     if (action == kDeleteLogs) return true;
     const LogRow* const entry = RowAt(row);
     if (entry == nullptr) return false;
-    if (IsAddressAction(action)) return entry->hasAddresses && CanDoAddressAction(action, entry->remoteAddress);
+    if (IsAddressAction(action))
+        return entry->hasAddresses && CanDoAddressAction(action, entry->facts.remoteAddress);
+    if (IsRuleAction(action)) return entry->hasAddresses;
     switch (action) {
         case kShowRule:
         case kOpenFolder: return !entry->path.empty();
@@ -49,11 +53,14 @@ void TrafficLogModel::Do(int action, std::span<const int> rows) {
     if (action == kDeleteLogs) return View()->PostCommand(IDM_DELETE_LOGS);
     if (rows.empty() || !CanDo(action, rows.front())) return;
     const LogRow& entry = *RowAt(rows.front());
+    TrafficFacts facts = entry.facts;
+    facts.when->day = m_day;
+    if (DoRuleAction(action, facts, *View())) return;
     switch (action) {
         case kDetails: return ShowDetails(m_rows.NumberOf(rows.front()));
         case kShowRule: return View()->OpenPage(IDM_APPLICATIONS, entry.path);
         case kOpenFolder: return View()->OpenFolderOf(entry.path);
-        default: (void)DoAddressAction(action, entry.remoteAddress, *View()); break;
+        default: (void)DoAddressAction(action, facts.remoteAddress, *View()); break;
     }
 }
 

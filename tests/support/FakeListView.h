@@ -29,6 +29,8 @@ public:
     std::vector<std::string> links;
     std::vector<std::string> folders;
     std::vector<std::pair<AddressTool, std::string>> tools;
+    std::vector<TrafficFacts> made;  // rules were to be made of these
+    std::vector<TrafficFacts> explained;
     std::vector<std::string> told;
 
     // 'b' before a change, 'R', 'B' and 'L' after one of rows, behind and looks, "F3" for three rows that came
@@ -80,6 +82,8 @@ private:
     void OpenTool(AddressTool tool, const std::string& hostOrAddress) override {
         tools.emplace_back(tool, hostOrAddress);
     }
+    void MakeRule(const TrafficFacts& facts) override { made.push_back(facts); }
+    void Explain(const TrafficFacts& facts) override { explained.push_back(facts); }
     void Tell(const std::string& title, const std::string& text) override { told.push_back(title + ": " + text); }
 
     ListModel& m_model;

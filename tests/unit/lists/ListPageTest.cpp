@@ -131,6 +131,8 @@ protected:
     void OpenPageAt(int, const std::string&) override {}
     void Notify(const std::string&, const std::string&) override {}
     void OpenTool(AddressTool, const std::string&) override {}
+    void MakeRule(const TrafficFacts&) override {}
+    void Explain(const TrafficFacts&) override {}
 
     [[nodiscard]] LRESULT Ask(UINT message, int row, int column = 0) const {
         return ::SendMessageA(list, message, static_cast<WPARAM>(row), column);

@@ -83,6 +83,7 @@ protected:
                          return made;
                      }};
     Language language{nullptr};
+    BlockedAddresses blocked;
     std::unique_ptr<ConnectionsModel> model = MakeModel();
     test::FakeListView view{*model};
 
@@ -97,7 +98,8 @@ protected:
                                                                           .commander = rig.commander,
                                                                           .options = options,
                                                                           .userValues = userValues,
-                                                                          .lookups = lookups});
+                                                                          .lookups = lookups,
+                                                                          .blocked = blocked});
     }
     // Whatever the test has come to: the link must not wait for ever.
     void TearDown() override {
@@ -274,8 +276,8 @@ TEST_F(ConnectionsModelTest, GroupsKeepTheirStateAndSumWhatBelongsToThem) {
     EXPECT_EQ(model->Program(0), "c:\\tools\\a.exe");
     EXPECT_EQ(model->Program(1), std::nullopt);
     EXPECT_EQ(model->Program(5), "");
-    EXPECT_EQ(Offered(0), "00000011");
-    EXPECT_EQ(Offered(5), "00000000");
+    EXPECT_EQ(Offered(0), "0000001100");
+    EXPECT_EQ(Offered(5), "0000000000");
     model->SetExpanded(0, false);
     EXPECT_EQ(model->RowCount(), 5);
     EXPECT_FALSE(model->Shape(0).isExpanded);
@@ -404,12 +406,13 @@ TEST_F(ConnectionsModelTest, NothingIsDeliveredToAModelThatHasGone) {
 }
 
 TEST_F(ConnectionsModelTest, OffersWhatCanBeDoneWithARow) {
-    // Details, block, terminate, trace route, whois, locate, folder, rule.
+    // Details, block, terminate, trace route, whois, locate, folder, rule, make a rule, why.
     SetConnections({Connection(26, 1, 3), Connection(26, 2, 4), Connection(0, 3, 7), Connection(4, 4, 4),
                     Connection(0xFFFFFFFF, 5, 10)});
     SetListeners({Listener(6, 80, 26)});
     ASSERT_TRUE(ReadRows());
-    const char* const offered[] = {"11111111", "11111111", "11011111", "10011100", "10011111", "10100011"};
+    const char* const offered[] = {"1111111111", "1111111111", "1101111111",
+                                   "1001110011", "1001111111", "1010001111"};
     for (int row = 0; row < 6; ++row) EXPECT_EQ(Offered(row), offered[row]) << row << Text(row, Column::State);
     Do(IDC_ADDRESS_LOCATE, 0);
     Do(IDC_ADDRESS_LOCATE, 5);
@@ -427,11 +430,20 @@ TEST_F(ConnectionsModelTest, OffersWhatCanBeDoneWithARow) {
     Do(IDC_CONNECTIONS_RULE, 5);
     EXPECT_EQ(view.commands, std::vector<int>{IDM_APPLICATIONS});
     EXPECT_EQ(view.openedKey, "c:\\tools\\a.exe");
+    Do(IDC_WHY, 0);
+    Do(IDC_MAKE_RULE, 5);
+    const TrafficFacts& out = view.explained.at(0);
+    EXPECT_EQ(out.program, "c:\\tools\\a.exe");
+    EXPECT_EQ(out.protocol, 6U);
+    EXPECT_EQ(out.remoteAddress, ParseIpv4("93.184.216.34"));
+    const TrafficFacts& listener = view.made.at(0);
+    EXPECT_EQ(listener.direction, TrafficDirection::Incoming);
+    EXPECT_EQ(listener.localPort, 80);
     // Whose identifier it is once the connection has gone, nobody knows.
     SetConnections({});
     ASSERT_TRUE(ReadRows());
     EXPECT_EQ(model->Mark(0), RowMark::Gone);
-    EXPECT_EQ(Offered(0), "11011111");
+    EXPECT_EQ(Offered(0), "1101111111");
 }
 
 TEST_F(ConnectionsModelTest, BlocksTheOtherSideForTheTimeOfTheOption) {
@@ -451,6 +463,7 @@ TEST_F(ConnectionsModelTest, BlocksTheOtherSideForTheTimeOfTheOption) {
                                             {132, "93.184.216.34"},
                                             {644, "\x02"},
                                             {648, "IP: 93.184.216.34. Blocking IP address for 258 seconds"}})}));
+    EXPECT_EQ(blocked.InForce(clock.UtcNow() + 257 * kFileTimePerSecond), std::vector{*ParseIpv4("93.184.216.34")});
     EXPECT_EQ(view.told, std::vector<std::string>{
                              "Blocked connection: IP: 93.184.216.34. Blocking IP address for 258 seconds"});
     // A file that cannot be read, and a password that is refused.

@@ -505,6 +505,16 @@ TEST_F(TrafficLogModelTest, ActsOnRows) {
     EXPECT_EQ(view.openedKey, R"(C:\Program Files\App\app.exe)");
     model->Do(TrafficLogModel::kOpenFolder, first);
     EXPECT_EQ(view.folders, (std::vector<std::string>{R"(C:\Program Files\App\app.exe)"}));
+    model->Do(IDC_WHY, first);
+    const int withoutAddresses[] = {0};
+    model->Do(IDC_MAKE_RULE, withoutAddresses);
+    EXPECT_TRUE(view.made.empty());
+    ASSERT_EQ(view.explained.size(), 1U);
+    EXPECT_EQ(view.explained[0].program, R"(C:\Program Files\App\app.exe)");
+    EXPECT_EQ(view.explained[0].when->day, (LocalDate{2026, 3, 9}));
+    EXPECT_EQ(view.explained[0].when->minute, 14 * 60 + 2);
+    EXPECT_EQ(FormatIpv4(view.explained[0].remoteAddress), "93.184.216.34");
+    EXPECT_EQ(view.explained[0].remotePort, 443);
     model->Do(TrafficLogModel::kDeleteLogs, {});
     EXPECT_EQ(view.commands.back(), IDM_DELETE_LOGS);
     model->Do(TrafficLogModel::kDetails, first);
