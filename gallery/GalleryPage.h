@@ -59,6 +59,7 @@ public:
 [[nodiscard]] std::unique_ptr<GalleryPage> MakeLogDetailsGallery();
 [[nodiscard]] std::unique_ptr<GalleryPage> MakeConnectionDetailsGallery();
 [[nodiscard]] std::unique_ptr<GalleryPage> MakeImportGallery();
+[[nodiscard]] std::unique_ptr<GalleryPage> MakeImportAdvancedGallery();
 [[nodiscard]] std::unique_ptr<GalleryPage> MakeImportUnreadableGallery();
 [[nodiscard]] std::unique_ptr<GalleryPage> MakeTraceGallery();
 [[nodiscard]] std::unique_ptr<GalleryPage> MakeWhoIsGallery();

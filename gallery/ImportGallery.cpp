@@ -26,9 +26,36 @@ ImportPreview Preview() {
         .removed = 2,
         .changed = 2,
         .unchanged = 41,
-        .files = {{.path = "rules_advanced.conf", .before = 7120, .after = 8544}},
+        .files = {{.path = "rules_backup.conf", .before = 7120, .after = 8544}},
         .skipped = 1};
     return preview;
+}
+
+ImportPreview AdvancedPreview() {
+    AdvancedRule mail;
+    mail.description = "Mail";
+    mail.action = AdvancedAction::Allow;
+    mail.protocol = RuleProtocol::Tcp;
+    mail.route = RuleRoute::Outgoing;
+    mail.remote.firstPort = 993;
+    mail.remote.lastPort = 995;
+    mail.program = R"(C:\Program Files\Postbote\postbote.exe)";
+    AdvancedRule nights;
+    nights.description = "Quiet nights";
+    nights.hours = RuleHours{.first = 22 * 60, .last = 6 * 60};
+    AdvancedRule days = nights;
+    days.hours = RuleHours{.first = 20 * 60, .last = 6 * 60};
+    using AdvancedKind = AdvancedRuleChange::Kind;
+    return {.advanced = {{.kind = AdvancedKind::Added, .after = mail, .placeAfter = 2},
+                         {.kind = AdvancedKind::Removed, .before = mail, .placeBefore = 4},
+                         {.kind = AdvancedKind::Changed, .before = nights, .after = days, .placeBefore = 1},
+                         {.kind = AdvancedKind::Moved, .before = mail, .after = mail, .placeAfter = 3}},
+            .added = 1,
+            .removed = 1,
+            .changed = 1,
+            .moved = 1,
+            .unchanged = 12,
+            .damaged = 1};
 }
 
 std::unique_ptr<GalleryPage> Make(const ImportPreview& preview) {
@@ -42,6 +69,10 @@ std::unique_ptr<GalleryPage> Make(const ImportPreview& preview) {
 
 std::unique_ptr<GalleryPage> MakeImportGallery() {
     return Make(Preview());
+}
+
+std::unique_ptr<GalleryPage> MakeImportAdvancedGallery() {
+    return Make(AdvancedPreview());
 }
 
 std::unique_ptr<GalleryPage> MakeImportUnreadableGallery() {

@@ -51,6 +51,7 @@ constexpr PageEntry kPages[] = {
     {"details-log", &MakeLogDetailsGallery, 1, true},
     {"details-connection", &MakeConnectionDetailsGallery, 1, true},
     {"import", &MakeImportGallery, 1, true},
+    {"import-advanced", &MakeImportAdvancedGallery, 1, true},
     {"import-unreadable", &MakeImportUnreadableGallery, 1, true},
     {"trace", &MakeTraceGallery, 1, true},
     {"whois", &MakeWhoIsGallery, 1, true},

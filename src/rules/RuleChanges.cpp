@@ -49,8 +49,10 @@ Rules Decode(std::string_view enciphered) {
 void CompareRules(std::string_view before, std::string_view after, ImportPreview& preview) {
     const Rules old = Decode(before);
     const Rules fresh = Decode(after);
-    preview.isUnreadable = !fresh.isReadable;
-    if (preview.isUnreadable) return;
+    if (!fresh.isReadable) {
+        preview.isUnreadable = true;
+        return;
+    }
     std::vector<RuleChange> changed;
     for (const Rule& rule : fresh.list) {
         const auto found = old.places.find(LowerCase(rule.path));
@@ -63,13 +65,14 @@ void CompareRules(std::string_view before, std::string_view after, ImportPreview
             ++preview.unchanged;
         }
     }
-    preview.added = preview.rules.size();
+    const std::size_t added = preview.rules.size();
+    preview.added += added;
     for (const Rule& rule : old.list) {
         if (fresh.places.contains(LowerCase(rule.path))) continue;
         preview.rules.push_back({.kind = RuleChange::Kind::Removed, .path = rule.path, .before = rule.state});
     }
-    preview.removed = preview.rules.size() - preview.added;
-    preview.changed = changed.size();
+    preview.removed += preview.rules.size() - added;
+    preview.changed += changed.size();
     std::move(changed.begin(), changed.end(), std::back_inserter(preview.rules));
 }
 
@@ -80,6 +83,10 @@ ImportPreview PreviewImport(const ImportPlan& plan, CurrentFiles& current) {
         const auto before = current.Content(file.path);
         if (!file.isRemoved && EqualsIgnoringCase(file.path, kApplicationRulesEntry)) {
             CompareRules(before.value_or(std::string()), file.content, preview);
+            continue;
+        }
+        if (!file.isRemoved && EqualsIgnoringCase(file.path, kAdvancedRulesEntry)) {
+            CompareAdvancedRules(before.value_or(std::string()), file.content, preview);
             continue;
         }
         preview.files.push_back(

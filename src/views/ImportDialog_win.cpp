@@ -62,7 +62,8 @@ bool ImportDialog::CreateList() {
         TreeColumn made{.title = titles[static_cast<std::size_t>(column)],
                         .width = column == ImportRows::kChange ? kChangeWidth : kStateWidth};
         if (isPath) made.minimalWidth = kLeastPath;
-        made.takesRoom = made.isPath = isPath;
+        made.takesRoom = isPath;
+        made.isPath = isPath && !m_rows.HasSentences();
         made.longest = m_rows.Longest(column);
         columns.push_back(std::move(made));
     }

@@ -29,7 +29,11 @@ public:
     // The application rules cannot be read here: the answer for somebody in a hurry is no.
     [[nodiscard]] bool IsDoubtful() const { return m_preview.isUnreadable; }
 
-    [[nodiscard]] int Count() const { return static_cast<int>(m_preview.files.size() + m_preview.rules.size()); }
+    [[nodiscard]] int Count() const {
+        return static_cast<int>(m_preview.files.size() + m_preview.rules.size() + m_preview.advanced.size());
+    }
+    // The rows are advanced rules: sentences stand where paths do.
+    [[nodiscard]] bool HasSentences() const { return !m_preview.advanced.empty(); }
     [[nodiscard]] std::string CellText(int row, int column) const;
     [[nodiscard]] Tone ToneOf(int row, int column) const;
     // What may stand in the columns but the path.
@@ -39,6 +43,10 @@ private:
     // Files come first: there are few.
     [[nodiscard]] const FileChange* FileAt(int row) const;
     [[nodiscard]] const RuleChange& RuleAt(int row) const;
+    // Null: it is none.
+    [[nodiscard]] const AdvancedRuleChange* AdvancedAt(int row) const;
+    [[nodiscard]] std::string CellOf(const AdvancedRuleChange& change, int column) const;
+    [[nodiscard]] std::string NameOf(AdvancedRuleChange::Kind kind) const;
     [[nodiscard]] std::string NameOf(RuleChange::Kind kind) const;
 
     const Language& m_language;

@@ -5,6 +5,7 @@
 #include <map>
 
 #include "support/GoldenCipher.h"
+#include "support/RuleWords.h"
 
 namespace brennvar {
 namespace {
@@ -79,6 +80,57 @@ TEST(RuleChangesTest, OtherFilesAreTheirNamesAndSizes) {
                                                       {.path = "new.conf", .before = std::nullopt, .after = 0},
                                                       {.path = "gone.conf", .before = 3, .after = std::nullopt}}));
     EXPECT_EQ(preview.skipped, 3U);
+}
+
+// Rules of an enciphered file: identifiers and what is in their place, "3 allow udp".
+std::string AdvancedFileOf(const std::vector<std::pair<std::uint32_t, const char*>>& rules) {
+    std::string records;
+    for (const auto& [id, words] : rules) {
+        AdvancedRuleRecord record = EncodeRule(test::RuleIn(words));
+        record.id = id;
+        if (std::string_view(words) == "damaged") record.action = 9;
+        records += test::BytesOf(record);
+    }
+    return test::EncipherByHand(records, 712);
+}
+
+TEST(RuleChangesTest, FindsAdvancedRulesByTheirIdentifiers) {
+    ImportPreview preview;
+    CompareAdvancedRules(
+        AdvancedFileOf(
+            {{1, "deny"}, {2, "allow"}, {3, "deny udp"}, {4, "deny icmp"}, {5, "deny arp"}, {7, "in"}, {7, "out"}}),
+        AdvancedFileOf({{5, "deny arp"},
+                        {1, "deny"},
+                        {3, "allow udp"},
+                        {9, "damaged"},
+                        {4, "deny icmp"},
+                        {7, "in"},
+                        {7, "out"},
+                        {7, "tcp"}}),
+        preview);
+    const auto told = [](const AdvancedRuleChange& change) {
+        const auto state = [](const std::optional<AdvancedRule>& rule, std::size_t place) {
+            return rule ? std::to_string(rule->id) + '@' + std::to_string(place) : std::string("-");
+        };
+        return std::to_string(static_cast<int>(change.kind)) + ' ' + state(change.before, change.placeBefore) +
+               ' ' + state(change.after, change.placeAfter);
+    };
+    std::vector<std::string> all;
+    for (const AdvancedRuleChange& change : preview.advanced) all.push_back(told(change));
+    EXPECT_EQ(all, (std::vector<std::string>{"0 - 9@3", "0 - 7@7", "1 2@1 -", "2 3@2 3@2", "3 5@4 5@0"}));
+    EXPECT_EQ(preview.added, 2U);
+    EXPECT_EQ(preview.removed, 1U);
+    EXPECT_EQ(preview.changed, 1U);
+    EXPECT_EQ(preview.moved, 1U) << "the fewest that explain the order";
+    EXPECT_EQ(preview.unchanged, 4U);
+    EXPECT_EQ(preview.damaged, 1U);
+
+    for (const std::string& file : {std::string(712, 'x'), AdvancedFileOf({{1, "deny"}}) + 'x'}) {
+        preview = {};
+        CompareAdvancedRules(AdvancedFileOf({{1, "deny"}}), file, preview);
+        EXPECT_TRUE(preview.isUnreadable);
+        EXPECT_TRUE(preview.advanced.empty());
+    }
 }
 
 }  // namespace

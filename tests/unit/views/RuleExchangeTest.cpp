@@ -340,5 +340,34 @@ TEST(ImportRowsTest, FilesComeFirstAndRulesSayWhatBecomesOfThem) {
     EXPECT_FALSE(rows.IsDoubtful());
 }
 
+TEST(ImportRowsTest, AdvancedRulesAreSentences) {
+    const Language language(nullptr);
+    AdvancedRule rule;
+    rule.description = "Mail";
+    AdvancedRule changed = rule;
+    changed.action = AdvancedAction::Allow;
+    using AdvancedKind = AdvancedRuleChange::Kind;
+    const ImportPreview preview{
+        .advanced = {{.kind = AdvancedKind::Changed, .before = rule, .after = changed, .placeBefore = 2},
+                     {.kind = AdvancedKind::Moved, .before = rule, .after = rule, .placeAfter = 4},
+                     {.kind = AdvancedKind::Removed, .before = AdvancedRule()}},
+        .moved = 1,
+        .damaged = 2};
+    const ImportRows rows(language, preview);
+    const auto row = [&rows](int number) {
+        std::string text;
+        for (int column = 0; column < ImportRows::kColumnCount; ++column)
+            text += rows.CellText(number, column) + '|';
+        return text;
+    };
+    ASSERT_EQ(rows.Count(), 3);
+    EXPECT_EQ(row(0), "Changed|Mail: Deny all traffic -> Allow all traffic|Deny (3)|Allow (1)|");
+    EXPECT_EQ(row(1), "Moved|Mail: Deny all traffic|Deny (1)|Deny (5)|");
+    EXPECT_EQ(row(2), "Removed|Deny all traffic|Deny (1)||");
+    EXPECT_EQ(rows.ToneOf(0, ImportRows::kAfter), Tone::Allow);
+    EXPECT_EQ(rows.Remarks(), std::vector<std::string>{"Damaged rules, which never match: 2"});
+    EXPECT_NE(rows.Counts().find("Moved: 1"), std::string::npos);
+}
+
 }  // namespace
 }  // namespace brennvar
