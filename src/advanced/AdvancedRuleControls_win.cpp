@@ -141,8 +141,7 @@ void AdvancedRuleDialog::PlaceControls() {
     LONG left = content.left;
     for (const CCheckBox* box : {&m_enabled, &m_logged}) {
         const LONG end = std::min(left + box->FullWidth(), right);
-        const LONG boxTop = buttonTop + (m_ok.Size().cy - box->HeightAt(end - left)) / 2;
-        box->Place({left, boxTop, end, boxTop + box->HeightAt(end - left)});
+        box->Place({left, buttonTop, end, content.bottom});
         left = end + Scale(2 * kGap);
     }
 }
@@ -158,9 +157,7 @@ int AdvancedRuleDialog::PlaceChoiceRow(int top) const {
     };
     placeName(m_actionName);
     for (const CRadioButton* button : {&m_deny, &m_allow}) {
-        const int height = button->HeightAt(Scale(kActionWidth));
-        const LONG buttonTop = top + (FieldHeight() - height) / 2;
-        button->Place({left, buttonTop, left + Scale(kActionWidth), buttonTop + height});
+        button->Place({left, top, left + Scale(kActionWidth), bottom});
         left += Scale(kActionWidth);
     }
     left += Scale(kGap);
@@ -202,28 +199,27 @@ void AdvancedRuleDialog::PlaceWhoAndWhen(int& top) const {
     Row(RuleField::User).Place({userLeft, top, content.right, top}, Row(RuleField::User).NameWidth());
     top += RowHeight();
 
-    const int right = PlaceLimits(m_hours, RuleField::FirstTime, content.left, top, Scale(kTimeWidth));
-    (void)PlaceLimits(m_dates, RuleField::FirstDay, std::max<int>(right + Scale(2 * kGap), userLeft), top,
-                      Scale(kDayWidth));
+    // Under the frames of the two ends.
+    const LONG middle = content.left + (content.right - content.left + Scale(kGap)) / 2;
+    PlaceLimits(m_hours, RuleField::FirstTime, {content.left, top, middle - Scale(kGap), top}, Scale(kTimeWidth));
+    PlaceLimits(m_dates, RuleField::FirstDay, {middle, top, content.right, top}, Scale(kDayWidth));
     top += RowHeight();
     placeWithButton(RuleField::Description, m_suggest, content.right);
     top += RowHeight() + Scale(kSmallGap);
 }
 
-int AdvancedRuleDialog::PlaceLimits(const CCheckBox& box, RuleField first, int left, int top,
-                                    int fieldWidth) const {
-    const int boxWidth = box.FullWidth();
-    const int boxHeight = box.HeightAt(boxWidth);
-    const int boxTop = top + (FieldHeight() - boxHeight) / 2;
-    box.Place({left, boxTop, left + boxWidth, boxTop + boxHeight});
-    left += boxWidth + Scale(kSmallGap);
+void AdvancedRuleDialog::PlaceLimits(const CCheckBox& box, RuleField first, const RECT& place,
+                                     int fieldWidth) const {
+    LONG left = place.left;
+    box.Place({left, place.top, left + box.FullWidth(), place.top + FieldHeight()});
+    left += box.FullWidth() + Scale(kSmallGap);
+    // The remark of both stands below both, and has the rest of the row.
+    const LONG firstEnd = left + fieldWidth;
+    Row(first).Place({left, place.top, firstEnd, place.top}, 0, place.right - firstEnd);
     const RuleFieldRow& second = Row(After(first, 1));
-    const int rest = Scale(2 * kSmallGap) + second.NameWidth() + fieldWidth;
-    // The remark of both stands below both.
-    Row(first).Place({left, top, left + fieldWidth, top}, 0, rest);
-    const int secondLeft = left + fieldWidth + Scale(kSmallGap);
-    second.Place({secondLeft, top, left + fieldWidth + rest, top}, second.NameWidth());
-    return left + fieldWidth + rest;
+    left = firstEnd + Scale(kSmallGap);
+    second.Place({left, place.top, left + second.NameWidth() + Scale(kSmallGap) + fieldWidth, place.top},
+                 second.NameWidth());
 }
 
 void AdvancedRuleDialog::OnPaintGround(HDC dc) {

@@ -71,7 +71,7 @@ private:
     int PlaceChoiceRow(int top) const;
     void PlaceEnd(const EndParts& end, RuleField host, const RECT& place) const;
     void PlaceWhoAndWhen(int& top) const;
-    [[nodiscard]] int PlaceLimits(const CCheckBox& box, RuleField first, int left, int top, int fieldWidth) const;
+    void PlaceLimits(const CCheckBox& box, RuleField first, const RECT& place, int fieldWidth) const;
     [[nodiscard]] int RowHeight() const;
 
     void ShowForm(const RuleForm& form);

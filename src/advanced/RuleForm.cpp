@@ -18,10 +18,10 @@ constexpr Text kMaskOfHardware{1969, "A hardware address has no mask."};
 constexpr Text kMaskIsThere{1970, "The mask stands with the address."};
 constexpr Text kDayOrderFault{1974, "The first day is after the last one."};
 constexpr Text kNoPath{1975, "The full path of the program is needed."};
-constexpr Text kLongPath{1976, "This path is too long: 259 letters at most."};
-constexpr Text kNoDomain{1977, "Name the domain or computer of the user as well."};
-constexpr Text kLongUser{1978, "This name is too long: 103 letters at most."};
-constexpr Text kLongDescription{1979, "This text is too long: 255 letters at most."};
+constexpr Text kLongPath{1976, "Too long: 259 letters at most."};
+constexpr Text kNoDomain{1977, "The domain or computer is missing."};
+constexpr Text kLongUser{1978, "Too long: 103 letters at most."};
+constexpr Text kLongDescription{1979, "Too long: 255 letters at most."};
 
 // A rule for every protocol asks for the ports of those that have them.
 constexpr bool AsksForPorts(RuleProtocol protocol) {
