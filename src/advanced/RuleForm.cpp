@@ -3,6 +3,7 @@
 #include <string_view>
 
 #include "advanced/RuleFields.h"
+#include "rules/RuleMatch.h"
 #include "rules/RuleSentence.h"
 
 namespace brennvar {
@@ -22,11 +23,6 @@ constexpr Text kLongPath{1976, "Too long: 259 letters at most."};
 constexpr Text kNoDomain{1977, "The domain or computer is missing."};
 constexpr Text kLongUser{1978, "Too long: 103 letters at most."};
 constexpr Text kLongDescription{1979, "Too long: 255 letters at most."};
-
-// A rule for every protocol asks for the ports of those that have them.
-constexpr bool AsksForPorts(RuleProtocol protocol) {
-    return protocol != RuleProtocol::Icmp && protocol != RuleProtocol::Arp;
-}
 
 struct EndFields {
     RuleField host;

@@ -4,6 +4,7 @@
 #include <initializer_list>
 
 #include "base/DisplayName.h"
+#include "rules/RuleMatch.h"
 
 namespace brennvar {
 namespace {
@@ -38,10 +39,8 @@ std::string AddressText(const RuleEnd& end) {
     }
 }
 
-// Whether the ports of the rule's ends count: those of any protocol do when it is one that has ports.
 bool PortsCount(const RuleEnd& end, RuleProtocol protocol) {
-    return end.HasPortRange() &&
-           (HasPorts(protocol) || protocol == RuleProtocol::Any || protocol == RuleProtocol::Ip);
+    return end.HasPortRange() && AsksForPorts(protocol);
 }
 
 // Parts with commas between them.

@@ -57,7 +57,7 @@ struct Patch {
     std::size_t offset;
     std::string_view bytes;
 };
-std::string Patched(std::initializer_list<Patch> patches) {
+std::string Patched(const std::vector<Patch>& patches) {
     std::string bytes = GoldenRecord();
     for (const auto& [offset, piece] : patches) bytes.replace(offset, piece.size(), piece);
     return bytes;
@@ -88,34 +88,34 @@ TEST(AdvancedRuleTest, ReadsAndWritesEachByteWhereItStands) {
 }
 
 TEST(AdvancedRuleTest, TellsDamagedRecordsFromOddOnes) {
-    const std::vector<std::initializer_list<Patch>> damaged = {{{4, "\2"}},  // action
-                                                               {{8, "\2"}},  // enabled
-                                                               {{12, "\2"}},
-                                                               {{15, "\1"}},  // protocol
-                                                               {{16, "\3"}},  // route
-                                                               {{20, "\3"}},
-                                                               {{44, "\3"}},  // kind of end
-                                                               {{20, "\2"}},
-                                                               {{44, "\2"}},  // one by hardware, one by address
-                                                               {{28, "\xFF\0\xFF"sv}},  // mask
-                                                               {{52, "\x7F"}},
-                                                               {{56, "\x59"}},  // ports the wrong way round
-                                                               {{32, "\2\0\1"sv}},
-                                                               {{68, "\7"}},  // restrictions
-                                                               {{72, "\xA0\5"}},
-                                                               {{74, "\xA0\5"}},  // minute 1440
-                                                               {{76, "\x69"}},    // the last day before the first
-                                                               {{76, "\x44"}},
-                                                               {{80, "\x70"}},  // 2026-11-88, 2026-12-32
-                                                               {{76, "\0\0\0\0"sv}},
-                                                               {{80, "\xFF\xFF\xFF\xFF"}},
-                                                               {{84, "\2"}}};  // logged
+    const std::vector<std::vector<Patch>> damaged = {{{4, "\2"}},  // action
+                                                     {{8, "\2"}},  // enabled
+                                                     {{12, "\2"}},
+                                                     {{15, "\1"}},  // protocol
+                                                     {{16, "\3"}},  // route
+                                                     {{20, "\3"}},
+                                                     {{44, "\3"}},  // kind of end
+                                                     {{20, "\2"}},
+                                                     {{44, "\2"}},            // one by hardware, one by address
+                                                     {{28, "\xFF\0\xFF"sv}},  // mask
+                                                     {{52, "\x7F"}},
+                                                     {{56, "\x59"}},  // ports the wrong way round
+                                                     {{32, "\2\0\1"sv}},
+                                                     {{68, "\7"}},  // restrictions
+                                                     {{72, "\xA0\5"}},
+                                                     {{74, "\xA0\5"}},  // minute 1440
+                                                     {{76, "\x69"}},    // the last day before the first
+                                                     {{76, "\x44"}},
+                                                     {{80, "\x70"}},  // 2026-11-88, 2026-12-32
+                                                     {{76, "\0\0\0\0"sv}},
+                                                     {{80, "\xFF\xFF\xFF\xFF"}},
+                                                     {{84, "\2"}}};  // logged
     for (std::size_t i = 0; i < damaged.size(); ++i) {
         const AdvancedRule rule = Decode(Patched(damaged[i]));
         EXPECT_TRUE(rule.isDamaged) << i;
         EXPECT_EQ(rule.description, "Office only") << i;
     }
-    const std::vector<std::initializer_list<Patch>> whole = {
+    const std::vector<std::vector<Patch>> whole = {
         {{0, "\0\0\0\0"sv}},                                       // no identifier
         {{20, "\0"sv}, {44, "\2"}},                                // hardware and any
         {{28, "\0\0\0\0"sv}},                                      // prefix 0
