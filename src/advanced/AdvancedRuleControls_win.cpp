@@ -73,7 +73,8 @@ void AdvancedRuleDialog::CreateChoiceRow() {
     const Look& look = GetLook();
     const HWND window = Window();
     constexpr DWORD kName = SS_LEFT | SS_CENTERIMAGE;
-    m_actionName.Create(window, language.GetText(1982, "A&ction:"), LabelKind::Plain, kName, IDC_RULE_LABEL, look);
+    // Without a mnemonic: a radio button that gets the keyboard by one is checked.
+    m_actionName.Create(window, language.GetText(1503, "Action:"), LabelKind::Plain, kName, IDC_RULE_LABEL, look);
     m_deny.Create(window, ActionText(language, AdvancedAction::Deny), RadioPlace::FirstOfGroup, IDC_RULE_DENY,
                   look);
     m_allow.Create(window, ActionText(language, AdvancedAction::Allow), RadioPlace::Further, IDC_RULE_ALLOW, look);
