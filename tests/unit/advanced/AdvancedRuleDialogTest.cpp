@@ -138,12 +138,8 @@ TEST_F(AdvancedRuleDialogTest, LooksUpNamesOnRequestAndOffersWhatWasFound) {
         choices.users({"HOME\\fred", "HOME\\wilma"});
         ::SetFocus(Field(User));
     });
-    owner.PostKey(VK_F4);
-    owner.Post([] {
-        ::PostMessageA(::GetActiveWindow(), WM_KEYDOWN, VK_DOWN, 0);
-        ::PostMessageA(::GetActiveWindow(), WM_KEYDOWN, VK_DOWN, 0);
-        ::PostMessageA(::GetActiveWindow(), WM_KEYDOWN, VK_RETURN, 0);
-    });
+    for (const WPARAM key : {VK_F4, VK_DOWN, VK_DOWN, VK_RETURN}) owner.PostKey(key);
+    owner.Post([] {});  // the menu has closed
     owner.Post([] { EXPECT_EQ(TextOfWindow(Field(User)), "HOME\\wilma"); });
     owner.PostKey(VK_ESCAPE);
     EXPECT_FALSE(editor.AskNew({}));
