@@ -45,6 +45,14 @@ Session::Session(const SessionSurroundings& surroundings, Language openedLanguag
       archives(PostWhenFinished(kMessageCompletions)),
       archivesClock(archives.Stopping()),
       ruleDialogs(fonts, language),
+      ruleChoices({.devices = devices,
+                   .reads = reads,
+                   .clock = readsClock,
+                   .link = link,
+                   .programQueue = programQueue,
+                   .programFiles = programFiles},
+                  PostWhenFinished(kMessageCompletions)),
+      ruleEditor({.fonts = fonts, .language = language, .choices = ruleChoices, .clock = clock}),
       rules({.language = language,
              .queue = archives,
              .clock = archivesClock,
@@ -81,6 +89,7 @@ void Session::Begin(HWND window, SessionView& view) {
     m_view = &view;
     gate.SetOwner(window);
     ruleDialogs.SetOwner(window);
+    ruleEditor.SetOwner(window);
     rules.Begin();
     commander.Send(Batch(UserCommand::Start));
     activity.Start();
@@ -91,6 +100,7 @@ void Session::End() {
     m_view = nullptr;
     gate.SetOwner(nullptr);
     ruleDialogs.SetOwner(nullptr);
+    ruleEditor.SetOwner(nullptr);
 }
 
 void Session::RunCompletions() {
@@ -98,6 +108,7 @@ void Session::RunCompletions() {
     reads.RunCompletions();
     programQueue.RunCompletions();
     archives.RunCompletions();
+    ruleChoices.RunCompletions();
     if (m_view) m_view->ShowService(link.Service());
 }
 
@@ -108,6 +119,7 @@ void Session::StopLinks(std::chrono::milliseconds limit) {
     reads.Stop(std::chrono::milliseconds(0));
     programQueue.Stop(std::chrono::milliseconds(0));
     archives.Stop(std::chrono::milliseconds(0));
+    ruleChoices.Stop();
 }
 
 void Session::RefreshFigures() {

@@ -10,6 +10,8 @@
 #include <string>
 
 #include "advanced/DecisionFiles.h"
+#include "advanced/RuleChoices_win.h"
+#include "advanced/RuleEditor_win.h"
 #include "app/Figures.h"
 #include "app/MachineWatch.h"
 #include "app/SessionView.h"
@@ -134,6 +136,8 @@ public:
     SystemClock archivesClock;
     DiskRuleFiles ruleFiles;
     WinRuleDialogs ruleDialogs;
+    WinRuleChoices ruleChoices;
+    WinRuleEditor ruleEditor;
     RuleExchange rules;
     Statistics statistics{AmountWords(language)};
     ConnectionPrompt prompt;
