@@ -12,4 +12,19 @@ std::string Language::GetText(int number, std::string_view english) const {
     return text.empty() ? std::string(english) : text;
 }
 
+std::string FillText(std::string_view text, std::initializer_list<std::string_view> values) {
+    std::string filled;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const bool isPlace = text[i] == '%' && i + 1 < text.size() && text[i + 1] >= '1' && text[i + 1] <= '9';
+        const auto number = isPlace ? static_cast<std::size_t>(text[i + 1] - '1') : values.size();
+        if (number < values.size()) {
+            filled += values.begin()[number];
+            ++i;
+        } else {
+            filled += text[i];
+        }
+    }
+    return filled;
+}
+
 }  // namespace brennvar

@@ -2,6 +2,7 @@
 // use and stands in for whatever the file lacks.
 #pragma once
 
+#include <initializer_list>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -23,5 +24,9 @@ public:
 private:
     std::unique_ptr<const IniSource> m_file;
 };
+
+// The text with the values in the places of "%1", "%2" and so on, in whichever order the language has them. A place
+// without a value stays; what is in a value is not a place.
+[[nodiscard]] std::string FillText(std::string_view text, std::initializer_list<std::string_view> values);
 
 }  // namespace brennvar

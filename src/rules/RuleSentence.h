@@ -23,4 +23,9 @@ namespace brennvar {
 // "8:00-17:00, 2026-12-01 to 2026-12-24", "always".
 [[nodiscard]] std::string WhenText(const Language& language, const AdvancedRule& rule);
 
+// The same in every language.
+[[nodiscard]] std::string HardwareText(const HardwareAddress& address);  // "02:00:00:AB:CD:EF"
+[[nodiscard]] std::string TimeText(int minute);                          // of the day, "8:05"
+[[nodiscard]] std::string DateText(const LocalDate& day);                // "2026-12-01"
+
 }  // namespace brennvar
