@@ -44,6 +44,14 @@ Session::Session(const SessionSurroundings& surroundings, Language openedLanguag
       archives(PostWhenFinished(kMessageCompletions)),
       archivesClock(archives.Stopping()),
       ruleDialogs(fonts, language),
+      ruleChoices({.devices = devices,
+                   .reads = reads,
+                   .clock = readsClock,
+                   .link = link,
+                   .programQueue = programQueue,
+                   .programFiles = programFiles},
+                  PostWhenFinished(kMessageCompletions)),
+      ruleEditor({.fonts = fonts, .language = language, .choices = ruleChoices, .clock = clock}),
       rules({.language = language,
              .queue = archives,
              .clock = archivesClock,
@@ -80,6 +88,7 @@ void Session::Begin(HWND window, SessionView& view) {
     m_view = &view;
     gate.SetOwner(window);
     ruleDialogs.SetOwner(window);
+    ruleEditor.SetOwner(window);
     rules.Begin();
     commander.Send(Batch(UserCommand::Start));
     activity.Start();
@@ -90,6 +99,7 @@ void Session::End() {
     m_view = nullptr;
     gate.SetOwner(nullptr);
     ruleDialogs.SetOwner(nullptr);
+    ruleEditor.SetOwner(nullptr);
 }
 
 void Session::RunCompletions() {
@@ -97,6 +107,7 @@ void Session::RunCompletions() {
     reads.RunCompletions();
     programQueue.RunCompletions();
     archives.RunCompletions();
+    ruleChoices.RunCompletions();
     if (m_view) m_view->ShowService(link.Service());
 }
 
@@ -107,6 +118,7 @@ void Session::StopLinks(std::chrono::milliseconds limit) {
     reads.Stop(std::chrono::milliseconds(0));
     programQueue.Stop(std::chrono::milliseconds(0));
     archives.Stop(std::chrono::milliseconds(0));
+    ruleChoices.Stop();
 }
 
 void Session::RefreshFigures() {

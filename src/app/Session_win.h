@@ -9,6 +9,8 @@
 #include <functional>
 #include <string>
 
+#include "advanced/RuleChoices_win.h"
+#include "advanced/RuleEditor_win.h"
 #include "app/Figures.h"
 #include "app/MachineWatch.h"
 #include "app/SessionView.h"
@@ -130,6 +132,8 @@ public:
     SystemClock archivesClock;
     DiskRuleFiles ruleFiles;
     WinRuleDialogs ruleDialogs;
+    WinRuleChoices ruleChoices;
+    WinRuleEditor ruleEditor;
     RuleExchange rules;
     Statistics statistics{AmountWords(language)};
     ConnectionPrompt prompt;

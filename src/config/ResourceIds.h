@@ -18,6 +18,7 @@
 #define IDD_MAIL_TEST 988
 #define IDD_TRACE_ROUTE 986
 #define IDD_IMPORT_RULES 989
+#define IDD_ADVANCED_RULE 995
 
 // Icons
 #define IDI_TRAY_IDLE_NORMAL 160
@@ -220,3 +221,24 @@
 #define IDC_IMPORT_COUNTS 1510
 #define IDC_IMPORT_REMARKS 1511
 #define IDC_IMPORT_LIST 1512
+
+// The editor of an advanced rule; the buttons are IDOK and IDCANCEL. Of the three numbers of a typed field each has
+// the number of its RuleField added.
+#define IDC_RULE_NOTE 1560
+#define IDC_RULE_DENY 1561
+#define IDC_RULE_ALLOW 1562
+#define IDC_RULE_PROTOCOL 1563
+#define IDC_RULE_ROUTE 1564
+#define IDC_RULE_HOURS 1565
+#define IDC_RULE_DATES 1566
+#define IDC_RULE_ENABLED 1567
+#define IDC_RULE_LOGGED 1568
+#define IDC_RULE_SENTENCE 1569
+#define IDC_RULE_FIELD 1570
+#define IDC_RULE_PICK 1585   // opens what can be picked for the field
+#define IDC_RULE_REMARK 1600  // below the field
+#define IDC_RULE_LOOK_UP_LOCAL 1613
+#define IDC_RULE_LOOK_UP_REMOTE 1614
+#define IDC_RULE_BROWSE 1615
+#define IDC_RULE_SUGGEST 1616
+#define IDC_RULE_LABEL 1617  // of all names and frames
