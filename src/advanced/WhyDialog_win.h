@@ -52,7 +52,6 @@ private:
     [[nodiscard]] RECT OpeningPlace(SIZE size) const override;
     [[nodiscard]] int RowCount() const override { return static_cast<int>(m_report.lines.size()); }
     [[nodiscard]] TreeCell Cell(int row, int column) const override;
-    [[nodiscard]] std::string Tip(int row, int column) const override { return Cell(row, column).text; }
 
     void CreateField(WhyField field);
     [[nodiscard]] bool CreateList();

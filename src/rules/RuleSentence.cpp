@@ -77,7 +77,7 @@ std::string ProtocolText(const Language& language, RuleProtocol protocol) {
 }
 
 std::string WhatText(const Language& language, const AdvancedRule& rule) {
-    const std::string protocol = ProtocolText(language, rule.protocol);
+    std::string protocol = ProtocolText(language, rule.protocol);
     switch (rule.route) {
         case RuleRoute::Incoming: return FillText(language.GetText(1916, "%1 in"), {protocol});
         case RuleRoute::Outgoing: return FillText(language.GetText(1917, "%1 out"), {protocol});
