@@ -62,20 +62,20 @@ std::vector<ListColumn> AdvancedModel::Columns() const {
     const Language& language = m_parts.language;
     std::vector<std::string> actions;
     for (const auto action : {AdvancedAction::Deny, AdvancedAction::Allow}) {
-        actions.push_back(ActionText(language, action));
+        actions.push_back(FillText(language.GetText(2086, "%1, covered"), {ActionText(language, action)}));
     }
     actions.push_back(language.GetText(2085, "Damaged"));
-    return {{.title = language.GetText(2064, "Place"), .width = 40, .isNumber = true},
+    return {{.title = language.GetText(2064, "Place"), .width = 32, .isNumber = true},
             {.title = language.GetText(1028, "Action"),
-             .width = 96,
+             .width = 80,
              .longest = std::move(actions),
              .checkAction = kSwitch},
-            {.title = language.GetText(2065, "What"), .width = 88},
-            {.title = language.GetText(2066, "Local"), .width = 88},
-            {.title = language.GetText(2067, "Remote"), .width = 120},
-            {.title = language.GetText(1422, "Program"), .width = 104, .hasIcon = true},
-            {.title = language.GetText(2068, "When"), .width = 88},
-            {.title = language.GetText(2069, "Description"), .width = 160, .takesRoom = true}};
+            {.title = language.GetText(2065, "What"), .width = 48},
+            {.title = language.GetText(2066, "Local"), .width = 48},
+            {.title = language.GetText(2067, "Remote"), .width = 64},
+            {.title = language.GetText(1422, "Program"), .width = 64, .hasIcon = true},
+            {.title = language.GetText(2068, "When"), .width = 48},
+            {.title = language.GetText(2069, "Description"), .width = 120, .takesRoom = true}};
 }
 
 std::string AdvancedModel::EmptyText() const {

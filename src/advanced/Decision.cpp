@@ -77,7 +77,9 @@ bool Decision::IsDeciderCertain() const {
 
 Decision Decide(const KnownRules& known, const TrafficFacts& facts, const LocalMoment& moment) {
     Decision decision;
-    decision.steps = {BlockedStep(known.blocked, facts.remoteAddress), ModeStep(known.mode)};
+    decision.steps.reserve(16);
+    decision.steps.push_back(BlockedStep(known.blocked, facts.remoteAddress));
+    decision.steps.push_back(ModeStep(known.mode));
     AddAdvancedSteps(known, facts, moment, decision);
     decision.steps.push_back(ApplicationStep(known.application, !facts.program.empty()));
     decision.steps.push_back(

@@ -9,6 +9,7 @@
 #include <functional>
 #include <string>
 
+#include "advanced/AdvancedRules.h"
 #include "advanced/DecisionFiles.h"
 #include "advanced/RuleChoices_win.h"
 #include "advanced/RuleEditor_win.h"
@@ -138,6 +139,7 @@ public:
     WinRuleDialogs ruleDialogs;
     WinRuleChoices ruleChoices;
     WinRuleEditor ruleEditor;
+    AdvancedRules advancedRules;
     RuleExchange rules;
     Statistics statistics{AmountWords(language)};
     ConnectionPrompt prompt;
