@@ -77,6 +77,7 @@ bool Decision::IsDeciderCertain() const {
 
 Decision Decide(const KnownRules& known, const TrafficFacts& facts, const LocalMoment& moment) {
     Decision decision;
+    decision.steps.reserve(16);
     decision.steps.push_back(BlockedStep(known.blocked, facts.remoteAddress));
     decision.steps.push_back(ModeStep(known.mode));
     AddAdvancedSteps(known, facts, moment, decision);

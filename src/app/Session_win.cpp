@@ -5,8 +5,10 @@
 #include <utility>
 
 #include "config/Charset.h"
+#include "config/Folders.h"
 #include "config/OptionTable.h"
 #include "config/Options.h"
+#include "rules/AdvancedRuleFile.h"
 
 namespace brennvar {
 namespace {
@@ -17,6 +19,14 @@ ProtectionModes::ReadMode ModeReader(const std::string& dataFolder, Clock& clock
         if (pause.count() > 0) (void)clock.Sleep(pause);  // cut short, nobody waits for the mode
         return std::optional(
             ProtectionModeOf(options.ReadOption(static_cast<std::uint32_t>(OptionId::ProtectionMode), 0)));
+    };
+}
+
+// The pause is the clock's, as above.
+AdvancedRules::Load AdvancedRulesLoader(const std::string& dataFolder, Clock& clock) {
+    return [path = AdvancedRulesFilePath(dataFolder), &clock](std::chrono::milliseconds pause) {
+        if (pause.count() > 0) (void)clock.Sleep(pause);
+        return LoadAdvancedRules(path, clock);
     };
 }
 
@@ -52,11 +62,19 @@ Session::Session(const SessionSurroundings& surroundings, Language openedLanguag
                    .programFiles = programFiles},
                   PostWhenFinished(kMessageCompletions)),
       ruleEditor({.fonts = fonts, .language = language, .choices = ruleChoices, .clock = clock}),
+      advancedRules({.language = language,
+                     .clock = clock,
+                     .reads = reads,
+                     .load = AdvancedRulesLoader(dataFolder, readsClock),
+                     .commander = commander,
+                     .editor = ruleEditor,
+                     .dialogs = ruleDialogs}),
       rules({.language = language,
              .queue = archives,
              .clock = archivesClock,
              .commander = commander,
              .dialogs = ruleDialogs,
+             .advanced = advancedRules,
              .files = ruleFiles,
              .folders = RuleFoldersOf(dataFolder)}),
       prompt(fonts, devices, clock, PostWhenFinished(kMessageQuestion)),

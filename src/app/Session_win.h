@@ -9,6 +9,7 @@
 #include <functional>
 #include <string>
 
+#include "advanced/AdvancedRules.h"
 #include "advanced/RuleChoices_win.h"
 #include "advanced/RuleEditor_win.h"
 #include "app/Figures.h"
@@ -134,6 +135,7 @@ public:
     WinRuleDialogs ruleDialogs;
     WinRuleChoices ruleChoices;
     WinRuleEditor ruleEditor;
+    AdvancedRules advancedRules;
     RuleExchange rules;
     Statistics statistics{AmountWords(language)};
     ConnectionPrompt prompt;

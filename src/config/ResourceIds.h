@@ -81,6 +81,8 @@
 #define IDM_WHOIS 978
 #define IDM_EXPORT_RULES 979
 #define IDM_IMPORT_RULES 991
+#define IDM_EXPORT_ADVANCED 967
+#define IDM_IMPORT_ADVANCED 968
 
 // What the Applications page tells the control center: the user has changed actions, the last one to this
 #define IDM_APPLICATION_ASK 338
@@ -147,6 +149,19 @@
 #define IDC_APPLICATIONS_UNDO 1500
 #define IDC_APPLICATIONS_EXPORT 1501
 #define IDC_APPLICATIONS_IMPORT 1502
+
+// Advanced page
+#define IDC_ADVANCED_ADD 1620
+#define IDC_ADVANCED_EDIT 1621
+#define IDC_ADVANCED_DUPLICATE 1622
+#define IDC_ADVANCED_DELETE 1623
+#define IDC_ADVANCED_UP 1624
+#define IDC_ADVANCED_DOWN 1625
+#define IDC_ADVANCED_ENABLE 1626
+#define IDC_ADVANCED_DISABLE 1627
+#define IDC_ADVANCED_UNDO 1628
+#define IDC_ADVANCED_EXPORT 1629
+#define IDC_ADVANCED_IMPORT 1630
 
 // Connections page
 #define IDC_CONNECTIONS_DETAILS 1280
