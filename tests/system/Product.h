@@ -94,6 +94,8 @@ protected:
     static void Answer(HWND dialog, int button, Place place = Place::current());
     // The same with the message that comes now and says this.
     void AnswerMessage(const std::string& expected, int button = IDOK, Place place = Place::current()) const;
+    // Windows' own dialog for a file.
+    static void AnswerFileDialog(HWND dialog, const std::string& path);
     // It ends of its own accord, with 0.
     void ExpectEnd(Place place = Place::current()) const;
     // Exits, as the user confirms.
