@@ -8,6 +8,7 @@
 //   click:WINDOW:ID       clicks the check box or button ID, in the window at any depth
 //   choose:WINDOW:ID:N    chooses the N-th entry, from 0, of the list box ID, where that opens no dialog
 //   pick:WINDOW:ID:N      the same of a combo box
+//   text:WINDOW:ID:TEXT   puts the text into the field ID
 //   rows:WINDOW:N         until a list of the window shows at least N rows
 //   size:WINDOW:WxH       until the window has been sized, pixels
 //   maximise:WINDOW       until it fills the screen
@@ -28,6 +29,7 @@
 #include "Programs.h"
 #include "tree/TreeMessages_win.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <string>
@@ -99,6 +101,12 @@ HWND MenuOwner(HWND window) {
     return isKnown && (info.flags & GUI_INMENUMODE) != 0 ? info.hwndMenuOwner : nullptr;
 }
 
+bool SetFieldText(HWND window, const std::string& idAndText) {
+    const HWND field = FindVisibleControl(window, std::atoi(idAndText.c_str()));
+    const std::string text = idAndText.substr(std::min(idAndText.find(':') + 1, idAndText.size()));
+    return Ask(field, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(text.c_str())) == TRUE;
+}
+
 bool OpenListMenu(HWND window) {
     // As from the keyboard.
     const HWND list = FindVisibleChild(window, kTreeClass);
@@ -135,6 +143,7 @@ bool Work(HWND window, const std::string& verb, const std::string& rest) {
     if (verb == "choose") return ChooseEntry(window, rest, LB_SETCURSEL, LBN_SELCHANGE);
     if (verb == "pick") return ChooseEntry(window, rest, CB_SETCURSEL, CBN_SELCHANGE);
     if (verb == "click") return ::PostMessageA(FindVisibleControl(window, number), BM_CLICK, 0, 0) != FALSE;
+    if (verb == "text") return SetFieldText(window, rest);
     if (verb == "rows") return WaitUntil([&] { return ListHasRows(window, number); });
     if (verb == "size") return SizeWindow(window, rest);
     if (verb == "maximise") return Maximise(window, true);

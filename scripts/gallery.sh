@@ -60,14 +60,14 @@ show_program() {
     done
     wine dist/BrennvarGUI.exe >/dev/null 2>&1 </dev/null &
     local interface=$!
-    local main='#462' question='#334' confirmation='#905' leaving='#1120' about='#951' password='#1204' sheet='#981' mail='#1461' mail_test='#1481' why='#1551' group=1287
+    local main='#462' question='#334' confirmation='#905' leaving='#1120' about='#951' password='#1204' sheet='#981' mail='#1461' mail_test='#1481' why='#1551' site='#1656' group=1287
     local page number name rows
     local steps=("enabled:$question:334" "picture:$question:$shots/$prefix-question.bmp"
         "press:$question:573" "press:$question:334" "gone:$question"
         "enabled:$question:337" "picture:$question:$shots/$prefix-activity.bmp" "press:$question:337" "gone:$question")
     # Command numbers of the pages, and how many rows their lists get from the scenario.
     local pages=(461:statistics 462:connections:8 429:advanced 437:options 439:applications:6 463:trafficlog:12)
-    local sections=(general enhancements logging miscellaneous icmp filesharing filtering resources password) section
+    local sections=(general enhancements logging miscellaneous icmp filesharing filtering trusted resources password) section
     for size in 1000x680 820x560; do
         steps+=("size:$main:$size")
         for page in "${pages[@]}"; do
@@ -114,7 +114,9 @@ show_program() {
         "popups:$main:$shots/$prefix-applications-menu.bmp" "leave:$main" "cell:$main:4x1+" "key:$main:46"
         "wait:$confirmation" "picture:$confirmation:$shots/$prefix-applications-remove.bmp" "press:$confirmation:2"
         "gone:$confirmation"
-        "page:$main:437" "choose:$main:1100:1" "click:$main:1016" "picture:$main:$shots/$prefix-options-warning.bmp"
+        "page:$main:437" "choose:$main:1100:6" "click:$main:1653" "wait:$site" "text:$site:1656:ads.example.com"
+        "picture:$site:$shots/$prefix-add-site.bmp" "press:$site:2" "gone:$site"
+        "choose:$main:1100:1" "click:$main:1016" "picture:$main:$shots/$prefix-options-warning.bmp"
         "command:$main:462" "wait:$leaving" "picture:$leaving:$shots/$prefix-leaving.bmp" "press:$leaving:1120"
         "gone:$leaving"
         "command:$main:376" "wait:$confirmation" "picture:$confirmation:$shots/$prefix-exit.bmp"

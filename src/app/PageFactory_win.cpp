@@ -12,6 +12,7 @@
 #include "views/ApplicationsModel.h"
 #include "views/ConnectionsModel.h"
 #include "views/OptionsPage_win.h"
+#include "views/ServiceListFiles_win.h"
 #include "views/StatisticsPage_win.h"
 #include "views/TrafficLogModel.h"
 
@@ -70,13 +71,16 @@ std::unique_ptr<CPage> MakePage(const PageInfo& info, Session& session, SkinsAnd
                                                                          .mail = mail,
                                                                          .temporaryFolder = TemporaryFolder()}));
         case IDM_OPTIONS:
-            return std::make_unique<OptionsPage>(session.fonts, language, std::move(texts),
-                                                 OptionEditor::Parts{.commander = session.commander,
-                                                                     .reads = session.reads,
-                                                                     .options = session.options,
-                                                                     .userValues = session.userValues,
-                                                                     .resources = resources,
-                                                                     .clock = session.clock});
+            return std::make_unique<OptionsPage>(
+                session.fonts, language, std::move(texts),
+                OptionEditor::Parts{.commander = session.commander,
+                                    .reads = session.reads,
+                                    .options = session.options,
+                                    .userValues = session.userValues,
+                                    .resources = resources,
+                                    .clock = session.clock},
+                OptionsPage::ListSources{.trusted = TrustedFile(session.dataFolder, session.readsClock),
+                                         .sites = SitesFile(session.dataFolder, session.readsClock)});
         default:  // the statistics
             return std::make_unique<StatisticsPage>(session.fonts, language, std::move(texts), session.statistics);
     }

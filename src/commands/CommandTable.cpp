@@ -100,6 +100,8 @@ constexpr CommandInfo kCommands[] = {
           "restart. "
           "Restart now?"},
      kResources, kNothing, kNothing},
+    // The program is told in the event's detail.
+    {UserCommand::AddTrusted, kProtected, kNothing, kTrust, kOptionsChanged, Text{2110, "Trusted programs"}},
     {UserCommand::ResetTrusted, kProtected, Text{1270, "Do you want to reset the list of trusted programs?"},
      kResetTrusted, Text{580, "Reset Trusted"}, kNothing},
     {UserCommand::ResetFingerprints, kProtected, kNothing, kResetFingerprints, Text{199, "Fingerprints reset"},

@@ -34,6 +34,7 @@ enum class UserCommand {
     ApplyFileSharing,
     SetPassword,
     SetResources,
+    AddTrusted,
     ResetTrusted,
     ResetFingerprints,
     ResetFirewall,

@@ -31,4 +31,17 @@ void Commander::SetFilterPort(std::uint32_t port, Sent done) {
     m_link.SendToFilter([port](FilterQueue& queue) { queue.FILTER_SET_PROXY_PORT(port); }, std::move(done));
 }
 
+void Commander::AddSite(std::string name, Sent done) {
+    m_link.SendToFilter([name = std::move(name)](FilterQueue& queue) { queue.FILTER_ADD_ENTRY(name); },
+                        std::move(done));
+}
+
+void Commander::RemoveSites(std::vector<std::uint32_t> ids, Sent done) {
+    m_link.SendToFilter(
+        [ids = std::move(ids)](FilterQueue& queue) {
+            for (const std::uint32_t id : ids) queue.FILTER_DELETE_ENTRY(id);
+        },
+        std::move(done));
+}
+
 }  // namespace brennvar

@@ -5,6 +5,8 @@
 #include <chrono>
 #include <cstdint>
 #include <functional>
+#include <string>
+#include <vector>
 
 #include "commands/AskPassword.h"
 #include "commands/Batch.h"
@@ -48,6 +50,9 @@ public:
 
     // The port of the filtering proxy, which goes to the web-filter queue.
     void SetFilterPort(std::uint32_t port, Sent done);
+    // The list of filtered sites, by way of the same queue. One entry after the other is removed.
+    void AddSite(std::string name, Sent done);
+    void RemoveSites(std::vector<std::uint32_t> ids, Sent done);
 
 private:
     ServiceLink& m_link;

@@ -26,6 +26,9 @@ std::string RestoreFolderPath(const std::string& dataFolder) {
 std::string TrustedFilePath(const std::string& dataFolder) {
     return dataFolder + R"(\trusted.conf)";
 }
+std::string SitesFilePath(const std::string& dataFolder) {
+    return dataFolder + R"(\domain.conf)";
+}
 std::string LogFolderPath(const std::string& dataFolder) {
     return dataFolder + R"(\Log)";
 }

@@ -15,6 +15,7 @@ namespace brennvar {
 [[nodiscard]] std::string ImportFolderPath(const std::string& dataFolder);   // while rules are imported
 [[nodiscard]] std::string RestoreFolderPath(const std::string& dataFolder);  // what imports have replaced
 [[nodiscard]] std::string TrustedFilePath(const std::string& dataFolder);
+[[nodiscard]] std::string SitesFilePath(const std::string& dataFolder);
 [[nodiscard]] std::string LogFolderPath(const std::string& dataFolder);
 [[nodiscard]] std::string AdviceFilePath(const std::string& dataFolder);
 

@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "base/Windows_win.h"
+#include "config/FileStamp_win.h"
 #include "config/Folders.h"
 #include "config/Folders_win.h"
 #include "config/Options.h"
@@ -17,11 +17,7 @@ std::optional<StoredOptions> OptionFile::Read() const {
 }
 
 FileStamp OptionFile::Stamp() const {
-    const auto join = [](DWORD high, DWORD low) { return std::uint64_t{high} << 32 | low; };
-    WIN32_FILE_ATTRIBUTE_DATA facts{};
-    if (!::GetFileAttributesExA(ConfigFilePath(GetDataFolder()).c_str(), GetFileExInfoStandard, &facts)) return {};
-    return {.written = join(facts.ftLastWriteTime.dwHighDateTime, facts.ftLastWriteTime.dwLowDateTime),
-            .size = join(facts.nFileSizeHigh, facts.nFileSizeLow)};
+    return StampOf(ConfigFilePath(GetDataFolder()));
 }
 
 }  // namespace brennvar

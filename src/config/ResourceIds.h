@@ -20,6 +20,7 @@
 #define IDD_IMPORT_RULES 989
 #define IDD_WHY 994
 #define IDD_ADVANCED_RULE 995
+#define IDD_ADD_SITE 997
 
 // Icons
 #define IDI_TRAY_IDLE_NORMAL 160
@@ -229,6 +230,17 @@
 // What is done with a connection wherever one is seen
 #define IDC_MAKE_RULE 1554
 #define IDC_WHY 1555
+// Lists of the Options page
+#define IDC_TRUSTED_LIST 1650
+#define IDC_TRUSTED_ADD 1651
+#define IDC_SITES_LIST 1652
+#define IDC_SITES_ADD 1653
+#define IDC_SITES_REMOVE 1654
+
+// A site to be filtered; the buttons are IDOK and IDCANCEL
+#define IDC_SITE_LABEL 1655
+#define IDC_SITE_NAME 1656
+#define IDC_SITE_PROBLEM 1657
 
 // Preview of an import of rules; the buttons are IDOK and IDCANCEL
 #define IDC_IMPORT_COUNTS 1510

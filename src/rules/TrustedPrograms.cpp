@@ -5,6 +5,7 @@
 
 #include "base/AsciiCase.h"
 #include "ipc/RecordFile.h"
+#include "rules/ListFile.h"
 #include "rules/ListRecords.h"
 
 namespace brennvar {
@@ -29,6 +30,16 @@ bool IsTrustedProgram(const std::string& trustedFile, std::string_view path) {
         return !isTrusted;
     });
     return isTrusted;
+}
+
+std::optional<std::vector<std::string>> LoadTrustedPrograms(const std::string& trustedFile, Clock& clock) {
+    std::vector<std::string> paths;
+    const bool isWhole = ReadListRecords<TrustedRecord>(trustedFile, clock, [&paths](const TrustedRecord& record) {
+        const std::string_view path = PathOf(record);
+        if (!path.empty()) paths.emplace_back(path);
+    });
+    if (!isWhole) return std::nullopt;
+    return paths;
 }
 
 }  // namespace brennvar

@@ -1,6 +1,7 @@
 #include "views/OptionForm_win.h"
 
 #include <algorithm>
+#include <stdexcept>
 #include <utility>
 
 #include "config/OptionValues.h"
@@ -23,6 +24,7 @@ constexpr int kFieldWidth = 240;
 constexpr int kLeastFieldWidth = 112;
 constexpr int kFlagIndent = 24;  // of a check box's text, and of what belongs to it
 constexpr int kFlagPadding = 8;  // right of that text
+constexpr int kLeastList = 128;  // height
 
 // Digits of 32 and of 16 bits.
 constexpr WPARAM kNumberLimit = 10;
@@ -40,6 +42,7 @@ struct OptionForm::Row {
     CEdit edit;
     CComboBox list;
     CButton button;
+    std::unique_ptr<COptionList> entries;
     std::vector<Item> items;
     std::string content;  // of a list: what it was filled with, kept where that is none of its items
 
@@ -78,8 +81,8 @@ struct OptionForm::Row {
     }
 };
 
-OptionForm::OptionForm(const Look& look, const Language& language, const SectionInfo& section)
-    : CScrollPanel(look), m_language(language), m_section(section) {}
+OptionForm::OptionForm(const Look& look, const Language& language, const SectionInfo& section, const Lists& lists)
+    : CScrollPanel(look), m_language(language), m_section(section), m_lists(lists) {}
 
 OptionForm::~OptionForm() = default;
 
@@ -99,9 +102,18 @@ void OptionForm::CreateRow(Row& row) {
         case RowKind::Heading: CreateLabel(row, LabelKind::Bold, kOneLine); break;
         case RowKind::Remark: CreateLabel(row, LabelKind::Quiet, kSeveralLines); break;
         case RowKind::Field: CreateField(row); break;
-        case RowKind::Button: {
-            const bool isWide = !FitsButton(kButtonMedium, Window(), GetLook(), caption);
-            row.button.Create(Window(), isWide ? kButtonLarge : kButtonMedium, caption, info.control, GetLook());
+        case RowKind::List:
+            row.entries = std::make_unique<COptionList>(m_language, *m_lists.at(info.control));
+            if (!row.entries->CreateList(Window(), info.control, GetLook())) throw std::runtime_error("no list");
+            break;
+        case RowKind::Button:
+        case RowKind::Action: {
+            const auto fits = [&](const ButtonKind& kind) {
+                return FitsButton(kind, Window(), GetLook(), caption);
+            };
+            const bool isNarrow = info.kind == RowKind::Action && fits(kButtonDialog);
+            const ButtonKind& roomy = fits(kButtonMedium) ? kButtonMedium : kButtonLarge;
+            row.button.Create(Window(), isNarrow ? kButtonDialog : roomy, caption, info.control, GetLook());
             break;
         }
     }
@@ -156,6 +168,15 @@ int OptionForm::LabelWidth(int column, int width) const {
 }
 
 int OptionForm::OnPlaceContent(int width, int top) {
+    const int least = Scale(kLeastList);
+    const int height = PlaceColumns(width, top, least);
+    // A list gets what is left below.
+    const int room = ClientRect().bottom - height;
+    if (room <= 0 || m_section.List() == 0) return height;
+    return PlaceColumns(width, top, least + room);
+}
+
+int OptionForm::PlaceColumns(int width, int top, int listHeight) const {
     const int inside = width - 2 * Scale(kMargin);
     int count = 1;
     for (const auto& row : m_rows) count = std::max(count, row->info.column + 1);
@@ -176,7 +197,7 @@ int OptionForm::OnPlaceContent(int width, int top) {
             column.top = bottom;
         }
         for (const auto& row : m_rows) {
-            if (row->info.column == index) PlaceRow(*row, column);
+            if (row->info.column == index) PlaceRow(*row, column, listHeight);
         }
         bottom = column.top;
         height = std::max(height, bottom);
@@ -184,7 +205,22 @@ int OptionForm::OnPlaceContent(int width, int top) {
     return height + Scale(kMargin) - top;
 }
 
-void OptionForm::PlaceRow(const Row& row, Column& column) const {
+void OptionForm::PlaceButton(const Row& row, Column& column) const {
+    const int left = row.info.isBeside ? column.beside + Scale(kFieldGap) : column.left;
+    // Where there is no room beside the last one it stands below.
+    if (row.info.isBeside && left + row.button.Size().cx <= column.left + column.width) {
+        column.top -= row.button.Size().cy;
+        row.button.MoveTo(left, column.top);
+        column.beside = left + row.button.Size().cx;
+    } else {
+        column.top += Scale(kFieldGap);
+        row.button.MoveTo(column.left, column.top);
+        column.beside = column.left + row.button.Size().cx;
+    }
+    column.top += row.button.Size().cy;
+}
+
+void OptionForm::PlaceRow(const Row& row, Column& column, int listHeight) const {
     const int left = column.left;
     const int right = column.left + column.width;
     int& top = column.top;
@@ -202,11 +238,12 @@ void OptionForm::PlaceRow(const Row& row, Column& column) const {
             top += height + Scale(kFieldGap);
             return;
         }
-        case RowKind::Button:
-            top += Scale(kFieldGap);
-            row.button.MoveTo(left, top);
-            top += row.button.Size().cy;
+        case RowKind::List:
+            row.entries->Place({left, top, right, top + listHeight});
+            top += listHeight;
             return;
+        case RowKind::Button:
+        case RowKind::Action: return PlaceButton(row, column);
         case RowKind::Field: return PlaceField(row, column);
     }
 }
@@ -289,6 +326,13 @@ FormDraft::Fields OptionForm::ReadFields() const {
         if (row->HasField()) fields[row->info.control] = row->Content();
     }
     return fields;
+}
+
+COptionList* OptionForm::List() const {
+    for (const auto& row : m_rows) {
+        if (row->entries) return row->entries.get();
+    }
+    return nullptr;
 }
 
 HWND OptionForm::ControlWindow(int control) const {

@@ -2,6 +2,7 @@
 // stands in the fields comes from and goes to the page as texts.
 #pragma once
 
+#include <map>
 #include <memory>
 #include <string>
 #include <vector>
@@ -14,14 +15,18 @@
 #include "controls/Label_win.h"
 #include "controls/ScrollPanel_win.h"
 #include "views/FormDraft.h"
+#include "views/OptionList_win.h"
 #include "views/OptionSections.h"
 
 namespace brennvar {
 
 class OptionForm final : public CScrollPanel {
 public:
-    // Both are borrowed; the section is one of OptionSections.
-    OptionForm(const Look& look, const Language& language, const SectionInfo& section);
+    // What lists show, by the numbers of their rows.
+    using Lists = std::map<int, const ServiceList*>;
+
+    // All are borrowed; the section is one of OptionSections.
+    OptionForm(const Look& look, const Language& language, const SectionInfo& section, const Lists& lists);
     ~OptionForm() override;
     // Hidden, of no size yet. The parent gets the controls' notifications.
     [[nodiscard]] bool CreateForm(HWND parent, int id);
@@ -33,6 +38,8 @@ public:
     // What stands in every field.
     [[nodiscard]] FormDraft::Fields ReadFields() const;
     [[nodiscard]] HWND ControlWindow(int control) const;
+    // The list of the section; null where it has none.
+    [[nodiscard]] COptionList* List() const;
 
 private:
     struct Row;
@@ -44,21 +51,25 @@ private:
         int left;
         int width;
         int labelWidth;
-        int begin;  // its upper end
-        int top;    // of the next row
+        int begin;       // its upper end
+        int top;         // of the next row
+        int beside = 0;  // the right end of the button that was placed last
     };
     void CreateRow(Row& row);
     void CreateLabel(Row& row, LabelKind kind, DWORD style) const;
     void CreateField(Row& row) const;
     void FillList(Row& row, std::vector<Item> items) const;
     int OnPlaceContent(int width, int top) override;
-    void PlaceRow(const Row& row, Column& column) const;
+    [[nodiscard]] int PlaceColumns(int width, int top, int listHeight) const;
+    void PlaceButton(const Row& row, Column& column) const;
+    void PlaceRow(const Row& row, Column& column, int listHeight) const;
     void PlaceField(const Row& row, Column& column) const;
     [[nodiscard]] int LabelWidth(int column, int width) const;
     [[nodiscard]] Row* Find(int control) const;
 
     const Language& m_language;
     const SectionInfo& m_section;
+    const Lists& m_lists;
     std::vector<std::unique_ptr<Row>> m_rows;
 };
 

@@ -42,6 +42,15 @@ public:
     Section& Button(int command, const Text& text, int column = 0) {
         return Add({RowKind::Button, command, text, column});
     }
+    Section& Action(int control, const Text& text, int column = 0) {
+        return Add({RowKind::Action, control, text, column});
+    }
+    // The button that was added last stands on the right of the one before.
+    Section& Beside() {
+        m_info.rows.back().isBeside = true;
+        return *this;
+    }
+    Section& List(int control, int column = 0) { return Add({RowKind::List, control, {}, column}); }
     Section& Field(OptionKind kind, int control, const Text& text) {
         return Add({RowKind::Field, control, text, 0, kind});
     }
@@ -75,11 +84,7 @@ std::vector<SectionInfo> MakeSections() {
     using Kind = SectionInfo::Kind;
     Section filtering(Kind::BrowserFiltering, Text{1202, "Browser filtering"}, OptionGroup::BrowserFiltering);
     for (const FilterFlag& flag : kFilterFlags) filtering.Field(OptionKind::Flag, flag.control, flag.caption);
-    return {Section(OptionGroup::General)
-                .Options()
-                .Button(IDM_RESET, Text{610, "Reset"})
-                .Button(IDM_RESET_TRUSTED, Text{580, "Reset Trusted"})
-                .Made(),
+    return {Section(OptionGroup::General).Options().Button(IDM_RESET, Text{610, "Reset"}).Made(),
             Section(OptionGroup::Enhancements, kFlagColumn)
                 .Options()
                 .Options(1)
@@ -109,19 +114,39 @@ std::vector<SectionInfo> MakeSections() {
                 .Options(1)
                 .Made(),
             Section(OptionGroup::FileSharing).Options().Made(),
-            filtering.Options().Made(),
+            filtering.Options()
+                .Heading(Text{2123, "Filtered sites"}, 1)
+                .List(IDC_SITES_LIST, 1)
+                .Action(IDC_SITES_ADD, Text{2070, "Add..."}, 1)
+                .Action(IDC_SITES_REMOVE, Text{406, "Remove"}, 1)
+                .Beside()
+                .Made(),
+            Section(Kind::Nothing, Text{2110, "Trusted programs"})
+                .Remark(Text{
+                    2125, "These programs may act on other programs and start the web browser without a question."})
+                .List(IDC_TRUSTED_LIST)
+                .Action(IDC_TRUSTED_ADD, Text{2070, "Add..."})
+                .Button(IDM_RESET_TRUSTED, Text{580, "Reset Trusted"})
+                .Beside()
+                .Made(),
             Section(Kind::Resources, Text{1203, "Skins and languages"})
                 .Heading(Text{342, "Skins/Languages:"})
                 .Field(OptionKind::List, IDC_OPTIONS_SKIN, Text{343, "Active skin:"})
                 .Field(OptionKind::List, IDC_OPTIONS_LANGUAGE, Text{344, "Active language:"})
                 .Made(),
-            Section(Kind::Password, Text{197, "Password"})
+            Section(Kind::Nothing, Text{197, "Password"})
                 .Remark(Text{341, "Protects your security settings from being changed."})
                 .Button(IDM_SET_PASSWORD, Text{370, "Set Password"})
                 .Made()};
 }
 
 }  // namespace
+
+int SectionInfo::List() const {
+    const auto list =
+        std::find_if(rows.begin(), rows.end(), [](const RowInfo& row) { return row.kind == RowKind::List; });
+    return list == rows.end() ? 0 : list->control;
+}
 
 std::span<const SectionInfo> OptionSections() {
     static const std::vector<SectionInfo> sections = MakeSections();

@@ -16,6 +16,8 @@ enum class RowKind {
     Remark,  // a quiet text that explains
     Field,
     Button,  // sends its number to the control center as a command
+    Action,  // a button that the page answers itself
+    List,    // of the service; what is left of the form's height is shared by its lists
 };
 
 struct RowInfo {
@@ -24,17 +26,21 @@ struct RowInfo {
     Text caption;
     int column = 0;
     OptionKind field = OptionKind::Flag;  // how a field is shown, of an option or not
+    bool isBeside = false;                // of a button: on the right of the one before
 };
 
 struct SectionInfo {
     // What applying means.
-    enum class Kind { Options, BrowserFiltering, Resources, Password };
+    enum class Kind { Options, BrowserFiltering, Resources, Nothing };
 
     Kind kind;
     Text caption;
-    OptionGroup group;  // whose options it shows; None of Resources and Password
+    OptionGroup group;  // whose options it shows; None of Resources and Nothing
     int columnWidth;    // the least, pixels at 96 per inch: in a narrower form the columns stand below each other
     std::vector<RowInfo> rows;
+
+    // The number of its list, 0: it has none.
+    [[nodiscard]] int List() const;
 };
 
 [[nodiscard]] std::span<const SectionInfo> OptionSections();

@@ -8,9 +8,11 @@
 #include "dialogs/MessageDialog_win.h"
 #include "dialogs/ModalPlace_win.h"
 #include "dialogs/Questions_win.h"
+#include "dialogs/SavePlaceDialog_win.h"
 #include "ui/ChildControls_win.h"
 #include "ui/Paint_win.h"
 #include "views/OptionFields.h"
+#include "views/SpamListAddDialog_win.h"
 
 namespace brennvar {
 namespace {
@@ -32,14 +34,26 @@ constexpr int kFilteringApplied = 1199;  // a command that the page posts to its
 
 constexpr auto kWarningDuration = 15s;
 
+bool HasFields(const SectionInfo& section) {
+    return std::any_of(section.rows.begin(), section.rows.end(),
+                       [](const RowInfo& row) { return row.kind == RowKind::Field; });
+}
+
+ServiceList::Parts ListParts(const OptionEditor::Parts& parts, std::shared_ptr<const ListSource> source) {
+    return {.commander = parts.commander, .reads = parts.reads, .clock = parts.clock, .source = std::move(source)};
+}
+
 }  // namespace
 
 OptionsPage::OptionsPage(const CFonts& fonts, const Language& language, PageTexts texts,
-                         const OptionEditor::Parts& parts)
+                         const OptionEditor::Parts& parts, const ListSources& lists)
     : CPage(fonts, std::move(texts)),
       m_language(language),
       m_resources(parts.resources),
       m_editor(parts, *this),
+      m_trusted(ListParts(parts, lists.trusted), *this),
+      m_sites(ListParts(parts, lists.sites), *this),
+      m_lists{{IDC_TRUSTED_LIST, &m_trusted}, {IDC_SITES_LIST, &m_sites}},
       m_balloon(fonts),
       m_forms(OptionSections().size()) {}
 
@@ -70,10 +84,17 @@ void OptionsPage::OnPlaceContent(const RECT& place) {
     form.bottom = applyTop - Scale(kGap);
     m_list.Place(Inset(list, 1));
     m_apply.MoveTo(form.left, applyTop);
-    m_note.Place({form.left + m_apply.Size().cx + Scale(kNoteGap), applyTop, form.right, place.bottom});
+    m_footer = {form.left, applyTop, form.right, place.bottom};
+    PlaceNote();
     m_formPlace = Inset(form, 1);
     SetCards({list, form});
     if (Form()) Form()->Place(m_formPlace);
+}
+
+void OptionsPage::PlaceNote() {
+    RECT note = m_footer;
+    if (HasFields(Info())) note.left += m_apply.Size().cx + Scale(kNoteGap);
+    m_note.Place(note);
 }
 
 void OptionsPage::ChooseSection() {
@@ -87,10 +108,14 @@ void OptionsPage::ChooseSection() {
 }
 
 bool OptionsPage::CreateForm(std::size_t index) {
-    auto form = std::make_unique<OptionForm>(GetLook(), m_language, OptionSections()[index]);
+    auto form = std::make_unique<OptionForm>(GetLook(), m_language, OptionSections()[index], m_lists);
     if (!form->CreateForm(Window(), IDC_OPTIONS_FORM)) return false;
     // Tab goes from the list to the form and on to the button.
     ::SetWindowPos(form->Window(), m_list.Window(), 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+    if (COptionList* const list = form->List()) {
+        list->events.selectionChanged = [this] { ShowListState(); };
+        if (OptionSections()[index].List() == IDC_SITES_LIST) list->removeWanted = [this] { RemoveSites(); };
+    }
     m_forms[index] = std::move(form);
     return true;
 }
@@ -99,6 +124,7 @@ void OptionsPage::OpenSection(std::size_t index) {
     if (!m_forms[index] && !CreateForm(index)) return;
     m_balloon.Hide();
     m_editor.ForgetNote(m_current);
+    if (ServiceList* const list = ListOfSection()) list->ForgetNote();
     OptionForm* const last = Form();
     m_current = index;
     m_list.Select(static_cast<int>(index));
@@ -111,7 +137,8 @@ void OptionsPage::OpenSection(std::size_t index) {
         if (::IsChild(last->Window(), ::GetFocus())) ::SetFocus(m_list.Window());
         ::ShowWindow(last->Window(), SW_HIDE);
     }
-    ::ShowWindow(m_apply.Window(), Info().kind == SectionInfo::Kind::Password ? SW_HIDE : SW_SHOWNA);
+    ::ShowWindow(m_apply.Window(), HasFields(Info()) ? SW_SHOWNA : SW_HIDE);
+    PlaceNote();
 }
 
 void OptionsPage::FillResourceLists() {
@@ -131,8 +158,14 @@ void OptionsPage::ShowOptions() {
     m_isShowing = true;
     Form()->ShowFields(m_editor.Shown(m_current));
     m_isShowing = false;
+    StateChanged();
+}
+
+void OptionsPage::StateChanged() {
+    if (!Form()) return;
     ShowNote();
-    if (m_editor.IsFollowing()) {
+    ShowListState();
+    if (m_editor.IsFollowing() || m_trusted.IsFollowing() || m_sites.IsFollowing()) {
         ::SetTimer(Window(), kFollowTimer, kFollowPause, nullptr);
     } else {
         ::KillTimer(Window(), kFollowTimer);
@@ -140,7 +173,9 @@ void OptionsPage::ShowOptions() {
 }
 
 void OptionsPage::ShowNote() {
-    m_note.SetText(m_language.GetText(m_editor.NoteText(m_current)));
+    Text note = m_editor.NoteText(m_current);
+    if (ServiceList* const list = ListOfSection(); list && note.number == 0) note = list->NoteText();
+    m_note.SetText(note.number != 0 ? m_language.GetText(note) : std::string());
     // Not while it applies: a button that is disabled loses the keyboard.
     const bool canApply = m_editor.IsLoaded();
     if (canApply != (::IsWindowEnabled(m_apply.Window()) != FALSE)) ::EnableWindow(m_apply.Window(), canApply);
@@ -161,6 +196,10 @@ void OptionsPage::OnCommand(int id, int notification) {
 }
 
 void OptionsPage::OnRowCommand(const RowInfo& row, int notification) {
+    if (row.kind == RowKind::Action) {
+        if (notification == BN_CLICKED) DoAction(row.control);
+        return;
+    }
     if (row.kind == RowKind::Button) {
         if (notification == BN_CLICKED) PostToOwner(row.control);
         return;
@@ -195,6 +234,80 @@ void OptionsPage::ShowFilteringApplied() {
     if (!::IsWindowEnabled(owner)) return;  // another dialog has come first
     ShowMessage(GetLook().fonts, m_language, owner,
                 m_language.GetText(607, "Please restart your Internet browser to apply changes."));
+}
+
+// Lists
+
+ServiceList* OptionsPage::ListOfSection() {
+    switch (Info().List()) {
+        case IDC_TRUSTED_LIST: return &m_trusted;
+        case IDC_SITES_LIST: return &m_sites;
+        default: return nullptr;
+    }
+}
+
+COptionList* OptionsPage::ControlOfList(const ServiceList& list) {
+    for (std::size_t index = 0; index < m_forms.size(); ++index) {
+        const auto shown = m_lists.find(OptionSections()[index].List());
+        if (m_forms[index] && shown != m_lists.end() && shown->second == &list) return m_forms[index]->List();
+    }
+    return nullptr;
+}
+
+void OptionsPage::BeforeEntriesChange(const ServiceList& list) {
+    if (COptionList* const control = ControlOfList(list)) control->BeforeChange();
+}
+
+void OptionsPage::AfterEntriesChange(const ServiceList& list) {
+    if (COptionList* const control = ControlOfList(list)) control->AfterChange();
+}
+
+void OptionsPage::ChangeIsOver(const ServiceList& list) {
+    // Later: the message is modal.
+    if (&list == &m_sites) ::PostMessageA(Window(), WM_COMMAND, kFilteringApplied, 0);
+}
+
+void OptionsPage::ShowListState() {
+    if (Info().List() != IDC_SITES_LIST) return;
+    const HWND button = Form()->ControlWindow(IDC_SITES_REMOVE);
+    const bool canRemove = m_sites.CanRemove(Form()->List()->SelectedPlaces());
+    if (canRemove == (::IsWindowEnabled(button) != FALSE)) return;
+    // The keyboard must not stay with a button that does not answer it.
+    if (!canRemove && ::GetFocus() == button) ::SetFocus(Form()->List()->Window());
+    ::EnableWindow(button, canRemove);
+}
+
+void OptionsPage::DoAction(int control) {
+    switch (control) {
+        case IDC_TRUSTED_ADD: return AddTrusted();
+        case IDC_SITES_ADD: return AddSite();
+        case IDC_SITES_REMOVE: return RemoveSites();
+        default: return;
+    }
+}
+
+void OptionsPage::AddTrusted() {
+    const std::optional<HWND> owner = ModalOwner(::GetAncestor(Window(), GA_ROOT));
+    if (!owner) return;
+    const auto program = AskOpenPath(*owner, {.title = m_language.GetText(2126, "Trust a program"),
+                                              .name = {},
+                                              .types = {{m_language.GetText(2127, "Programs"), "exe"}}});
+    if (!program) return;
+    if (const Text problem = m_trusted.ProblemOf(*program); problem.number != 0) {
+        ShowMessage(GetLook().fonts, m_language, *owner, m_language.GetText(problem));
+    } else {
+        m_trusted.Add(*program);
+    }
+}
+
+void OptionsPage::AddSite() {
+    const std::optional<HWND> owner = ModalOwner(::GetAncestor(Window(), GA_ROOT));
+    if (!owner) return;
+    if (const auto name = SpamListAddDialog(GetLook().fonts, m_language, m_sites).Ask(*owner)) m_sites.Add(*name);
+}
+
+void OptionsPage::RemoveSites() {
+    m_sites.Remove(Form()->List()->SelectedPlaces());
 }
 
 bool OptionsPage::MayLeave() {
@@ -240,11 +353,19 @@ void OptionsPage::OnHide() {
 void OptionsPage::Reload() {
     FillResourceLists();
     m_editor.Reload();
+    m_trusted.Reload();
+    m_sites.Reload();
 }
 
 void OptionsPage::OnTimer(UINT_PTR id) {
-    if (id == kWatchTimer) m_editor.Watch();
-    if (id == kFollowTimer) m_editor.Follow();
+    if (id == kWatchTimer) {
+        m_editor.Watch();
+        if (ServiceList* const list = ListOfSection()) list->Watch();
+    }
+    if (id != kFollowTimer) return;
+    m_editor.Follow();
+    m_trusted.Follow();
+    m_sites.Follow();
 }
 
 }  // namespace brennvar

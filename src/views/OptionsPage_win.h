@@ -15,12 +15,19 @@
 #include "views/OptionEditor.h"
 #include "views/OptionForm_win.h"
 #include "views/OptionSections.h"
+#include "views/ServiceList.h"
 
 namespace brennvar {
 
-class OptionsPage final : public CPage, private OptionEditor::View {
+class OptionsPage final : public CPage, private OptionEditor::View, private ServiceList::View {
 public:
-    OptionsPage(const CFonts& fonts, const Language& language, PageTexts texts, const OptionEditor::Parts& parts);
+    // Where the lists of the page stand.
+    struct ListSources {
+        std::shared_ptr<const ListSource> trusted;
+        std::shared_ptr<const ListSource> sites;
+    };
+    OptionsPage(const CFonts& fonts, const Language& language, PageTexts texts, const OptionEditor::Parts& parts,
+                const ListSources& lists);
     ~OptionsPage() override;
 
     void Reload() override;
@@ -36,6 +43,10 @@ private:
     void OnTimer(UINT_PTR id) override;
     void TakeEdits() override;
     void ShowOptions() override;
+    void BeforeEntriesChange(const ServiceList& list) override;
+    void AfterEntriesChange(const ServiceList& list) override;
+    void StateChanged() override;
+    void ChangeIsOver(const ServiceList& list) override;
 
     [[nodiscard]] const SectionInfo& Info() const { return OptionSections()[m_current]; }
     [[nodiscard]] OptionForm* Form() { return m_forms[m_current].get(); }
@@ -43,20 +54,35 @@ private:
     [[nodiscard]] bool CreateForm(std::size_t index);
     void OpenSection(std::size_t index);
     void FillResourceLists();
+    void PlaceNote();
     void ShowNote();
     void OnRowCommand(const RowInfo& row, int notification);
     void WarnOfSpoofing();
     void Apply();
     void ShowFilteringApplied();
 
+    // Lists
+    [[nodiscard]] ServiceList* ListOfSection();
+    // The control of a list that has been opened once; null before.
+    [[nodiscard]] COptionList* ControlOfList(const ServiceList& list);
+    void ShowListState();
+    void DoAction(int control);
+    void AddTrusted();
+    void AddSite();
+    void RemoveSites();
+
     const Language& m_language;
     SkinsAndLanguages& m_resources;
     OptionEditor m_editor;
+    TrustedList m_trusted;
+    FilteredSites m_sites;
+    const OptionForm::Lists m_lists;
     CListBox m_list;
     CButton m_apply;
     CLabel m_note;
     CBalloon m_balloon;
     RECT m_formPlace{};
+    RECT m_footer{};                                   // below the form: the button, and what is said beside it
     std::vector<std::unique_ptr<OptionForm>> m_forms;  // one per section, made when it is opened for the first time
     std::size_t m_current = 0;
     bool m_isShowing = false;  // the page fills fields itself

@@ -9,7 +9,7 @@ namespace brennvar::test {
 namespace {
 
 constexpr int kSkins = 962, kLanguages = 964;
-constexpr int kResourcesSection = 7;
+constexpr int kResourcesSection = 8;
 
 class LanguageTest : public ProductFixture {
 protected:

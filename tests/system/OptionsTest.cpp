@@ -2,13 +2,18 @@
 #include <gtest/gtest.h>
 
 #include "Product.h"
+#include "tree/TreeMessages_win.h"
 
 namespace brennvar::test {
 namespace {
 
-enum Section { kMiscellaneous = 3, kFileSharing = 5 };
+enum Section { kMiscellaneous = 3, kFileSharing = 5, kFiltering = 6, kTrusted = 7 };
 
 constexpr int kNote = 1102;
+constexpr int kTrustedList = 1650, kAddTrusted = 1651, kSites = 1652, kAddSite = 1653, kRemoveSites = 1654;
+constexpr int kSiteName = 1656, kSiteProblem = 1657;
+constexpr int kResetTrusted = 970;
+constexpr char kRestartBrowser[] = "Please restart your Internet browser to apply changes.";
 
 // "Options changed", and the section's name.
 std::string Event(const std::string& subjectHex) {
@@ -19,6 +24,21 @@ class OptionsTest : public ProductFixture {
 protected:
     [[nodiscard]] bool IsChecked(int id) const { return Ask(Control(id), BM_GETCHECK) == BST_CHECKED; }
     void Click(int id) const { Ask(Control(id), BM_CLICK); }
+    // The list of the section, waited for.
+    void ExpectEntries(const Lines& expected, Place place = Place::current()) const {
+        Lines entries;
+        (void)WaitUntil([&] {
+            entries.clear();
+            for (const auto& row : ReadList(1)) entries.push_back(row.front());
+            return entries == expected;
+        });
+        EXPECT_EQ(entries, expected) << "line " << place.line();
+    }
+    // These filter requests and no others have come.
+    void ExpectRequests(const Lines& expected, Place place = Place::current()) const {
+        (void)WaitForRecords("QUEUE", expected.size());
+        EXPECT_EQ(m_service->Journal("QUEUE"), expected) << "line " << place.line();
+    }
 };
 
 TEST_F(OptionsTest, SendsASectionShowsWhatIsStoredAndAsksAboutChangesThatAreLeft) {
@@ -66,6 +86,105 @@ TEST_F(OptionsTest, SendsASectionShowsWhatIsStoredAndAsksAboutChangesThatAreLeft
                 Event("46696C652073686172696E67")});
     OpenOptions(kFileSharing);
     EXPECT_TRUE(WaitUntil([&] { return IsChecked(1002); }));
+}
+
+TEST_F(OptionsTest, AddsAndRemovesFilteredSites) {
+    Start({"site one.example", "site Two.example", "site three.example"});
+    OpenOptions(kFiltering);
+    ExpectEntries({"one.example", "Two.example", "three.example"});
+    EXPECT_FALSE(IsEnabled(kRemoveSites));
+
+    Press(kAddSite);
+    const HWND dialog = NextWindow("Filter a site");
+    const HWND name = ::GetDlgItem(dialog, kSiteName);
+    EXPECT_FALSE(::IsWindowEnabled(::GetDlgItem(dialog, IDOK)));
+    SetText(name, " TWO.example");
+    EXPECT_EQ(WindowText(::GetDlgItem(dialog, kSiteProblem)), "This name is in the list already.");
+    EXPECT_FALSE(::IsWindowEnabled(::GetDlgItem(dialog, IDOK)));
+    SetText(name, " four.example ");
+    EXPECT_EQ(WindowText(::GetDlgItem(dialog, kSiteProblem)), "");
+    Answer(dialog, IDOK);
+    const std::string added = "QUEUE 6168 0:04 12:" + Hex("four.example");
+    ExpectRequests({added});
+    AnswerMessage(kRestartBrowser);
+    ExpectEntries({"one.example", "Two.example", "three.example", "four.example"});
+    EXPECT_TRUE(WaitForText(kNote, "Stored."));
+
+    const HWND list = Control(kSites);
+    Ask(list, kTreeSelectRow, 1);
+    Ask(list, WM_KEYDOWN, VK_DELETE);
+    const std::string second = "QUEUE 6168 0:05 5132:02";
+    ExpectRequests({added, second});
+    AnswerMessage(kRestartBrowser);
+    ExpectEntries({"one.example", "three.example", "four.example"});
+    EXPECT_FALSE(IsEnabled(kRemoveSites));
+    Ask(list, kTreeSelectRow, 2);
+    ASSERT_TRUE(WaitUntil([&] { return IsEnabled(kRemoveSites); }));
+    Press(kRemoveSites);
+    ExpectRequests({added, second, "QUEUE 6168 0:05 5132:04"});
+    AnswerMessage(kRestartBrowser);
+    ExpectEntries({"one.example", "three.example"});
+    ExpectSent({});
+}
+
+TEST_F(OptionsTest, TrustsProgramsShowsWhatTheServiceHasStoredAndResetsThem) {
+    // The second change is refused.
+    Start({R"(trusted C:\Tools\known.exe)", "wait-for-records COMMAND 5", "refuse"});
+    OpenOptions(kTrusted);
+    ExpectEntries({R"(C:\Tools\known.exe)"});
+    EXPECT_EQ(Control(kApply), nullptr);
+    const auto add = [&](const std::string& path) {
+        Press(kAddTrusted);
+        AnswerFileDialog(NextWindow("Trust a program"), path);
+    };
+    const TempFolder folder;
+    const std::string path = folder.Write("new.exe", "MZ");
+    const auto expectAdded = [&](const std::string& program) {
+        ExpectSent({"COMMAND 5596 0:1A 5472:" + Hex(program), "COMMAND 5596 0:01 4:" + Hex("Options changed") +
+                                                                  " 132:" + Hex("Trusted programs") +
+                                                                  " 648:" + Hex(program)});
+    };
+    add(path);
+    expectAdded(path);
+    EXPECT_TRUE(WaitForText(kNote, "Stored."));
+    ExpectEntries({R"(C:\Tools\known.exe)", path});
+    add(path);
+    AnswerMessage("This program is trusted already.");
+    ASSERT_TRUE(m_service->WaitForJournal("EVENT scenario-done"));
+    const std::string refused = folder.Write("refused.exe", "MZ");
+    add(refused);
+    expectAdded(refused);
+    EXPECT_TRUE(WaitForText(kNote, "The change was not stored."));
+    ExpectEntries({R"(C:\Tools\known.exe)", path});
+    const std::string tooLong = folder.Write(std::string(120, 'x') + ".exe", "MZ");
+    add(tooLong);
+    const HWND message = NextMessage();
+    EXPECT_TRUE(WindowText(::GetDlgItem(message, kMessage)).starts_with("The path of this program is longer"));
+    Answer(message, IDOK);
+
+    Press(kResetTrusted);
+    AnswerMessage("Do you want to reset the list of trusted programs?");
+    ExpectSent({"COMMAND 5596 0:1B", "COMMAND 5596 0:01 4:" + Hex("Reset Trusted")});
+    ExpectEntries({});
+    EXPECT_EQ(Text(kTrustedList),
+              "No program is trusted. Add one here, or tick the box when the firewall asks about it.");
+}
+
+TEST_F(OptionsTest, BearsListsThatAreSpoiledAndLong) {
+    Start({"site one.example", "fill sites 20000", "spoil sites same-ids", "spoil sites no-ids", "spoil sites cut",
+           "fill trusted 20000", "spoil trusted unterminated", "spoil trusted tail"});
+    ASSERT_TRUE(m_service->WaitForJournal("EVENT scenario-done"));
+    OpenOptions(kFiltering);
+    ASSERT_TRUE(WaitUntil([&] { return ListRowCount(Control(kSites)) == 20'000; })) << "the last one is cut";
+    const HWND list = Control(kSites);
+    Ask(list, kTreeSelectRow, 0);
+    EXPECT_FALSE(IsEnabled(kRemoveSites)) << "it has no identifier";
+    Ask(list, kTreeSelectRow, 1);
+    EXPECT_TRUE(WaitUntil([&] { return IsEnabled(kRemoveSites); }));
+    OpenOptions(kTrusted);
+    EXPECT_TRUE(WaitUntil([&] { return ListRowCount(Control(kTrustedList)) == 20'000; }));
+    EXPECT_EQ(ReadList(1, 1), (Rows{{std::string(33, 'x')}}));
+    ExpectAnswers();
 }
 
 }  // namespace

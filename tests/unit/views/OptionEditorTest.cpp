@@ -27,6 +27,7 @@ enum Section : std::size_t {
     kIcmp,
     kFileSharing,
     kFiltering,
+    kTrusted,
     kResources
 };
 constexpr int kShowBlocked = 1006, kLogDays = 1033;

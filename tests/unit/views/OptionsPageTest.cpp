@@ -4,14 +4,16 @@
 #include <vector>
 
 #include "config/ResourceIds.h"
+#include "support/ListRig.h"
 #include "support/OptionsRig.h"
+#include "tree/TreeMessages_win.h"
 #include "ui/ChildControls_win.h"
 #include "views/OptionsPage_win.h"
 
 namespace brennvar {
 namespace {
 
-constexpr int kMiscellaneousSection = 3, kResourcesSection = 7;
+constexpr int kMiscellaneousSection = 3, kFilteringSection = 6, kTrustedSection = 7, kResourcesSection = 8;
 
 class OptionsPageTest : public testing::Test, protected test::OptionsRig {
 protected:
@@ -19,7 +21,13 @@ protected:
     Language language{nullptr};
     HWND parent = ::CreateWindowExA(0, "STATIC", "", WS_POPUP | WS_VISIBLE, 0, 0, 800, 500, nullptr, nullptr,
                                     ::GetModuleHandleA(nullptr), nullptr);
-    OptionsPage page{fonts, language, PageTexts{.title = "title", .line = "line"}, Parts()};
+    test::FakeList trusted;
+    test::FakeList sites;
+    OptionsPage page{fonts,
+                     language,
+                     PageTexts{.title = "title", .line = "line"},
+                     Parts(),
+                     {.trusted = trusted.Source(), .sites = sites.Source()}};
 
     void SetUp() override {
         ASSERT_TRUE(page.Create(parent));
@@ -84,6 +92,28 @@ TEST_F(OptionsPageTest, KeepsATypeOfProxyThatItDoesNotKnowUntilOneIsChosen) {
     EXPECT_EQ(Note(), "Stored.");
     Ask(1070, CB_SETCURSEL, 1);  // a program chooses: nothing is told
     EXPECT_EQ(sent(), 1);
+}
+
+TEST_F(OptionsPageTest, RemovesTheSitesThatAreSelectedAndKeepsTheOthersSelected) {
+    OpenSection(kTrustedSection);
+    EXPECT_EQ(Find(IDC_OPTIONS_APPLY), nullptr) << "there is nothing to apply";
+    OpenSection(kFilteringSection);
+    EXPECT_NE(Find(IDC_OPTIONS_APPLY), nullptr);
+    sites.entries = {{{1, "a"}, {2, "b"}, {3, "c"}}};
+    page.Reload();
+    reads.RunAll();
+    EXPECT_FALSE(::IsWindowEnabled(Find(IDC_SITES_REMOVE)));
+    EXPECT_EQ(Ask(IDC_SITES_LIST, kTreeGetRowCount), 3);
+    Ask(IDC_SITES_LIST, kTreeSelectRow, 1);
+    EXPECT_TRUE(::IsWindowEnabled(Find(IDC_SITES_REMOVE)));
+    sites.entries->erase(sites.entries->begin());
+    page.Reload();
+    reads.RunAll();
+    Ask(IDC_SITES_REMOVE, BM_CLICK);
+    EXPECT_EQ(Note(), "Applying...");
+    rig.Settle();
+    ASSERT_EQ(rig.Pipe().requests.size(), 1U);
+    EXPECT_EQ(rig.Pipe().requests[0].bytes.at(5132), std::byte{2});
 }
 
 TEST_F(OptionsPageTest, BringsTheFieldWithTheKeyboardIntoSight) {
