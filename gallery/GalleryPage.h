@@ -61,6 +61,9 @@ public:
 [[nodiscard]] std::unique_ptr<GalleryPage> MakeImportGallery();
 [[nodiscard]] std::unique_ptr<GalleryPage> MakeImportAdvancedGallery();
 [[nodiscard]] std::unique_ptr<GalleryPage> MakeImportUnreadableGallery();
+[[nodiscard]] std::unique_ptr<GalleryPage> MakeNewRuleGallery();
+[[nodiscard]] std::unique_ptr<GalleryPage> MakeEditRuleGallery();
+[[nodiscard]] std::unique_ptr<GalleryPage> MakeWrongRuleGallery();
 [[nodiscard]] std::unique_ptr<GalleryPage> MakeTraceGallery();
 [[nodiscard]] std::unique_ptr<GalleryPage> MakeWhoIsGallery();
 [[nodiscard]] std::unique_ptr<GalleryPage> MakeGraphsGallery();

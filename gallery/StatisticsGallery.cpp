@@ -93,8 +93,7 @@ public:
         m_page = std::make_unique<StatisticsPage>(
             look.fonts, m_language,
             PageTexts{.title = m_language.GetText(45, "Statistics"),
-                      .line = m_language.GetText(1010, "Network traffic of this computer."),
-                      .empty = {}},
+                      .line = m_language.GetText(1010, "Network traffic of this computer.")},
             m_statistics);
         m_statistics.SetConnections(ConnectionCounts{.connections = 128, .listeners = 31});
         m_statistics.SetMode({.mode = ProtectionMode::BlockAll, .until = kStart + 900 * kFileTimePerSecond});

@@ -83,7 +83,7 @@ public:
         const auto load = [&] { return LoadApplicationRules(file, clock); };
         NoOwner owner;
         ListPage page({.fonts = m_fonts, .language = m_language, .userValues = m_values, .owner = owner},
-                      {.title = "Applications", .line = "All of them.", .empty = {}},
+                      {.title = "Applications", .line = "All of them."},
                       std::make_unique<ApplicationsModel>(m_language, reads, load, changes, link));
         const auto start = std::chrono::steady_clock::now();
         if (!page.Create(m_parent)) std::exit(1);

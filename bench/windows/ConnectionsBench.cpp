@@ -166,7 +166,7 @@ Times Measure(std::size_t count) {
     double swap = 0;
     {
         ListPage page({.fonts = fonts, .language = language, .userValues = values, .owner = owner},
-                      {.title = "Connections", .line = "All of them.", .empty = {}},
+                      {.title = "Connections", .line = "All of them."},
                       std::make_unique<ConnectionsModel>(ConnectionsModel::Parts{.language = language,
                                                                                  .devices = driver,
                                                                                  .reads = reads,

@@ -111,7 +111,7 @@ private:
     }
 
     [[nodiscard]] PageTexts TextsOf(const PageInfo& info) const {
-        return {.title = m_language.GetText(info.caption), .line = m_language.GetText(info.line), .empty = {}};
+        return {.title = m_language.GetText(info.caption), .line = m_language.GetText(info.line)};
     }
 
     std::unique_ptr<CPage> MakeStatistics(const PageInfo& info) {

@@ -3,11 +3,18 @@
 // pumps messages.
 #pragma once
 
+#include <cstddef>
 #include <optional>
 
 #include "rules/AdvancedRule.h"
 
 namespace brennvar {
+
+// Where a stored rule stands: the rules above it are asked first.
+struct RulePlace {
+    std::size_t number = 0;  // from 1
+    std::size_t count = 0;   // of all rules
+};
 
 class RuleEditor {
 public:
@@ -16,7 +23,7 @@ public:
     // other one may come over. The rule that is answered is whole.
     [[nodiscard]] virtual std::optional<AdvancedRule> AskNew(const AdvancedRule& first) = 0;
     // The same of a rule that is stored, which may be damaged. It keeps its identifier.
-    [[nodiscard]] virtual std::optional<AdvancedRule> AskChange(const AdvancedRule& stored) = 0;
+    [[nodiscard]] virtual std::optional<AdvancedRule> AskChange(const AdvancedRule& stored, RulePlace place) = 0;
 };
 
 }  // namespace brennvar

@@ -19,6 +19,8 @@ bool ControlCommands::OnCommand(HWND window, int id) {
         case IDM_DELETE_LOGS: DeleteLogs(window); return true;
         case IDM_EXPORT_RULES: m_session.rules.Export(RuleSet::Applications); return true;
         case IDM_IMPORT_RULES: m_session.rules.Import(RuleSet::Applications); return true;
+        case IDM_EXPORT_ADVANCED: m_session.rules.Export(RuleSet::Advanced); return true;
+        case IDM_IMPORT_ADVANCED: m_session.rules.Import(RuleSet::Advanced); return true;
         case IDM_SET_PASSWORD: m_session.gate.SetSecurityPassword(); return true;
         case IDM_NETWORK_ENABLE: SwitchNetwork(true); return true;
         case IDM_NETWORK_DISABLE: SwitchNetwork(false); return true;

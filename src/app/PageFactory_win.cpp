@@ -3,6 +3,7 @@
 #include <utility>
 #include <vector>
 
+#include "advanced/AdvancedModel.h"
 #include "base/TemporaryFolder_win.h"
 #include "config/Folders.h"
 #include "config/ResourceIds.h"
@@ -21,10 +22,8 @@ std::unique_ptr<CPage> MakePage(const PageInfo& info, Session& session, SkinsAnd
     const Language& language = session.language;
     const ListPageContext lists{
         .fonts = session.fonts, .language = language, .userValues = session.userValues, .owner = owner};
-    PageTexts texts{.title = language.GetText(info.caption), .line = language.GetText(info.line), .empty = {}};
+    PageTexts texts{.title = language.GetText(info.caption), .line = language.GetText(info.line)};
     switch (info.command) {
-        case IDM_STATISTICS:
-            return std::make_unique<StatisticsPage>(session.fonts, language, std::move(texts), session.statistics);
         case IDM_CONNECTIONS:
             return std::make_unique<ListPage>(
                 lists, std::move(texts),
@@ -40,6 +39,14 @@ std::unique_ptr<CPage> MakePage(const PageInfo& info, Session& session, SkinsAnd
                                                                            .userValues = session.userValues,
                                                                            .lookups = session.lookups,
                                                                            .blocked = session.blocked}));
+        case IDM_ADVANCED:
+            return std::make_unique<ListPage>(
+                lists, std::move(texts),
+                std::make_unique<AdvancedModel>(AdvancedModel::Parts{.language = language,
+                                                                     .rules = session.advancedRules,
+                                                                     .exchange = session.rules,
+                                                                     .queue = session.archives,
+                                                                     .stop = session.archives.Stopping()}));
         case IDM_APPLICATIONS:
             return std::make_unique<ListPage>(
                 lists, std::move(texts),
@@ -70,9 +77,8 @@ std::unique_ptr<CPage> MakePage(const PageInfo& info, Session& session, SkinsAnd
                                                                      .userValues = session.userValues,
                                                                      .resources = resources,
                                                                      .clock = session.clock});
-        default:
-            texts.empty = language.GetText(1044, "This page has nothing to show yet.");
-            return std::make_unique<CPage>(session.fonts, std::move(texts));
+        default:  // the statistics
+            return std::make_unique<StatisticsPage>(session.fonts, language, std::move(texts), session.statistics);
     }
 }
 

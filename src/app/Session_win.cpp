@@ -5,8 +5,10 @@
 #include <utility>
 
 #include "config/Charset.h"
+#include "config/Folders.h"
 #include "config/OptionTable.h"
 #include "config/Options.h"
+#include "rules/AdvancedRuleFile.h"
 
 namespace brennvar {
 namespace {
@@ -17,6 +19,14 @@ ProtectionModes::ReadMode ModeReader(const std::string& dataFolder, Clock& clock
         if (pause.count() > 0) (void)clock.Sleep(pause);  // cut short, nobody waits for the mode
         return std::optional(
             ProtectionModeOf(options.ReadOption(static_cast<std::uint32_t>(OptionId::ProtectionMode), 0)));
+    };
+}
+
+// The pause is the clock's, as above.
+AdvancedRules::Load AdvancedRulesLoader(const std::string& dataFolder, Clock& clock) {
+    return [path = AdvancedRulesFilePath(dataFolder), &clock](std::chrono::milliseconds pause) {
+        if (pause.count() > 0) (void)clock.Sleep(pause);
+        return LoadAdvancedRules(path, clock);
     };
 }
 
@@ -45,11 +55,27 @@ Session::Session(const SessionSurroundings& surroundings, Language openedLanguag
       archives(PostWhenFinished(kMessageCompletions)),
       archivesClock(archives.Stopping()),
       ruleDialogs(fonts, language),
+      ruleChoices({.devices = devices,
+                   .reads = reads,
+                   .clock = readsClock,
+                   .link = link,
+                   .programQueue = programQueue,
+                   .programFiles = programFiles},
+                  PostWhenFinished(kMessageCompletions)),
+      ruleEditor({.fonts = fonts, .language = language, .choices = ruleChoices, .clock = clock}),
+      advancedRules({.language = language,
+                     .clock = clock,
+                     .reads = reads,
+                     .load = AdvancedRulesLoader(dataFolder, readsClock),
+                     .commander = commander,
+                     .editor = ruleEditor,
+                     .dialogs = ruleDialogs}),
       rules({.language = language,
              .queue = archives,
              .clock = archivesClock,
              .commander = commander,
              .dialogs = ruleDialogs,
+             .advanced = advancedRules,
              .files = ruleFiles,
              .folders = RuleFoldersOf(dataFolder)}),
       prompt(fonts, devices, clock, PostWhenFinished(kMessageQuestion)),
@@ -81,6 +107,7 @@ void Session::Begin(HWND window, SessionView& view) {
     m_view = &view;
     gate.SetOwner(window);
     ruleDialogs.SetOwner(window);
+    ruleEditor.SetOwner(window);
     rules.Begin();
     commander.Send(Batch(UserCommand::Start));
     activity.Start();
@@ -91,6 +118,7 @@ void Session::End() {
     m_view = nullptr;
     gate.SetOwner(nullptr);
     ruleDialogs.SetOwner(nullptr);
+    ruleEditor.SetOwner(nullptr);
 }
 
 void Session::RunCompletions() {
@@ -98,6 +126,7 @@ void Session::RunCompletions() {
     reads.RunCompletions();
     programQueue.RunCompletions();
     archives.RunCompletions();
+    ruleChoices.RunCompletions();
     if (m_view) m_view->ShowService(link.Service());
 }
 
@@ -108,6 +137,7 @@ void Session::StopLinks(std::chrono::milliseconds limit) {
     reads.Stop(std::chrono::milliseconds(0));
     programQueue.Stop(std::chrono::milliseconds(0));
     archives.Stop(std::chrono::milliseconds(0));
+    ruleChoices.Stop();
 }
 
 void Session::RefreshFigures() {

@@ -9,7 +9,10 @@
 #include <functional>
 #include <string>
 
+#include "advanced/AdvancedRules.h"
 #include "advanced/DecisionFiles.h"
+#include "advanced/RuleChoices_win.h"
+#include "advanced/RuleEditor_win.h"
 #include "app/Figures.h"
 #include "app/MachineWatch.h"
 #include "app/SessionView.h"
@@ -134,6 +137,9 @@ public:
     SystemClock archivesClock;
     DiskRuleFiles ruleFiles;
     WinRuleDialogs ruleDialogs;
+    WinRuleChoices ruleChoices;
+    WinRuleEditor ruleEditor;
+    AdvancedRules advancedRules;
     RuleExchange rules;
     Statistics statistics{AmountWords(language)};
     ConnectionPrompt prompt;

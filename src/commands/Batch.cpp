@@ -31,6 +31,17 @@ void Batch::SendStep(const CommandStep& step, CommandPipe& pipe) const {
     switch (step.code) {
         case CommandCode::BlockAddress: pipe.CMD_BLOCK_ADDRESS(m_arguments.address); break;
         case CommandCode::TerminateProcess: pipe.CMD_TERMINATE_PROCESS(m_arguments.processId); break;
+        case CommandCode::AddAdvancedRule:
+            for (const AdvancedRuleRecord& rule : m_arguments.rules) pipe.CMD_ADD_ADVANCED_RULE(rule);
+            break;
+        case CommandCode::ModifyAdvancedRule:
+            for (const AdvancedRuleRecord& rule : m_arguments.rules) pipe.CMD_MODIFY_ADVANCED_RULE(rule.id, rule);
+            break;
+        case CommandCode::DeleteAdvancedRule:
+            for (const std::uint32_t id : m_arguments.ruleIds) pipe.CMD_DELETE_ADVANCED_RULE(id);
+            break;
+        case CommandCode::MoveAdvancedRuleUp: SendMoves(pipe, true); break;
+        case CommandCode::MoveAdvancedRuleDown: SendMoves(pipe, false); break;
         case CommandCode::ReloadAdvancedRules: pipe.CMD_RELOAD_ADVANCED_RULES(); break;
         case CommandCode::SetOption: SendOptions(pipe); break;
         case CommandCode::SetOptionText:
@@ -62,6 +73,13 @@ void Batch::SendStep(const CommandStep& step, CommandPipe& pipe) const {
         case CommandCode::ResetTrusted: pipe.CMD_RESET_TRUSTED(); break;
         case CommandCode::Reset: pipe.CMD_RESET(); break;
         default: break;  // stands in no row of the table
+    }
+}
+
+void Batch::SendMoves(CommandPipe& pipe, bool isUp) const {
+    for (const RuleMove& move : m_arguments.moves) {
+        for (int place = move.places; isUp && place < 0; ++place) pipe.CMD_MOVE_ADVANCED_RULE_UP(move.id);
+        for (int place = move.places; !isUp && place > 0; --place) pipe.CMD_MOVE_ADVANCED_RULE_DOWN(move.id);
     }
 }
 

@@ -33,11 +33,21 @@ struct ApplicationChange {
     friend bool operator==(const ApplicationChange&, const ApplicationChange&) = default;
 };
 
+// One rule on its way past others: so many places towards the end, below zero towards the beginning.
+struct RuleMove {
+    std::uint32_t id = 0;
+    int places = 0;
+    friend bool operator==(const RuleMove&, const RuleMove&) = default;
+};
+
 // What a command carries; each uses what it needs.
 struct CommandArguments {
     std::vector<OptionSetting> options{};
     std::vector<ApplicationChange> applications{};
-    std::uint32_t value = 0;  // of the steps that have none of their own
+    std::vector<AdvancedRuleRecord> rules{};  // new ones, or what becomes of those with these identifiers
+    std::vector<std::uint32_t> ruleIds{};     // of rules that go
+    std::vector<RuleMove> moves{};            // those towards the beginning are sent first
+    std::uint32_t value = 0;                  // of the steps that have none of their own
     std::uint32_t processId = 0;
     Ipv4 address = 0;
     std::string path{};     // of a program
@@ -62,6 +72,7 @@ public:
 private:
     void SendStep(const CommandStep& step, CommandPipe& pipe) const;
     void SendOptions(CommandPipe& pipe) const;
+    void SendMoves(CommandPipe& pipe, bool isUp) const;
     [[nodiscard]] bool Changes(OptionId id) const;
 
     const CommandInfo* m_info;  // of the table

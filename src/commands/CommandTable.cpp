@@ -32,6 +32,11 @@ constexpr Step kUpdate[] = {{Code::ReloadSignatures}};
 constexpr Step kDeleteLogs[] = {{Code::DeleteLogs}};
 constexpr Step kApplicationRules[] = {{Code::SetApplicationRule}};
 constexpr Step kReloadApplications[] = {{Code::ReloadApplicationRules}};
+constexpr Step kAddAdvanced[] = {{Code::AddAdvancedRule}, {Code::ReloadAdvancedRules}};
+constexpr Step kChangeAdvanced[] = {{Code::ModifyAdvancedRule}, {Code::ReloadAdvancedRules}};
+constexpr Step kDeleteAdvanced[] = {{Code::DeleteAdvancedRule}, {Code::ReloadAdvancedRules}};
+constexpr Step kMoveAdvanced[] = {
+    {Code::MoveAdvancedRuleUp}, {Code::MoveAdvancedRuleDown}, {Code::ReloadAdvancedRules}};
 constexpr Step kTerminate[] = {{Code::TerminateProcess}};
 constexpr Step kBlock[] = {{Code::BlockAddress}};
 constexpr Step kTrust[] = {{Code::AllowProcessText}};
@@ -110,6 +115,10 @@ constexpr CommandInfo kCommands[] = {
     {UserCommand::ExportRules, kProtected, kNothing, {}, kNothing, kNothing},
     {UserCommand::ImportApplicationRules, kProtected, kNothing, kReloadApplications, kNothing, kNothing},
     {UserCommand::ImportAdvancedRules, kProtected, kNothing, kReloadAdvanced, kNothing, kNothing},
+    {UserCommand::AddAdvancedRule, kProtected, kNothing, kAddAdvanced, kNothing, kNothing},
+    {UserCommand::ChangeAdvancedRules, kProtected, kNothing, kChangeAdvanced, kNothing, kNothing},
+    {UserCommand::DeleteAdvancedRules, kProtected, kNothing, kDeleteAdvanced, kNothing, kNothing},
+    {UserCommand::MoveAdvancedRules, kProtected, kNothing, kMoveAdvanced, kNothing, kNothing},
     {UserCommand::TerminateProcess, kProtected, kNothing, kTerminate, Text{554, "Process termination"}, kNothing,
      EventSeverity::Warning},
     {UserCommand::BlockAddress, kProtected, kNothing, kBlock, Text{553, "Blocked connection"}, kNothing,

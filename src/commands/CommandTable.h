@@ -45,6 +45,10 @@ enum class UserCommand {
     ExportRules,
     ImportApplicationRules,
     ImportAdvancedRules,
+    AddAdvancedRule,
+    ChangeAdvancedRules,
+    DeleteAdvancedRules,
+    MoveAdvancedRules,
     TerminateProcess,
     BlockAddress,
     TrustProgram,
@@ -61,7 +65,7 @@ enum class EventSeverity : std::uint32_t {
 inline constexpr std::uint32_t kNetworkOff = 0;
 inline constexpr std::uint32_t kNetworkOn = 1;
 
-// One command, or several of the same code where the batch carries a list for it (options, application rules).
+// One command, or several of the same code where the batch carries a list for it (options, rules).
 struct CommandStep {
     CommandCode code;
     std::optional<std::uint32_t>

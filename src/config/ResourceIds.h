@@ -19,6 +19,7 @@
 #define IDD_TRACE_ROUTE 986
 #define IDD_IMPORT_RULES 989
 #define IDD_WHY 994
+#define IDD_ADVANCED_RULE 995
 
 // Icons
 #define IDI_TRAY_IDLE_NORMAL 160
@@ -83,6 +84,8 @@
 #define IDM_IMPORT_RULES 991
 #define IDM_MAKE_RULE 965  // for the connection that was told before
 #define IDM_WHY 966        // likewise
+#define IDM_EXPORT_ADVANCED 967
+#define IDM_IMPORT_ADVANCED 968
 
 // What the Applications page tells the control center: the user has changed actions, the last one to this
 #define IDM_APPLICATION_ASK 338
@@ -149,6 +152,19 @@
 #define IDC_APPLICATIONS_UNDO 1500
 #define IDC_APPLICATIONS_EXPORT 1501
 #define IDC_APPLICATIONS_IMPORT 1502
+
+// Advanced page
+#define IDC_ADVANCED_ADD 1620
+#define IDC_ADVANCED_EDIT 1621
+#define IDC_ADVANCED_DUPLICATE 1622
+#define IDC_ADVANCED_DELETE 1623
+#define IDC_ADVANCED_UP 1624
+#define IDC_ADVANCED_DOWN 1625
+#define IDC_ADVANCED_ENABLE 1626
+#define IDC_ADVANCED_DISABLE 1627
+#define IDC_ADVANCED_UNDO 1628
+#define IDC_ADVANCED_EXPORT 1629
+#define IDC_ADVANCED_IMPORT 1630
 
 // Connections page
 #define IDC_CONNECTIONS_DETAILS 1280
@@ -218,3 +234,24 @@
 #define IDC_IMPORT_COUNTS 1510
 #define IDC_IMPORT_REMARKS 1511
 #define IDC_IMPORT_LIST 1512
+
+// The editor of an advanced rule; the buttons are IDOK and IDCANCEL. Of the three numbers of a typed field each has
+// the number of its RuleField added.
+#define IDC_RULE_NOTE 1560
+#define IDC_RULE_DENY 1561
+#define IDC_RULE_ALLOW 1562
+#define IDC_RULE_PROTOCOL 1563
+#define IDC_RULE_ROUTE 1564
+#define IDC_RULE_HOURS 1565
+#define IDC_RULE_DATES 1566
+#define IDC_RULE_ENABLED 1567
+#define IDC_RULE_LOGGED 1568
+#define IDC_RULE_SENTENCE 1569
+#define IDC_RULE_FIELD 1570
+#define IDC_RULE_PICK 1585   // opens what can be picked for the field
+#define IDC_RULE_REMARK 1600  // below the field
+#define IDC_RULE_LOOK_UP_LOCAL 1613
+#define IDC_RULE_LOOK_UP_REMOTE 1614
+#define IDC_RULE_BROWSE 1615
+#define IDC_RULE_SUGGEST 1616
+#define IDC_RULE_LABEL 1617  // of all names and frames

@@ -10,20 +10,7 @@ namespace brennvar {
 namespace {
 
 constexpr int kItemHeight = 24;
-constexpr int kArrowWidth = 24;     // the part of the field that the arrow stands in
-constexpr int kArrowSteps = 4;      // half the arrow's width, and its height
 constexpr WPARAM kShownItems = 12;  // a longer list scrolls
-
-// A tip that points down, two pixels strong.
-void DrawArrow(HDC dc, const RECT& place, COLORREF colour) {
-    const int steps = Scale(kArrowSteps);
-    const RECT box = Centred(place, {2 * steps, steps + 1});
-    for (int i = 0; i < steps; ++i) {
-        const LONG y = box.top + i;
-        FillSolid(dc, {box.left + i, y, box.left + i + 1, y + 2}, colour);
-        FillSolid(dc, {box.right - i - 1, y, box.right - i, y + 2}, colour);
-    }
-}
 
 }  // namespace
 
@@ -116,9 +103,9 @@ void CComboBox::OnPaint(HDC dc, const RECT& client) {
     FillSolid(dc, client, FieldGround(m_colours, state));
     DrawFieldFrame(dc, client, m_colours, state);
     RECT arrow = Inset(client, kFieldFrame);
-    arrow.left = arrow.right - Scale(kArrowWidth);
+    arrow.left = arrow.right - Scale(kDropArrowWidth);
     const COLORREF textColour = FieldText(m_colours, state);
-    DrawArrow(dc, arrow, IsEnabled() && !IsHot() ? m_colours.quietText : textColour);
+    DrawDropArrow(dc, arrow, IsEnabled() && !IsHot() ? m_colours.quietText : textColour);
     const RECT text{client.left + kFieldFrame + FieldPadding(), client.top, arrow.left, client.bottom};
     DrawLabel(dc, Font(), text, ItemText(Selected()), textColour,
               DT_VCENTER | DT_SINGLELINE | DT_END_ELLIPSIS | DT_NOPREFIX);

@@ -7,6 +7,7 @@ namespace {
 
 constexpr int kHeight = 24;  // a row of lists and layouts
 constexpr int kPadding = 6;
+constexpr int kArrowSteps = 4;          // half the arrow's width, and its height
 constexpr int kDisabledShare = 90;      // text, towards the page
 constexpr int kInnerAccentShare = 110;  // the inner line of the accent, towards the ground
 
@@ -42,6 +43,16 @@ void DrawFieldFrame(HDC dc, const RECT& place, const Palette& colours, FieldStat
     }
     DrawFrame(dc, place, outer);
     DrawFrame(dc, Inset(place, 1), inner);
+}
+
+void DrawDropArrow(HDC dc, const RECT& place, COLORREF colour) {
+    const int steps = Scale(kArrowSteps);
+    const RECT box = Centred(place, {2 * steps, steps + 1});
+    for (int i = 0; i < steps; ++i) {
+        const LONG y = box.top + i;
+        FillSolid(dc, {box.left + i, y, box.left + i + 1, y + 2}, colour);
+        FillSolid(dc, {box.right - i - 1, y, box.right - i, y + 2}, colour);
+    }
 }
 
 LRESULT AnswerFieldColours(HDC dc, const Palette& colours, FieldState state) {

@@ -12,6 +12,9 @@ inline constexpr int kFieldFrame = 2;
 // Between frame and text, left and right. Pixels of the screen.
 [[nodiscard]] int FieldPadding();
 
+// The part of a field that the arrow stands in, at 96 pixels per inch.
+inline constexpr int kDropArrowWidth = 24;
+
 enum class FieldState {
     Rest,
     Focused,   // in the accent colour
@@ -22,6 +25,8 @@ enum class FieldState {
 [[nodiscard]] COLORREF FieldGround(const Palette& colours, FieldState state);
 [[nodiscard]] COLORREF FieldText(const Palette& colours, FieldState state);
 void DrawFieldFrame(HDC dc, const RECT& place, const Palette& colours, FieldState state);
+// The tip that points down where something can be chosen, in the middle of the place; two pixels strong.
+void DrawDropArrow(HDC dc, const RECT& place, COLORREF colour);
 // The answer to WM_CTLCOLOREDIT and WM_CTLCOLORSTATIC: sets the DC's colours. The brush is the DC's own.
 [[nodiscard]] LRESULT AnswerFieldColours(HDC dc, const Palette& colours, FieldState state);
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "ui/ChildControls_win.h"
 #include "ui/Paint_win.h"
 
 namespace brennvar {
@@ -39,6 +40,10 @@ int CToggle::HeightAt(int width) const {
     const CTextDc dc(Window(), Font());
     const Layout layout = LayOut(dc.Dc(), {0, 0, width, 0});
     return std::max<int>(HeightOf(layout.picture), HeightOf(layout.text) + 2 * kFocusMargin);
+}
+
+int CToggle::FullWidth() const {
+    return PictureSize().cx + Scale(kGap) + MeasureText(Window(), Font(), Text(), 0).cx + 2 * kFocusMargin;
 }
 
 CToggle::Layout CToggle::LayOut(HDC dc, const RECT& client) const {

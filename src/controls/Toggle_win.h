@@ -17,6 +17,8 @@ public:
     void SetChecked(bool checked) const;
     // The height that picture and text need at this width. Pixels of the screen.
     [[nodiscard]] int HeightAt(int width) const;
+    // Of picture and text in one line.
+    [[nodiscard]] int FullWidth() const;
 
 protected:
     struct Kind {

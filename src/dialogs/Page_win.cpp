@@ -28,9 +28,6 @@ void CPage::OnInitDialog() {
     constexpr DWORD kOneLine = SS_LEFT | SS_NOPREFIX | SS_ENDELLIPSIS;
     m_title.Create(Window(), m_texts.title, LabelKind::Title, kOneLine, IDC_PAGE_TITLE, *m_look);
     m_line.Create(Window(), m_texts.line, LabelKind::Quiet, kOneLine, IDC_PAGE_LINE, *m_look);
-    if (!m_texts.empty.empty()) {
-        m_empty.Create(Window(), m_texts.empty, LabelKind::Quiet, SS_LEFT | SS_NOPREFIX, IDC_PAGE_EMPTY, *m_look);
-    }
     OnCreateContent();
 }
 
@@ -40,9 +37,7 @@ void CPage::OnSize(int width, int height) {
     const LONG titleRight = right - RoomBesideTitle();
     m_title.Place({left, Scale(kMargin), titleRight, Scale(kMargin + kTitleHeight)});
     m_line.Place({left, Scale(kLineTop), right, Scale(kLineTop + kLineHeight)});
-    const RECT content{left, Scale(kContentTop), right, height - Scale(kMargin)};
-    if (m_empty.Window()) m_empty.Place(content);
-    OnPlaceContent(content);
+    OnPlaceContent({left, Scale(kContentTop), right, height - Scale(kMargin)});
 }
 
 bool CPage::OnEraseBackground(HDC dc) {

@@ -15,8 +15,7 @@ namespace brennvar {
 
 struct PageTexts {
     std::string title;
-    std::string line;   // what the page shows, in one line
-    std::string empty;  // a page without content says why
+    std::string line;  // what the page shows, in one line
 };
 
 class CPage : public CDialog {
@@ -77,7 +76,6 @@ private:
     std::optional<Look> m_look;
     CLabel m_title;
     CLabel m_line;
-    CLabel m_empty;
     std::vector<RECT> m_cards;
     bool m_shown = false;
 };

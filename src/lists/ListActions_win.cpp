@@ -15,6 +15,8 @@ std::string MenuText(const ListAction& action, const Language& language) {
     std::string text = language.GetText(action.caption);
     if (action.key == ListKey::Delete) text += "\tDel";
     if (action.key == ListKey::Enter) text += "\tEnter";
+    if (action.key == ListKey::ControlUp) text += "\tCtrl+Up";
+    if (action.key == ListKey::ControlDown) text += "\tCtrl+Down";
     return text;
 }
 

@@ -34,6 +34,7 @@ struct ListColumn {
     // Texts that must never be cut, whether or not a row holds them now: all states, all actions.
     std::vector<std::string> longest{};
     int clickAction = 0;  // the action that a click into a cell of this column is, on its row; 0: none
+    int checkAction = 0;  // the same for a click on the cell's check box
 };
 
 struct ListCell {
@@ -66,7 +67,14 @@ struct ListProgress {
     std::string text{};  // what it is, where that is not plain
 };
 
-enum class ListKey : std::uint8_t { None, Space, Delete, Enter };  // Enter: a double click as well
+enum class ListKey : std::uint8_t {
+    None,
+    Space,
+    Delete,
+    Enter,  // a double click as well
+    ControlUp,
+    ControlDown,
+};
 
 enum class ActionPlace : std::uint8_t {
     Hidden,  // reached by its key or a click only
@@ -223,6 +231,12 @@ public:
     }
     // As many rows as the action wants; at least one, unless it needs none.
     virtual void Do(int /*action*/, std::span<const int> /*rows*/) {}
+    // How the user wants the rows to be shown, whenever that changes; before they are.
+    virtual void OnOrder(const RowOrder& /*order*/) {}
+    // Whether the user may drag rows to another place now, and that he has: these, in their order, are to stand
+    // before this row; the number of rows: behind all.
+    [[nodiscard]] virtual bool CanDragRows() const { return false; }
+    virtual void DragRows(std::span<const int> /*rows*/, int /*before*/) {}
     // Ctrl+C for rows whose texts are not at hand. True: the model brings them to ListView::CopyText.
     virtual bool Copy(const RowRanges& /*rows*/) { return false; }
 

@@ -88,7 +88,25 @@ void ListPage::DoAction(const ListAction& action) {
         std::erase_if(rows, [&](int row) { return !asked.contains(m_model->Key(row)); });
         if (isForRows && rows.empty()) return;
     }
-    m_model->Do(action.id, rows);
+    DoStep([&] { m_model->Do(action.id, rows); });
+}
+
+void ListPage::DoStep(const std::function<void()>& step) {
+    const int focused = FocusedRow();
+    step();
+    // It may have moved the row out of sight.
+    if (FocusedRow() >= 0 && FocusedRow() != focused) m_list->EnsureVisible(FocusedRow());
+}
+
+void ListPage::DoForRow(int action, int row) {
+    const int sourceRow = SourceRowOf(row);
+    if (m_model->CanDo(action, sourceRow)) m_model->Do(action, {&sourceRow, 1});
+}
+
+void ListPage::DragRows(int before) {
+    // Dragged rows are shown as they are numbered: in any other order they have no place of their own.
+    const std::vector<int> rows = SelectedSourceRows();
+    if (!rows.empty() && m_model->CanDragRows()) DoStep([&] { m_model->DragRows(rows, before); });
 }
 
 bool ListPage::Confirm(const ListQuestion& question) const {
@@ -105,8 +123,7 @@ bool ListPage::ClickCell(int row, int column) {
     const ListAction* const action = m_actions.Find(m_columns[static_cast<std::size_t>(column)].clickAction);
     if (!action) return false;
     if (!action->showsDetails) {
-        const int sourceRow = SourceRowOf(row);
-        if (m_model->CanDo(action->id, sourceRow)) m_model->Do(action->id, {&sourceRow, 1});
+        DoForRow(action->id, row);
         return true;
     }
     // While rows are being gathered a balloon would only be in the way.

@@ -143,6 +143,7 @@ void ListPage::FindWantedRow() {
 }
 
 void ListPage::Rearrange() {
+    m_model->OnOrder(m_order);
     if (m_arrangesItself) {
         m_hasNewOrder = true;
         m_model->ArrangeBy(m_order);
@@ -162,6 +163,7 @@ void ListPage::Rearrange() {
     }
     m_list->SetSelection(std::move(rows), focused);
     OnSelectionChanged();
+    SummaryChanged();
 }
 
 void ListPage::Arrange() {

@@ -56,6 +56,11 @@ void ListPage::OnCreateContent() {
         OnSelectionChanged();
     };
     events.cellClicked = [this](int row, int column) { return ClickCell(row, column); };
+    events.checkToggled = [this](int row, int column, bool) {
+        DoForRow(m_columns[static_cast<std::size_t>(column)].checkAction, row);
+    };
+    events.canDragRows = [this] { return m_model->CanDragRows(); };
+    events.rowsDragged = [this](int before) { DragRows(before); };
     if (m_actions.FindByKey(ListKey::Enter)) events.opened = [this](int) { (void)PressKey(ListKey::Enter); };
     m_list->keyPressed = [this](ListKey key) { return PressKey(key); };
     m_model->ShowIn(*this);

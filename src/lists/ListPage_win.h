@@ -7,6 +7,7 @@
 #include <atomic>
 #include <chrono>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -130,6 +131,10 @@ private:
     void ShowMenu(POINT point);
     void SelectAll();
     void DoAction(const ListAction& action);
+    // Keeps the focused row in sight when the step moves it.
+    void DoStep(const std::function<void()>& step);
+    void DoForRow(int action, int row);
+    void DragRows(int before);
     [[nodiscard]] std::vector<int> RowsOf(const ListAction& action) const;
     [[nodiscard]] bool Confirm(const ListQuestion& question) const;
     [[nodiscard]] bool ClickCell(int row, int column);

@@ -53,6 +53,11 @@ bool CListTree::OnKeyDown(UINT key) {
     // With Ctrl, Space selects as in every list; with Shift nothing is to happen by accident.
     if (key == VK_SPACE && !IsHeld(VK_CONTROL) && !IsHeld(VK_SHIFT) && keyPressed(ListKey::Space)) return true;
     if (key == VK_DELETE && keyPressed(ListKey::Delete)) return true;
+    // Where rows cannot be moved, Ctrl moves the focus alone.
+    if (IsHeld(VK_CONTROL) && !IsHeld(VK_SHIFT)) {
+        if (key == VK_UP && keyPressed(ListKey::ControlUp)) return true;
+        if (key == VK_DOWN && keyPressed(ListKey::ControlDown)) return true;
+    }
     return CTree::OnKeyDown(key);
 }
 

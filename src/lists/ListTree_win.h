@@ -16,8 +16,8 @@ public:
     // The fonts are borrowed.
     explicit CListTree(const CFonts& fonts) : m_balloon(fonts) {}
 
-    // Space without Ctrl and Shift, or Del; Enter is an event of every tree. True: it was an action. Has to be
-    // there.
+    // Space without Ctrl and Shift, Del, Ctrl with an arrow; Enter is an event of every tree. True: it was an
+    // action. Has to be there.
     std::function<bool(ListKey key)> keyPressed;
 
     // Points at the row's first cell. Closes by itself: after a time, and with whatever the user does in the list.

@@ -33,6 +33,10 @@ constexpr ServiceName kUnspecified = {0, false, Text{483, "Unspecified"}};
 
 }  // namespace
 
+std::span<const ServiceName> ServiceNames() {
+    return kServiceNames;
+}
+
 const ServiceName& FindServiceName(std::uint16_t remotePort, std::uint32_t protocol) {
     for (const ServiceName& row : kServiceNames) {
         if (row.remotePort != remotePort) continue;

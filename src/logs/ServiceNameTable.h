@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <span>
 
 #include "config/Text.h"
 
@@ -13,6 +14,8 @@ struct ServiceName {
     Text text;
 };
 
+// All rows, by port.
+[[nodiscard]] std::span<const ServiceName> ServiceNames();
 // The row for a remote port (host order) and an IP protocol number; "Unspecified" when no row fits both.
 [[nodiscard]] const ServiceName& FindServiceName(std::uint16_t remotePort, std::uint32_t protocol);
 

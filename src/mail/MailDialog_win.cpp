@@ -26,21 +26,16 @@ constexpr int kButtonGap = 8;
 constexpr int kMostLineLetters = 1000;
 constexpr int kMostTextLetters = 30'000;  // that an edit field of Windows takes by itself
 
-constexpr UINT kMessageFinished = WM_APP + 1;
-constexpr UINT_PTR kTimerNews = 1;
-constexpr UINT kNewsPeriodMs = 50;
-
 }  // namespace
 
-MailDialog::MailDialog(const MailParts& parts, MailWish wish)
-    : CSkinDialog(parts.fonts), m_parts(parts), m_wish(std::move(wish)), m_run(kMessageFinished) {}
+MailDialog::MailDialog(const MailParts& parts, MailWish wish) : MailRunDialog(parts), m_wish(std::move(wish)) {}
 
 void MailDialog::Show(HWND owner) {
     DoModal(owner, IDD_MAIL);
 }
 
 void MailDialog::OnCreateContent() {
-    m_run.PostTo(Window());
+    MailRunDialog::OnCreateContent();
     ::SetWindowTextA(Window(), m_parts.language.GetText(1803, "Send by mail").c_str());
     AdoptControls();
     PlaceControls();
@@ -145,7 +140,7 @@ void MailDialog::TakeOptions(const Read& read) {
 }
 
 void MailDialog::Send() {
-    if (!m_account || m_run.IsUnderWay()) return;
+    if (!m_account || IsSending()) return;
     MailWork work{.account = *m_account,
                   .text = m_text.field.Text(),
                   .page = m_parts.page,
@@ -155,32 +150,23 @@ void MailDialog::Send() {
     work.account.cc = m_cc.field.Text();
     work.account.subject = m_subject.field.Text();
     m_wasSent = false;
-    if (!m_run.Start(std::move(work))) return;
+    if (!StartRun(std::move(work))) return;
     m_progress.SetPosition(0);
     m_status.SetText(m_parts.language.GetText(1807, "Sending..."));
-    ::SetTimer(Window(), kTimerNews, kNewsPeriodMs, nullptr);
     ShowState();
 }
 
 void MailDialog::ShowNews() {
-    const MailNews news = m_run.Take();
+    const MailNews news = TakeNews();
     if (news.total > 0) m_progress.SetPosition(static_cast<int>(news.sent * 100 / news.total));
     if (!news.outcome) return;
     m_wasSent = !news.outcome->failure;
     m_status.SetText(DescribeOutcome(*news.outcome, m_parts.language));
 }
 
-void MailDialog::OnFinished() {
-    if (!m_run.Finish()) return;
-    ::KillTimer(Window(), kTimerNews);
-    ShowNews();
-    if (m_isClosing) return End(IDCANCEL);
-    ShowState();
-}
-
 void MailDialog::ShowState() {
     const HWND focus = ::GetFocus();
-    const bool isUnderWay = m_run.IsUnderWay();
+    const bool isUnderWay = IsSending();
     // What has been sent is not sent again by a key that is pressed once more.
     const std::pair<HWND, bool> states[] = {{m_send.Window(), m_account.has_value() && !isUnderWay && !m_wasSent},
                                             {m_stop.Window(), isUnderWay},
@@ -203,7 +189,7 @@ void MailDialog::OnCommand(int id, int notification) {
             if (notification == BN_CLICKED) Send();
             break;
         case IDC_MAIL_STOP:
-            if (notification == BN_CLICKED) m_run.RequestStop();
+            if (notification == BN_CLICKED) StopRun();
             break;
         case IDC_MAIL_TO:
         case IDC_MAIL_CC:
@@ -214,36 +200,6 @@ void MailDialog::OnCommand(int id, int notification) {
             break;
         default: break;
     }
-}
-
-void MailDialog::OnTimer(UINT_PTR id) {
-    if (id == kTimerNews) ShowNews();
-}
-
-void MailDialog::OnCancel() {
-    m_isClosing = true;
-    if (!m_run.IsUnderWay()) return End(IDCANCEL);
-    m_run.RequestStop();  // OnFinished ends the dialog
-}
-
-bool MailDialog::OnLoopMessage(const MSG& message) {
-    if (message.message != WM_KEYDOWN || message.wParam != VK_ESCAPE || !m_run.IsUnderWay()) return false;
-    m_run.RequestStop();
-    return true;
-}
-
-void MailDialog::OnDestroy() {
-    m_run.PostTo(nullptr);
-    m_run.RequestStop();
-    CSkinDialog::OnDestroy();
-}
-
-std::optional<LRESULT> MailDialog::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
-    if (message == kMessageFinished) {
-        OnFinished();
-        return 0;
-    }
-    return CSkinDialog::OnMessage(message, wParam, lParam);
 }
 
 }  // namespace brennvar

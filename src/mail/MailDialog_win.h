@@ -1,44 +1,25 @@
 // The form that a file is sent by mail with: recipients, subject and text, filled from the options. Sending goes on
 // a thread of its own; the form shows how far it is and, when it fails, which step failed.
-//
-// Esc stops what is under way, and closes the form when nothing is.
 #pragma once
 
 #include <optional>
 #include <string>
 
-#include "base/TaskQueue.h"
-#include "base/WhileAlive.h"
-#include "config/CodePage.h"
-#include "config/Language.h"
-#include "config/OptionSource.h"
 #include "controls/Button_win.h"
 #include "controls/Edit_win.h"
 #include "controls/Label_win.h"
 #include "controls/ProgressBar_win.h"
 #include "dialogs/MailWish.h"
-#include "dialogs/SkinDialog_win.h"
-#include "mail/MailRun_win.h"
+#include "mail/MailRunDialog_win.h"
 
 namespace brennvar {
 
-// What both dialogs of mail borrow for their life.
-struct MailParts {
-    const CFonts& fonts;
-    const Language& language;
-    TaskQueue& reads;
-    const OptionSource& options;
-    CodePage page = CodePage::Western;  // of the language
-};
-
-class MailDialog final : public CSkinDialog {
+class MailDialog final : public MailRunDialog {
 public:
     MailDialog(const MailParts& parts, MailWish wish);
-    ~MailDialog() override { m_run.PostTo(nullptr); }
 
     // Returns when it has been closed.
     void Show(HWND owner);
-    [[nodiscard]] bool IsSending() const { return m_run.IsUnderWay(); }
 
 private:
     struct Row {
@@ -52,11 +33,8 @@ private:
 
     void OnCreateContent() override;
     void OnCommand(int id, int notification) override;
-    void OnTimer(UINT_PTR id) override;
-    void OnCancel() override;
-    void OnDestroy() override;
-    std::optional<LRESULT> OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
-    bool OnLoopMessage(const MSG& message) override;
+    void ShowNews() override;
+    void ShowState() override;
 
     void AdoptControls();
     void AdoptRow(Row& row, int label, int field, const std::string& text, int limit);
@@ -65,11 +43,7 @@ private:
     void AskForOptions();
     void TakeOptions(const Read& read);
     void Send();
-    void ShowNews();
-    void OnFinished();
-    void ShowState();
 
-    const MailParts m_parts;
     const MailWish m_wish;
     Row m_to;
     Row m_cc;
@@ -83,10 +57,7 @@ private:
     CButton m_close;
 
     std::optional<MailAccount> m_account;
-    bool m_isClosing = false;
     bool m_wasSent = false;
-    WhileAlive m_alive;
-    MailRun m_run;
 };
 
 }  // namespace brennvar

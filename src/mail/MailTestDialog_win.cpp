@@ -19,21 +19,16 @@ constexpr int kGap = 12;
 constexpr int kButtonGap = 8;
 constexpr int kFrame = 1;  // pixels
 
-constexpr UINT kMessageFinished = WM_APP + 1;
-constexpr UINT_PTR kTimerNews = 1;
-constexpr UINT kNewsPeriodMs = 50;
-
 }  // namespace
 
-MailTestDialog::MailTestDialog(const MailParts& parts)
-    : CSkinDialog(parts.fonts), m_parts(parts), m_run(kMessageFinished) {}
+MailTestDialog::MailTestDialog(const MailParts& parts) : MailRunDialog(parts) {}
 
 void MailTestDialog::Show(HWND owner) {
     DoModal(owner, IDD_MAIL_TEST);
 }
 
 void MailTestDialog::OnCreateContent() {
-    m_run.PostTo(Window());
+    MailRunDialog::OnCreateContent();
     const Language& language = m_parts.language;
     ::SetWindowTextA(Window(), language.GetText(1796, "Send a test mail").c_str());
     ::SetDlgItemTextA(Window(), IDC_MAIL_TEST_NOTE,
@@ -90,7 +85,7 @@ void MailTestDialog::OnPaintGround(HDC dc) {
 }
 
 void MailTestDialog::Begin() {
-    if (m_isReading || m_run.IsUnderWay()) return;
+    if (m_isReading || IsSending()) return;
     m_isReading = true;
     m_lines.Clear();
     m_status.SetText(m_parts.language.GetText(1807, "Sending..."));
@@ -107,14 +102,15 @@ void MailTestDialog::Send(const std::optional<StoredOptions>& options) {
     if (!options) {
         m_status.SetText(
             m_parts.language.GetText(1812, "The options cannot be read at the moment. Please try again."));
-    } else if (m_run.Start(TestMail(MailAccountOf(options->values), m_parts.language, m_parts.page))) {
-        ::SetTimer(Window(), kTimerNews, kNewsPeriodMs, nullptr);
+    } else {
+        (void)StartRun(
+            TestMail(MailAccountOf(options->values), m_parts.language, m_parts.page));  // none is under way
     }
     ShowState();
 }
 
 void MailTestDialog::ShowNews() {
-    const MailNews news = m_run.Take();
+    const MailNews news = TakeNews();
     for (const MailLine& line : news.lines) {
         const bool isOurs = line.kind == MailLine::Kind::Ours;
         m_lines.Append((isOurs ? "> " : "< ") + line.text,
@@ -123,19 +119,11 @@ void MailTestDialog::ShowNews() {
     if (news.outcome) m_status.SetText(DescribeOutcome(*news.outcome, m_parts.language));
 }
 
-void MailTestDialog::OnFinished() {
-    if (!m_run.Finish()) return;
-    ::KillTimer(Window(), kTimerNews);
-    ShowNews();
-    if (m_isClosing) return End(IDCANCEL);
-    ShowState();
-}
-
 void MailTestDialog::ShowState() {
     const HWND focus = ::GetFocus();
-    const bool isBusy = m_run.IsUnderWay() || m_isReading;
+    const bool isBusy = IsSending() || m_isReading;
     const std::pair<HWND, bool> states[] = {
-        {m_again.Window(), !isBusy}, {m_stop.Window(), m_run.IsUnderWay()}, {m_copy.Window(), !isBusy}};
+        {m_again.Window(), !isBusy}, {m_stop.Window(), IsSending()}, {m_copy.Window(), !isBusy}};
     for (const auto& [control, isEnabled] : states) {
         if ((::IsWindowEnabled(control) != FALSE) == isEnabled) continue;
         ::EnableWindow(control, isEnabled);
@@ -148,42 +136,12 @@ void MailTestDialog::OnCommand(int id, int notification) {
     if (notification != BN_CLICKED) return;
     switch (id) {
         case IDC_MAIL_TEST_AGAIN: Begin(); break;
-        case IDC_MAIL_TEST_STOP: m_run.RequestStop(); break;
+        case IDC_MAIL_TEST_STOP: StopRun(); break;
         case IDC_MAIL_TEST_COPY:
             CopyToClipboard(Window(), m_lines.Text() + m_status.Text() + "\r\n", GetLook().fonts.Text());
             break;
         default: break;
     }
-}
-
-void MailTestDialog::OnTimer(UINT_PTR id) {
-    if (id == kTimerNews) ShowNews();
-}
-
-void MailTestDialog::OnCancel() {
-    m_isClosing = true;
-    if (!m_run.IsUnderWay()) return End(IDCANCEL);
-    m_run.RequestStop();  // OnFinished ends the dialog
-}
-
-bool MailTestDialog::OnLoopMessage(const MSG& message) {
-    if (message.message != WM_KEYDOWN || message.wParam != VK_ESCAPE || !m_run.IsUnderWay()) return false;
-    m_run.RequestStop();
-    return true;
-}
-
-void MailTestDialog::OnDestroy() {
-    m_run.PostTo(nullptr);
-    m_run.RequestStop();
-    CSkinDialog::OnDestroy();
-}
-
-std::optional<LRESULT> MailTestDialog::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
-    if (message == kMessageFinished) {
-        OnFinished();
-        return 0;
-    }
-    return CSkinDialog::OnMessage(message, wParam, lParam);
 }
 
 }  // namespace brennvar

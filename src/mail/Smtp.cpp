@@ -32,6 +32,10 @@ constexpr std::size_t kCodeSize = 4;
 constexpr std::size_t kPiecesAtOnce = 32;
 // What a server says to the farewell changes nothing any more.
 constexpr seconds kFarewellLimit{2};
+// The first line end completes a reply, so the rest of it is waited for before the next command: a line that came
+// later would be taken for the reply to that. Long enough for lines that a server sends one by one; one that never
+// ends its reply costs no more.
+constexpr milliseconds kLateLines{500};
 // User name and password, each asked for once, and as much again.
 constexpr int kMostChallenges = 4;
 
@@ -212,11 +216,17 @@ int CSmtp::Exchange(MailSource& source, std::string_view toldAs) {
 }
 
 void CSmtp::DiscardWhatCame() {
-    // A server that never stops talking is not waited for longer than one that never talks.
-    const milliseconds end = m_clock.Elapsed() + ReplyLimit();
+    const milliseconds begin = m_clock.Elapsed();
     try {
-        while (!m_socket.Receive(kPiece, milliseconds(0)).empty()) {
-            if (m_clock.Elapsed() >= end) throw SocketError(SocketMessage::Connect, kErrorConnectionLost);
+        while (true) {
+            const milliseconds passed = m_clock.Elapsed() - begin;
+            // A server that never stops talking is not waited for longer than one that never talks.
+            if (passed >= ReplyLimit()) throw SocketError(SocketMessage::Connect, kErrorConnectionLost);
+            const milliseconds limit =
+                m_replyEnd.IsReached() ? milliseconds(0) : std::max(kLateLines - passed, milliseconds(0));
+            const std::string piece = m_socket.Receive(kPiece, limit);
+            if (piece.empty()) return;
+            m_replyEnd.Take(piece);
         }
     } catch (const SocketError& error) {
         if (error.code != kErrorTimedOut) throw;  // else nothing waits
@@ -268,6 +278,7 @@ void CSmtp::KeepLastWords() {
 
 int CSmtp::ReadReply(std::string_view command) {
     m_lastReply.clear();
+    m_replyEnd = {};
     const milliseconds begin = m_clock.Elapsed();
     while (true) {
         // The time-out counts whole seconds, and so do those that have passed.
@@ -280,6 +291,7 @@ int CSmtp::ReadReply(std::string_view command) {
                 return kNoReply;
             }
             m_lastReply += piece;
+            m_replyEnd.Take(piece);
         } catch (const SocketError& error) {
             if (m_lastReply.empty() || error.IsCancelled()) {
                 m_connectionError = error;

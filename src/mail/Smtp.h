@@ -19,6 +19,7 @@
 #include "base/Password.h"
 #include "mail/MailMessage.h"
 #include "mail/MailSource.h"
+#include "mail/ReplyEnd.h"
 #include "tools/ProxySettings.h"
 #include "tools/SocketError.h"
 #include "tools/StreamTransport.h"
@@ -59,8 +60,9 @@ public:
 
     // Connects, takes the greeting (220) and greets: 1, or 0 and the connection is closed.
     int Connect();
-    // Sends a command, with its line end, after discarding what the server has said meanwhile; none: only waits for
-    // a reply. Returns the code of the reply's first line (0 when it has none), or kNoReply.
+    // Sends a command, with its line end, after discarding what the server has said meanwhile; when its last reply
+    // is not whole yet, half a second is waited for the rest. None: only waits for a reply. Returns the code of the
+    // reply's first line (0 when it has none), or kNoReply.
     int SendCommand(std::optional<std::string_view> command);
     // These return 0, or the code that they failed with.
     int Greet();
@@ -131,6 +133,7 @@ private:
     Clock& m_clock;
     const SmtpServer m_server;
     std::string m_lastReply;
+    ReplyEnd m_replyEnd;  // of all that came since the last command
     int m_lastCode = 0;
     bool m_isGreeted = false;
     bool m_isExtended = false;

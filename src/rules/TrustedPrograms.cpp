@@ -5,6 +5,7 @@
 
 #include "base/AsciiCase.h"
 #include "ipc/RecordFile.h"
+#include "rules/ListRecords.h"
 
 namespace brennvar {
 namespace {

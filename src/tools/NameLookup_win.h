@@ -4,6 +4,7 @@
 #include <chrono>
 #include <cstdint>
 #include <string>
+#include <vector>
 
 #include "base/Ipv4.h"
 #include "base/StopSignal.h"
@@ -15,5 +16,9 @@ namespace brennvar {
 // The socket library has to be started. A look-up that is not waited for any more ends by itself.
 [[nodiscard]] std::uint32_t LookUpHost(const std::string& host, const StopSignal& stop,
                                        std::chrono::milliseconds limit, Ipv4& address);
+
+// All of them, in the system's order, each once; at least one when 0 is returned.
+[[nodiscard]] std::uint32_t LookUpAddresses(const std::string& host, const StopSignal& stop,
+                                            std::chrono::milliseconds limit, std::vector<Ipv4>& addresses);
 
 }  // namespace brennvar

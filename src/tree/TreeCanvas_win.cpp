@@ -101,6 +101,9 @@ void TreeCanvas::PaintRows(HDC dc, const RECT& invalid) {
     RECT rest = rows;
     rest.top = std::max(rest.top, m_places.Row(std::max(end, 0)).top);
     if (m_places.RowCount() <= end && !::IsRectEmpty(&rest)) PaintRest(dc, rest);
+    if (const RECT line = m_pointer.Drag().Line(); !::IsRectEmpty(&line)) {
+        FillSolid(dc, line, m_state.Painter().Colours().accent);
+    }
 }
 
 void TreeCanvas::PaintRest(HDC dc, const RECT& rest) {

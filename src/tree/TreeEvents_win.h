@@ -32,7 +32,11 @@ struct TreeEvents {
     std::function<void()> widthsChanged;  // the user has dragged a divider
     std::function<void()> refreshWanted;  // F5
     std::function<void()> findWanted;     // Ctrl+F
-    std::function<bool()> copyWanted;     // Ctrl+C. True: it is dealt with
+    // Whether the selected rows may be dragged now, and that they were, to before this row; the number of rows:
+    // behind all.
+    std::function<bool()> canDragRows;
+    std::function<void(int before)> rowsDragged;
+    std::function<bool()> copyWanted;  // Ctrl+C. True: it is dealt with
 };
 
 }  // namespace brennvar

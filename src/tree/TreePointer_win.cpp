@@ -86,7 +86,14 @@ void TreePointer::PressRow(POINT point, UINT keys, bool isSecond) {
         if (m_state.events.cellClicked && m_state.events.cellClicked(row, column)) return;
     }
     if (!isSecond) {
-        m_state.ChangeSelection([=](RowSelection& selection) { return selection.Click(row, held); });
+        const bool mayDrag = !held.control && !held.shift && m_drag.IsPossible();
+        // Of several selected rows all are dragged, or one is selected: the button tells when it goes up.
+        if (!mayDrag || !m_state.Selection().IsSelected(row)) {
+            m_state.ChangeSelection([=](RowSelection& selection) { return selection.Click(row, held); });
+        }
+        if (!mayDrag) return;
+        m_drag.Press(row, point);
+        BeginGrip(Grip::Rows);
         return;
     }
     const TreeRow shape = m_state.Source().Row(row);
@@ -120,6 +127,12 @@ void TreePointer::OnMove(POINT point) {
             return;
         case Grip::Header:
         case Grip::Check: return;
+        case Grip::Rows: {
+            const bool wasUnderWay = m_drag.IsUnderWay();
+            m_drag.Move(point);
+            if (!wasUnderWay && m_drag.IsUnderWay()) ::SetTimer(m_state.Window(), kTimer, kNextRepeat, nullptr);
+            return;
+        }
         case Grip::None: break;
     }
     for (CScrollBar* bar : {&m_places.Vertical(), &m_places.Horizontal()}) {
@@ -155,6 +168,8 @@ void TreePointer::OnLeftUp(POINT point) {
     const Grip grip = m_grip;
     const int column = m_gripColumn;
     const CellId cell = m_gripCell;
+    const int row = m_drag.PressedRow();
+    const int before = m_drag.Before();
     if (grip == Grip::None) return;
     ::ReleaseCapture();  // which ends the grip
     if (grip == Grip::Divider && m_state.events.widthsChanged) m_state.events.widthsChanged();
@@ -165,6 +180,16 @@ void TreePointer::OnLeftUp(POINT point) {
     if (grip == Grip::Check && m_places.CellAt(point) == cell && m_places.IsOnCheck(cell, point)) {
         m_state.ToggleCheck(cell);
     }
+    if (grip != Grip::Rows) return;
+    if (before >= 0) return m_state.events.rowsDragged(before);
+    if (m_places.RowAt(point) != row) return;
+    m_state.ChangeSelection([=](RowSelection& selection) { return selection.Click(row, {}); });
+}
+
+bool TreePointer::CancelDrag() {
+    if (!m_drag.IsUnderWay()) return false;
+    ::ReleaseCapture();
+    return true;
 }
 
 void TreePointer::OnCaptureLost() {
@@ -177,11 +202,16 @@ void TreePointer::OnCaptureLost() {
         case Grip::Header:
         case Grip::Divider: m_state.Repaint(m_places.Header()); return;
         case Grip::Check: m_state.RepaintRow(m_gripCell.row); return;
+        case Grip::Rows:
+            ::KillTimer(m_state.Window(), kTimer);
+            m_drag.End();
+            return;
         case Grip::None: return;
     }
 }
 
 void TreePointer::OnTimer() {
+    if (m_grip == Grip::Rows) m_drag.OnTimer(m_mouse);
     if (m_grip != Grip::Bar) return;
     ::SetTimer(m_state.Window(), kTimer, kNextRepeat, nullptr);
     m_state.Scroll(*m_gripBar, m_gripBar->Repeat(m_mouse));

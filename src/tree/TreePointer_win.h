@@ -1,19 +1,20 @@
-// What the mouse does to a tree: it presses rows, check boxes, headers, dividers and scroll bars, and lights up
-// what is below it. Positions are in client coordinates.
+// What the mouse does to a tree: it presses and drags rows, presses check boxes, headers, dividers and scroll bars,
+// and lights up what is below it. Positions are in client coordinates.
 #pragma once
 
 #include <optional>
 
 #include "controls/WheelSteps.h"
+#include "tree/TreeDrag_win.h"
 #include "tree/TreeState_win.h"
 
 namespace brennvar {
 
 class TreePointer {
 public:
-    static constexpr UINT_PTR kTimer = 1;  // of the tree's window, while an arrow or a page of a bar is held
+    static constexpr UINT_PTR kTimer = 1;  // of the tree's window, while a bar or rows are held
 
-    explicit TreePointer(TreeState& state) : m_state(state), m_places(state.Places()) {}
+    explicit TreePointer(TreeState& state) : m_state(state), m_places(state.Places()), m_drag(state) {}
 
     // keys: MK_ flags.
     void OnLeftDown(POINT point, UINT keys);
@@ -29,12 +30,16 @@ public:
     // True: it has been set.
     [[nodiscard]] bool SetCursor() const;
 
+    // Of rows that are being dragged; false: there are none.
+    bool CancelDrag();
+    [[nodiscard]] const TreeDrag& Drag() const { return m_drag; }
+
     [[nodiscard]] Touch TouchOfHeader(int column) const;
     [[nodiscard]] Touch TouchOfCheck(CellId cell) const;
 
 private:
     // What the held mouse button does.
-    enum class Grip { None, Bar, Divider, Header, Check };
+    enum class Grip { None, Bar, Divider, Header, Check, Rows };
 
     void BeginGrip(Grip grip);
     // True: the point belongs to this.
@@ -47,6 +52,7 @@ private:
 
     TreeState& m_state;
     TreePlaces& m_places;
+    TreeDrag m_drag;
     Grip m_grip = Grip::None;
     POINT m_mouse{};
     CScrollBar* m_gripBar = nullptr;

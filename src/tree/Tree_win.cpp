@@ -24,13 +24,25 @@ bool CTree::OnCreate() {
 std::optional<LRESULT> CTree::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
         case WM_PAINT: m_canvas.PaintWindow(); return 0;
-        case WM_GETDLGCODE: return m_keyboard.DialogCode(reinterpret_cast<const MSG*>(lParam));
+        case WM_GETDLGCODE: return DialogCode(reinterpret_cast<const MSG*>(lParam));
         case WM_SETCURSOR:
             if (LOWORD(lParam) == HTCLIENT && m_pointer.SetCursor()) return TRUE;
             return std::nullopt;
         case WM_RBUTTONDOWN: m_pointer.OnRightDown({GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)}); return 0;
         default: return m_automation.Answer(message, wParam, lParam);
     }
+}
+
+LRESULT CTree::DialogCode(const MSG* message) const {
+    // Esc ends a drag before it ends a dialog.
+    const bool isEscape = message && message->message == WM_KEYDOWN && message->wParam == VK_ESCAPE;
+    const LRESULT wanted = isEscape && m_pointer.Drag().IsUnderWay() ? DLGC_WANTMESSAGE : 0;
+    return m_keyboard.DialogCode(message) | wanted;
+}
+
+bool CTree::OnKeyDown(UINT key) {
+    if (key == VK_ESCAPE && m_pointer.CancelDrag()) return true;
+    return m_keyboard.OnKeyDown(key);
 }
 
 void CTree::OnTimer(UINT_PTR id) {
@@ -59,7 +71,9 @@ void CTree::OnContextMenu(POINT point) {
 }
 
 void CTree::Refresh() {
-    if (Window()) m_state.Refresh();
+    if (!Window()) return;
+    (void)m_pointer.CancelDrag();  // the rows may be others now
+    m_state.Refresh();
 }
 
 int CTree::SelectedRow() const {

@@ -87,13 +87,15 @@ protected:
     void OnDoubleClick(POINT point, UINT keys) override { m_pointer.OnDoubleClick(point, keys); }
     void OnCaptureLost() override { m_pointer.OnCaptureLost(); }
     void OnWheel(int delta, bool isHorizontal) override { m_pointer.OnWheel(delta, isHorizontal); }
-    bool OnKeyDown(UINT key) override { return m_keyboard.OnKeyDown(key); }
+    bool OnKeyDown(UINT key) override;
     bool OnChar(char character) override { return m_keyboard.OnChar(character); }
     void OnContextMenu(POINT point) override;
     void OnPaint(HDC dc, const RECT& invalid) override { m_canvas.Paint(dc, invalid); }
     std::optional<LRESULT> OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
 
 private:
+    [[nodiscard]] LRESULT DialogCode(const MSG* message) const;
+
     TreeState m_state{*this, events};
     TreePointer m_pointer{m_state};
     TreeKeyboard m_keyboard{m_state};

@@ -24,6 +24,7 @@ struct Palette {
     COLORREF list;           // COLOR_LIST: the ground of lists, fields and cards
     COLORREF listAlternate;  // COLOR_LIST_ALTERNATE: every other row
     COLORREF selection;      // COLOR_SELECTION: the ground of a selected row
+    COLORREF warning;        // COLOR_WARNING: what is wrong with a field, beside it
     COLORREF captionText;    // COLOR_CAPTION_TEXT: on the band at the top of a window
     COLORREF statusText;     // COLOR_STATUS_TEXT: on the band at the bottom of the control center
 };

@@ -30,4 +30,3 @@
 // Pages
 #define IDC_PAGE_TITLE 910
 #define IDC_PAGE_LINE 911
-#define IDC_PAGE_EMPTY 914

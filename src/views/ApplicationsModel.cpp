@@ -7,12 +7,14 @@
 
 #include "base/AsciiCase.h"
 #include "config/ResourceIds.h"
+#include "views/ExchangeTexts.h"
 
 namespace brennvar {
 namespace {
 
 using Order = ApplicationList::Order;
 
+constexpr RuleSet kSet = RuleSet::Applications;
 constexpr int kNextAction = 100;  // what a click in the action cell does; no control has this number
 
 constexpr std::array<ListAction, 9> kActions = {
@@ -113,7 +115,7 @@ bool ApplicationsModel::CanDo(int action, int /*row*/) const {
     const bool isFree = m_exchange.Current() == RuleExchange::Work::None;
     switch (action) {
         case IDC_APPLICATIONS_UNDO:
-            return isFree && (m_removals.empty() ? m_exchange.Undoable().has_value() : CanUndoRemoval());
+            return isFree && (m_removals.empty() ? m_exchange.Undoable(kSet) != nullptr : CanUndoRemoval());
         case IDC_APPLICATIONS_EXPORT:
         case IDC_APPLICATIONS_IMPORT: return isFree;
         default: return true;
@@ -125,35 +127,16 @@ std::optional<std::string> ApplicationsModel::Summary() const {
         return m_language.GetText(1856, "Rules removed:") + ' ' + std::to_string(m_removals.back().rules.size()) +
                ". " + m_language.GetText(1857, "'Undo' brings them back.");
     }
-    switch (m_exchange.Undoable() ? m_exchange.LastDone() : RuleExchange::Last::None) {
-        case RuleExchange::Last::Imported:
-            return m_language.GetText(1858,
-                                      "The rules have been imported. 'Undo' brings back what was there before.");
-        case RuleExchange::Last::Undone:
-            return m_language.GetText(1859,
-                                      "The rules from before the import are back. 'Undo' imports them again.");
-        default: return std::nullopt;
-    }
+    return SummaryOf(m_exchange, kSet, m_language);
 }
 
 std::optional<ListProgress> ApplicationsModel::Progress() const {
-    switch (m_exchange.Current()) {
-        case RuleExchange::Work::Exporting:
-            return ListProgress{.text = m_language.GetText(1860, "Exporting the rules")};
-        case RuleExchange::Work::Importing:
-            return ListProgress{.text = m_language.GetText(1861, "Importing the rules")};
-        default: return std::nullopt;
-    }
+    return ProgressOf(m_exchange, m_language);
 }
 
 std::optional<ListQuestion> ApplicationsModel::Question(int action, std::span<const int> rows) const {
-    // What was done a moment ago is plain; what was done some other day is not.
-    if (action == IDC_APPLICATIONS_UNDO && m_removals.empty() && m_exchange.Undoable() &&
-        m_exchange.LastDone() == RuleExchange::Last::None) {
-        return ListQuestion{
-            .text = m_language.GetText(1862, "Bring back the rules that were replaced at this time?") + '\n' +
-                    m_exchange.Undoable()->moment,
-            .yes = m_language.GetText(1830, "Undo")};
+    if (action == IDC_APPLICATIONS_UNDO && m_removals.empty()) {
+        return UndoQuestionOf(m_exchange, kSet, m_language);
     }
     if (action != IDC_APPLICATIONS_REMOVE || rows.size() < 2) return std::nullopt;
     return ListQuestion{.text = m_language.GetText(1360, "Remove the rules of the selected applications?") + "\n" +
@@ -216,7 +199,7 @@ ApplicationsModel::Removal ApplicationsModel::RemovalOf(std::span<const int> row
 }
 
 void ApplicationsModel::Undo() {
-    if (m_removals.empty()) return m_exchange.Undo();
+    if (m_removals.empty()) return m_exchange.Undo(kSet);
     if (!CanUndoRemoval()) return;
     // They stay here until they are seen: the password may be refused, and the service missing.
     Removal& removal = m_removals.back();

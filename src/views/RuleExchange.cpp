@@ -30,21 +30,6 @@ private:
     bool m_isHeld = false;
 };
 
-std::optional<RestorePoint> NewestRestorePoint(RuleFiles& files, const RuleFolders& folders) {
-    const auto points = FindRestorePoints(files, folders.restore);
-    return points.empty() ? std::nullopt : std::optional(points.front());
-}
-
-// What can be taken back after this: the one that was made, if one was.
-std::optional<RestorePoint> RestorePointOf(const ImportOutcome& outcome, RuleFiles& files,
-                                           const RuleFolders& folders) {
-    const auto points = FindRestorePoints(files, folders.restore);
-    const auto made = std::find_if(points.begin(), points.end(),
-                                   [&](const RestorePoint& point) { return point.name == outcome.restorePoint; });
-    if (made != points.end()) return *made;
-    return points.empty() ? std::nullopt : std::optional(points.front());
-}
-
 std::vector<RuleSet> SetsOf(const ImportPlan& plan) {
     std::vector<RuleSet> sets;
     for (const RuleSet set : {RuleSet::Applications, RuleSet::Advanced}) {
@@ -53,6 +38,24 @@ std::vector<RuleSet> SetsOf(const ImportPlan& plan) {
         };
         if (std::any_of(plan.files.begin(), plan.files.end(), isOfSet)) sets.push_back(set);
     }
+    return sets;
+}
+
+// The one with this name, else the newest.
+std::optional<RestorePoint> ChooseRestorePoint(RuleFiles& files, const RuleFolders& folders,
+                                               const std::string& name) {
+    const auto points = FindRestorePoints(files, folders.restore);
+    const auto named =
+        std::find_if(points.begin(), points.end(), [&](const RestorePoint& point) { return point.name == name; });
+    if (named != points.end()) return *named;
+    return points.empty() ? std::nullopt : std::optional(points.front());
+}
+
+// Of which pages the rules are that the restore point would put back.
+std::vector<RuleSet> SetsOf(const RestorePoint& point, RuleFiles& files, const RuleFolders& folders) {
+    const auto bytes = files.Read(folders.restore + '/' + point.name, kLongestArchive);
+    auto sets = SetsOf(PlanRestore(bytes.value_or(std::string())));
+    if (sets.empty()) sets.push_back(RuleSet::Applications);  // it has to be offered somewhere
     return sets;
 }
 
@@ -80,12 +83,26 @@ struct RuleExchange::Opened {
 };
 struct RuleExchange::Begun {
     bool isUntold = false;
-    std::optional<RestorePoint> undoable;
+    std::optional<Restorable> undoable;
 };
 struct RuleExchange::Applied {
     ImportOutcome outcome;
-    std::optional<RestorePoint> undoable;
+    std::optional<Restorable> undoable;
 };
+
+std::optional<RuleExchange::Restorable> RuleExchange::FindRestorable(RuleFiles& files, const RuleFolders& folders,
+                                                                     const std::string& name) {
+    auto point = ChooseRestorePoint(files, folders, name);
+    if (!point) return std::nullopt;
+    auto sets = SetsOf(*point, files, folders);
+    return Restorable{.point = std::move(*point), .sets = std::move(sets)};
+}
+
+const RestorePoint* RuleExchange::Undoable(RuleSet set) const {
+    if (!m_undoable) return nullptr;
+    const auto& sets = m_undoable->sets;
+    return std::find(sets.begin(), sets.end(), set) == sets.end() ? nullptr : &m_undoable->point;
+}
 
 std::optional<std::string> ArchivePathOf(std::string_view chosen) {
     const std::size_t folderEnd = chosen.find_last_of("\\/:");
@@ -100,7 +117,7 @@ void RuleExchange::Begin() {
     m_parts.queue.Ask<Begun>(
         [&files = m_parts.files, &clock = m_parts.clock, folders = m_parts.folders]() -> Begun {
             const bool isUntold = RuleImport(files, clock, folders).Recover();
-            return {.isUntold = isUntold, .undoable = NewestRestorePoint(files, folders)};
+            return {.isUntold = isUntold, .undoable = FindRestorable(files, folders, {})};
         },
         m_alive.Guard([this](std::optional<Begun> begun) {
             if (!begun) return;
@@ -108,14 +125,14 @@ void RuleExchange::Begin() {
             if (begun->isUntold) TellService({RuleSet::Applications, RuleSet::Advanced});
             if (m_last != Last::None) return;
             m_undoable = std::move(begun->undoable);
-            if (m_watcher) m_watcher->OnExchangeChanged();
+            TellOfChange();
         }));
 }
 
 void RuleExchange::TellService(std::vector<RuleSet> sets, bool wasThere) {
     if (sets.empty()) {
         // Whether it is there to be told is seen in what is read then.
-        if (m_watcher) m_watcher->OnRulesReplaced();
+        for (RuleExchangeWatcher* const watcher : m_watchers) watcher->OnRulesReplaced();
         if (!wasThere) return;
         m_parts.queue.Post([&files = m_parts.files, &clock = m_parts.clock, folders = m_parts.folders] {
             RuleImport(files, clock, folders).ServiceKnows();
@@ -124,10 +141,13 @@ void RuleExchange::TellService(std::vector<RuleSet> sets, bool wasThere) {
     }
     const RuleSet first = sets.front();
     sets.erase(sets.begin());
-    m_parts.commander.Send(Batch(InfoOf(first).import),
-                           m_alive.Guard([this, wasThere, rest = std::move(sets)](bool isThere) {
-                               TellService(rest, wasThere && isThere);
-                           }));
+    auto tell = m_alive.Guard([this, first, wasThere, rest = std::move(sets)] {
+        m_parts.commander.Send(Batch(InfoOf(first).import), m_alive.Guard([this, wasThere, rest](bool isThere) {
+            TellService(rest, wasThere && isThere);
+        }));
+    });
+    if (first == RuleSet::Advanced) return m_parts.advanced.ReadAgain(std::move(tell));
+    tell();
 }
 
 bool RuleExchange::BeginFlow() {
@@ -142,7 +162,11 @@ void RuleExchange::EndFlow() {
 void RuleExchange::SetWork(Work work) {
     m_work = work;
     m_stop = work == Work::None ? nullptr : std::make_shared<StopSignal>();
-    if (m_watcher) m_watcher->OnExchangeChanged();
+    TellOfChange();
+}
+
+void RuleExchange::TellOfChange() const {
+    for (RuleExchangeWatcher* const watcher : m_watchers) watcher->OnExchangeChanged();
 }
 
 void RuleExchange::Stop() {
@@ -279,18 +303,18 @@ void RuleExchange::OnOpened(RuleSet set, RuleImport::Kind kind, std::optional<Op
     Apply(set, std::move(opened->plan), kind);
 }
 
-void RuleExchange::Undo() {
-    if (!m_undoable || !BeginFlow()) return;
-    m_parts.commander.AskFor(InfoOf(m_lastSet).import, m_alive.Guard([this] { OpenRestorePoint(); }),
+void RuleExchange::Undo(RuleSet set) {
+    if (!Undoable(set) || !BeginFlow()) return;
+    m_parts.commander.AskFor(InfoOf(set).import, m_alive.Guard([this, set] { OpenRestorePoint(set); }),
                              m_alive.Guard([this] { EndFlow(); }));
 }
 
-void RuleExchange::OpenRestorePoint() {
+void RuleExchange::OpenRestorePoint(RuleSet set) {
     if (!m_undoable) return EndFlow();
     SetWork(Work::Importing);
     m_parts.queue.Ask<Opened>(
         [&files = m_parts.files, &clock = m_parts.clock, folders = m_parts.folders, done = m_done,
-         point = m_undoable->name]() -> Opened {
+         point = m_undoable->point.name]() -> Opened {
             const auto bytes = files.Read(folders.restore + '/' + point, kLongestArchive);
             auto plan = std::make_shared<const ImportPlan>(PlanRestore(bytes.value_or(std::string())));
             RuleImport import(files, clock, folders);
@@ -303,8 +327,8 @@ void RuleExchange::OpenRestorePoint() {
             ImportPreview preview = PreviewImport(*plan, current);
             return {.plan = std::move(plan), .preview = std::move(preview), .isHeld = current.IsHeld()};
         },
-        m_alive.Guard([this](std::optional<Opened> opened) {
-            OnOpened(m_lastSet, RuleImport::Kind::Undo, std::move(opened));
+        m_alive.Guard([this, set](std::optional<Opened> opened) {
+            OnOpened(set, RuleImport::Kind::Undo, std::move(opened));
         }));
 }
 
@@ -315,7 +339,7 @@ void RuleExchange::Apply(RuleSet set, const std::shared_ptr<const ImportPlan>& p
          stop = m_stop]() -> Applied {
             Applied applied;
             applied.outcome = RuleImport(files, clock, folders).Apply(*plan, kind, *stop);
-            applied.undoable = RestorePointOf(applied.outcome, files, folders);
+            applied.undoable = FindRestorable(files, folders, applied.outcome.restorePoint);
             return applied;
         },
         m_alive.Guard([this, set, plan, kind](const std::optional<Applied>& applied) {
@@ -329,7 +353,6 @@ void RuleExchange::OnApplied(RuleSet set, const std::shared_ptr<const ImportPlan
     const bool isDone = outcome.result == ImportResult::Done;
     if (isDone) {
         m_last = kind == RuleImport::Kind::Undo ? Last::Undone : Last::Imported;
-        m_lastSet = set;
         m_done = outcome.files;
     }
     if (applied) m_undoable = applied->undoable;

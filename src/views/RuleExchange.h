@@ -4,6 +4,7 @@
 
 #include <atomic>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -23,7 +24,7 @@
 
 namespace brennvar {
 
-// The page of the rules, which shows what happens to them.
+// A page of rules, which shows what happens to them.
 class RuleExchangeWatcher {
 public:
     virtual ~RuleExchangeWatcher() = default;
@@ -31,6 +32,14 @@ public:
     virtual void OnExchangeChanged() = 0;
     // The rules have been replaced, and the service has been told: after a pause they can be read again.
     virtual void OnRulesReplaced() = 0;
+};
+
+// Who shows the advanced rules, which are read again before the service is told to.
+class AdvancedRulesReader {
+public:
+    virtual ~AdvancedRulesReader() = default;
+    // Reads them when the service has had the time to write, and shows them; then calls back.
+    virtual void ReadAgain(std::function<void()> over) = 0;
 };
 
 // The archive that a chosen path stands for: the folder, the name without its extension, ".fxz". Nothing: the name
@@ -46,6 +55,7 @@ public:
         Clock& clock;
         Commander& commander;
         RuleDialogs& dialogs;
+        AdvancedRulesReader& advanced;
         RuleFiles& files;
         RuleFolders folders;
     };
@@ -53,7 +63,8 @@ public:
     RuleExchange(const RuleExchange&) = delete;
     RuleExchange& operator=(const RuleExchange&) = delete;
 
-    void Watch(RuleExchangeWatcher& watcher) { m_watcher = &watcher; }
+    // Each is told from now on, for the rest of its life.
+    void Watch(RuleExchangeWatcher& watcher) { m_watchers.push_back(&watcher); }
     // Who sends an exported archive, borrowed; null: it is not offered.
     void SendWith(MailForms* mail) { m_mail = mail; }
 
@@ -64,21 +75,26 @@ public:
     void Export(RuleSet set);
     void Import(RuleSet set);
     // Puts back what was there before the last import, or before the last time that this was done. When the rules
-    // have changed since, the user sees first what would become of them.
-    void Undo();
+    // have changed since, the user sees first what would become of them. set: of the page.
+    void Undo(RuleSet set);
 
     enum class Work : std::uint8_t { None, Exporting, Importing };
     // What is being done on the other thread; none while the user is asked.
     [[nodiscard]] Work Current() const { return m_work; }
     void Stop();
 
-    // What Undo would put back; none while anything is under way.
-    [[nodiscard]] const std::optional<RestorePoint>& Undoable() const { return m_undoable; }
-    // The last thing that was done to the rules here since the program began.
+    // What Undo would put back on the page of this set; null: nothing of it.
+    [[nodiscard]] const RestorePoint* Undoable(RuleSet set) const;
+    // The last thing that was done to these rules here since the program began, and can be taken back.
     enum class Last : std::uint8_t { None, Imported, Undone };
-    [[nodiscard]] Last LastDone() const { return m_last; }
+    [[nodiscard]] Last LastDone(RuleSet set) const { return Undoable(set) ? m_last : Last::None; }
 
 private:
+    // A restore point, and whose rules it holds.
+    struct Restorable {
+        RestorePoint point;
+        std::vector<RuleSet> sets;
+    };
     struct Exported;
     struct Opened;
     struct Applied;
@@ -95,7 +111,7 @@ private:
     void OfferMail(const std::string& path);
 
     void AskWhatToImport(RuleSet set);
-    void OpenRestorePoint();
+    void OpenRestorePoint(RuleSet set);
     void OnOpened(RuleSet set, RuleImport::Kind kind, std::optional<Opened> opened);
     void Apply(RuleSet set, const std::shared_ptr<const ImportPlan>& plan, RuleImport::Kind kind);
     void OnApplied(RuleSet set, const std::shared_ptr<const ImportPlan>& plan, RuleImport::Kind kind,
@@ -103,18 +119,21 @@ private:
     // Has it read the rules of these sets again, one after the other. wasThere: it was, for those before; what is
     // not told now is told at the next start.
     void TellService(std::vector<RuleSet> sets, bool wasThere = true);
+    void TellOfChange() const;
+    // The one with this name, else the newest; reads it.
+    [[nodiscard]] static std::optional<Restorable> FindRestorable(RuleFiles& files, const RuleFolders& folders,
+                                                                  const std::string& name);
     [[nodiscard]] std::string Describe(const ImportPlan& plan) const;
     [[nodiscard]] std::string Describe(const ImportOutcome& outcome) const;
 
     const Parts m_parts;
-    RuleExchangeWatcher* m_watcher = nullptr;
+    std::vector<RuleExchangeWatcher*> m_watchers;
     MailForms* m_mail = nullptr;
     bool m_isUnderWay = false;  // from the password on
     Work m_work = Work::None;
     std::shared_ptr<StopSignal> m_stop;  // of the work; shared with it
-    std::optional<RestorePoint> m_undoable;
+    std::optional<Restorable> m_undoable;
     std::vector<JournalEntry> m_done;  // what it made of the files
-    RuleSet m_lastSet = RuleSet::Applications;
     Last m_last = Last::None;
     WhileAlive m_alive;
 };

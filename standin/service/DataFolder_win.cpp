@@ -16,7 +16,7 @@ constexpr std::string_view kOptionsFile = R"(\config.conf)";
 constexpr std::string_view kRulesFile = R"(\Rules\rules.conf)";
 constexpr std::string_view kAdvancedRulesFile = R"(\Rules\rules_advanced.conf)";
 constexpr std::string_view kTrustedFile = R"(\trusted.conf)";
-constexpr std::string_view kDomainFile = R"(\domain.conf)";
+constexpr std::string_view kSitesFile = R"(\domain.conf)";
 constexpr std::uint32_t kMessageAction = 6;  // the first action code of the traffic log that reads "Message"
 constexpr std::size_t kDateLength = 8;       // YYYYMMDD
 
@@ -32,6 +32,13 @@ void Check(bool written, const std::string& path) {
 std::vector<AdvancedRuleRecord>::iterator FindAdvancedRule(std::vector<AdvancedRuleRecord>& rules,
                                                            std::uint32_t id) {
     return std::find_if(rules.begin(), rules.end(), [&](const auto& rule) { return rule.id == id; });
+}
+
+template <class Record>
+std::uint32_t LastId(const std::vector<Record>& records) {
+    std::uint32_t last = 0;
+    for (const Record& record : records) last = std::max<std::uint32_t>(last, record.id);
+    return last;
 }
 
 OptionRecord& FindOrAddOption(std::vector<OptionRecord>& options, std::uint32_t id) {
@@ -149,14 +156,25 @@ void DataFolder::RemoveRule(std::string_view path) {
     });
 }
 
-void DataFolder::AddAdvancedRule(const AdvancedRuleRecord& rule) {
-    ChangeFile<AdvancedRuleRecord>(kAdvancedRulesFile, [&](auto& rules) { rules.push_back(rule); });
+std::vector<AdvancedRuleRecord> DataFolder::AdvancedRules() {
+    const std::scoped_lock lock(m_lock);
+    return DecipherRecords<AdvancedRuleRecord>(ReadFileBytes(m_path + std::string(kAdvancedRulesFile)));
+}
+
+void DataFolder::AddAdvancedRules(std::vector<AdvancedRuleRecord> added) {
+    ChangeFile<AdvancedRuleRecord>(kAdvancedRulesFile, [&](auto& rules) {
+        std::uint32_t id = LastId(rules);
+        for (AdvancedRuleRecord& rule : added) rule.id = ++id;
+        rules.insert(rules.end(), added.begin(), added.end());
+    });
 }
 
 void DataFolder::ReplaceAdvancedRule(std::uint32_t id, const AdvancedRuleRecord& rule) {
     ChangeFile<AdvancedRuleRecord>(kAdvancedRulesFile, [&](auto& rules) {
         const auto old = FindAdvancedRule(rules, id);
-        if (old != rules.end()) *old = rule;
+        if (old == rules.end()) return;
+        *old = rule;
+        old->id = id;
     });
 }
 
@@ -176,14 +194,22 @@ void DataFolder::MoveAdvancedRule(std::uint32_t id, bool up) {
     });
 }
 
-void DataFolder::AddTrusted(std::string_view path) {
-    if (path.empty()) return;
+void DataFolder::AddTrusted(const std::vector<std::string>& paths) {
     ChangeFile<TrustedRecord>(kTrustedFile, [&](auto& trusted) {
-        TrustedRecord& record = trusted.emplace_back();
-        if (path.size() < sizeof(record.shortPath)) {
-            PutText(record.shortPath, path);
-        } else {
-            PutText(record.longPath, path);
+        // Many at once are made up, and differ.
+        const auto isListed = [&](const std::string& path) {
+            return std::any_of(trusted.begin(), trusted.end(), [&](const TrustedRecord& record) {
+                return EqualPaths(TextOf(record.shortPath), path) || EqualPaths(TextOf(record.longPath), path);
+            });
+        };
+        if (paths.size() == 1 && (paths.front().empty() || isListed(paths.front()))) return;
+        for (const std::string& path : paths) {
+            TrustedRecord& record = trusted.emplace_back();
+            if (path.size() < sizeof(record.shortPath)) {
+                PutText(record.shortPath, path);
+            } else {
+                PutText(record.longPath, path);
+            }
         }
     });
 }
@@ -192,29 +218,45 @@ void DataFolder::ClearTrusted() {
     ChangeFile<TrustedRecord>(kTrustedFile, [](auto& trusted) { trusted.clear(); });
 }
 
-void DataFolder::AddDomain(std::string_view name) {
-    ChangeFile<DomainRecord>(kDomainFile, [&](auto& domains) {
-        DomainRecord record{};
-        for (const DomainRecord& domain : domains) record.id = std::max(record.id, domain.id);
-        ++record.id;
-        PutText(record.name, name);
-        domains.push_back(record);
+void DataFolder::AddSites(const std::vector<std::string>& names) {
+    ChangeFile<SiteRecord>(kSitesFile, [&](auto& sites) {
+        std::uint32_t id = LastId(sites);
+        for (const std::string& name : names) {
+            SiteRecord& site = sites.emplace_back();
+            site.id = ++id;
+            PutText(site.name, name);
+        }
     });
 }
 
-void DataFolder::RemoveDomain(std::uint32_t id) {
-    ChangeFile<DomainRecord>(kDomainFile, [&](auto& domains) {
-        std::erase_if(domains, [&](const DomainRecord& domain) { return domain.id == id; });
-    });
+void DataFolder::RemoveSite(std::uint32_t id) {
+    ChangeFile<SiteRecord>(
+        kSitesFile, [&](auto& sites) { std::erase_if(sites, [&](const auto& site) { return site.id == id; }); });
 }
 
-bool DataFolder::HasDomain(std::string_view name) {
+bool DataFolder::HasSite(std::string_view name) {
     bool found = false;
-    ChangeFile<DomainRecord>(kDomainFile, [&](auto& domains) {
-        found = std::any_of(domains.begin(), domains.end(),
-                            [&](const DomainRecord& domain) { return EqualPaths(TextOf(domain.name), name); });
+    ChangeFile<SiteRecord>(kSitesFile, [&](auto& sites) {
+        found = std::any_of(sites.begin(), sites.end(),
+                            [&](const auto& site) { return EqualPaths(TextOf(site.name), name); });
     });
     return found;
+}
+
+template <RecordType Record>
+void DataFolder::SpoilFile(std::string_view name, Spoiling how) {
+    ChangeFile<Record>(name, [how](auto& records) { SpoilRecords(records, how); });
+    const std::scoped_lock lock(m_lock);
+    const std::string path = m_path + std::string(name);
+    Check(RewriteFile(path, [how](auto& content) { SpoilEnd(content, sizeof(Record), how); }), path);
+}
+
+void DataFolder::Spoil(ServiceFile file, Spoiling how) {
+    switch (file) {
+        case ServiceFile::AdvancedRules: return SpoilFile<AdvancedRuleRecord>(kAdvancedRulesFile, how);
+        case ServiceFile::Trusted: return SpoilFile<TrustedRecord>(kTrustedFile, how);
+        case ServiceFile::Sites: return SpoilFile<SiteRecord>(kSitesFile, how);
+    }
 }
 
 void DataFolder::Append(const std::string& path, std::span<const std::byte> record) {

@@ -12,25 +12,10 @@
 #include "ipc/CommandRecord.h"
 #include "logs/LogRecords.h"
 #include "rules/ApplicationRuleRecord.h"
+#include "rules/ListRecords.h"
+#include "service/SpoiledRecords.h"
 
 namespace brennvar::standin {
-
-#pragma pack(push, 1)
-// One record of "trusted.conf". A path of at most 33 characters stands at 260, a longer one at 0.
-struct TrustedRecord {
-    char longPath[260];  //   0
-    char shortPath[34];  // 260  empty when the long one counts
-};
-
-// One record of "domain.conf".
-struct DomainRecord {
-    std::uint32_t id;  // 0
-    char name[104];    // 4
-};
-#pragma pack(pop)
-static_assert(RecordType<TrustedRecord> && sizeof(TrustedRecord) == 294 &&
-              offsetof(TrustedRecord, shortPath) == 260);
-static_assert(RecordType<DomainRecord> && sizeof(DomainRecord) == 108 && offsetof(DomainRecord, name) == 4);
 
 class DataFolder {
 public:
@@ -49,17 +34,24 @@ public:
     void SetRule(std::string_view path, RuleAction action);
     void RemoveRule(std::string_view path);
 
-    void AddAdvancedRule(const AdvancedRuleRecord& rule);
+    [[nodiscard]] std::vector<AdvancedRuleRecord> AdvancedRules();
+    // At the end, with identifiers that are free.
+    void AddAdvancedRules(std::vector<AdvancedRuleRecord> added);
+    // The rule keeps its identifier.
     void ReplaceAdvancedRule(std::uint32_t id, const AdvancedRuleRecord& rule);
     void RemoveAdvancedRule(std::uint32_t id);
     void MoveAdvancedRule(std::uint32_t id, bool up);
 
-    void AddTrusted(std::string_view path);
+    // A path that is listed is not added again.
+    void AddTrusted(const std::vector<std::string>& paths);
     void ClearTrusted();
 
-    void AddDomain(std::string_view name);
-    void RemoveDomain(std::uint32_t id);
-    [[nodiscard]] bool HasDomain(std::string_view name);
+    // With identifiers that are free.
+    void AddSites(const std::vector<std::string>& names);
+    void RemoveSite(std::uint32_t id);
+    [[nodiscard]] bool HasSite(std::string_view name);
+
+    void Spoil(ServiceFile file, Spoiling how);
 
     // Logs are today's, unless another day was set (YYYYMMDD); the time of an event or packet is now.
     void SetLogDay(std::string_view date);
@@ -75,6 +67,8 @@ public:
 private:
     template <RecordType Record, class Change>
     void ChangeFile(std::string_view name, const Change& change);
+    template <RecordType Record>
+    void SpoilFile(std::string_view name, Spoiling how);
     void Append(const std::string& path, std::span<const std::byte> record);
     [[nodiscard]] std::string CurrentLog(std::string_view suffix);
 

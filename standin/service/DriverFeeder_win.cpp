@@ -77,6 +77,16 @@ void DriverFeeder::DropProcess(std::uint32_t processId) {
     FeedTables();
 }
 
+void DriverFeeder::SetJudge(ConnectionJudge* judge) {
+    const std::scoped_lock lock(m_lock);
+    m_judge = judge;
+}
+
+void DriverFeeder::AskJudgeAgain() {
+    const std::scoped_lock lock(m_lock);
+    if (m_scriptsTables) FeedTables();
+}
+
 void DriverFeeder::Tick() {
     const std::scoped_lock lock(m_lock);
     const unsigned tick = m_ticks++ % kTicksPerSecond;
@@ -130,7 +140,8 @@ void DriverFeeder::FeedTables() {
     std::erase_if(connections, [&](const ConnectionEntry& entry) {
         const Ipv4 remote = entry.remoteAddress;
         const std::uint32_t processId = entry.processId;
-        return m_blocked.contains(remote) || m_droppedProcesses.contains(processId);
+        return m_blocked.contains(remote) || m_droppedProcesses.contains(processId) ||
+               (m_scriptsTables && m_judge && m_judge->Denies(entry));
     });
     std::erase_if(m_tables.listeners, [&](const ListenerEntry& entry) {
         const std::uint32_t processId = entry.processId;

@@ -12,6 +12,14 @@
 
 namespace brennvar::standin {
 
+// Says which connections are not let through.
+class ConnectionJudge {
+public:
+    virtual ~ConnectionJudge() = default;
+    // Called while the feeder is locked.
+    [[nodiscard]] virtual bool Denies(const ConnectionEntry& entry) = 0;
+};
+
 class DriverFeeder {
 public:
     // What the scenario scripts is not read from the machine.
@@ -30,6 +38,10 @@ public:
     void BlockAddress(Ipv4 address, std::chrono::seconds time);
     // From now on no entry of that process is fed.
     void DropProcess(std::uint32_t processId);
+
+    // The scripted entries that the judge denies are not fed; ask it again when it has changed its mind. Borrowed.
+    void SetJudge(ConnectionJudge* judge);
+    void AskJudgeAgain();
 
     // So many times a second: moves the scripted totals on by their rate, so that each second sees some of it. The
     // machine is read once a second.
@@ -51,6 +63,7 @@ private:
     std::mutex m_lock;
     Tables m_tables;
     bool m_tablesChanged = true;
+    ConnectionJudge* m_judge = nullptr;
     std::map<Ipv4, std::chrono::steady_clock::time_point> m_blocked;  // until when
     std::set<std::uint32_t> m_droppedProcesses;
     TrafficTotals m_totals{};

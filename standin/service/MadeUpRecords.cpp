@@ -46,4 +46,27 @@ TrafficLogRecord MadeUpEvent(std::uint32_t index) {
     return record;
 }
 
+AdvancedRuleRecord MadeUpRule(std::uint32_t index) {
+    AdvancedRuleRecord rule{};
+    rule.action = index % 3 == 2 ? 1 : 0;
+    rule.isEnabled = index % 10 == 9 ? 0 : 1;
+    rule.protocol = kProtocolTcp;
+    rule.route = 2;        // outgoing
+    rule.remote.kind = 1;  // address and mask
+    rule.remote.address = SwapAddress(0xC6120000 + index);
+    rule.remote.mask = 0xFFFFFFFF;
+    rule.remote.firstPort = 1024;
+    rule.remote.lastPort = 1030;
+    PutText(rule.description, "Rule " + std::to_string(index));
+    return rule;
+}
+
+std::string MadeUpTrusted(std::uint32_t index) {
+    return R"(C:\Program Files\Made up\trusted )" + std::to_string(index) + ".exe";
+}
+
+std::string MadeUpSite(std::uint32_t index) {
+    return "site" + std::to_string(index) + ".example";
+}
+
 }  // namespace brennvar::standin

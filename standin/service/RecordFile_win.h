@@ -16,18 +16,28 @@ namespace brennvar::standin {
 [[nodiscard]] bool RewriteFile(const std::string& path,
                                const std::function<void(std::vector<std::byte>& content)>& change);
 
+// All that a file holds, which others may be reading; nothing when there is none.
+[[nodiscard]] std::vector<std::byte> ReadFileBytes(const std::string& path);
+
 // Adds to the end of a file that others may be reading.
 [[nodiscard]] bool AppendToFile(const std::string& path, std::span<const std::byte> bytes);
 
-// Changes a file of enciphered records. A partial last record is dropped.
+// The enciphered records of a file in the clear. A partial last record is dropped.
+template <RecordType Record>
+[[nodiscard]] std::vector<Record> DecipherRecords(std::span<const std::byte> content) {
+    std::vector<Record> records(content.size() / sizeof(Record));
+    const std::span<std::byte> bytes = std::as_writable_bytes(std::span(records));
+    std::copy_n(content.begin(), bytes.size(), bytes.begin());
+    for (Record& record : records) CipherRecord(WritableRecordBytes(record));
+    return records;
+}
+
+// Changes a file of enciphered records.
 template <RecordType Record>
 [[nodiscard]] bool ChangeRecords(const std::string& path,
                                  const std::function<void(std::vector<Record>& records)>& change) {
     return RewriteFile(path, [&](std::vector<std::byte>& content) {
-        std::vector<Record> records(content.size() / sizeof(Record));
-        const std::span<std::byte> bytes = std::as_writable_bytes(std::span(records));
-        std::copy_n(content.begin(), bytes.size(), bytes.begin());
-        for (Record& record : records) CipherRecord(WritableRecordBytes(record));
+        std::vector<Record> records = DecipherRecords<Record>(content);
         change(records);
         for (Record& record : records) CipherRecord(WritableRecordBytes(record));
         const std::span<const std::byte> changed = std::as_bytes(std::span(records));

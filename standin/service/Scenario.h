@@ -12,11 +12,14 @@
 #include "config/OptionRecord.h"
 #include "driver/DriverFeed.h"
 #include "ipc/ActivityQueue.h"
+#include "ipc/AdvancedRuleRecord.h"
 #include "ipc/DriverRecords.h"
 #include "ipc/PipeRecords.h"
 #include "logs/LogRecords.h"
 #include "rules/ApplicationRuleRecord.h"
+#include "rules/ListRecords.h"
 #include "service/JournalLine.h"
+#include "service/SpoiledRecords.h"
 
 namespace brennvar::standin {
 
@@ -101,6 +104,28 @@ struct OptionTextInstruction {
     std::uint32_t id;
     std::string text;
 };
+struct AdvancedRuleInstruction {
+    AdvancedRuleRecord record;  // without an identifier
+};
+struct TrustedInstruction {
+    std::string path;
+};
+struct SiteInstruction {
+    std::string name;
+};
+// That many made-up records behind those that are there (MadeUpRule, MadeUpTrusted, MadeUpSite).
+struct FillInstruction {
+    ServiceFile file;
+    std::uint32_t count;
+};
+struct SpoilInstruction {
+    ServiceFile file;
+    Spoiling how;
+};
+// The next so many changes of advanced rules and lists are not carried out.
+struct RefuseInstruction {
+    std::uint32_t count;
+};
 struct HostileInstruction {
     HostileOrder order;
 };
@@ -116,7 +141,8 @@ using Instruction =
                  ConnectionsInstruction, ListenerInstruction, ClearTablesInstruction, TotalsInstruction,
                  RateInstruction, DnsInstruction, MacInstruction, AdviceInstruction, RuleInstruction,
                  OptionInstruction, OptionTextInstruction, HostileInstruction, ActivityInstruction, ExitInstruction,
-                 LogInstruction, LogManyInstruction, PacketInstruction, LogDayInstruction>;
+                 LogInstruction, LogManyInstruction, PacketInstruction, LogDayInstruction, AdvancedRuleInstruction,
+                 TrustedInstruction, SiteInstruction, FillInstruction, SpoilInstruction, RefuseInstruction>;
 
 struct ScenarioFault {
     std::size_t line;  // counted from 1
@@ -141,6 +167,13 @@ inline constexpr std::uint32_t kFirstStartedProcess = 0xF0000000;
 
 // The index-th made-up event: all actions in turn, TCP and UDP, of 20 programs, from 10.0.0.5 to 93.0.0.0 + index.
 [[nodiscard]] TrafficLogRecord MadeUpEvent(std::uint32_t index);
+
+// The index-th made-up rule: "Deny outgoing TCP to 198.18.0.0 + index, port 1024 to 1030", every third allows,
+// every tenth is disabled; described "Rule index".
+[[nodiscard]] AdvancedRuleRecord MadeUpRule(std::uint32_t index);
+// "C:\Program Files\Made up\trusted INDEX.exe", and "siteINDEX.example".
+[[nodiscard]] std::string MadeUpTrusted(std::uint32_t index);
+[[nodiscard]] std::string MadeUpSite(std::uint32_t index);
 
 [[nodiscard]] Scenario ParseScenario(std::string_view text);
 

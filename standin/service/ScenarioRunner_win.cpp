@@ -42,6 +42,11 @@ void ScenarioRunner::Do(const WaitForRecordsInstruction& wait) {
 void ScenarioRunner::Do(const QuestionInstruction& question) {
     ConnectionPromptRequest request = question.request;
     request.processId = m_processes.IdOf(request.processId);
+    if (const auto verdict = m_service.VerdictOn(request)) {
+        m_journal.Event((verdict->isAllowed ? "question-allowed " : "question-denied ") +
+                        std::to_string(verdict->ruleId));
+        return;
+    }
     const std::uint32_t id = m_feeder.QueueQuestion(request);
     m_journal.Event("question-queued " + std::to_string(id));
 }
@@ -129,6 +134,48 @@ void ScenarioRunner::Do(const LogDayInstruction& day) {
 
 void ScenarioRunner::Do(const RuleInstruction& rule) {
     m_data.SetRule(rule.path, rule.action);
+}
+
+void ScenarioRunner::UseRules() {
+    m_service.LoadRules();
+    m_feeder.AskJudgeAgain();
+}
+
+void ScenarioRunner::Do(const AdvancedRuleInstruction& rule) {
+    m_data.AddAdvancedRules({rule.record});
+    UseRules();
+}
+
+void ScenarioRunner::Do(const TrustedInstruction& trusted) {
+    m_data.AddTrusted({trusted.path});
+}
+
+void ScenarioRunner::Do(const SiteInstruction& site) {
+    m_data.AddSites({site.name});
+}
+
+void ScenarioRunner::Do(const FillInstruction& fill) {
+    const auto made = [&fill](auto make) {
+        std::vector<decltype(make(0))> records;
+        for (std::uint32_t index = 0; index < fill.count; ++index) records.push_back(make(index));
+        return records;
+    };
+    switch (fill.file) {
+        case ServiceFile::AdvancedRules:
+            m_data.AddAdvancedRules(made(MadeUpRule));
+            UseRules();
+            break;
+        case ServiceFile::Trusted: m_data.AddTrusted(made(MadeUpTrusted)); break;
+        case ServiceFile::Sites: m_data.AddSites(made(MadeUpSite)); break;
+    }
+}
+
+void ScenarioRunner::Do(const SpoilInstruction& spoil) {
+    m_data.Spoil(spoil.file, spoil.how);
+}
+
+void ScenarioRunner::Do(const RefuseInstruction& refuse) {
+    m_service.Refuse(refuse.count);
 }
 
 void ScenarioRunner::Do(const OptionInstruction& option) {

@@ -50,11 +50,20 @@ private:
     void Do(const PacketInstruction& packet);
     void Do(const LogDayInstruction& day);
     void Do(const RuleInstruction& rule);
+    void Do(const AdvancedRuleInstruction& rule);
+    void Do(const TrustedInstruction& trusted);
+    void Do(const SiteInstruction& site);
+    void Do(const FillInstruction& fill);
+    void Do(const SpoilInstruction& spoil);
+    void Do(const RefuseInstruction& refuse);
     void Do(const OptionInstruction& option);
     void Do(const OptionTextInstruction& option);
     void Do(const HostileInstruction& hostile);
     void Do(const ActivityInstruction& activity);
     void Do(const ExitInstruction& exit);
+
+    // The service takes its rules anew, as if it had changed them itself.
+    void UseRules();
 
     const Stop& m_stop;
     Journal& m_journal;

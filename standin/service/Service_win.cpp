@@ -13,6 +13,9 @@ constexpr UINT kDeathExitCode = 3;
 constexpr std::uint32_t kFilteringProxyPortOption = 79;
 constexpr std::uint32_t kBlockSecondsOption = 18;
 constexpr char kRefreshNotice[] = "REFRESH";
+// States of the connection table that belong to a connection from outside.
+constexpr std::uint32_t kSynReceived = 2;
+constexpr std::uint32_t kEstablishedIn = 3;
 
 // A record of exactly its size, or nothing.
 template <RecordType Record>
@@ -35,6 +38,20 @@ std::string ImagePath(std::uint32_t processId) {
     return {path.data(), size};
 }
 
+// What a service may refuse.
+bool ChangesRulesOrLists(CommandCode code) {
+    switch (code) {
+        case CommandCode::AddAdvancedRule:
+        case CommandCode::ModifyAdvancedRule:
+        case CommandCode::DeleteAdvancedRule:
+        case CommandCode::MoveAdvancedRuleUp:
+        case CommandCode::MoveAdvancedRuleDown:
+        case CommandCode::AllowProcessText:
+        case CommandCode::ResetTrusted: return true;
+        default: return false;
+    }
+}
+
 }  // namespace
 
 Service::Service(DataFolder& data, DriverFeeder& feeder, StartedProcesses& processes, std::uint32_t dieAfter,
@@ -43,7 +60,21 @@ Service::Service(DataFolder& data, DriverFeeder& feeder, StartedProcesses& proce
       m_feeder(feeder),
       m_started(processes),
       m_dieAfter(dieAfter),
-      m_dieAfterCommand(dieAfterCommand) {}
+      m_dieAfterCommand(dieAfterCommand) {
+    LoadRules();
+    m_feeder.SetJudge(this);
+}
+
+Service::~Service() {
+    m_feeder.SetJudge(nullptr);
+}
+
+bool Service::Refuses() {
+    std::uint32_t left = m_refusals;
+    while (left > 0 && !m_refusals.compare_exchange_weak(left, left - 1)) {
+    }
+    return left > 0;
+}
 
 Service::Answer Service::HandleCommand(Bytes record) {
     if (const auto command = Decode<CommandRecord>(record)) Apply(*command);
@@ -53,6 +84,7 @@ Service::Answer Service::HandleCommand(Bytes record) {
 }
 
 void Service::Apply(const CommandRecord& command) {
+    if (ChangesRulesOrLists(command.code) && Refuses()) return;
     switch (command.code) {
         case CommandCode::EventReport: m_data.LogEvent(TextOf(command.eventTitle)); break;
         case CommandCode::BlockAddress:
@@ -63,18 +95,22 @@ void Service::Apply(const CommandRecord& command) {
             (void)m_started.End(command.processId);
             m_feeder.DropProcess(command.processId);
             break;
-        case CommandCode::AddAdvancedRule: m_data.AddAdvancedRule(command.advancedRule); break;
+        case CommandCode::AddAdvancedRule: m_data.AddAdvancedRules({command.advancedRule}); break;
         case CommandCode::ModifyAdvancedRule:
             m_data.ReplaceAdvancedRule(command.ruleId, command.advancedRule);
             break;
         case CommandCode::DeleteAdvancedRule: m_data.RemoveAdvancedRule(command.ruleId); break;
+        case CommandCode::ReloadAdvancedRules:
+            LoadRules();
+            m_feeder.AskJudgeAgain();
+            break;
         case CommandCode::SetOption: m_data.SetOption(command.optionId, command.optionValue); break;
         case CommandCode::SetOptionText: m_data.SetOptionText(command.optionId, TextOf(command.optionText)); break;
         case CommandCode::SetSkin: m_data.SetFolderName("Skin", TextOf(command.optionText)); break;
         case CommandCode::SetLanguage: m_data.SetFolderName("Language", TextOf(command.optionText)); break;
         case CommandCode::SetApplicationRule: ApplyRule(command); break;
         case CommandCode::DeleteLogs: m_data.DeleteLogs(TextOf(command.subject), command.value != 0); break;
-        case CommandCode::AllowProcessText: m_data.AddTrusted(TextOf(command.optionText)); break;
+        case CommandCode::AllowProcessText: m_data.AddTrusted({std::string(TextOf(command.optionText))}); break;
         case CommandCode::ResetTrusted: m_data.ClearTrusted(); break;
         case CommandCode::MoveAdvancedRuleUp: m_data.MoveAdvancedRule(command.ruleId, true); break;
         case CommandCode::MoveAdvancedRuleDown: m_data.MoveAdvancedRule(command.ruleId, false); break;
@@ -134,10 +170,14 @@ Service::Answer Service::HandleQueue(Bytes record) {
     answer.code = kFilterAnswerValid;
     switch (static_cast<FilterCode>(request->code)) {
         case FilterCode::Query:
-            answer.answerValue = m_data.HasDomain(TextOf(request->text)) ? kListed : kNotListed;
+            answer.answerValue = m_data.HasSite(TextOf(request->text)) ? kListed : kNotListed;
             return Encode(answer);
-        case FilterCode::AddEntry: m_data.AddDomain(TextOf(request->text)); return Encode(answer);
-        case FilterCode::DeleteEntry: m_data.RemoveDomain(request->entryOrValue); return Encode(answer);
+        case FilterCode::AddEntry:
+            if (!Refuses()) m_data.AddSites({std::string(TextOf(request->text))});
+            return Encode(answer);
+        case FilterCode::DeleteEntry:
+            if (!Refuses()) m_data.RemoveSite(request->entryOrValue);
+            return Encode(answer);
         case FilterCode::SetProxyPort:
             m_data.SetOption(kFilteringProxyPortOption, request->number);
             return std::nullopt;
@@ -155,6 +195,48 @@ Service::Answer Service::HandleConfirm(Bytes record) {
     }
     m_feeder.AnswerQuestion(answer->questionId);
     return std::nullopt;
+}
+
+void Service::LoadRules() {
+    std::vector<AdvancedRuleRecord> rules = m_data.AdvancedRules();
+    const std::scoped_lock lock(m_lock);
+    m_rules = std::move(rules);
+}
+
+std::optional<Verdict> Service::Judge(const SeenConnection& seen) {
+    SYSTEMTIME now;
+    ::GetLocalTime(&now);
+    SeenConnection dated = seen;
+    dated.minute = now.wHour * 60U + now.wMinute;
+    dated.day = now.wYear * 10000U + now.wMonth * 100U + now.wDay;
+    const std::scoped_lock lock(m_lock);
+    return standin::Judge(m_rules, dated);
+}
+
+bool Service::Denies(const ConnectionEntry& entry) {
+    {
+        const std::scoped_lock lock(m_lock);
+        if (m_rules.empty()) return false;
+    }
+    const auto verdict = Judge({.protocol = kProtocolTcp,
+                                .isIncoming = entry.state == kSynReceived || entry.state == kEstablishedIn,
+                                .localAddress = entry.localAddress,
+                                .remoteAddress = entry.remoteAddress,
+                                .localPort = SwapPort(entry.localPort),
+                                .remotePort = SwapPort(entry.remotePort),
+                                .program = PathOfProcess(entry.processId)});
+    return verdict && !verdict->isAllowed;
+}
+
+std::optional<Verdict> Service::VerdictOn(const ConnectionPromptRequest& request) {
+    // Questions do not say who began; the programs of this machine are asked about.
+    return Judge({.protocol = request.protocol,
+                  .isIncoming = false,
+                  .localAddress = request.localAddress,
+                  .remoteAddress = request.remoteAddress,
+                  .localPort = SwapPort(request.localPort),
+                  .remotePort = SwapPort(request.remotePort),
+                  .program = std::string(TextOf(request.path))});
 }
 
 void Service::AddNotice(std::string text) {

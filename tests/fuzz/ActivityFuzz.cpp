@@ -7,7 +7,8 @@
 #include "FuzzInput.h"
 #include "prompts/ActivityServer.h"
 #include "prompts/ActivityText.h"
-#include "rules/TrustedPrograms.h"
+#include "rules/ListRecords.h"
+"rules/TrustedPrograms.h"
 #include "support/FakeClock.h"
 
 namespace brennvar::fuzz {

@@ -47,12 +47,25 @@ public:
     std::vector<std::string> TakeSaid() { return std::exchange(said, {}); }
 };
 
+class FakeAdvancedRulesReader final : public AdvancedRulesReader {
+public:
+    int reads = 0;
+    bool isSlow = false;
+    std::function<void()> over;  // of a slow reading
+    void ReadAgain(std::function<void()> whenOver) override {
+        ++reads;
+        over = std::move(whenOver);
+        if (!isSlow) over();
+    }
+};
+
 class RuleExchangeRig {
 public:
     CommanderRig commanding;
     FakeTaskQueue queue;
     FakeClock clock;
     FakeRuleDialogs dialogs;
+    FakeAdvancedRulesReader advanced;
     FailingRuleFiles files;
     TempFolder folder;
     RuleExchange exchange{{.language = commanding.language,
@@ -60,6 +73,7 @@ public:
                            .clock = clock,
                            .commander = commanding.commander,
                            .dialogs = dialogs,
+                           .advanced = advanced,
                            .files = files,
                            .folders = {.rules = folder.File("Rules"),
                                        .import = folder.File("Rules.import"),

@@ -130,19 +130,6 @@ TEST_F(ApplicationsTest, TwentyThousandRulesAndOddOnesAreAtHand) {
     EXPECT_TRUE(WaitUntil([&] { return ReadList(3) == Rows{{"seven.exe", R"(C:\Tools\seven.exe)", "Ask"}}; }));
 }
 
-// Answers Windows' own dialog for a file.
-void AnswerFileDialog(HWND dialog, const std::string& path) {
-    constexpr int kFileName = 1152, kFileNameBox = 1148;
-    HWND field = nullptr;
-    Require(WaitUntil([&] {
-        field = FindVisibleControl(dialog, kFileName);
-        if (!field) field = FindVisibleControl(dialog, kFileNameBox);
-        return field != nullptr;
-    }));
-    Ask(field, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(path.c_str()));
-    ::PostMessageA(dialog, WM_COMMAND, IDOK, reinterpret_cast<LPARAM>(::GetDlgItem(dialog, IDOK)));
-}
-
 TEST_F(ApplicationsTest, RulesGoOutAndComeBackAndTheImportIsTakenBack) {
     constexpr int kUndo = 1500, kExport = 1501, kImport = 1502, kPreview = 1512;
     const std::string kReload = "COMMAND 5596 0:0C";

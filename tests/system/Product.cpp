@@ -129,6 +129,18 @@ void ProductFixture::Answer(HWND dialog, int button, Place place) {
     Require(PressWhenEnabled(dialog, button) && WaitUntil([&] { return !::IsWindow(dialog); }), place);
 }
 
+void ProductFixture::AnswerFileDialog(HWND dialog, const std::string& path) {
+    constexpr int kFileName = 1152, kFileNameBox = 1148;
+    HWND field = nullptr;
+    Require(WaitUntil([&] {
+        field = FindVisibleControl(dialog, kFileName);
+        if (!field) field = FindVisibleControl(dialog, kFileNameBox);
+        return field != nullptr;
+    }));
+    Ask(field, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(path.c_str()));
+    ::PostMessageA(dialog, WM_COMMAND, IDOK, reinterpret_cast<LPARAM>(::GetDlgItem(dialog, IDOK)));
+}
+
 void ProductFixture::AnswerMessage(const std::string& expected, int button, Place place) const {
     const HWND message = NextMessage(place);
     EXPECT_EQ(WindowText(::GetDlgItem(message, kMessage)), expected) << "line " << place.line();

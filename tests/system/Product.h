@@ -92,6 +92,8 @@ protected:
     }
     // Presses the button when it is enabled, and waits until the dialog has gone.
     static void Answer(HWND dialog, int button, Place place = Place::current());
+    // Windows' own dialog for a file.
+    static void AnswerFileDialog(HWND dialog, const std::string& path);
     // The same with the message that comes now and says this.
     void AnswerMessage(const std::string& expected, int button = IDOK, Place place = Place::current()) const;
     // It ends of its own accord, with 0.

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cstring>
+
 #include "support/FakeClock.h"
 #include "support/FakePipe.h"
 #include "support/RawBytes.h"
@@ -103,6 +105,12 @@ TEST(BatchTest, SendsWhatTheTableSays) {
         std::vector<RawBytes> expected;
     };
     using enum UserCommand;
+    AdvancedRuleRecord rule{};
+    rule.id = 0x01020304;
+    std::strcpy(rule.description, "mine");
+    AdvancedRuleRecord other{};
+    other.action = 1;
+    std::strcpy(other.description, "other");
     const Row rows[] = {
         {Batch(Start), {record({{0, "\x18"}, {644, "\1"}}), Bare(12), Bare(10)}},
         {Batch(Exit), {Bare(13), Bare(11)}},
@@ -138,6 +146,17 @@ TEST(BatchTest, SendsWhatTheTableSays) {
         {Batch(TerminateProcess, {.processId = 0x01020304, .subject = "c:\\a.exe"}),
          {record({{0, "\3"}, {4748, "\4\3\2\1"}}),
           record({{0, "\1"}, {4, "Process termination"}, {132, "c:\\a.exe"}, {644, "\2"}})}},
+        // A rule's record begins at 4752; its identifier stands in front of it, and at 5464 once more.
+        {Batch(AddAdvancedRule, {.rules = {other}}),
+         {record({{0, "\4"}, {4756, "\1"}, {4752 + 452, "other"}}), Bare(7)}},
+        {Batch(ChangeAdvancedRules, {.rules = {rule, other}}),
+         {record({{0, "\5"}, {4752, "\4\3\2\1"}, {4752 + 452, "mine"}, {5464, "\4\3\2\1"}}),
+          record({{0, "\5"}, {4756, "\1"}, {4752 + 452, "other"}}), Bare(7)}},
+        {Batch(DeleteAdvancedRules, {.ruleIds = {7, 0x01020304}}),
+         {record({{0, "\6"}, {5464, "\7"}}), record({{0, "\6"}, {5464, "\4\3\2\1"}}), Bare(7)}},
+        {Batch(MoveAdvancedRules, {.moves = {{.id = 9, .places = 2}, {.id = 8, .places = -1}, {.id = 7}}}),
+         {record({{0, "\x1E"}, {5464, "\x08"}}), record({{0, "\x1F"}, {5464, "\x09"}}),
+          record({{0, "\x1F"}, {5464, "\x09"}}), Bare(7)}},
         {Batch(TrustProgram, {.path = std::string(130, 'p')}),
          {record({{0, "\x1A"}, {5472, std::string(119, 'p')}})}},
         {BlockAddressBatch(Language(nullptr), 0x0302010A, 600),

@@ -303,6 +303,44 @@ TEST_F(SmtpTest, CutsAReplyAtItsLastLineFeed) {
     for (const std::size_t size : peer.readSizes) EXPECT_LE(size, 1024U);
 }
 
+TEST_F(SmtpTest, WaitsForTheRestOfAReplyBeforeTheNextCommand) {
+    struct Row {
+        std::vector<FakePeer::Piece> pieces;
+        milliseconds waited;  // before the next command
+        int code;             // of its reply
+    };
+    const auto ms = [](int count) { return milliseconds(count); };
+    const Row rows[] = {
+        {{{"250 ok\r\n"}}, ms(0), 123},
+        {{{"250\r\n"}}, ms(0), 123},
+        {{{"250-a\r\n250-b\r\n250 c\r\n"}}, ms(0), 123},
+        {{{"250-a\r\n"}, {"250-b\r\n"}, {"250 c\r\n", ms(400)}}, ms(400), 123},
+        {{{"250-a\r\n2"}, {"50", ms(200)}, {" c\r\n", ms(299)}}, ms(499), 123},
+        {{{"250 a\r\n2"}, {"20 b\r\n", ms(100)}}, ms(100), 123},  // whole, and then some
+        {{{"250-a\r\n"}, {"250-b\r\n", ms(300)}, {"250-c\r\n", ms(190)}, {"250-d\r\n", ms(11)}}, ms(500), 250},
+        {{{"250x\r\n"}, {"25 \r\n", ms(400)}, {"2500\r\n", ms(99)}}, ms(500), 123},  // end no reply
+    };
+    for (const Row& row : rows) {
+        peer.script.clear();
+        Greets();
+        peer.script.push_back({.until = "NOOP\r\n", .pieces = row.pieces});
+        peer.Say("NEXT\r\n", {"123 next\r\n"});
+        ASSERT_EQ(Make().Connect(), 1);
+        ASSERT_EQ(smtp->SendCommand("NOOP\r\n"), 250);
+        const milliseconds before = clock.elapsed;
+        peer.receiveLimits.clear();
+        peer.whenReceiving = [&] {
+            if (!peer.sent.ends_with("NEXT\r\n")) return;
+            EXPECT_EQ(clock.elapsed - before, row.waited) << row.pieces.back().bytes;
+            peer.whenReceiving = [] {};
+        };
+        EXPECT_EQ(smtp->SendCommand("NEXT\r\n"), row.code) << row.pieces.back().bytes;
+        if (row.waited == ms(0)) {
+            EXPECT_EQ(peer.receiveLimits.front(), ms(0));
+        }
+    }
+}
+
 TEST_F(SmtpTest, WaitsForWholeSeconds) {
     Greets();
     peer.script.push_back(

@@ -19,7 +19,7 @@ protected:
     Language language{nullptr};
     HWND parent = ::CreateWindowExA(0, "STATIC", "", WS_POPUP | WS_VISIBLE, 0, 0, 800, 500, nullptr, nullptr,
                                     ::GetModuleHandleA(nullptr), nullptr);
-    OptionsPage page{fonts, language, PageTexts{.title = "title", .line = "line", .empty = {}}, Parts()};
+    OptionsPage page{fonts, language, PageTexts{.title = "title", .line = "line"}, Parts()};
 
     void SetUp() override {
         ASSERT_TRUE(page.Create(parent));

@@ -68,23 +68,27 @@ TEST_F(RuleExchangeTest, ImportsWhatTheUserHasSeenAndTellsTheService) {
     EXPECT_EQ(TakeSent(), std::vector<int>{12});
     EXPECT_EQ(replaced, 1);
     EXPECT_EQ(exchange.Current(), Work::None);
-    EXPECT_EQ(exchange.LastDone(), RuleExchange::Last::Imported);
+    EXPECT_EQ(exchange.LastDone(RuleSet::Applications), RuleExchange::Last::Imported);
 
-    ASSERT_TRUE(exchange.Undoable());
-    exchange.Undo();
+    ASSERT_TRUE(exchange.Undoable(RuleSet::Applications));
+    exchange.Undo(RuleSet::Applications);
     queue.RunAll();
     EXPECT_EQ(Rules(), kOld);
     EXPECT_EQ(TakeSent(), std::vector<int>{12});
-    EXPECT_EQ(exchange.LastDone(), RuleExchange::Last::Undone);
-    exchange.Undo();
+    EXPECT_EQ(exchange.LastDone(RuleSet::Applications), RuleExchange::Last::Undone);
+    exchange.Undo(RuleSet::Applications);
     queue.RunAll();
     EXPECT_EQ(Rules(), kNew) << "and back";
     EXPECT_EQ(dialogs.TakeSaid(), Said{});
 
     exchange.Import(RuleSet::Advanced);
     EXPECT_EQ(dialogs.suggested.back(), "rules_advanced.fxz");
+    advanced.isSlow = true;
     queue.RunAll();
-    EXPECT_EQ(TakeSent(), (std::vector<int>{12, 12, 7})) << "the undo before, then what it held and the page's own";
+    EXPECT_EQ(TakeSent(), (std::vector<int>{12, 12})) << "the undo before, then what it held";
+    EXPECT_EQ(advanced.reads, 1);
+    advanced.over();
+    EXPECT_EQ(TakeSent(), std::vector<int>{7}) << "the page's own, when it has read its rules";
     queue.RunAll();
     EXPECT_FALSE(std::filesystem::exists(folder.File("Rules.import"))) << "the service knows";
 }
@@ -96,24 +100,24 @@ TEST_F(RuleExchangeTest, UndoAsksFirstWhenTheRulesHaveChangedSince) {
     const std::string since = RulesOf({{"C:\\a.exe", 2}, {"C:\\d.exe", 1}});
     folder.Write("Rules/rules.conf", since);
     dialogs.agrees = false;
-    exchange.Undo();
+    exchange.Undo(RuleSet::Applications);
     queue.RunAll();
     EXPECT_EQ(dialogs.TakeSaid(), Said{kCounts}) << "what becomes of them";
     EXPECT_EQ(Rules(), since);
     EXPECT_EQ(exchange.Current(), Work::None);
     dialogs.agrees = true;
-    exchange.Undo();
+    exchange.Undo(RuleSet::Applications);
     queue.RunAll();
     EXPECT_EQ(Rules(), kOld);
     // The way back to what was there in between.
     (void)dialogs.TakeSaid();
-    exchange.Undo();
+    exchange.Undo(RuleSet::Applications);
     queue.RunAll();
     EXPECT_EQ(Rules(), since);
     EXPECT_EQ(dialogs.TakeSaid(), Said{}) << "nothing has changed since";
     // A point that is gone is told of.
     std::filesystem::remove_all(folder.File("Rules.restore"));
-    exchange.Undo();
+    exchange.Undo(RuleSet::Applications);
     queue.RunAll();
     EXPECT_EQ(dialogs.TakeSaid(), Said{"The rules could not be imported. They are as they were."});
     EXPECT_EQ(Rules(), since);
@@ -134,7 +138,7 @@ TEST_F(RuleExchangeTest, RulesThatTheServiceHoldsAreNotTakenForNone) {
     queue.RunAll();
     EXPECT_EQ(dialogs.TakeSaid(), isHeld) << "no preview";
     held = clock.sleeps.size() + 7000;
-    exchange.Undo();
+    exchange.Undo(RuleSet::Applications);
     queue.RunAll();
     EXPECT_EQ(dialogs.TakeSaid(), isHeld);
     EXPECT_EQ(Rules(), kNew);
@@ -145,7 +149,8 @@ TEST_F(RuleExchangeTest, AnUndoOfAnotherDayTellsOfTheRulesThatItBringsBack) {
     folder.Write("Rules.restore/2026-03-09 14-05-09.fxz", ZipBytes({StoredEntry("rules_advanced.conf", "x")}));
     exchange.Begin();
     queue.RunAll();
-    exchange.Undo();
+    EXPECT_FALSE(exchange.Undoable(RuleSet::Applications)) << "it is the other page's";
+    exchange.Undo(RuleSet::Advanced);
     queue.RunAll();
     EXPECT_EQ(TakeSent(), std::vector<int>{7});
 }
@@ -154,9 +159,9 @@ TEST_F(RuleExchangeTest, UndoesWhatWasDoneLastThoughTheClockWasSetBack) {
     folder.Write("Rules.restore/2099-03-09 14-05-09.fxz", ZipBytes({StoredEntry("rules.conf", "another")}));
     exchange.Import(RuleSet::Applications);
     queue.RunAll();
-    ASSERT_TRUE(exchange.Undoable());
-    EXPECT_EQ(exchange.Undoable()->name, "2099-03-09 14-05-10.fxz");
-    exchange.Undo();
+    ASSERT_TRUE(exchange.Undoable(RuleSet::Applications));
+    EXPECT_EQ(exchange.Undoable(RuleSet::Applications)->name, "2099-03-09 14-05-10.fxz");
+    exchange.Undo(RuleSet::Applications);
     queue.RunAll();
     EXPECT_EQ(Rules(), kOld);
 }
@@ -168,7 +173,7 @@ TEST_F(RuleExchangeTest, LeavesTheRulesAloneUnlessEverythingIsRight) {
         EXPECT_EQ(Rules(), kOld) << why;
         EXPECT_EQ(TakeSent(), std::vector<int>{}) << why;
         EXPECT_EQ(exchange.Current(), Work::None) << why;
-        EXPECT_FALSE(exchange.Undoable()) << why;
+        EXPECT_FALSE(exchange.Undoable(RuleSet::Applications)) << why;
     };
     dialogs.agrees = false;
     exchange.Import(RuleSet::Applications);
@@ -268,16 +273,16 @@ TEST_F(RuleExchangeTest, FindsAtTheStartWhatWasLeftBehind) {
     folder.Write("Rules.restore/2026-03-09 14-05-09.fxz", ZipBytes({StoredEntry("rules.conf", kNew)}));
     folder.Write("Rules.import/new.0", "half");
     exchange.Begin();
-    EXPECT_FALSE(exchange.Undoable());
+    EXPECT_FALSE(exchange.Undoable(RuleSet::Applications));
     queue.RunAll();
-    ASSERT_TRUE(exchange.Undoable());
-    EXPECT_EQ(exchange.Undoable()->moment, "2026-03-09 14:05:09");
-    EXPECT_EQ(exchange.LastDone(), RuleExchange::Last::None);
+    ASSERT_TRUE(exchange.Undoable(RuleSet::Applications));
+    EXPECT_EQ(exchange.Undoable(RuleSet::Applications)->moment, "2026-03-09 14:05:09");
+    EXPECT_EQ(exchange.LastDone(RuleSet::Applications), RuleExchange::Last::None);
     EXPECT_EQ(TakeSent(), (std::vector<int>{12, 7})) << "whatever it was that the service has not been told of";
     EXPECT_EQ(replaced, 1);
     queue.RunAll();
     EXPECT_FALSE(std::filesystem::exists(folder.File("Rules.import")));
-    exchange.Undo();
+    exchange.Undo(RuleSet::Applications);
     queue.RunAll();
     EXPECT_EQ(Rules(), kNew);
     exchange.Begin();

@@ -1,0 +1,29 @@
+#include "advanced/StoredRules.h"
+
+#include <algorithm>
+#include <unordered_map>
+
+namespace brennvar {
+
+StoredRules::StoredRules(std::vector<AdvancedRule> rules, bool isReadable)
+    : m_rules(std::move(rules)), m_isReadable(isReadable) {
+    std::unordered_map<std::uint32_t, int> seen;
+    seen.reserve(m_rules.size());
+    m_ordinals.reserve(m_rules.size());
+    for (const AdvancedRule& rule : m_rules) m_ordinals.push_back(seen[rule.id]++);
+}
+
+int StoredRules::Find(std::uint32_t id) const {
+    if (id == 0) return -1;
+    const auto found =
+        std::find_if(m_rules.begin(), m_rules.end(), [id](const AdvancedRule& rule) { return rule.id == id; });
+    return found == m_rules.end() ? -1 : static_cast<int>(found - m_rules.begin());
+}
+
+std::string StoredRules::KeyOf(int row) const {
+    std::string key = std::to_string(Rule(row).id);
+    if (const int ordinal = OrdinalOf(row); ordinal > 0) key += '#' + std::to_string(ordinal);
+    return key;
+}
+
+}  // namespace brennvar

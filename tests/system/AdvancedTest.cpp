@@ -1,0 +1,215 @@
+// The Advanced page of the finished program against the service stand-in, which keeps the rules and their order.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+#include "Product.h"
+#include "support/TempFolder.h"
+#include "tree/TreeMessages_win.h"
+
+namespace brennvar::test {
+namespace {
+
+constexpr int kAdvancedPage = 429, kSearch = 915, kLine = 911;
+constexpr int kAdd = 1620, kEdit = 1621, kDelete = 1623, kUp = 1624, kDown = 1625, kUndo = 1628, kExport = 1629,
+              kImport = 1630;
+constexpr int kActionColumn = 1, kWhatColumn = 2, kDescriptionColumn = 7;
+
+const std::string kReload = "COMMAND 5596 0:07";
+// Commands that carry nothing but an identifier.
+std::string ById(const std::string& code, char id) {
+    return "COMMAND 5596 0:" + code + " 5464:" + Hex({&id, 1});
+}
+
+// Command 5 for the first of the four rules, switched off: its record begins at 4752.
+const std::string kChangeOne = "COMMAND 5596 0:05 4752:01 4764:06 4768:01 4784:01 4786:01 5204:" + Hex("one");
+
+class AdvancedTest : public ProductFixture {
+protected:
+    void StartWithRules(const Lines& rules) {
+        Start(rules);
+        const auto count = std::count_if(
+            rules.begin(), rules.end(), [](const std::string& line) { return line.starts_with("advanced-rule "); });
+        Require(m_service->WaitForJournal("EVENT scenario-done"));
+        Ask(m_window, WM_COMMAND, kAdvancedPage);
+        Require((m_list = List()) != nullptr);
+        Require(WaitUntil([&] { return ListRowCount(m_list) == count; }));
+    }
+    // Four rules, "one" to "four", of ports 1 to 4.
+    void StartWithFour() {
+        StartWithRules({"advanced-rule deny tcp in any:1 any one", "advanced-rule allow udp out any any:2 two",
+                        "advanced-rule deny tcp in any:3 any three", "advanced-rule allow udp out any any:4 four"});
+    }
+    [[nodiscard]] POINT PlaceOf(int row, int column) const {
+        const LRESULT corner =
+            ::SendMessageA(m_list, kTreeGetCellLeftTop, static_cast<WPARAM>(row), static_cast<LPARAM>(column));
+        return {LOWORD(corner) + 12, HIWORD(corner) + 4};
+    }
+    void Mouse(UINT message, POINT point, WPARAM keys = 0) const {
+        Ask(m_list, message, keys, MAKELPARAM(point.x, point.y));
+    }
+    void Click(int row, WPARAM keys = 0) const {
+        Mouse(WM_LBUTTONDOWN, PlaceOf(row, kWhatColumn), MK_LBUTTON | keys);
+        Mouse(WM_LBUTTONUP, PlaceOf(row, kWhatColumn), keys);
+    }
+    void Drag(int row, int before) const {
+        Mouse(WM_LBUTTONDOWN, PlaceOf(row, kWhatColumn), MK_LBUTTON);
+        Mouse(WM_MOUSEMOVE, {PlaceOf(row, kWhatColumn).x, PlaceOf(row, kWhatColumn).y + 8}, MK_LBUTTON);
+        Mouse(WM_MOUSEMOVE, PlaceOf(before, kWhatColumn), MK_LBUTTON);
+    }
+    // "one two" with a star at each that is selected, and a minus at each that is off.
+    [[nodiscard]] std::string Shown() const {
+        std::string shown;
+        for (int row = 0; row < ListRowCount(m_list); ++row) {
+            if (row > 0) shown += ' ';
+            shown += ReadList(kDescriptionColumn + 1)[static_cast<std::size_t>(row)][kDescriptionColumn];
+            const auto at = static_cast<WPARAM>(row);
+            if (::SendMessageA(m_list, kTreeGetCheck, at, kActionColumn) == 0) shown += '-';
+            if (::SendMessageA(m_list, kTreeIsRowSelected, at, 0) == 1) shown += '*';
+        }
+        return shown;
+    }
+    [[nodiscard]] bool WaitForShown(const std::string& wanted) const {
+        const bool isShown = WaitUntil([&] { return Shown() == wanted; });
+        if (!isShown) ADD_FAILURE() << "shown: " << Shown();
+        return isShown;
+    }
+    [[nodiscard]] LRESULT SelectedCount() const { return ::SendMessageA(m_list, kTreeGetSelectedCount, 0, 0); }
+    // What the service has, as another reading shows it.
+    [[nodiscard]] bool WaitForStored(const std::string& wanted) const {
+        ::PostMessageA(m_list, WM_KEYDOWN, VK_F5, 0);
+        return WaitForShown(wanted);
+    }
+
+    HWND m_list = nullptr;
+};
+
+TEST_F(AdvancedTest, RulesAreSwitchedMovedAndDeletedCommandByCommand) {
+    StartWithFour();
+    EXPECT_EQ(ReadList(8).front(),
+              (std::vector<std::string>{"1", "Deny", "TCP in", "port 1", "any", "any", "always", "one"}));
+    for (const int button : {kEdit, kDelete, kUp, kDown, kUndo}) EXPECT_FALSE(IsEnabled(button)) << button;
+
+    Ask(m_list, kTreeToggleCheck, 0, kActionColumn);
+    EXPECT_TRUE(WaitForShown("one- two three four"));
+    ExpectSent({kChangeOne + " 5464:01", kReload});
+
+    // Space switches all that are selected, as the first of them.
+    Click(0);
+    Click(1, MK_CONTROL);
+    Ask(m_list, WM_KEYDOWN, VK_SPACE);
+    EXPECT_TRUE(WaitForShown("one* two* three four"));
+    EXPECT_TRUE(WaitForRecords("COMMAND", 3 + m_sent.size() + 2));
+    m_sent = Sent();
+
+    // Ctrl with an arrow and the buttons move place by place; the selection goes with them.
+    Click(3);
+    EXPECT_TRUE(WaitUntil([&] { return IsEnabled(kUp); }));
+    Press(kUp);
+    Press(kUp);
+    EXPECT_TRUE(WaitForShown("one four* two three"));
+    ExpectSent({ById("1E", 4), kReload, ById("1E", 4), kReload});
+    Press(kDown);
+    ExpectSent({ById("1F", 4), kReload});
+    EXPECT_TRUE(WaitForStored("one two four* three"));
+
+    // Dragged to before the first one; of several all go, in their order.
+    Drag(2, 0);
+    Mouse(WM_LBUTTONUP, PlaceOf(0, kWhatColumn));
+    EXPECT_TRUE(WaitForShown("four* one two three"));
+    ExpectSent({ById("1E", 4), ById("1E", 4), kReload});
+    Click(2, MK_CONTROL);
+    Drag(2, 3);
+    Ask(m_list, WM_KEYDOWN, VK_ESCAPE);
+    Mouse(WM_LBUTTONUP, PlaceOf(3, kWhatColumn));
+    EXPECT_TRUE(WaitForShown("four* one two* three"));
+    Drag(0, 3);
+    Mouse(WM_LBUTTONUP, PlaceOf(3, kWhatColumn));
+    EXPECT_TRUE(WaitForShown("one four* two* three"));
+    ExpectSent({ById("1F", 4), kReload});
+    Click(1);
+    EXPECT_TRUE(WaitForShown("one four* two three")) << "a click without a drag selects one of them";
+
+    // In another order, or when some are left out, there is nowhere to move to.
+    SetText(Control(kSearch), "o");
+    EXPECT_TRUE(WaitUntil([&] { return !IsEnabled(kUp) && !IsEnabled(kDown); }));
+    EXPECT_NE(Text(kLine).find("end the search"), std::string::npos);
+    SetText(Control(kSearch), "");
+    EXPECT_TRUE(WaitUntil([&] { return IsEnabled(kUp); }));
+
+    Click(2, MK_CONTROL);
+    for (const int answer : {IDCANCEL, IDOK}) {
+        ::PostMessageA(m_list, WM_KEYDOWN, VK_DELETE, 0);
+        Answer(NextMessage(), answer);
+    }
+    ExpectSent({ById("06", 4), ById("06", 2), kReload});
+    EXPECT_TRUE(WaitForStored("one three"));
+}
+
+TEST_F(AdvancedTest, WhatTheServiceDoesNotDoIsTakenBackAndToldOf) {
+    StartWithRules(
+        {"advanced-rule deny tcp in any:1 any one", "advanced-rule allow udp out any any:2 two", "refuse 1"});
+    Ask(m_list, kTreeToggleCheck, 1, kActionColumn);
+    EXPECT_TRUE(WaitUntil([&] { return Text(kLine).find("has not stored") != std::string::npos; }));
+    EXPECT_EQ(Shown(), "one two");
+    // The next one is stored, and the line is as it was.
+    Ask(m_list, kTreeToggleCheck, 1, kActionColumn);
+    EXPECT_TRUE(WaitForStored("one two-"));
+    EXPECT_EQ(Text(kLine).find("has not stored"), std::string::npos);
+    EXPECT_TRUE(WaitForRecords("COMMAND", 3 + 2 + 2));
+    m_service->Stop();
+    Ask(m_list, kTreeToggleCheck, 0, kActionColumn);
+    EXPECT_TRUE(WaitUntil([&] { return Text(kLine).find("has not stored") != std::string::npos; }));
+    EXPECT_EQ(Shown(), "one two-");
+}
+
+TEST_F(AdvancedTest, RulesGoOutAndComeBackAndTheImportIsTakenBack) {
+    constexpr int kCounts = 1510;
+    const TempFolder folder;
+    StartWithFour();
+    Press(kExport);
+    AnswerFileDialog(NextWindow("Export the rules"), folder.File("mine"));
+    const HWND done = NextMessage();
+    EXPECT_TRUE(SaysAnywhere(done, "mine.fxz"));
+    Answer(done, IDOK);
+    Click(3);
+    ::PostMessageA(m_list, WM_KEYDOWN, VK_DELETE, 0);
+    Answer(NextMessage(), IDOK);
+    ExpectSent({ById("06", 4), kReload});
+    EXPECT_TRUE(WaitForStored("one two three"));
+    Press(kImport);
+    AnswerFileDialog(NextWindow("Import rules"), folder.File("mine.fxz"));
+    HWND preview = nullptr;
+    Require(WaitUntil([&] {
+        preview = NextWindow("Import rules");
+        return FindVisibleControl(preview, kCounts) != nullptr;
+    }));
+    Answer(preview, IDOK);
+    EXPECT_TRUE(WaitForShown("one two three four"));
+    ExpectSent({kReload});
+    EXPECT_TRUE(WaitUntil([&] { return IsEnabled(kUndo); }));
+    EXPECT_NE(Text(kLine).find("imported"), std::string::npos);
+    // The other page has nothing to take back.
+    Command(kApplicationsPage);
+    EXPECT_TRUE(WaitUntil([&] { return Control(1500) != nullptr; }));
+    EXPECT_FALSE(IsEnabled(1500));
+    Command(kAdvancedPage);
+    EXPECT_TRUE(WaitUntil([&] { return Control(kUndo) != nullptr; }));
+    Press(kUndo);
+    EXPECT_TRUE(WaitForShown("one two three"));
+    ExpectSent({kReload});
+}
+
+TEST_F(AdvancedTest, RulesThatNoCommandCanNameCanOnlyBeDuplicated) {
+    StartWithRules({"advanced-rule deny tcp in any:1 any one", "advanced-rule allow udp out any any:2 two",
+                    "spoil advanced-rules same-ids"});
+    Click(1);
+    EXPECT_TRUE(WaitUntil([&] { return SelectedCount() == 1; }));
+    for (const int button : {kEdit, kDelete, kUp, kDown}) EXPECT_FALSE(IsEnabled(button)) << button;
+    Click(0);
+    EXPECT_TRUE(WaitUntil([&] { return IsEnabled(kEdit) && IsEnabled(kDelete) && IsEnabled(kDown); }));
+    ExpectSent({});
+}
+
+}  // namespace
+}  // namespace brennvar::test
