@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "config/ResourceIds.h"
+#include "rules/AdvancedRule.h"
 
 namespace brennvar {
 
@@ -29,7 +30,11 @@ bool RuleWindows::OnCommand(int id) {
     if (id != IDM_MAKE_RULE && id != IDM_WHY) return false;
     // Without facts the command comes from somebody else.
     const auto facts = std::exchange(id == IDM_WHY ? m_toExplain : m_toMake, std::nullopt);
-    if (!facts || !m_window || id != IDM_WHY) return true;
+    if (!facts || !m_window) return true;
+    if (id == IDM_MAKE_RULE) {
+        m_session.advancedRules.Add(RuleFor(*facts));
+        return true;
+    }
     if (!m_why) {
         m_why = std::make_unique<WhyDialog>(WhyDialog::Parts{.fonts = m_session.fonts,
                                                              .language = m_session.language,
