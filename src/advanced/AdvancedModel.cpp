@@ -30,7 +30,7 @@ constexpr std::array<ListAction, 13> kActions = {
      {IDC_ADVANCED_ENABLE, Text{2076, "Switch on"}, ActionPlace::Menu, ActionRows::Selected},
      {IDC_ADVANCED_DISABLE, Text{2077, "Switch off"}, ActionPlace::Menu, ActionRows::Selected},
      {kSwitch, Text{}, ActionPlace::Hidden, ActionRows::Selected, ListKey::Space},
-     {IDC_WHY, Text{2174, "What if..."}, ActionPlace::ButtonAndMenu, ActionRows::None}}};
+     {IDC_WHY, Text{2174, "What if..."}, ActionPlace::Menu, ActionRows::None}}};
 
 bool HaveSameIds(const StoredRules& a, const StoredRules& b) {
     return std::equal(a.Rules().begin(), a.Rules().end(), b.Rules().begin(), b.Rules().end(),
