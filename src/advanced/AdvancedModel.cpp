@@ -16,7 +16,7 @@ namespace {
 constexpr RuleSet kSet = RuleSet::Advanced;
 constexpr int kSwitch = 100;  // what Space and a click on a check box do; no control has this number
 
-constexpr std::array<ListAction, 12> kActions = {
+constexpr std::array<ListAction, 13> kActions = {
     {{IDC_ADVANCED_EDIT, Text{2071, "Edit..."}, ActionPlace::ButtonAndMenu, ActionRows::Focused, ListKey::Enter},
      {IDC_ADVANCED_DELETE, Text{2073, "Delete"}, ActionPlace::ButtonAndMenu, ActionRows::Selected, ListKey::Delete},
      {IDC_ADVANCED_UP, Text{2074, "Move up"}, ActionPlace::ButtonAndMenu, ActionRows::Selected, ListKey::ControlUp},
@@ -29,7 +29,8 @@ constexpr std::array<ListAction, 12> kActions = {
      {IDC_ADVANCED_DUPLICATE, Text{2072, "Duplicate..."}, ActionPlace::Menu, ActionRows::Focused},
      {IDC_ADVANCED_ENABLE, Text{2076, "Switch on"}, ActionPlace::Menu, ActionRows::Selected},
      {IDC_ADVANCED_DISABLE, Text{2077, "Switch off"}, ActionPlace::Menu, ActionRows::Selected},
-     {kSwitch, Text{}, ActionPlace::Hidden, ActionRows::Selected, ListKey::Space}}};
+     {kSwitch, Text{}, ActionPlace::Hidden, ActionRows::Selected, ListKey::Space},
+     {IDC_WHY, Text{2174, "What if..."}, ActionPlace::Menu, ActionRows::None}}};
 
 bool HaveSameIds(const StoredRules& a, const StoredRules& b) {
     return std::equal(a.Rules().begin(), a.Rules().end(), b.Rules().begin(), b.Rules().end(),
@@ -161,7 +162,8 @@ bool AdvancedModel::CanDo(int action, int row) const {
     const bool isFree = m_parts.exchange.Current() == RuleExchange::Work::None;
     switch (action) {
         case IDC_ADVANCED_ADD:
-        case IDC_ADVANCED_DUPLICATE: return true;
+        case IDC_ADVANCED_DUPLICATE:
+        case IDC_WHY: return true;
         case IDC_ADVANCED_UNDO: return isFree && m_parts.exchange.Undoable(kSet);
         case IDC_ADVANCED_EXPORT:
         case IDC_ADVANCED_IMPORT: return isFree;
@@ -227,6 +229,9 @@ void AdvancedModel::Do(int action, std::span<const int> rows) {
         case IDC_ADVANCED_DISABLE: return rules.SetEnabled(IdsOf(rows), false);
         case kSwitch: return rules.SetEnabled(IdsOf(rows), !m_rules->Rule(rows.front()).isEnabled);
         case IDC_ADVANCED_UNDO: return m_parts.exchange.Undo(kSet);
+        case IDC_WHY:
+            if (View()) View()->Explain({});
+            return;
         default: break;
     }
     if (View()) View()->PostCommand(action == IDC_ADVANCED_EXPORT ? IDM_EXPORT_ADVANCED : IDM_IMPORT_ADVANCED);

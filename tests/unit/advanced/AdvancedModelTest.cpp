@@ -90,10 +90,12 @@ TEST_F(AdvancedModelTest, ShowsTheRulesInTheirOrderWithWhatBecomesOfThem) {
               "Allow outgoing TCP to 192.0.2.0/24, port 80-88, for browser.exe, from 8:00 to 17:00");
     EXPECT_NE(model.CellTip(4, 1).find("no identifier"), std::string::npos);
     // Edit, delete, up, down, add, undo, export, import, duplicate, on, off, switch.
-    EXPECT_EQ(Possible(0), "111110111011");
-    EXPECT_EQ(Possible(1), "111110111101");
-    EXPECT_EQ(Possible(2), "111110111000");
-    EXPECT_EQ(Possible(4), "000010111000");
+    EXPECT_EQ(Possible(0), "1111101110111");
+    EXPECT_EQ(Possible(1), "1111101111011");
+    EXPECT_EQ(Possible(2), "1111101110001");
+    EXPECT_EQ(Possible(4), "0000101110001");
+    model.Do(IDC_WHY, {});
+    EXPECT_EQ(view.explained.size(), 1U);
     Load({});
     EXPECT_NE(model.EmptyText().find("Add..."), std::string::npos);
     isReadable = false;

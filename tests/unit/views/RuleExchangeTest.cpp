@@ -250,7 +250,8 @@ TEST_F(RuleExchangeTest, ExportsUnderTheNameThatWasChosenButTheExtension) {
     dialogs.agrees = true;
     exchange.Export(RuleSet::Applications);
     queue.RunAll();
-    EXPECT_EQ(folder.Read("mine.fxz"), bytes);
+    const std::string replaced = folder.Read("mine.fxz");  // its time of day may be another one
+    EXPECT_EQ(ArchiveReader(replaced).Extract(0), kOld);
     EXPECT_EQ(dialogs.TakeSaid().back(), "The rules have been exported to this file:\n" + path + "|Mail...");
     ASSERT_EQ(mail.wishes.size(), 1U);
     EXPECT_EQ(mail.wishes[0].path + "|" + mail.wishes[0].name + "|" + mail.wishes[0].contentType,
