@@ -121,7 +121,7 @@ protected:
         auto made = std::make_unique<Model>(arrangesRows);
         model = made.get();
         page = std::make_unique<ListPage>(ListPageContext{fonts, language, values, *this},
-                                          PageTexts{"title", "line", ""}, std::move(made));
+                                          PageTexts{"title", "line"}, std::move(made));
         ASSERT_TRUE(page->Create(parent));
         page->Place({0, 0, 800, 500});
         page->Show();

@@ -16,7 +16,7 @@ protected:
     Statistics statistics;
     HWND parent = ::CreateWindowExA(0, "STATIC", "", WS_POPUP | WS_VISIBLE, 0, 0, 800, 500, nullptr, nullptr,
                                     ::GetModuleHandleA(nullptr), nullptr);
-    StatisticsPage page{fonts, language, {"title", "line", ""}, statistics};
+    StatisticsPage page{fonts, language, {"title", "line"}, statistics};
 
     void SetUp() override {
         ASSERT_TRUE(page.Create(parent));
