@@ -1,5 +1,6 @@
 #include "advanced/RuleChoices_win.h"
 
+#include <algorithm>
 #include <chrono>
 #include <utility>
 
@@ -22,6 +23,7 @@ std::vector<std::string> PathsIn(const ConnectionsReader::Snapshot& snapshot) {
         // Without a folder it is a name that the system gives to itself.
         if (program.path.find('\\') != std::string::npos) paths.push_back(program.path);
     }
+    std::sort(paths.begin(), paths.end());
     return paths;
 }
 
