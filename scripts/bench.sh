@@ -46,6 +46,7 @@ log_export        ExportTrafficLog  WriteExport     waits  2.0
 #   activity_own  answers a second whether a process is one of ours, as a part of a server's that only echoes
 #   applications_...  the Applications page with 20,000 rules, until its first rows are painted, and from a key stroke
 #             in its search box to the painted list (the slowest of 16); _ratio: against a list of 200 rules
+#   advanced_...  the same of the Advanced page
 #   mail_attachment, encode_...  mail beside curl and coreutils' base64, see tests/peers/speed.py
 #   connections_hold  the longest that the Connections page keeps its window waiting during a refresh with full tables
 window_measures='
@@ -60,6 +61,10 @@ applications_open         ms     50
 applications_open_ratio   times  3.0
 applications_search       ms     16
 applications_search_ratio times  3.0
+advanced_open             ms     50
+advanced_open_ratio       times  3.0
+advanced_search           ms     16
+advanced_search_ratio     times  3.0
 activity_own      speed  0.8
 connections_hold          ms     16
 mail_attachment           times  1.1

@@ -4,15 +4,13 @@
 #include <algorithm>
 
 #include "Product.h"
-#include "support/TempFolder.h"
 #include "tree/TreeMessages_win.h"
 
 namespace brennvar::test {
 namespace {
 
 constexpr int kAdvancedPage = 429, kSearch = 915, kLine = 911;
-constexpr int kAdd = 1620, kEdit = 1621, kDelete = 1623, kUp = 1624, kDown = 1625, kUndo = 1628, kExport = 1629,
-              kImport = 1630;
+constexpr int kAdd = 1620, kEdit = 1621, kDelete = 1623, kUp = 1624, kDown = 1625, kUndo = 1628;
 constexpr int kActionColumn = 1, kWhatColumn = 2, kDescriptionColumn = 7;
 
 const std::string kReload = "COMMAND 5596 0:07";
@@ -146,6 +144,30 @@ TEST_F(AdvancedTest, RulesAreSwitchedMovedAndDeletedCommandByCommand) {
     EXPECT_TRUE(WaitForStored("one three"));
 }
 
+TEST_F(AdvancedTest, RulesAreWrittenInTheEditor) {
+    constexpr int kRemoteHost = 1573, kDescription = 1582;
+    StartWithFour();
+    Press(kAdd);
+    HWND editor = NextWindow("New rule");
+    SetText(FindVisibleControl(editor, kRemoteHost), "192.0.2.7");
+    SetText(FindVisibleControl(editor, kDescription), "five");
+    Answer(editor, IDOK);
+    EXPECT_TRUE(WaitForShown("one two three four five"));
+    ExpectSent(
+        {"COMMAND 5596 0:04 4760:01 4764:FFFFFFFF 4796:01 4800:C0 4802:0207FFFFFFFF 5204:" + Hex("five"), kReload});
+
+    Click(1);
+    ::PostMessageA(m_list, WM_KEYDOWN, VK_RETURN, 0);
+    editor = NextWindow("Edit rule");
+    SetText(FindVisibleControl(editor, kDescription), "deux");
+    Answer(editor, IDOK);
+    EXPECT_TRUE(WaitForShown("one deux* three four five"));
+    ExpectSent({"COMMAND 5596 0:05 4752:02 4756:01 4760:01 4764:11 4768:02 4808:02 4810:02 5204:" + Hex("deux") +
+                    " 5464:02",
+                kReload});
+    EXPECT_TRUE(WaitForStored("one deux* three four five"));
+}
+
 TEST_F(AdvancedTest, WhatTheServiceDoesNotDoIsTakenBackAndToldOf) {
     StartWithRules(
         {"advanced-rule deny tcp in any:1 any one", "advanced-rule allow udp out any any:2 two", "refuse 1"});
@@ -161,43 +183,6 @@ TEST_F(AdvancedTest, WhatTheServiceDoesNotDoIsTakenBackAndToldOf) {
     Ask(m_list, kTreeToggleCheck, 0, kActionColumn);
     EXPECT_TRUE(WaitUntil([&] { return Text(kLine).find("has not stored") != std::string::npos; }));
     EXPECT_EQ(Shown(), "one two-");
-}
-
-TEST_F(AdvancedTest, RulesGoOutAndComeBackAndTheImportIsTakenBack) {
-    constexpr int kCounts = 1510;
-    const TempFolder folder;
-    StartWithFour();
-    Press(kExport);
-    AnswerFileDialog(NextWindow("Export the rules"), folder.File("mine"));
-    const HWND done = NextMessage();
-    EXPECT_TRUE(SaysAnywhere(done, "mine.fxz"));
-    Answer(done, IDOK);
-    Click(3);
-    ::PostMessageA(m_list, WM_KEYDOWN, VK_DELETE, 0);
-    Answer(NextMessage(), IDOK);
-    ExpectSent({ById("06", 4), kReload});
-    EXPECT_TRUE(WaitForStored("one two three"));
-    Press(kImport);
-    AnswerFileDialog(NextWindow("Import rules"), folder.File("mine.fxz"));
-    HWND preview = nullptr;
-    Require(WaitUntil([&] {
-        preview = NextWindow("Import rules");
-        return FindVisibleControl(preview, kCounts) != nullptr;
-    }));
-    Answer(preview, IDOK);
-    EXPECT_TRUE(WaitForShown("one two three four"));
-    ExpectSent({kReload});
-    EXPECT_TRUE(WaitUntil([&] { return IsEnabled(kUndo); }));
-    EXPECT_NE(Text(kLine).find("imported"), std::string::npos);
-    // The other page has nothing to take back.
-    Command(kApplicationsPage);
-    EXPECT_TRUE(WaitUntil([&] { return Control(1500) != nullptr; }));
-    EXPECT_FALSE(IsEnabled(1500));
-    Command(kAdvancedPage);
-    EXPECT_TRUE(WaitUntil([&] { return Control(kUndo) != nullptr; }));
-    Press(kUndo);
-    EXPECT_TRUE(WaitForShown("one two three"));
-    ExpectSent({kReload});
 }
 
 TEST_F(AdvancedTest, RulesThatNoCommandCanNameCanOnlyBeDuplicated) {
