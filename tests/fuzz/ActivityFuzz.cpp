@@ -8,7 +8,7 @@
 #include "prompts/ActivityServer.h"
 #include "prompts/ActivityText.h"
 #include "rules/ListRecords.h"
-"rules/TrustedPrograms.h"
+#include "rules/TrustedPrograms.h"
 #include "support/FakeClock.h"
 
 namespace brennvar::fuzz {

@@ -4,13 +4,15 @@
 #include <algorithm>
 
 #include "Product.h"
+#include "support/TempFolder.h"
 #include "tree/TreeMessages_win.h"
 
 namespace brennvar::test {
 namespace {
 
 constexpr int kAdvancedPage = 429, kSearch = 915, kLine = 911;
-constexpr int kAdd = 1620, kEdit = 1621, kDelete = 1623, kUp = 1624, kDown = 1625, kUndo = 1628;
+constexpr int kAdd = 1620, kEdit = 1621, kDelete = 1623, kUp = 1624, kDown = 1625, kUndo = 1628, kExport = 1629,
+              kImport = 1630;
 constexpr int kActionColumn = 1, kWhatColumn = 2, kDescriptionColumn = 7;
 
 const std::string kReload = "COMMAND 5596 0:07";
@@ -194,6 +196,43 @@ TEST_F(AdvancedTest, RulesThatNoCommandCanNameCanOnlyBeDuplicated) {
     Click(0);
     EXPECT_TRUE(WaitUntil([&] { return IsEnabled(kEdit) && IsEnabled(kDelete) && IsEnabled(kDown); }));
     ExpectSent({});
+}
+
+TEST_F(AdvancedTest, RulesGoOutAndComeBackAndTheImportIsTakenBack) {
+    constexpr int kCounts = 1510;
+    const TempFolder folder;
+    StartWithFour();
+    Press(kExport);
+    AnswerFileDialog(NextWindow("Export the rules"), folder.File("mine"));
+    const HWND done = NextMessage();
+    EXPECT_TRUE(SaysAnywhere(done, "mine.fxz"));
+    Answer(done, IDCANCEL);  // else it goes out by mail
+    Click(3);
+    ::PostMessageA(m_list, WM_KEYDOWN, VK_DELETE, 0);
+    Answer(NextMessage(), IDOK);
+    ExpectSent({ById("06", 4), kReload});
+    EXPECT_TRUE(WaitForStored("one two three"));
+    Press(kImport);
+    AnswerFileDialog(NextWindow("Import rules"), folder.File("mine.fxz"));
+    HWND preview = nullptr;
+    Require(WaitUntil([&] {
+        preview = NextWindow("Import rules");
+        return FindVisibleControl(preview, kCounts) != nullptr;
+    }));
+    Answer(preview, IDOK);
+    EXPECT_TRUE(WaitForShown("one two three four"));
+    ExpectSent({kReload});
+    EXPECT_TRUE(WaitUntil([&] { return IsEnabled(kUndo); }));
+    EXPECT_NE(Text(kLine).find("imported"), std::string::npos);
+    // The other page has nothing to take back.
+    Command(kApplicationsPage);
+    EXPECT_TRUE(WaitUntil([&] { return Control(1500) != nullptr; }));
+    EXPECT_FALSE(IsEnabled(1500));
+    Command(kAdvancedPage);
+    EXPECT_TRUE(WaitUntil([&] { return Control(kUndo) != nullptr; }));
+    Press(kUndo);
+    EXPECT_TRUE(WaitForShown("one two three"));
+    ExpectSent({kReload});
 }
 
 }  // namespace
