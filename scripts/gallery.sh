@@ -66,7 +66,7 @@ show_program() {
         "press:$question:573" "press:$question:334" "gone:$question"
         "enabled:$question:337" "picture:$question:$shots/$prefix-activity.bmp" "press:$question:337" "gone:$question")
     # Command numbers of the pages, and how many rows their lists get from the scenario.
-    local pages=(461:statistics 462:connections:8 429:advanced 437:options 439:applications:6 463:trafficlog:12)
+    local pages=(461:statistics 462:connections:8 429:advanced:6 437:options 439:applications:6 463:trafficlog:12)
     local sections=(general enhancements logging miscellaneous icmp filesharing filtering trusted resources password) section
     for size in 1000x680 820x560; do
         steps+=("size:$main:$size")
