@@ -147,18 +147,6 @@ void ProductFixture::AnswerMessage(const std::string& expected, int button, Plac
     Answer(message, button, place);
 }
 
-void ProductFixture::AnswerFileDialog(HWND dialog, const std::string& path) {
-    constexpr int kFileName = 1152, kFileNameBox = 1148;
-    HWND field = nullptr;
-    Require(WaitUntil([&] {
-        field = FindVisibleControl(dialog, kFileName);
-        if (!field) field = FindVisibleControl(dialog, kFileNameBox);
-        return field != nullptr;
-    }));
-    Ask(field, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(path.c_str()));
-    ::PostMessageA(dialog, WM_COMMAND, IDOK, reinterpret_cast<LPARAM>(::GetDlgItem(dialog, IDOK)));
-}
-
 void ProductFixture::ExpectEnd(Place place) const {
     EXPECT_EQ(m_interface->WaitForEnd(), 0) << "line " << place.line();
 }

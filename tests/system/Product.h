@@ -96,8 +96,6 @@ protected:
     static void AnswerFileDialog(HWND dialog, const std::string& path);
     // The same with the message that comes now and says this.
     void AnswerMessage(const std::string& expected, int button = IDOK, Place place = Place::current()) const;
-    // Windows' own dialog for a file.
-    static void AnswerFileDialog(HWND dialog, const std::string& path);
     // It ends of its own accord, with 0.
     void ExpectEnd(Place place = Place::current()) const;
     // Exits, as the user confirms.
