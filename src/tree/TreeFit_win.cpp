@@ -23,18 +23,19 @@ int FittingWidth(TreeState& state, HDC dc, int column) {
     TreeCell title;
     title.text = info.title;
     int width = needed(title, {}) + Scale(kSortMark);
-    for (const std::string& text : info.longest) {
-        TreeCell cell;
-        cell.text = text;
-        width = std::max(width, needed(cell, {}));
-    }
     int content = 0;
-    HICON icon = nullptr;  // rows out of sight have none yet, but need its room
+    TreeCell longest;  // with what stands before the texts of this column
     const int end = std::min(places.RowCount(), places.FirstRow() + kSampledRows);
     for (int row = places.FirstRow(); row < end; ++row) {
         TreeCell cell = state.Source().Cell(row, column);
-        icon = cell.icon = cell.icon ? cell.icon : icon;
+        // Rows out of sight have no icon yet, but need its room.
+        longest.icon = cell.icon = cell.icon ? cell.icon : longest.icon;
+        if (cell.checked) longest.checked = cell.checked;
         content = std::max(content, needed(cell, places.LevelOf(row)));
+    }
+    for (const std::string& text : info.longest) {
+        longest.text = text;
+        width = std::max(width, needed(longest, {}));
     }
     return std::max(width, std::min(content, Scale(kWidestFit)));
 }
