@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <vector>
 
 #include "rules/AdvancedRuleFile.h"
@@ -178,7 +179,8 @@ TEST(AdvancedRuleFileTest, KeepsTheOrderOfTheFileAndTellsMissingFromUnreadable) 
     AdvancedRule ninth = GoldenRule();
     ninth.id = 0x01020309;
     EXPECT_EQ(LoadAdvancedRules(file, clock), (std::vector<AdvancedRule>{GoldenRule(), ninth}));
-    EXPECT_EQ(LoadAdvancedRules(folder.File("no folder/rules"), clock), std::vector<AdvancedRule>());
+    EXPECT_EQ(LoadAdvancedRules(folder.File("missing"), clock), std::vector<AdvancedRule>());
+    EXPECT_FALSE(std::filesystem::exists(folder.File("missing"))) << "the file is the service's";
     EXPECT_EQ(LoadAdvancedRules(folder.Path(), clock), std::nullopt);
 }
 
