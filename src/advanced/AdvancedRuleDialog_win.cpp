@@ -127,6 +127,8 @@ void AdvancedRuleDialog::ShowRemarks() {
             remark = {language.GetText(m_check.faults[field]), Warning};
         } else if (m_check.ignored[field].number != 0) {
             remark = {language.GetText(m_check.ignored[field]), Quiet};
+        } else if (m_check.hints[field].number != 0) {
+            remark = {language.GetText(m_check.hints[field]), Quiet};
         }
     });
     ForEachField([&](RuleField field) {

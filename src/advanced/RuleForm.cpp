@@ -14,6 +14,7 @@ constexpr Text kMixedEnds{171, "MAC - IP combination is not allowed!"};
 constexpr Text kLocalFault{175, "Invalid local IP address!"};
 constexpr Text kRemoteFault{177, "Invalid remote IP address!"};
 constexpr Text kPortsIgnored{1967, "Ports count for TCP and UDP only."};
+constexpr Text kPortsOfSome{2140, "For TCP and UDP; others match in any case."};
 constexpr Text kMaskOfAny{1968, "Any address needs no mask."};
 constexpr Text kMaskOfHardware{1969, "A hardware address has no mask."};
 constexpr Text kMaskIsThere{1970, "The mask stands with the address."};
@@ -106,6 +107,8 @@ private:
             m_check.ignored[fields.ports] = kPortsIgnored;
         else if (!ports.IsWhole())
             Blame(fields.ports, ports.Fault());
+        else if (!HasPorts(m_form.protocol) && end.HasPortRange())
+            m_check.hints[fields.ports] = kPortsOfSome;
         return end;
     }
 

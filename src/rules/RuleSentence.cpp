@@ -39,8 +39,25 @@ std::string AddressText(const RuleEnd& end) {
     }
 }
 
+constexpr Text kRemotePort{1922, "remote port %1"};
+constexpr Text kLocalPort{1924, "local port %1"};
+
 bool PortsCount(const RuleEnd& end, RuleProtocol protocol) {
     return end.HasPortRange() && AsksForPorts(protocol);
+}
+
+// The ports of a rule for protocols without ports as well, which match whatever the port. Empty: it has none.
+std::string PortsOfSome(const Language& language, const AdvancedRule& rule) {
+    std::string text;
+    if (HasPorts(rule.protocol)) return text;
+    if (PortsCount(rule.remote, rule.protocol)) {
+        text = FillText(language.GetText(kRemotePort), {PortsText(rule.remote)});
+    }
+    if (PortsCount(rule.local, rule.protocol)) {
+        if (!text.empty()) text += ", ";
+        text += FillText(language.GetText(kLocalPort), {PortsText(rule.local)});
+    }
+    return text;
 }
 
 // Parts with commas between them.
@@ -142,14 +159,18 @@ std::string RuleSentence(const Language& language, const AdvancedRule& rule) {
 
     const std::string remote = AddressText(rule.remote);
     if (!remote.empty()) sentence.Add(kRemoteAddresses[route], {remote}, " ");
-    if (PortsCount(rule.remote, rule.protocol)) {
-        sentence.Add(remote.empty() ? Text{1922, "remote port %1"} : Text{1919, "port %1"},
-                     {PortsText(rule.remote)});
+    if (HasPorts(rule.protocol) && rule.remote.HasPortRange()) {
+        sentence.Add(remote.empty() ? kRemotePort : Text{1919, "port %1"}, {PortsText(rule.remote)});
     }
     if (const std::string local = AddressText(rule.local); !local.empty()) {
         sentence.Add(Text{1923, "local address %1"}, {local});
     }
-    if (PortsCount(rule.local, rule.protocol)) sentence.Add(Text{1924, "local port %1"}, {PortsText(rule.local)});
+    if (HasPorts(rule.protocol) && rule.local.HasPortRange()) {
+        sentence.Add(kLocalPort, {PortsText(rule.local)});
+    }
+    if (const std::string ports = PortsOfSome(language, rule); !ports.empty()) {
+        sentence.Add(Text{2139, "of TCP and UDP only %1"}, {ports});
+    }
     if (!rule.program.empty()) sentence.Add(Text{1925, "for %1"}, {ProgramText(language, rule)});
     if (!rule.user.empty()) sentence.Add(Text{1926, "user %1"}, {OneLine(rule.user)});
     if (rule.hours) {

@@ -237,6 +237,22 @@ TEST(RuleFormTest, SaysWhyAFieldMeansNothing) {
     }
 }
 
+TEST(RuleFormTest, TellsThatPortsLimitOnlyProtocolsThatHaveThem) {
+    const std::pair<RuleProtocol, int> rows[] = {{RuleProtocol::Any, 2140},
+                                                 {RuleProtocol::Ip, 2140},
+                                                 {RuleProtocol::Tcp, 0},
+                                                 {RuleProtocol::Udp, 0},
+                                                 {RuleProtocol::Arp, 0}};
+    for (const auto& [protocol, hint] : rows) {
+        RuleForm form = WholeForm();
+        form.protocol = protocol;
+        form.texts[LocalPorts] = "53";
+        const RuleCheck check = CheckRuleForm(form);
+        EXPECT_EQ(check.hints[LocalPorts].number, hint);
+        EXPECT_EQ(check.hints[RemotePorts].number, 0) << "any port is no limit";
+    }
+}
+
 TEST(RuleFormTest, OffersToLookUpWhatCanBeAName) {
     RuleForm form;
     for (const auto& [typed, isName] :
