@@ -3,6 +3,7 @@
 #include <string_view>
 
 #include "advanced/RuleFields.h"
+#include "base/DisplayName.h"
 #include "rules/RuleMatch.h"
 #include "rules/RuleSentence.h"
 
@@ -53,7 +54,10 @@ void ShowEnd(RuleForm& form, const RuleEnd& end, const EndFields& fields) {
 // Reads what was typed into a check, one part of the rule at a time.
 class Checker {
 public:
-    explicit Checker(const RuleForm& form) : m_form(form) {}
+    // A pasted tab or line break counts as a blank: rules have texts of one line.
+    explicit Checker(const RuleForm& form) : m_form(form) {
+        for (std::size_t i = 0; i < kRuleFieldCount; ++i) BlankControls(m_form.texts[static_cast<RuleField>(i)]);
+    }
 
     RuleCheck Check() {
         AdvancedRule& rule = m_check.rule;
@@ -169,7 +173,7 @@ private:
 
     [[nodiscard]] bool HasFault(RuleField field) const { return m_check.faults[field].number != 0; }
 
-    const RuleForm& m_form;
+    RuleForm m_form;
     RuleCheck m_check;
 };
 

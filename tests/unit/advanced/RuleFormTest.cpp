@@ -91,6 +91,9 @@ TEST(RuleFormTest, ReadsPortsProgramsUsersAndTimes) {
     EXPECT_EQ(RuleWith(Program, path).program, path);
     const std::string user = "A\\" + std::string(101, 'b');
     EXPECT_EQ(RuleWith(User, user).user, user);
+    EXPECT_EQ(RuleWith(Description, "a\tb\r\nc").description, "a b  c");
+    EXPECT_EQ(RuleWith(User, "HOME\\fr\ted").user, "HOME\\fr ed");
+    EXPECT_EQ(RuleWith(Program, "C:\\a\tb.exe").program, "C:\\a b.exe");
     EXPECT_EQ(RuleWith(Description, std::string(255, 'd')).description.size(), 255U);
 
     RuleForm form = WholeForm();
