@@ -106,6 +106,13 @@ TEST(WhyReportTest, TellsTheStagesInTheirOrder) {
               "  Question | You are asked. | would decide | 1\n");
 }
 
+TEST(WhyReportTest, CountsTheRulesThatMayDecideAndAreLeftOut) {
+    const std::vector<AdvancedRule> rules(kMostRulesInFront + 2, test::RuleIn("deny u=me"));
+    const std::string told = Told({.advanced = rules}, "r=192.0.2.1");
+    EXPECT_NE(told.find("  Other advanced rules | 2 | may decide | 1 | 429 \n"), std::string::npos);
+    EXPECT_EQ(told.find("| would decide | 1 | 429"), std::string::npos);
+}
+
 TEST(WhyReportTest, AnswersInOneSentence) {
     const auto answer = [](KnownRules known, const char* facts) {
         const std::string told = Told(known, facts);
