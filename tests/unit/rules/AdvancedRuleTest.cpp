@@ -126,6 +126,9 @@ TEST(AdvancedRuleTest, TellsDamagedRecordsFromOddOnes) {
         {{72, "\x9F\5\x9F\5"}},                                    // 23:59
         {{708, "\1"}, {42, "\1"}}};                                // nor what is zero today
     for (std::size_t i = 0; i < whole.size(); ++i) EXPECT_FALSE(Decode(Patched(whole[i])).isDamaged) << i;
+    // They are kept for when they are in force again.
+    const std::string idle = Patched({{68, "\0"sv}, {72, "\xFF\xFF\xFF\xFF\xFF\xFF\xFF\xFF\1\2\3\4"}});
+    EXPECT_EQ(test::BytesOf(EncodeRule(Decode(idle))), idle);
     // The leap day, of a year that has one.
     EXPECT_FALSE(Decode(Patched({{76, "\x65\xD7\x34\x01"}})).isDamaged);  // 2024-02-29
     EXPECT_TRUE(Decode(Patched({{76, "\x75\xFE\x34\x01"}})).isDamaged);   // 2025-02-29
