@@ -35,20 +35,13 @@ struct EndFields {
 constexpr EndFields kLocal{RuleField::LocalHost, RuleField::LocalMask, RuleField::LocalPorts, kLocalFault};
 constexpr EndFields kRemote{RuleField::RemoteHost, RuleField::RemoteMask, RuleField::RemotePorts, kRemoteFault};
 
-std::string PortsOf(const RuleEnd& end) {
-    if (!end.HasPortRange()) return {};
-    std::string text = std::to_string(end.firstPort);
-    if (end.lastPort != end.firstPort) text.append("-").append(std::to_string(end.lastPort));
-    return text;
-}
-
 void ShowEnd(RuleForm& form, const RuleEnd& end, const EndFields& fields) {
     if (end.kind == RuleEnd::Kind::Hardware) form.texts[fields.host] = HardwareText(end.hardware);
     if (end.kind == RuleEnd::Kind::Ipv4) {
         form.texts[fields.host] = FormatIpv4(end.address);
         if (end.mask != MaskOf(32)) form.texts[fields.mask] = FormatIpv4(end.mask);
     }
-    form.texts[fields.ports] = PortsOf(end);
+    form.texts[fields.ports] = PortsText(end);
 }
 
 // Reads what was typed into a check, one part of the rule at a time.

@@ -21,12 +21,6 @@ constexpr Text kHeadsOfAny[2][3] = {{Text{1906, "Deny all traffic"}, Text{1907, 
 // What leads to the remote address, by the route.
 constexpr Text kRemoteAddresses[3] = {Text{1912, "to or from %1"}, Text{1913, "from %1"}, Text{1914, "to %1"}};
 
-std::string PortsText(const RuleEnd& end) {
-    std::string text = std::to_string(end.firstPort);
-    if (end.lastPort != end.firstPort) text += '-' + std::to_string(end.lastPort);
-    return text;
-}
-
 // Empty: any.
 std::string AddressText(const RuleEnd& end) {
     switch (end.kind) {
@@ -134,6 +128,13 @@ std::string HardwareText(const HardwareAddress& address) {
         text += kDigits[byte >> 4];
         text += kDigits[byte & 0xF];
     }
+    return text;
+}
+
+std::string PortsText(const RuleEnd& end) {
+    if (!end.HasPortRange()) return {};
+    std::string text = std::to_string(end.firstPort);
+    if (end.lastPort != end.firstPort) text += '-' + std::to_string(end.lastPort);
     return text;
 }
 

@@ -27,6 +27,7 @@ namespace brennvar {
 
 // The same in every language.
 [[nodiscard]] std::string HardwareText(const HardwareAddress& address);  // "02:00:00:AB:CD:EF"
+[[nodiscard]] std::string PortsText(const RuleEnd& end);                 // "80", "80-88"; empty: any
 [[nodiscard]] std::string TimeText(int minute);                          // of the day, "8:05"
 [[nodiscard]] std::string DateText(const LocalDate& day);                // "2026-12-01"
 
