@@ -21,10 +21,10 @@ constexpr Text kMaskOfHardware{1969, "A hardware address has no mask."};
 constexpr Text kMaskIsThere{1970, "The mask stands with the address."};
 constexpr Text kDayOrderFault{1974, "The first day is after the last one."};
 constexpr Text kNoPath{1975, "The full path of the program is needed."};
-constexpr Text kLongPath{1976, "Too long: 259 letters at most."};
+constexpr Text kLongPath{1976, "Too long: 259 characters at most."};
 constexpr Text kNoDomain{1977, "The domain or computer is missing."};
-constexpr Text kLongUser{1978, "Too long: 103 letters at most."};
-constexpr Text kLongDescription{1979, "Too long: 255 letters at most."};
+constexpr Text kLongUser{1978, "Too long: 103 characters at most."};
+constexpr Text kLongDescription{1979, "Too long: 255 characters at most."};
 
 struct EndFields {
     RuleField host;

@@ -150,10 +150,10 @@ TEST(RuleFormTest, SaysWhatIsWrongWithAField) {
         {RemotePorts, "nothing", kService},
         {RemotePorts, "ftp", kService, RuleProtocol::Udp},
         {Program, "browser.exe", "The full path of the program is needed."},
-        {Program, "C:\\" + std::string(257, 'a'), "Too long: 259 letters at most."},
+        {Program, "C:\\" + std::string(257, 'a'), "Too long: 259 characters at most."},
         {User, "fred", "The domain or computer is missing."},
         {User, "HOME\\", "The domain or computer is missing."},
-        {User, "A\\" + std::string(102, 'b'), "Too long: 103 letters at most."},
+        {User, "A\\" + std::string(102, 'b'), "Too long: 103 characters at most."},
         {FirstTime, "24:00", kTime},
         {FirstTime, "", kTime},
         {LastTime, "8:60", kTime},
@@ -167,7 +167,7 @@ TEST(RuleFormTest, SaysWhatIsWrongWithAField) {
         {LastDay, "2026-12-23", "The first day is after the last one."},
         {Description, "", "Description is missing!"},
         {Description, " \t", "Description is missing!"},
-        {Description, std::string(256, 'd'), "Too long: 255 letters at most."},
+        {Description, std::string(256, 'd'), "Too long: 255 characters at most."},
     };
     for (const Row& row : rows) {
         RuleForm form = WholeForm();
