@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "advanced/Decision.h"
+#include "advanced/WhyReport.h"
 #include "rules/CoveredRules.h"
 
 namespace brennvar {
@@ -61,6 +62,25 @@ void WhyRules(benchmark::State& state) {
     }
 }
 BENCHMARK(WhyRules)->Unit(benchmark::kMillisecond);
+
+// Of what is known of a row with no more than an address, with the answer in words, as the dialog makes it at each
+// key: most rules may match.
+void WhyRulesOfAnAddress(benchmark::State& state) {
+    std::vector<AdvancedRule> rules = Rules();
+    for (AdvancedRule& rule : rules) {
+        rule.remote.kind = RuleEnd::Kind::Any;
+        rule.hours.reset();
+    }
+    const TrafficFacts facts{.remoteAddress = 0x0100000A};
+    const KnownRules known{.mode = ProtectionMode::Normal, .advanced = rules, .application = RuleAction::Ask};
+    const Language language(nullptr);
+    for (auto _ : state) {
+        const Decision decision = Decide(known, facts, {.day = {2026, 12, 1}, .minute = 720});
+        if (decision.notMatching != 0) state.SkipWithError("a rule does not match");
+        benchmark::DoNotOptimize(ReportDecision(language, decision, known, facts));
+    }
+}
+BENCHMARK(WhyRulesOfAnAddress)->Unit(benchmark::kMillisecond);
 
 // The least: the texts and numbers of every rule are copied once.
 void CopyAdvancedRules(benchmark::State& state) {

@@ -19,6 +19,7 @@ decipher_rules    DecipherRules   CopyRules      speed  0.7
 look_up_rule      LookUpLastRule  ReadRulesFile  times  2.0
 why_rules         WhyRules        -              ms     5
 why_rules_ratio   WhyRules        CopyAdvancedRules  times  1.0
+why_rules_address WhyRulesOfAnAddress  -         ms     16
 covered_rules       CoveredRulesOfOneShape  -         ms     1000
 covered_rules_ratio CoveredRules            AllPairs  times  4.0
 export_rules      ExportRules     ZipRules       waits  1.1

@@ -100,6 +100,7 @@ void AdvancedRuleDialog::ShowState() {
     const RuleForm form = ReadForm();
     m_check = CheckRuleForm(form);
     m_check.rule.id = m_first.id;
+    m_check.rule.idle = m_first.idle;
     ForEachField([&](RuleField field) { Row(field).Enable(m_check.ignored[field].number == 0); });
     for (const RuleField field : {FirstTime, LastTime}) Row(field).Enable(form.hasHours);
     for (const RuleField field : {FirstDay, LastDay}) Row(field).Enable(form.hasDates);
@@ -127,6 +128,8 @@ void AdvancedRuleDialog::ShowRemarks() {
             remark = {language.GetText(m_check.faults[field]), Warning};
         } else if (m_check.ignored[field].number != 0) {
             remark = {language.GetText(m_check.ignored[field]), Quiet};
+        } else if (m_check.hints[field].number != 0) {
+            remark = {language.GetText(m_check.hints[field]), Quiet};
         }
     });
     ForEachField([&](RuleField field) {

@@ -47,17 +47,26 @@ void AddAdvancedSteps(const KnownRules& known, const TrafficFacts& facts, const 
         return;
     }
     bool hasDecided = false;
-    std::size_t behind = 0;  // the one that decides
+    std::size_t behind = 0;           // the one that decides
+    std::size_t inFront = 0;          // of it, those that may decide
+    bool isTold[2] = {false, false};  // of those in front: whether one that denies, and one that allows
     for (std::size_t i = 0; i < known.advanced->size(); ++i) {
         const AdvancedRule& rule = (*known.advanced)[i];
         const RuleMatch match = MatchRule(rule, facts, moment);
         if (match.answer == RuleAnswer::No) {
             ++decision.notMatching;
-        } else if (behind == kMostRulesBehind) {
-            ++decision.leftOut;
+            continue;
+        }
+        const bool isDecider = !hasDecided && match.answer == RuleAnswer::Yes;
+        bool& isActionTold = isTold[rule.action == AdvancedAction::Allow ? 1 : 0];
+        const bool isKept =
+            isDecider || (hasDecided ? behind < kMostRulesBehind : inFront < kMostRulesInFront || !isActionTold);
+        if (!isKept) {
+            ++(match.answer == RuleAnswer::Yes ? decision.leftOut : decision.mayLeftOut);
         } else {
-            if (hasDecided) ++behind;
-            hasDecided = hasDecided || match.answer == RuleAnswer::Yes;
+            ++(hasDecided ? behind : inFront);
+            isActionTold = true;
+            hasDecided = hasDecided || isDecider;
             decision.steps.push_back(
                 {.stage = DecisionStage::AdvancedRule,
                  .answer = match.answer,

@@ -45,6 +45,9 @@ struct DecisionStep {
 // As many advanced rules are told of that would decide were the one above them not there: nobody reads a longer
 // list.
 inline constexpr std::size_t kMostRulesBehind = 500;
+// As many are told of that may decide before the one that does: each is put into words while the user types. Of
+// those that deny and of those that allow the first one is told of in any case, since the outcome depends on it.
+inline constexpr std::size_t kMostRulesInFront = 500;
 
 struct Decision {
     // In their order: one of each stage, but of the advanced rules those that match or may match, and none when
@@ -55,7 +58,9 @@ struct Decision {
     std::optional<Outcome> outcome;
     // Advanced rules that are not among the steps.
     std::size_t notMatching = 0;  // and those that are off or damaged
-    std::size_t leftOut = 0;      // more than kMostRulesBehind that match or may
+    // Those above the two limits:
+    std::size_t leftOut = 0;     // that match
+    std::size_t mayLeftOut = 0;  // that may match
 
     // Whether it is certain which step decides.
     [[nodiscard]] bool IsDeciderCertain() const;

@@ -29,17 +29,6 @@ bool IsAny(std::string_view text) {
     return text.empty() || text == "*" || EqualsIgnoringCase(text, "any");
 }
 
-// Digits only, at most so many, and at most this number.
-std::optional<std::uint32_t> ReadNumber(std::string_view text, std::size_t digits, std::uint32_t most) {
-    if (text.empty() || text.size() > digits) return std::nullopt;
-    std::uint32_t number = 0;
-    for (const char c : text) {
-        if (c < '0' || c > '9') return std::nullopt;
-        number = number * 10 + static_cast<std::uint32_t>(c - '0');
-    }
-    return number <= most ? std::optional(number) : std::nullopt;
-}
-
 // What stands before and after a character, without blanks; nothing: it is not there.
 std::optional<std::pair<std::string_view, std::string_view>> SplitAt(std::string_view text, std::size_t place) {
     if (place == std::string_view::npos) return std::nullopt;
@@ -86,6 +75,16 @@ std::string_view NameOf(const ServiceName& service) {
 }
 
 }  // namespace
+
+std::optional<std::uint32_t> ReadNumber(std::string_view text, std::size_t digits, std::uint32_t most) {
+    if (text.empty() || text.size() > digits) return std::nullopt;
+    std::uint64_t number = 0;
+    for (const char c : text) {
+        if (c < '0' || c > '9') return std::nullopt;
+        number = number * 10 + static_cast<std::uint64_t>(c - '0');
+    }
+    return number <= most ? std::optional(static_cast<std::uint32_t>(number)) : std::nullopt;
+}
 
 std::string_view WithoutBlanks(std::string_view text) {
     const std::size_t begin = text.find_first_not_of(kBlanks);

@@ -1,5 +1,5 @@
-// What is typed into the fields of an advanced rule, read one field at a time. Blanks around a text count for
-// nothing. Every result is either a value or what is wrong, in words.
+// What is typed into the fields of an advanced rule and of "Why?", read one field at a time. Blanks around a text
+// count for nothing. Every result is either a value or what is wrong, in words.
 #pragma once
 
 #include <optional>
@@ -56,6 +56,10 @@ struct PortRange {
 [[nodiscard]] FieldValue<std::uint16_t> ReadTime(std::string_view text);
 // "2026-12-24", "2026/12/24", "24.12.2026".
 [[nodiscard]] FieldValue<LocalDate> ReadDay(std::string_view text);
+
+// Digits only, at most so many of them (at most 10), and not above the most.
+[[nodiscard]] std::optional<std::uint32_t> ReadNumber(std::string_view text, std::size_t digits,
+                                                      std::uint32_t most);
 
 [[nodiscard]] std::string_view WithoutBlanks(std::string_view text);
 

@@ -3,6 +3,7 @@
 #include <string_view>
 
 #include "advanced/RuleFields.h"
+#include "base/DisplayName.h"
 #include "rules/RuleMatch.h"
 #include "rules/RuleSentence.h"
 
@@ -14,15 +15,16 @@ constexpr Text kMixedEnds{171, "MAC - IP combination is not allowed!"};
 constexpr Text kLocalFault{175, "Invalid local IP address!"};
 constexpr Text kRemoteFault{177, "Invalid remote IP address!"};
 constexpr Text kPortsIgnored{1967, "Ports count for TCP and UDP only."};
+constexpr Text kPortsOfSome{2140, "For TCP and UDP; others match in any case."};
 constexpr Text kMaskOfAny{1968, "Any address needs no mask."};
 constexpr Text kMaskOfHardware{1969, "A hardware address has no mask."};
 constexpr Text kMaskIsThere{1970, "The mask stands with the address."};
 constexpr Text kDayOrderFault{1974, "The first day is after the last one."};
 constexpr Text kNoPath{1975, "The full path of the program is needed."};
-constexpr Text kLongPath{1976, "Too long: 259 letters at most."};
+constexpr Text kLongPath{1976, "Too long: 259 characters at most."};
 constexpr Text kNoDomain{1977, "The domain or computer is missing."};
-constexpr Text kLongUser{1978, "Too long: 103 letters at most."};
-constexpr Text kLongDescription{1979, "Too long: 255 letters at most."};
+constexpr Text kLongUser{1978, "Too long: 103 characters at most."};
+constexpr Text kLongDescription{1979, "Too long: 255 characters at most."};
 
 struct EndFields {
     RuleField host;
@@ -33,26 +35,22 @@ struct EndFields {
 constexpr EndFields kLocal{RuleField::LocalHost, RuleField::LocalMask, RuleField::LocalPorts, kLocalFault};
 constexpr EndFields kRemote{RuleField::RemoteHost, RuleField::RemoteMask, RuleField::RemotePorts, kRemoteFault};
 
-std::string PortsOf(const RuleEnd& end) {
-    if (!end.HasPortRange()) return {};
-    std::string text = std::to_string(end.firstPort);
-    if (end.lastPort != end.firstPort) text.append("-").append(std::to_string(end.lastPort));
-    return text;
-}
-
 void ShowEnd(RuleForm& form, const RuleEnd& end, const EndFields& fields) {
     if (end.kind == RuleEnd::Kind::Hardware) form.texts[fields.host] = HardwareText(end.hardware);
     if (end.kind == RuleEnd::Kind::Ipv4) {
         form.texts[fields.host] = FormatIpv4(end.address);
         if (end.mask != MaskOf(32)) form.texts[fields.mask] = FormatIpv4(end.mask);
     }
-    form.texts[fields.ports] = PortsOf(end);
+    form.texts[fields.ports] = PortsText(end);
 }
 
 // Reads what was typed into a check, one part of the rule at a time.
 class Checker {
 public:
-    explicit Checker(const RuleForm& form) : m_form(form) {}
+    // A pasted tab or line break counts as a blank: rules have texts of one line.
+    explicit Checker(const RuleForm& form) : m_form(form) {
+        for (std::size_t i = 0; i < kRuleFieldCount; ++i) BlankControls(m_form.texts[static_cast<RuleField>(i)]);
+    }
 
     RuleCheck Check() {
         AdvancedRule& rule = m_check.rule;
@@ -106,6 +104,8 @@ private:
             m_check.ignored[fields.ports] = kPortsIgnored;
         else if (!ports.IsWhole())
             Blame(fields.ports, ports.Fault());
+        else if (!HasPorts(m_form.protocol) && end.HasPortRange())
+            m_check.hints[fields.ports] = kPortsOfSome;
         return end;
     }
 
@@ -166,7 +166,7 @@ private:
 
     [[nodiscard]] bool HasFault(RuleField field) const { return m_check.faults[field].number != 0; }
 
-    const RuleForm& m_form;
+    RuleForm m_form;
     RuleCheck m_check;
 };
 

@@ -65,6 +65,7 @@ struct RuleCheck {
     AdvancedRule rule{};
     OfRuleFields<Text> faults{};   // number 0: nothing is wrong
     OfRuleFields<Text> ignored{};  // why a field means nothing now; number 0: it counts
+    OfRuleFields<Text> hints{};    // what is not seen of a field that counts; number 0: nothing
     // The field to be put right first; nothing: the rule is whole.
     [[nodiscard]] std::optional<RuleField> FirstFault() const;
     // Nothing but the description is at fault: the rule is what it says.

@@ -47,10 +47,7 @@ struct WhyQuestion {
     LocalMoment moment{};
     std::optional<WhyField> wrong{};  // the first text that means nothing; it counts as empty
 };
-// Blanks around a text do not count. "8:05", "2026-12-01".
+// Addresses, days and times in every spelling that a rule's fields take (advanced/RuleFields.h).
 [[nodiscard]] WhyQuestion ParseWhyTexts(const WhyTexts& texts, const LocalMoment& now);
-
-// "02:00:00:AB:CD:EF", with colons or dashes, whatever the case.
-[[nodiscard]] std::optional<HardwareAddress> ParseHardware(std::string_view text);
 
 }  // namespace brennvar

@@ -165,6 +165,9 @@ private:
         line.says = std::to_string(m_decision.leftOut);
         line.verdict = Get(Text{1948, "would decide"});
         if (m_decision.leftOut > 0) lines.push_back(line);
+        line.says = std::to_string(m_decision.mayLeftOut);
+        line.verdict = Get(Text{2141, "may decide"});
+        if (m_decision.mayLeftOut > 0) lines.push_back(line);
     }
 
     const Language& m_language;

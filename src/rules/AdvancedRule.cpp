@@ -71,6 +71,10 @@ private:
     }
 
     void DecodeRestrictions() {
+        m_rule.idle = {.firstMinute = m_record.firstMinute,
+                       .lastMinute = m_record.lastMinute,
+                       .firstDay = m_record.firstDay,
+                       .lastDay = m_record.lastDay};
         Check((m_record.restrictions & ~(kByHours | kByDates)) == 0);
         if ((m_record.restrictions & kByHours) != 0 &&
             Check(m_record.firstMinute < kMinutesPerDay && m_record.lastMinute < kMinutesPerDay)) {
@@ -142,6 +146,10 @@ AdvancedRuleRecord EncodeRule(const AdvancedRule& rule) {
     record.route = static_cast<std::uint32_t>(rule.route);
     record.local = RecordOf(rule.local);
     record.remote = RecordOf(rule.remote);
+    record.firstMinute = rule.idle.firstMinute;
+    record.lastMinute = rule.idle.lastMinute;
+    record.firstDay = rule.idle.firstDay;
+    record.lastDay = rule.idle.lastDay;
     if (rule.hours) {
         record.restrictions |= kByHours;
         record.firstMinute = rule.hours->first;

@@ -65,6 +65,16 @@ struct RuleDates {
     friend bool operator==(const RuleDates&, const RuleDates&) = default;
 };
 
+// Hours and dates of a record as they stand there while they are not in force, so that a rule that is written back
+// keeps them. Nothing is to be made of them: rules that differ in them only are equal.
+struct IdleLimits {
+    std::uint16_t firstMinute = 0;
+    std::uint16_t lastMinute = 0;
+    std::uint32_t firstDay = 0;
+    std::uint32_t lastDay = 0;
+    friend bool operator==(const IdleLimits&, const IdleLimits&) { return true; }
+};
+
 struct AdvancedRule {
     std::uint32_t id = 0;  // 0: the service has not given one yet
     AdvancedAction action = AdvancedAction::Deny;
@@ -75,6 +85,7 @@ struct AdvancedRule {
     RuleEnd remote{};
     std::optional<RuleHours> hours{};
     std::optional<RuleDates> dates{};
+    IdleLimits idle{};
     bool isLogged = false;
     std::string program{};  // full path; empty: every program
     std::string user{};     // DOMAIN\name; empty: every user

@@ -22,9 +22,12 @@ struct Rules {
     bool isReadable = true;
 };
 
-// Nobody types control characters. Bytes under another key have some, all but surely.
-bool IsTyped(std::string_view text) {
-    return std::none_of(text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) < ' '; });
+// Nobody types control characters, but for those of white space that are pasted into a description. Bytes under
+// another key have some, all but surely.
+bool IsTyped(std::string_view text, std::string_view allowed = {}) {
+    return std::none_of(text.begin(), text.end(), [allowed](char c) {
+        return static_cast<unsigned char>(c) < ' ' && allowed.find(c) == std::string_view::npos;
+    });
 }
 
 Rules Decode(std::string_view enciphered) {
@@ -38,7 +41,7 @@ Rules Decode(std::string_view enciphered) {
     for (const AdvancedRuleRecord& record : records) {
         const AdvancedRule rule = DecodeRule(record);
         rules.isReadable =
-            rules.isReadable && IsTyped(rule.program) && IsTyped(rule.user) && IsTyped(rule.description);
+            rules.isReadable && IsTyped(rule.program) && IsTyped(rule.user) && IsTyped(rule.description, "\t\r\n");
         const RuleKey key(rule.id, counts[rule.id]++);
         rules.places.emplace(key, rules.list.size());
         rules.keys.push_back(key);

@@ -21,12 +21,6 @@ constexpr Text kHeadsOfAny[2][3] = {{Text{1906, "Deny all traffic"}, Text{1907, 
 // What leads to the remote address, by the route.
 constexpr Text kRemoteAddresses[3] = {Text{1912, "to or from %1"}, Text{1913, "from %1"}, Text{1914, "to %1"}};
 
-std::string PortsText(const RuleEnd& end) {
-    std::string text = std::to_string(end.firstPort);
-    if (end.lastPort != end.firstPort) text += '-' + std::to_string(end.lastPort);
-    return text;
-}
-
 // Empty: any.
 std::string AddressText(const RuleEnd& end) {
     switch (end.kind) {
@@ -39,8 +33,25 @@ std::string AddressText(const RuleEnd& end) {
     }
 }
 
+constexpr Text kRemotePort{1922, "remote port %1"};
+constexpr Text kLocalPort{1924, "local port %1"};
+
 bool PortsCount(const RuleEnd& end, RuleProtocol protocol) {
     return end.HasPortRange() && AsksForPorts(protocol);
+}
+
+// The ports of a rule for protocols without ports as well, which match whatever the port. Empty: it has none.
+std::string PortsOfSome(const Language& language, const AdvancedRule& rule) {
+    std::string text;
+    if (HasPorts(rule.protocol)) return text;
+    if (PortsCount(rule.remote, rule.protocol)) {
+        text = FillText(language.GetText(kRemotePort), {PortsText(rule.remote)});
+    }
+    if (PortsCount(rule.local, rule.protocol)) {
+        if (!text.empty()) text += ", ";
+        text += FillText(language.GetText(kLocalPort), {PortsText(rule.local)});
+    }
+    return text;
 }
 
 // Parts with commas between them.
@@ -120,6 +131,13 @@ std::string HardwareText(const HardwareAddress& address) {
     return text;
 }
 
+std::string PortsText(const RuleEnd& end) {
+    if (!end.HasPortRange()) return {};
+    std::string text = std::to_string(end.firstPort);
+    if (end.lastPort != end.firstPort) text += '-' + std::to_string(end.lastPort);
+    return text;
+}
+
 std::string TimeText(int minute) {
     const std::string minutes = std::to_string(minute % 60);
     return std::to_string(minute / 60) + (minutes.size() < 2 ? ":0" : ":") + minutes;
@@ -142,14 +160,18 @@ std::string RuleSentence(const Language& language, const AdvancedRule& rule) {
 
     const std::string remote = AddressText(rule.remote);
     if (!remote.empty()) sentence.Add(kRemoteAddresses[route], {remote}, " ");
-    if (PortsCount(rule.remote, rule.protocol)) {
-        sentence.Add(remote.empty() ? Text{1922, "remote port %1"} : Text{1919, "port %1"},
-                     {PortsText(rule.remote)});
+    if (HasPorts(rule.protocol) && rule.remote.HasPortRange()) {
+        sentence.Add(remote.empty() ? kRemotePort : Text{1919, "port %1"}, {PortsText(rule.remote)});
     }
     if (const std::string local = AddressText(rule.local); !local.empty()) {
         sentence.Add(Text{1923, "local address %1"}, {local});
     }
-    if (PortsCount(rule.local, rule.protocol)) sentence.Add(Text{1924, "local port %1"}, {PortsText(rule.local)});
+    if (HasPorts(rule.protocol) && rule.local.HasPortRange()) {
+        sentence.Add(kLocalPort, {PortsText(rule.local)});
+    }
+    if (const std::string ports = PortsOfSome(language, rule); !ports.empty()) {
+        sentence.Add(Text{2139, "of TCP and UDP only %1"}, {ports});
+    }
     if (!rule.program.empty()) sentence.Add(Text{1925, "for %1"}, {ProgramText(language, rule)});
     if (!rule.user.empty()) sentence.Add(Text{1926, "user %1"}, {OneLine(rule.user)});
     if (rule.hours) {

@@ -10,7 +10,9 @@
 namespace brennvar {
 
 // "Deny outgoing TCP to 192.0.2.0/24, port 80-88, for browser.exe, from 8:00 to 17:00". The description is not part
-// of it. A damaged rule says that it is damaged and never matches, one that is off that it is off.
+// of it. Of a rule for protocols without ports as well its ports limit TCP and UDP only, and it says so: "Deny all
+// traffic, of TCP and UDP only remote port 53". A damaged rule says that it is damaged and never matches, one that
+// is off that it is off.
 [[nodiscard]] std::string RuleSentence(const Language& language, const AdvancedRule& rule);
 
 // The columns of the list.
@@ -25,6 +27,7 @@ namespace brennvar {
 
 // The same in every language.
 [[nodiscard]] std::string HardwareText(const HardwareAddress& address);  // "02:00:00:AB:CD:EF"
+[[nodiscard]] std::string PortsText(const RuleEnd& end);                 // "80", "80-88"; empty: any
 [[nodiscard]] std::string TimeText(int minute);                          // of the day, "8:05"
 [[nodiscard]] std::string DateText(const LocalDate& day);                // "2026-12-01"
 

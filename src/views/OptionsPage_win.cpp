@@ -291,7 +291,7 @@ void OptionsPage::AddTrusted() {
     if (!owner) return;
     const auto program = AskOpenPath(*owner, {.title = m_language.GetText(2126, "Trust a program"),
                                               .name = {},
-                                              .types = {{m_language.GetText(2127, "Programs"), "exe"}}});
+                                              .types = {{m_language.GetText(2009, "Programs"), "exe"}}});
     if (!program) return;
     if (const Text problem = m_trusted.ProblemOf(*program); problem.number != 0) {
         ShowMessage(GetLook().fonts, m_language, *owner, m_language.GetText(problem));

@@ -33,6 +33,7 @@ struct Verdict {
 };
 
 // A rule that names a user, or an end by its hardware address, matches nothing: the stand-in knows neither.
+// Nor does one with a field outside its range (ipc/AdvancedRuleRecord.h).
 [[nodiscard]] std::optional<Verdict> Judge(const std::vector<AdvancedRuleRecord>& rules,
                                            const SeenConnection& seen);
 

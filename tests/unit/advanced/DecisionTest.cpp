@@ -394,7 +394,21 @@ TEST(DecisionTest, TellsWhatWouldDecideAndWhatIsMissing) {
     const Decision decision = Decide(known, facts, *facts.when);
     EXPECT_EQ(InWords(decision), "rule " + std::to_string(2 * kMostRulesBehind) + " ? maybe");
     EXPECT_EQ(decision.leftOut, 2 * kMostRulesBehind - 1);
+    EXPECT_EQ(decision.mayLeftOut, 2 * kMostRulesBehind - kMostRulesInFront);
+    EXPECT_EQ(decision.steps.size(), 2 + kMostRulesInFront + 1 + kMostRulesBehind + 2);
     EXPECT_EQ(decision.notMatching, 1U);
+
+    // One that is far below all others may still change the outcome; behind the decider too those that may are told
+    // apart.
+    rules.assign(2 * kMostRulesInFront, test::RuleIn("allow u=me"));
+    rules.push_back(test::RuleIn("deny u=me"));
+    rules.push_back(test::RuleIn("allow"));
+    rules.resize(rules.size() + kMostRulesBehind + 3, test::RuleIn("deny u=me"));
+    known.advanced = rules;
+    const Decision open = Decide(known, facts, *facts.when);
+    EXPECT_EQ(InWords(open), "rule " + std::to_string(2 * kMostRulesInFront + 1) + " ? maybe");
+    EXPECT_EQ(open.leftOut, 0U);
+    EXPECT_EQ(open.mayLeftOut, kMostRulesInFront + 3);
 }
 
 }  // namespace

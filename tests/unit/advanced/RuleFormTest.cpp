@@ -91,6 +91,9 @@ TEST(RuleFormTest, ReadsPortsProgramsUsersAndTimes) {
     EXPECT_EQ(RuleWith(Program, path).program, path);
     const std::string user = "A\\" + std::string(101, 'b');
     EXPECT_EQ(RuleWith(User, user).user, user);
+    EXPECT_EQ(RuleWith(Description, "a\tb\r\nc").description, "a b  c");
+    EXPECT_EQ(RuleWith(User, "HOME\\fr\ted").user, "HOME\\fr ed");
+    EXPECT_EQ(RuleWith(Program, "C:\\a\tb.exe").program, "C:\\a b.exe");
     EXPECT_EQ(RuleWith(Description, std::string(255, 'd')).description.size(), 255U);
 
     RuleForm form = WholeForm();
@@ -147,10 +150,10 @@ TEST(RuleFormTest, SaysWhatIsWrongWithAField) {
         {RemotePorts, "nothing", kService},
         {RemotePorts, "ftp", kService, RuleProtocol::Udp},
         {Program, "browser.exe", "The full path of the program is needed."},
-        {Program, "C:\\" + std::string(257, 'a'), "Too long: 259 letters at most."},
+        {Program, "C:\\" + std::string(257, 'a'), "Too long: 259 characters at most."},
         {User, "fred", "The domain or computer is missing."},
         {User, "HOME\\", "The domain or computer is missing."},
-        {User, "A\\" + std::string(102, 'b'), "Too long: 103 letters at most."},
+        {User, "A\\" + std::string(102, 'b'), "Too long: 103 characters at most."},
         {FirstTime, "24:00", kTime},
         {FirstTime, "", kTime},
         {LastTime, "8:60", kTime},
@@ -164,7 +167,7 @@ TEST(RuleFormTest, SaysWhatIsWrongWithAField) {
         {LastDay, "2026-12-23", "The first day is after the last one."},
         {Description, "", "Description is missing!"},
         {Description, " \t", "Description is missing!"},
-        {Description, std::string(256, 'd'), "Too long: 255 letters at most."},
+        {Description, std::string(256, 'd'), "Too long: 255 characters at most."},
     };
     for (const Row& row : rows) {
         RuleForm form = WholeForm();
@@ -234,6 +237,22 @@ TEST(RuleFormTest, SaysWhyAFieldMeansNothing) {
         EXPECT_EQ(check.ignored[row.field].english, row.reason) << row.host;
         const bool isBlamed = check.faults[row.field].number != 0;
         EXPECT_EQ(isBlamed, *row.reason == '\0' && std::string(row.host) != "192.0.2.") << row.host;
+    }
+}
+
+TEST(RuleFormTest, TellsThatPortsLimitOnlyProtocolsThatHaveThem) {
+    const std::pair<RuleProtocol, int> rows[] = {{RuleProtocol::Any, 2140},
+                                                 {RuleProtocol::Ip, 2140},
+                                                 {RuleProtocol::Tcp, 0},
+                                                 {RuleProtocol::Udp, 0},
+                                                 {RuleProtocol::Arp, 0}};
+    for (const auto& [protocol, hint] : rows) {
+        RuleForm form = WholeForm();
+        form.protocol = protocol;
+        form.texts[LocalPorts] = "53";
+        const RuleCheck check = CheckRuleForm(form);
+        EXPECT_EQ(check.hints[LocalPorts].number, hint);
+        EXPECT_EQ(check.hints[RemotePorts].number, 0) << "any port is no limit";
     }
 }
 

@@ -36,13 +36,13 @@ TEST(WhyFieldsTest, NamesTheFieldThatMeansNothing) {
     const std::pair<WhyField, std::vector<const char*>> wrong[] = {
         {WhyField::RemoteAddress,
          {"1.2.3", "host", "02:00:00:AB:CD", "02:00:00:AB:CD:E", "02:00:00:AB:CD:EF:01", "02.00.00.AB.CD.EF",
-          "0x:00:00:AB:CD:EF"}},
+          "0x:00:00:AB:CD:EF", "02:00:00:AB:CD-EF", "192.0.2.0/24", "192.0.2.0-192.0.2.255"}},
         {WhyField::LocalPort,
          {"65536", "-1", "http",
           "80 "
           "90"}},
-        {WhyField::Day, {"2026-02-29", "2026-13-01", "2026-00-01", "26-01-01", "2026-1-01", "2026-01-00"}},
-        {WhyField::Time, {"24:00", "8:60", "8:5", "8", ":05", "8:005"}}};
+        {WhyField::Day, {"2026-02-29", "2026-13-01", "2026-00-01", "26-01-01", "2026-01-00"}},
+        {WhyField::Time, {"24:00", "8:60", "8:5", ":05", "8:005"}}};
     for (const auto& [field, texts] : wrong) {
         for (const char* text : texts) {
             WhyTexts fields;
@@ -53,6 +53,8 @@ TEST(WhyFieldsTest, NamesTheFieldThatMeansNothing) {
     const std::pair<WhyField, const char*> right[] = {{WhyField::RemoteAddress, " 02-00-00-ab-cd-ef "},
                                                       {WhyField::LocalPort, "\t80"},
                                                       {WhyField::Day, "2024-02-29"},
+                                                      {WhyField::Day, "29.2.2024"},
+                                                      {WhyField::Time, "8.05"},
                                                       {WhyField::Time, "00:00"}};
     for (const auto& [field, text] : right) {
         WhyTexts fields;
@@ -104,6 +106,13 @@ TEST(WhyReportTest, TellsTheStagesInTheirOrder) {
               "  Other advanced rules | 1 | does not apply | 1 | 429 \n"
               "  Rule of the program |  | not known: Program | 1\n"
               "  Question | You are asked. | would decide | 1\n");
+}
+
+TEST(WhyReportTest, CountsTheRulesThatMayDecideAndAreLeftOut) {
+    const std::vector<AdvancedRule> rules(kMostRulesInFront + 2, test::RuleIn("deny u=me"));
+    const std::string told = Told({.advanced = rules}, "r=192.0.2.1");
+    EXPECT_NE(told.find("  Other advanced rules | 2 | may decide | 1 | 429 \n"), std::string::npos);
+    EXPECT_EQ(told.find("| would decide | 1 | 429"), std::string::npos);
 }
 
 TEST(WhyReportTest, AnswersInOneSentence) {

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <vector>
 
 #include "rules/AdvancedRuleFile.h"
@@ -125,6 +126,9 @@ TEST(AdvancedRuleTest, TellsDamagedRecordsFromOddOnes) {
         {{72, "\x9F\5\x9F\5"}},                                    // 23:59
         {{708, "\1"}, {42, "\1"}}};                                // nor what is zero today
     for (std::size_t i = 0; i < whole.size(); ++i) EXPECT_FALSE(Decode(Patched(whole[i])).isDamaged) << i;
+    // They are kept for when they are in force again.
+    const std::string idle = Patched({{68, "\0"sv}, {72, "\xFF\xFF\xFF\xFF\xFF\xFF\xFF\xFF\1\2\3\4"}});
+    EXPECT_EQ(test::BytesOf(EncodeRule(Decode(idle))), idle);
     // The leap day, of a year that has one.
     EXPECT_FALSE(Decode(Patched({{76, "\x65\xD7\x34\x01"}})).isDamaged);  // 2024-02-29
     EXPECT_TRUE(Decode(Patched({{76, "\x75\xFE\x34\x01"}})).isDamaged);   // 2025-02-29
@@ -178,7 +182,8 @@ TEST(AdvancedRuleFileTest, KeepsTheOrderOfTheFileAndTellsMissingFromUnreadable) 
     AdvancedRule ninth = GoldenRule();
     ninth.id = 0x01020309;
     EXPECT_EQ(LoadAdvancedRules(file, clock), (std::vector<AdvancedRule>{GoldenRule(), ninth}));
-    EXPECT_EQ(LoadAdvancedRules(folder.File("no folder/rules"), clock), std::vector<AdvancedRule>());
+    EXPECT_EQ(LoadAdvancedRules(folder.File("missing"), clock), std::vector<AdvancedRule>());
+    EXPECT_FALSE(std::filesystem::exists(folder.File("missing"))) << "the file is the service's";
     EXPECT_EQ(LoadAdvancedRules(folder.Path(), clock), std::nullopt);
 }
 

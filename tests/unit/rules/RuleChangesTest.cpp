@@ -131,6 +131,14 @@ TEST(RuleChangesTest, FindsAdvancedRulesByTheirIdentifiers) {
         EXPECT_TRUE(preview.isUnreadable);
         EXPECT_TRUE(preview.advanced.empty());
     }
+    // White space may be pasted into a description; other controls are no text.
+    for (const auto& [description, isUnreadable] : {std::pair("a\tb\r\n", false), std::pair("a\vb", true)}) {
+        AdvancedRule rule;
+        rule.description = description;
+        preview = {};
+        CompareAdvancedRules("", test::EncipherByHand(test::BytesOf(EncodeRule(rule)), 712), preview);
+        EXPECT_EQ(preview.isUnreadable, isUnreadable);
+    }
 }
 
 }  // namespace

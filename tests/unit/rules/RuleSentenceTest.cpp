@@ -56,7 +56,11 @@ TEST(RuleSentenceTest, SaysAllThatARuleSays) {
     EXPECT_EQ(says(rule), "Allow incoming ARP from 02:00:00:AB:CD:EF") << "ARP has no ports";
     rule = Rule(RuleProtocol::Any, RuleRoute::Both, {.firstPort = 53, .lastPort = 53});
     rule.dates = RuleDates{.first = {2026, 2, 3}, .last = {2026, 2, 3}};
-    EXPECT_EQ(says(rule), "Deny all traffic, remote port 53, on 2026-02-03");
+    EXPECT_EQ(says(rule), "Deny all traffic, of TCP and UDP only remote port 53, on 2026-02-03");
+    rule.protocol = RuleProtocol::Ip;
+    rule.local = {.kind = Kind::Ipv4, .address = 1, .firstPort = 9, .lastPort = 9};
+    rule.dates.reset();
+    EXPECT_EQ(says(rule), "Deny IP, local address 1.0.0.0, of TCP and UDP only remote port 53, local port 9");
     EXPECT_EQ(says(Rule(RuleProtocol::Ip, RuleRoute::Both, {.kind = Kind::Ipv4, .address = 1})),
               "Deny IP to or from 1.0.0.0");
 }
