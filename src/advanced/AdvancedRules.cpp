@@ -45,6 +45,10 @@ void AdvancedRules::OnRead(std::optional<std::vector<AdvancedRule>> rules, const
     m_stored =
         std::make_shared<const StoredRules>(std::move(rules).value_or(std::vector<AdvancedRule>()), isReadable);
     if (m_changes.empty()) {
+        // What had begun to arrive when it was taken for lost has come about after all.
+        if (m_note == Note::Lost && AreStored(m_lost.changes, m_lost.expected->Rules(), m_stored->Rules())) {
+            m_note = Note::None;
+        }
         Show(m_stored);
     } else if (!m_isAsking) {
         CheckChanges(request.asked);
@@ -68,6 +72,11 @@ void AdvancedRules::CheckChanges(std::chrono::milliseconds asked) {
 }
 
 void AdvancedRules::EndChanges(Note note) {
+    if (note == Note::Lost) {
+        m_withdrawn->Request();
+        m_lost = {.changes = Changes(), .expected = m_shown};
+    }
+    m_withdrawn = std::make_shared<StopSignal>();
     m_changes.clear();
     ++m_round;
     m_open = 0;
@@ -213,7 +222,8 @@ void AdvancedRules::Send(UnderWay& change) {
     m_deliveryLimit =
         std::max(m_deliveryLimit, OptionChanges::kDeliveryLimit) + kPerCommand * CommandCountOf(change.change);
     m_parts.commander.Send(BatchOf(change.change),
-                           m_alive.Guard([this, round = m_round](bool wasThere) { OnSent(round, wasThere); }));
+                           m_alive.Guard([this, round = m_round](bool wasThere) { OnSent(round, wasThere); }),
+                           m_withdrawn);
     (void)ReadAfter(kWritingPause);
 }
 
@@ -223,7 +233,7 @@ void AdvancedRules::OnSent(std::uint64_t round, bool wasThere) {
         m_isMissing = m_isMissing || !wasThere;
         m_since = m_parts.clock.Elapsed();
     }
-    // Also of one that was taken for lost: the service has it now after all.
+    // Also of one that was taken for lost: the service may have it now after all.
     (void)ReadAfter(kWritingPause);
 }
 

@@ -18,6 +18,7 @@
 #include "advanced/StoredRules.h"
 #include "base/Clock.h"
 #include "base/Refreshed.h"
+#include "base/StopSignal.h"
 #include "base/TaskQueue.h"
 #include "base/WhileAlive.h"
 #include "commands/Commander.h"
@@ -97,6 +98,10 @@ private:
         AdvancedChange change;
         bool isSent = false;  // else it waits for the password
     };
+    struct Lost {
+        std::vector<AdvancedChange> changes;
+        std::shared_ptr<const StoredRules> expected;  // as they were shown
+    };
     struct Edited {
         AdvancedRule before;
         AdvancedRule after;
@@ -140,8 +145,10 @@ private:
 
     // They are over together: when all have been delivered, and are stored or lost.
     std::vector<UnderWay> m_changes;
-    bool m_isAsking = false;              // for the password of those that are not sent
-    std::uint64_t m_round = 0;            // so many times they were over
+    bool m_isAsking = false;    // for the password of those that are not sent
+    std::uint64_t m_round = 0;  // so many times they were over
+    std::shared_ptr<StopSignal> m_withdrawn = std::make_shared<StopSignal>();  // those of this round are lost
+    Lost m_lost;                                                               // those that the note speaks of
     int m_open = 0;                       // sent, and neither delivered nor given up
     bool m_isMissing = false;             // one was given up
     std::chrono::milliseconds m_since{};  // the last one was sent, or delivered

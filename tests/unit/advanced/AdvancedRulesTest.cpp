@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <future>
 
 #include "support/AdvancedRulesRig.h"
 
@@ -133,6 +134,30 @@ TEST_F(AdvancedRulesTest, TellsWhenTheServiceDoesNotDoIt) {
     EXPECT_GT(told, 0);
 }
 
+TEST_F(AdvancedRulesTest, SendsNoMoreOfWhatIsLost) {
+    Load({NamedRule(1), NamedRule(2)});
+    std::promise<void> go;
+    commanding.link.Send([&](CommandPipe&) { go.get_future().wait(); });
+    advanced.Delete(Ids{1});
+    advanced.SetEnabled(Ids{2}, false);
+    reads.RunAll();
+    EXPECT_EQ(advanced.LastNote(), Note::Lost);
+    go.set_value();
+    EXPECT_EQ(ServeAndRead(), "");
+    EXPECT_EQ(Shown(), "1 2");
+    EXPECT_EQ(advanced.LastNote(), Note::Lost);
+    // One that has begun to arrive cannot be taken back; then it is not lost.
+    advanced.Delete(Ids{1});
+    commanding.Settle();
+    reads.RunAll();
+    EXPECT_EQ(advanced.LastNote(), Note::Lost);
+    EXPECT_EQ(Serve(), "6 7");
+    advanced.ReadAgain([] {});
+    reads.RunAll();
+    EXPECT_EQ(Shown(), "2");
+    EXPECT_EQ(advanced.LastNote(), Note::None);
+}
+
 TEST_F(AdvancedRulesTest, WhatOthersChangeMeanwhileIsNoLoss) {
     Load({NamedRule(1), NamedRule(2), NamedRule(3), NamedRule(4)});
     advanced.MoveBy(Ids{1}, 2);
@@ -219,7 +244,7 @@ TEST_F(AdvancedRulesTest, FindsTheEditedRuleAgainOrAsks) {
         advanced.Edit(2);
         EXPECT_EQ(editor.place.number, 2U);
         EXPECT_EQ(editor.place.count, 2U);
-        reads.RunAll();
+        reads.Run();
         EXPECT_EQ(dialogs.TakeSaid(), row.said.empty() ? std::vector<std::string>{} : std::vector{row.said});
         EXPECT_EQ(Serve(), row.sent);
         isReadable = true;
