@@ -27,6 +27,8 @@ AdvancedRules::AdvancedRules(Parts parts)
           }) {}
 
 std::uint64_t AdvancedRules::ReadAfter(std::chrono::milliseconds pause) {
+    // Of those that wait only the last one is read: it is not to come sooner than the others asked for.
+    if (const auto& next = m_file.Next()) pause = std::max(pause, next->pause);
     m_file.Refresh({.pause = pause, .asked = m_parts.clock.Elapsed(), .number = ++m_requests});
     return m_requests;
 }
