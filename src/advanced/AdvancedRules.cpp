@@ -43,15 +43,15 @@ void AdvancedRules::ReadAgain(std::function<void()> over) {
 }
 
 void AdvancedRules::OnRead(std::optional<std::vector<AdvancedRule>> rules, const Request& request) {
-    const bool isReadable = rules.has_value();
-    m_stored =
-        std::make_shared<const StoredRules>(std::move(rules).value_or(std::vector<AdvancedRule>()), isReadable);
+    m_isReadable = rules.has_value();
+    if (rules) m_stored = std::make_shared<const StoredRules>(std::move(*rules));
     if (m_changes.empty()) {
         // What had begun to arrive when it was taken for lost has come about after all.
-        if (m_note == Note::Lost && AreStored(m_lost.changes, m_lost.expected->Rules(), m_stored->Rules())) {
+        if (m_isReadable && m_note == Note::Lost &&
+            AreStored(m_lost.changes, m_lost.expected->Rules(), m_stored->Rules())) {
             m_note = Note::None;
         }
-        Show(m_stored);
+        ShowStored();
     } else if (!m_isAsking) {
         CheckChanges(request.asked);
     }
@@ -67,7 +67,8 @@ void AdvancedRules::OnRead(std::optional<std::vector<AdvancedRule>> rules, const
 
 void AdvancedRules::CheckChanges(std::chrono::milliseconds asked) {
     const bool areDelivered = m_open == 0;
-    if (areDelivered && AreStored(Changes(), m_shown->Rules(), m_stored->Rules())) return EndChanges(Note::None);
+    if (areDelivered && m_isReadable && AreStored(Changes(), m_shown->Rules(), m_stored->Rules()))
+        return EndChanges(Note::None);
     const auto limit = areDelivered ? OptionChanges::kStoreLimit : m_deliveryLimit;
     if (m_isMissing || asked - m_since > limit) return EndChanges(Note::Lost);
     (void)ReadAfter(kWritingPause);
@@ -85,7 +86,7 @@ void AdvancedRules::EndChanges(Note note) {
     m_isMissing = false;
     m_deliveryLimit = {};
     m_note = note;
-    Show(m_stored);
+    ShowStored();
 }
 
 void AdvancedRules::Add(const AdvancedRule& first) {
@@ -132,7 +133,8 @@ void AdvancedRules::FinishEdit(std::uint64_t number) {
     };
     AdvancedChange change{.command = UserCommand::ChangeAdvancedRules, .rules = {std::move(edited.after)}};
     bool isWanted = true;
-    if (const int row = m_stored->Find(edited.before.id); row < 0 && m_stored->IsReadable()) {
+    // What cannot be read now is taken to be as it was.
+    if (const int row = m_stored->Find(edited.before.id); row < 0) {
         isWanted = agrees(language.GetText(2060, "This rule has been deleted since you opened it."),
                           language.GetText(2061, "Add it as a new rule"));
         change.command = UserCommand::AddAdvancedRule;
@@ -195,7 +197,8 @@ void AdvancedRules::BeginAllowed(AdvancedChange change) {
 }
 
 void AdvancedRules::Join(AdvancedChange change) {
-    std::vector<AdvancedRule> rules = m_shown ? m_shown->Rules() : std::vector<AdvancedRule>();
+    const auto& before = m_changes.empty() ? m_stored : m_shown;
+    std::vector<AdvancedRule> rules = before ? before->Rules() : std::vector<AdvancedRule>();
     Apply(change, rules);
     m_changes.push_back({.change = std::move(change)});
     m_note = Note::None;
@@ -211,9 +214,13 @@ void AdvancedRules::OnAnswer(bool isAllowed) {
         return;
     }
     std::erase_if(m_changes, [](const UnderWay& change) { return !change.isSent; });
-    std::vector<AdvancedRule> rules = m_stored ? m_stored->Rules() : std::vector<AdvancedRule>();
-    for (const UnderWay& change : m_changes) Apply(change.change, rules);
-    Show(std::make_shared<const StoredRules>(std::move(rules)));
+    if (m_changes.empty()) {
+        ShowStored();
+    } else {
+        std::vector<AdvancedRule> rules = m_stored ? m_stored->Rules() : std::vector<AdvancedRule>();
+        for (const UnderWay& change : m_changes) Apply(change.change, rules);
+        Show(std::make_shared<const StoredRules>(std::move(rules)));
+    }
     (void)ReadAfter(kWritingPause);
 }
 
@@ -242,6 +249,10 @@ void AdvancedRules::OnSent(std::uint64_t round, bool wasThere) {
 void AdvancedRules::Show(std::shared_ptr<const StoredRules> rules) {
     m_shown = std::move(rules);
     if (m_watcher) m_watcher->OnRulesChanged();
+}
+
+void AdvancedRules::ShowStored() {
+    Show(m_isReadable ? m_stored : std::make_shared<const StoredRules>(std::vector<AdvancedRule>(), false));
 }
 
 void AdvancedRules::Tell(Note note) {

@@ -129,6 +129,8 @@ private:
     void OnSent(std::uint64_t round, bool wasThere);
 
     void Show(std::shared_ptr<const StoredRules> rules);
+    // What is stored, or that it cannot be read.
+    void ShowStored();
     void Tell(Note note);
     [[nodiscard]] std::vector<AdvancedChange> Changes() const;
     // Those that commands can be sent for, in their order.
@@ -137,7 +139,8 @@ private:
 
     const Parts m_parts;
     AdvancedRulesWatcher* m_watcher = nullptr;
-    std::shared_ptr<const StoredRules> m_stored;  // as they were read last; null: not yet
+    std::shared_ptr<const StoredRules> m_stored;  // as they could be read last; null: not yet
+    bool m_isReadable = true;                     // the last reading
     std::shared_ptr<const StoredRules> m_shown;
     Note m_note = Note::None;
     bool m_isEditing = false;  // from the password until it is sent

@@ -158,6 +158,23 @@ TEST_F(AdvancedRulesTest, SendsNoMoreOfWhatIsLost) {
     EXPECT_EQ(advanced.LastNote(), Note::None);
 }
 
+TEST_F(AdvancedRulesTest, LearnsNothingFromAReadingThatFailed) {
+    Load({NamedRule(1), NamedRule(2)});
+    advanced.Delete(Ids{1});
+    commanding.Settle();
+    isReadable = false;
+    reads.Run();
+    EXPECT_EQ(Shown(), "2") << "neither that it is gone nor that all are";
+    isReadable = true;
+    reads.RunAll();
+    EXPECT_EQ(Shown(), "1 2");
+    EXPECT_EQ(advanced.LastNote(), Note::Lost);
+    isReadable = false;
+    advanced.Read();
+    reads.RunAll();
+    EXPECT_FALSE(advanced.Shown()->IsReadable());
+}
+
 TEST_F(AdvancedRulesTest, WhatOthersChangeMeanwhileIsNoLoss) {
     Load({NamedRule(1), NamedRule(2), NamedRule(3), NamedRule(4)});
     advanced.MoveBy(Ids{1}, 2);
@@ -249,6 +266,7 @@ TEST_F(AdvancedRulesTest, FindsTheEditedRuleAgainOrAsks) {
         EXPECT_EQ(Serve(), row.sent);
         isReadable = true;
         reads.RunAll();
+        EXPECT_EQ(advanced.LastNote(), Note::None);
         advanced.Read();
         reads.RunAll();
         EXPECT_EQ(Shown(), row.ids);
