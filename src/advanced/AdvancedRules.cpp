@@ -90,6 +90,10 @@ void AdvancedRules::EndChanges(Note note) {
 }
 
 void AdvancedRules::Add(const AdvancedRule& first) {
+    if (m_edited) {
+        m_next = [this, first] { Add(first); };
+        return;
+    }
     if (std::exchange(m_isEditing, true)) return;
     if (!m_stored) Read();
     m_parts.commander.AskFor(UserCommand::AddAdvancedRule, m_alive.Guard([this, first] {
@@ -103,6 +107,10 @@ void AdvancedRules::Add(const AdvancedRule& first) {
 }
 
 void AdvancedRules::Edit(std::uint32_t id) {
+    if (m_edited) {
+        m_next = [this, id] { Edit(id); };
+        return;
+    }
     if (std::exchange(m_isEditing, true)) return;
     m_parts.commander.AskFor(UserCommand::ChangeAdvancedRules, m_alive.Guard([this, id] { Ask(id); }),
                              m_alive.Guard([this] { m_isEditing = false; }));
@@ -146,6 +154,7 @@ void AdvancedRules::FinishEdit(std::uint64_t number) {
     }
     m_isEditing = false;
     if (isWanted) BeginAllowed(std::move(change));
+    if (const auto next = std::exchange(m_next, nullptr)) next();
 }
 
 void AdvancedRules::SetEnabled(std::span<const std::uint32_t> ids, bool isEnabled) {

@@ -70,6 +70,10 @@ public:
     };
     [[nodiscard]] Note LastNote() const { return m_note; }
 
+    // An edit that the user has agreed to waits for the reading that tells whether the rule is still there: it is
+    // neither shown nor sent yet. What Add or Edit is asked for meanwhile follows it, the last of several.
+    [[nodiscard]] bool IsSaving() const { return m_edited.has_value(); }
+
     void Read();
     void ReadAgain(std::function<void()> over) override;
 
@@ -145,6 +149,7 @@ private:
     Note m_note = Note::None;
     bool m_isEditing = false;  // from the password until it is sent
     std::optional<Edited> m_edited;
+    std::function<void()> m_next;  // to be added or edited after that
 
     // They are over together: when all have been delivered, and are stored or lost.
     std::vector<UnderWay> m_changes;

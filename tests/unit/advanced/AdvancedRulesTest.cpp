@@ -261,7 +261,14 @@ TEST_F(AdvancedRulesTest, FindsTheEditedRuleAgainOrAsks) {
         advanced.Edit(2);
         EXPECT_EQ(editor.place.number, 2U);
         EXPECT_EQ(editor.place.count, 2U);
+        editor.answer.reset();
+        editor.whileOpen = [] {};
+        advanced.Edit(1);
+        EXPECT_EQ(editor.opened.back().id, 2U) << "one after the other";
+        EXPECT_TRUE(advanced.IsSaving());
         reads.Run();
+        EXPECT_FALSE(advanced.IsSaving());
+        EXPECT_EQ(editor.opened.back().id, 1U);
         EXPECT_EQ(dialogs.TakeSaid(), row.said.empty() ? std::vector<std::string>{} : std::vector{row.said});
         EXPECT_EQ(Serve(), row.sent);
         isReadable = true;
