@@ -35,19 +35,30 @@ Ids IdsOf(const Rules& rules) {
     return ids;
 }
 
-// The rules whose identifiers are among these, in their order.
-Rules Only(const Rules& rules, const Ids& ids) {
-    Rules some;
-    std::copy_if(rules.begin(), rules.end(), std::back_inserter(some),
-                 [&ids](const AdvancedRule& rule) { return ids.contains(rule.id); });
+// The rules whose identifiers are among these, in their order. Not copied: they may be thousands, and are read
+// several times while a change is under way.
+std::vector<const AdvancedRule*> Only(const Rules& rules, const Ids& ids) {
+    std::vector<const AdvancedRule*> some;
+    for (const AdvancedRule& rule : rules) {
+        if (ids.contains(rule.id)) some.push_back(&rule);
+    }
     return some;
 }
 
 bool HaveSameOrder(const Rules& expected, const Rules& read) {
-    const Rules left = Only(expected, IdsOf(read));
-    const Rules right = Only(read, IdsOf(expected));
+    const auto left = Only(expected, IdsOf(read));
+    const auto right = Only(read, IdsOf(expected));
     return std::equal(left.begin(), left.end(), right.begin(), right.end(),
-                      [](const AdvancedRule& a, const AdvancedRule& b) { return a.id == b.id; });
+                      [](const AdvancedRule* a, const AdvancedRule* b) { return a->id == b->id; });
+}
+
+// But for the identifier.
+bool SaysTheSame(const AdvancedRule& read, const AdvancedRule& added) {
+    // Cheaply told apart, before one is copied.
+    if (read.description != added.description || read.program != added.program) return false;
+    AdvancedRule same = read;
+    same.id = added.id;
+    return same == added;
 }
 
 }  // namespace
@@ -95,20 +106,20 @@ bool AreStored(std::span<const AdvancedChange> changes, const Rules& expected, c
     }
     const bool isAdded = touched.erase(0) > 0;
     // In the same order: several of one identifier are told from one another by it.
-    Rules left = Only(expected, touched);
-    Rules right = Only(read, touched);
-    const auto byId = [](const AdvancedRule& a, const AdvancedRule& b) { return a.id < b.id; };
+    auto left = Only(expected, touched);
+    auto right = Only(read, touched);
+    const auto byId = [](const AdvancedRule* a, const AdvancedRule* b) { return a->id < b->id; };
     std::stable_sort(left.begin(), left.end(), byId);
     std::stable_sort(right.begin(), right.end(), byId);
-    if (left != right || (isMoved && !HaveSameOrder(expected, read))) return false;
+    const bool areSame = std::equal(left.begin(), left.end(), right.begin(), right.end(),
+                                    [](const AdvancedRule* a, const AdvancedRule* b) { return *a == *b; });
+    if (!areSame || (isMoved && !HaveSameOrder(expected, read))) return false;
     if (!isAdded) return true;
     // New rules have identifiers now that nobody had.
     const Ids known = IdsOf(expected);
     return std::all_of(expected.begin(), expected.end(), [&](const AdvancedRule& added) {
-        return added.id != 0 || std::any_of(read.begin(), read.end(), [&](AdvancedRule rule) {
-                   if (known.contains(rule.id) && rule.id != 0) return false;
-                   rule.id = 0;
-                   return rule == added;
+        return added.id != 0 || std::any_of(read.begin(), read.end(), [&](const AdvancedRule& rule) {
+                   return (rule.id == 0 || !known.contains(rule.id)) && SaysTheSame(rule, added);
                });
     });
 }

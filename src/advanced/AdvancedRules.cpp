@@ -27,6 +27,8 @@ AdvancedRules::AdvancedRules(Parts parts)
           }) {}
 
 std::uint64_t AdvancedRules::ReadAfter(std::chrono::milliseconds pause) {
+    // Of those that wait only the last one is read: it is not to come sooner than the others asked for.
+    if (const auto& next = m_file.Next()) pause = std::max(pause, next->pause);
     m_file.Refresh({.pause = pause, .asked = m_parts.clock.Elapsed(), .number = ++m_requests});
     return m_requests;
 }
@@ -41,11 +43,15 @@ void AdvancedRules::ReadAgain(std::function<void()> over) {
 }
 
 void AdvancedRules::OnRead(std::optional<std::vector<AdvancedRule>> rules, const Request& request) {
-    const bool isReadable = rules.has_value();
-    m_stored =
-        std::make_shared<const StoredRules>(std::move(rules).value_or(std::vector<AdvancedRule>()), isReadable);
+    m_isReadable = rules.has_value();
+    if (rules) m_stored = std::make_shared<const StoredRules>(std::move(*rules));
     if (m_changes.empty()) {
-        Show(m_stored);
+        // What had begun to arrive when it was taken for lost has come about after all.
+        if (m_isReadable && m_note == Note::Lost &&
+            AreStored(m_lost.changes, m_lost.expected->Rules(), m_stored->Rules())) {
+            m_note = Note::None;
+        }
+        ShowStored();
     } else if (!m_isAsking) {
         CheckChanges(request.asked);
     }
@@ -61,23 +67,33 @@ void AdvancedRules::OnRead(std::optional<std::vector<AdvancedRule>> rules, const
 
 void AdvancedRules::CheckChanges(std::chrono::milliseconds asked) {
     const bool areDelivered = m_open == 0;
-    if (areDelivered && AreStored(Changes(), m_shown->Rules(), m_stored->Rules())) return EndChanges(Note::None);
+    if (areDelivered && m_isReadable && AreStored(Changes(), m_shown->Rules(), m_stored->Rules()))
+        return EndChanges(Note::None);
     const auto limit = areDelivered ? OptionChanges::kStoreLimit : m_deliveryLimit;
     if (m_isMissing || asked - m_since > limit) return EndChanges(Note::Lost);
     (void)ReadAfter(kWritingPause);
 }
 
 void AdvancedRules::EndChanges(Note note) {
+    if (note == Note::Lost) {
+        m_withdrawn->Request();
+        m_lost = {.changes = Changes(), .expected = m_shown};
+    }
+    m_withdrawn = std::make_shared<StopSignal>();
     m_changes.clear();
     ++m_round;
     m_open = 0;
     m_isMissing = false;
     m_deliveryLimit = {};
     m_note = note;
-    Show(m_stored);
+    ShowStored();
 }
 
 void AdvancedRules::Add(const AdvancedRule& first) {
+    if (m_edited) {
+        m_next = [this, first] { Add(first); };
+        return;
+    }
     if (std::exchange(m_isEditing, true)) return;
     if (!m_stored) Read();
     m_parts.commander.AskFor(UserCommand::AddAdvancedRule, m_alive.Guard([this, first] {
@@ -91,6 +107,10 @@ void AdvancedRules::Add(const AdvancedRule& first) {
 }
 
 void AdvancedRules::Edit(std::uint32_t id) {
+    if (m_edited) {
+        m_next = [this, id] { Edit(id); };
+        return;
+    }
     if (std::exchange(m_isEditing, true)) return;
     m_parts.commander.AskFor(UserCommand::ChangeAdvancedRules, m_alive.Guard([this, id] { Ask(id); }),
                              m_alive.Guard([this] { m_isEditing = false; }));
@@ -121,7 +141,8 @@ void AdvancedRules::FinishEdit(std::uint64_t number) {
     };
     AdvancedChange change{.command = UserCommand::ChangeAdvancedRules, .rules = {std::move(edited.after)}};
     bool isWanted = true;
-    if (const int row = m_stored->Find(edited.before.id); row < 0 && m_stored->IsReadable()) {
+    // What cannot be read now is taken to be as it was.
+    if (const int row = m_stored->Find(edited.before.id); row < 0) {
         isWanted = agrees(language.GetText(2060, "This rule has been deleted since you opened it."),
                           language.GetText(2061, "Add it as a new rule"));
         change.command = UserCommand::AddAdvancedRule;
@@ -133,6 +154,7 @@ void AdvancedRules::FinishEdit(std::uint64_t number) {
     }
     m_isEditing = false;
     if (isWanted) BeginAllowed(std::move(change));
+    if (const auto next = std::exchange(m_next, nullptr)) next();
 }
 
 void AdvancedRules::SetEnabled(std::span<const std::uint32_t> ids, bool isEnabled) {
@@ -184,7 +206,8 @@ void AdvancedRules::BeginAllowed(AdvancedChange change) {
 }
 
 void AdvancedRules::Join(AdvancedChange change) {
-    std::vector<AdvancedRule> rules = m_shown ? m_shown->Rules() : std::vector<AdvancedRule>();
+    const auto& before = m_changes.empty() ? m_stored : m_shown;
+    std::vector<AdvancedRule> rules = before ? before->Rules() : std::vector<AdvancedRule>();
     Apply(change, rules);
     m_changes.push_back({.change = std::move(change)});
     m_note = Note::None;
@@ -200,9 +223,13 @@ void AdvancedRules::OnAnswer(bool isAllowed) {
         return;
     }
     std::erase_if(m_changes, [](const UnderWay& change) { return !change.isSent; });
-    std::vector<AdvancedRule> rules = m_stored ? m_stored->Rules() : std::vector<AdvancedRule>();
-    for (const UnderWay& change : m_changes) Apply(change.change, rules);
-    Show(std::make_shared<const StoredRules>(std::move(rules)));
+    if (m_changes.empty()) {
+        ShowStored();
+    } else {
+        std::vector<AdvancedRule> rules = m_stored ? m_stored->Rules() : std::vector<AdvancedRule>();
+        for (const UnderWay& change : m_changes) Apply(change.change, rules);
+        Show(std::make_shared<const StoredRules>(std::move(rules)));
+    }
     (void)ReadAfter(kWritingPause);
 }
 
@@ -213,7 +240,8 @@ void AdvancedRules::Send(UnderWay& change) {
     m_deliveryLimit =
         std::max(m_deliveryLimit, OptionChanges::kDeliveryLimit) + kPerCommand * CommandCountOf(change.change);
     m_parts.commander.Send(BatchOf(change.change),
-                           m_alive.Guard([this, round = m_round](bool wasThere) { OnSent(round, wasThere); }));
+                           m_alive.Guard([this, round = m_round](bool wasThere) { OnSent(round, wasThere); }),
+                           m_withdrawn);
     (void)ReadAfter(kWritingPause);
 }
 
@@ -223,13 +251,17 @@ void AdvancedRules::OnSent(std::uint64_t round, bool wasThere) {
         m_isMissing = m_isMissing || !wasThere;
         m_since = m_parts.clock.Elapsed();
     }
-    // Also of one that was taken for lost: the service has it now after all.
+    // Also of one that was taken for lost: the service may have it now after all.
     (void)ReadAfter(kWritingPause);
 }
 
 void AdvancedRules::Show(std::shared_ptr<const StoredRules> rules) {
     m_shown = std::move(rules);
     if (m_watcher) m_watcher->OnRulesChanged();
+}
+
+void AdvancedRules::ShowStored() {
+    Show(m_isReadable ? m_stored : std::make_shared<const StoredRules>(std::vector<AdvancedRule>(), false));
 }
 
 void AdvancedRules::Tell(Note note) {

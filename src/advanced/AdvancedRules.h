@@ -18,6 +18,7 @@
 #include "advanced/StoredRules.h"
 #include "base/Clock.h"
 #include "base/Refreshed.h"
+#include "base/StopSignal.h"
 #include "base/TaskQueue.h"
 #include "base/WhileAlive.h"
 #include "commands/Commander.h"
@@ -69,6 +70,10 @@ public:
     };
     [[nodiscard]] Note LastNote() const { return m_note; }
 
+    // An edit that the user has agreed to waits for the reading that tells whether the rule is still there: it is
+    // neither shown nor sent yet. What Add or Edit is asked for meanwhile follows it, the last of several.
+    [[nodiscard]] bool IsSaving() const { return m_edited.has_value(); }
+
     void Read();
     void ReadAgain(std::function<void()> over) override;
 
@@ -97,6 +102,10 @@ private:
         AdvancedChange change;
         bool isSent = false;  // else it waits for the password
     };
+    struct Lost {
+        std::vector<AdvancedChange> changes;
+        std::shared_ptr<const StoredRules> expected;  // as they were shown
+    };
     struct Edited {
         AdvancedRule before;
         AdvancedRule after;
@@ -124,6 +133,8 @@ private:
     void OnSent(std::uint64_t round, bool wasThere);
 
     void Show(std::shared_ptr<const StoredRules> rules);
+    // What is stored, or that it cannot be read.
+    void ShowStored();
     void Tell(Note note);
     [[nodiscard]] std::vector<AdvancedChange> Changes() const;
     // Those that commands can be sent for, in their order.
@@ -132,16 +143,20 @@ private:
 
     const Parts m_parts;
     AdvancedRulesWatcher* m_watcher = nullptr;
-    std::shared_ptr<const StoredRules> m_stored;  // as they were read last; null: not yet
+    std::shared_ptr<const StoredRules> m_stored;  // as they could be read last; null: not yet
+    bool m_isReadable = true;                     // the last reading
     std::shared_ptr<const StoredRules> m_shown;
     Note m_note = Note::None;
     bool m_isEditing = false;  // from the password until it is sent
     std::optional<Edited> m_edited;
+    std::function<void()> m_next;  // to be added or edited after that
 
     // They are over together: when all have been delivered, and are stored or lost.
     std::vector<UnderWay> m_changes;
-    bool m_isAsking = false;              // for the password of those that are not sent
-    std::uint64_t m_round = 0;            // so many times they were over
+    bool m_isAsking = false;    // for the password of those that are not sent
+    std::uint64_t m_round = 0;  // so many times they were over
+    std::shared_ptr<StopSignal> m_withdrawn = std::make_shared<StopSignal>();  // those of this round are lost
+    Lost m_lost;                                                               // those that the note speaks of
     int m_open = 0;                       // sent, and neither delivered nor given up
     bool m_isMissing = false;             // one was given up
     std::chrono::milliseconds m_since{};  // the last one was sent, or delivered

@@ -85,9 +85,10 @@ public:
     // A question is looked up or on screen.
     [[nodiscard]] bool IsPromptOpen() const { return prompt.IsBusy() || activity.IsBusy(); }
     [[nodiscard]] bool IsAnyWorkerRunning() const;
-    // Something is under way that the program does not end in the middle of: a worker, or rules on their road.
+    // Something is under way that the program does not end in the middle of: a worker, rules on their road, or
+    // an edited rule that is not sent yet.
     [[nodiscard]] bool IsAtWork() const {
-        return IsAnyWorkerRunning() || rules.Current() != RuleExchange::Work::None;
+        return IsAnyWorkerRunning() || rules.Current() != RuleExchange::Work::None || advancedRules.IsSaving();
     }
     // A notice is being told.
     [[nodiscard]] bool IsTellingNotice() const { return m_isTellingNotice; }

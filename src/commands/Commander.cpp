@@ -5,10 +5,10 @@
 
 namespace brennvar {
 
-void Commander::Send(Batch batch, Sent done) {
+void Commander::Send(Batch batch, Sent done, std::shared_ptr<const StopSignal> withdrawn) {
     m_link.Send(
         [batch = std::move(batch), &language = m_language](CommandPipe& pipe) { batch.SendTo(pipe, language); },
-        std::move(done));
+        std::move(done), std::move(withdrawn));
 }
 
 void Commander::SendProtected(Batch batch, CommandOutcome outcome) {

@@ -5,9 +5,11 @@
 #include <chrono>
 #include <cstdint>
 #include <functional>
+#include <memory>
 #include <string>
 #include <vector>
 
+#include "base/StopSignal.h"
 #include "commands/AskPassword.h"
 #include "commands/Batch.h"
 #include "config/Language.h"
@@ -40,8 +42,8 @@ public:
     // until it is here, what is protected is refused.
     void GuardWith(AskPassword& gate) { m_gate = &gate; }
 
-    // Sends it as it is: the command is free, or the caller has asked.
-    void Send(Batch batch, Sent done = {});
+    // Sends it as it is: the command is free, or the caller has asked. withdrawn: as in ServiceLink::Send.
+    void Send(Batch batch, Sent done = {}, std::shared_ptr<const StopSignal> withdrawn = nullptr);
 
     // Asks for the password where the table says so, then sends it.
     void SendProtected(Batch batch, CommandOutcome outcome = {});

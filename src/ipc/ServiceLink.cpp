@@ -7,7 +7,8 @@ ServiceLink::ServiceLink(std::function<void()> wake, const MakeConnector& makeCo
       m_clock(m_thread.Stopping()),
       m_pipeConnector(makeConnector(m_thread.Stopping())),
       m_connector(*m_pipeConnector),
-      m_commands(m_connector, m_clock),
+      m_commandConnector(m_connector),
+      m_commands(m_commandConnector, m_clock),
       m_filter(m_connector, m_clock),
       m_pipes(m_connector, m_clock) {}
 
@@ -16,8 +17,14 @@ ServiceLink::~ServiceLink() {
     m_thread.Stop(std::chrono::milliseconds(0));
 }
 
-void ServiceLink::Send(std::function<void(CommandPipe&)> command, Sent done) {
-    Post([this, command = std::move(command)] { command(m_commands); }, std::move(done));
+void ServiceLink::Send(std::function<void(CommandPipe&)> command, Sent done,
+                       std::shared_ptr<const StopSignal> withdrawn) {
+    Post(
+        [this, command = std::move(command), withdrawn = std::move(withdrawn)] {
+            m_commandConnector.BeginBatch(withdrawn);
+            command(m_commands);
+        },
+        std::move(done));
 }
 
 void ServiceLink::SendToFilter(std::function<void(FilterQueue&)> command, Sent done) {

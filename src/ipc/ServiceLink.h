@@ -8,12 +8,14 @@
 #include <optional>
 #include <utility>
 
+#include "base/StopSignal.h"
 #include "base/SystemClock.h"
 #include "base/TaskThread.h"
 #include "ipc/CommandPipe.h"
 #include "ipc/FilterQueue.h"
 #include "ipc/ServicePipes.h"
 #include "ipc/WatchedConnector.h"
+#include "ipc/WithdrawableConnector.h"
 
 namespace brennvar {
 
@@ -31,8 +33,10 @@ public:
     // Told on the user-interface thread when what was sent has been delivered or given up: whether the service was
     // there for the last of it. Not told when the program ends before.
     using Sent = std::function<void(bool wasThere)>;
-    // Command after command, in the order of these calls; what one call sends is not mixed with others.
-    void Send(std::function<void(CommandPipe&)> command, Sent done = {});
+    // Command after command, in the order of these calls; what one call sends is not mixed with others. withdrawn:
+    // requested before the first of it has found the service, nothing of it is sent any more; null: it stays.
+    void Send(std::function<void(CommandPipe&)> command, Sent done = {},
+              std::shared_ptr<const StopSignal> withdrawn = nullptr);
     // The same for the web-filter queue.
     void SendToFilter(std::function<void(FilterQueue&)> command, Sent done = {});
 
@@ -61,6 +65,7 @@ private:
     SystemClock m_clock;
     std::unique_ptr<PipeConnector> m_pipeConnector;
     WatchedConnector m_connector;
+    WithdrawableConnector m_commandConnector;
     CommandPipe m_commands;
     FilterQueue m_filter;
     ServicePipes m_pipes;

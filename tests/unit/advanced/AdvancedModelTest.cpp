@@ -147,7 +147,7 @@ TEST_F(AdvancedModelTest, EveryActionDoesWhatItSays) {
     for (const Row& row : rows) {
         SCOPED_TRACE(row.action);
         model.Do(row.action, row.rows);
-        reads.RunAll();
+        if (row.action == IDC_ADVANCED_EDIT) reads.Run();  // it is sent when the rule has been found again
         EXPECT_EQ(Serve(), row.sent);
         reads.RunAll();
         advanced.Read();

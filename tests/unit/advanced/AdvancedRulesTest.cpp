@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <future>
 
 #include "support/AdvancedRulesRig.h"
 
@@ -133,6 +134,47 @@ TEST_F(AdvancedRulesTest, TellsWhenTheServiceDoesNotDoIt) {
     EXPECT_GT(told, 0);
 }
 
+TEST_F(AdvancedRulesTest, SendsNoMoreOfWhatIsLost) {
+    Load({NamedRule(1), NamedRule(2)});
+    std::promise<void> go;
+    commanding.link.Send([&](CommandPipe&) { go.get_future().wait(); });
+    advanced.Delete(Ids{1});
+    advanced.SetEnabled(Ids{2}, false);
+    reads.RunAll();
+    EXPECT_EQ(advanced.LastNote(), Note::Lost);
+    go.set_value();
+    EXPECT_EQ(ServeAndRead(), "");
+    EXPECT_EQ(Shown(), "1 2");
+    EXPECT_EQ(advanced.LastNote(), Note::Lost);
+    // One that has begun to arrive cannot be taken back; then it is not lost.
+    advanced.Delete(Ids{1});
+    commanding.Settle();
+    reads.RunAll();
+    EXPECT_EQ(advanced.LastNote(), Note::Lost);
+    EXPECT_EQ(Serve(), "6 7");
+    advanced.ReadAgain([] {});
+    reads.RunAll();
+    EXPECT_EQ(Shown(), "2");
+    EXPECT_EQ(advanced.LastNote(), Note::None);
+}
+
+TEST_F(AdvancedRulesTest, LearnsNothingFromAReadingThatFailed) {
+    Load({NamedRule(1), NamedRule(2)});
+    advanced.Delete(Ids{1});
+    commanding.Settle();
+    isReadable = false;
+    reads.Run();
+    EXPECT_EQ(Shown(), "2") << "neither that it is gone nor that all are";
+    isReadable = true;
+    reads.RunAll();
+    EXPECT_EQ(Shown(), "1 2");
+    EXPECT_EQ(advanced.LastNote(), Note::Lost);
+    isReadable = false;
+    advanced.Read();
+    reads.RunAll();
+    EXPECT_FALSE(advanced.Shown()->IsReadable());
+}
+
 TEST_F(AdvancedRulesTest, WhatOthersChangeMeanwhileIsNoLoss) {
     Load({NamedRule(1), NamedRule(2), NamedRule(3), NamedRule(4)});
     advanced.MoveBy(Ids{1}, 2);
@@ -219,11 +261,19 @@ TEST_F(AdvancedRulesTest, FindsTheEditedRuleAgainOrAsks) {
         advanced.Edit(2);
         EXPECT_EQ(editor.place.number, 2U);
         EXPECT_EQ(editor.place.count, 2U);
-        reads.RunAll();
+        editor.answer.reset();
+        editor.whileOpen = [] {};
+        advanced.Edit(1);
+        EXPECT_EQ(editor.opened.back().id, 2U) << "one after the other";
+        EXPECT_TRUE(advanced.IsSaving());
+        reads.Run();
+        EXPECT_FALSE(advanced.IsSaving());
+        EXPECT_EQ(editor.opened.back().id, 1U);
         EXPECT_EQ(dialogs.TakeSaid(), row.said.empty() ? std::vector<std::string>{} : std::vector{row.said});
         EXPECT_EQ(Serve(), row.sent);
         isReadable = true;
         reads.RunAll();
+        EXPECT_EQ(advanced.LastNote(), Note::None);
         advanced.Read();
         reads.RunAll();
         EXPECT_EQ(Shown(), row.ids);
@@ -237,6 +287,7 @@ TEST_F(AdvancedRulesTest, CallsBackWhenTheRulesHaveBeenReadAgain) {
     stored = {NamedRule(5)};
     std::string seen;
     advanced.ReadAgain([&] { seen = Shown(); });
+    advanced.Read();  // does not take the pause away
     const auto since = clock.elapsed;
     reads.Run();
     EXPECT_EQ(seen, "") << "that was asked for before";

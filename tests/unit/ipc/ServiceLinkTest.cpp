@@ -91,6 +91,30 @@ TEST_F(ServiceLinkTest, KnowsFromTheLastWaitWhetherTheServiceIsThere) {
     EXPECT_EQ(link.Service(), PeerState::Reachable);
 }
 
+TEST_F(ServiceLinkTest, SendsNothingOfAWithdrawnBatchUnlessItHasBegun) {
+    const auto begun = std::make_shared<StopSignal>();
+    link.Send(
+        [begun](CommandPipe& commands) {
+            commands.CMD_SET_OPTION(1, 2);
+            begun->Request();
+            commands.CMD_RELOAD_OPTIONS();
+        },
+        Tell("begun"), begun);
+    const auto waiting = std::make_shared<StopSignal>();
+    link.Send(
+        [waiting](CommandPipe& commands) {
+            waiting->Request();  // as during the wait for the service
+            commands.CMD_RESET();
+        },
+        Tell("waiting"), waiting);
+    link.Send([](CommandPipe&) { FAIL() << "it was withdrawn in the queue"; }, Tell("queued"), waiting);
+    link.Send([](CommandPipe& commands) { commands.CMD_RESET(); }, Tell("next"));
+    link.Stop(kLong);
+    link.RunCompletions();
+    EXPECT_EQ(Written(), "c8 c16 c29 ");
+    EXPECT_EQ(told, (std::vector<std::string>{"begun there", "waiting given up", "queued given up", "next there"}));
+}
+
 TEST_F(ServiceLinkTest, StopEndsTheWaitsAndDropsWhatHasNotStarted) {
     pipe->failingWaits = FakePipe::kAlways;  // thirty waits, with a minute of pauses between them
     std::promise<void> waiting;
