@@ -54,7 +54,16 @@ enum Column { kStage, kSays, kVerdict };
 
 }  // namespace
 
-WhyDialog::WhyDialog(const Parts& parts) : CSkinDialog(parts.fonts), m_parts(parts) {}
+WhyDialog::WhyDialog(const Parts& parts)
+    : CSkinDialog(parts.fonts),
+      m_parts(parts),
+      m_ruleOf(
+          parts.reads, [&files = parts.files](const std::string& program) { return files.ActionOf(program); },
+          [this](std::optional<RuleAction> action, const std::string& program) {
+              if (m_program != program) return;
+              m_action = std::move(action);
+              Answer();
+          }) {}
 
 void WhyDialog::AskNear(HWND window, const TrafficFacts& facts) {
     m_near = window;
@@ -234,15 +243,7 @@ void WhyDialog::LookUpProgram() {
     if (m_program == program) return;
     m_program = program;
     m_action.reset();
-    const std::uint64_t lookUp = ++m_lookUps;
-    if (program.empty()) return;
-    m_parts.reads.Ask<std::optional<RuleAction>>(
-        [&files = m_parts.files, program] { return files.ActionOf(program); },
-        m_alive.Guard([this, lookUp](const std::optional<std::optional<RuleAction>>& action) {
-            if (lookUp != m_lookUps) return;
-            m_action = action.value_or(std::nullopt);
-            Answer();
-        }));
+    if (!program.empty()) m_ruleOf.Refresh(program);
 }
 
 void WhyDialog::Answer() {

@@ -13,6 +13,7 @@
 #include "advanced/WhyFields.h"
 #include "advanced/WhyReport.h"
 #include "base/Clock.h"
+#include "base/Refreshed.h"
 #include "base/TaskQueue.h"
 #include "base/WhileAlive.h"
 #include "commands/BlockedAddresses.h"
@@ -87,9 +88,10 @@ private:
     // Of the program m_program.
     std::optional<RuleAction> m_action;
     std::optional<std::string> m_program;
-    std::uint64_t m_lookUps = 0;  // what an earlier one says comes too late
-    bool m_isFilling = false;     // the fields change by themselves
+    bool m_isFilling = false;  // the fields change by themselves
     WhyReport m_report;
+    // The rule of a program, which is asked for with every key stroke.
+    Refreshed<RuleAction, std::string> m_ruleOf;
     WhileAlive m_alive;
 };
 

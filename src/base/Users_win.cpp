@@ -18,15 +18,25 @@ namespace {
 // Windows' own limits with room to spare (UNLEN 256, DNLEN 15, names of domains 255).
 constexpr DWORD kLongestName = 512;
 
+// Empty: it cannot be said in the system's code page, and no rule could name it.
+std::string Narrow(const wchar_t* text) {
+    std::array<char, kLongestName> narrow{};
+    BOOL isLost = FALSE;
+    const int length = ::WideCharToMultiByte(CP_ACP, WC_NO_BEST_FIT_CHARS, text, -1, narrow.data(),
+                                             static_cast<int>(narrow.size()), nullptr, &isLost);
+    return length > 0 && !isLost ? narrow.data() : "";
+}
+
 void AddAccount(std::vector<std::string>& users, PSID account) {
-    std::array<char, kLongestName> name{};
-    std::array<char, kLongestName> domain{};
+    std::array<wchar_t, kLongestName> name{};
+    std::array<wchar_t, kLongestName> domain{};
     DWORD nameSize = kLongestName;
     DWORD domainSize = kLongestName;
     SID_NAME_USE use{};
-    if (!::LookupAccountSidA(nullptr, account, name.data(), &nameSize, domain.data(), &domainSize, &use)) return;
-    if (domain[0] == '\0' || name[0] == '\0') return;
-    users.push_back(std::string(domain.data()) + '\\' + name.data());
+    if (!::LookupAccountSidW(nullptr, account, name.data(), &nameSize, domain.data(), &domainSize, &use)) return;
+    const std::string narrowDomain = Narrow(domain.data());
+    const std::string narrowName = Narrow(name.data());
+    if (!narrowDomain.empty() && !narrowName.empty()) users.push_back(narrowDomain + '\\' + narrowName);
 }
 
 void AddOwnUser(std::vector<std::string>& users) {
@@ -46,15 +56,6 @@ void AddServiceAccounts(std::vector<std::string>& users) {
         auto size = static_cast<DWORD>(account.size());
         if (::CreateWellKnownSid(type, nullptr, account.data(), &size)) AddAccount(users, account.data());
     }
-}
-
-// Empty: it cannot be said in the system's code page, and no rule could name it.
-std::string Narrow(const wchar_t* text) {
-    std::array<char, kLongestName> narrow{};
-    BOOL isLost = FALSE;
-    const int length = ::WideCharToMultiByte(CP_ACP, WC_NO_BEST_FIT_CHARS, text, -1, narrow.data(),
-                                             static_cast<int>(narrow.size()), nullptr, &isLost);
-    return length > 0 && !isLost ? narrow.data() : "";
 }
 
 void AddAccountsOfMachine(std::vector<std::string>& users) {

@@ -13,6 +13,9 @@ constexpr int kButtonTop = 12;
 constexpr int kButtonGap = 8;
 constexpr int kProblemLines = 2;
 
+// Far above what the list takes: a longer name is told of, not cut.
+constexpr WPARAM kLongestTyped = 1000;
+
 }  // namespace
 
 SpamListAddDialog::SpamListAddDialog(const CFonts& fonts, const Language& language, const ServiceList& sites)
@@ -34,7 +37,7 @@ void SpamListAddDialog::OnCreateContent() {
     m_problem.Adopt(Item(IDC_SITE_PROBLEM), LabelKind::Quiet, GetLook());
     m_ok.Adopt(Item(IDOK), kButtonDialog, GetLook());
     m_cancel.Adopt(Item(IDCANCEL), kButtonDialog, GetLook());
-    ::SendMessageA(m_name.Window(), EM_LIMITTEXT, m_sites.LongestText(), 0);
+    ::SendMessageA(m_name.Window(), EM_LIMITTEXT, kLongestTyped, 0);
     SetContentPixels({Scale(kWidth), PlaceControls(true)});
     (void)PlaceControls(false);
     ShowProblem();
