@@ -28,20 +28,24 @@ using namespace std::string_view_literals;
 using test::Listener;
 using Column = ConnectionColumn;
 
+// The service's answer: the path of a process, or none.
+test::FakePipe::Bytes PathAnswer(const std::string& path) {
+    PidResolveAnswer answer{};
+    answer.status = kServiceAnswerValid;
+    PutText(answer.path, path);
+    const auto bytes = RecordBytes(answer);
+    return {bytes.begin(), bytes.end()};
+}
+
 // A service that lets each wait for its pipe hang until the gate is opened.
 class GatedConnector final : public PipeConnector {
 public:
     explicit GatedConnector(std::shared_future<bool> gate) : m_gate(std::move(gate)) {
         m_pipe.server = [](const test::FakePipe::Message& request) {
-            PidResolveAnswer answer{};
-            answer.status = kServiceAnswerValid;
             const auto asked = DecodeRecord<PidResolveRequest>(request.bytes);
-            if (asked->processId != 0) {
-                PutText(answer.path,
-                        "C:\\Tools\\" + std::string(1, static_cast<char>('A' + asked->processId % 26)) + ".exe");
-            }
-            const auto bytes = RecordBytes(answer);
-            return test::FakePipe::Bytes(bytes.begin(), bytes.end());
+            if (asked->processId == 0) return PathAnswer("");
+            return PathAnswer("C:\\Tools\\" + std::string(1, static_cast<char>('A' + asked->processId % 26)) +
+                              ".exe");
         };
     }
     bool WaitForInstance(const std::string&, std::chrono::milliseconds) override { return m_gate.get(); }
@@ -507,13 +511,7 @@ TEST_F(ConnectionsModelTest, TerminatesTheProgramThatTheUserWasAskedAbout) {
     rig.password.answer = test::FakePassword::Answer::Later;
     (void)ask(0);
     Do(IDC_CONNECTIONS_TERMINATE, 0);
-    connector->Pipe().server = [](const auto&) {
-        PidResolveAnswer answer{};
-        answer.status = kServiceAnswerValid;
-        PutText(answer.path, "C:\\Other.exe");
-        const auto bytes = RecordBytes(answer);
-        return test::FakePipe::Bytes(bytes.begin(), bytes.end());
-    };
+    connector->Pipe().server = [](const auto&) { return PathAnswer("C:\\Other.exe"); };
     ASSERT_TRUE(ReadRows());
     rig.password.Give(true);
     EXPECT_TRUE(rig.TakeRecords().empty());
@@ -532,13 +530,7 @@ TEST_F(ConnectionsModelTest, TerminatesTheProgramThatTheUserWasAskedAbout) {
 }
 
 TEST_F(ConnectionsModelTest, PathsAndNamesWithLineBreaksStayOneLine) {
-    connector->Pipe().server = [](const auto&) {
-        PidResolveAnswer answer{};
-        answer.status = kServiceAnswerValid;
-        PutText(answer.path, "c:\\x\nProcess ID: 1\r\\a\tb.exe");
-        const auto bytes = RecordBytes(answer);
-        return test::FakePipe::Bytes(bytes.begin(), bytes.end());
-    };
+    connector->Pipe().server = [](const auto&) { return PathAnswer("c:\\x\nProcess ID: 1\r\\a\tb.exe"); };
     SetConnections({Connection(26, 1, 4)});
     ASSERT_TRUE(ReadRows());
     const std::string path = "c:\\x process id: 1 \\a b.exe";
@@ -571,14 +563,8 @@ TEST_F(ConnectionsModelTest, DetailsComeAtOnceAndWhatTheLogsKnowLater) {
     SetConnections({Connection(26, 50000, 2, 7)});
     SetListeners({Listener(17, 53, 0)});
     ASSERT_TRUE(ReadRows());
-    using namespace std::string_literals;
-    const auto record = [](std::string text, std::size_t size) {
-        text.resize(size, '\0');
-        return text;
-    };
-    data.Write(R"(\Log\20260309_dns.log)", record("\x5D\xB8\xD8\x22"
-                                                  "www.example.com",
-                                                  260));
+    data.Write(R"(\Log\20260309_dns.log)",
+               "\x5D\xB8\xD8\x22" + std::string("www.example.com") + std::string(241, '\0'));
     const auto lines = [](const DetailsSheet& sheet) {
         std::string text = sheet.title + " " + FormatIpv4(sheet.address) + "\n";
         for (const DetailsGroup& group : sheet.groups) {
