@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "support/FakeMailForms.h"
 #include "support/GoldenCipher.h"
 #include "support/RuleExchangeRig.h"
 #include "support/ZipBytes.h"
@@ -241,11 +242,7 @@ TEST_F(RuleExchangeTest, ExportsUnderTheNameThatWasChosenButTheExtension) {
     queue.RunAll();
     EXPECT_EQ(dialogs.TakeSaid(), Said{"This file exists already. Replace it?\n" + path + "|Replace"});
     EXPECT_EQ(folder.Read("mine.fxz"), "another");
-    class Mail final : public MailForms {
-    public:
-        std::vector<MailWish> wishes;
-        void OpenMailForm(const MailWish& wish) override { wishes.push_back(wish); }
-    } mail;
+    test::FakeMailForms mail;
     exchange.SendWith(&mail);
     dialogs.agrees = true;
     exchange.Export(RuleSet::Applications);
