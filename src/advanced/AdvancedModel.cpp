@@ -57,6 +57,7 @@ AdvancedModel::AdvancedModel(const Parts& parts)
 
 AdvancedModel::~AdvancedModel() {
     m_parts.rules.Watch(nullptr);
+    m_parts.exchange.Unwatch(*this);
 }
 
 std::vector<ListColumn> AdvancedModel::Columns() const {

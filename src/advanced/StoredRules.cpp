@@ -1,9 +1,19 @@
 #include "advanced/StoredRules.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <unordered_map>
 
 namespace brennvar {
+namespace {
+
+std::string KeyText(std::uint32_t id, std::ptrdiff_t ordinal) {
+    std::string key = std::to_string(id);
+    if (ordinal > 0) key += '#' + std::to_string(ordinal);
+    return key;
+}
+
+}  // namespace
 
 StoredRules::StoredRules(std::vector<AdvancedRule> rules, bool isReadable)
     : m_rules(std::move(rules)), m_isReadable(isReadable) {
@@ -21,9 +31,14 @@ int StoredRules::Find(std::uint32_t id) const {
 }
 
 std::string StoredRules::KeyOf(int row) const {
-    std::string key = std::to_string(Rule(row).id);
-    if (const int ordinal = OrdinalOf(row); ordinal > 0) key += '#' + std::to_string(ordinal);
-    return key;
+    return KeyText(Rule(row).id, OrdinalOf(row));
+}
+
+std::string KeyOfRule(std::span<const AdvancedRule> rules, std::size_t row) {
+    const std::uint32_t id = rules[row].id;
+    const auto ordinal = std::count_if(rules.begin(), rules.begin() + static_cast<std::ptrdiff_t>(row),
+                                       [id](const AdvancedRule& rule) { return rule.id == id; });
+    return KeyText(id, ordinal);
 }
 
 }  // namespace brennvar

@@ -2,7 +2,9 @@
 // once it is shared.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
+#include <span>
 #include <string>
 #include <utility>
 #include <vector>
@@ -26,7 +28,7 @@ public:
     [[nodiscard]] bool HasName(int row) const { return Rule(row).id != 0 && OrdinalOf(row) == 0; }
     // The rule that a command with this identifier means; -1: none.
     [[nodiscard]] int Find(std::uint32_t id) const;
-    // What makes a rule the same one in the next reading.
+    // What makes a rule the same one in the next reading: "3", and "3#1" for the second with this identifier.
     [[nodiscard]] std::string KeyOf(int row) const;
 
 private:
@@ -37,5 +39,8 @@ private:
     std::vector<int> m_ordinals;
     bool m_isReadable;
 };
+
+// The same for one of rules that are not counted: goes through those before it.
+[[nodiscard]] std::string KeyOfRule(std::span<const AdvancedRule> rules, std::size_t row);
 
 }  // namespace brennvar

@@ -3,6 +3,7 @@
 #include <array>
 #include <string_view>
 
+#include "advanced/StoredRules.h"
 #include "base/DisplayName.h"
 #include "config/ResourceIds.h"
 #include "rules/RuleSentence.h"
@@ -140,7 +141,7 @@ private:
         line.stage = FillText(Get(Text{1954, "Advanced rule %1"}), {std::to_string(step.rule + 1)});
         line.says = RuleSentence(m_language, rule);
         if (!rule.description.empty()) line.says = OneLine(rule.description) + ": " + line.says;
-        line.link = WhyLink{IDM_ADVANCED, std::to_string(rule.id)};
+        line.link = WhyLink{IDM_ADVANCED, KeyOfRule(*m_known.advanced, step.rule)};
     }
 
     [[nodiscard]] std::string SaysOfApplication() const {

@@ -59,6 +59,10 @@ ApplicationsModel::ApplicationsModel(const Language& language, TaskQueue& reads,
     m_exchange.Watch(*this);
 }
 
+ApplicationsModel::~ApplicationsModel() {
+    m_exchange.Unwatch(*this);
+}
+
 std::vector<ListColumn> ApplicationsModel::Columns() const {
     std::vector<std::string> actions;
     for (const auto state : {ApplicationState::Deny, ApplicationState::Allow, ApplicationState::Ask}) {

@@ -29,6 +29,7 @@ public:
     // stored. The exchange replaces all rules at once. All but load are borrowed.
     ApplicationsModel(const Language& language, TaskQueue& reads, std::function<std::vector<ApplicationRow>()> load,
                       ApplicationChanges& changes, const ServiceLink& link, RuleExchange& exchange);
+    ~ApplicationsModel() override;
 
     [[nodiscard]] std::string Name() const override { return "Applications"; }
     [[nodiscard]] std::vector<ListColumn> Columns() const override;

@@ -63,8 +63,9 @@ public:
     RuleExchange(const RuleExchange&) = delete;
     RuleExchange& operator=(const RuleExchange&) = delete;
 
-    // Each is told from now on, for the rest of its life.
+    // Each is told from now on, until it ends with Unwatch.
     void Watch(RuleExchangeWatcher& watcher) { m_watchers.push_back(&watcher); }
+    void Unwatch(RuleExchangeWatcher& watcher) { std::erase(m_watchers, &watcher); }
     // Who sends an exported archive, borrowed; null: it is not offered.
     void SendWith(MailForms* mail) { m_mail = mail; }
 

@@ -92,7 +92,7 @@ TEST(WhyReportTest, TellsTheStagesInTheirOrder) {
               "  Blocked address | 192.0.2.1 | does not apply | 1\n"
               "  Protection mode | Normal | does not apply | 1\n"
               "* Advanced rule 3 | Mail out: Allow outgoing TCP | decides | 2 | 429 7\n"
-              "  Advanced rule 4 | Deny all traffic | would decide | 1 | 429 0\n"
+              "  Advanced rule 4 | Deny all traffic | would decide | 1 | 429 0#2\n"
               "  Other advanced rules | 2 | does not apply | 1 | 429 \n"
               "  Rule of the program | a.exe: Deny | would decide | 1 | 439 C:\\a.exe\n"
               "  Question | You are asked. | would decide | 1\n");
@@ -100,9 +100,9 @@ TEST(WhyReportTest, TellsTheStagesInTheirOrder) {
               "It cannot be told: that depends on what is not known here.\n"
               "  Blocked address |  | not known: Remote address | 3\n"
               "  Protection mode | Normal | does not apply | 1\n"
-              "  Advanced rule 2 | Deny TCP, user me | not known: User | 3 | 429 0\n"
+              "  Advanced rule 2 | Deny TCP, user me | not known: User | 3 | 429 0#1\n"
               "  Advanced rule 3 | Mail out: Allow outgoing TCP | not known: Direction | 2 | 429 7\n"
-              "* Advanced rule 4 | Deny all traffic | decides | 3 | 429 0\n"
+              "* Advanced rule 4 | Deny all traffic | decides | 3 | 429 0#2\n"
               "  Other advanced rules | 1 | does not apply | 1 | 429 \n"
               "  Rule of the program |  | not known: Program | 1\n"
               "  Question | You are asked. | would decide | 1\n");
