@@ -124,6 +124,8 @@ void AdvancedRuleDialog::ShowRemarks() {
             remark = {language.GetText(2013, "Looking it up..."), Quiet};
         } else if (m_notFound == field) {
             remark = {language.GetText(2012, "This name has no IPv4 address."), Warning};
+        } else if (m_found && m_found->host == field) {
+            remark = {language.GetText(2152, "It has several addresses: F4 offers them."), Quiet};
         } else if (m_tells[field] && m_check.faults[field].number != 0) {
             remark = {language.GetText(m_check.faults[field]), Warning};
         } else if (m_check.ignored[field].number != 0) {
@@ -162,6 +164,7 @@ void AdvancedRuleDialog::OnTyped(RuleField field) {
     if (!m_isFilled) return;
     if (m_lookingUp == field) StopLookUp();
     if (m_notFound == field) m_notFound.reset();
+    if (m_found && m_found->host == field) m_found.reset();
     // What was right when the field was left is judged anew when it is left again.
     if (m_check.faults[field].number == 0) m_tells[field] = false;
     ShowState();
@@ -218,6 +221,7 @@ void AdvancedRuleDialog::Suggest() {
 void AdvancedRuleDialog::Pick(RuleField field) {
     const Language& language = m_parts.language;
     if (field == LocalPorts || field == RemotePorts) return PickPort(field);
+    if (field == LocalHost || field == RemoteHost) return PickAddress(field);
     const bool isProgram = field == Program;
     const auto& known = isProgram ? m_programs : m_users;
     std::vector<PickItem> items;
@@ -239,6 +243,15 @@ void AdvancedRuleDialog::PickPort(RuleField field) {
     PickOf(field, items, {});
 }
 
+void AdvancedRuleDialog::PickAddress(RuleField host) {
+    if (!m_found || m_found->host != host) return;
+    std::vector<PickItem> items;
+    for (const Ipv4 address : m_found->addresses) {
+        if (items.size() < kMostPicks) items.push_back({.text = FormatIpv4(address), .label = FormatIpv4(address)});
+    }
+    PickOf(host, items, {});
+}
+
 void AdvancedRuleDialog::PickOf(RuleField field, const std::vector<PickItem>& items, const std::string& none) {
     if (!::IsWindowEnabled(Row(field).Field())) return;
     CPopupMenu menu;
@@ -258,6 +271,7 @@ void AdvancedRuleDialog::PickOf(RuleField field, const std::vector<PickItem>& it
 void AdvancedRuleDialog::LookUp(RuleField host) {
     if (m_lookingUp) return StopLookUp();
     m_notFound.reset();
+    m_found.reset();
     m_lookingUp = host;
     m_parts.choices.LookUp(
         std::string(WithoutBlanks(Row(host).Text())),
@@ -273,18 +287,18 @@ void AdvancedRuleDialog::StopLookUp() {
 
 void AdvancedRuleDialog::TakeAddresses(RuleField host, const std::vector<Ipv4>& addresses) {
     if (!Window() || !std::exchange(m_lookingUp, std::nullopt)) return;
+    // It may come while the user types elsewhere, or answers a message: the keyboard is his then.
+    const HWND focus = ::GetFocus();
+    const bool isAwaited =
+        ::IsWindowEnabled(Window()) &&
+        (focus == Row(host).Field() || focus == (host == LocalHost ? m_local : m_remote).lookUp.Window());
     if (addresses.empty()) m_notFound = host;
+    if (addresses.size() > 1) m_found = Found{.host = host, .addresses = addresses};
     ShowState();
-    if (addresses.size() == 1) {
-        Row(host).SetText(FormatIpv4(addresses.front()));
-        Row(host).Focus();
-    } else if (!addresses.empty()) {
-        std::vector<PickItem> items;
-        for (std::size_t i = 0; i < std::min(addresses.size(), kMostPicks); ++i) {
-            items.push_back({.text = FormatIpv4(addresses[i]), .label = FormatIpv4(addresses[i])});
-        }
-        PickOf(host, items, {});
-    }
+    if (addresses.size() == 1) Row(host).SetText(FormatIpv4(addresses.front()));
+    if (!isAwaited || addresses.empty()) return;
+    if (m_found) return PickAddress(host);
+    Row(host).Focus();
 }
 
 void AdvancedRuleDialog::OnCommand(int id, int notification) {
@@ -329,7 +343,7 @@ bool AdvancedRuleDialog::OnLoopMessage(const MSG& message) {
     if (isDown || (message.message == WM_KEYDOWN && message.wParam == VK_F4)) {
         const int field = ::GetDlgCtrlID(message.hwnd) - IDC_RULE_FIELD;
         const bool isField = field >= 0 && field < static_cast<int>(kRuleFieldCount);
-        if (!isField || !Row(static_cast<RuleField>(field)).HasPicks()) return false;
+        if (!isField || !CanPick(static_cast<RuleField>(field))) return false;
         Pick(static_cast<RuleField>(field));
         return true;
     }

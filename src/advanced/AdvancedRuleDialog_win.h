@@ -98,6 +98,11 @@ private:
     };
     void PickOf(RuleField field, const std::vector<PickItem>& items, const std::string& none);
     void PickPort(RuleField field);
+    // Of those that were found for the name that stands there.
+    void PickAddress(RuleField host);
+    [[nodiscard]] bool CanPick(RuleField field) const {
+        return Row(field).HasPicks() || (m_found && m_found->host == field);
+    }
     void LookUp(RuleField host);
     void StopLookUp();
     void TakeAddresses(RuleField host, const std::vector<Ipv4>& addresses);
@@ -138,6 +143,12 @@ private:
     std::optional<std::vector<std::string>> m_users;
     std::optional<RuleField> m_lookingUp;  // the host whose name is looked up
     std::optional<RuleField> m_notFound;   // the host whose name has no address
+    // The name of a host has several addresses.
+    struct Found {
+        RuleField host;
+        std::vector<Ipv4> addresses;
+    };
+    std::optional<Found> m_found;
     std::optional<AdvancedRule> m_answer;
     WhileAlive m_alive;
 };

@@ -135,6 +135,19 @@ TEST_F(AdvancedRuleDialogTest, LooksUpNamesOnRequestAndOffersWhatWasFound) {
         choices.addresses({ParseIpv4("192.0.2.7").value_or(0)});
         EXPECT_EQ(TextOfWindow(Field(RemoteHost)), "192.0.2.7");
         EXPECT_EQ(::GetFocus(), Field(RemoteHost));
+        Type(RemoteHost, "www.example.org");
+        Press(IDC_RULE_LOOK_UP_REMOTE);
+        ::SetFocus(Field(Description));
+        choices.addresses({ParseIpv4("192.0.2.8").value_or(0), ParseIpv4("192.0.2.9").value_or(0)});
+        EXPECT_EQ(::GetFocus(), Field(Description)) << "the user types there";
+        EXPECT_EQ(Remark(RemoteHost), "It has several addresses: F4 offers them.");
+        ::SetFocus(Field(RemoteHost));
+    });
+    for (const WPARAM key : {VK_F4, VK_DOWN, VK_DOWN, VK_RETURN}) owner.PostKey(key);
+    owner.Post([] {});  // the menu has closed
+    owner.Post([this] {
+        EXPECT_EQ(TextOfWindow(Field(RemoteHost)), "192.0.2.9");
+        EXPECT_EQ(Remark(RemoteHost), "");
         choices.users({"HOME\\fred", "HOME\\wilma"});
         ::SetFocus(Field(User));
     });
