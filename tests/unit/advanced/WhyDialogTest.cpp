@@ -4,6 +4,7 @@
 
 #include "config/ResourceIds.h"
 #include "support/FakeClock.h"
+#include "support/FakeOptions.h"
 #include "support/FakeTaskQueue.h"
 #include "support/GoldenCipher.h"
 #include "support/ModalOwner_win.h"
@@ -14,11 +15,6 @@
 
 namespace brennvar {
 namespace {
-
-class NoOptions final : public OptionSource {
-    [[nodiscard]] std::optional<StoredOptions> Read() const override { return StoredOptions{}; }
-    [[nodiscard]] FileStamp Stamp() const override { return {}; }
-};
 
 class Pages final : public PageOwner {
 public:
@@ -55,7 +51,7 @@ protected:
     test::TempFolder folder;
     test::FakeClock clock;
     test::FakeTaskQueue reads;
-    NoOptions options;
+    test::FakeOptions options;
     DecisionFiles files{folder.Path(), clock, options};
     BlockedAddresses blocked;
     Pages pages;

@@ -7,6 +7,7 @@
 #include "commands/BlockedAddresses.h"
 #include "config/ResourceIds.h"
 #include "support/FakeClock.h"
+#include "support/FakeOptions.h"
 #include "support/GoldenCipher.h"
 #include "support/RuleWords.h"
 #include "support/TempFolder.h"
@@ -152,18 +153,10 @@ TEST(BlockedAddressesTest, ForgetsThoseWhoseTimeIsOver) {
     EXPECT_EQ(blocked.InForce(kStart + 20 * kFileTimePerSecond), std::vector<Ipv4>());
 }
 
-// The options, which the service may hold at this moment.
-class FakeOptions final : public OptionSource {
-public:
-    std::optional<StoredOptions> stored = StoredOptions{};
-    [[nodiscard]] std::optional<StoredOptions> Read() const override { return stored; }
-    [[nodiscard]] FileStamp Stamp() const override { return {}; }
-};
-
 TEST(DecisionFilesTest, TellWhatCouldNotBeRead) {
     const test::TempFolder folder;
     test::FakeClock clock;
-    FakeOptions options;
+    test::FakeOptions options;
     const DecisionFiles files(folder.Path(), clock, options);
     EXPECT_EQ(files.Read().mode, ProtectionMode::Normal);
     options.stored.reset();

@@ -13,6 +13,7 @@
 #include "support/FakeClock.h"
 #include "support/FakeDevice.h"
 #include "support/FakeListView.h"
+#include "support/FakeOptions.h"
 #include "support/FakePipe.h"
 #include "support/FakeProgramFiles.h"
 #include "support/FakeTaskQueue.h"
@@ -49,12 +50,6 @@ public:
 private:
     std::shared_future<bool> m_gate;
     FakePipe m_pipe;
-};
-
-struct FakeOptions final : OptionSource {
-    std::optional<StoredOptions> stored = StoredOptions{};
-    [[nodiscard]] std::optional<StoredOptions> Read() const override { return stored; }
-    [[nodiscard]] FileStamp Stamp() const override { return {}; }
 };
 
 // A page of connections whose driver, service and clock a test sets by hand.
