@@ -37,7 +37,7 @@ void ListPage::AfterChange(Change change) {
     m_arranger.Forget();
     SummaryChanged();
     if (change == Change::Looks) {
-        m_list->Refresh();
+        m_list->RefreshLooks();
         OnSelectionChanged();  // what can be done with a row may depend on what it says
         return;
     }

@@ -76,6 +76,10 @@ void CTree::Refresh() {
     m_state.Refresh();
 }
 
+void CTree::RefreshLooks() {
+    if (Window()) m_state.Refresh();
+}
+
 int CTree::SelectedRow() const {
     const auto& ranges = SelectedRows().Ranges();
     return ranges.empty() ? -1 : ranges.front().first;

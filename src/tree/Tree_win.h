@@ -33,6 +33,8 @@ public:
     // The rows have changed: all are painted anew, the scroll position and the numbers of the selected rows stay
     // as far as there are so many. Owners who know where rows went select them anew.
     void Refresh();
+    // The same where they look different at most, and are the same ones: what the user drags stays in the hand.
+    void RefreshLooks();
     // So many rows have come directly behind this one, or have gone from there (below zero): the selection and what
     // is in sight go with their rows. Followed by Refresh.
     void MoveRowsBehind(int row, int by) { m_state.MoveRowsBehind(row, by); }
