@@ -30,7 +30,7 @@ std::vector<std::string> PathsIn(const ConnectionsReader::Snapshot& snapshot) {
 }  // namespace
 
 WinRuleChoices::WinRuleChoices(const ConnectionsReader::Parts& parts, std::function<void()> wake)
-    : m_parts(parts), m_thread(std::move(wake)) {}
+    : m_parts(parts), m_thread(wake), m_lookUpThread(std::move(wake)) {}
 
 void WinRuleChoices::FindPrograms(Told told) {
     m_programs.emplace(m_parts, "", [told = std::move(told)](const ConnectionsReader::Snapshot& snapshot) {
@@ -53,7 +53,7 @@ void WinRuleChoices::LookUp(const std::string& host, std::function<void(std::vec
     using Addresses = std::vector<Ipv4>;
     StopLookUp();
     m_lookUp = std::make_shared<StopSignal>();
-    m_thread.Ask<Addresses>(
+    m_lookUpThread.Ask<Addresses>(
         [host, stop = m_lookUp] {
             Addresses addresses;
             (void)LookUpAddresses(host, *stop, kLookUpLimit, addresses);  // why is not said: a name can be mistyped
@@ -77,6 +77,7 @@ void WinRuleChoices::Forget() {
 
 void WinRuleChoices::Stop() {
     StopLookUp();
+    m_lookUpThread.Stop(std::chrono::milliseconds(0));
     m_thread.Stop(std::chrono::milliseconds(0));
 }
 

@@ -25,7 +25,10 @@ public:
     void StopLookUp() override;
     void Forget() override;
 
-    void RunCompletions() { m_thread.RunCompletions(); }
+    void RunCompletions() {
+        m_thread.RunCompletions();
+        m_lookUpThread.RunCompletions();
+    }
     // Nothing is asked any more. Takes no longer than a look at a signal, whatever the network does.
     void Stop();
 
@@ -34,7 +37,8 @@ private:
     std::optional<ConnectionsReader> m_programs;
     std::shared_ptr<StopSignal> m_lookUp;  // null: none is under way
     std::optional<WhileAlive> m_users;     // while somebody waits for them
-    TaskThread m_thread;
+    TaskThread m_thread;                   // for the users, who may take long
+    TaskThread m_lookUpThread;             // for names, which do not wait for those
 };
 
 }  // namespace brennvar

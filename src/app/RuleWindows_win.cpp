@@ -32,6 +32,8 @@ bool RuleWindows::OnCommand(int id) {
     const auto facts = std::exchange(id == IDM_WHY ? m_toExplain : m_toMake, std::nullopt);
     if (!facts || !m_window) return true;
     if (id == IDM_MAKE_RULE) {
+        // Where a dialog of the control center has to be answered first, nothing may come of it: that one is shown.
+        if (!::IsWindowEnabled(m_window)) ::SetForegroundWindow(::GetLastActivePopup(m_window));
         m_session.advancedRules.Add(RuleFor(*facts));
         return true;
     }

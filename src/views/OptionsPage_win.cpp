@@ -29,6 +29,7 @@ constexpr UINT_PTR kWatchTimer = 1;
 constexpr UINT kWatchPause = 1000;  // ms
 constexpr UINT_PTR kFollowTimer = 2;
 constexpr UINT kFollowPause = 100;  // ms
+constexpr UINT_PTR kTellTimer = 3;
 
 constexpr int kFilteringApplied = 1199;  // a command that the page posts to itself
 
@@ -231,7 +232,11 @@ void OptionsPage::Apply() {
 
 void OptionsPage::ShowFilteringApplied() {
     const HWND owner = ::GetAncestor(Window(), GA_ROOT);
-    if (!::IsWindowEnabled(owner)) return;  // another dialog has come first
+    // Another dialog has come first: the message waits for its end.
+    if (!::IsWindowEnabled(owner)) {
+        ::SetTimer(Window(), kTellTimer, kWatchPause, nullptr);
+        return;
+    }
     ShowMessage(GetLook().fonts, m_language, owner,
                 m_language.GetText(607, "Please restart your Internet browser to apply changes."));
 }
@@ -361,6 +366,10 @@ void OptionsPage::OnTimer(UINT_PTR id) {
     if (id == kWatchTimer) {
         m_editor.Watch();
         if (ServiceList* const list = ListOfSection()) list->Watch();
+    }
+    if (id == kTellTimer) {
+        ::KillTimer(Window(), kTellTimer);
+        ShowFilteringApplied();
     }
     if (id != kFollowTimer) return;
     m_editor.Follow();
