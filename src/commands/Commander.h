@@ -5,9 +5,11 @@
 #include <chrono>
 #include <cstdint>
 #include <functional>
+#include <memory>
 #include <string>
 #include <vector>
 
+#include "base/StopSignal.h"
 #include "commands/AskPassword.h"
 #include "commands/Batch.h"
 #include "config/Language.h"
@@ -27,6 +29,8 @@ struct CommandOutcome {
     std::function<void()> allowed{};  // the batch is sent behind it
     std::function<void()> refused{};  // nothing is sent
     Sent sent{};
+    // Requested before the batch has gone: it is not sent any more; null: it stays.
+    std::shared_ptr<const StopSignal> withdrawn{};
 };
 
 class Commander {
@@ -41,7 +45,7 @@ public:
     void GuardWith(AskPassword& gate) { m_gate = &gate; }
 
     // Sends it as it is: the command is free, or the caller has asked.
-    void Send(Batch batch, Sent done = {});
+    void Send(Batch batch, Sent done = {}, std::shared_ptr<const StopSignal> withdrawn = nullptr);
 
     // Asks for the password where the table says so, then sends it.
     void SendProtected(Batch batch, CommandOutcome outcome = {});
@@ -50,9 +54,11 @@ public:
 
     // The port of the filtering proxy, which goes to the web-filter queue.
     void SetFilterPort(std::uint32_t port, Sent done);
-    // The list of filtered sites, by way of the same queue. One entry after the other is removed.
-    void AddSite(std::string name, Sent done);
-    void RemoveSites(std::vector<std::uint32_t> ids, Sent done);
+    // The list of filtered sites, by way of the same queue. One entry after the other is removed, until
+    // one of them is in vain. withdrawn: as above.
+    void AddSite(std::string name, Sent done, std::shared_ptr<const StopSignal> withdrawn = nullptr);
+    void RemoveSites(std::vector<std::uint32_t> ids, Sent done,
+                     std::shared_ptr<const StopSignal> withdrawn = nullptr);
 
 private:
     ServiceLink& m_link;
