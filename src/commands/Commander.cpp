@@ -14,9 +14,9 @@ void Commander::Send(Batch batch, Sent done, std::shared_ptr<const StopSignal> w
 void Commander::SendProtected(Batch batch, CommandOutcome outcome) {
     const UserCommand command = batch.Info().command;
     auto allowed = [this, batch = std::move(batch), allowed = std::move(outcome.allowed),
-                    sent = std::move(outcome.sent)] {
+                    sent = std::move(outcome.sent), withdrawn = std::move(outcome.withdrawn)] {
         if (allowed) allowed();
-        Send(batch, sent);
+        Send(batch, sent, withdrawn);
     };
     AskFor(command, std::move(allowed), std::move(outcome.refused));
 }
@@ -31,15 +31,20 @@ void Commander::SetFilterPort(std::uint32_t port, Sent done) {
     m_link.SendToFilter([port](FilterQueue& queue) { queue.FILTER_SET_PROXY_PORT(port); }, std::move(done));
 }
 
-void Commander::AddSite(std::string name, Sent done) {
-    m_link.SendToFilter([name = std::move(name)](FilterQueue& queue) { queue.FILTER_ADD_ENTRY(name); },
+void Commander::AddSite(std::string name, Sent done, std::shared_ptr<const StopSignal> withdrawn) {
+    m_link.SendToFilter([name = std::move(name), withdrawn = std::move(withdrawn)](
+                            FilterQueue& queue) { queue.FILTER_ADD_ENTRY(name, withdrawn.get()); },
                         std::move(done));
 }
 
-void Commander::RemoveSites(std::vector<std::uint32_t> ids, Sent done) {
+void Commander::RemoveSites(std::vector<std::uint32_t> ids, Sent done,
+                            std::shared_ptr<const StopSignal> withdrawn) {
     m_link.SendToFilter(
-        [ids = std::move(ids)](FilterQueue& queue) {
-            for (const std::uint32_t id : ids) queue.FILTER_DELETE_ENTRY(id);
+        [ids = std::move(ids), withdrawn = std::move(withdrawn)](FilterQueue& queue) {
+            for (const std::uint32_t id : ids) {
+                // Each wait for a service that is missing would hold up whatever comes behind.
+                if (!queue.FILTER_DELETE_ENTRY(id, withdrawn.get())) return;
+            }
         },
         std::move(done));
 }

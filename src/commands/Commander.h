@@ -29,6 +29,8 @@ struct CommandOutcome {
     std::function<void()> allowed{};  // the batch is sent behind it
     std::function<void()> refused{};  // nothing is sent
     Sent sent{};
+    // Requested before the batch has gone: it is not sent any more; null: it stays.
+    std::shared_ptr<const StopSignal> withdrawn{};
 };
 
 class Commander {
@@ -52,9 +54,11 @@ public:
 
     // The port of the filtering proxy, which goes to the web-filter queue.
     void SetFilterPort(std::uint32_t port, Sent done);
-    // The list of filtered sites, by way of the same queue. One entry after the other is removed.
-    void AddSite(std::string name, Sent done);
-    void RemoveSites(std::vector<std::uint32_t> ids, Sent done);
+    // The list of filtered sites, by way of the same queue. One entry after the other is removed, until
+    // one of them is in vain. withdrawn: as above.
+    void AddSite(std::string name, Sent done, std::shared_ptr<const StopSignal> withdrawn = nullptr);
+    void RemoveSites(std::vector<std::uint32_t> ids, Sent done,
+                     std::shared_ptr<const StopSignal> withdrawn = nullptr);
 
 private:
     ServiceLink& m_link;

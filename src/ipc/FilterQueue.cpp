@@ -19,15 +19,15 @@ void FilterQueue::QueueWrite(const FilterQueueRecord& record) {
     (void)PipeWriteOnce(m_connector, m_clock, kFilterQueuePipeName, RecordBytes(record));
 }
 
-FilterQueueRecord FilterQueue::QueueTransact(const FilterQueueRecord& request) {
-    FilterQueueRecord answer{};
+bool FilterQueue::QueueTransact(const FilterQueueRecord& request, FilterQueueRecord& answer,
+                                const StopSignal* withdrawn) {
+    const auto isWithdrawn = [withdrawn] { return withdrawn && withdrawn->Requested(); };
+    if (isWithdrawn()) return false;
     const auto connection = WaitAndOpenPipe(m_connector, m_clock, kFilterQueuePipeName, kQueueTransactPolicy);
-    if (connection) {
-        // A failed transaction leaves zeros, which no valid answer is.
-        (void)TransactWhole(*connection, RecordBytes(request), WritableRecordBytes(answer),
-                            kQueueTransactPolicy.pendingLimit);
-    }
-    return answer;
+    if (!connection || isWithdrawn()) return false;  // the wait may have been long
+    // A failed transaction leaves zeros, which no valid answer is.
+    return TransactWhole(*connection, RecordBytes(request), WritableRecordBytes(answer),
+                         kQueueTransactPolicy.pendingLimit) != PipeOutcome::TimedOut;
 }
 
 void FilterQueue::FILTER_PUT_ENTRY(std::uint32_t number, std::string_view text, std::uint32_t value) {
@@ -47,21 +47,24 @@ void FilterQueue::FILTER_SET_PROXY_PORT(std::uint32_t port) {
 std::uint32_t FilterQueue::FILTER_QUERY(std::string_view text) {
     FilterQueueRecord request = RequestOf(FilterCode::Query);
     PutText(request.text, text);
-    const FilterQueueRecord answer = QueueTransact(request);
+    FilterQueueRecord answer{};
+    (void)QueueTransact(request, answer);
     if (answer.code != kFilterAnswerValid) return 0;
     return answer.answerValue == 1 || answer.answerValue == 2 ? answer.answerValue : 0;
 }
 
-void FilterQueue::FILTER_ADD_ENTRY(std::string_view text) {
+void FilterQueue::FILTER_ADD_ENTRY(std::string_view text, const StopSignal* withdrawn) {
     FilterQueueRecord request = RequestOf(FilterCode::AddEntry);
     PutText(request.text, text);
-    (void)QueueTransact(request);  // the list itself shows whether the entry was taken
+    FilterQueueRecord answer{};
+    (void)QueueTransact(request, answer, withdrawn);  // the list itself shows whether the entry was taken
 }
 
-void FilterQueue::FILTER_DELETE_ENTRY(std::uint32_t entryId) {
+bool FilterQueue::FILTER_DELETE_ENTRY(std::uint32_t entryId, const StopSignal* withdrawn) {
     FilterQueueRecord request = RequestOf(FilterCode::DeleteEntry);
     request.entryOrValue = entryId;
-    (void)QueueTransact(request);  // as above
+    FilterQueueRecord answer{};
+    return QueueTransact(request, answer, withdrawn);
 }
 
 }  // namespace brennvar

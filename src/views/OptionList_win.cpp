@@ -88,25 +88,30 @@ std::vector<int> COptionList::SelectedPlaces() const {
 }
 
 void COptionList::BeforeChange() {
-    for (const int place : SelectedPlaces())
-        m_selectedBefore.insert(m_list.Entries()[static_cast<std::size_t>(place)].text);
+    for (const int place : SelectedPlaces()) m_selectedBefore.insert(KeyOf(place));
+    const int focused = FocusedRow();
+    if (focused >= 0 && focused < m_rows->RowCount()) m_focusedBefore = KeyOf(focused);
+}
+
+COptionList::EntryKey COptionList::KeyOf(int place) const {
+    const ListEntry& entry = m_list.Entries()[static_cast<std::size_t>(place)];
+    return {entry.id, entry.text};
 }
 
 void COptionList::AfterChange() {
     const Text empty = m_list.EmptyText();
     SetEmptyText(empty.number != 0 ? m_language.GetText(empty) : std::string());
     Refresh();
-    const std::set<std::string> selected = std::exchange(m_selectedBefore, {});
+    const std::set<EntryKey> selected = std::exchange(m_selectedBefore, {});
+    const std::optional<EntryKey> kept = std::exchange(m_focusedBefore, std::nullopt);
     RowRanges rows;
     int focused = -1;
-    int row = 0;
-    for (const ListEntry& entry : m_list.Entries()) {
-        if (selected.contains(entry.text)) {
-            rows.Add(row, row);
-            if (focused < 0) focused = row;
-        }
-        ++row;
+    for (int row = 0; row < m_rows->RowCount(); ++row) {
+        const EntryKey key = KeyOf(row);
+        if (selected.contains(key)) rows.Add(row, row);
+        if (key == kept) focused = row;
     }
+    if (focused < 0 && !rows.IsEmpty()) focused = rows.Ranges().front().first;
     SetSelection(std::move(rows), focused);
 }
 

@@ -3,10 +3,13 @@
 #pragma once
 
 #include <atomic>
+#include <cstdint>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <set>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "config/Language.h"
@@ -26,7 +29,7 @@ public:
     // Del; may be empty.
     std::function<void()> removeWanted;
 
-    // Around a change of the list's entries. What was selected is selected again, by its text.
+    // Around a change of the list's entries. What was selected is selected again, by its identifier and text.
     void BeforeChange();
     void AfterChange();
     // Places in the list.
@@ -46,7 +49,10 @@ private:
     std::unique_ptr<Rows> m_rows;
     std::atomic<HWND> m_postTarget = nullptr;   // for the thread that reads icons
     std::unique_ptr<ProgramReader> m_programs;  // none where entries are no programs
-    std::set<std::string> m_selectedBefore;
+    using EntryKey = std::pair<std::uint32_t, std::string>;
+    [[nodiscard]] EntryKey KeyOf(int place) const;
+    std::set<EntryKey> m_selectedBefore;
+    std::optional<EntryKey> m_focusedBefore;
 };
 
 }  // namespace brennvar

@@ -90,12 +90,14 @@ void ServiceList::Remove(std::span<const int> places) {
 ServiceList::Sending ServiceList::Begin(Change change) {
     const int number = ++m_lastChange;
     change.number = number;
+    std::shared_ptr<const StopSignal> withdrawn = change.withdrawn;
     m_changes.push_back(std::move(change));
     m_note = Note::None;
     m_view.StateChanged();
     return {.allowed = m_alive.Guard([this, number] { OnAllowed(number); }),
             .refused = m_alive.Guard([this, number] { OnRefused(number); }),
-            .sent = m_alive.Guard([this, number](bool wasThere) { OnSent(number, wasThere); })};
+            .sent = m_alive.Guard([this, number](bool wasThere) { OnSent(number, wasThere); }),
+            .withdrawn = std::move(withdrawn)};
 }
 
 ServiceList::Change* ServiceList::Find(int number) {
@@ -136,6 +138,8 @@ void ServiceList::Follow() {
     for (Change& change : m_changes) {
         if (!change.readAfter && change.sentAt) change.readAfter = *change.sentAt + kDeliveryLimit;
         if (change.reading != 0 || !change.readAfter || *change.readAfter > now) continue;
+        // Before the reading, which tells what has come of it: nothing of it arrives behind that.
+        if (!change.isDelivered) change.withdrawn->Request();
         change.reading = m_lastReading + 1;
         isDue = true;
     }
@@ -147,6 +151,7 @@ void ServiceList::Read() {
 }
 
 void ServiceList::OnRead(std::optional<Result> result, int reading) {
+    const bool isOther = m_isUnreadable == result.has_value() || (result && !m_isRead);
     m_isUnreadable = !result;
     m_stamp.reset();
     if (result) {
@@ -154,7 +159,7 @@ void ServiceList::OnRead(std::optional<Result> result, int reading) {
         m_isRead = true;
     }
     // Nothing is taken from the user's eyes because a file is held for a moment.
-    if (!result || result->entries != m_entries) {
+    if (isOther || (result && result->entries != m_entries)) {
         m_view.BeforeEntriesChange(*this);
         if (result) m_entries = std::move(result->entries);
         m_view.AfterEntriesChange(*this);

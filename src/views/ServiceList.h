@@ -16,6 +16,7 @@
 
 #include "base/Clock.h"
 #include "base/Refreshed.h"
+#include "base/StopSignal.h"
 #include "base/TaskQueue.h"
 #include "base/WhileAlive.h"
 #include "commands/Commander.h"
@@ -42,7 +43,8 @@ public:
 
 class ServiceList {
 public:
-    // A service that has not taken a change by then counts as missing. Should it take it later, the file changes.
+    // A service that has not taken a change by then counts as missing, and what waits for it is withdrawn. Should
+    // it take later what it has already been sent, the file changes.
     static constexpr std::chrono::milliseconds kDeliveryLimit{2000};
 
     // Borrowed for the life of the program, but for the source, which a reading may need longer than the list.
@@ -109,6 +111,7 @@ protected:
         std::function<void()> allowed;
         std::function<void()> refused;
         Sent sent;
+        std::shared_ptr<const StopSignal> withdrawn;
     };
 
 private:
@@ -121,6 +124,7 @@ private:
         std::optional<std::chrono::milliseconds> sentAt{};
         std::optional<std::chrono::milliseconds> readAfter{};
         bool isDelivered = false;
+        std::shared_ptr<StopSignal> withdrawn = std::make_shared<StopSignal>();
         int reading = 0;  // the one that can tell what has become of it; 0: it has not begun
     };
     enum class Note { None, Stored, Lost };

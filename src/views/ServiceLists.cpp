@@ -36,7 +36,8 @@ void TrustedList::SendAdded(const std::string& text, Sending sending) {
     Sender().SendProtected(Batch(UserCommand::AddTrusted, {.path = text, .detail = text}),
                            {.allowed = std::move(sending.allowed),
                             .refused = std::move(sending.refused),
-                            .sent = std::move(sending.sent)});
+                            .sent = std::move(sending.sent),
+                            .withdrawn = std::move(sending.withdrawn)});
 }
 
 // Filtered sites
@@ -68,11 +69,11 @@ std::chrono::milliseconds FilteredSites::WritingTime() const {
 }
 void FilteredSites::SendAdded(const std::string& text, Sending sending) {
     sending.allowed();  // no password stands before it
-    Sender().AddSite(text, std::move(sending.sent));
+    Sender().AddSite(text, std::move(sending.sent), std::move(sending.withdrawn));
 }
 void FilteredSites::SendRemoved(std::vector<std::uint32_t> ids, Sending sending) {
     sending.allowed();
-    Sender().RemoveSites(std::move(ids), std::move(sending.sent));
+    Sender().RemoveSites(std::move(ids), std::move(sending.sent), std::move(sending.withdrawn));
 }
 
 }  // namespace brennvar

@@ -72,6 +72,15 @@ TEST(CommanderTest, TellsWhetherTheServiceWasThere) {
     rig.commander.SetFilterPort(8080, [&](bool there) { wasThere = there; });
     rig.Settle();
     EXPECT_EQ(wasThere, false);
+    rig.Pipe().failingWaits = 1;
+    rig.Pipe().waits.clear();
+    rig.commander.RemoveSites({1, 2, 3}, [&](bool there) { wasThere = there; });
+    rig.Settle();
+    EXPECT_EQ(rig.Pipe().waits.size(), 1U) << "each of them would take long";
+    rig.Pipe().outcome = PipeOutcome::TimedOut;
+    rig.commander.RemoveSites({1, 2, 3}, {});
+    rig.Settle();
+    EXPECT_EQ(rig.Pipe().requests.size(), 1U);
 }
 
 }  // namespace

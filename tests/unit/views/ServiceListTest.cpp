@@ -3,7 +3,9 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <atomic>
 #include <string>
+#include <thread>
 
 #include "support/CommanderRig.h"
 #include "support/FakeClock.h"
@@ -153,13 +155,28 @@ TEST_F(ServiceListTest, RemovesEachIdentifierOnceAndShowsWhatIsStored) {
 
 TEST_F(ServiceListTest, AServiceThatIsMissingIsToldOfAfterTwoSeconds) {
     rig.Settle();
+    Load(sites, {{7, "z"}});
+    // The link waits for something else.
+    std::atomic<bool> isFree = false;
+    rig.link.Ask<bool>(
+        [&](ServicePipes&) {
+            while (!isFree) std::this_thread::yield();
+            return true;
+        },
+        [](std::optional<bool>) {});
     sites.Add("a");
-    // What was not delivered in time may come later: then the file changes.
+    sites.Remove(std::array{0});
+    trusted.Add("C:\\a.exe");
     clock.Pass(1999ms);
     sites.Follow();
     EXPECT_EQ(reads.Waiting(), 0U);
     EXPECT_TRUE(IsReadAfter(sites, 1ms));
     EXPECT_EQ(Note(sites), "The change was not stored.");
+    EXPECT_TRUE(IsReadAfter(trusted, 0ms));
+    EXPECT_EQ(Note(trusted), "The change was not stored.");
+    isFree = true;
+    EXPECT_TRUE(TakeRequests().empty()) << "what was told to be lost does not come later";
+    EXPECT_TRUE(rig.TakeRecords().empty());
     EXPECT_EQ(over, 0);
 }
 
