@@ -260,7 +260,7 @@
 #define IDC_RULE_LOGGED 1568
 #define IDC_RULE_SENTENCE 1569
 #define IDC_RULE_FIELD 1570
-#define IDC_RULE_PICK 1585   // opens what can be picked for the field
+#define IDC_RULE_PICK 1585    // opens what can be picked for the field
 #define IDC_RULE_REMARK 1600  // below the field
 #define IDC_RULE_LOOK_UP_LOCAL 1613
 #define IDC_RULE_LOOK_UP_REMOTE 1614
