@@ -80,7 +80,7 @@ TEST_F(AdvancedRuleDialogTest, LeadsToWhatIsMissingAndAnswersTheRuleThatWasTyped
         EXPECT_EQ(Remark(RemoteMask), "The mask stands with the address.");
         EXPECT_FALSE(::IsWindowEnabled(Field(RemoteMask)));
         Type(RemotePorts, "http");
-        EXPECT_EQ(Sentence(), "Allow all traffic to or from 192.0.2.0/24, port 80");
+        EXPECT_EQ(Sentence(), "Allow all traffic to or from 192.0.2.0/24, of TCP and UDP only remote port 80");
         Type(RemotePorts, "htt");
         EXPECT_EQ(Remark(RemotePorts), "") << "not before the field is left";
         EXPECT_FALSE(::IsWindowEnabled(Item(IDOK)));
