@@ -2,7 +2,7 @@
 the proxy does not do this. curl asks by gopher, whose request is that of whois: a line, and all until the end."""
 from pathlib import Path
 
-from harness import PASSWORD, USER, PeerCase, own_folder, run
+from harness import PASSWORD, USER, PeerCase, own_folder, run, wait_until
 from proxies import PROXIES
 from whois_server import WhoisServer
 
@@ -55,4 +55,6 @@ class ProxyPeers(PeerCase):
                 proxy = kind(folder, login=True).start()
                 family = descendants(proxy.program.pid)
                 proxy.stop()
-                self.assertEqual([pid for pid in family if Path(f"/proc/{pid}").exists()], [])
+                # A helper that is told by the end of its parent needs a moment.
+                wait_until(lambda: not any(Path(f"/proc/{pid}").exists() for pid in family),
+                           f"the children of {proxy.name} to end")
