@@ -6,43 +6,58 @@
 
 #include "base/AsciiCase.h"
 #include "base/DisplayName.h"
+#include "ipc/RecordCipher.h"
 
 namespace brennvar {
 namespace {
 
-// A path against the path fields of many records. It is compared from its end, because programs differ in their
-// file names more than in the folders before them, and in words of eight characters.
+// A path against the path fields of many records as they stand in the file. The path is enciphered once instead of
+// every record deciphered; what is combined with the same stream differs in the same bits. It is compared from its
+// end, because programs differ in their file names more than in the folders before them, and in words of eight
+// characters.
 class PathMatcher {
 public:
-    explicit PathMatcher(std::string_view path) : m_path(path) {}
-    [[nodiscard]] bool operator()(const ApplicationRuleRecord& record) const {
-        // A field ends at its last byte even when that is not zero.
-        constexpr std::size_t kLongest = sizeof record.path - 1;
+    explicit PathMatcher(std::string_view path) : m_path(path) {
+        if (path.size() > kLongest) return;
+        std::memcpy(m_enciphered.path, path.data(), path.size());
+        CipherRecords(WritableRecordBytes(m_enciphered), sizeof m_enciphered);
+    }
+
+    [[nodiscard]] bool operator()(const ApplicationRuleRecord& enciphered) const {
         const std::size_t size = m_path.size();
-        if (size > kLongest || (size < kLongest && record.path[size] != '\0')) return false;
+        // A field ends at its last byte even when that is not zero.
+        if (size > kLongest || (size < kLongest && enciphered.path[size] != m_enciphered.path[size])) return false;
         std::size_t left = size;
         for (; left >= kWord; left -= kWord) {
-            if (!WordsMatch(record.path + left - kWord, m_path.data() + left - kWord)) return false;
+            if (!PartMatches(enciphered, left - kWord, kWord)) return false;
         }
-        return EqualsIgnoringCase({record.path, left}, m_path.substr(0, left));
+        return PartMatches(enciphered, 0, left);
     }
 
 private:
+    static constexpr std::size_t kLongest = sizeof ApplicationRuleRecord::path - 1;
     static constexpr std::size_t kWord = sizeof(std::uint64_t);
 
-    static bool WordsMatch(const char* a, const char* b) {
-        std::uint64_t x = 0;
-        std::uint64_t y = 0;
-        std::memcpy(&x, a, kWord);
-        std::memcpy(&y, b, kWord);
-        const std::uint64_t difference = x ^ y;
+    // size: at most kWord.
+    [[nodiscard]] bool PartMatches(const ApplicationRuleRecord& enciphered, std::size_t at,
+                                   std::size_t size) const {
+        std::uint64_t theirs = 0;
+        std::uint64_t ours = 0;
+        std::memcpy(&theirs, enciphered.path + at, size);
+        std::memcpy(&ours, m_enciphered.path + at, size);
+        const std::uint64_t difference = theirs ^ ours;
         if (difference == 0) return true;
         // The two cases of a letter differ in this bit alone; so do some pairs that are no letters.
         constexpr std::uint64_t kCaseBits = 0x2020202020202020;
-        return (difference & ~kCaseBits) == 0 && EqualsIgnoringCase({a, kWord}, {b, kWord});
+        if ((difference & ~kCaseBits) != 0) return false;
+        std::uint64_t plain = 0;
+        std::memcpy(&plain, m_path.data() + at, size);
+        plain ^= difference;
+        return EqualsIgnoringCase({reinterpret_cast<const char*>(&plain), size}, m_path.substr(at, size));
     }
 
     std::string_view m_path;
+    ApplicationRuleRecord m_enciphered{};
 };
 
 }  // namespace
@@ -66,12 +81,15 @@ RuleAction LookupApplicationAction(const std::string& rulesFile, Clock& clock, s
     if (!file) return RuleAction::Ask;
     const PathMatcher matches(path);
     std::optional<RuleAction> action;
-    ScanRecords<ApplicationRuleRecord>(*file, Cipher::Enciphered,
-                                       [&](std::span<const ApplicationRuleRecord> rules) {
-                                           const auto at = std::find_if(rules.begin(), rules.end(), matches);
-                                           if (at != rules.end()) action = at->action;
-                                           return !action;
-                                       });
+    // Plain: the matcher takes the records as they are.
+    ScanRecords<ApplicationRuleRecord>(*file, Cipher::Plain, [&](std::span<const ApplicationRuleRecord> rules) {
+        const auto at = std::find_if(rules.begin(), rules.end(), matches);
+        if (at == rules.end()) return true;
+        ApplicationRuleRecord rule = *at;
+        CipherRecords(WritableRecordBytes(rule), sizeof rule);
+        action = rule.action;
+        return false;
+    });
     return action.value_or(RuleAction::Ask);
 }
 
