@@ -123,7 +123,9 @@ ConnectionTable::ConnectionTable(const DriverTables& tables, milliseconds time, 
 }
 
 void ConnectionTable::AddRows(const DriverTables& tables, const ProgramSource& programs) {
-    m_rows.resize(tables.connections.size() + tables.listeners.size());
+    const std::size_t count = tables.connections.size() + tables.listeners.size();
+    m_rows.reserve(count + count / 16);  // with room for those that have gone, which come behind
+    m_rows.resize(count);
     auto row = m_rows.begin();
     for (const ConnectionEntry& entry : tables.connections) {
         row->localAddress = entry.localAddress;
@@ -198,7 +200,11 @@ std::size_t ConnectionTable::SlotOf(const ConnectionKey& key) const {
     return slot;
 }
 
-std::uint32_t ConnectionTable::Find(const ConnectionKey& key) const {
+std::uint32_t ConnectionTable::Find(const ConnectionKey& key, std::uint32_t likely) const {
+    if (likely < m_presentCount && m_rows[likely].occurrence == key.occurrence &&
+        HasSameEnds(m_rows[likely], key)) {
+        return likely;
+    }
     const std::uint32_t number = m_slots[SlotOf(key)];
     if (number == 0) return kNoRow;
     const std::uint32_t first = number - 1;
@@ -230,10 +236,15 @@ void ConnectionTable::FollowOn(const ConnectionTable& before, const ProgramSourc
     std::transform(before.m_programs.begin(), before.m_programs.end(), moved.begin(),
                    [this](const ConnectionProgram& program) { return FindProgram(program.path); });
     std::vector<bool> isStillThere(before.m_presentCount);
+    // Both tables have the same order, so that most rows follow the one that was found last.
+    std::uint32_t likely = 0;
     for (ConnectionRow& row : m_rows) {
-        const std::uint32_t at = before.Find(KeyOf(row));
+        const std::uint32_t at = before.Find(KeyOf(row), likely);
         const bool isKnown = at < before.m_presentCount;
-        if (isKnown) isStillThere[at] = true;
+        if (isKnown) {
+            isStillThere[at] = true;
+            likely = at + 1;
+        }
         // An identifier that came back with another program.
         const bool isSameProgram =
             isKnown && (row.program == kUnknownProgram || before.m_rows[at].program == kUnknownProgram ||

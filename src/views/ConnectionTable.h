@@ -121,8 +121,8 @@ public:
     [[nodiscard]] const ConnectionProgram& ProgramOf(const ConnectionRow& row) const {
         return m_programs[row.program];
     }
-    // kNoRow: none.
-    [[nodiscard]] std::uint32_t Find(const ConnectionKey& key) const;
+    // kNoRow: none. A row that is likely the one is looked at first.
+    [[nodiscard]] std::uint32_t Find(const ConnectionKey& key, std::uint32_t likely = kNoRow) const;
     // The program with this path; kUnknownProgram when it has no row here.
     [[nodiscard]] std::uint32_t FindProgram(const std::string& path) const;
     // The path of the process, of its rows here; nothing when it has none.
