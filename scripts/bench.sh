@@ -16,7 +16,7 @@ cd "$(dirname "$0")/.."
 #   bytes  what the measure has allocated for each record at most, at most the goal; no yardstick
 measures='
 decipher_rules    DecipherRules   CopyRules      speed  0.7
-look_up_rule      LookUpLastRule  ReadRulesFile  times  2.0
+look_up_rule      LookUpLastRule  ReadRulesFile  times  1.2
 why_rules         WhyRules        -              ms     5
 why_rules_ratio   WhyRules        CopyAdvancedRules  times  1.0
 why_rules_address WhyRulesOfAnAddress  -         ms     16
@@ -25,11 +25,11 @@ covered_rules_ratio CoveredRules            AllPairs  times  4.0
 export_rules      ExportRules     ZipRules       waits  1.1
 import_rules      ImportRules     UnzipRules     waits  1.2
 read_70_options   ReadAllOptions  -              ms     5
-connections           Refresh/as_read     SortTables  times  4.0
-connections_sorted    Refresh/sorted      SortTables  times  4.0
-connections_address   Refresh/by_address  SortTables  times  4.0
-connections_grouped   Refresh/grouped     SortTables  times  4.0
-connections_searched  Refresh/searched    SortTables  times  4.0
+connections           Refresh/as_read     SortTables  times  2.0
+connections_sorted    Refresh/sorted      SortTables  times  2.0
+connections_address   Refresh/by_address  SortTables  times  2.0
+connections_grouped   Refresh/grouped     SortTables  times  2.0
+connections_searched  Refresh/searched    SortTables  times  2.0
 log_newest_rows   NewestRows        -               ms     10
 log_list          ListTrafficLog    ReadTrafficLog  times  1.5
 log_filter        FilterTrafficLog  ReadTrafficLog  times  1.2
@@ -41,7 +41,7 @@ log_export        ExportTrafficLog  WriteExport     waits  2.0
 '
 
 # Under Wine, in programs that let measure and yardstick take turns: name, how the value is meant (as above), goal.
-#   list_...  the tree control with a million rows against the native list view
+#   list_...  the tree control with ten million rows against the native list view
 #   start     from the start of the process to the first painted window, against a program with an empty window
 #   repaint   all of the control center at 1280 x 800 with a list, repaint_graphs with the graphs of the statistics
 #   activity_own  answers a second whether a process is one of ours, as a part of a server's that only echoes
@@ -51,10 +51,10 @@ log_export        ExportTrafficLog  WriteExport     waits  2.0
 #   mail_attachment, encode_...  mail beside curl and coreutils' base64, see tests/peers/speed.py
 #   connections_hold  the longest that the Connections page keeps its window waiting during a refresh with full tables
 window_measures='
-list_fill         times  1.0
-list_first_paint  times  1.0
-list_scroll_lines times  1.0
-list_scroll_pages times  1.0
+list_fill         times  0.5
+list_first_paint  times  0.5
+list_scroll_lines times  0.5
+list_scroll_pages times  0.5
 start             times  1.5
 repaint           ms     16
 repaint_graphs    ms     16

@@ -167,6 +167,7 @@ public:
         Paint(list);
         Times times{.open = MillisecondsSince(start), .search = 0};
         const HWND search = page.Item(IDC_PAGE_SEARCH);
+        ::SetFocus(search);  // as whoever types there has done
         for (const char* letter = kTyped; *letter; ++letter) {
             const auto pressed = std::chrono::steady_clock::now();
             ::SendMessageA(search, WM_CHAR, static_cast<WPARAM>(*letter), 0);

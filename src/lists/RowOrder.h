@@ -19,17 +19,18 @@ struct RowOrder {
     bool isNumber = false;  // by the numbers of the column, else by its texts
 };
 
-// Arranges one list again and again. The texts of its rows are asked for once, when they are first searched or
-// sorted, and kept in lower case, so that each key stroke of a search only goes through them.
+// Arranges one list again and again. The texts of its rows are asked for once, when they are first searched, sorted or
+// prepared, and kept in lower case, so that each key stroke of a search only goes through them.
 class RowArranger {
 public:
     // Rows or texts have changed: what was prepared is dropped.
     void Forget();
+    // Asks for the texts, if it has not: before the user types, so that the first key is not the one that waits.
+    void Prepare(const ListRows& source, int columnCount);
     // The numbers of the rows to show, in order. Equal rows stay in the order in which they were read.
     [[nodiscard]] std::vector<int> Arrange(const ListRows& source, int columnCount, const RowOrder& order);
 
 private:
-    void Prepare(const ListRows& source, int columnCount);
     void Sort(const ListRows& source, const RowOrder& order);
     [[nodiscard]] std::size_t CellStart(int row, int column) const {
         return m_starts[static_cast<std::size_t>(row) * m_columnCount + static_cast<std::size_t>(column)];

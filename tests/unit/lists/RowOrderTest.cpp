@@ -25,6 +25,9 @@ TEST(RowOrderTest, FindsSortsAndKeepsTheOrderOfEqualRows) {
     RowArranger arranger;
     const auto arrange = [&](const RowOrder& order) { return arranger.Arrange(model, 2, order); };
     EXPECT_EQ(arrange({}), (Rows{0, 1, 2, 3, 4}));
+    EXPECT_EQ(model.asked, 0) << "not before they are needed";
+    arranger.Prepare(model, 2);
+    EXPECT_EQ(model.asked, 10);
     EXPECT_EQ(arrange({.searched = "aLPh"}), (Rows{1, 2}));
     EXPECT_EQ(arrange({.searched = "10"}), (Rows{0, 2})) << "in every column";
     EXPECT_EQ(arrange({.searched = "none"}), Rows{});
