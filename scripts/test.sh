@@ -4,8 +4,10 @@
 # targets for a few seconds each.
 # Ends with what failed, the names of those cases ("failed: PART Suite.Case"), and one line that counts all of them:
 # "tests: N passed, N failed".
-#   test.sh [OPTIONS] [host|windows|system|peers|fuzz]... [FILTER]
+#   test.sh [OPTIONS] [host|windows|system|peers|fuzz|reproducible]... [FILTER]
 #   host, windows    only the unit tests there, system, peers, fuzz: only those; what the others need is not built
+#   reproducible     builds the program a second time, in another folder and without the compiler cache, and compares
+#                    what is installed; only when it is asked for, since it takes as long as the first build of a clone
 #   FILTER           only the tests that it names, as GoogleTest has it ('PngDecoder*', '*.Survives*:TrayTest.*'), and
 #                    the fuzz targets (without _fuzz)
 #   --no-setup       skip the set-up script
@@ -20,7 +22,7 @@ while [ $# -gt 0 ]; do
         --no-setup) setup= ;;
         --fuzz-seconds) fuzz_seconds=$2; shift ;;
         -*) fail "unknown option $1" ;;
-        host|windows|system|peers|fuzz) parts+=("$1") ;;
+        host|windows|system|peers|fuzz|reproducible) parts+=("$1") ;;
         *) [ -z "$filter" ] || fail "two filters: $filter and $1"; filter=$1 ;;
     esac
     shift
@@ -157,6 +159,26 @@ run_fuzz_target() {
     echo "$status" >"$logs/$name.status"
 }
 
+# The sources as they are now, built where paths are longer, by a program that has not seen them before.
+check_reproducible() {
+    local other=$PWD/build/reproducible/in-a-folder-of-another-name
+    step "building the program a second time"
+    rm -rf build/reproducible
+    mkdir -p "$other"
+    git ls-files -z | xargs -0 cp --parents -t "$other"
+    (cd "$other" && export CCACHE_DISABLE=1 && cmake --preset windows -DCMAKE_INSTALL_PREFIX="$other/dist" &&
+        cmake --build --preset windows --target BrennvarGUI && cmake --install build/windows) >"$logs/reproducible.log" 2>&1 ||
+        { tail -n 30 "$logs/reproducible.log"; fail "cannot build a second time"; }
+    cmake --install build/windows --prefix "$PWD/build/reproducible/first" >>"$logs/reproducible.log"
+    if diff -r build/reproducible/first "$other/dist" >>"$logs/reproducible.log"; then
+        passed=$((passed + 1))
+        echo "reproducible: the same $(find build/reproducible/first -type f | wc -l) files"
+    else
+        failed=$((failed + 1))
+        { echo "failed: reproducible"; tail -n 5 "$logs/reproducible.log"; } >>"$failures"
+    fi
+}
+
 # One flavour is built while the tests of another run, which take one core at the most.
 if [ ${#parts[@]} -eq 0 ]; then
     step "checking the layout of the sources"
@@ -173,6 +195,7 @@ else
     if wants windows; then windows+=(core_tests shell_tests); fi
     if wants system; then windows+=(system_tests); fi
     if wants peers; then windows+=(tool_driver); fi
+    if wants reproducible; then windows+=(BrennvarGUI); fi
     [ ${#windows[@]} -eq 0 ] || build windows "${windows[@]}"
     if wants fuzz; then build fuzz; fi
     if wants host; then run_tests host host; fi
@@ -186,6 +209,8 @@ if wants windows || wants system || wants peers; then
     if wants peers; then run_peer_cases; fi
 fi
 if wants fuzz; then run_fuzz_targets; fi
+# Not a part of everything.
+if [[ " ${parts[*]} " == *" reproducible "* ]]; then check_reproducible; fi
 
 if [ "$failed" -gt 0 ]; then
     # The names once more by themselves, for a reader of the last lines.

@@ -170,6 +170,7 @@ Times Measure(std::size_t count) {
                       std::make_unique<ConnectionsModel>(ConnectionsModel::Parts{.language = language,
                                                                                  .devices = driver,
                                                                                  .reads = reads,
+                                                                                 .driverReads = reads,
                                                                                  .clock = clock,
                                                                                  .link = link,
                                                                                  .programQueue = programQueue,

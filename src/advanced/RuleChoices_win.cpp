@@ -77,8 +77,8 @@ void WinRuleChoices::Forget() {
 
 void WinRuleChoices::Stop() {
     StopLookUp();
-    m_lookUpThread.Stop(std::chrono::milliseconds(0));
-    m_thread.Stop(std::chrono::milliseconds(0));
+    m_lookUpThread.RequestStop(std::chrono::milliseconds(0));
+    m_thread.RequestStop(std::chrono::milliseconds(0));
 }
 
 }  // namespace brennvar

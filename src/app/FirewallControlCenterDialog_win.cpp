@@ -1,16 +1,21 @@
 #include "app/FirewallControlCenterDialog_win.h"
 
-#include <shellapi.h>
-
+#include <stdexcept>
 #include <utility>
 
 #include "app/AboutDialog_win.h"
+#include "app/EarlierStarts_win.h"
 #include "app/HelperProgram_win.h"
 #include "app/PageFactory_win.h"
+#include "base/Detached.h"
+#include "base/ShellOpen_win.h"
 #include "config/Folders_win.h"
 #include "config/ResourceIds.h"
+#include "dialogs/ModalPlace_win.h"
+#include "dialogs/Questions_win.h"
 #include "tray/TrayMenu.h"
 #include "ui/ProgramIcon_win.h"
+#include "ui/WorkArea_win.h"
 
 namespace brennvar {
 namespace {
@@ -34,7 +39,7 @@ UINT FirewallControlCenterDialog::OpenWindowMessage() {
     return message;
 }
 
-FirewallControlCenterDialog::FirewallControlCenterDialog(Session& session)
+FirewallControlCenterDialog::FirewallControlCenterDialog(Session& session, std::string firstMessage)
     : FrameDialog(session.fonts, session.language, session.userValues),
       m_session(session),
       m_resources([this](const ResourceChoice& current, const ResourceChoice& chosen) {
@@ -46,10 +51,12 @@ FirewallControlCenterDialog::FirewallControlCenterDialog(Session& session)
       m_status(session.language),
       m_rules(session, *this),
       m_tools(session.fonts, session.language, m_rules, [this](const std::string& link) { OpenWebPage(link); }),
-      m_leaving(session, m_tray, m_tools, m_rules) {}
+      m_leaving(session, m_tray, m_tools, m_rules),
+      m_firstMessage(std::move(firstMessage)) {}
 
 FirewallControlCenterDialog::Outcome FirewallControlCenterDialog::Run() {
     const INT_PTR result = DoModal(nullptr, IDD_CONTROL_CENTER);
+    if (!m_isMade) throw std::runtime_error("The window could not be made.");
     return result == kResultRestart ? Outcome::Restart : Outcome::Exit;
 }
 
@@ -71,6 +78,9 @@ void FirewallControlCenterDialog::OnInitDialog() {
     // not only after a second.
     ::PostMessageA(Window(), kMessageShown, 0, 0);
     ::PostMessageA(Window(), WM_TIMER, Ticks::Table().front().timer, 0);
+    // Windows would keep it from us when that start has fewer rights than this one.
+    ::ChangeWindowMessageFilterEx(Window(), OpenWindowMessage(), MSGFLT_ALLOW, nullptr);
+    m_isMade = true;
 }
 
 void FirewallControlCenterDialog::OnDestroy() {
@@ -112,8 +122,11 @@ void FirewallControlCenterDialog::OnTimer(UINT_PTR id) {
 
 void FirewallControlCenterDialog::OnShown() {
     m_tray.Create(Window(), kMessageTray, m_session.modes);
-    m_session.reads.Post([] { EnsureHelperRuns(GetInstallationFolder()); });
+    (void)RunDetached([] { EnsureHelperRuns(GetInstallationFolder()); });
     ShowWelcomeOnce();
+    if (!m_firstMessage.empty()) {
+        ShowMessage(m_session.fonts, m_session.language, ModalOwner(Window()).value_or(Window()), m_firstMessage);
+    }
 }
 
 void FirewallControlCenterDialog::ShowWelcomeOnce() {
@@ -204,9 +217,7 @@ void FirewallControlCenterDialog::OnHelp() {
 }
 
 void FirewallControlCenterDialog::OpenWebPage(const std::string& address) {
-    // Starting a browser takes its time.
-    m_session.reads.Post(
-        [address] { ::ShellExecuteA(nullptr, "open", address.c_str(), nullptr, nullptr, SW_SHOWNORMAL); });
+    OpenInBrowser(address);
 }
 
 std::optional<LRESULT> FirewallControlCenterDialog::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
@@ -216,8 +227,10 @@ std::optional<LRESULT> FirewallControlCenterDialog::OnMessage(UINT message, WPAR
         return 0;
     }
     if (message == OpenWindowMessage()) {
+        // A window that is leaving does not come back: whoever called waits for the end of this process.
+        if (m_leaving.HasLeftScreen()) return 0;
         RestoreWindow();
-        return 0;
+        return WinEarlierStarts::kHasOpened;
     }
     switch (message) {
         case kMessageShown: OnShown(); return 0;
@@ -237,9 +250,17 @@ std::optional<LRESULT> FirewallControlCenterDialog::OnMessage(UINT message, WPAR
             if (wParam) OnEndSession();
             return 0;
         case WM_POWERBROADCAST:
-            // The clock went on while the machine slept.
-            if (wParam == PBT_APMRESUMEAUTOMATIC) m_session.machine.SkipNextClockCheck();
+            if (wParam == PBT_APMRESUMEAUTOMATIC) {
+                // The clock went on while the machine slept, and a screen may have been taken away.
+                m_session.machine.SkipNextClockCheck();
+                BringOntoScreens();
+            }
             return TRUE;
+        case WM_DISPLAYCHANGE: BringOntoScreens(); return FrameDialog::OnMessage(message, wParam, lParam);
+        case WM_SETTINGCHANGE:
+            if (wParam == SPI_SETWORKAREA) BringOntoScreens();
+            return FrameDialog::OnMessage(message, wParam, lParam);
+        case WM_WTSSESSION_CHANGE: m_session.OnUserSessionChanged(); return 0;
         default: return FrameDialog::OnMessage(message, wParam, lParam);
     }
 }

@@ -29,14 +29,16 @@ class FirewallControlCenterDialog final : public FrameDialog,
                                           private TickActions,
                                           private PageOwner {
 public:
-    // The session is borrowed for the life of the dialog.
-    explicit FirewallControlCenterDialog(Session& session);
+    // The session is borrowed for the life of the dialog. firstMessage: shown over the window when that is there;
+    // nothing when empty.
+    explicit FirewallControlCenterDialog(Session& session, std::string firstMessage = {});
 
-    // Broadcast by a second start of the program: the first one comes to the front.
+    // Sent by a second start of the program: the first one comes to the front, and says so (EarlierStarts_win.h).
     [[nodiscard]] static UINT OpenWindowMessage();
 
     enum class Outcome { Exit, Restart };
-    // Shows the window and returns when the user has left the program, or wants it started anew.
+    // Shows the window and returns when the user has left the program, or wants it started anew. Throws when the
+    // window could not be made.
     [[nodiscard]] Outcome Run();
 
 private:
@@ -112,6 +114,8 @@ private:
     ToolWindows m_tools;
     Leaving m_leaving;
     std::string m_wantedRow;  // of the page that is opened next
+    const std::string m_firstMessage;
+    bool m_isMade = false;
 };
 
 }  // namespace brennvar

@@ -27,6 +27,7 @@ bool Leaving::Confirm(HWND window, UserCommand command, DefaultAnswer byEnter) c
 }
 
 void Leaving::LeaveScreen(HWND window) {
+    m_hasLeftScreen = true;
     ::ShowWindow(window, SW_HIDE);
     // A dialog over this window, or over another dialog of it, would stay, and keep the program from ending until
     // somebody closes it. So would one over a tool's dialog.

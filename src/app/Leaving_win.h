@@ -33,6 +33,9 @@ public:
     [[nodiscard]] Restart ApplyResources(HWND window, const ResourceChoice& current, const ResourceChoice& chosen,
                                          const std::function<bool()>& isBusy);
 
+    // The program has been taken away from the screen, and ends.
+    [[nodiscard]] bool HasLeftScreen() const { return m_hasLeftScreen; }
+
 private:
     // OK or Cancel to what the table asks before the command.
     [[nodiscard]] bool Confirm(HWND window, UserCommand command, DefaultAnswer byEnter) const;
@@ -46,6 +49,7 @@ private:
     ToolWindows& m_tools;
     RuleWindows& m_rules;
     bool m_isLeaving = false;  // or asking whether to
+    bool m_hasLeftScreen = false;
 };
 
 }  // namespace brennvar

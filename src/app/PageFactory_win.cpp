@@ -31,6 +31,7 @@ std::unique_ptr<CPage> MakePage(const PageInfo& info, Session& session, SkinsAnd
                 std::make_unique<ConnectionsModel>(ConnectionsModel::Parts{.language = language,
                                                                            .devices = session.devices,
                                                                            .reads = session.reads,
+                                                                           .driverReads = session.driverReads,
                                                                            .clock = session.clock,
                                                                            .link = session.link,
                                                                            .programQueue = session.programQueue,

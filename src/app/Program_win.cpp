@@ -1,7 +1,14 @@
 #include "app/Program_win.h"
 
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "app/EarlierStarts_win.h"
 #include "app/FirewallControlCenterDialog_win.h"
+#include "app/InstanceChoice.h"
 #include "app/Session_win.h"
+#include "base/EndWatch.h"
 #include "base/Handles_win.h"
 #include "base/NetworkAddresses_win.h"
 #include "base/Processes_win.h"
@@ -14,10 +21,6 @@
 // windows.h must stand before these.
 #include <commctrl.h>
 #include <objbase.h>
-#include <shellapi.h>
-#include <shlobj.h>
-
-#include <string>
 
 namespace brennvar {
 namespace {
@@ -39,20 +42,55 @@ namespace {
 // What the rest of the program, and the service, expect to be there.
 void PrepareSurroundings(const std::string& dataFolder, UserValues& userValues) {
     EnableDebugPrivilege();  // without it the paths of some processes stay unknown
-    // With the folders above it; one that is there already is left as it is.
-    const std::string logFolder = LogFolderPath(dataFolder);
-    if (::GetFileAttributesA(logFolder.c_str()) == INVALID_FILE_ATTRIBUTES) {
-        ::SHCreateDirectoryExA(nullptr, logFolder.c_str(), nullptr);
-    }
+    // The data folder itself is made by who installs the service, with the access list that it needs: one that this
+    // user made would be his. A folder that is there is left as it is.
+    ::CreateDirectoryA(LogFolderPath(dataFolder).c_str(), nullptr);
     const std::vector<std::uint32_t> ids = FindProcessIds({"brennvar.exe", "brennvargui.exe"});
     userValues.WriteUserValue(kUserValueServerPid, ids[0]);
     userValues.WriteUserValue(kUserValueGuiPid, ids[1]);
 }
 
-// Returns when the user has left the program.
-FirewallControlCenterDialog::Outcome RunControlCenter(Clock& clock) {
+// With the skin and the language that the service has written down meanwhile. The new process waits for the end of
+// this one. False when there is none.
+[[nodiscard]] bool StartAgain() {
+    const std::string folder = GetInstallationFolder();
+    const std::string program = folder + "\\BrennvarGUI.exe";
+    std::string commandLine = '"' + program + '"';
+    STARTUPINFOA startup{};
+    startup.cb = sizeof startup;
+    PROCESS_INFORMATION process{};
+    if (!::CreateProcessA(program.c_str(), commandLine.data(), nullptr, nullptr, FALSE, 0, nullptr, folder.c_str(),
+                          &startup, &process)) {
+        return false;
+    }
+    const UniqueProcess next(process.hProcess);
+    ::CloseHandle(process.hThread);
+    ::AllowSetForegroundWindow(process.dwProcessId);
+    return true;
+}
+
+// Windows starts the program anew when it has crashed or hangs, unless it has run for less than a minute. What is
+// started with the session of the user is not this program's affair.
+void RegisterRestart(bool isWanted) {
+    constexpr DWORD kNotAfterReboot = 8;  // RESTART_NO_REBOOT
+    if (isWanted) {
+        ::RegisterApplicationRestart(L"", kNotAfterReboot);
+    } else {
+        ::UnregisterApplicationRestart();
+    }
+}
+
+// Returns when the user has left the program. ComesBack: a new process was to go on, but cannot be started.
+enum class End { Final, ComesBack };
+End RunControlCenter(Clock& clock, const std::string& firstMessage) {
+    // For threads that wait for the disk, the driver or another program: a process without a window must not stay.
+    // More than those have together that are given a moment: the activity server 2 s, an answer on its way 3 s.
+    constexpr std::chrono::seconds kEndPatience{8};
+    // Before the session, so that it is there until that has gone.
+    std::optional<EndWatch> watch;
     WinDeviceOpener devices;
     WinUserValues userValues;
+    WinUserSession userSession;
     const std::string dataFolder = GetDataFolder();
     PrepareSurroundings(dataFolder, userValues);
     Session session(
@@ -61,18 +99,35 @@ FirewallControlCenterDialog::Outcome RunControlCenter(Clock& clock) {
          .makeConnector = [](const StopSignal& stop) { return std::make_unique<WinPipeConnector>(stop); },
          .readAddresses = &ReadInterfaceAddresses,
          .userValues = userValues,
+         .userSession = userSession,
          .dataFolder = dataFolder,
          .languageName = CurrentLanguageName()},
         OpenLanguage());
-    return FirewallControlCenterDialog(session).Run();
+    FirewallControlCenterDialog window(session, firstMessage);
+    RegisterRestart(true);
+    const bool isRestart = window.Run() == FirewallControlCenterDialog::Outcome::Restart;
+    RegisterRestart(false);
+    watch.emplace(kEndPatience, [] { ::TerminateProcess(::GetCurrentProcess(), 0); });
+    return isRestart && !StartAgain() ? End::ComesBack : End::Final;
 }
 
-// With the skin and the language that the service has written down meanwhile.
-void StartAgain() {
-    const std::string folder = GetInstallationFolder();
-    ::SetCurrentDirectoryA(folder.c_str());
-    ::ShellExecuteA(nullptr, "open", (folder + "\\BrennvarGUI.exe").c_str(), nullptr, folder.c_str(),
-                    SW_SHOWNORMAL);
+// False: another one is there, which is as well.
+[[nodiscard]] bool IsTheOne(Clock& clock) {
+    WinEarlierStarts earlier(FirewallControlCenterDialog::OpenWindowMessage());
+    switch (ChooseInstance(earlier, clock)) {
+        case InstanceChoice::Run: return true;
+        case InstanceChoice::Leave: return false;
+        case InstanceChoice::Stuck: break;
+    }
+    const Language language = OpenLanguage();
+    const std::string question = language.GetText(
+        2220, "Brennvar Personal Firewall is running, but does not answer. End it and start it anew?");
+    if (::MessageBoxA(nullptr, question.c_str(), language.GetText(41, "Brennvar Personal Firewall").c_str(),
+                      MB_YESNO | MB_ICONWARNING | MB_SETFOREGROUND) != IDYES) {
+        return false;
+    }
+    earlier.End();
+    return true;
 }
 
 }  // namespace
@@ -85,22 +140,23 @@ int RunProgram(Clock& clock) {
                       "Brennvar Personal Firewall", MB_OK | MB_ICONSTOP);
         return 0;
     }
-    // One interface for each user's session: two would take questions and notices from each other.
-    UniqueMutex running(::CreateMutexA(nullptr, FALSE, "Local\\BrennvarGUI"));
-    if (::GetLastError() == ERROR_ALREADY_EXISTS) {
-        ::AllowSetForegroundWindow(ASFW_ANY);
-        ::PostMessageA(HWND_BROADCAST, FirewallControlCenterDialog::OpenWindowMessage(), 0, 0);
-        return 0;
-    }
+    if (!IsTheOne(clock)) return 0;
     // The shell's icons need COM.
     const bool hasCom = SUCCEEDED(::CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED | COINIT_DISABLE_OLE1DDE));
-    if (RunControlCenter(clock) == FirewallControlCenterDialog::Outcome::Restart) {
-        // The new one must not take this one for the one that is running already.
-        running.Reset();
-        StartAgain();
+    End end = RunControlCenter(clock, {});
+    while (end == End::ComesBack) {
+        end = RunControlCenter(
+            clock, OpenLanguage().GetText(2221, "The program could not be started again. It goes on running."));
     }
     if (hasCom) ::CoUninitialize();
     return 0;
+}
+
+void TellFailedStart(const char* reason) {
+    // What fails may be the language file or memory, so this is said without either.
+    char text[512] = {};
+    ::wsprintfA(text, "Brennvar Personal Firewall cannot be shown:\n\n%.300s", reason);
+    ::MessageBoxA(nullptr, text, "Brennvar Personal Firewall", MB_OK | MB_ICONSTOP | MB_SETFOREGROUND);
 }
 
 }  // namespace brennvar

@@ -33,7 +33,8 @@ AdvancedRules::Load AdvancedRulesLoader(const std::string& dataFolder, Clock& cl
 }  // namespace
 
 Session::Session(const SessionSurroundings& surroundings, Language openedLanguage)
-    : clock(surroundings.clock),
+    : m_userSession(surroundings.userSession),
+      clock(surroundings.clock),
       devices(surroundings.devices),
       userValues(surroundings.userValues),
       dataFolder(surroundings.dataFolder),
@@ -44,19 +45,22 @@ Session::Session(const SessionSurroundings& surroundings, Language openedLanguag
       reads(PostWhenFinished(kMessageCompletions)),
       readsClock(reads.Stopping()),
       lookups(surroundings.dataFolder, reads.Stopping()),
+      driverReads(PostWhenFinished(kMessageCompletions)),
+      passwordReads(PostWhenFinished(kMessageCompletions)),
+      passwordClock(passwordReads.Stopping()),
       programQueue(PostWhenFinished(kMessageCompletions)),
       options(readsClock),
       decisionFiles(dataFolder, readsClock, options),
       commander(link, language),
-      password(dataFolder, readsClock),
-      gate(fonts, language, commander, reads, password),
+      password(dataFolder, passwordClock),
+      gate(fonts, language, commander, passwordReads, password),
       modes(clock, language, commander, reads, ModeReader(dataFolder, readsClock), *this),
       applicationChanges(commander),
       archives(PostWhenFinished(kMessageCompletions)),
       archivesClock(archives.Stopping()),
       ruleDialogs(fonts, language),
       ruleChoices({.devices = devices,
-                   .reads = reads,
+                   .reads = driverReads,
                    .clock = readsClock,
                    .link = link,
                    .programQueue = programQueue,
@@ -78,22 +82,33 @@ Session::Session(const SessionSurroundings& surroundings, Language openedLanguag
              .advanced = advancedRules,
              .files = ruleFiles,
              .folders = RuleFoldersOf(dataFolder)}),
-      prompt(fonts, devices, clock, PostWhenFinished(kMessageQuestion)),
+      prompt(fonts, m_frontDevices, clock, PostWhenFinished(kMessageQuestion)),
       activity(fonts, dataFolder, clock, *this, PostWhenFinished(kMessageQuestion)),
       machine(clock, language, commander, surroundings.readAddresses),
       workers{CWorkerThread(PostWhenFinished(kMessageWorkerFinished)),
               CWorkerThread(PostWhenFinished(kMessageWorkerFinished + 1)),
               CWorkerThread(PostWhenFinished(kMessageWorkerFinished + 2)),
               CWorkerThread(PostWhenFinished(kMessageWorkerFinished + 3))},
-      m_figures(clock, devices, reads, link, modes, statistics) {
+      m_figures(clock, devices, driverReads, link, modes, statistics),
+      m_front(
+          reads, [&userSession = m_userSession](const auto&) { return std::optional(userSession.IsInFront()); },
+          [this](std::optional<bool> isInFront, const auto&) { m_isInFront = isInFront.value_or(true); }) {
     commander.GuardWith(gate);
 }
 
-// Before the members go that their tasks use.
+// Before the members go that their tasks use. This may take as long as the disk or the driver does; the program has
+// an EndWatch over it.
 Session::~Session() {
+    constexpr std::chrono::milliseconds kNoTime{0};
     End();
     activity.Stop();  // a command that it waits for is not sent any more
-    StopLinks(std::chrono::milliseconds(0));
+    StopLinks(kNoTime);
+    link.Stop(kNoTime);
+    for (TaskThread* const thread : FileThreads()) thread->Stop(kNoTime);
+}
+
+std::array<TaskThread*, 5> Session::FileThreads() {
+    return {&reads, &driverReads, &passwordReads, &programQueue, &archives};
 }
 
 std::function<void()> Session::PostWhenFinished(UINT message) {
@@ -111,10 +126,12 @@ void Session::Begin(HWND window, SessionView& view) {
     rules.Begin();
     commander.Send(Batch(UserCommand::Start));
     activity.Start();
+    m_userSession.TellChangesTo(window);
+    m_front.Refresh();
 }
 
 void Session::End() {
-    m_window = nullptr;
+    if (const HWND window = m_window.exchange(nullptr)) m_userSession.StopTelling(window);
     m_view = nullptr;
     gate.SetOwner(nullptr);
     ruleDialogs.SetOwner(nullptr);
@@ -123,9 +140,7 @@ void Session::End() {
 
 void Session::RunCompletions() {
     link.RunCompletions();
-    reads.RunCompletions();
-    programQueue.RunCompletions();
-    archives.RunCompletions();
+    for (TaskThread* const thread : FileThreads()) thread->RunCompletions();
     ruleChoices.RunCompletions();
     if (m_view) m_view->ShowService(link.Service());
 }
@@ -133,10 +148,8 @@ void Session::RunCompletions() {
 void Session::StopLinks(std::chrono::milliseconds limit) {
     // An import is put back, where it is not over; what the service has not been told of is told at the next start.
     rules.Stop();
-    link.Stop(limit);
-    reads.Stop(std::chrono::milliseconds(0));
-    programQueue.Stop(std::chrono::milliseconds(0));
-    archives.Stop(std::chrono::milliseconds(0));
+    link.RequestStop(limit);
+    for (TaskThread* const thread : FileThreads()) thread->RequestStop(std::chrono::milliseconds(0));
     ruleChoices.Stop();
 }
 
@@ -145,6 +158,7 @@ void Session::RefreshFigures() {
 }
 
 void Session::FetchNotice() {
+    if (!m_isInFront) return;
     if (std::exchange(m_isFetchingNotice, true)) return;
     using Notice = std::optional<std::string>;
     link.Ask<Notice>([](ServicePipes& pipes) { return pipes.FetchTrayText(); },

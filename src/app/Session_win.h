@@ -17,8 +17,10 @@
 #include "app/MachineWatch.h"
 #include "app/SessionView.h"
 #include "base/Clock.h"
+#include "base/Refreshed.h"
 #include "base/SystemClock.h"
 #include "base/TaskThread.h"
+#include "base/UserSession_win.h"
 #include "base/Windows_win.h"
 #include "commands/BlockedAddresses.h"
 #include "commands/Commander.h"
@@ -51,6 +53,7 @@ struct SessionSurroundings {
     ServiceLink::MakeConnector makeConnector;
     MachineWatch::ReadAddresses readAddresses;
     UserValues& userValues;
+    UserSession& userSession;
     std::string dataFolder;
     std::string languageName;  // a folder's; of the fonts' character set
 };
@@ -75,12 +78,19 @@ public:
     // The window goes: nothing is posted to it and the view is told nothing any more.
     void End();
     void RunCompletions();
-    // Lets what was sent arrive for at most the given time; afterwards nothing is sent or read any more.
+    // Lets what was sent arrive for at most the given time; afterwards nothing new is sent or read. What is being
+    // read is not waited for.
     void StopLinks(std::chrono::milliseconds limit);
 
     // The ticks.
     void RefreshFigures();
+    // Nothing while another user's session is in front: the notice is for who sits there.
     void FetchNotice();
+
+    // Another session may have come to the front, or this one.
+    void OnUserSessionChanged() { m_front.Refresh(); }
+    // As far as is known by now.
+    [[nodiscard]] bool IsInFront() const { return m_isInFront; }
 
     // A question is looked up or on screen.
     [[nodiscard]] bool IsPromptOpen() const { return prompt.IsBusy() || activity.IsBusy(); }
@@ -101,12 +111,29 @@ private:
     void BringForward() override;
     void LeaveProgram() override;
     [[nodiscard]] std::function<void()> PostWhenFinished(UINT message);
+    // Those beside the link whose completions are run with its own.
+    [[nodiscard]] std::array<TaskThread*, 5> FileThreads();
 
     // Where other threads post to; null while there is no window.
     std::atomic<HWND> m_window = nullptr;
     SessionView* m_view = nullptr;
     bool m_isFetchingNotice = false;
     bool m_isTellingNotice = false;
+    UserSession& m_userSession;
+    bool m_isInFront = true;
+
+    // The driver as questions are fetched from it: it has none while another user's session is in front.
+    class FrontDevices final : public DeviceOpener {
+    public:
+        explicit FrontDevices(Session& session) : m_session(session) {}
+        [[nodiscard]] std::unique_ptr<Device> Open(const std::string& name) override {
+            return m_session.m_isInFront ? m_session.devices.Open(name) : nullptr;
+        }
+
+    private:
+        Session& m_session;
+    };
+    FrontDevices m_frontDevices{*this};
 
 public:
     // In the order in which they are made; each uses those above it.
@@ -118,10 +145,15 @@ public:
     const CFonts fonts;
     const CodePage codePage;  // of the language's texts
     ServiceLink link;
-    // Reads files and the driver's tables, which the service may hold or which may be large.
+    // Reads files, which the service may hold or which may be large.
     TaskThread reads;
     SystemClock readsClock;
     LogLookups lookups;  // for pages; asked on reads only, until that is stopped
+    // Reads the driver's tables, and makes of them what is shown.
+    TaskThread driverReads;
+    // Reads the security password, before which a protected command stands: "Block All" waits for no list.
+    TaskThread passwordReads;
+    SystemClock passwordClock;
     // Looks into program files, for which a disk may take minutes.
     const DiskProgramFiles programFiles;
     TaskThread programQueue;
@@ -150,6 +182,7 @@ public:
 
 private:
     Figures m_figures;
+    Refreshed<bool> m_front;
 };
 
 }  // namespace brennvar

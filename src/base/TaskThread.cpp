@@ -44,10 +44,8 @@ void TaskThread::RunCompletions() {
     }
 }
 
-void TaskThread::Stop(std::chrono::milliseconds limit) {
+void TaskThread::RequestStop(std::chrono::milliseconds limit) {
     const bool isOnTaskThread = std::this_thread::get_id() == m_threadId;
-    std::unique_lock joinLock(m_joinMutex, std::defer_lock);
-    if (!isOnTaskThread) joinLock.lock();
     std::deque<Job> dropped;  // destroyed without the lock: a task may own anything
     {
         std::unique_lock lock(m_mutex);
@@ -59,7 +57,13 @@ void TaskThread::Stop(std::chrono::milliseconds limit) {
     }
     m_stop.Request();
     m_changed.notify_all();
-    if (!isOnTaskThread && m_thread.joinable()) m_thread.join();
+}
+
+void TaskThread::Stop(std::chrono::milliseconds limit) {
+    RequestStop(limit);
+    if (std::this_thread::get_id() == m_threadId) return;
+    const std::lock_guard joinLock(m_joinMutex);
+    if (m_thread.joinable()) m_thread.join();
 }
 
 void TaskThread::Run() {

@@ -37,12 +37,16 @@ public:
     // pumps messages does). What a completion throws is dropped.
     void RunCompletions();
 
-    // Requested by Stop; what the tasks wait with (connectors, clocks) is built on it.
+    // Requested by RequestStop; what the tasks wait with (connectors, clocks) is built on it.
     [[nodiscard]] const StopSignal& Stopping() const { return m_stop; }
 
-    // Lets queued tasks finish for at most limit, then requests the stop, which cuts waits short, drops what has
-    // not started and joins. May be called again and from several threads; on the thread itself it drops and
-    // requests, but cannot join. Completions of finished tasks stay for RunCompletions.
+    // Lets queued tasks finish for at most limit, then requests the stop, which cuts waits short, and drops what
+    // has not started. A task that heeds no stop may go on: what it uses must stay until Stop has returned. May be
+    // called again, from several threads, and on the thread itself, where it waits for nothing. Completions of
+    // finished tasks stay for RunCompletions.
+    void RequestStop(std::chrono::milliseconds limit);
+    // The same, and joins, which takes as long as the task under way: for when what it uses goes. On the thread
+    // itself it cannot join.
     void Stop(std::chrono::milliseconds limit);
 
 private:
@@ -56,7 +60,7 @@ private:
 
     const std::function<void()> m_wake;
     StopSignal m_stop;
-    std::mutex m_joinMutex;  // one thread joins, the others wait for it; taken before m_mutex
+    std::mutex m_joinMutex;  // one thread joins, the others wait for it
 
     std::mutex m_mutex;  // guards everything below
     std::condition_variable m_changed;

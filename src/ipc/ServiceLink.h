@@ -55,6 +55,8 @@ public:
     // As the last wait for one of its pipes found it. It can change whenever a call is over.
     [[nodiscard]] PeerState Service() const { return m_connector.State(); }
     // Gives what was sent so far this long to arrive; afterwards nothing is sent any more.
+    void RequestStop(std::chrono::milliseconds limit) { m_thread.RequestStop(limit); }
+    // The same, and waits for the end of a call that is under way.
     void Stop(std::chrono::milliseconds limit) { m_thread.Stop(limit); }
 
 private:

@@ -14,6 +14,7 @@
 #include <unordered_set>
 #include <vector>
 
+#include "base/ShellOpen_win.h"
 #include "config/DetailsSheet.h"
 #include "config/Language.h"
 #include "config/UserValues.h"
@@ -80,8 +81,8 @@ private:
     void UpdateSheet(const DetailsSheet& sheet) override;
     std::optional<SavePlace> AskSavePlace(const SaveWish& wish) override;
     void CopyText(const std::string& text) override;
-    void OpenLink(const std::string& address) override { Programs().OpenLink(address); }
-    void OpenFolderOf(const std::string& file) override { Programs().OpenFolderOf(file); }
+    void OpenLink(const std::string& address) override { OpenInBrowser(address); }
+    void OpenFolderOf(const std::string& file) override { brennvar::OpenFolderOf(file); }
     void OpenTool(AddressTool tool, const std::string& hostOrAddress) override {
         m_context.owner.OpenTool(tool, hostOrAddress);
     }

@@ -1,7 +1,5 @@
 #include "lists/ProgramReader_win.h"
 
-#include <shellapi.h>
-
 #include <memory>
 #include <utility>
 
@@ -82,25 +80,6 @@ void ProgramReader::ReadDetails(const std::string& path, std::function<void(cons
                                  [done = std::move(done)](const std::optional<ProgramDetails>& details) {
                                      done(details.value_or(ProgramDetails{}));
                                  });
-}
-
-void ProgramReader::OpenLink(const std::string& address) {
-    m_thread.Post([address] {
-        thread_local const ComOfThread com;
-        ::ShellExecuteA(nullptr, "open", address.c_str(), nullptr, nullptr, SW_SHOWNORMAL);
-    });
-}
-
-void ProgramReader::OpenFolderOf(const std::string& file) {
-    const std::string folder = file.substr(0, file.find_last_of('\\') + 1);
-    m_thread.Post([folder] {
-        thread_local const ComOfThread com;
-        // Paths come from other programs. What is opened is a folder, and nothing that could be started.
-        if (!IsOnThisMachine(folder)) return;
-        const DWORD attributes = ::GetFileAttributesA(folder.c_str());
-        if (attributes == INVALID_FILE_ATTRIBUTES || (attributes & FILE_ATTRIBUTE_DIRECTORY) == 0) return;
-        ::ShellExecuteA(nullptr, "explore", folder.c_str(), nullptr, nullptr, SW_SHOWNORMAL);
-    });
 }
 
 }  // namespace brennvar

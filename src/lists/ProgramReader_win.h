@@ -37,10 +37,6 @@ public:
 
     void ReadDetails(const std::string& path, std::function<void(const ProgramDetails&)> done);
 
-    // The shell opens an address of the web, or the folder of a file of this machine; anything else is left alone.
-    void OpenLink(const std::string& address);
-    void OpenFolderOf(const std::string& file);
-
     void RunCompletions() { m_thread.RunCompletions(); }
 
 private:

@@ -50,7 +50,7 @@ ActivityPrompt::ActivityPrompt(const CFonts& fonts, const std::string& dataFolde
 
 ActivityPrompt::~ActivityPrompt() {
     Stop();
-    for (TaskThread* const thread : {&m_programs, &m_words}) thread->Stop(0ms);
+    for (TaskThread* const thread : {&m_serving, &m_watching, &m_programs, &m_words}) thread->Stop(0ms);
 }
 
 void ActivityPrompt::Start() {
@@ -78,8 +78,8 @@ void ActivityPrompt::Stop() {
     m_questions.Stop();
     ::SetEvent(m_watchStop.Get());
     if (std::exchange(m_isStarted, false)) StopServer();
-    // The others may be held up by the shell and the disk, and the last commands are still to be sent.
-    for (TaskThread* const thread : {&m_serving, &m_watching}) thread->Stop(0ms);
+    // Nobody is waited for here: the last commands are still to be sent.
+    for (TaskThread* const thread : {&m_serving, &m_watching}) thread->RequestStop(0ms);
 }
 
 void ActivityPrompt::StopServer() {

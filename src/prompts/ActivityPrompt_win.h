@@ -41,7 +41,7 @@ public:
     void Tick(HWND owner);
     // A question is looked up or on screen.
     [[nodiscard]] bool IsBusy() const { return m_questions.IsBusy(); }
-    // Denies what is asked, gives the answers a moment to arrive, and ends the server and the watch.
+    // Denies what is asked, gives the answers a moment to arrive, and has the server and the watch end.
     void Stop();
 
 private:

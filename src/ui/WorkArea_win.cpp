@@ -15,6 +15,52 @@ RECT BesideTaskBar(const RECT& area) {
     return BesideBar(area, place);
 }
 
+LONGLONG SizeOf(const RECT& rectangle) {
+    return LONGLONG{rectangle.right - rectangle.left} * (rectangle.bottom - rectangle.top);
+}
+
+// One window may lie on several screens.
+bool IsOnScreens(const RECT& rectangle) {
+    struct Seen {
+        const RECT& rectangle;
+        LONGLONG size;
+    } seen{rectangle, 0};
+    const auto add = [](HMONITOR monitor, HDC, RECT*, LPARAM parameter) -> BOOL {
+        Seen& found = *reinterpret_cast<Seen*>(parameter);
+        MONITORINFO info{};
+        info.cbSize = sizeof info;
+        RECT part{};
+        if (::GetMonitorInfoA(monitor, &info) && ::IntersectRect(&part, &found.rectangle, &info.rcWork)) {
+            found.size += SizeOf(part);
+        }
+        return TRUE;
+    };
+    ::EnumDisplayMonitors(nullptr, nullptr, add, reinterpret_cast<LPARAM>(&seen));
+    return seen.size >= SizeOf(rectangle);
+}
+
+BOOL CALLBACK BringOntoScreen(HWND window, LPARAM) {
+    char className[16] = {};
+    ::GetClassNameA(window, className, sizeof(className));
+    // Notices and tips are placed when they are shown, and Windows keeps a maximised window where it belongs.
+    if (::lstrcmpA(className, "#32770") != 0 || (::IsZoomed(window) && !::IsIconic(window))) return TRUE;
+    if (::IsIconic(window)) {
+        WINDOWPLACEMENT placement{};
+        placement.length = sizeof(placement);
+        if (!::GetWindowPlacement(window, &placement) || IsOnScreens(placement.rcNormalPosition)) return TRUE;
+        placement.rcNormalPosition = FitInto(placement.rcNormalPosition, WorkAreaNear(placement.rcNormalPosition));
+        placement.showCmd = ::IsWindowVisible(window) ? SW_SHOWMINNOACTIVE : SW_HIDE;
+        ::SetWindowPlacement(window, &placement);
+        return TRUE;
+    }
+    RECT place{};
+    if (!::GetWindowRect(window, &place) || IsOnScreens(place)) return TRUE;
+    const RECT inside = FitInto(place, WorkAreaNear(place));
+    ::SetWindowPos(window, nullptr, inside.left, inside.top, inside.right - inside.left, inside.bottom - inside.top,
+                   SWP_NOZORDER | SWP_NOACTIVATE);
+    return TRUE;
+}
+
 }  // namespace
 
 RECT BesideBar(const RECT& area, const RECT& bar) {
@@ -55,6 +101,10 @@ RECT MainWorkArea() {
         area = {0, 0, ::GetSystemMetrics(SM_CXSCREEN), ::GetSystemMetrics(SM_CYSCREEN)};
     }
     return BesideTaskBar(area);
+}
+
+void BringOntoScreens() {
+    ::EnumThreadWindows(::GetCurrentThreadId(), &BringOntoScreen, 0);
 }
 
 RECT CenterIn(const RECT& area, SIZE size) {

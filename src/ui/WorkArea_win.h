@@ -13,6 +13,9 @@ namespace brennvar {
 [[nodiscard]] RECT WorkAreaNear(const RECT& rectangle);
 // The work area of the main screen.
 [[nodiscard]] RECT MainWorkArea();
+// After the screens have changed: dialogs of this thread of which a part, or all, lies outside of their work areas
+// come back, hidden and minimised ones included.
+void BringOntoScreens();
 // A rectangle of this size in the middle of an area, inside it even when it is too large.
 [[nodiscard]] RECT CenterIn(const RECT& area, SIZE size);
 

@@ -38,7 +38,7 @@ ConnectionsModel::ConnectionsModel(const Parts& parts)
            .blocked = parts.blocked},
           [this](std::uint32_t processId) { return m_shown ? Table().PathOfProcess(processId) : std::nullopt; }),
       m_reader({.devices = parts.devices,
-                .reads = parts.reads,
+                .reads = parts.driverReads,
                 .clock = parts.clock,
                 .link = parts.link,
                 .programQueue = parts.programQueue,
@@ -361,7 +361,7 @@ void ConnectionsModel::OnRead(ConnectionsReader::Snapshot snapshot) {
     });
     if (View()) View()->SummaryChanged();
     // With full tables it takes long to give back the memory.
-    if (old) m_parts.reads.Post([old = std::move(old)] {});
+    if (old) m_parts.driverReads.Post([old = std::move(old)] {});
 }
 
 }  // namespace brennvar

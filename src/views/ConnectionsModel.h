@@ -28,7 +28,8 @@ public:
     struct Parts {
         const Language& language;
         DeviceOpener& devices;
-        TaskQueue& reads;
+        TaskQueue& reads;        // files
+        TaskQueue& driverReads;  // the driver's tables, and what is made of them
         const Clock& clock;
         ServiceLink& link;
         TaskQueue& programQueue;

@@ -52,8 +52,6 @@ void ProductFixture::StartService(const Lines& scenario, const std::string& opti
 }
 
 void ProductFixture::StartInterface() {
-    // A second one would only call the first: the one that the last test ended must be gone for good.
-    Require(WaitUntil([] { return !UniqueMutex(::OpenMutexA(SYNCHRONIZE, FALSE, "Local\\BrennvarGUI")); }));
     m_interface.emplace(Quoted(m_program));
     m_window = nullptr;
     m_window = NextWindow(m_caption);

@@ -2,6 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <atomic>
+#include <future>
+
+#include "support/AskedTools.h"
 #include "support/DataFolder.h"
 #include "support/FakeClock.h"
 #include "support/FakeDevice.h"
@@ -24,6 +29,17 @@ protected:
         test::FakePipe& pipe;
     };
 
+    struct FakeUserSession final : UserSession {
+        std::atomic<bool> isInFront = true;
+        HWND told = nullptr;
+        [[nodiscard]] bool IsInFront() const override { return isInFront; }
+        void TellChangesTo(HWND window) override { told = window; }
+        void StopTelling(HWND window) override {
+            if (told == window) told = nullptr;
+        }
+    };
+
+    FakeUserSession userSession;
     test::FakePipe pipe;
     test::FakeClock clock;
     test::FakeDriver driver;
@@ -36,6 +52,7 @@ protected:
                      .makeConnector = [this](const StopSignal&) { return std::make_unique<Connector>(pipe); },
                      .readAddresses = [] { return std::vector<InterfaceAddress>(); },
                      .userValues = userValues,
+                     .userSession = userSession,
                      .dataFolder = folder.Path(),
                      .languageName = "English"},
                     Language(nullptr)};
@@ -93,6 +110,56 @@ TEST_F(SessionTest, IsSilentTowardsAWindowThatHasGone) {
     EXPECT_EQ(pipe.writes.size(), 3U) << "what was sent has arrived";
     session.commander.Send(Batch(UserCommand::ReloadNetwork));
     EXPECT_EQ(pipe.writes.size(), 3U);
+}
+
+TEST_F(SessionTest, FetchesNothingWhileAnotherUsersSessionIsInFront) {
+    session.Begin(window, view);
+    EXPECT_EQ(userSession.told, window);
+    test::AskedTools tools;
+    const auto questionsAsked = [&] {
+        session.prompt.Tick(window, tools);
+        return std::count(driver.opened.begin(), driver.opened.end(), kDriverControlDeviceName);
+    };
+    const auto change = [&](bool isInFront) {
+        userSession.isInFront = isInFront;
+        session.OnUserSessionChanged();
+        PumpUntil([&] { return session.IsInFront() == isInFront; });
+    };
+    EXPECT_EQ(questionsAsked(), 1);
+    change(false);
+    pipe.server = [](const test::FakePipe::Message&) -> test::FakePipe::Bytes {
+        ADD_FAILURE() << "the notice was fetched";
+        return {};
+    };
+    EXPECT_EQ(questionsAsked(), 1);
+    session.FetchNotice();
+    // Whatever was asked before this has been done when it has.
+    bool isDone = false;
+    session.link.Ask<int>([](ServicePipes&) { return 1; }, [&](std::optional<int>) { isDone = true; });
+    PumpUntil([&] { return isDone; });
+    change(true);
+    EXPECT_EQ(questionsAsked(), 2);
+    Tell("Port scan");
+    session.End();
+    EXPECT_EQ(userSession.told, nullptr);
+}
+
+TEST_F(SessionTest, AFileThatIsHeldHoldsUpNeitherTheDriverNorThePasswordNorTheEnd) {
+    session.Begin(window, view);
+    std::promise<void> held;
+    std::promise<void> begun;
+    session.reads.Post([&] {
+        begun.set_value();
+        held.get_future().get();
+    });
+    begun.get_future().get();
+    session.RefreshFigures();
+    PumpUntil([&] { return !view.counts.empty(); });
+    bool isAllowed = false;
+    session.commander.AskFor(UserCommand::Exit, [&] { isAllowed = true; });
+    PumpUntil([&] { return isAllowed; });
+    session.StopLinks(std::chrono::milliseconds(0));
+    held.set_value();
 }
 
 }  // namespace

@@ -86,6 +86,7 @@ protected:
         return std::make_unique<ConnectionsModel>(ConnectionsModel::Parts{.language = language,
                                                                           .devices = driver,
                                                                           .reads = reads,
+                                                                          .driverReads = reads,
                                                                           .clock = clock,
                                                                           .link = link,
                                                                           .programQueue = programQueue,

@@ -1,0 +1,36 @@
+// One interface for each session of a user: two would take questions and notices from each other. Which one it is
+// the system tells by the order in which they were started, so that there is no name that another program could
+// take before, or keep.
+#pragma once
+
+#include <chrono>
+
+#include "base/Clock.h"
+
+namespace brennvar {
+
+// Those processes of this program and session that were started before this one. They only become fewer.
+class EarlierStarts {
+public:
+    virtual ~EarlierStarts() = default;
+    // At least one has not ended yet.
+    [[nodiscard]] virtual bool IsAnyThere() = 0;
+    // Asks their windows to come to the front. False: none has a window that answers, because it does not have one
+    // yet, is leaving, or hangs.
+    [[nodiscard]] virtual bool CallForward() = 0;
+};
+
+enum class InstanceChoice {
+    Run,    // this is the one
+    Leave,  // another one is there, and has been called to the front
+    Stuck,  // another one is there, but neither shows itself nor ends
+};
+
+// How long one that is leaving is waited for. The last commands may take 10 s, and what is left of its threads 8 s
+// (EndWatch), after which it ends in any case.
+inline constexpr std::chrono::seconds kLeavingPatience{20};
+
+// Waits on the clock as long as an earlier one may still end or show its window.
+[[nodiscard]] InstanceChoice ChooseInstance(EarlierStarts& earlier, Clock& clock);
+
+}  // namespace brennvar

@@ -1,0 +1,32 @@
+// The user's session on this machine, of which there are several when users take turns without logging off.
+#pragma once
+
+#include "base/Windows_win.h"
+
+namespace brennvar {
+
+class UserSession {
+public:
+    virtual ~UserSession() = default;
+    // A screen and a keyboard belong to it now, this machine's or those of a remote desktop. True as well where the
+    // system cannot tell. May take a while; any thread.
+    [[nodiscard]] virtual bool IsInFront() const = 0;
+    // From now on the window gets WM_WTSSESSION_CHANGE when that has changed; anybody else can send that, too.
+    virtual void TellChangesTo(HWND window) = 0;
+    virtual void StopTelling(HWND window) = 0;
+};
+
+// By the system's terminal services, where they are.
+class WinUserSession final : public UserSession {
+public:
+    WinUserSession();
+
+    [[nodiscard]] bool IsInFront() const override;
+    void TellChangesTo(HWND window) override;
+    void StopTelling(HWND window) override;
+
+private:
+    const HMODULE m_library;  // stays loaded: it is used until the end of the process
+};
+
+}  // namespace brennvar

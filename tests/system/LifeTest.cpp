@@ -1,0 +1,156 @@
+// The process of the finished program: one for each session of a user, which does not stay behind, and whose
+// windows are where the user can reach them.
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+// Needs windows.h, which the test's own headers bring.
+#include <tlhelp32.h>
+#include "Product.h"
+
+namespace brennvar::test {
+namespace {
+
+class LifeTest : public ProductFixture {
+protected:
+    // Another start of the program, which is to be the one that stays.
+    HWND WindowOf(const RunningProgram& program) {
+        const HWND window = WaitForProgramWindow(program.Id(), kCaption);
+        Require(window != nullptr);
+        return window;
+    }
+    [[nodiscard]] int CountWindows() const {
+        int count = 0;
+        for (HWND window = nullptr; (window = ::FindWindowExA(nullptr, window, nullptr, kCaption)) != nullptr;) {
+            count += ::IsWindowVisible(window) ? 1 : 0;
+        }
+        return count;
+    }
+    static bool IsOnScreen(HWND window) {
+        RECT place{}, area{}, part{};
+        ::SystemParametersInfoA(SPI_GETWORKAREA, 0, &area, 0);
+        return ::GetWindowRect(window, &place) && ::IntersectRect(&part, &place, &area) &&
+               ::EqualRect(&part, &place);
+    }
+};
+
+TEST_F(LifeTest, NobodyElseDecidesWhetherThereIsAWindow) {
+    // Names that the program has used, or might: a mutex, and something else that makes opening one fail.
+    const UniqueMutex mutex(::CreateMutexA(nullptr, TRUE, "Local\\BrennvarGUI"));
+    const UniqueEvent event(::CreateEventA(nullptr, TRUE, FALSE, "Local\\BrennvarGUI.OpenWindow"));
+    ASSERT_TRUE(mutex && event);
+    m_interface.emplace(Quoted(m_program));
+    m_window = WindowOf(*m_interface);
+    // All the same there is only one: several starts at once call it, from the tray as well.
+    ::PostMessageA(m_window, WM_CLOSE, 0, 0);
+    ASSERT_TRUE(WaitUntil([this] { return !::IsWindowVisible(m_window); }));
+    const RunningProgram second(Quoted(m_program)), third(Quoted(m_program));
+    EXPECT_EQ(second.WaitForEnd(), 0);
+    EXPECT_EQ(third.WaitForEnd(), 0);
+    EXPECT_TRUE(WaitUntil([this] { return ::IsWindowVisible(m_window) != FALSE; }));
+    EXPECT_EQ(CountWindows(), 1);
+    // One from another folder is not taken for it, by its name.
+    Install();
+    const RunningProgram other(Quoted(m_program));
+    EXPECT_NE(WindowOf(other), m_window);
+    Leave();
+}
+
+TEST_F(LifeTest, AStartDuringAnExitWaitsForIt) {
+    // Without a service the last commands take their time.
+    StartInterface();
+    Command(kExitCommand);
+    ASSERT_TRUE(PressWhenEnabled(NextMessage(), IDOK));
+    ASSERT_TRUE(WaitUntil([this] { return !::IsWindowVisible(m_window); }));
+    const RunningProgram next(Quoted(m_program));
+    (void)WindowOf(next);
+    EXPECT_FALSE(m_interface->IsRunning()) << "two at a time";
+    ExpectEnd();
+}
+
+TEST_F(LifeTest, ThreadsThatNobodyCanEndDoNotKeepTheProcess) {
+    StartInterface();
+    const DWORD windowThread = ::GetWindowThreadProcessId(m_window, nullptr);
+    // As if all the others waited for a disk that never answers.
+    const UniqueFile snapshot(::CreateToolhelp32Snapshot(TH32CS_SNAPTHREAD, 0));
+    int held = 0;
+    THREADENTRY32 entry{};
+    entry.dwSize = sizeof entry;
+    for (BOOL more = ::Thread32First(snapshot.Get(), &entry); more; more = ::Thread32Next(snapshot.Get(), &entry)) {
+        if (entry.th32OwnerProcessID != m_interface->Id() || entry.th32ThreadID == windowThread) continue;
+        const UniqueHandle<KernelHandleTraits> thread(
+            ::OpenThread(THREAD_SUSPEND_RESUME, FALSE, entry.th32ThreadID));
+        if (thread && ::SuspendThread(thread.Get()) != static_cast<DWORD>(-1)) ++held;
+    }
+    ASSERT_GT(held, 0);
+    ASSERT_TRUE(::PostThreadMessageA(windowThread, WM_QUIT, 0, 0));
+    const RunningProgram next(Quoted(m_program));
+    (void)WindowOf(next);
+    EXPECT_FALSE(m_interface->IsRunning()) << "two at a time";
+    ExpectEnd();
+}
+
+TEST_F(LifeTest, ARestartThatFailsComesBack) {
+    Install();
+    const std::filesystem::path installation = m_installation->Path();
+    std::filesystem::copy(std::filesystem::path(BRENNVAR_SOURCE_FOLDER) / "assets" / "Languages",
+                          installation / "Languages", std::filesystem::copy_options::recursive);
+    std::filesystem::create_directories(installation / "Skins" / "Default");
+    Start({});
+    std::filesystem::rename(installation / "BrennvarGUI.exe", installation / "Gone.exe");
+    constexpr int kResourcesSection = 8, kLanguages = 964;
+    OpenOptions(kResourcesSection);
+    const HWND list = Control(kLanguages);
+    const LRESULT row = Ask(list, CB_FINDSTRINGEXACT, static_cast<WPARAM>(-1), reinterpret_cast<LPARAM>("German"));
+    ASSERT_EQ(Ask(list, CB_SETCURSEL, static_cast<WPARAM>(row)), row);
+    Press(kApply);
+    Answer(NextMessage(), IDOK);
+    ASSERT_TRUE(WaitUntil([this] { return !::IsWindow(m_window); }));
+    // The same process, in the new language, with a word why.
+    ASSERT_TRUE(WaitUntil([this] {
+        m_window = FindVisible(nullptr, [this](HWND window) {
+            return ProcessOf(window) == m_interface->Id() && ::GetDlgItem(window, kOptionsPage) != nullptr;
+        });
+        return m_window != nullptr;
+    }));
+    AnswerMessage("Das Programm konnte nicht neu gestartet werden. Es l\xE4uft weiter.");
+    ExpectAnswers();
+    Leave();
+}
+
+TEST_F(LifeTest, WindowsComeBackWhenTheScreensHaveChanged) {
+    Start({R"(question tcp 10.1.2.3:1 10.9.9.9:2 4242 C:\Aurora\aurora.exe)"});
+    const HWND question = NextQuestion();
+    const struct {
+        UINT message;
+        WPARAM what;
+    } changes[] = {
+        {WM_DISPLAYCHANGE, 32}, {WM_SETTINGCHANGE, SPI_SETWORKAREA}, {WM_POWERBROADCAST, PBT_APMRESUMEAUTOMATIC}};
+    for (const auto& change : changes) {
+        for (const HWND window : {m_window, question}) {
+            ::SetWindowPos(window, nullptr, 9000, 700, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+            ASSERT_TRUE(WaitUntil([&] { return !IsOnScreen(window); }));
+        }
+        Ask(m_window, change.message, change.what);
+        EXPECT_TRUE(IsOnScreen(m_window)) << change.message;
+        EXPECT_TRUE(IsOnScreen(question)) << change.message;
+    }
+    // Not for anything that is set somewhere.
+    ::SetWindowPos(m_window, nullptr, 9000, 700, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+    Ask(m_window, WM_SETTINGCHANGE, SPI_SETMOUSE);
+    EXPECT_FALSE(IsOnScreen(m_window));
+}
+
+TEST_F(LifeTest, MakesNoDataFolder) {
+    // Only the log folder, in one that is there.
+    StartInterface();
+    EXPECT_TRUE(std::filesystem::is_directory(m_data + "\\Log"));
+    m_interface.reset();
+    std::filesystem::remove_all(m_data);
+    StartInterface();
+    ExpectAnswers();
+    EXPECT_FALSE(std::filesystem::exists(m_data));
+}
+
+}  // namespace
+}  // namespace brennvar::test
