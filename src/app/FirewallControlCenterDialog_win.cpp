@@ -56,7 +56,7 @@ FirewallControlCenterDialog::Outcome FirewallControlCenterDialog::Run() {
 void FirewallControlCenterDialog::OnInitDialog() {
     ShowIcons();
     CreateFrame(m_session.language.GetText(41, "Brennvar Personal Firewall"), PageEntries());
-    m_status.Create(Window(), GetLook());
+    m_status.Create(Texts(), GetLook());
     RestorePlace();
     m_tools.Attach(Window());
     m_rules.Attach(Window());
