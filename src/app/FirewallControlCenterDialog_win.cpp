@@ -111,6 +111,7 @@ void FirewallControlCenterDialog::OnTimer(UINT_PTR id) {
 }
 
 void FirewallControlCenterDialog::OnShown() {
+    m_com.emplace();
     m_tray.Create(Window(), kMessageTray, m_session.modes);
     m_session.reads.Post([] { EnsureHelperRuns(GetInstallationFolder()); });
     ShowWelcomeOnce();

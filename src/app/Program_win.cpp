@@ -13,7 +13,6 @@
 #include "ipc/Pipe_win.h"
 // windows.h must stand before these.
 #include <commctrl.h>
-#include <objbase.h>
 #include <shellapi.h>
 #include <shlobj.h>
 
@@ -37,13 +36,16 @@ namespace {
 }
 
 // What the rest of the program, and the service, expect to be there.
-void PrepareSurroundings(const std::string& dataFolder, UserValues& userValues) {
+void PrepareSurroundings(const std::string& dataFolder) {
     EnableDebugPrivilege();  // without it the paths of some processes stay unknown
     // With the folders above it; one that is there already is left as it is.
     const std::string logFolder = LogFolderPath(dataFolder);
     if (::GetFileAttributesA(logFolder.c_str()) == INVALID_FILE_ATTRIBUTES) {
         ::SHCreateDirectoryExA(nullptr, logFolder.c_str(), nullptr);
     }
+}
+
+void WriteProcessIds(UserValues& userValues) {
     const std::vector<std::uint32_t> ids = FindProcessIds({"brennvar.exe", "brennvargui.exe"});
     userValues.WriteUserValue(kUserValueServerPid, ids[0]);
     userValues.WriteUserValue(kUserValueGuiPid, ids[1]);
@@ -54,7 +56,7 @@ FirewallControlCenterDialog::Outcome RunControlCenter(Clock& clock) {
     WinDeviceOpener devices;
     WinUserValues userValues;
     const std::string dataFolder = GetDataFolder();
-    PrepareSurroundings(dataFolder, userValues);
+    PrepareSurroundings(dataFolder);
     Session session(
         {.clock = clock,
          .devices = devices,
@@ -64,6 +66,8 @@ FirewallControlCenterDialog::Outcome RunControlCenter(Clock& clock) {
          .dataFolder = dataFolder,
          .languageName = CurrentLanguageName()},
         OpenLanguage());
+    // Nobody waits for them, and all processes have to be gone through.
+    session.reads.Post([&userValues] { WriteProcessIds(userValues); });
     return FirewallControlCenterDialog(session).Run();
 }
 
@@ -92,14 +96,11 @@ int RunProgram(Clock& clock) {
         ::PostMessageA(HWND_BROADCAST, FirewallControlCenterDialog::OpenWindowMessage(), 0, 0);
         return 0;
     }
-    // The shell's icons need COM.
-    const bool hasCom = SUCCEEDED(::CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED | COINIT_DISABLE_OLE1DDE));
     if (RunControlCenter(clock) == FirewallControlCenterDialog::Outcome::Restart) {
         // The new one must not take this one for the one that is running already.
         running.Reset();
         StartAgain();
     }
-    if (hasCom) ::CoUninitialize();
     return 0;
 }
 
