@@ -110,8 +110,10 @@ public:
             ground.DrawPart(dc, {0, row * 32, client.right, row * 32 + 32},
                             {0, 0, ground.Width(), ground.Height()});
         }
+        m_texts.Paint(dc);
     }
     void Fill(HWND window, const Look& look) override {
+        m_texts.SetWindow(window);
         const Language language = OpenLanguage();
         constexpr FileTime kNow = 1;
         constexpr FileTime kTwoHours = kNow + 7200 * kFileTimePerSecond;
@@ -121,7 +123,7 @@ public:
         static_assert(std::size(displays) == kRows);
         for (int row = 0; row < kRows; ++row) {
             const ModeDisplay& display = displays[row];
-            m_cells.emplace_back().Create(window, 1 + row, look);
+            m_cells.emplace_back().Create(m_texts, 1 + row, look);
             m_cells.back().Place(StatusLine::ModePlace({184, row * 32, 900, row * 32 + 32}));
             m_cells.back().Show(display.mode, FormatMode(display, kNow, language));
         }
@@ -129,6 +131,7 @@ public:
 
 private:
     static constexpr int kRows = 6;
+    DrawnTexts m_texts{DrawnTexts::PaintedIn::Ground};
     std::deque<ModeCell> m_cells;
 };
 

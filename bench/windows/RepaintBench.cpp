@@ -102,7 +102,7 @@ private:
                                .make = [this, &info] { return MakePage(info); }});
         }
         CreateFrame("Bench", std::move(entries));
-        m_status.Create(Window(), GetLook());
+        m_status.Create(Texts(), GetLook());
     }
     void OnPlaceStatus(const RECT& band) override { m_status.Place(band); }
 

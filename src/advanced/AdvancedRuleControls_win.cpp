@@ -107,13 +107,13 @@ void AdvancedRuleDialog::CreateRow(RuleField field, const RuleFieldRow::Setup& s
 }
 
 int AdvancedRuleDialog::RowHeight() const {
-    return RuleFieldRow::HeightWithRemark(GetLook(), Window()) + Scale(kRowGap);
+    return RuleFieldRow::HeightWithRemark(GetLook()) + Scale(kRowGap);
 }
 
 void AdvancedRuleDialog::PlaceControls() {
     const int width = Scale(kWidth);
     const int noteHeight = m_note.Measure(width).cy;
-    const int lineHeight = MeasureText(Window(), GetLook().fonts.Text(), "Ag", 0).cy;
+    const int lineHeight = MeasureText(GetLook().fonts.Text(), "Ag", 0).cy;
     const int frameHeight = lineHeight + Scale(3 * kSmallGap + kEndGap) + 3 * RowHeight();
     const int cardHeight = kSentenceLines * lineHeight + 2 * Scale(kCardInset);
     SetContentPixels({width, noteHeight + Scale(kSmallGap) + FieldHeight() + Scale(kGap) + frameHeight +

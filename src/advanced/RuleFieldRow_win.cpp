@@ -14,8 +14,8 @@ constexpr int kRemarkGap = 1;  // between a field and its remark
 // Longer than anything that a rule can hold, so that what is too long can be told, and not only cut.
 constexpr WPARAM kMostLetters = 1000;
 
-int LineHeight(const Look& look, HWND window) {
-    return MeasureText(window, look.fonts.Text(), "Ag", 0).cy;
+int LineHeight(const Look& look) {
+    return MeasureText(look.fonts.Text(), "Ag", 0).cy;
 }
 
 }  // namespace
@@ -41,8 +41,8 @@ int RuleFieldRow::NameWidth() const {
     return m_name.Window() ? m_name.Measure(0).cx : 0;
 }
 
-int RuleFieldRow::HeightWithRemark(const Look& look, HWND window) {
-    return FieldHeight() + Scale(kRemarkGap) + LineHeight(look, window);
+int RuleFieldRow::HeightWithRemark(const Look& look) {
+    return FieldHeight() + Scale(kRemarkGap) + LineHeight(look);
 }
 
 void RuleFieldRow::Place(const RECT& place, int nameWidth, int remarkRoom) const {
@@ -54,7 +54,7 @@ void RuleFieldRow::Place(const RECT& place, int nameWidth, int remarkRoom) const
     }
     if (m_remark.Window()) {
         const LONG top = field.bottom + Scale(kRemarkGap);
-        m_remark.Place({field.left, top, field.right + remarkRoom, top + LineHeight(*m_look, m_remark.Window())});
+        m_remark.Place({field.left, top, field.right + remarkRoom, top + LineHeight(*m_look)});
     }
     m_edit.Place(HasPicks() ? m_pick.PlaceIn(field) : field);
 }

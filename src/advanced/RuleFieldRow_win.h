@@ -24,7 +24,7 @@ public:
 
     // Pixels of the screen.
     [[nodiscard]] int NameWidth() const;
-    [[nodiscard]] static int HeightWithRemark(const Look& look, HWND window);
+    [[nodiscard]] static int HeightWithRemark(const Look& look);
     // place: of one line, name included; the remark stands below the field, as wide as that and remarkRoom more.
     void Place(const RECT& place, int nameWidth, int remarkRoom = 0) const;
 

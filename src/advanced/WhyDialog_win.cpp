@@ -148,8 +148,7 @@ bool WhyDialog::CreateList() {
 
 void WhyDialog::PlaceParts() {
     const int width = Scale(kWidth);
-    const int answerHeight =
-        kAnswerLines * static_cast<int>(MeasureText(Window(), GetLook().fonts.Title(), "X", 0).cy);
+    const int answerHeight = kAnswerLines * static_cast<int>(MeasureText(GetLook().fonts.Title(), "X", 0).cy);
     const int labelHeight = m_labels.front().Measure(0).cy;
     const int rowHeight = labelHeight + Scale(kLabelGap) + FieldHeight() + Scale(kSmallGap);
     const int remarkHeight = m_remark.Measure(width).cy;

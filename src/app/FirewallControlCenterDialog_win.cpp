@@ -63,7 +63,7 @@ FirewallControlCenterDialog::Outcome FirewallControlCenterDialog::Run() {
 void FirewallControlCenterDialog::OnInitDialog() {
     ShowIcons();
     CreateFrame(m_session.language.GetText(41, "Brennvar Personal Firewall"), PageEntries());
-    m_status.Create(Window(), GetLook());
+    m_status.Create(Texts(), GetLook());
     RestorePlace();
     m_tools.Attach(Window());
     m_rules.Attach(Window());
@@ -121,6 +121,7 @@ void FirewallControlCenterDialog::OnTimer(UINT_PTR id) {
 }
 
 void FirewallControlCenterDialog::OnShown() {
+    m_com.emplace();
     m_tray.Create(Window(), kMessageTray, m_session.modes);
     (void)RunDetached([] { EnsureHelperRuns(GetInstallationFolder()); });
     ShowWelcomeOnce();

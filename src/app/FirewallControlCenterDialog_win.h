@@ -19,6 +19,7 @@
 #include "app/StatusLine_win.h"
 #include "app/Ticks.h"
 #include "app/ToolWindows_win.h"
+#include "base/ComOfThread_win.h"
 #include "base/Handles_win.h"
 #include "lists/PageOwner.h"
 
@@ -101,6 +102,8 @@ private:
     bool ApplyResourceChoice(const ResourceChoice& current, const ResourceChoice& chosen);
     [[nodiscard]] bool IsBusy() const;
 
+    // For what the shell does for this thread; only when the window is there, since it takes its time.
+    std::optional<ComOfThread> m_com;
     Session& m_session;
     Ticks m_ticks{*this};
     UniqueIcon m_bigIcon;

@@ -27,6 +27,7 @@ FrameDialog::FrameDialog(const CFonts& fonts, const Language& language, UserValu
 void FrameDialog::CreateFrame(const std::string& caption, std::vector<PageHost::Entry> entries) {
     m_caption = caption;
     ::SetWindowTextA(Window(), caption.c_str());
+    m_drawn.SetWindow(Window());
     m_look.emplace(m_fonts);
     m_frame.emplace(*m_look);
     m_pages.Create(Window(), *m_look, std::move(entries));
@@ -88,19 +89,12 @@ void FrameDialog::OnMinMaxInfo(MINMAXINFO& info) {
 
 bool FrameDialog::OnEraseBackground(HDC dc) {
     if (!m_frame) return false;
-    RECT client{};
-    ::GetClientRect(Window(), &client);
-    const bool isMaximised = ::IsZoomed(Window()) != FALSE;
-    if (::GetObjectType(dc) == OBJ_MEMDC) {
-        m_frame->Paint(dc, client, m_caption, isMaximised);  // the buffer of a child control
-        return true;
-    }
-    RECT clip{};
-    ::GetClipBox(dc, &clip);
-    ::IntersectRect(&clip, &clip, &client);
-    if (::IsRectEmpty(&clip)) return true;
-    const CBufferedDc buffer(dc, clip);
-    m_frame->Paint(buffer.Dc(), client, m_caption, isMaximised);
+    PaintGroundAtOnce(Window(), dc, [this](HDC target) {
+        RECT client{};
+        ::GetClientRect(Window(), &client);
+        m_frame->Paint(target, client, m_caption, ::IsZoomed(Window()) != FALSE);
+        m_drawn.Paint(target);
+    });
     return true;
 }
 
@@ -132,7 +126,7 @@ std::optional<LRESULT> FrameDialog::OnMessage(UINT message, WPARAM wParam, LPARA
         case WM_ENTERSIZEMOVE: m_grip.OnEnterSizeMove(); return std::nullopt;
         case WM_EXITSIZEMOVE: m_grip.OnExitSizeMove(); return std::nullopt;
         case WM_PRINTCLIENT: OnEraseBackground(reinterpret_cast<HDC>(wParam)); return 0;
-        default: return std::nullopt;
+        default: return m_drawn.Answer(message, wParam, lParam);
     }
 }
 

@@ -11,6 +11,7 @@
 #include "app/WindowFrame_win.h"
 #include "config/Language.h"
 #include "config/UserValues.h"
+#include "controls/DrawnText_win.h"
 #include "ui/Dialog_win.h"
 #include "ui/Fonts_win.h"
 #include "ui/Look_win.h"
@@ -36,6 +37,8 @@ protected:
     [[nodiscard]] bool IsSeen() const { return ::IsWindowVisible(Window()) && !::IsIconic(Window()); }
     [[nodiscard]] PageHost& Pages() { return m_pages; }
     [[nodiscard]] const Look& GetLook() const { return *m_look; }
+    // What the window writes on its frame.
+    [[nodiscard]] DrawnTexts& Texts() { return m_drawn; }
 
     virtual void OnPlaceStatus(const RECT& /*band*/) {}
     virtual void OnHelp() {}
@@ -58,6 +61,7 @@ private:
     UserValues& m_userValues;
     std::optional<Look> m_look;
     std::optional<WindowFrame> m_frame;
+    DrawnTexts m_drawn{DrawnTexts::PaintedIn::Ground};
     PageHost m_pages;
     ResizeGrip m_grip;
     std::string m_caption;

@@ -30,9 +30,9 @@ RECT Large(RECT place) {
 
 }  // namespace
 
-void ModeCell::Create(HWND parent, int id, const Look& look) {
-    m_textColour = look.skin.GetSkinColor("BUTTON_MENU_DEFAULT", 255, 255, 255);
-    Make(parent, "STATIC", "", SS_NOPREFIX, id, look.fonts.Text());
+void ModeCell::Create(DrawnTexts& texts, int id, const Look& look) {
+    CDrawnText::Create(texts, "", LabelKind::Plain, SS_ENDELLIPSIS, id, look);
+    SetColour(look.skin.GetSkinColor("BUTTON_MENU_DEFAULT", 255, 255, 255));
 }
 
 void ModeCell::Show(ProtectionMode mode, const std::string& text) {
@@ -40,12 +40,14 @@ void ModeCell::Show(ProtectionMode mode, const std::string& text) {
     SetText(text);
 }
 
-void ModeCell::OnPaint(HDC dc, const RECT& client) {
+void ModeCell::Paint(HDC dc) const {
+    if (!IsSeenOn(dc)) return;
+    RECT words = Place();
     const int size = Scale(kDisc);
-    const LONG top = client.top + (HeightOf(client) - size) / 2;
-    PaintDot(dc, {client.left, top, client.left + size, top + size});
-    DrawLabel(dc, Font(), {client.left + size + Scale(kGap), client.top, client.right, client.bottom}, Text(),
-              m_textColour, DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX | DT_END_ELLIPSIS);
+    const LONG top = words.top + (HeightOf(words) - size) / 2;
+    PaintDot(dc, {words.left, top, words.left + size, top + size});
+    words.left += size + Scale(kGap);
+    PaintText(dc, words);
 }
 
 // Normal: a full dot. Allow All: open, a ring. Block All: barred.

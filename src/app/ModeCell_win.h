@@ -5,22 +5,21 @@
 #include <string>
 
 #include "commands/ProtectionMode.h"
-#include "ui/Control_win.h"
+#include "controls/DrawnText_win.h"
 
 namespace brennvar {
 
-class ModeCell final : public CControl {
+class ModeCell final : public CDrawnText {
 public:
-    // A STATIC, visible, of no size yet. Its window text is the words.
-    void Create(HWND parent, int id, const Look& look);
+    // Of no size yet. Its text is the words.
+    void Create(DrawnTexts& texts, int id, const Look& look);
     void Show(ProtectionMode mode, const std::string& text);
 
 private:
-    void OnPaint(HDC dc, const RECT& client) override;
+    void Paint(HDC dc) const override;
     void PaintDot(HDC dc, const RECT& place) const;
 
     ProtectionMode m_mode = ProtectionMode::Normal;
-    COLORREF m_textColour = 0;
 };
 
 }  // namespace brennvar

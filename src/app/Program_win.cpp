@@ -20,7 +20,6 @@
 #include "ipc/Pipe_win.h"
 // windows.h must stand before these.
 #include <commctrl.h>
-#include <objbase.h>
 
 namespace brennvar {
 namespace {
@@ -40,11 +39,14 @@ namespace {
 }
 
 // What the rest of the program, and the service, expect to be there.
-void PrepareSurroundings(const std::string& dataFolder, UserValues& userValues) {
+void PrepareSurroundings(const std::string& dataFolder) {
     EnableDebugPrivilege();  // without it the paths of some processes stay unknown
     // The data folder itself is made by who installs the service, with the access list that it needs: one that this
     // user made would be his. A folder that is there is left as it is.
     ::CreateDirectoryA(LogFolderPath(dataFolder).c_str(), nullptr);
+}
+
+void WriteProcessIds(UserValues& userValues) {
     const std::vector<std::uint32_t> ids = FindProcessIds({"brennvar.exe", "brennvargui.exe"});
     userValues.WriteUserValue(kUserValueServerPid, ids[0]);
     userValues.WriteUserValue(kUserValueGuiPid, ids[1]);
@@ -92,7 +94,7 @@ End RunControlCenter(Clock& clock, const std::string& firstMessage) {
     WinUserValues userValues;
     WinUserSession userSession;
     const std::string dataFolder = GetDataFolder();
-    PrepareSurroundings(dataFolder, userValues);
+    PrepareSurroundings(dataFolder);
     Session session(
         {.clock = clock,
          .devices = devices,
@@ -103,6 +105,8 @@ End RunControlCenter(Clock& clock, const std::string& firstMessage) {
          .dataFolder = dataFolder,
          .languageName = CurrentLanguageName()},
         OpenLanguage());
+    // Nobody waits for them, and all processes have to be gone through.
+    session.reads.Post([&userValues] { WriteProcessIds(userValues); });
     FirewallControlCenterDialog window(session, firstMessage);
     RegisterRestart(true);
     const bool isRestart = window.Run() == FirewallControlCenterDialog::Outcome::Restart;
@@ -141,14 +145,11 @@ int RunProgram(Clock& clock) {
         return 0;
     }
     if (!IsTheOne(clock)) return 0;
-    // The shell's icons need COM.
-    const bool hasCom = SUCCEEDED(::CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED | COINIT_DISABLE_OLE1DDE));
     End end = RunControlCenter(clock, {});
     while (end == End::ComesBack) {
         end = RunControlCenter(
             clock, OpenLanguage().GetText(2221, "The program could not be started again. It goes on running."));
     }
-    if (hasCom) ::CoUninitialize();
     return 0;
 }
 

@@ -21,12 +21,11 @@ constexpr std::uint64_t kUsualRate = 1000 * 1024;  // bytes a second
 
 }  // namespace
 
-void StatusLine::Create(HWND parent, const Look& look) {
-    m_mode.Create(parent, IDC_STATUS_MODE, look);
+void StatusLine::Create(DrawnTexts& texts, const Look& look) {
+    m_mode.Create(texts, IDC_STATUS_MODE, look);
     static_assert(std::size(kCellIds) == CellCount);
     for (std::size_t cell = 0; cell < m_cells.size(); ++cell) {
-        m_cells[cell].Create(parent, "", LabelKind::Quiet, SS_NOPREFIX | SS_ENDELLIPSIS | SS_CENTERIMAGE,
-                             kCellIds[cell], look);
+        m_cells[cell].Create(texts, "", LabelKind::Quiet, SS_ENDELLIPSIS, kCellIds[cell], look);
         m_cells[cell].SetColour(look.colours.statusText);
     }
     Show(Connections, m_language.GetText(1007, "Connections:") + kUsualCount);

@@ -12,7 +12,7 @@
 #include "base/Windows_win.h"
 #include "config/Amounts.h"
 #include "config/Language.h"
-#include "controls/Label_win.h"
+#include "controls/DrawnText_win.h"
 #include "ipc/DriverTables.h"
 #include "ipc/WatchedConnector.h"
 #include "statistics/TrafficMeter.h"
@@ -24,7 +24,8 @@ class StatusLine {
 public:
     explicit StatusLine(const Language& language) : m_language(language), m_words(language) {}
 
-    void Create(HWND parent, const Look& look);
+    // In the ground of a window.
+    void Create(DrawnTexts& texts, const Look& look);
     // band: the line without its end below the column, in client coordinates.
     void Place(const RECT& band);
     // The mode's part of it.
@@ -47,7 +48,7 @@ private:
     const Language& m_language;
     const AmountWords m_words;
     ModeCell m_mode;
-    std::array<CLabel, CellCount> m_cells;
+    std::array<CDrawnText, CellCount> m_cells;
     std::array<int, CellCount> m_widths{};  // that they need
     RECT m_band{};
 };

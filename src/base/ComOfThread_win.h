@@ -1,5 +1,5 @@
 // The shell's icon handlers are COM objects, which the thread that calls them has to be ready for. A thread that
-// does keeps one of these as a thread_local.
+// does keeps one of these for as long as it may call them.
 #pragma once
 
 #include "base/Windows_win.h"

@@ -32,8 +32,8 @@ constexpr int kTextMargins = 16;  // both, at 96 pixels per inch
 
 }  // namespace
 
-bool FitsButton(const ButtonKind& kind, HWND window, const Look& look, const std::string& text) {
-    return MeasureText(window, look.fonts.Text(), text, 0).cx <= Scale(kind.plainSize.cx - kTextMargins);
+bool FitsButton(const ButtonKind& kind, const Look& look, const std::string& text) {
+    return MeasureText(look.fonts.Text(), text, 0).cx <= Scale(kind.plainSize.cx - kTextMargins);
 }
 
 void CButton::Create(HWND parent, const ButtonKind& kind, const std::string& text, int id, const Look& look) {

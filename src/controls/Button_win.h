@@ -33,7 +33,7 @@ inline constexpr ButtonKind kButtonMedium = {"BUTTON_MEDIUM", "button_medium.png
 inline constexpr ButtonKind kButtonLarge = {"BUTTON_LARGE", "button_large.png", "BUTTON", {200, 30}};
 
 // Whether a button of this kind shows all of the text, in a window of this look.
-[[nodiscard]] bool FitsButton(const ButtonKind& kind, HWND window, const Look& look, const std::string& text);
+[[nodiscard]] bool FitsButton(const ButtonKind& kind, const Look& look, const std::string& text);
 
 inline constexpr SIZE kCaptionButtonSize = {32, 28};
 inline constexpr ButtonKind kButtonMin = {"BUTTON_MIN",       "button_min.png",    "BUTTON",

@@ -24,7 +24,7 @@ void CEdit::Adopt(HWND control, const Look& look) {
 
 void CEdit::SetUp(const Look& look) {
     m_colours = look.colours;
-    m_lineHeight = MeasureText(Window(), look.fonts.Text(), "Ag", 0).cy;
+    m_lineHeight = MeasureText(look.fonts.Text(), "Ag", 0).cy;
     // Windows' margins follow the font; ours are part of the frame.
     ::SendMessageA(Window(), EM_SETMARGINS, EC_LEFTMARGIN | EC_RIGHTMARGIN, 0);
     RemoveBorder(Window());  // and makes Windows ask for the frame's size

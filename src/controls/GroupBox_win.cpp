@@ -27,7 +27,7 @@ void CGroupBox::Adopt(HWND control, const Look& look) {
 
 void CGroupBox::SetUp(const Look& look) {
     m_colours = look.colours;
-    m_titleHeight = MeasureText(Window(), look.fonts.Bold(), "Ag", 0).cy;
+    m_titleHeight = MeasureText(look.fonts.Bold(), "Ag", 0).cy;
 }
 
 RECT CGroupBox::Inside() const {

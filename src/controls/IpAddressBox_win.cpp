@@ -30,7 +30,7 @@ void CIpAddressBox::Adopt(HWND control, const Look& look) {
 
 void CIpAddressBox::SetUp(const Look& look) {
     m_colours = look.colours;
-    m_lineHeight = MeasureText(Window(), look.fonts.Text(), "0", 0).cy;
+    m_lineHeight = MeasureText(look.fonts.Text(), "0", 0).cy;
     std::size_t count = 0;
     for (HWND field = ::GetWindow(Window(), GW_CHILD); field && count < m_fields.size();
          field = ::GetWindow(field, GW_HWNDNEXT)) {

@@ -8,7 +8,9 @@ namespace {
 
 constexpr int kDisabledShare = 90;  // towards the page
 
-HFONT FontOf(LabelKind kind, const CFonts& fonts) {
+}  // namespace
+
+HFONT LabelFont(LabelKind kind, const CFonts& fonts) {
     switch (kind) {
         case LabelKind::Bold: return fonts.Bold();
         case LabelKind::Title: return fonts.Title();
@@ -16,8 +18,11 @@ HFONT FontOf(LabelKind kind, const CFonts& fonts) {
     }
 }
 
-// What a STATIC's style means for DrawText.
-UINT TextFormat(DWORD style) {
+COLORREF LabelColour(LabelKind kind, const Palette& colours) {
+    return kind == LabelKind::Quiet ? colours.quietText : colours.text;
+}
+
+UINT LabelFormat(DWORD style) {
     UINT format = DT_EXPANDTABS;
     const DWORD type = style & SS_TYPEMASK;
     if (type == SS_CENTER) format |= DT_CENTER;
@@ -30,20 +35,18 @@ UINT TextFormat(DWORD style) {
     return type == SS_LEFTNOWORDWRAP ? format : format | DT_WORDBREAK;
 }
 
-}  // namespace
-
 void CLabel::Create(HWND parent, const std::string& text, LabelKind kind, DWORD style, int id, const Look& look) {
     Resolve(kind, look);
-    Make(parent, "STATIC", text, style, id, FontOf(kind, look.fonts));
+    Make(parent, "STATIC", text, style, id, LabelFont(kind, look.fonts));
 }
 
 void CLabel::Adopt(HWND control, LabelKind kind, const Look& look) {
     Resolve(kind, look);
-    Attach(control, FontOf(kind, look.fonts));
+    Attach(control, LabelFont(kind, look.fonts));
 }
 
 void CLabel::Resolve(LabelKind kind, const Look& look) {
-    m_colour = kind == LabelKind::Quiet ? look.colours.quietText : look.colours.text;
+    m_colour = LabelColour(kind, look.colours);
     m_disabledColour = MixColours(look.colours.quietText, look.colours.page, kDisabledShare);
 }
 
@@ -54,12 +57,12 @@ void CLabel::SetColour(COLORREF colour) {
 }
 
 SIZE CLabel::Measure(int width) const {
-    return MeasureText(Window(), Font(), Text(), width);
+    return MeasureText(Font(), Text(), width);
 }
 
 void CLabel::OnPaint(HDC dc, const RECT& client) {
     DrawLabel(dc, Font(), client, Text(), IsEnabled() ? m_colour : m_disabledColour,
-              TextFormat(Style()) | PrefixFormat());
+              LabelFormat(Style()) | PrefixFormat());
 }
 
 }  // namespace brennvar

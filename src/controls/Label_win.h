@@ -14,6 +14,11 @@ enum class LabelKind {
     Title,  // a page's or a dialog's name
 };
 
+// What a kind and a STATIC's style mean where a text is drawn: font, colour, flags for DrawText.
+[[nodiscard]] HFONT LabelFont(LabelKind kind, const CFonts& fonts);
+[[nodiscard]] COLORREF LabelColour(LabelKind kind, const Palette& colours);
+[[nodiscard]] UINT LabelFormat(DWORD style);
+
 // A STATIC whose window text is what it shows, over the parent's ground. A mnemonic in it leads to the next
 // control.
 class CLabel final : public CControl {

@@ -18,7 +18,7 @@ void CLink::Adopt(HWND control, const Look& look) {
 }
 
 int CLink::Width() const {
-    return MeasureText(Window(), Font(), Text(), 0).cx + 2 * Scale(kPadding);
+    return MeasureText(Font(), Text(), 0).cx + 2 * Scale(kPadding);
 }
 
 void CLink::OnPaint(HDC dc, const RECT& client) {

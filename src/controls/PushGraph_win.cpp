@@ -119,7 +119,7 @@ void C2DPushGraph::PaintTitle(HDC dc, const RECT& client) const {
     RECT band{client.left + Scale(kTitleMargin), client.top, client.right - Scale(kTitleMargin),
               client.top + Scale(kTitleRoom)};
     DrawLabel(dc, m_labelFont, band, m_value, m_text, kOneLine | DT_RIGHT);
-    band.right -= MeasureText(Window(), m_labelFont, m_value, 0).cx + Scale(kTitleMargin);
+    band.right -= MeasureText(m_labelFont, m_value, 0).cx + Scale(kTitleMargin);
     DrawLabel(dc, m_titleFont, band, m_title, m_text, kOneLine | DT_END_ELLIPSIS);
 }
 

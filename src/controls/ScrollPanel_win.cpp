@@ -16,13 +16,15 @@ constexpr int kFocusMargin = 8;  // around a control that is brought into sight
 }  // namespace
 
 bool CScrollPanel::CreatePanel(HWND parent, int id) {
-    return Create({.parent = parent,
-                   .text = "",
-                   .style = WS_CHILD | WS_CLIPCHILDREN,
-                   .extendedStyle = WS_EX_CONTROLPARENT,
-                   .place = {},
-                   .id = id,
-                   .className = "BrennvarScrollPanel"});
+    const bool isMade = Create({.parent = parent,
+                                .text = "",
+                                .style = WS_CHILD | WS_CLIPCHILDREN,
+                                .extendedStyle = WS_EX_CONTROLPARENT,
+                                .place = {},
+                                .id = id,
+                                .className = "BrennvarScrollPanel"});
+    m_drawn.SetWindow(Window());
+    return isMade;
 }
 
 void CScrollPanel::OnSize(int width, int height) {
@@ -68,6 +70,7 @@ void CScrollPanel::ScrollToControl(HWND control) {
 
 void CScrollPanel::OnPaint(HDC dc, const RECT& invalid) {
     FillSolid(dc, invalid, m_look.colours.list);
+    m_drawn.Paint(dc);
     if (m_bar.IsShown()) m_bar.Paint(dc, m_pictures, m_look.colours);
 }
 
@@ -119,7 +122,7 @@ std::optional<LRESULT> CScrollPanel::OnMessage(UINT message, WPARAM wParam, LPAR
             FillSolid(reinterpret_cast<HDC>(wParam), ClientRect(), m_look.colours.list);
             return TRUE;
         case kControlFocused: ScrollToControl(reinterpret_cast<HWND>(lParam)); return 0;
-        default: return std::nullopt;
+        default: return m_drawn.Answer(message, wParam, lParam);
     }
 }
 

@@ -5,6 +5,7 @@
 
 #include <optional>
 
+#include "controls/DrawnText_win.h"
 #include "controls/ScrollBar_win.h"
 #include "controls/WheelSteps.h"
 #include "ui/Look_win.h"
@@ -23,6 +24,8 @@ protected:
     // height of the content. Pixels of the screen.
     virtual int OnPlaceContent(int width, int top) = 0;
     [[nodiscard]] const Look& GetLook() const { return m_look; }
+    // What is written between the controls; placed with them.
+    [[nodiscard]] DrawnTexts& Texts() { return m_drawn; }
 
     [[nodiscard]] bool NeedsGround() const final { return true; }
     void OnSize(int width, int height) final;
@@ -43,6 +46,7 @@ private:
 
     const Look& m_look;
     const ScrollPictures m_pictures;
+    DrawnTexts m_drawn{DrawnTexts::PaintedIn::Paint};
     CScrollBar m_bar{true};
     WheelSteps m_wheel;
     POINT m_mouse{};

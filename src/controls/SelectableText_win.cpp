@@ -23,7 +23,7 @@ void CSelectableText::Create(HWND parent, int id, const Look& look) {
     m_font = look.fonts.Text();
     // Windows paints it, and would take its bytes for those of the system's language.
     MakeWide(parent, L"EDIT", ES_MULTILINE | ES_READONLY, id, look.fonts.Text());
-    m_lineHeight = MeasureText(Window(), look.fonts.Text(), "Ag", 0).cy;
+    m_lineHeight = MeasureText(look.fonts.Text(), "Ag", 0).cy;
     CallWindows(EM_SETMARGINS, EC_LEFTMARGIN | EC_RIGHTMARGIN, 0);
 }
 
@@ -65,7 +65,7 @@ int CSelectableText::HeightAt(int width) {
 
 int CSelectableText::FullWidth() const {
     // A pixel more: a line that fills its room is broken.
-    return static_cast<int>(MeasureText(Window(), Font(), m_shown, 0).cx) + 2 * PillMargin().cx + 1;
+    return static_cast<int>(MeasureText(Font(), m_shown, 0).cx) + 2 * PillMargin().cx + 1;
 }
 
 LRESULT CSelectableText::OnCalculateSize(WPARAM wParam, RECT& place) {

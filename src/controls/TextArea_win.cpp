@@ -103,7 +103,7 @@ bool CTextArea::OnCreate() {
     m_lines.Create(Window(), m_look);
     // The letters are of one width; what is measured of one alone may have been rounded.
     constexpr int kMany = 64;
-    m_letter = MeasureText(Window(), m_look.fonts.Fixed(), std::string(kMany, '0'), 0);
+    m_letter = MeasureText(m_look.fonts.Fixed(), std::string(kMany, '0'), 0);
     m_letter.cx = (m_letter.cx + kMany - 1) / kMany;
     return m_lines.Window() != nullptr;
 }

@@ -37,13 +37,13 @@ SIZE CToggle::PictureSize() const {
 }
 
 int CToggle::HeightAt(int width) const {
-    const CTextDc dc(Window(), Font());
+    const CTextDc dc(Font());
     const Layout layout = LayOut(dc.Dc(), {0, 0, width, 0});
     return std::max<int>(HeightOf(layout.picture), HeightOf(layout.text) + 2 * kFocusMargin);
 }
 
 int CToggle::FullWidth() const {
-    return PictureSize().cx + Scale(kGap) + MeasureText(Window(), Font(), Text(), 0).cx + 2 * kFocusMargin;
+    return PictureSize().cx + Scale(kGap) + MeasureText(Font(), Text(), 0).cx + 2 * kFocusMargin;
 }
 
 CToggle::Layout CToggle::LayOut(HDC dc, const RECT& client) const {

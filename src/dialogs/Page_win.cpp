@@ -25,9 +25,10 @@ bool CPage::Create(HWND parent) {
 
 void CPage::OnInitDialog() {
     m_look.emplace(m_fonts);
-    constexpr DWORD kOneLine = SS_LEFT | SS_NOPREFIX | SS_ENDELLIPSIS;
-    m_title.Create(Window(), m_texts.title, LabelKind::Title, kOneLine, IDC_PAGE_TITLE, *m_look);
-    m_line.Create(Window(), m_texts.line, LabelKind::Quiet, kOneLine, IDC_PAGE_LINE, *m_look);
+    m_drawn.SetWindow(Window());
+    constexpr DWORD kOneLine = SS_LEFT | SS_ENDELLIPSIS;
+    m_title.Create(m_drawn, m_texts.title, LabelKind::Title, kOneLine, IDC_PAGE_TITLE, *m_look);
+    m_line.Create(m_drawn, m_texts.line, LabelKind::Quiet, kOneLine, IDC_PAGE_LINE, *m_look);
     OnCreateContent();
 }
 
@@ -40,7 +41,17 @@ void CPage::OnSize(int width, int height) {
     OnPlaceContent({left, Scale(kContentTop), right, height - Scale(kMargin)});
 }
 
+std::optional<LRESULT> CPage::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+    if (const std::optional<LRESULT> answer = m_drawn.Answer(message, wParam, lParam)) return answer;
+    return CDialog::OnMessage(message, wParam, lParam);
+}
+
 bool CPage::OnEraseBackground(HDC dc) {
+    PaintGroundAtOnce(Window(), dc, [this](HDC target) { PaintGround(target); });
+    return true;
+}
+
+void CPage::PaintGround(HDC dc) const {
     RECT client{};
     ::GetClientRect(Window(), &client);
     FillSolid(dc, client, m_look->colours.page);
@@ -48,7 +59,7 @@ bool CPage::OnEraseBackground(HDC dc) {
         FillSolid(dc, card, m_look->colours.list);
         DrawFrame(dc, card, m_look->colours.frame2);
     }
-    return true;
+    m_drawn.Paint(dc);
 }
 
 void CPage::SetCards(std::vector<RECT> cards) {

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "controls/Label_win.h"
+#include "controls/DrawnText_win.h"
 #include "ui/Dialog_win.h"
 #include "ui/Fonts_win.h"
 #include "ui/Look_win.h"
@@ -64,18 +64,25 @@ protected:
 
     // From OnCreateContent on.
     [[nodiscard]] const Look& GetLook() const { return *m_look; }
+    // What the page writes on its ground.
+    [[nodiscard]] DrawnTexts& Texts() { return m_drawn; }
+
+    // An override calls it for every message that is not its own.
+    std::optional<LRESULT> OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
 
 private:
     void OnInitDialog() final;
     void OnSize(int width, int height) final;
     void OnCancel() final { OnEscape(); }
     bool OnEraseBackground(HDC dc) final;
+    void PaintGround(HDC dc) const;
 
     const CFonts& m_fonts;
     const PageTexts m_texts;
     std::optional<Look> m_look;
-    CLabel m_title;
-    CLabel m_line;
+    DrawnTexts m_drawn{DrawnTexts::PaintedIn::Ground};
+    CDrawnText m_title;
+    CDrawnText m_line;
     std::vector<RECT> m_cards;
     bool m_shown = false;
 };

@@ -30,7 +30,7 @@ void ListActions::Create(HWND window, const Look& look, const Language& language
     }
     // All buttons are of one kind, in which every caption is whole.
     const bool fit = std::all_of(m_buttons.begin(), m_buttons.end(), [&](const ActionButton& button) {
-        return FitsButton(kButton, window, look, language.GetText(button.action->caption));
+        return FitsButton(kButton, look, language.GetText(button.action->caption));
     });
     const ButtonKind& kind = fit ? kButton : kButtonMedium;
     for (ActionButton& button : m_buttons) {

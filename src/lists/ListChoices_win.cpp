@@ -21,8 +21,8 @@ constexpr int kBarHeight = 8;
 constexpr int kTextWidth = 120;
 constexpr int kCheckRoom = 28;  // of the box of a check box, with its gaps
 
-constexpr int kSteps = 100;        // of the bar, as it is made
-constexpr int kNoNumber = 0xFFFF;  // of controls that nobody looks for
+constexpr int kSteps = 100;    // of the bar, as it is made
+constexpr int kNoNumber = -1;  // of texts that nobody asks for
 
 int PositionOf(const ListProgress& progress) {
     if (progress.total == 0) return 0;
@@ -39,9 +39,10 @@ void SetShown(HWND window, bool isShown) {
 
 }  // namespace
 
-void ListChoices::Create(HWND window, const Look& look, const Language& language,
+void ListChoices::Create(DrawnTexts& texts, const Look& look, const Language& language,
                          const std::vector<ListChoice>& choices) {
     if (choices.empty()) return;
+    const HWND window = texts.Window();
     m_font = look.fonts.Text();
     for (const ListChoice& choice : choices) {
         Control& control = m_controls.emplace_back();
@@ -51,12 +52,12 @@ void ListChoices::Create(HWND window, const Look& look, const Language& language
             control.check.Create(window, choice.label, choice.id, look);
         } else {
             constexpr DWORD kOneLine = SS_LEFT | SS_CENTERIMAGE;
-            control.label.Create(window, choice.label, LabelKind::Quiet, kOneLine, kNoNumber, look);
+            control.label.Create(texts, choice.label, LabelKind::Quiet, kOneLine, choice.id, look);
             control.box.Create(window, choice.id, look);
         }
     }
-    constexpr DWORD kAtRight = SS_RIGHT | SS_NOPREFIX | SS_CENTERIMAGE | SS_ENDELLIPSIS;
-    m_progressText.Create(window, "", LabelKind::Quiet, kAtRight, kNoNumber, look);
+    constexpr DWORD kAtRight = SS_RIGHT | SS_CENTERIMAGE | SS_ENDELLIPSIS;
+    m_progressText.Create(texts, "", LabelKind::Quiet, kAtRight, kNoNumber, look);
     m_progress.Create(window, IDC_PAGE_PROGRESS, look);
     m_stop.Create(window, kButton, language.GetText(1403, "Stop"), IDC_PAGE_STOP, look);
     Show(choices);
@@ -89,9 +90,8 @@ void ListChoices::ShowProgress(const std::optional<ListProgress>& progress) {
     }
     // The keyboard must not stay on a button that nobody sees.
     if (!progress && ::GetFocus() == m_stop.Window()) ::SetFocus(::GetParent(m_stop.Window()));
-    for (const HWND window : {m_progressText.Window(), m_progress.Window(), m_stop.Window()}) {
-        SetShown(window, progress.has_value());
-    }
+    m_progressText.SetShown(progress.has_value());
+    for (const HWND window : {m_progress.Window(), m_stop.Window()}) SetShown(window, progress.has_value());
 }
 
 int ListChoices::Height() const {
@@ -101,8 +101,7 @@ int ListChoices::Height() const {
 void ListChoices::PlaceControl(Control& control, LONG& left, const RECT& band) const {
     const LONG middle = (band.top + band.bottom) / 2;
     if (control.IsCheck()) {
-        const int width =
-            MeasureText(control.check.Window(), m_font, control.check.Text(), 0).cx + Scale(kCheckRoom);
+        const int width = MeasureText(m_font, control.check.Text(), 0).cx + Scale(kCheckRoom);
         control.check.Place({left, band.top, left + width, band.bottom});
         left += width + Scale(kGap);
         return;

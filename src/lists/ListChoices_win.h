@@ -11,7 +11,7 @@
 #include "controls/Button_win.h"
 #include "controls/CheckBox_win.h"
 #include "controls/ComboBox_win.h"
-#include "controls/Label_win.h"
+#include "controls/DrawnText_win.h"
 #include "controls/ProgressBar_win.h"
 #include "lists/ListModel.h"
 #include "ui/Look_win.h"
@@ -20,9 +20,11 @@ namespace brennvar {
 
 class ListChoices {
 public:
-    // The controls become children of the window, which gets their commands. Which choices there are stays as it
-    // is now; what can be chosen and what is chosen may change. Look and language are borrowed.
-    void Create(HWND window, const Look& look, const Language& language, const std::vector<ListChoice>& choices);
+    // The controls become children of the window that draws the texts, which gets their commands. Which choices
+    // there are stays as it is now; what can be chosen and what is chosen may change. Look and language are
+    // borrowed.
+    void Create(DrawnTexts& texts, const Look& look, const Language& language,
+                const std::vector<ListChoice>& choices);
     void Show(const std::vector<ListChoice>& choices);
     // Nothing: bar and button go.
     void ShowProgress(const std::optional<ListProgress>& progress);
@@ -39,7 +41,7 @@ private:
         int id = 0;
         int width = 0;  // pixels at 96 per inch
         std::vector<std::string> items{};
-        CLabel label{};
+        CDrawnText label{};
         CComboBox box{};
         CCheckBox check{};
         [[nodiscard]] bool IsCheck() const { return check.Window() != nullptr; }
@@ -49,7 +51,7 @@ private:
 
     HFONT m_font = nullptr;  // borrowed
     std::deque<Control> m_controls;
-    CLabel m_progressText;
+    CDrawnText m_progressText;
     CProgressBar m_progress;
     CButton m_stop;
 };

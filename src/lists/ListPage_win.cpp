@@ -36,10 +36,9 @@ void ListPage::OnCreateContent() {
     m_search.Create(Window(), "", ES_AUTOHSCROLL, IDC_PAGE_SEARCH, look);
     m_search.SetCue(language.GetText(1046, "Search"));
     ::SendMessageA(m_search.Window(), EM_LIMITTEXT, kLongestSearch, 0);
-    m_choices.Create(Window(), look, language, m_model->Choices());
+    m_choices.Create(Texts(), look, language, m_model->Choices());
     CreateList();
-    constexpr DWORD kOneLine = SS_LEFT | SS_NOPREFIX | SS_CENTERIMAGE;
-    m_count.Create(Window(), "", LabelKind::Quiet, kOneLine, IDC_PAGE_COUNT, look);
+    m_count.Create(Texts(), "", LabelKind::Quiet, SS_LEFT | SS_CENTERIMAGE, IDC_PAGE_COUNT, look);
     m_actions.Create(Window(), look, language, m_model->Actions());
     TreeEvents& events = m_list->events;
     events.headerClicked = [this](int column) { SortBy(column); };

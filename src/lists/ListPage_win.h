@@ -18,8 +18,8 @@
 #include "config/DetailsSheet.h"
 #include "config/Language.h"
 #include "config/UserValues.h"
+#include "controls/DrawnText_win.h"
 #include "controls/Edit_win.h"
-#include "controls/Label_win.h"
 #include "dialogs/Page_win.h"
 #include "lists/ListActions_win.h"
 #include "lists/ListChoices_win.h"
@@ -152,7 +152,7 @@ private:
     CEdit m_search;
     ListChoices m_choices;
     std::unique_ptr<CListTree> m_list;
-    CLabel m_count;
+    CDrawnText m_count;
     ListActions m_actions;
     bool m_hasUserWidths = false;  // the user has chosen the widths of the columns
 

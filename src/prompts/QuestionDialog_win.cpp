@@ -246,7 +246,7 @@ void QuestionDialog::PaintTable(HDC dc, const RECT& card) const {
     DrawLabel(dc, GetLook().fonts.Bold(), line, m_content.tableTitle, colours.text, kLineFormat);
     LONG labelWidth = 0;
     for (const Row& row : m_content.rows) {
-        labelWidth = std::max(labelWidth, MeasureText(Window(), font, row.label, 0).cx);
+        labelWidth = std::max(labelWidth, MeasureText(font, row.label, 0).cx);
     }
     labelWidth = std::min<LONG>(labelWidth + Scale(kLabelGap), WidthOf(card) / 2);
     for (const Row& row : m_content.rows) {
@@ -266,7 +266,7 @@ void QuestionDialog::PaintTable(HDC dc, const RECT& card) const {
 void QuestionDialog::PaintPill(HDC dc, const RECT& place, const Row& row) const {
     const HFONT font = GetLook().fonts.Bold();
     const int textLeft = Scale(kDotInset) + Scale(kDotSize) + Scale(kPillGap);
-    const int textWidth = MeasureText(Window(), font, row.value, 0).cx;
+    const int textWidth = MeasureText(font, row.value, 0).cx;
     const int width = std::min(WidthOf(place), textLeft + textWidth + 2 * Scale(kPillGap));
     const int height = Scale(kPillHeight);
     const LONG top = place.top + (HeightOf(place) - height) / 2;

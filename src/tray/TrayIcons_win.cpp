@@ -7,14 +7,15 @@
 
 namespace brennvar {
 
-TrayIcons::TrayIcons(CSystemTray& tray) : m_tray(tray) {
+HICON TrayIcons::Icon(TrayIconState state) {
     // In the order of the states.
     constexpr int kIds[] = {IDI_TRAY_IDLE_NORMAL, IDI_TRAY_IDLE_ALLOW,  IDI_TRAY_IDLE_BLOCK,
                             IDI_TRAY_TRAFFIC_IN,  IDI_TRAY_TRAFFIC_OUT, IDI_TRAY_TRAFFIC_BOTH};
     static_assert(std::size(kIds) == static_cast<std::size_t>(TrayIconState::Count));
-    for (std::size_t i = 0; i < m_icons.size(); ++i) {
-        m_icons[i] = LoadOwnIcon(kIds[i], ::GetSystemMetrics(SM_CXSMICON), ::GetSystemMetrics(SM_CYSMICON));
-    }
+    const auto index = static_cast<std::size_t>(state);
+    UniqueIcon& icon = m_icons[index];
+    if (!icon) icon = LoadOwnIcon(kIds[index], ::GetSystemMetrics(SM_CXSMICON), ::GetSystemMetrics(SM_CYSMICON));
+    return icon.Get();
 }
 
 void TrayIcons::OnTraffic(const TrafficIncrease& increase) {

@@ -12,17 +12,18 @@ namespace brennvar {
 
 class TrayIcons {
 public:
-    // Loads all six. The tray is borrowed.
-    explicit TrayIcons(CSystemTray& tray);
+    // The tray is borrowed.
+    explicit TrayIcons(CSystemTray& tray) : m_tray(tray) {}
 
-    [[nodiscard]] HICON Current() const { return Icon(m_shown); }
+    [[nodiscard]] HICON Current() { return Icon(m_shown); }
     // The tray is told only when another icon is to be shown.
     void OnTraffic(const TrafficIncrease& increase);
     void OnIdleMode(ProtectionMode mode);
 
 private:
     void Update();
-    [[nodiscard]] HICON Icon(TrayIconState state) const { return m_icons[static_cast<std::size_t>(state)].Get(); }
+    // Loaded when it is first asked for: the window stands before the icon does.
+    [[nodiscard]] HICON Icon(TrayIconState state);
 
     CSystemTray& m_tray;
     std::array<UniqueIcon, static_cast<std::size_t>(TrayIconState::Count)> m_icons;

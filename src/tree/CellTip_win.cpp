@@ -32,7 +32,7 @@ void CCellTip::Show(HWND owner, const RECT& textOnScreen, const std::string& tex
     }
     m_text = text;
     ::SetWindowTextA(Window(), m_text.c_str());
-    SIZE size = MeasureText(Window(), m_font, m_text, Scale(kWidest), DT_EDITCONTROL);
+    SIZE size = MeasureText(m_font, m_text, Scale(kWidest), DT_EDITCONTROL);
     size = {size.cx + 2 * Scale(kMarginX), size.cy + 2 * Scale(kMarginY)};
     const RECT work = WorkAreaNear(textOnScreen);
     // A text of hundreds of lines shows its beginning.

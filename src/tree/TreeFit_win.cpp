@@ -47,7 +47,7 @@ void FitToContent(TreeState& state) {
     ColumnLayout& columns = state.Places().Columns();
     std::vector<int> widths;
     {
-        const CTextDc dc(state.Window(), state.Painter().Font());
+        const CTextDc dc(state.Painter().Font());
         for (int column = 0; column < columns.Count(); ++column) {
             const bool takesRoom = state.Places().Column(column).takesRoom;
             widths.push_back(std::max(columns.Width(column), takesRoom ? 0 : FittingWidth(state, dc.Dc(), column)));

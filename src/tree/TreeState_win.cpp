@@ -65,7 +65,7 @@ void TreeState::DragColumn(int column, int width) {
 void TreeState::FitColumn(int column) {
     int width = Scale(m_places.Column(column).minimalWidth);
     {
-        const CTextDc dc(Window(), m_painter->Font());
+        const CTextDc dc(m_painter->Font());
         const int end = m_places.SeenEnd();
         for (int row = m_places.FirstRow(); row < end; ++row) {
             const TreeCell cell = m_source.Cell(row, column);
@@ -80,7 +80,7 @@ void TreeState::FitColumn(int column) {
 }
 
 void TreeState::WidenFor(int column, const std::string& text) {
-    const CTextDc dc(Window(), m_painter->Font());
+    const CTextDc dc(m_painter->Font());
     TreeCell cell;
     cell.text = text;
     const CellPlaces parts = TreePainter::PlaceParts(cell, {}, {0, 0, TreePlaces::kWidestText, 1}, false);

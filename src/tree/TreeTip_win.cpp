@@ -38,7 +38,7 @@ void TreeTip::OnTimer() {
 bool TreeTip::IsCut(const TreeCell& cell, const CellPlaces& parts) const {
     const RECT& rows = m_places.Rows();
     if (parts.text.right > rows.right || parts.text.left < rows.left) return true;
-    const CTextDc dc(m_window.Window(), m_painter->Font());
+    const CTextDc dc(m_painter->Font());
     return m_painter->IsCut(dc.Dc(), cell, parts);
 }
 

@@ -120,7 +120,7 @@ SIZE CBalloon::LayOut() {
     const auto add = [&](RECT& part, HFONT font, const std::string& text, int gapBefore) {
         if (text.empty()) return;
         if (top > padding) top += gapBefore;
-        const SIZE size = MeasureText(Window(), font, text, Scale(kTextWidth), kTextFormat);
+        const SIZE size = MeasureText(font, text, Scale(kTextWidth), kTextFormat);
         part = {left, top, left + size.cx, top + size.cy};
         right = std::max<int>(right, part.right);
         top = part.bottom;

@@ -37,8 +37,8 @@ void RequireWindowClasses(DWORD classes) {
     ::InitCommonControlsEx(&setup);
 }
 
-SIZE MeasureText(HWND window, HFONT font, const std::string& text, int width, UINT moreFormat) {
-    const CTextDc dc(window, font);
+SIZE MeasureText(HFONT font, const std::string& text, int width, UINT moreFormat) {
+    const CTextDc dc(font);
     RECT box{0, 0, width, 0};
     const UINT format = DT_CALCRECT | DT_NOPREFIX | moreFormat | (width > 0 ? DT_WORDBREAK : 0U);
     ::DrawTextA(dc.Dc(), text.c_str(), static_cast<int>(text.size()), &box, format);

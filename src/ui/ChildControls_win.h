@@ -16,6 +16,6 @@ void RemoveBorder(HWND control);
 // far.
 void RequireWindowClasses(DWORD classes);
 // The size of a text in this font, broken into lines of at most this width (0: not broken).
-[[nodiscard]] SIZE MeasureText(HWND window, HFONT font, const std::string& text, int width, UINT moreFormat = 0);
+[[nodiscard]] SIZE MeasureText(HFONT font, const std::string& text, int width, UINT moreFormat = 0);
 
 }  // namespace brennvar

@@ -55,8 +55,8 @@ CMenuPainter::Colours::Colours(const Skin& skin)
       ground(skin.GetSkinColor("COLOR_TRAY_TEXT_BACK", 255, 255, 255)),
       bar(skin.GetSkinColor("COLOR_TRAY_VERTICAL_BAR", 0, 0, 0)) {}
 
-CMenuPainter::CMenuPainter(HWND owner, const Look& look, const CSkinImage* images)
-    : m_owner(owner), m_look(look), m_images(images), m_colours(look.skin) {}
+CMenuPainter::CMenuPainter(const Look& look, const CSkinImage* images)
+    : m_look(look), m_images(images), m_colours(look.skin) {}
 
 void CMenuPainter::Measure(const MenuItem& item, MEASUREITEMSTRUCT& measure) const {
     if (item.IsSeparator()) {
@@ -64,7 +64,7 @@ void CMenuPainter::Measure(const MenuItem& item, MEASUREITEMSTRUCT& measure) con
         measure.itemHeight = static_cast<UINT>(Scale(kSeparatorHeight));
         return;
     }
-    const CTextDc dc(m_owner, FontOf(item));
+    const CTextDc dc(FontOf(item));
     const ItemText text = SplitAtTab(item.text);
     int width = Scale(kBarWidth + kTextGap + kRightEdge) + TextWidth(dc.Dc(), text.label, 0);
     if (!text.shortcut.empty()) width += Scale(kShortcutGap) + TextWidth(dc.Dc(), text.shortcut, DT_NOPREFIX);

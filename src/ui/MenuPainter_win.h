@@ -11,7 +11,7 @@ namespace brennvar {
 class CMenuPainter {
 public:
     // All are borrowed; images may be null.
-    CMenuPainter(HWND owner, const Look& look, const CSkinImage* images);
+    CMenuPainter(const Look& look, const CSkinImage* images);
 
     [[nodiscard]] COLORREF Ground() const { return m_colours.ground; }
     void Measure(const MenuItem& item, MEASUREITEMSTRUCT& measure) const;
@@ -38,7 +38,6 @@ private:
         return item.state.isDefault ? m_look.fonts.Bold() : m_look.fonts.Text();
     }
 
-    const HWND m_owner;
     const Look& m_look;
     const CSkinImage* const m_images;
     const Colours m_colours;

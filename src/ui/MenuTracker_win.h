@@ -16,7 +16,7 @@ class CMenuTracker {
 public:
     // All are borrowed; images may be null.
     CMenuTracker(const CPopupMenu& menu, HWND owner, const Look& look, const CSkinImage* images)
-        : m_root(menu), m_owner(owner), m_painter(owner, look, images) {}
+        : m_root(menu), m_owner(owner), m_painter(look, images) {}
     CMenuTracker(const CMenuTracker&) = delete;
     CMenuTracker& operator=(const CMenuTracker&) = delete;
     ~CMenuTracker() = default;

@@ -4,6 +4,16 @@
 
 namespace brennvar {
 
+CTextDc::CTextDc(HFONT font) {
+    static thread_local const UniqueMemoryDc s_memory(::CreateCompatibleDC(nullptr));
+    m_dc = s_memory.Get();
+    m_old = ::SelectObject(m_dc, font);
+}
+
+CTextDc::~CTextDc() {
+    ::SelectObject(m_dc, m_old);
+}
+
 CBufferedDc::CBufferedDc(HDC target, const RECT& place)
     : m_target(target),
       m_place(place),

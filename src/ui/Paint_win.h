@@ -21,20 +21,17 @@ private:
     HGDIOBJ m_old;
 };
 
-// A window's DC with a font in it, to measure text outside painting.
+// A DC with a font in it, to measure text outside painting. It is one in memory that the thread keeps: that of a
+// window has to be asked for and clipped each time. Ends before what was made before it.
 class CTextDc {
 public:
-    CTextDc(HWND window, HFONT font) : m_window(window), m_dc(::GetDC(window)), m_old(::SelectObject(m_dc, font)) {}
+    explicit CTextDc(HFONT font);
     CTextDc(const CTextDc&) = delete;
     CTextDc& operator=(const CTextDc&) = delete;
-    ~CTextDc() {
-        ::SelectObject(m_dc, m_old);
-        ::ReleaseDC(m_window, m_dc);
-    }
+    ~CTextDc();
     [[nodiscard]] HDC Dc() const { return m_dc; }
 
 private:
-    HWND m_window;
     HDC m_dc;
     HGDIOBJ m_old;
 };
@@ -105,6 +102,20 @@ void FillGradient(HDC dc, const RECT& place, COLORREF from, COLORREF to, bool is
 // Text in the font's character set, without ground. format: DT_ flags; DT_NOPREFIX has to be given where "&" is no
 // mnemonic.
 void DrawLabel(HDC dc, HFONT font, const RECT& place, const std::string& text, COLORREF colour, UINT format);
+// What a window paints in WM_ERASEBKGND, through a buffer, so that nothing of it is seen before the rest: paint is
+// called with the DC to paint on. A DC in memory, such as the one of a child control that wants the ground behind
+// itself, is painted on as it is.
+template <class Paint>
+void PaintGroundAtOnce(HWND window, HDC dc, const Paint& paint) {
+    if (::GetObjectType(dc) == OBJ_MEMDC) return paint(dc);
+    RECT place{};
+    RECT clip{};
+    ::GetClientRect(window, &place);
+    ::GetClipBox(dc, &clip);
+    if (!::IntersectRect(&place, &place, &clip)) return;
+    const CBufferedDc buffer(dc, place);
+    paint(buffer.Dc());
+}
 // Paints what the parent shows behind a child control. Parents paint their ground in WM_ERASEBKGND.
 void PaintParentGround(HWND control, HDC dc);
 

@@ -30,14 +30,14 @@ constexpr int kLeastList = 128;  // height
 constexpr WPARAM kNumberLimit = 10;
 constexpr WPARAM kPortLimit = 5;
 
-constexpr DWORD kSeveralLines = SS_LEFT | SS_NOPREFIX;
+constexpr DWORD kSeveralLines = SS_LEFT;
 constexpr DWORD kOneLine = kSeveralLines | SS_CENTERIMAGE;
 
 }  // namespace
 
 struct OptionForm::Row {
     const RowInfo& info;
-    CLabel label;
+    CDrawnText label;
     CCheckBox box;
     CEdit edit;
     CComboBox list;
@@ -53,7 +53,7 @@ struct OptionForm::Row {
         return Is(OptionKind::Number) || Is(OptionKind::Port) || Is(OptionKind::NumberOfFlag);
     }
     // A field with its name on the left.
-    [[nodiscard]] bool IsNamed() const { return HasField() && label.Window() && !Is(OptionKind::NumberOfFlag); }
+    [[nodiscard]] bool IsNamed() const { return HasField() && label.IsCreated() && !Is(OptionKind::NumberOfFlag); }
     [[nodiscard]] std::string Content() const {
         if (Is(OptionKind::Flag)) return box.IsChecked() ? "1" : "0";
         if (Is(OptionKind::List)) {
@@ -108,9 +108,7 @@ void OptionForm::CreateRow(Row& row) {
             break;
         case RowKind::Button:
         case RowKind::Action: {
-            const auto fits = [&](const ButtonKind& kind) {
-                return FitsButton(kind, Window(), GetLook(), caption);
-            };
+            const auto fits = [&](const ButtonKind& kind) { return FitsButton(kind, GetLook(), caption); };
             const bool isNarrow = info.kind == RowKind::Action && fits(kButtonDialog);
             const ButtonKind& roomy = fits(kButtonMedium) ? kButtonMedium : kButtonLarge;
             row.button.Create(Window(), isNarrow ? kButtonDialog : roomy, caption, info.control, GetLook());
@@ -119,12 +117,11 @@ void OptionForm::CreateRow(Row& row) {
     }
 }
 
-void OptionForm::CreateLabel(Row& row, LabelKind kind, DWORD style) const {
-    constexpr int kNoNumber = -1;
-    row.label.Create(Window(), m_language.GetText(row.info.caption), kind, style, kNoNumber, GetLook());
+void OptionForm::CreateLabel(Row& row, LabelKind kind, DWORD style, int control) {
+    row.label.Create(Texts(), m_language.GetText(row.info.caption), kind, style, control, GetLook());
 }
 
-void OptionForm::CreateField(Row& row) const {
+void OptionForm::CreateField(Row& row) {
     const RowInfo& info = row.info;
     const auto createEdit = [&](DWORD style, WPARAM limit) {
         row.edit.Create(Window(), "", style | ES_AUTOHSCROLL, info.control, GetLook());
@@ -139,8 +136,7 @@ void OptionForm::CreateField(Row& row) const {
         CreateLabel(row, LabelKind::Plain, kOneLine);
         return;
     }
-    // Before the field: a screen reader takes the label that stands before a field for its name.
-    CreateLabel(row, LabelKind::Plain, kSeveralLines);
+    CreateLabel(row, LabelKind::Plain, kSeveralLines, info.control);
     switch (info.field) {
         case OptionKind::Number: createEdit(ES_NUMBER, kNumberLimit); break;
         case OptionKind::Port: createEdit(ES_NUMBER, kPortLimit); break;
@@ -205,7 +201,7 @@ int OptionForm::PlaceColumns(int width, int top, int listHeight) const {
     return height + Scale(kMargin) - top;
 }
 
-void OptionForm::PlaceButton(const Row& row, Column& column) const {
+void OptionForm::PlaceButton(Row& row, Column& column) const {
     const int left = row.info.isBeside ? column.beside + Scale(kFieldGap) : column.left;
     // Where there is no room beside the last one it stands below.
     if (row.info.isBeside && left + row.button.Size().cx <= column.left + column.width) {
@@ -220,7 +216,7 @@ void OptionForm::PlaceButton(const Row& row, Column& column) const {
     column.top += row.button.Size().cy;
 }
 
-void OptionForm::PlaceRow(const Row& row, Column& column, int listHeight) const {
+void OptionForm::PlaceRow(Row& row, Column& column, int listHeight) const {
     const int left = column.left;
     const int right = column.left + column.width;
     int& top = column.top;
@@ -248,7 +244,7 @@ void OptionForm::PlaceRow(const Row& row, Column& column, int listHeight) const 
     }
 }
 
-void OptionForm::PlaceField(const Row& row, Column& column) const {
+void OptionForm::PlaceField(Row& row, Column& column) const {
     const int left = column.left;
     const int right = column.left + column.width;
     int& top = column.top;
@@ -256,7 +252,7 @@ void OptionForm::PlaceField(const Row& row, Column& column) const {
     if (row.Is(OptionKind::Flag)) {
         const int height = std::max(line, row.box.HeightAt(column.width));
         // Not wider than its text: a click beside it is none.
-        const SIZE text = MeasureText(Window(), GetLook().fonts.Text(), row.box.Text(), 0);
+        const SIZE text = MeasureText(GetLook().fonts.Text(), row.box.Text(), 0);
         const int wanted = text.cx + Scale(kFlagIndent + kFlagPadding);
         row.box.Place({left, top, std::min(right, left + wanted), top + height});
         top += height;

@@ -11,8 +11,8 @@
 #include "controls/Button_win.h"
 #include "controls/CheckBox_win.h"
 #include "controls/ComboBox_win.h"
+#include "controls/DrawnText_win.h"
 #include "controls/Edit_win.h"
-#include "controls/Label_win.h"
 #include "controls/ScrollPanel_win.h"
 #include "views/FormDraft.h"
 #include "views/OptionList_win.h"
@@ -56,14 +56,15 @@ private:
         int beside = 0;  // the right end of the button that was placed last
     };
     void CreateRow(Row& row);
-    void CreateLabel(Row& row, LabelKind kind, DWORD style) const;
-    void CreateField(Row& row) const;
+    // control: what the text names, -1 for none.
+    void CreateLabel(Row& row, LabelKind kind, DWORD style, int control = -1);
+    void CreateField(Row& row);
     void FillList(Row& row, std::vector<Item> items) const;
     int OnPlaceContent(int width, int top) override;
     [[nodiscard]] int PlaceColumns(int width, int top, int listHeight) const;
-    void PlaceButton(const Row& row, Column& column) const;
-    void PlaceRow(const Row& row, Column& column, int listHeight) const;
-    void PlaceField(const Row& row, Column& column) const;
+    void PlaceButton(Row& row, Column& column) const;
+    void PlaceRow(Row& row, Column& column, int listHeight) const;
+    void PlaceField(Row& row, Column& column) const;
     [[nodiscard]] int LabelWidth(int column, int width) const;
     [[nodiscard]] Row* Find(int control) const;
 

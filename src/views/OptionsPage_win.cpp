@@ -67,7 +67,7 @@ void OptionsPage::OnCreateContent() {
     m_list.Create(Window(), IDC_OPTIONS_SECTIONS, look);
     for (const SectionInfo& section : OptionSections()) m_list.Add(m_language.GetText(section.caption));
     m_apply.Create(Window(), kButtonDialog, m_language.GetText(1116, "Apply"), IDC_OPTIONS_APPLY, look);
-    m_note.Create(Window(), "", LabelKind::Quiet, SS_LEFT | SS_NOPREFIX | SS_CENTERIMAGE, IDC_OPTIONS_NOTE, look);
+    m_note.Create(Texts(), "", LabelKind::Quiet, SS_LEFT | SS_CENTERIMAGE, IDC_OPTIONS_NOTE, look);
     OpenSection(0);
 }
 
@@ -75,7 +75,7 @@ void OptionsPage::OnPlaceContent(const RECT& place) {
     int textWidth = Scale(kListWidth - kListPadding);
     for (const SectionInfo& section : OptionSections()) {
         const std::string caption = m_language.GetText(section.caption);
-        textWidth = std::max<int>(textWidth, MeasureText(Window(), GetLook().fonts.Text(), caption, 0).cx);
+        textWidth = std::max<int>(textWidth, MeasureText(GetLook().fonts.Text(), caption, 0).cx);
     }
     RECT list = place;
     list.right = list.left + textWidth + Scale(kListPadding);

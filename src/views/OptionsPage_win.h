@@ -8,7 +8,7 @@
 
 #include "config/Language.h"
 #include "controls/Button_win.h"
-#include "controls/Label_win.h"
+#include "controls/DrawnText_win.h"
 #include "controls/ListBox_win.h"
 #include "dialogs/Page_win.h"
 #include "ui/Balloon_win.h"
@@ -79,7 +79,7 @@ private:
     const OptionForm::Lists m_lists;
     CListBox m_list;
     CButton m_apply;
-    CLabel m_note;
+    CDrawnText m_note;
     CBalloon m_balloon;
     RECT m_formPlace{};
     RECT m_footer{};                                   // below the form: the button, and what is said beside it

@@ -64,12 +64,12 @@ void StatisticsPage::OnCreateContent() {
 }
 
 void StatisticsPage::CreateCard(Card card, int firstId, const std::string& name) {
-    constexpr DWORD kOneLine = SS_LEFT | SS_NOPREFIX | SS_ENDELLIPSIS;
+    constexpr DWORD kOneLine = SS_LEFT | SS_ENDELLIPSIS;
     const Look& look = GetLook();
     CardTexts& texts = m_cards[card];
-    texts.name.Create(Window(), name, LabelKind::Quiet, kOneLine, firstId, look);
-    texts.value.Create(Window(), kUnknown, LabelKind::Title, kOneLine, firstId + 1, look);
-    texts.remark.Create(Window(), "", LabelKind::Quiet, kOneLine, firstId + 2, look);
+    texts.name.Create(Texts(), name, LabelKind::Quiet, kOneLine, firstId, look);
+    texts.value.Create(Texts(), kUnknown, LabelKind::Title, kOneLine, firstId + 1, look);
+    texts.remark.Create(Texts(), "", LabelKind::Quiet, kOneLine, firstId + 2, look);
 }
 
 void StatisticsPage::OnPlaceContent(const RECT& place) {
@@ -99,7 +99,7 @@ void StatisticsPage::PlaceCards(const RECT& band) {
         ground.right = edge();
         grounds.push_back(ground);
         RECT line{ground.left + margin, ground.top + margin, ground.right - margin, 0};
-        const auto placeLine = [&](const CLabel& label, int height) {
+        const auto placeLine = [&](CDrawnText& label, int height) {
             line.bottom = line.top + Scale(height);
             label.Place(line);
             line.top = line.bottom;

@@ -11,7 +11,7 @@
 
 #include "config/Amounts.h"
 #include "config/Language.h"
-#include "controls/Label_win.h"
+#include "controls/DrawnText_win.h"
 #include "controls/PushGraph_win.h"
 #include "dialogs/Page_win.h"
 #include "statistics/Statistics.h"
@@ -27,9 +27,9 @@ public:
 private:
     enum Card { In, Out, Mode, Connections, Attacks, CardCount };
     struct CardTexts {
-        CLabel name;
-        CLabel value;
-        CLabel remark;
+        CDrawnText name;
+        CDrawnText value;
+        CDrawnText remark;
     };
 
     void OnCreateContent() override;

@@ -6,6 +6,7 @@
 #include <iterator>
 
 #include "ipc/CommandRecord.h"
+#include "support/DrawnTexts_win.h"
 #include "tree/TreeMessages_win.h"
 
 namespace brennvar::test {
@@ -28,6 +29,16 @@ std::string Content(const std::string& path) {
 bool ProductFixture::SaysAnywhere(HWND window, const std::string& text) {
     const auto says = [&](HWND child) { return WindowText(child).find(text) != std::string::npos; };
     return FindVisible(window, says) != nullptr;
+}
+
+std::string ProductFixture::Text(int id) const {
+    if (const HWND control = Control(id)) return WindowText(control);
+    const auto ask = [](HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+        return Ask(window, message, wParam, lParam);
+    };
+    std::optional<std::string> text = DrawnText(m_window, id, ask);
+    (void)FindVisible(m_window, [&](HWND child) { return text || (text = DrawnText(child, id, ask)).has_value(); });
+    return text.value_or("");
 }
 
 void ProductFixture::SetUp() {

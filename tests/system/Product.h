@@ -54,7 +54,8 @@ protected:
 
     // A control of the page that is shown.
     [[nodiscard]] HWND Control(int id) const { return FindVisibleControl(m_window, id); }
-    [[nodiscard]] std::string Text(int id) const { return WindowText(Control(id)); }
+    // What it holds, or a text of this number that the window or its page draws.
+    [[nodiscard]] std::string Text(int id) const;
     [[nodiscard]] bool WaitForText(int id, const std::string& text) const {
         return WaitUntil([&] { return Text(id) == text; });
     }

@@ -9,6 +9,7 @@
 
 #include "Product.h"
 #include "config/ResourceIds.h"
+#include "ui/ToolkitIds.h"
 
 namespace brennvar::test {
 namespace {
@@ -103,6 +104,21 @@ TEST_F(ProductTest, ShowsTrafficNoticesAndConnections) {
                                   {"aurora.exe", "10.0.0.1:53", "LISTEN-UDP"}});
     // The status line goes on counting, whatever page is shown.
     EXPECT_TRUE(WaitForText(IDC_STATUS_CONNECTIONS, "Connections: 2 (+2)"));
+}
+
+TEST_F(ProductTest, OnlyWhatTakesInputIsAWindow) {
+    constexpr int kMostAtStart = 20;
+    Start({});
+    int count = 1;
+    (void)FindVisible(m_window, [&](HWND) { return ++count == 0; });
+    EXPECT_LE(count, kMostAtStart);
+    std::string title;
+    for (const int page : kPages) {
+        Command(page);
+        const std::string before = title;
+        ASSERT_TRUE(WaitUntil([&] { return (title = Text(IDC_PAGE_TITLE)) != before && !title.empty(); })) << page;
+        EXPECT_EQ(FindVisibleChild(m_window, "Static"), nullptr) << page;
+    }
 }
 
 TEST_F(ProductTest, DeadServiceNeverFreezesTheWindow) {

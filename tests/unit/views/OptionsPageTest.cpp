@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "config/ResourceIds.h"
+#include "support/DrawnTexts_win.h"
 #include "support/ListRig.h"
 #include "support/OptionsRig.h"
 #include "tree/TreeMessages_win.h"
@@ -60,7 +61,7 @@ protected:
         ::SendMessageA(page.Window(), WM_COMMAND, MAKEWPARAM(IDC_OPTIONS_SECTIONS, LBN_SELCHANGE), 0);
     }
     void Apply() const { Ask(IDC_OPTIONS_APPLY, BM_CLICK); }
-    std::string Note() const { return TextOfWindow(Find(IDC_OPTIONS_NOTE)); }
+    std::string Note() const { return test::DrawnText(page.Window(), IDC_OPTIONS_NOTE).value_or("none"); }
 };
 
 TEST_F(OptionsPageTest, NothingSelectedChangesNothing) {

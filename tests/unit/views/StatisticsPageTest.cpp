@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "config/ResourceIds.h"
+#include "support/DrawnTexts_win.h"
 #include "tree/TreeMessages_win.h"
 #include "ui/ChildControls_win.h"
 
@@ -25,7 +26,7 @@ protected:
     }
     ~StatisticsPageTest() override { ::DestroyWindow(parent); }
 
-    [[nodiscard]] std::string Text(int id) const { return TextOfWindow(page.Item(id)); }
+    [[nodiscard]] std::string Text(int id) const { return test::DrawnText(page.Window(), id).value_or("none"); }
     [[nodiscard]] bool IsGraphStale() const {
         return ::GetUpdateRect(page.Item(IDC_STATISTICS_IN_GRAPH), nullptr, FALSE) != FALSE;
     }

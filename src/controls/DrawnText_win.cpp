@@ -1,0 +1,92 @@
+#include "controls/DrawnText_win.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "controls/DrawnTextQuery_win.h"
+#include "ui/ChildControls_win.h"
+#include "ui/Paint_win.h"
+
+namespace brennvar {
+
+void DrawnTexts::Paint(HDC dc) const {
+    for (const CDrawnText* text : m_texts) text->Paint(dc);
+}
+
+void DrawnTexts::Repaint(const RECT& place) const {
+    // Without a window Windows would take the null for all windows of the screen.
+    if (m_window) ::InvalidateRect(m_window, &place, m_paintedIn == PaintedIn::Ground);
+}
+
+std::optional<LRESULT> DrawnTexts::Answer(UINT message, WPARAM wParam, LPARAM lParam) const {
+    if (message != kDrawnTextQuery) return std::nullopt;
+    const auto found = std::find_if(m_texts.begin(), m_texts.end(), [wParam](const CDrawnText* text) {
+        return text->Id() >= 0 && static_cast<WPARAM>(text->Id()) == wParam;
+    });
+    if (found == m_texts.end()) return 0;
+    const std::string& text = (*found)->Text();
+    const auto before = static_cast<std::size_t>(lParam);
+    std::uint64_t answer = kDrawnTextIsThere;
+    for (std::size_t index = 0; index < kDrawnTextPiece && before < text.size() && index < text.size() - before;
+         ++index) {
+        answer |= static_cast<std::uint64_t>(static_cast<unsigned char>(text[before + index])) << (8 * index);
+    }
+    return static_cast<LRESULT>(answer);
+}
+
+CDrawnText::~CDrawnText() {
+    if (m_texts) std::erase(m_texts->m_texts, this);
+}
+
+void CDrawnText::Create(DrawnTexts& texts, const std::string& text, LabelKind kind, DWORD style, int id,
+                        const Look& look) {
+    m_texts = &texts;
+    m_text = text;
+    m_id = id;
+    m_font = LabelFont(kind, look.fonts);
+    m_colour = LabelColour(kind, look.colours);
+    m_format = LabelFormat(style) | DT_NOPREFIX;
+    texts.m_texts.push_back(this);
+}
+
+void CDrawnText::SetText(const std::string& text) {
+    if (text == m_text) return;
+    m_text = text;
+    Repaint();
+}
+
+void CDrawnText::SetColour(COLORREF colour) {
+    if (std::exchange(m_colour, colour) != colour) Repaint();
+}
+
+void CDrawnText::Place(const RECT& place) {
+    if (::EqualRect(&place, &m_place)) return;
+    Repaint();  // where it no longer is
+    m_place = place;
+    Repaint();
+}
+
+void CDrawnText::SetShown(bool isShown) {
+    if (isShown == m_isShown) return;
+    m_isShown = true;
+    Repaint();
+    m_isShown = isShown;
+}
+
+SIZE CDrawnText::Measure(int width) const {
+    return MeasureText(m_font, m_text, width);
+}
+
+void CDrawnText::Paint(HDC dc) const {
+    if (IsSeenOn(dc)) PaintText(dc, m_place);
+}
+
+void CDrawnText::PaintText(HDC dc, const RECT& place) const {
+    if (!m_text.empty()) DrawLabel(dc, m_font, place, m_text, m_colour, m_format);
+}
+
+void CDrawnText::Repaint() const {
+    if (m_texts && m_isShown && !::IsRectEmpty(&m_place)) m_texts->Repaint(m_place);
+}
+
+}  // namespace brennvar
