@@ -23,7 +23,8 @@ bool FilterQueue::QueueTransact(const FilterQueueRecord& request, FilterQueueRec
                                 const StopSignal* withdrawn) {
     const auto isWithdrawn = [withdrawn] { return withdrawn && withdrawn->Requested(); };
     if (isWithdrawn()) return false;
-    const auto connection = WaitAndOpenPipe(m_connector, m_clock, kFilterQueuePipeName, kQueueTransactPolicy);
+    const auto connection =
+        CallPipe(m_connector, m_clock, kFilterQueuePipeName, kQueueTransactPolicy).connection;
     if (!connection || isWithdrawn()) return false;  // the wait may have been long
     // A failed transaction leaves zeros, which no valid answer is.
     return TransactWhole(*connection, RecordBytes(request), WritableRecordBytes(answer),

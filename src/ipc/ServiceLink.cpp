@@ -36,7 +36,7 @@ void ServiceLink::Post(TaskThread::Task task, Sent done) {
     m_thread.Ask<bool>(
         [this, task = std::move(task)] {
             task();
-            return m_connector.State() == PeerState::Reachable;
+            return m_connector.LastCall() == PeerState::Reachable;
         },
         [done = std::move(done)](std::optional<bool> wasThere) {
             if (done) done(wasThere.value_or(false));

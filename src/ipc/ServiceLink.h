@@ -6,6 +6,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <string>
 #include <utility>
 
 #include "base/StopSignal.h"
@@ -52,8 +53,9 @@ public:
     [[nodiscard]] ServicePipes& Pipes() { return m_pipes; }
 
     void RunCompletions() { m_thread.RunCompletions(); }
-    // As the last wait for one of its pipes found it. It can change whenever a call is over.
+    // As the last calls on its pipes, or on one of them, found it. It can change whenever a call is over.
     [[nodiscard]] PeerState Service() const { return m_connector.State(); }
+    [[nodiscard]] PeerState StateOf(const std::string& pipeName) const { return m_connector.StateOf(pipeName); }
     // Gives what was sent so far this long to arrive; afterwards nothing is sent any more.
     void Stop(std::chrono::milliseconds limit) { m_thread.Stop(limit); }
 

@@ -24,6 +24,7 @@ public:
 
     // The script.
     int failingWaits = 0;  // so many waits fail before one succeeds; kAlways: there is no server
+    int foreignOpens = 0;  // so many times it is somebody else's; kAlways: it always is
     bool canOpen = true;
     bool canSetMessageMode = true;
     PipeOutcome outcome = PipeOutcome::Done;      // of every write and transaction
@@ -43,10 +44,14 @@ public:
         return false;
     }
 
-    [[nodiscard]] std::unique_ptr<PipeConnection> Open(const std::string& name) override {
+    [[nodiscard]] OpenedPipe Open(const std::string& name) override {
         opened.push_back(name);
-        if (!canOpen) return nullptr;
-        return std::make_unique<Connection>(*this);
+        if (foreignOpens > 0) {
+            if (foreignOpens != kAlways) --foreignOpens;
+            return {.isForeign = true};
+        }
+        if (!canOpen) return {};
+        return {.connection = std::make_unique<Connection>(*this)};
     }
 
 private:
