@@ -44,6 +44,11 @@ void TaskThread::RunCompletions() {
     }
 }
 
+bool TaskThread::WaitUntilIdle(std::chrono::milliseconds limit) {
+    std::unique_lock lock(m_mutex);
+    return m_changed.wait_for(lock, limit, [this] { return m_isEnding || (m_jobs.empty() && !m_isBusy); });
+}
+
 void TaskThread::Stop(std::chrono::milliseconds limit) {
     const bool isOnTaskThread = std::this_thread::get_id() == m_threadId;
     std::unique_lock joinLock(m_joinMutex, std::defer_lock);

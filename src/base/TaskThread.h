@@ -40,6 +40,9 @@ public:
     // Requested by Stop; what the tasks wait with (connectors, clocks) is built on it.
     [[nodiscard]] const StopSignal& Stopping() const { return m_stop; }
 
+    // True when nothing is done or waits to be done, false when that still is so after the limit. Not on the
+    // thread.
+    [[nodiscard]] bool WaitUntilIdle(std::chrono::milliseconds limit);
     // Lets queued tasks finish for at most limit, then requests the stop, which cuts waits short, drops what has
     // not started and joins. May be called again and from several threads; on the thread itself it drops and
     // requests, but cannot join. Completions of finished tasks stay for RunCompletions.
