@@ -76,10 +76,9 @@ void AdvancedRules::CheckChanges(std::chrono::milliseconds asked) {
 
 void AdvancedRules::EndChanges(Note note) {
     if (note == Note::Lost) {
-        m_withdrawn->Request();
+        m_withdrawal.Withdraw();
         m_lost = {.changes = Changes(), .expected = m_shown};
     }
-    m_withdrawn = std::make_shared<StopSignal>();
     m_changes.clear();
     ++m_round;
     m_open = 0;
@@ -238,10 +237,10 @@ void AdvancedRules::Send(UnderWay& change) {
     ++m_open;
     m_since = m_parts.clock.Elapsed();
     m_deliveryLimit =
-        std::max(m_deliveryLimit, OptionChanges::kDeliveryLimit) + kPerCommand * CommandCountOf(change.change);
+        std::max(m_deliveryLimit, Withdrawal::kDeliveryLimit) + kPerCommand * CommandCountOf(change.change);
     m_parts.commander.Send(BatchOf(change.change),
                            m_alive.Guard([this, round = m_round](bool wasThere) { OnSent(round, wasThere); }),
-                           m_withdrawn);
+                           m_withdrawal.Signal());
     (void)ReadAfter(kWritingPause);
 }
 

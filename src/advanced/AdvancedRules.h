@@ -18,10 +18,10 @@
 #include "advanced/StoredRules.h"
 #include "base/Clock.h"
 #include "base/Refreshed.h"
-#include "base/StopSignal.h"
 #include "base/TaskQueue.h"
 #include "base/WhileAlive.h"
 #include "commands/Commander.h"
+#include "commands/Withdrawal.h"
 #include "config/Language.h"
 #include "rules/AdvancedRule.h"
 #include "views/RuleDialogs.h"
@@ -153,10 +153,10 @@ private:
 
     // They are over together: when all have been delivered, and are stored or lost.
     std::vector<UnderWay> m_changes;
-    bool m_isAsking = false;    // for the password of those that are not sent
-    std::uint64_t m_round = 0;  // so many times they were over
-    std::shared_ptr<StopSignal> m_withdrawn = std::make_shared<StopSignal>();  // those of this round are lost
-    Lost m_lost;                                                               // those that the note speaks of
+    bool m_isAsking = false;              // for the password of those that are not sent
+    std::uint64_t m_round = 0;            // so many times they were over
+    Withdrawal m_withdrawal;              // of this round
+    Lost m_lost;                          // those that the note speaks of
     int m_open = 0;                       // sent, and neither delivered nor given up
     bool m_isMissing = false;             // one was given up
     std::chrono::milliseconds m_since{};  // the last one was sent, or delivered

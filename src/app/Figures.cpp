@@ -39,6 +39,7 @@ void Figures::Tick(SessionView& view) {
     m_statistics.Tick(increase, elapsed);
     view.ShowTraffic(increase, elapsed);
     view.ShowService(m_link.Service());
+    m_modes.WithdrawLate();
     const bool isIdle = increase == TrafficIncrease();
     // While traffic flows, or while the driver cannot tell, the mode is only looked at.
     if (isIdle || view.IsSeen()) m_modes.Tick(isIdle);

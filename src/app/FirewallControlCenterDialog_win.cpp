@@ -42,8 +42,11 @@ UINT FirewallControlCenterDialog::OpenWindowMessage() {
 FirewallControlCenterDialog::FirewallControlCenterDialog(Session& session, std::string firstMessage)
     : FrameDialog(session.fonts, session.language, session.userValues),
       m_session(session),
-      m_resources([this](const ResourceChoice& current, const ResourceChoice& chosen) {
-          return ApplyResourceChoice(current, chosen);
+      m_resources([this](const ResourceChoice& current, const ResourceChoice& chosen, std::function<void()> lost) {
+          return m_leaving.ApplyResources(Window(), current, chosen,
+                                          {.isBusy = [this] { return IsBusy(); },
+                                           .lost = std::move(lost),
+                                           .end = [this] { End(kResultRestart); }});
       }),
       m_commands(session, [this] { Pages().OnLogsDeleted(); }),
       m_mail(session),
@@ -117,6 +120,7 @@ std::vector<PageHost::Entry> FirewallControlCenterDialog::PageEntries() {
 void FirewallControlCenterDialog::OnTimer(UINT_PTR id) {
     // Of two questions neither waits for the other, and that about a connection holds its tick.
     m_session.activity.Tick(Window());
+    m_leaving.Tick();
     m_ticks.OnTimer(static_cast<unsigned>(id));
 }
 
@@ -301,13 +305,6 @@ void FirewallControlCenterDialog::ExitControlCenter() {
     m_leaving.Exit(
         Window(), [this] { return m_session.prompt.IsBusy() || m_session.IsAtWork() || m_mail.IsSending(); },
         [this] { End(kResultExit); });
-}
-
-bool FirewallControlCenterDialog::ApplyResourceChoice(const ResourceChoice& current, const ResourceChoice& chosen) {
-    const Leaving::Restart restart =
-        m_leaving.ApplyResources(Window(), current, chosen, [this] { return IsBusy(); });
-    if (restart == Leaving::Restart::Wanted) End(kResultRestart);
-    return restart != Leaving::Restart::Refused;
 }
 
 }  // namespace brennvar

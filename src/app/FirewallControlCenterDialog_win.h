@@ -99,7 +99,6 @@ private:
     void OpenWebPage(const std::string& address);
     void ExitControlCenter();
     // The user's choice of skin and language. False: not while the user is asked about leaving.
-    bool ApplyResourceChoice(const ResourceChoice& current, const ResourceChoice& chosen);
     [[nodiscard]] bool IsBusy() const;
 
     // For what the shell does for this thread; only when the window is there, since it takes its time.

@@ -1,6 +1,7 @@
 #include "app/Leaving_win.h"
 
 #include <chrono>
+#include <optional>
 #include <utility>
 
 #include "config/Resources_win.h"
@@ -11,8 +12,6 @@ namespace {
 
 using namespace std::chrono_literals;
 
-// How long the last commands may take; a service that is gone must not hold the program up.
-constexpr std::chrono::milliseconds kExitPatience{3000};
 // How long the service may take to write down a choice that it has received.
 constexpr std::chrono::milliseconds kSettingsPatience{1000};
 constexpr std::chrono::milliseconds kSettingsPause{20};
@@ -71,27 +70,51 @@ void Leaving::TellServiceAndStop(HWND window) {
     LeaveScreen(window);
     m_session.activity.Stop();
     m_session.commander.Send(Batch(UserCommand::Exit));
-    m_session.StopLinks(kExitPatience);
+    StopSession();
 }
 
-Leaving::Restart Leaving::ApplyResources(HWND window, const ResourceChoice& current, const ResourceChoice& chosen,
-                                         const std::function<bool()>& isBusy) {
-    if (m_isLeaving) return Restart::Refused;
-    if (chosen == current) return Restart::NotWanted;
+void Leaving::StopSession() {
+    m_session.link.WaitUntilSent(kLastCommandsPatience);
+    m_session.StopLinks(0ms);
+}
+
+bool Leaving::ApplyResources(HWND window, const ResourceChoice& current, const ResourceChoice& chosen,
+                             Restart restart) {
+    if (m_isLeaving) return false;
+    if (chosen == current) return true;
     m_isLeaving = true;
-    const bool wantsRestart = Confirm(window, UserCommand::SetResources, DefaultAnswer::Ok);
-    m_session.commander.Send(Batch(UserCommand::SetResources, {.resources = chosen}));
-    // Looked at last: the question lets other things begin.
-    if (!wantsRestart || isBusy()) {
+    if (Confirm(window, UserCommand::SetResources, DefaultAnswer::Ok)) {
+        m_handover.Begin(chosen, [this, window, chosen, restart = std::move(restart)](bool isDelivered) {
+            OnHandedOver(window, chosen, restart, isDelivered);
+        });
+    } else {
+        m_session.commander.Send(Batch(UserCommand::SetResources, {.resources = chosen}));
         m_isLeaving = false;
-        return Restart::NotWanted;
+    }
+    return true;
+}
+
+void Leaving::OnHandedOver(HWND window, const ResourceChoice& choice, const Restart& restart, bool isDelivered) {
+    // Looked at now: the question and the way to the service let other things begin.
+    if (!isDelivered || restart.isBusy()) {
+        m_isLeaving = false;
+        if (isDelivered) return;
+        restart.lost();
+        const Language& language = m_session.language;
+        if (const std::optional<HWND> place = ModalOwner(window)) {
+            ShowMessage(m_session.fonts, language, *place,
+                        language.GetText(2178,
+                                         "The firewall service cannot be reached. Skin and language stay as "
+                                         "they are."));
+        }
+        return;
     }
     LeaveScreen(window);
     m_session.activity.Stop();
     // The service is not told that the interface ends, as on exit: protection goes on without a gap.
-    m_session.StopLinks(kExitPatience);
-    WaitUntilWritten(chosen);
-    return Restart::Wanted;
+    StopSession();
+    WaitUntilWritten(choice);
+    restart.end();
 }
 
 void Leaving::WaitUntilWritten(const ResourceChoice& choice) {

@@ -17,8 +17,8 @@ namespace {
 ProtectionModes::ReadMode ModeReader(const std::string& dataFolder, Clock& clock) {
     return [options = OptionReader(dataFolder, clock), &clock](std::chrono::milliseconds pause) {
         if (pause.count() > 0) (void)clock.Sleep(pause);  // cut short, nobody waits for the mode
-        return std::optional(
-            ProtectionModeOf(options.ReadOption(static_cast<std::uint32_t>(OptionId::ProtectionMode), 0)));
+        return std::optional(static_cast<ProtectionMode>(
+            options.ReadOption(static_cast<std::uint32_t>(OptionId::ProtectionMode), 0)));
     };
 }
 

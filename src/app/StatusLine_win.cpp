@@ -80,6 +80,9 @@ void StatusLine::ShowService(PeerState state) {
     switch (state) {
         case PeerState::Reachable: text = m_language.GetText(1002, "Firewall service: reachable"); break;
         case PeerState::Missing: text = m_language.GetText(1003, "Firewall service: not reachable"); break;
+        case PeerState::Foreign:
+            text = m_language.GetText(2176, "Firewall service: name taken by another program");
+            break;
         case PeerState::Unknown: text = m_language.GetText(1004, "Firewall service: connecting"); break;
     }
     Show(Service, text);

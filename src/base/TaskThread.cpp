@@ -44,14 +44,16 @@ void TaskThread::RunCompletions() {
     }
 }
 
+bool TaskThread::WaitUntilIdle(std::chrono::milliseconds limit) {
+    std::unique_lock lock(m_mutex);
+    return m_changed.wait_for(lock, limit, [this] { return m_isEnding || (m_jobs.empty() && !m_isBusy); });
+}
+
 void TaskThread::RequestStop(std::chrono::milliseconds limit) {
-    const bool isOnTaskThread = std::this_thread::get_id() == m_threadId;
+    if (std::this_thread::get_id() != m_threadId) (void)WaitUntilIdle(limit);
     std::deque<Job> dropped;  // destroyed without the lock: a task may own anything
     {
-        std::unique_lock lock(m_mutex);
-        if (!isOnTaskThread) {
-            m_changed.wait_for(lock, limit, [this] { return m_isEnding || (m_jobs.empty() && !m_isBusy); });
-        }
+        const std::lock_guard lock(m_mutex);
         m_isEnding = true;
         dropped.swap(m_jobs);
     }

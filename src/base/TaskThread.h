@@ -40,6 +40,9 @@ public:
     // Requested by RequestStop; what the tasks wait with (connectors, clocks) is built on it.
     [[nodiscard]] const StopSignal& Stopping() const { return m_stop; }
 
+    // True when nothing is done or waits to be done, false when that still is so after the limit. Not on the
+    // thread.
+    [[nodiscard]] bool WaitUntilIdle(std::chrono::milliseconds limit);
     // Lets queued tasks finish for at most limit, then requests the stop, which cuts waits short, and drops what
     // has not started. A task that heeds no stop may go on: what it uses must stay until Stop has returned. May be
     // called again, from several threads, and on the thread itself, where it waits for nothing. Completions of

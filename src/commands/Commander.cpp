@@ -27,26 +27,26 @@ void Commander::AskFor(UserCommand command, std::function<void()> allowed, std::
     if (refused) refused();
 }
 
-void Commander::SetFilterPort(std::uint32_t port, Sent done) {
-    m_link.SendToFilter([port](FilterQueue& queue) { queue.FILTER_SET_PROXY_PORT(port); }, std::move(done));
+void Commander::SetFilterPort(std::uint32_t port, Sent done, std::shared_ptr<const StopSignal> withdrawn) {
+    m_link.SendToFilter([port](FilterQueue& queue) { queue.FILTER_SET_PROXY_PORT(port); }, std::move(done),
+                        std::move(withdrawn));
 }
 
 void Commander::AddSite(std::string name, Sent done, std::shared_ptr<const StopSignal> withdrawn) {
-    m_link.SendToFilter([name = std::move(name), withdrawn = std::move(withdrawn)](
-                            FilterQueue& queue) { queue.FILTER_ADD_ENTRY(name, withdrawn.get()); },
-                        std::move(done));
+    m_link.SendToFilter([name = std::move(name)](FilterQueue& queue) { queue.FILTER_ADD_ENTRY(name); },
+                        std::move(done), std::move(withdrawn));
 }
 
 void Commander::RemoveSites(std::vector<std::uint32_t> ids, Sent done,
                             std::shared_ptr<const StopSignal> withdrawn) {
     m_link.SendToFilter(
-        [ids = std::move(ids), withdrawn = std::move(withdrawn)](FilterQueue& queue) {
+        [ids = std::move(ids)](FilterQueue& queue) {
             for (const std::uint32_t id : ids) {
                 // Each wait for a service that is missing would hold up whatever comes behind.
-                if (!queue.FILTER_DELETE_ENTRY(id, withdrawn.get())) return;
+                if (!queue.FILTER_DELETE_ENTRY(id)) return;
             }
         },
-        std::move(done));
+        std::move(done), std::move(withdrawn));
 }
 
 }  // namespace brennvar

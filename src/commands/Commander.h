@@ -53,9 +53,9 @@ public:
     void AskFor(UserCommand command, std::function<void()> allowed, std::function<void()> refused = {});
 
     // The port of the filtering proxy, which goes to the web-filter queue.
-    void SetFilterPort(std::uint32_t port, Sent done);
+    void SetFilterPort(std::uint32_t port, Sent done, std::shared_ptr<const StopSignal> withdrawn = nullptr);
     // The list of filtered sites, by way of the same queue. One entry after the other is removed, until
-    // one of them is in vain. withdrawn: as above.
+    // one of them is in vain.
     void AddSite(std::string name, Sent done, std::shared_ptr<const StopSignal> withdrawn = nullptr);
     void RemoveSites(std::vector<std::uint32_t> ids, Sent done,
                      std::shared_ptr<const StopSignal> withdrawn = nullptr);

@@ -17,9 +17,9 @@ public:
     void OnModeChosen(const ModeChange& change, FileTime now);
     // Whether a mode that holds at this moment is over. Never for Normal, which has no end.
     [[nodiscard]] bool IsOver(ProtectionMode mode, FileTime now) const;
-    void Clear() { m_expiry.reset(); }
     // When the mode ends; nothing for one without an end.
     [[nodiscard]] std::optional<FileTime> ExpiryOf(ProtectionMode mode) const;
+    friend bool operator==(const ModeTimeout&, const ModeTimeout&) = default;
 
 private:
     std::optional<FileTime> m_expiry;

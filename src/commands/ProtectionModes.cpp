@@ -23,15 +23,28 @@ void ProtectionModes::Change(const ModeChange& change) {
 }
 
 void ProtectionModes::OnAllowed(const ModeChange& change) {
+    m_withdrawal.Withdraw();
+    m_allowedSince.reset();
+    if (change.mode == ProtectionMode::AllowAll) m_allowedSince = m_clock.Elapsed();
     m_timeout.OnModeChosen(change, m_clock.UtcNow());
-    SendMode(UserCommand::SetMode, change.mode);
+    SendMode(UserCommand::SetMode, change.mode, {});
 }
 
-void ProtectionModes::SendMode(UserCommand command, ProtectionMode mode) {
+void ProtectionModes::SendMode(UserCommand command, ProtectionMode mode, std::function<void()> lost) {
     m_commander.Send(
         Batch(command, {.options = {{.id = OptionId::ProtectionMode, .number = static_cast<std::uint32_t>(mode)}},
                         .subject = m_language.GetText(ProtectionModeNotice(mode))}),
-        [this](bool) { Refresh({.pause = kWritingPause}); });
+        [this, lost = std::move(lost)](bool wasThere) {
+            if (!wasThere && lost) lost();
+            Refresh({.pause = kWritingPause});
+        },
+        command == UserCommand::SetMode ? m_withdrawal.Signal() : nullptr);
+}
+
+void ProtectionModes::WithdrawLate() {
+    if (!m_allowedSince || m_clock.Elapsed() - *m_allowedSince < Withdrawal::kDeliveryLimit) return;
+    m_allowedSince.reset();
+    m_withdrawal.Withdraw();
 }
 
 void ProtectionModes::Tick(bool isIdle) {
@@ -52,18 +65,24 @@ void ProtectionModes::Refresh(Request request) {
     m_stored.Refresh(std::move(request));
 }
 
-void ProtectionModes::OnRead(ProtectionMode mode, const Request& request) {
+void ProtectionModes::OnRead(ProtectionMode stored, const Request& request) {
+    ProtectionMode mode = ProtectionModeOf(static_cast<std::uint32_t>(stored));
+    const bool isKnown = mode == stored;
     if (const auto idle = std::exchange(m_idleSince, std::nullopt)) {
         if (m_timeout.IsOver(mode, *idle)) {
-            m_timeout.Clear();
+            // Asked for again when it is lost: the mode would never end. The user may have chosen another end
+            // since.
+            const auto endAgain = [this, expired = std::exchange(m_timeout, {})] {
+                if (m_timeout == ModeTimeout()) m_timeout = expired;
+            };
             mode = ProtectionMode::Normal;
-            SendMode(UserCommand::EndTimedMode, mode);
+            SendMode(UserCommand::EndTimedMode, mode, endAgain);
         }
         m_view.OnIdleMode(mode);
     }
     Show(mode);
     // Last: a menu that one of them opens is there until the user has chosen.
-    for (const Done& done : request.waiting) done(mode);
+    for (const Done& done : request.waiting) done(isKnown ? mode : stored);
 }
 
 void ProtectionModes::Show(ProtectionMode mode) {

@@ -13,6 +13,7 @@
 #include "commands/ModeDisplay.h"
 #include "commands/ModeTimeout.h"
 #include "commands/ProtectionMode.h"
+#include "commands/Withdrawal.h"
 #include "config/Language.h"
 
 namespace brennvar {
@@ -30,18 +31,22 @@ public:
 class ProtectionModes {
 public:
     // Reads the mode that the service has stored, on the queue's thread, after this pause. Nothing counts as
-    // Normal.
+    // Normal, and so does a value of none of them, which only Read's caller sees.
     using ReadMode = std::function<std::optional<ProtectionMode>(std::chrono::milliseconds pause)>;
 
     // The clock tells when a timed mode is over. All but the reader are borrowed.
     ProtectionModes(Clock& clock, const Language& language, Commander& commander, TaskQueue& reads, ReadMode read,
                     ModeView& view);
 
-    // A command of the user, behind the security password.
+    // A command of the user, behind the security password. It takes the place of an earlier one that is still on
+    // its way.
     void Change(const ModeChange& change);
+    // Once a second. "Allow All" never holds later than the user expects: what the service has not taken by now is
+    // taken back.
+    void WithdrawLate();
     // Once a second. Reads the mode; only ticks without traffic end a timed mode and reach the icon.
     void Tick(bool isIdle);
-    // Calls done with the mode as it is stored from now on.
+    // Calls done with the mode as it is stored from now on, whatever that is.
     void Read(std::function<void(ProtectionMode)> done);
 
     [[nodiscard]] const ModeDisplay& Display() const { return m_display; }
@@ -56,9 +61,9 @@ private:
 
     void OnAllowed(const ModeChange& change);
     // The mode is read once more when the service has had the time to write it.
-    void SendMode(UserCommand command, ProtectionMode mode);
+    void SendMode(UserCommand command, ProtectionMode mode, std::function<void()> lost);
     void Refresh(Request request);
-    void OnRead(ProtectionMode mode, const Request& request);
+    void OnRead(ProtectionMode stored, const Request& request);
     void Show(ProtectionMode mode);
 
     Clock& m_clock;
@@ -66,6 +71,8 @@ private:
     Commander& m_commander;
     ModeView& m_view;
     ModeTimeout m_timeout;
+    Withdrawal m_withdrawal;                                  // of what the user has chosen last
+    std::optional<std::chrono::milliseconds> m_allowedSince;  // "Allow All" is on its way, by the clock's Elapsed
     ModeDisplay m_display;
     std::optional<FileTime> m_idleSince;  // an idle tick waits for the mode since then
     Refreshed<ProtectionMode, Request> m_stored;

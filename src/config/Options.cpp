@@ -37,8 +37,8 @@ std::string OptionReader::ReadOptionText(std::uint32_t id) const {
 
 std::optional<OptionValues> OptionReader::ReadAll() const {
     auto file = RecordFile::OpenShared(ConfigFilePath(m_dataFolder), m_clock);
-    if (!file) return std::nullopt;
     OptionValues values;
+    if (!file) return RecordFile::IsMissing(ConfigFilePath(m_dataFolder)) ? std::optional(values) : std::nullopt;
     std::set<std::uint32_t> seen;
     ScanRecords<OptionRecord>(*file, Cipher::Enciphered, [&](std::span<const OptionRecord> records) {
         for (const OptionRecord& record : records) {

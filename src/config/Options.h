@@ -21,8 +21,8 @@ public:
     // Its text, at most 119 characters; empty when there is none.
     [[nodiscard]] std::string ReadOptionText(std::uint32_t id) const;
     // Everything in one pass over the file, but for the security password, which has a reader of its own
-    // (StoredPassword.h); the default of the table for what has no record. Nothing when the file cannot be opened.
-    // Any thread.
+    // (StoredPassword.h); the default of the table for what has no record. Nothing when there is a file and it
+    // cannot be opened. Any thread.
     [[nodiscard]] std::optional<OptionValues> ReadAll() const;
 
 private:

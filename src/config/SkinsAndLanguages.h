@@ -1,6 +1,7 @@
 // The skins and languages that the user may choose from, as a seam.
 #pragma once
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -17,8 +18,8 @@ public:
     // As the settings have it.
     [[nodiscard]] virtual ResourceChoice Current() const = 0;
     // The user wants these instead of the current ones, or the same again. May ask, which pumps messages. False:
-    // not now.
-    virtual bool Apply(const ResourceChoice& current, const ResourceChoice& chosen) = 0;
+    // not now. lost: told later that the service could not be told, after all.
+    virtual bool Apply(const ResourceChoice& current, const ResourceChoice& chosen, std::function<void()> lost) = 0;
 };
 
 }  // namespace brennvar

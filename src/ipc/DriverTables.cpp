@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstddef>
 #include <cstring>
 #include <memory>
 #include <new>
@@ -157,7 +158,8 @@ std::optional<TrafficTotals> ReadTrafficTotals(DeviceOpener& opener) {
     if (!device) return std::nullopt;
     TrafficTotals totals{};
     const auto returned = device->Read(kControlReadTotals, WritableRecordBytes(totals));
-    if (!returned || *returned < sizeof totals) return std::nullopt;
+    // What stands behind the two counters is of no use.
+    if (!returned || *returned < offsetof(TrafficTotals, bytesOut) + sizeof totals.bytesOut) return std::nullopt;
     return totals;
 }
 

@@ -19,12 +19,9 @@ void FilterQueue::QueueWrite(const FilterQueueRecord& record) {
     (void)PipeWriteOnce(m_connector, m_clock, kFilterQueuePipeName, RecordBytes(record));
 }
 
-bool FilterQueue::QueueTransact(const FilterQueueRecord& request, FilterQueueRecord& answer,
-                                const StopSignal* withdrawn) {
-    const auto isWithdrawn = [withdrawn] { return withdrawn && withdrawn->Requested(); };
-    if (isWithdrawn()) return false;
-    const auto connection = WaitAndOpenPipe(m_connector, m_clock, kFilterQueuePipeName, kQueueTransactPolicy);
-    if (!connection || isWithdrawn()) return false;  // the wait may have been long
+bool FilterQueue::QueueTransact(const FilterQueueRecord& request, FilterQueueRecord& answer) {
+    const auto connection = CallPipe(m_connector, m_clock, kFilterQueuePipeName, kQueueTransactPolicy).connection;
+    if (!connection) return false;
     // A failed transaction leaves zeros, which no valid answer is.
     return TransactWhole(*connection, RecordBytes(request), WritableRecordBytes(answer),
                          kQueueTransactPolicy.pendingLimit) != PipeOutcome::TimedOut;
@@ -53,18 +50,18 @@ std::uint32_t FilterQueue::FILTER_QUERY(std::string_view text) {
     return answer.answerValue == 1 || answer.answerValue == 2 ? answer.answerValue : 0;
 }
 
-void FilterQueue::FILTER_ADD_ENTRY(std::string_view text, const StopSignal* withdrawn) {
+void FilterQueue::FILTER_ADD_ENTRY(std::string_view text) {
     FilterQueueRecord request = RequestOf(FilterCode::AddEntry);
     PutText(request.text, text);
     FilterQueueRecord answer{};
-    (void)QueueTransact(request, answer, withdrawn);  // the list itself shows whether the entry was taken
+    (void)QueueTransact(request, answer);  // the list itself shows whether the entry was taken
 }
 
-bool FilterQueue::FILTER_DELETE_ENTRY(std::uint32_t entryId, const StopSignal* withdrawn) {
+bool FilterQueue::FILTER_DELETE_ENTRY(std::uint32_t entryId) {
     FilterQueueRecord request = RequestOf(FilterCode::DeleteEntry);
     request.entryOrValue = entryId;
     FilterQueueRecord answer{};
-    return QueueTransact(request, answer, withdrawn);
+    return QueueTransact(request, answer);
 }
 
 }  // namespace brennvar

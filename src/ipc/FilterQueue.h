@@ -4,7 +4,6 @@
 #include <cstdint>
 #include <string_view>
 
-#include "base/StopSignal.h"
 #include "ipc/PipePolicy.h"
 #include "ipc/PipeRecords.h"
 
@@ -21,16 +20,14 @@ public:
     void FILTER_SET_PROXY_PORT(std::uint32_t port);
     // 1 or 2 as the service answered, 0 when there is no valid answer.
     [[nodiscard]] std::uint32_t FILTER_QUERY(std::string_view text);
-    // withdrawn: requested before the service is found, nothing is sent; null: it stays.
-    void FILTER_ADD_ENTRY(std::string_view text, const StopSignal* withdrawn = nullptr);
-    // False when that was in vain: the service was missing or did not answer in time, or it was withdrawn.
-    bool FILTER_DELETE_ENTRY(std::uint32_t entryId, const StopSignal* withdrawn = nullptr);
+    void FILTER_ADD_ENTRY(std::string_view text);
+    // False when that was in vain: the service was missing or did not answer in time.
+    bool FILTER_DELETE_ENTRY(std::uint32_t entryId);
 
 private:
     void QueueWrite(const FilterQueueRecord& record);
     // answer: all zeros when none came. False as above.
-    bool QueueTransact(const FilterQueueRecord& request, FilterQueueRecord& answer,
-                       const StopSignal* withdrawn = nullptr);
+    bool QueueTransact(const FilterQueueRecord& request, FilterQueueRecord& answer);
 
     PipeConnector& m_connector;
     Clock& m_clock;

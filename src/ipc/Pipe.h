@@ -32,13 +32,19 @@ public:
                                                std::chrono::milliseconds pendingLimit) = 0;
 };
 
+// What came of opening a pipe.
+struct OpenedPipe {
+    std::unique_ptr<PipeConnection> connection{};  // null: it could not be opened
+    // The pipe belongs to somebody who is not believed to be its service, or who does not let us see whose it is.
+    bool isForeign = false;
+};
+
 class PipeConnector {
 public:
     virtual ~PipeConnector() = default;
     // True when an instance of the pipe is free within the limit; false at once when the pipe does not exist.
     [[nodiscard]] virtual bool WaitForInstance(const std::string& name, std::chrono::milliseconds limit) = 0;
-    // Null when the pipe cannot be opened.
-    [[nodiscard]] virtual std::unique_ptr<PipeConnection> Open(const std::string& name) = 0;
+    [[nodiscard]] virtual OpenedPipe Open(const std::string& name) = 0;
 };
 
 }  // namespace brennvar

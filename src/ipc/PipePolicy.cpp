@@ -1,19 +1,18 @@
 #include "ipc/PipePolicy.h"
 
+#include <utility>
+
 namespace brennvar {
 
-bool WaitForPipe(PipeConnector& connector, Clock& clock, const std::string& pipeName, const PipePolicy& policy) {
+CalledPipe CallPipe(PipeConnector& connector, Clock& clock, const std::string& pipeName, const PipePolicy& policy) {
     for (int failed = 0;;) {
-        if (connector.WaitForInstance(pipeName, policy.wait)) return true;
-        if (++failed >= policy.attempts) return false;
-        if (!clock.Sleep(policy.pause)) return false;
+        if (connector.WaitForInstance(pipeName, policy.wait)) {
+            OpenedPipe opened = connector.Open(pipeName);
+            if (!opened.isForeign) return {.isThere = true, .connection = std::move(opened.connection)};
+        }
+        if (++failed >= policy.attempts) return {};
+        if (!clock.Sleep(policy.pause)) return {};
     }
-}
-
-std::unique_ptr<PipeConnection> WaitAndOpenPipe(PipeConnector& connector, Clock& clock, const std::string& pipeName,
-                                                const PipePolicy& policy) {
-    if (!WaitForPipe(connector, clock, pipeName, policy)) return nullptr;
-    return connector.Open(pipeName);
 }
 
 }  // namespace brennvar

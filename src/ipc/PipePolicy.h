@@ -39,13 +39,15 @@ inline constexpr PipePolicy kQueueTransactPolicy{.attempts = 1,
                                                  .pause = std::chrono::milliseconds(0),
                                                  .pendingLimit = std::chrono::seconds(60)};
 
-// True as soon as an instance of the pipe is free; false when every wait failed or the program stops.
-[[nodiscard]] bool WaitForPipe(PipeConnector& connector, Clock& clock, const std::string& pipeName,
-                               const PipePolicy& policy);
+struct CalledPipe {
+    // False: every wait failed, or found somebody else's pipe, or the program stops.
+    bool isThere = false;
+    std::unique_ptr<PipeConnection> connection{};  // null also when it is there, but could not be opened
+};
 
-// Waits for a free instance and opens it, once: null when either fails.
-[[nodiscard]] std::unique_ptr<PipeConnection> WaitAndOpenPipe(PipeConnector& connector, Clock& clock,
-                                                              const std::string& pipeName,
-                                                              const PipePolicy& policy);
+// Waits for a free instance, as often as the policy says, and opens it, once. A pipe that is not the service's is
+// as good as none.
+[[nodiscard]] CalledPipe CallPipe(PipeConnector& connector, Clock& clock, const std::string& pipeName,
+                                  const PipePolicy& policy);
 
 }  // namespace brennvar

@@ -154,23 +154,25 @@ bool WinPipeConnector::WaitForInstance(const std::string& name, milliseconds lim
     return false;
 }
 
-std::unique_ptr<PipeConnection> WinPipeConnector::Open(const std::string& name) {
+OpenedPipe WinPipeConnector::Open(const std::string& name) {
     // A null access list: everyone may use what is opened here.
     SECURITY_DESCRIPTOR descriptor{};
     if (!::InitializeSecurityDescriptor(&descriptor, SECURITY_DESCRIPTOR_REVISION) ||
         !::SetSecurityDescriptorDacl(&descriptor, TRUE, nullptr, FALSE)) {
-        return nullptr;
+        return {};
     }
     SECURITY_ATTRIBUTES attributes{
         .nLength = sizeof attributes, .lpSecurityDescriptor = &descriptor, .bInheritHandle = TRUE};
     UniqueEvent event(::CreateEventA(nullptr, TRUE, FALSE, nullptr));
-    if (!event) return nullptr;
+    if (!event) return {};
     // Whoever serves the pipe may see who calls, and not act in his name.
     UniqueFile pipe(::CreateFileA(
         name.c_str(), GENERIC_READ | GENERIC_WRITE, 0, &attributes, OPEN_EXISTING,
         FILE_ATTRIBUTE_NORMAL | FILE_FLAG_OVERLAPPED | SECURITY_SQOS_PRESENT | SECURITY_IDENTIFICATION, nullptr));
-    if (!pipe || !IsBelieved(pipe.Get())) return nullptr;
-    return std::make_unique<WinPipeConnection>(std::move(pipe), std::move(event), m_stop);
+    // The service lets every user call: who is kept out is kept out by somebody else.
+    if (!pipe) return {.isForeign = ::GetLastError() == ERROR_ACCESS_DENIED};
+    if (!IsBelieved(pipe.Get())) return {.isForeign = true};
+    return {.connection = std::make_unique<WinPipeConnection>(std::move(pipe), std::move(event), m_stop)};
 }
 
 }  // namespace brennvar

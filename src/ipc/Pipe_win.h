@@ -14,8 +14,8 @@ public:
     explicit WinPipeConnector(const StopSignal& stop) : m_stop(stop) {}
 
     [[nodiscard]] bool WaitForInstance(const std::string& name, std::chrono::milliseconds limit) override;
-    // Null also for a pipe of another user's, who is neither the system nor an administrator.
-    [[nodiscard]] std::unique_ptr<PipeConnection> Open(const std::string& name) override;
+    // Believed is a pipe of the system, of the administrators and of this user.
+    [[nodiscard]] OpenedPipe Open(const std::string& name) override;
 
 private:
     const StopSignal& m_stop;

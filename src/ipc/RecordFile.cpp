@@ -51,6 +51,16 @@ bool TookTooLong(const Clock& clock, FileTime start) {
     return now > start && now - start >= kLimit;
 }
 
+// After a failed open: this user may not write the file at all, so that waiting for it is of no use.
+bool WasDenied() {
+#ifdef _WIN32
+    constexpr unsigned long kErrorAccessDenied = 5;  // of Windows; a file that is held gives a sharing violation
+    return _doserrno == kErrorAccessDenied;
+#else
+    return errno == EACCES;
+#endif
+}
+
 }  // namespace
 
 RecordFile::RecordFile(std::FILE* file) : m_file(file) {
@@ -81,22 +91,14 @@ bool RecordFile::IsMissing(const std::string& path) {
     return !isThere && (errno == ENOENT || errno == ENOTDIR);
 }
 
-// After a failed open: this user may not write the file at all, so that waiting for it is of no use.
-bool WasDenied() {
-#ifdef _WIN32
-    constexpr unsigned long kErrorAccessDenied = 5;  // of Windows; a file that is held gives a sharing violation
-    return _doserrno == kErrorAccessDenied;
-#else
-    return errno == EACCES;
-#endif
+std::optional<RecordFile> RecordFile::OpenNow(const std::string& path) {
+    if (auto file = Open(path, "rb+")) return file;
+    return WasDenied() ? OpenReadOnly(path) : std::nullopt;
 }
 
 std::optional<RecordFile> RecordFile::OpenShared(const std::string& path, Clock& clock) {
     if (StateOf(path) == PathState::SomethingElse) return std::nullopt;
-    if (auto file = Open(path, "rb+")) return file;
-    if (WasDenied()) {
-        if (auto file = OpenReadOnly(path)) return file;
-    }
+    if (auto file = OpenNow(path)) return file;
     const FileTime start = clock.UtcNow();
     for (int retry = 0; retry < kRecordFilePolicy.retries; ++retry) {
         if (StateOf(path) == PathState::MissingOrEmpty) {
@@ -105,7 +107,7 @@ std::optional<RecordFile> RecordFile::OpenShared(const std::string& path, Clock&
             break;
         }
         if (!clock.Sleep(kRecordFilePolicy.pause)) break;
-        if (auto file = Open(path, "rb+")) return file;
+        if (auto file = OpenNow(path)) return file;
         if (TookTooLong(clock, start)) break;
     }
     return OpenReadOnly(path);

@@ -40,9 +40,9 @@ enum class Cipher { Plain, Enciphered };
 class RecordFile {
 public:
     // Opens a file that the service writes: for update, retried while the service holds it; created empty when it
-    // is missing or empty; read-only as the last resort, and at once when this user may not write it. Nothing when
-    // even that fails, or when the path is not that of a file. Blocks for the time of kRecordFilePolicy at most,
-    // less when the clock's waits are cut short.
+    // is missing or empty; read-only as the last resort, and in every round when this user may not write it.
+    // Nothing when even that fails, or when the path is not that of a file. Blocks for the time of
+    // kRecordFilePolicy at most, less when the clock's waits are cut short.
     [[nodiscard]] static std::optional<RecordFile> OpenShared(const std::string& path, Clock& clock);
     // Opens an existing file for reading; neither waits nor creates.
     [[nodiscard]] static std::optional<RecordFile> OpenReadOnly(const std::string& path);
@@ -60,6 +60,8 @@ private:
     };
     explicit RecordFile(std::FILE* file);
     static std::optional<RecordFile> Open(const std::string& path, const char* mode);
+    // For update, or for reading where this user may not write. Neither waits nor creates.
+    static std::optional<RecordFile> OpenNow(const std::string& path);
 
     std::unique_ptr<std::FILE, Closer> m_file;
 };

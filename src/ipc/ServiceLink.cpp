@@ -7,9 +7,9 @@ ServiceLink::ServiceLink(std::function<void()> wake, const MakeConnector& makeCo
       m_clock(m_thread.Stopping()),
       m_pipeConnector(makeConnector(m_thread.Stopping())),
       m_connector(*m_pipeConnector),
-      m_commandConnector(m_connector),
-      m_commands(m_commandConnector, m_clock),
-      m_filter(m_connector, m_clock),
+      m_sending(m_connector),
+      m_commands(m_sending, m_clock),
+      m_filter(m_sending, m_clock),
       m_pipes(m_connector, m_clock) {}
 
 // Before the members that its tasks use go.
@@ -19,24 +19,34 @@ ServiceLink::~ServiceLink() {
 
 void ServiceLink::Send(std::function<void(CommandPipe&)> command, Sent done,
                        std::shared_ptr<const StopSignal> withdrawn) {
-    Post(
-        [this, command = std::move(command), withdrawn = std::move(withdrawn)] {
-            m_commandConnector.BeginBatch(withdrawn);
-            command(m_commands);
-        },
-        std::move(done));
+    Post([this, command = std::move(command)] { command(m_commands); }, std::move(done), std::move(withdrawn));
 }
 
-void ServiceLink::SendToFilter(std::function<void(FilterQueue&)> command, Sent done) {
-    Post([this, command = std::move(command)] { command(m_filter); }, std::move(done));
+void ServiceLink::SendToFilter(std::function<void(FilterQueue&)> command, Sent done,
+                               std::shared_ptr<const StopSignal> withdrawn) {
+    Post([this, command = std::move(command)] { command(m_filter); }, std::move(done), std::move(withdrawn));
 }
 
-void ServiceLink::Post(TaskThread::Task task, Sent done) {
+void ServiceLink::WaitUntilSent(Patience patience) {
+    // How long it takes until a service that comes or goes meanwhile is heeded.
+    constexpr std::chrono::milliseconds kSlice{50};
+    const auto begin = std::chrono::steady_clock::now();
+    const auto isTimeLeft = [&] {
+        const bool isReachable = m_connector.LastCall() == PeerState::Reachable;
+        return std::chrono::steady_clock::now() - begin <
+               (isReachable ? patience.whileReachable : patience.whileMissing);
+    };
+    while (!m_thread.WaitUntilIdle(kSlice) && isTimeLeft()) {
+    }
+}
+
+void ServiceLink::Post(TaskThread::Task batch, Sent done, std::shared_ptr<const StopSignal> withdrawn) {
     // There is always a completion: it also wakes the window, which then looks at the state of the service.
     m_thread.Ask<bool>(
-        [this, task = std::move(task)] {
-            task();
-            return m_connector.State() == PeerState::Reachable;
+        [this, batch = std::move(batch), withdrawn = std::move(withdrawn)] {
+            m_sending.BeginBatch(withdrawn);
+            batch();
+            return m_connector.LastCall() == PeerState::Reachable;
         },
         [done = std::move(done)](std::optional<bool> wasThere) {
             if (done) done(wasThere.value_or(false));

@@ -6,6 +6,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <string>
 #include <utility>
 
 #include "base/StopSignal.h"
@@ -38,7 +39,8 @@ public:
     void Send(std::function<void(CommandPipe&)> command, Sent done = {},
               std::shared_ptr<const StopSignal> withdrawn = nullptr);
     // The same for the web-filter queue.
-    void SendToFilter(std::function<void(FilterQueue&)> command, Sent done = {});
+    void SendToFilter(std::function<void(FilterQueue&)> command, Sent done = {},
+                      std::shared_ptr<const StopSignal> withdrawn = nullptr);
 
     // ask runs on the link thread; done gets its result on the user-interface thread, nothing when ask has failed.
     // It is not called when the program ends before.
@@ -52,22 +54,30 @@ public:
     [[nodiscard]] ServicePipes& Pipes() { return m_pipes; }
 
     void RunCompletions() { m_thread.RunCompletions(); }
-    // As the last wait for one of its pipes found it. It can change whenever a call is over.
+    // As the last calls on its pipes, or on one of them, found it. It can change whenever a call is over.
     [[nodiscard]] PeerState Service() const { return m_connector.State(); }
+    [[nodiscard]] PeerState StateOf(const std::string& pipeName) const { return m_connector.StateOf(pipeName); }
+    // Returns when what was sent so far has arrived, or as long afterwards as this says: the service, which may
+    // just be busy, is there, or it is not.
+    struct Patience {
+        std::chrono::milliseconds whileReachable{};
+        std::chrono::milliseconds whileMissing{};
+    };
+    void WaitUntilSent(Patience patience);
     // Gives what was sent so far this long to arrive; afterwards nothing is sent any more.
     void RequestStop(std::chrono::milliseconds limit) { m_thread.RequestStop(limit); }
     // The same, and waits for the end of a call that is under way.
     void Stop(std::chrono::milliseconds limit) { m_thread.Stop(limit); }
 
 private:
-    void Post(TaskThread::Task task, Sent done);
+    void Post(TaskThread::Task batch, Sent done, std::shared_ptr<const StopSignal> withdrawn);
 
     TaskThread m_thread;
     // Used on the link thread only; they exist before the first task and until the last one is over (Stop).
     SystemClock m_clock;
     std::unique_ptr<PipeConnector> m_pipeConnector;
     WatchedConnector m_connector;
-    WithdrawableConnector m_commandConnector;
+    WithdrawableConnector m_sending;
     CommandPipe m_commands;
     FilterQueue m_filter;
     ServicePipes m_pipes;

@@ -10,11 +10,10 @@ namespace brennvar {
 bool ServicePipes::PipeTransact(const std::string& pipeName, std::span<const std::byte> request,
                                 std::span<std::byte> answer) {
     std::fill(answer.begin(), answer.end(), std::byte{0});
-    m_lastCallMetService = WaitForPipe(m_connector, m_clock, pipeName, m_policy);
-    if (!m_lastCallMetService) return false;
-    const auto connection = m_connector.Open(pipeName);
-    if (!connection) return false;
-    const PipeOutcome outcome = TransactWhole(*connection, request, answer, m_policy.pendingLimit);
+    const CalledPipe pipe = CallPipe(m_connector, m_clock, pipeName, m_policy);
+    m_lastCallMetService = pipe.isThere;
+    if (!pipe.connection) return false;
+    const PipeOutcome outcome = TransactWhole(*pipe.connection, request, answer, m_policy.pendingLimit);
     m_lastCallMetService = outcome != PipeOutcome::TimedOut;
     return outcome == PipeOutcome::Done;
 }

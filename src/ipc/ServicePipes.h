@@ -32,8 +32,8 @@ public:
     // At most 4095 characters. Nothing: there is no notice.
     [[nodiscard]] std::optional<std::string> FetchTrayText();
 
-    // False after a call whose waits found no instance of the pipe, or that got no answer in time: the next call
-    // would wait as long again.
+    // False after a call that did not find the service's pipe, or that got no answer in time: the next call would
+    // wait as long again.
     [[nodiscard]] bool LastCallMetService() const { return m_lastCallMetService; }
 
 private:

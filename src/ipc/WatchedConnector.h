@@ -1,15 +1,23 @@
-// Tells from the waits for the service's pipes whether the service is there.
+// Tells from the calls on the service's pipes whether the service is there.
 #pragma once
 
-#include <atomic>
+#include <algorithm>
+#include <map>
+#include <mutex>
 
 #include "ipc/Pipe.h"
 
 namespace brennvar {
 
-enum class PeerState { Unknown, Reachable, Missing };
+enum class PeerState {
+    Unknown,
+    Reachable,
+    Missing,
+    Foreign,  // another program has its name
+};
 
-// Passes everything on to another connector and remembers how the last wait ended. One thread waits, any may ask.
+// Passes everything on to another connector and remembers for each pipe how the last call on it ended. One thread
+// calls, any may ask.
 class WatchedConnector final : public PipeConnector {
 public:
     // Borrowed; must outlive this one.
@@ -17,19 +25,49 @@ public:
 
     [[nodiscard]] bool WaitForInstance(const std::string& name, std::chrono::milliseconds limit) override {
         const bool found = m_inner.WaitForInstance(name, limit);
-        m_state = found ? PeerState::Reachable : PeerState::Missing;
+        if (!found) Remember(name, PeerState::Missing);
         return found;
     }
-    [[nodiscard]] std::unique_ptr<PipeConnection> Open(const std::string& name) override {
-        return m_inner.Open(name);
+    [[nodiscard]] OpenedPipe Open(const std::string& name) override {
+        OpenedPipe opened = m_inner.Open(name);
+        Remember(name, opened.isForeign ? PeerState::Foreign : PeerState::Reachable);
+        return opened;
     }
 
-    // Unknown until the first wait is over.
-    [[nodiscard]] PeerState State() const { return m_state; }
+    // Of the service as a whole: Foreign as long as one of its pipes is somebody else's, otherwise as the last call
+    // found it; Unknown until that is over.
+    [[nodiscard]] PeerState State() const {
+        const std::lock_guard lock(m_mutex);
+        return Has(PeerState::Foreign) ? PeerState::Foreign : m_last;
+    }
+    // As the last call found it, whichever pipe that was on.
+    [[nodiscard]] PeerState LastCall() const {
+        const std::lock_guard lock(m_mutex);
+        return m_last;
+    }
+    // Of one pipe; Unknown also when the service has come back since.
+    [[nodiscard]] PeerState StateOf(const std::string& name) const {
+        const std::lock_guard lock(m_mutex);
+        const auto found = m_states.find(name);
+        return found == m_states.end() ? PeerState::Unknown : found->second;
+    }
 
 private:
+    void Remember(const std::string& name, PeerState state) {
+        const std::lock_guard lock(m_mutex);
+        // A service that comes back makes all of its pipes anew.
+        if (state == PeerState::Reachable && Has(PeerState::Missing)) m_states.clear();
+        m_states[name] = m_last = state;
+    }
+    [[nodiscard]] bool Has(PeerState state) const {
+        return std::any_of(m_states.begin(), m_states.end(),
+                           [=](const auto& pipe) { return pipe.second == state; });
+    }
+
     PipeConnector& m_inner;
-    std::atomic<PeerState> m_state = PeerState::Unknown;
+    mutable std::mutex m_mutex;  // guards what follows
+    std::map<std::string, PeerState> m_states;
+    PeerState m_last = PeerState::Unknown;
 };
 
 }  // namespace brennvar

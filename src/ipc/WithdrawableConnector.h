@@ -37,9 +37,10 @@ public:
         ThrowIfWithdrawn();  // the wait may have been long
         return found;
     }
-    [[nodiscard]] std::unique_ptr<PipeConnection> Open(const std::string& name) override {
-        m_withdrawn.reset();
-        return m_inner.Open(name);
+    [[nodiscard]] OpenedPipe Open(const std::string& name) override {
+        OpenedPipe opened = m_inner.Open(name);
+        if (!opened.isForeign) m_withdrawn.reset();
+        return opened;
     }
 
 private:

@@ -66,9 +66,14 @@ bool SecurityPasswordGate::Show(PasswordDialog& dialog, HWND owner, bool isVerif
 }
 
 std::optional<HWND> SecurityPasswordGate::PlaceOfDialog() const {
-    if (!m_dialog) return ModalOwner(m_owner);
-    ComeForward();
-    return std::nullopt;
+    if (m_dialog) {
+        ComeForward();
+        return std::nullopt;
+    }
+    if (const std::optional<HWND> place = ModalOwner(m_owner)) return place;
+    // "Block All" does not wait until a question is answered.
+    const HWND question = StandingQuestion();
+    return question ? std::optional(question) : std::nullopt;
 }
 
 void SecurityPasswordGate::ComeForward() const {

@@ -28,8 +28,8 @@ public:
     void SetOwner(HWND owner) { m_owner = owner; }
 
     // As AskPassword says. What the user answered is reported to the service before. The question opens over the
-    // owner or over the dialog that is open over it; without one of them that takes input (a connection question is
-    // open) the request is refused. One that comes while the user is asked for the password is refused at once.
+    // owner, over the dialog that is open over it, or over a connection question; without one of them that takes
+    // input the request is refused. One that comes while the user is asked for the password is refused at once.
     void Ask(std::function<void()> allowed, std::function<void()> refused) override;
     // Lets the user set, change or clear the password; asks for the old one itself. Does nothing when it is not the
     // owner's turn, as above.

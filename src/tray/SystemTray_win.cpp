@@ -64,9 +64,11 @@ void CSystemTray::AddOrWait() {
 }
 
 void CSystemTray::OnWorkAreaChanged() {
-    if (!m_isAdded) return;
     // The task bar may have been made anew without a word. One that still has the icon refuses a second one.
-    m_isAdded = Notify(NIM_ADD, kWhole) || Notify(NIM_MODIFY, kWhole);
+    if (m_isAdded && (Notify(NIM_ADD, kWhole) || Notify(NIM_MODIFY, kWhole))) return;
+    if (!m_isAdded && m_retriesLeft > 0) return;  // it is being tried
+    StartAdding();
+    // The user must find the window meanwhile.
     if (!m_isAdded && m_setup.lost) m_setup.lost();
 }
 

@@ -50,7 +50,7 @@ private:
     // Tries to add, and again each second for so many more times.
     void StartAdding();
     void AddOrWait();
-    // What holds after the task bar may have lost the icon.
+    // The task bar may have lost the icon: it is added again, and tried anew like a first time when that fails.
     void OnWorkAreaChanged();
     bool Notify(DWORD action, UINT flags) const;
     [[nodiscard]] int DefaultCommand() const;

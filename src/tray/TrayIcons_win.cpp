@@ -1,7 +1,5 @@
 #include "tray/TrayIcons_win.h"
 
-#include <utility>
-
 #include "config/ResourceIds.h"
 #include "ui/ProgramIcon_win.h"
 
@@ -30,7 +28,8 @@ void TrayIcons::OnIdleMode(ProtectionMode mode) {
 
 void TrayIcons::Update() {
     const TrayIconState state = ChooseTrayIcon(m_increase, m_mode);
-    if (std::exchange(m_shown, state) != state) m_tray.SetIcon(Icon(state));
+    // One that the shell has not taken is tried again a second later.
+    if (m_shown != state && m_tray.SetIcon(Icon(state))) m_shown = state;
 }
 
 }  // namespace brennvar

@@ -32,12 +32,29 @@ void ApplicationChanges::SendPiece() {
     const auto first = group.changes.begin() + static_cast<std::ptrdiff_t>(group.sent);
     const std::size_t count = std::min(kPiece, group.changes.size() - group.sent);
     group.sent += count;
-    m_commander.Send(Batch(UserCommand::SetApplicationRules,
-                           {.applications = {first, first + static_cast<std::ptrdiff_t>(count)}}),
-                     [this](bool) { OnPieceSent(); });
+    m_commander.Send(
+        Batch(UserCommand::SetApplicationRules,
+              {.applications = {first, first + static_cast<std::ptrdiff_t>(count)}}),
+        [this, round = m_round](bool wasThere) {
+            if (round == m_round) OnPieceSent(wasThere);
+        },
+        m_withdrawal.Signal());
 }
 
-void ApplicationChanges::OnPieceSent() {
+void ApplicationChanges::GiveUp() {
+    if (m_groups.empty()) return;
+    m_withdrawal.Withdraw();
+    ++m_round;
+    m_over = m_groups.back().last;
+    m_groups.clear();
+}
+
+void ApplicationChanges::OnPieceSent(bool wasThere) {
+    if (!wasThere) {
+        GiveUp();  // the next piece would be waited for as long again
+        if (m_watcher) m_watcher->OnChangesOver();
+        return;
+    }
     const Group& group = m_groups.front();
     const bool isOver = group.sent == group.changes.size();
     if (isOver) {

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "commands/Commander.h"
+#include "commands/Withdrawal.h"
 
 namespace brennvar {
 
@@ -35,6 +36,10 @@ public:
     // all of them are dropped.
     void Carry();
 
+    // The service is missing, and the user is shown what is stored: what was sent and has not been delivered is
+    // withdrawn, and over.
+    void GiveUp();
+
     // The number of the last change, and that of the last one that was delivered, given up or refused with all
     // before it. What the service made of it is for the rules file to tell.
     [[nodiscard]] std::uint64_t Last() const { return m_last; }
@@ -51,12 +56,14 @@ private:
     };
     void Enqueue();
     void SendPiece();
-    void OnPieceSent();
+    void OnPieceSent(bool wasThere);
 
     Commander& m_commander;
     ApplicationChangesWatcher* m_watcher = nullptr;
     std::vector<ApplicationChange> m_waiting;
     std::deque<Group> m_groups;  // allowed; the first one is being sent
+    Withdrawal m_withdrawal;     // of what has been sent of them
+    unsigned m_round = 0;        // so many times they were given up
     bool m_isAsking = false;
     std::uint64_t m_last = 0;
     std::uint64_t m_over = 0;

@@ -7,6 +7,7 @@
 
 #include "base/AsciiCase.h"
 #include "config/ResourceIds.h"
+#include "ipc/CommandRecord.h"
 #include "views/ExchangeTexts.h"
 
 namespace brennvar {
@@ -257,7 +258,11 @@ void ApplicationsModel::SettleLater() {
 
 void ApplicationsModel::OnWake() {
     // While the service works on it, or the user is asked for the password, what was clicked stays.
-    if (m_changes.Over() < m_changes.Last() && m_link.Service() != PeerState::Missing) return SettleLater();
+    if (m_changes.Over() < m_changes.Last()) {
+        const PeerState state = m_link.StateOf(kCommandPipeName);
+        if (state != PeerState::Missing && state != PeerState::Foreign) return SettleLater();
+        m_changes.GiveUp();
+    }
     m_settled = m_changes.Last();
     ReadInOrder(Order::Kept);
 }

@@ -4,6 +4,8 @@
 #include <unordered_set>
 #include <utility>
 
+#include "ipc/PipeRecords.h"
+
 namespace brennvar {
 namespace {
 
@@ -131,7 +133,8 @@ void ConnectionsReader::OnTables(std::optional<Tables> tables) {
     m_known.opening = m_opening;
     m_known.isFirst = m_opening != m_shownOpening;
     // A call to a missing service stands on the link thread for long; the next ones would only pile up.
-    if (m_paths.IsReading() || m_link.Service() == PeerState::Missing) {
+    const PeerState state = m_link.StateOf(kPidResolvePipeName);
+    if (m_paths.IsReading() || state == PeerState::Missing || state == PeerState::Foreign) {
         Build();
     } else {
         m_paths.Refresh(m_known);

@@ -38,13 +38,15 @@ bool OptionChanges::OnDelivered(int number) {
 }
 
 bool OptionChanges::NeedsReading() const {
-    return m_isSent && (m_isDelivered || m_clock.Elapsed() - m_since > kDeliveryLimit);
+    return m_isSent && (m_isDelivered || m_clock.Elapsed() - m_since > Withdrawal::kDeliveryLimit);
 }
 
 std::optional<OptionChanges::Change> OptionChanges::OnRead(bool isStored, std::chrono::milliseconds asked) {
     if (!m_isSent) return std::nullopt;
     const bool isOver = m_isDelivered && isStored;
-    if (!isOver && asked - m_since <= (m_isDelivered ? kStoreLimit : kDeliveryLimit)) return std::nullopt;
+    if (!isOver && asked - m_since <= (m_isDelivered ? kStoreLimit : Withdrawal::kDeliveryLimit))
+        return std::nullopt;
+    if (!isOver) m_current->withdrawal.Withdraw();
     m_ended[m_current->section] = isOver ? Note::Stored : Note::Lost;
     m_isSent = false;
     return std::exchange(m_current, std::nullopt);

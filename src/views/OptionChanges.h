@@ -10,6 +10,7 @@
 #include <optional>
 
 #include "base/Clock.h"
+#include "commands/Withdrawal.h"
 #include "views/FormDraft.h"
 
 namespace brennvar {
@@ -20,12 +21,11 @@ public:
     struct Change {
         std::size_t section = 0;
         FormDraft::Fields fields;
-        int number = 0;  // given when it begins; none is used twice
+        int number = 0;           // given when it begins; none is used twice
+        Withdrawal withdrawal{};  // it is sent with its signal; when it is lost, it is withdrawn
     };
     enum class Note { None, UnderWay, Stored, Lost };
 
-    // A service that has not taken a change by then counts as missing.
-    static constexpr std::chrono::milliseconds kDeliveryLimit{2000};
     // How long the service may take to rewrite its file after the last command: some 200 ms, and patience for a
     // busy machine.
     static constexpr std::chrono::milliseconds kStoreLimit{1000};

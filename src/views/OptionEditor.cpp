@@ -34,6 +34,9 @@ Text OptionEditor::NoteText(std::size_t section) const {
     if (IsEdited(section)) return Text{1210, "Changes are not applied yet."};
     if (note == Note::Stored) return Text{1211, "Stored."};
     if (note == Note::Lost) return Text{1213, "The change was not stored."};
+    if (m_isUnreadable && OptionSections()[section].kind == SectionInfo::Kind::Options) {
+        return Text{2177, "The settings cannot be read at the moment."};
+    }
     return {};
 }
 
@@ -44,8 +47,17 @@ void OptionEditor::Edit(std::size_t section, const FormDraft::Fields& fields) {
 
 // Applying
 
+bool OptionEditor::CanApply(std::size_t section) const {
+    switch (OptionSections()[section].kind) {
+        case SectionInfo::Kind::Options: return m_isLoaded;
+        case SectionInfo::Kind::BrowserFiltering:
+        case SectionInfo::Kind::Resources: return true;
+        default: return false;
+    }
+}
+
 bool OptionEditor::Apply(std::size_t section) {
-    if (!m_isLoaded) return false;
+    if (!CanApply(section)) return false;
     if (OptionSections()[section].kind == SectionInfo::Kind::Resources) {
         ApplyResources(section);
     } else {
@@ -82,7 +94,8 @@ void OptionEditor::SendOptions(const OptionChanges::Change& change) {
         OptionsBatch(OptionSections()[change.section].group, Wanted(change), m_values),
         {.allowed = m_alive.Guard(allowed),
          .refused = m_alive.Guard(refused),
-         .sent = m_alive.Guard([this, number = change.number](bool) { OnDelivered(number); })});
+         .sent = m_alive.Guard([this, number = change.number](bool) { OnDelivered(number); }),
+         .withdrawn = change.withdrawal.Signal()});
 }
 
 void OptionEditor::SendFiltering(const OptionChanges::Change& change) {
@@ -94,7 +107,8 @@ void OptionEditor::SendFiltering(const OptionChanges::Change& change) {
     const std::uint32_t port = Wanted(change).Number(OptionId::FilteringProxyPort);
     m_parts.userValues.WriteUserValue(kUserValueFilteringProxyPort, port);
     m_parts.commander.SetFilterPort(port,
-                                    m_alive.Guard([this, number = change.number](bool) { OnDelivered(number); }));
+                                    m_alive.Guard([this, number = change.number](bool) { OnDelivered(number); }),
+                                    change.withdrawal.Signal());
 }
 
 void OptionEditor::OnDelivered(int number) {
@@ -105,7 +119,13 @@ void OptionEditor::ApplyResources(std::size_t section) {
     const FormDraft::Fields& fields = Shown(section);
     const ResourceChoice chosen{.skin = fields.at(IDC_OPTIONS_SKIN), .language = fields.at(IDC_OPTIONS_LANGUAGE)};
     // The next choice is compared with what the service has got now.
-    if (!m_parts.resources.Apply(m_choice, chosen)) return;
+    const auto lost = [this] {
+        m_choice = m_parts.resources.Current();
+        m_view.TakeEdits();
+        FollowStored();
+        m_view.ShowOptions();
+    };
+    if (!m_parts.resources.Apply(m_choice, chosen, m_alive.Guard(lost))) return;
     m_choice = chosen;
     m_view.TakeEdits();
     FollowStored();
@@ -171,6 +191,7 @@ void OptionEditor::OnRead(std::optional<StoredOptions> stored, std::chrono::mill
     m_view.TakeEdits();
     // Applied, the defaults that would show for a file that is held would take the place of all that it stores.
     m_stamp.reset();
+    m_isUnreadable = !stored;
     if (stored) {
         m_stamp = stored->stamp;
         m_isLoaded = true;
@@ -194,7 +215,11 @@ void OptionEditor::FollowStored() {
 }
 
 std::string OptionEditor::StoredField(int control) const {
-    if (const OptionInfo* const option = OptionOfControl(control)) return FieldOf(option->id, m_values);
+    if (const OptionInfo* const option = OptionOfControl(control)) {
+        // Not the default: it would be applied with what stands beside it.
+        if (option->id == OptionId::FilteringProxyPort && !m_isLoaded) return {};
+        return FieldOf(option->id, m_values);
+    }
     if (control == IDC_OPTIONS_SKIN) return m_choice.skin;
     if (control == IDC_OPTIONS_LANGUAGE) return m_choice.language;
     for (const FilterFlag& flag : FilterFlags()) {

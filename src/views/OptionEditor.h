@@ -47,7 +47,8 @@ public:
         // Fields, notes and what can be done may have changed.
         virtual void ShowOptions() = 0;
     };
-    // Nothing is read yet; until then the defaults are shown, and nothing can be applied.
+    // Nothing is read yet; until then the defaults are shown, and what the service stores cannot be applied: the
+    // defaults would take the place of it.
     OptionEditor(const Parts& parts, View& view);
 
     // section: an index in OptionSections.
@@ -57,14 +58,14 @@ public:
     [[nodiscard]] bool IsUnapplied(std::size_t section) const;
     // What has become of it, in one line; no text where there is nothing to say.
     [[nodiscard]] Text NoteText(std::size_t section) const;
-    // The options have been read once.
-    [[nodiscard]] bool IsLoaded() const { return m_isLoaded; }
+    // Options need to have been read once; skin, language and browser filtering do not depend on them.
+    [[nodiscard]] bool CanApply(std::size_t section) const;
     // A change has been sent: Follow is to be called every 100 ms or so.
     [[nodiscard]] bool IsFollowing() const { return m_changes.Sent() != nullptr; }
 
     // The user has made these of some fields.
     void Edit(std::size_t section, const FormDraft::Fields& fields);
-    // Sends the section, or has it wait for those that were applied before. False when nothing has been read yet.
+    // Sends the section, or has it wait for those that were applied before. False when it cannot be applied.
     bool Apply(std::size_t section);
     void Discard(std::size_t section) { m_drafts[section].Discard(); }
     // The user has seen how the last change of the section has ended.
@@ -99,6 +100,7 @@ private:
     std::optional<FileStamp> m_stamp;  // of the file, before it was read last; none when it could not be
     ResourceChoice m_choice;           // as it was read last, or as the last choice was sent
     bool m_isLoaded = false;
+    bool m_isUnreadable = false;  // the last time
     // Asked for with the time.
     Refreshed<StoredOptions, std::chrono::milliseconds> m_reading;
     WhileAlive m_alive;

@@ -178,7 +178,7 @@ void OptionsPage::ShowNote() {
     if (ServiceList* const list = ListOfSection(); list && note.number == 0) note = list->NoteText();
     m_note.SetText(note.number != 0 ? m_language.GetText(note) : std::string());
     // Not while it applies: a button that is disabled loses the keyboard.
-    const bool canApply = m_editor.IsLoaded();
+    const bool canApply = m_editor.CanApply(m_current);
     if (canApply != (::IsWindowEnabled(m_apply.Window()) != FALSE)) ::EnableWindow(m_apply.Window(), canApply);
 }
 
@@ -189,7 +189,11 @@ void OptionsPage::OnCommand(int id, int notification) {
         if (notification == LBN_SELCHANGE) ChooseSection();
         return;
     }
-    if (id == IDC_OPTIONS_APPLY && notification == BN_CLICKED) return Apply();
+    if (id == IDC_OPTIONS_APPLY && notification == BN_CLICKED) {
+        // Later: the message is modal.
+        if (Apply()) ::PostMessageA(Window(), WM_COMMAND, kFilteringApplied, 0);
+        return;
+    }
     if (id == kFilteringApplied) return ShowFilteringApplied();
     for (const RowInfo& row : Info().rows) {
         if (row.control == id) return OnRowCommand(row, notification);
@@ -221,13 +225,9 @@ void OptionsPage::WarnOfSpoofing() {
                       {.timeout = kWarningDuration});
 }
 
-void OptionsPage::Apply() {
+bool OptionsPage::Apply() {
     TakeEdits();
-    if (!m_editor.Apply(m_current)) return;
-    // Later: the message is modal.
-    if (Info().kind == SectionInfo::Kind::BrowserFiltering) {
-        ::PostMessageA(Window(), WM_COMMAND, kFilteringApplied, 0);
-    }
+    return m_editor.Apply(m_current) && Info().kind == SectionInfo::Kind::BrowserFiltering;
 }
 
 void OptionsPage::ShowFilteringApplied() {
@@ -237,6 +237,10 @@ void OptionsPage::ShowFilteringApplied() {
         ::SetTimer(Window(), kTellTimer, kWatchPause, nullptr);
         return;
     }
+    TellOfBrowser(owner);
+}
+
+void OptionsPage::TellOfBrowser(HWND owner) {
     ShowMessage(GetLook().fonts, m_language, owner,
                 m_language.GetText(607, "Please restart your Internet browser to apply changes."));
 }
@@ -335,7 +339,8 @@ bool OptionsPage::MayLeave() {
     m_isAsking = false;
     if (answer == MessageAnswer::Cancel) return false;
     if (answer == MessageAnswer::Ok) {
-        Apply();
+        // At once: the page may be gone later.
+        if (Apply()) TellOfBrowser(*owner);
     } else {
         m_editor.Discard(m_current);
         ShowOptions();

@@ -58,7 +58,9 @@ private:
     void ShowNote();
     void OnRowCommand(const RowInfo& row, int notification);
     void WarnOfSpoofing();
-    void Apply();
+    // True when the user has to be told to restart the browser.
+    bool Apply();
+    void TellOfBrowser(HWND owner);
     void ShowFilteringApplied();
 
     // Lists

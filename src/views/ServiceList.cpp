@@ -90,7 +90,7 @@ void ServiceList::Remove(std::span<const int> places) {
 ServiceList::Sending ServiceList::Begin(Change change) {
     const int number = ++m_lastChange;
     change.number = number;
-    std::shared_ptr<const StopSignal> withdrawn = change.withdrawn;
+    std::shared_ptr<const StopSignal> withdrawn = change.withdrawal.Signal();
     m_changes.push_back(std::move(change));
     m_note = Note::None;
     m_view.StateChanged();
@@ -136,10 +136,11 @@ void ServiceList::Follow() {
     const std::chrono::milliseconds now = m_parts.clock.Elapsed();
     bool isDue = false;
     for (Change& change : m_changes) {
-        if (!change.readAfter && change.sentAt) change.readAfter = *change.sentAt + kDeliveryLimit;
+        if (!change.readAfter && change.sentAt) change.readAfter = *change.sentAt + Withdrawal::kDeliveryLimit;
         if (change.reading != 0 || !change.readAfter || *change.readAfter > now) continue;
-        // Before the reading, which tells what has come of it: nothing of it arrives behind that.
-        if (!change.isDelivered) change.withdrawn->Request();
+        // Before the reading, which tells what has come of it: nothing of it arrives behind that. Should the
+        // service take later what it has already been sent, the file changes.
+        if (!change.isDelivered) change.withdrawal.Withdraw();
         change.reading = m_lastReading + 1;
         isDue = true;
     }

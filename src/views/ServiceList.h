@@ -20,6 +20,7 @@
 #include "base/TaskQueue.h"
 #include "base/WhileAlive.h"
 #include "commands/Commander.h"
+#include "commands/Withdrawal.h"
 #include "config/FileStamp.h"
 #include "config/Text.h"
 
@@ -43,10 +44,6 @@ public:
 
 class ServiceList {
 public:
-    // A service that has not taken a change by then counts as missing, and what waits for it is withdrawn. Should
-    // it take later what it has already been sent, the file changes.
-    static constexpr std::chrono::milliseconds kDeliveryLimit{2000};
-
     // Borrowed for the life of the program, but for the source, which a reading may need longer than the list.
     struct Parts {
         Commander& commander;
@@ -124,7 +121,7 @@ private:
         std::optional<std::chrono::milliseconds> sentAt{};
         std::optional<std::chrono::milliseconds> readAfter{};
         bool isDelivered = false;
-        std::shared_ptr<StopSignal> withdrawn = std::make_shared<StopSignal>();
+        Withdrawal withdrawal{};
         int reading = 0;  // the one that can tell what has become of it; 0: it has not begun
     };
     enum class Note { None, Stored, Lost };

@@ -1,6 +1,7 @@
 // A commander with a service behind it that takes everything at once and remembers it.
 #pragma once
 
+#include <future>
 #include <memory>
 #include <thread>
 #include <vector>
@@ -35,6 +36,20 @@ public:
         m_pipe->writes.clear();
         return records;
     }
+    // The service takes nothing until this goes; what is sent meanwhile waits.
+    class Held {
+    public:
+        explicit Held(ServiceLink& link) {
+            link.Send([gate = m_gate.get_future().share()](CommandPipe&) { gate.wait(); });
+        }
+        Held(const Held&) = delete;
+        Held& operator=(const Held&) = delete;
+        ~Held() { m_gate.set_value(); }
+
+    private:
+        std::promise<void> m_gate;
+    };
+    [[nodiscard]] Held Hold() { return Held(link); }
     // After Settle, while nothing is sent: the pipe belongs to the link's thread.
     [[nodiscard]] FakePipe& Pipe() { return *m_pipe; }
 

@@ -5,6 +5,7 @@
 #include <cstring>
 #include <functional>
 #include <limits>
+#include <new>
 #include <vector>
 
 #include "base/Bytes.h"
@@ -24,7 +25,9 @@ public:
 
     // The script.
     int failingWaits = 0;  // so many waits fail before one succeeds; kAlways: there is no server
+    int foreignOpens = 0;  // so many times it is somebody else's; kAlways: it always is
     bool canOpen = true;
+    bool breaksOff = false;  // every wait throws, as without memory: what was sent is given up at once
     bool canSetMessageMode = true;
     PipeOutcome outcome = PipeOutcome::Done;      // of every write and transaction
     std::function<Bytes(const Message&)> server;  // the answer to a transaction; none: an empty one
@@ -38,15 +41,20 @@ public:
 
     [[nodiscard]] bool WaitForInstance(const std::string&, std::chrono::milliseconds limit) override {
         waits.push_back(limit);
+        if (breaksOff) throw std::bad_alloc();
         if (failingWaits == 0) return true;
         if (failingWaits != kAlways) --failingWaits;
         return false;
     }
 
-    [[nodiscard]] std::unique_ptr<PipeConnection> Open(const std::string& name) override {
+    [[nodiscard]] OpenedPipe Open(const std::string& name) override {
         opened.push_back(name);
-        if (!canOpen) return nullptr;
-        return std::make_unique<Connection>(*this);
+        if (foreignOpens > 0) {
+            if (foreignOpens != kAlways) --foreignOpens;
+            return {.isForeign = true};
+        }
+        if (!canOpen) return {};
+        return {.connection = std::make_unique<Connection>(*this)};
     }
 
 private:

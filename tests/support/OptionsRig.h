@@ -35,7 +35,9 @@ public:
         [[nodiscard]] std::vector<std::string> Skins() const override { return skins; }
         [[nodiscard]] std::vector<std::string> Languages() const override { return languages; }
         [[nodiscard]] ResourceChoice Current() const override { return current; }
-        bool Apply(const ResourceChoice& from, const ResourceChoice& to) override {
+        std::function<void()> lost;
+        bool Apply(const ResourceChoice& from, const ResourceChoice& to, std::function<void()> whenLost) override {
+            lost = std::move(whenLost);
             applied.push_back(from.skin + "/" + from.language + " to " + to.skin + "/" + to.language);
             return takes;
         }

@@ -86,6 +86,17 @@ TEST_F(FiguresTest, OnlyAnIdleSecondReachesTheIconAndOnlyAWindowThatIsSeenHearsT
     EXPECT_EQ(view.idleModes.size(), 1U) << "the driver cannot tell whether it was idle";
 }
 
+TEST_F(FiguresTest, TakesAllowAllBackThoughNobodySeesTheWindow) {
+    view.isSeen = false;
+    Tick(1, 0);
+    {
+        const auto held = rig.Hold();
+        modes.Change({ProtectionMode::AllowAll, 0});
+        Tick(2, 0, 2s);
+    }
+    EXPECT_TRUE(rig.TakeRecords().empty());
+}
+
 TEST_F(FiguresTest, CountsConnectionsEveryOtherSecondWhileTheWindowIsSeen) {
     SetConnections(3, 2);
     for (int second = 0; second < 4; ++second) Tick(0, 0);

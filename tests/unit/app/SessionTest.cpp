@@ -25,7 +25,7 @@ protected:
         bool WaitForInstance(const std::string& name, std::chrono::milliseconds limit) override {
             return pipe.WaitForInstance(name, limit);
         }
-        std::unique_ptr<PipeConnection> Open(const std::string& name) override { return pipe.Open(name); }
+        OpenedPipe Open(const std::string& name) override { return pipe.Open(name); }
         test::FakePipe& pipe;
     };
 

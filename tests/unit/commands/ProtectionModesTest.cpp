@@ -118,6 +118,36 @@ TEST_F(ProtectionModesTest, WhatDoesNotArmLeavesAnEarlierExpiryAsItIs) {
     EXPECT_EQ(Sent(), "8=0 7 ") << "at the very moment";
 }
 
+TEST_F(ProtectionModesTest, AllowAllNeverTakesEffectLate) {
+    const auto sentLate = [&](std::vector<ModeChange> changes, std::chrono::milliseconds late) {
+        {
+            const auto held = rig.Hold();
+            for (const ModeChange& change : changes) modes.Change(change);
+            clock.Pass(late);
+            modes.WithdrawLate();
+        }
+        return Sent();
+    };
+    using namespace std::chrono_literals;
+    EXPECT_EQ(sentLate({{AllowAll, 0}}, 1999ms), "8=1 7 1 ");
+    EXPECT_EQ(sentLate({{AllowAll, 5}}, 2000ms), "");
+    EXPECT_EQ(sentLate({{BlockAll, 0}}, 1h), "8=2 7 1 ") << "late, but better than never";
+    EXPECT_EQ(sentLate({{AllowAll, 0}, {BlockAll, 0}, {Normal, 0}}, 0ms), "8=0 7 1 ") << "what is wanted last";
+    EXPECT_EQ(sentLate({{AllowAll, 0}, {BlockAll, 0}}, 1h), "8=2 7 1 ") << "that one is not meant any more";
+}
+
+TEST_F(ProtectionModesTest, TheEndOfATimedModeIsAskedForUntilTheServiceHasIt) {
+    Choose({AllowAll, 5});
+    clock.now += 5 * kMinute;
+    rig.Pipe().breaksOff = true;
+    Tick(true);
+    EXPECT_EQ(Sent(), "");
+    rig.Pipe().breaksOff = false;
+    reads.RunAll();
+    Tick(true);
+    EXPECT_EQ(Sent(), "8=0 7 ");
+}
+
 TEST_F(ProtectionModesTest, ReadsOnceAtATimeAndAnswersWithWhatIsStoredThen) {
     Choose({AllowAll, 5});
     clock.now += 6 * kMinute;
@@ -133,6 +163,11 @@ TEST_F(ProtectionModesTest, ReadsOnceAtATimeAndAnswersWithWhatIsStoredThen) {
     stored = BlockAll;
     reads.RunAll();
     EXPECT_EQ(answers, std::vector{BlockAll});
+    stored = static_cast<ProtectionMode>(7);
+    modes.Read([&](ProtectionMode mode) { answers.push_back(mode); });
+    reads.RunAll();
+    EXPECT_EQ(answers.back(), static_cast<ProtectionMode>(7)) << "the menu checks none of them";
+    EXPECT_EQ(modes.Display().mode, Normal);
     const int before = changes;
     Tick(false);
     EXPECT_EQ(changes, before) << "nothing has changed";

@@ -96,11 +96,13 @@ TEST(DriverTablesTest, SortsConnectionsUpwardsAndTheAddressesOfListenersDownward
         DecodeListeners);
 }
 
-TEST(DriverTablesTest, ReadsTrafficTotalsWhenTheyAreWhole) {
+TEST(DriverTablesTest, ReadsTrafficTotalsWhenBothAreThere) {
     FakeDriver driver;
     driver.answers[kTotals] = test::ZerosWith(32, {{0, "\1\2\3\4\5\6\7\x08"}, {8, "\x0A"}, {16, "unread"}});
     const auto totals = ReadTrafficTotals(driver);
     EXPECT_TRUE(totals && totals->bytesIn == 0x0807060504030201U && totals->bytesOut == 10);
+    driver.answers[kTotals].resize(16);
+    EXPECT_TRUE(ReadTrafficTotals(driver));
     driver.answers[kTotals].pop_back();
     EXPECT_FALSE(ReadTrafficTotals(driver));
 }

@@ -27,11 +27,12 @@ RawBytes Numbered(std::size_t size) {
     return bytes;
 }
 
-// The first and only instance, in message mode, with an owner: this user, or the one that is given.
-UniqueFile MakePipe(const std::string& name, PSID owner = nullptr) {
+// The first and only instance, in message mode, with an owner: this user, or the one that is given. No access list:
+// everybody may call.
+UniqueFile MakePipe(const std::string& name, PSID owner = nullptr, PACL accessList = nullptr) {
     SECURITY_DESCRIPTOR descriptor{};
     EXPECT_TRUE(::InitializeSecurityDescriptor(&descriptor, SECURITY_DESCRIPTOR_REVISION) &&
-                ::SetSecurityDescriptorDacl(&descriptor, TRUE, nullptr, FALSE) &&
+                ::SetSecurityDescriptorDacl(&descriptor, TRUE, accessList, FALSE) &&
                 ::SetSecurityDescriptorOwner(&descriptor, owner, FALSE));
     SECURITY_ATTRIBUTES attributes{
         .nLength = sizeof attributes, .lpSecurityDescriptor = &descriptor, .bInheritHandle = FALSE};
@@ -73,9 +74,9 @@ struct PipeWinTest : testing::Test {
     }
     [[nodiscard]] std::unique_ptr<PipeConnection> Connect() {
         if (!connector.WaitForInstance(name, kLong)) return nullptr;
-        auto connection = connector.Open(name);
-        EXPECT_TRUE(connection && connection->SetMessageMode());
-        return connection;
+        OpenedPipe opened = connector.Open(name);
+        EXPECT_TRUE(opened.connection && opened.connection->SetMessageMode());
+        return std::move(opened.connection);
     }
 };
 
@@ -117,8 +118,15 @@ TEST_F(PipeWinTest, BelievesTheSystemTheAdministratorsAndTheUserOnly) {
         server = MakePipe(name, owner.data());
         if (!server && ::GetLastError() == ERROR_INVALID_OWNER) continue;
         ASSERT_TRUE(server);
-        EXPECT_EQ(connector.Open(name) != nullptr, isBelieved) << type;
+        const OpenedPipe opened = connector.Open(name);
+        EXPECT_EQ(opened.connection != nullptr, isBelieved) << type;
+        EXPECT_EQ(opened.isForeign, !isBelieved) << type;
     }
+    ACL nobody{};
+    ASSERT_TRUE(::InitializeAcl(&nobody, sizeof nobody, ACL_REVISION));
+    server.Reset();
+    server = MakePipe(name, nullptr, &nobody);
+    EXPECT_TRUE(connector.Open(name).isForeign) << "whose it is cannot be seen";
 }
 
 TEST_F(PipeWinTest, WaitsForABusyInstanceUntilItIsFreeOrTheProgramStops) {
@@ -130,7 +138,8 @@ TEST_F(PipeWinTest, WaitsForABusyInstanceUntilItIsFreeOrTheProgramStops) {
     });
     auto first = Connect();
     ASSERT_TRUE(first);
-    EXPECT_EQ(connector.Open(name), nullptr);
+    const OpenedPipe busy = connector.Open(name);
+    EXPECT_TRUE(!busy.connection && !busy.isForeign);
     EXPECT_FALSE(connector.WaitForInstance(name, kShort));
     EXPECT_FALSE(connector.WaitForInstance(name, 0ms));
     first.reset();
@@ -171,7 +180,7 @@ TEST_F(PipeWinTest, StopOrTheServersDeathEndsATransaction) {
             dies ? server.Reset() : stopNow.Request();  // while the client waits for its answer
         });
         ASSERT_TRUE(connecting.WaitForInstance(name, kLong));
-        const auto connection = connecting.Open(name);
+        const auto connection = connecting.Open(name).connection;
         ASSERT_TRUE(connection && connection->SetMessageMode());
         EXPECT_EQ(connection->Transact(Numbered(8), answer, size, 10 * kLong),
                   dies ? PipeOutcome::Failed : PipeOutcome::TimedOut);
@@ -179,7 +188,7 @@ TEST_F(PipeWinTest, StopOrTheServersDeathEndsATransaction) {
         if (!dies) Disconnect();
     }
     EXPECT_FALSE(connector.WaitForInstance(name, kLong));
-    EXPECT_EQ(connector.Open(name), nullptr);
+    EXPECT_EQ(connector.Open(name).connection, nullptr);
 }
 
 }  // namespace

@@ -4,6 +4,7 @@
 
 #include <future>
 #include <stdexcept>
+#include <thread>
 
 #include "support/FakePipe.h"
 
@@ -113,6 +114,26 @@ TEST_F(ServiceLinkTest, SendsNothingOfAWithdrawnBatchUnlessItHasBegun) {
     link.RunCompletions();
     EXPECT_EQ(Written(), "c8 c16 c29 ");
     EXPECT_EQ(told, (std::vector<std::string>{"begun there", "waiting given up", "queued given up", "next there"}));
+}
+
+TEST_F(ServiceLinkTest, LastCommandsAreWaitedForAsLongAsTheServiceIsThere) {
+    const ServiceLink::Patience patience{.whileReachable = kLong, .whileMissing = std::chrono::milliseconds(0)};
+    Block();
+    link.Send([](CommandPipe& commands) { commands.CMD_SET_RUN_STATE(1); });
+    link.WaitUntilSent(patience);
+    EXPECT_TRUE(pipe->writes.empty()) << "nobody has seen the service";
+    go.set_value();
+    link.WaitUntilSent({.whileReachable = kLong, .whileMissing = kLong});
+    go = {};
+    Block();
+    link.Send([](CommandPipe& commands) { commands.CMD_RESET(); });
+    std::thread service([this] {
+        std::this_thread::sleep_for(std::chrono::milliseconds(100));
+        go.set_value();
+    });
+    link.WaitUntilSent(patience);
+    EXPECT_EQ(Written(), "c24 c29 ") << "it was only busy";
+    service.join();
 }
 
 TEST_F(ServiceLinkTest, StopEndsTheWaitsAndDropsWhatHasNotStarted) {

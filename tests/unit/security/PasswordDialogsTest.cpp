@@ -105,6 +105,33 @@ TEST_F(PasswordDialogsTest, GateAsksLaterThanTheCallAndRefusesWhatItCannotTell) 
     EXPECT_STREQ(reinterpret_cast<const char*>(&records[0][132]), "Invalid");
 }
 
+TEST_F(PasswordDialogsTest, OpensAboveAQuestionThatStandsByItself) {
+    // A question of the driver; any dialog of the program will do.
+    struct Question final : CDialog {
+        void Stand(HWND window) { (void)DoModal(window, IDD_MESSAGE_OK, Appearance::Unfocused); }
+        using CDialog::End;
+    } question;
+    stored.password = Password("Secret1");
+    owner.Post([this] {
+        Ask();
+        reads.Run();
+    });
+    owner.Post([&] {
+        const HWND password = ::FindWindowA(nullptr, "Security password");
+        EXPECT_EQ(::GetWindow(password, GW_OWNER), question.Window());
+        EXPECT_FALSE(::IsWindowEnabled(question.Window()));
+        EXPECT_EQ(outcome, "");
+    });
+    owner.PostKey(VK_ESCAPE);
+    owner.Post([&] {
+        EXPECT_EQ(outcome, "refused") << "by the user";
+        EXPECT_TRUE(::IsWindowEnabled(question.Window()));
+        question.End(0);
+    });
+    question.Stand(owner.Window());
+    EXPECT_EQ(rig.TakeRecords().size(), 1U) << "it is told who was refused";
+}
+
 TEST_F(PasswordDialogsTest, OpensInFrontInTheMiddleOfTheScreenOverAHiddenOwner) {
     ::ShowWindow(owner.Window(), SW_HIDE);
     const test::ModalOwner other;

@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <vector>
 
+#include "tray/TrayIcons_win.h"
+
 namespace brennvar {
 namespace {
 
@@ -77,6 +79,27 @@ TEST_F(SystemTrayTest, FillsTheRecordAndKeepsItsPlace) {
     Send(WM_SETTINGCHANGE, SPI_SETWORKAREA);
     EXPECT_FALSE(tray.IsShown());
     EXPECT_EQ(lost, 1);
+    // It is tried again, every second and whenever the work area changes.
+    ready = true;
+    refusesASecondOne = false;
+    Send(WM_TIMER, kRetryTimer);
+    EXPECT_TRUE(tray.IsShown());
+    ready = false;
+    Send(WM_SETTINGCHANGE, SPI_SETWORKAREA);
+    for (int i = 0; i < 60; ++i) Send(WM_TIMER, kRetryTimer);
+    ready = true;
+    Send(WM_SETTINGCHANGE, SPI_SETWORKAREA);
+    EXPECT_TRUE(tray.IsShown());
+}
+
+TEST_F(SystemTrayTest, AnIconThatTheShellRefusesIsTriedAgain) {
+    ASSERT_TRUE(tray.Create(MakeSetup()));
+    TrayIcons icons(tray);
+    for (const bool takes : {false, true, true}) {
+        ready = takes;
+        icons.OnIdleMode(ProtectionMode::BlockAll);
+    }
+    EXPECT_EQ(Count(NIM_MODIFY), 2U) << "once it is there it need not be told again";
 }
 
 TEST_F(SystemTrayTest, KeepsAnIconForLaterAndStaysAwayOnceRemoved) {

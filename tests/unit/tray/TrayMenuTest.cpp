@@ -43,6 +43,9 @@ TEST(TrayMenuTest, HasItsItemsInOrderWithTheModeChecked) {
               "-\n427 About\n-\n376 Exit Firewall\n");
     EXPECT_TRUE(BuildTrayMenu(Language(nullptr), ProtectionMode::Normal)[3].isChecked);
     EXPECT_TRUE(BuildTrayMenu(Language(nullptr), ProtectionMode::AllowAll)[4].isChecked);
+    for (const TrayMenuItem& item : BuildTrayMenu(Language(nullptr), static_cast<ProtectionMode>(3))) {
+        EXPECT_FALSE(item.isChecked) << item.text;
+    }
 }
 
 TEST(TrayMenuTest, CommandsOfTheModeSayHowLongItHolds) {

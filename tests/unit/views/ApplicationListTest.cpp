@@ -126,5 +126,27 @@ TEST_F(ApplicationChangesTest, ManyGoInPiecesThatOthersComeBetween) {
     EXPECT_EQ(over, (std::vector<std::uint64_t>{20, 21}));
 }
 
+TEST_F(ApplicationChangesTest, WhatIsGivenUpDoesNotArriveLater) {
+    rig.password.answer = test::FakePassword::Answer::Allow;
+    {
+        const auto held = rig.Hold();
+        Click(RuleCommandAction::Ask);
+        Click(RuleCommandAction::Allow);
+        changes.GiveUp();
+        EXPECT_EQ(changes.Over(), 2U);
+        Click(RuleCommandAction::Deny);
+    }
+    EXPECT_EQ(Sent(), "0");
+    EXPECT_EQ(over, (std::vector<std::uint64_t>{3}));
+    // Without the service the first piece tells it for all of them.
+    rig.Pipe().breaksOff = true;
+    rig.Pipe().waits.clear();
+    for (int i = 0; i < 40; ++i) changes.Add({"a", RuleCommandAction::Deny});
+    changes.Carry();
+    EXPECT_EQ(Sent(), "");
+    EXPECT_EQ(rig.Pipe().waits.size(), 1U);
+    EXPECT_EQ(changes.Over(), 43U);
+}
+
 }  // namespace
 }  // namespace brennvar

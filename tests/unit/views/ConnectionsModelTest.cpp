@@ -179,6 +179,21 @@ TEST_F(ConnectionsModelTest, ServiceThatHangsHoldsUpTheNamesAndNotTheList) {
     EXPECT_EQ(link.Service(), PeerState::Reachable);
 }
 
+TEST_F(ConnectionsModelTest, LooksPathsUpUntilTheirOwnPipeIsMissing) {
+    ASSERT_TRUE(ReadRows(ReadReason::Shown));
+    const auto call = [this](const char* missing) {
+        connector->missing = missing;
+        bool isOver = false;
+        link.SendToFilter([](FilterQueue& queue) { queue.FILTER_SET_PROXY_PORT(1); }, [&](bool) { isOver = true; });
+        EXPECT_TRUE(RunUntil([&] { return isOver; }));
+    };
+    call(kFilterQueuePipeName);
+    EXPECT_EQ(link.Service(), PeerState::Missing);
+    SetConnections({Connection(27, 81, 4)});
+    ASSERT_TRUE(ReadRows());
+    EXPECT_EQ(Texts(Column::Process), "a.exe b.exe ");
+}
+
 TEST_F(ConnectionsModelTest, OpenedAnewNothingIsNewOrGoneWhicheverReadingIsShownFirst) {
     ASSERT_TRUE(ReadRows(ReadReason::Shown));
     model->OnHidden();

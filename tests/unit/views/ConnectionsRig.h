@@ -42,9 +42,12 @@ public:
                               ".exe");
         };
     }
-    bool WaitForInstance(const std::string&, std::chrono::milliseconds) override { return m_gate.get(); }
-    std::unique_ptr<PipeConnection> Open(const std::string& name) override { return m_pipe.Open(name); }
+    bool WaitForInstance(const std::string& name, std::chrono::milliseconds) override {
+        return m_gate.get() && name != missing;
+    }
+    OpenedPipe Open(const std::string& name) override { return m_pipe.Open(name); }
 
+    std::string missing;                 // the name of a pipe that is not there
     FakePipe& Pipe() { return m_pipe; }  // before the gate is opened, or after the last answer
 
 private:

@@ -41,7 +41,7 @@ protected:
         EXPECT_FALSE(editor->Apply(kGeneral)) << "nothing has been read";
         editor->Reload();
         reads.RunAll();
-        ASSERT_TRUE(editor->IsLoaded());
+        ASSERT_TRUE(editor->CanApply(kGeneral));
     }
     void TakeEdits() override {
         if (!typed.empty()) editor->Edit(kGeneral, typed);
@@ -189,6 +189,42 @@ TEST_F(OptionEditorTest, BrowserFilteringLeavesThePortAloneWithoutOne) {
     EXPECT_EQ(Note(kFiltering), "Stored.");
 }
 
+TEST_F(OptionEditorTest, TellsThatTheOptionsCannotBeReadAndAppliesWhatDoesNotDependOnThem) {
+    source.values.reset();
+    editor.emplace(Parts(), *this);
+    editor->Reload();
+    reads.RunAll();
+    EXPECT_EQ(Note(kGeneral), "The settings cannot be read at the moment.");
+    EXPECT_FALSE(editor->Apply(kGeneral));
+    EXPECT_EQ(Note(kFiltering), "");
+    EXPECT_EQ(Shown(kFiltering, ControlOf(OptionId::FilteringProxyPort)), "") << "the default would be applied";
+    Apply(kFiltering, IDC_FILTER_ADS, "1");
+    EXPECT_EQ(Deliver(), 0U);
+    EXPECT_EQ(userValues.stored.at("EnableAdBlocking"), 1U);
+    Apply(kResources, IDC_OPTIONS_SKIN, "Graphite");
+    EXPECT_EQ(resources.applied.size(), 1U);
+    source.values.emplace();
+    editor->Watch();
+    reads.RunAll();
+    EXPECT_TRUE(editor->CanApply(kGeneral));
+    EXPECT_EQ(Note(kGeneral), "");
+    EXPECT_EQ(Shown(kFiltering, ControlOf(OptionId::FilteringProxyPort)), "8215");
+}
+
+TEST_F(OptionEditorTest, WhatWasShownAsNotStoredDoesNotArriveLater) {
+    for (const std::size_t section : {kLogging, kFiltering}) {
+        {
+            const auto held = rig.Hold();
+            Apply(section, section == kLogging ? kLogDays : ControlOf(OptionId::FilteringProxyPort), "7");
+            clock.Pass(2001ms);
+            editor->Follow();
+            reads.RunAll();
+            EXPECT_EQ(Note(section), "The change was not stored.");
+        }
+        EXPECT_EQ(Deliver(), 0U) << section;
+    }
+}
+
 TEST_F(OptionEditorTest, ComparesSkinAndLanguageWithWhatWasSentLast) {
     resources.takes = false;
     Apply(kResources, IDC_OPTIONS_LANGUAGE, "English");
@@ -200,6 +236,9 @@ TEST_F(OptionEditorTest, ComparesSkinAndLanguageWithWhatWasSentLast) {
     EXPECT_EQ(resources.applied,
               (std::vector<std::string>{"Default/Slovak to Default/English", "Default/Slovak to Default/English",
                                         "Default/English to Graphite/English"}));
+    resources.lost();
+    EXPECT_EQ(Shown(kResources, IDC_OPTIONS_SKIN), "Default") << "as the service has it still";
+    EXPECT_FALSE(editor->IsEdited(kResources));
 }
 
 TEST(OptionSectionsTest, ShowEveryOptionThatHasACaptionOnce) {

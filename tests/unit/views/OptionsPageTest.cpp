@@ -6,9 +6,11 @@
 #include "config/ResourceIds.h"
 #include "support/DrawnTexts_win.h"
 #include "support/ListRig.h"
+#include "support/ModalOwner_win.h"
 #include "support/OptionsRig.h"
 #include "tree/TreeMessages_win.h"
 #include "ui/ChildControls_win.h"
+#include "ui/ToolkitIds.h"
 #include "views/OptionsPage_win.h"
 
 namespace brennvar {
@@ -115,6 +117,24 @@ TEST_F(OptionsPageTest, RemovesTheSitesThatAreSelectedAndKeepsTheOthersSelected)
     rig.Settle();
     ASSERT_EQ(rig.Pipe().requests.size(), 1U);
     EXPECT_EQ(rig.Pipe().requests[0].bytes.at(5132), std::byte{2});
+}
+
+TEST_F(OptionsPageTest, TellsToRestartTheBrowserAlsoOnTheWayOut) {
+    OpenSection(kFilteringSection);
+    Ask(IDC_FILTER_ADS, BM_CLICK);
+    test::ModalOwner steps;
+    std::string shown;
+    const auto press = [&] {
+        const HWND dialog = ::GetActiveWindow();
+        shown += TextOfWindow(::GetDlgItem(dialog, IDC_MESSAGE)) + "\n";
+        ::SendMessageA(dialog, WM_COMMAND, IDOK, 0);
+    };
+    steps.Post(press);
+    steps.Post(press);
+    EXPECT_TRUE(page.MayLeave());
+    EXPECT_EQ(shown,
+              "This section has changes that are not applied yet. Do you want to apply them?\n"
+              "Please restart your Internet browser to apply changes.\n");
 }
 
 TEST_F(OptionsPageTest, BringsTheFieldWithTheKeyboardIntoSight) {
