@@ -236,10 +236,6 @@ std::optional<LRESULT> FirewallControlCenterDialog::OnMessage(UINT message, WPAR
         case WM_ENDSESSION:
             if (wParam) OnEndSession();
             return 0;
-        case WM_POWERBROADCAST:
-            // The clock went on while the machine slept.
-            if (wParam == PBT_APMRESUMEAUTOMATIC) m_session.machine.SkipNextClockCheck();
-            return TRUE;
         default: return FrameDialog::OnMessage(message, wParam, lParam);
     }
 }

@@ -3,7 +3,7 @@
 #include "app/FirewallControlCenterDialog_win.h"
 #include "app/Session_win.h"
 #include "base/Handles_win.h"
-#include "base/NetworkAddresses_win.h"
+#include "base/OwnAddresses_win.h"
 #include "base/Processes_win.h"
 #include "config/Folders.h"
 #include "config/Folders_win.h"
@@ -53,13 +53,14 @@ void PrepareSurroundings(const std::string& dataFolder, UserValues& userValues) 
 FirewallControlCenterDialog::Outcome RunControlCenter(Clock& clock) {
     WinDeviceOpener devices;
     WinUserValues userValues;
+    WinOwnAddresses addresses;
     const std::string dataFolder = GetDataFolder();
     PrepareSurroundings(dataFolder, userValues);
     Session session(
         {.clock = clock,
          .devices = devices,
          .makeConnector = [](const StopSignal& stop) { return std::make_unique<WinPipeConnector>(stop); },
-         .readAddresses = &ReadInterfaceAddresses,
+         .addresses = addresses,
          .userValues = userValues,
          .dataFolder = dataFolder,
          .languageName = CurrentLanguageName()},

@@ -80,7 +80,7 @@ Session::Session(const SessionSurroundings& surroundings, Language openedLanguag
              .folders = RuleFoldersOf(dataFolder)}),
       prompt(fonts, devices, clock, PostWhenFinished(kMessageQuestion)),
       activity(fonts, dataFolder, clock, *this, PostWhenFinished(kMessageQuestion)),
-      machine(clock, language, commander, surroundings.readAddresses),
+      machine(clock, language, commander, surroundings.addresses),
       workers{CWorkerThread(PostWhenFinished(kMessageWorkerFinished)),
               CWorkerThread(PostWhenFinished(kMessageWorkerFinished + 1)),
               CWorkerThread(PostWhenFinished(kMessageWorkerFinished + 2)),

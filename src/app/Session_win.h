@@ -49,7 +49,7 @@ struct SessionSurroundings {
     Clock& clock;  // that the user-interface thread tells the time by
     DeviceOpener& devices;
     ServiceLink::MakeConnector makeConnector;
-    MachineWatch::ReadAddresses readAddresses;
+    OwnAddresses& addresses;
     UserValues& userValues;
     std::string dataFolder;
     std::string languageName;  // a folder's; of the fonts' character set
