@@ -250,7 +250,7 @@ TEST(ActivityTextTest, NamesProgramsAsTheUserKnowsThem) {
     EXPECT_EQ(question(R"(C:\Tools\)", "").displayName, R"(C:\Tools\)");
     EXPECT_EQ(question(kActing, std::string(40, 'd')).displayName, std::string(40, 'd'));
     EXPECT_EQ(question(kActing, std::string(41, 'd')).displayName, std::string(37, 'd') + "...");
-    EXPECT_EQ(question(kActing, "a\r\nAllow").displayName, "a  Allow");
+    EXPECT_EQ(question(kActing, "a\r\nAllow").displayName, "a Allow");
     EXPECT_EQ(question(kActing, "").whyNotTrusted, "");
     EXPECT_NE(question("", "").whyNotTrusted, "") << "nobody could be trusted by that";
     // More than the command carries would be another program to the list.
