@@ -1,6 +1,7 @@
 // What the user is asked about a connection, and what the user says to it.
 #pragma once
 
+#include <cstdint>
 #include <memory>
 #include <string>
 
@@ -47,6 +48,8 @@ struct PromptQuestion {
     std::string rememberText;  // three lines
     // Why the answer cannot be remembered; empty: it can.
     std::string whyNotRemembered;
+
+    std::uint8_t charset = 0;  // of the fonts, by the language of the texts
 };
 
 struct PromptAnswer {

@@ -29,7 +29,9 @@ struct FakePrograms final : ProgramSources {
         opened.push_back(path);
         return nullptr;
     }
-    Language LoadLanguage() override { return Language(std::make_unique<test::FakeIni>(texts)); }
+    QuestionWords LoadWords() override {
+        return {.language = Language(std::make_unique<test::FakeIni>(texts)), .charset = 204};
+    }
 };
 
 struct FakeAsker final : ActivityAsker {
@@ -111,6 +113,7 @@ TEST_F(ActivityQuestionsTest, AsksOneAfterTheOtherAndGivesEachItsAnswer) {
     EXPECT_TRUE(questions.IsBusy());
     questions.Tick();
     ASSERT_EQ(asker.opened.size(), 1U);
+    EXPECT_EQ(asker.opened[0].charset, 204);
     EXPECT_EQ(asker.opened[0].body,
               "Process:\n\nacting.exe\n\nis trying to write data into the remote process:\n\nThe target\n\n"
               "Allow this action?");
