@@ -45,6 +45,7 @@ Session::Session(const SessionSurroundings& surroundings, Language openedLanguag
       readsClock(reads.Stopping()),
       lookups(surroundings.dataFolder, reads.Stopping()),
       programQueue(PostWhenFinished(kMessageCompletions)),
+      connectionTables(devices, reads, clock),
       options(readsClock),
       decisionFiles(dataFolder, readsClock, options),
       commander(link, language),
@@ -55,9 +56,8 @@ Session::Session(const SessionSurroundings& surroundings, Language openedLanguag
       archives(PostWhenFinished(kMessageCompletions)),
       archivesClock(archives.Stopping()),
       ruleDialogs(fonts, language),
-      ruleChoices({.devices = devices,
+      ruleChoices({.tables = connectionTables,
                    .reads = reads,
-                   .clock = readsClock,
                    .link = link,
                    .programQueue = programQueue,
                    .programFiles = programFiles},
@@ -85,7 +85,7 @@ Session::Session(const SessionSurroundings& surroundings, Language openedLanguag
               CWorkerThread(PostWhenFinished(kMessageWorkerFinished + 1)),
               CWorkerThread(PostWhenFinished(kMessageWorkerFinished + 2)),
               CWorkerThread(PostWhenFinished(kMessageWorkerFinished + 3))},
-      m_figures(clock, devices, reads, link, modes, statistics) {
+      m_figures(clock, devices, connectionTables, link, modes, statistics) {
     commander.GuardWith(gate);
 }
 

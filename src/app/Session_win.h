@@ -38,6 +38,7 @@
 #include "ui/Fonts_win.h"
 #include "ui/WorkerThread.h"
 #include "views/ApplicationChanges.h"
+#include "views/ConnectionTables.h"
 #include "views/ProgramFiles_win.h"
 #include "views/RuleDialogs_win.h"
 #include "views/RuleExchange.h"
@@ -125,6 +126,7 @@ public:
     // Looks into program files, for which a disk may take minutes.
     const DiskProgramFiles programFiles;
     TaskThread programQueue;
+    ConnectionTables connectionTables;
     const OptionFile options;
     const DecisionFiles decisionFiles;  // on reads only
     BlockedAddresses blocked;
