@@ -33,11 +33,11 @@ WinRuleChoices::WinRuleChoices(const ConnectionsReader::Parts& parts, std::funct
     : m_parts(parts), m_thread(wake), m_lookUpThread(std::move(wake)) {}
 
 void WinRuleChoices::FindPrograms(Told told) {
-    m_programs.emplace(m_parts, "", [told = std::move(told)](const ConnectionsReader::Snapshot& snapshot) {
+    m_programs.emplace(m_parts, "", [this, told = std::move(told)](const ConnectionsReader::Snapshot& snapshot) {
+        if (snapshot) m_programs->Close();  // one reading is enough; names of its programs still come
         told(PathsIn(snapshot));
     });
     m_programs->Open();
-    m_programs->Refresh();
 }
 
 void WinRuleChoices::FindUsers(Told told) {

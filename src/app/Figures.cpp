@@ -7,25 +7,11 @@
 #include "ipc/DriverTables.h"
 
 namespace brennvar {
-namespace {
-
-constexpr unsigned kTicksPerCount = 2;  // as often as the Connections page reads them
-
-}  // namespace
-
-Figures::Figures(const Clock& clock, DeviceOpener& devices, TaskQueue& reads, ServiceLink& link,
+Figures::Figures(const Clock& clock, DeviceOpener& devices, ConnectionTables& tables, ServiceLink& link,
                  ProtectionModes& modes, Statistics& statistics)
-    : m_clock(clock),
-      m_devices(devices),
-      m_link(link),
-      m_modes(modes),
-      m_statistics(statistics),
-      m_connectionCount(
-          reads, [&devices](const auto&) { return brennvar::CountConnections(devices); },
-          [this](std::optional<ConnectionCounts> counts, const auto&) {
-              m_statistics.SetConnections(counts);
-              m_view->ShowConnections(counts);
-          }) {}
+    : m_clock(clock), m_devices(devices), m_tables(tables), m_link(link), m_modes(modes), m_statistics(statistics) {
+    m_tables.CountFor(this);
+}
 
 void Figures::Tick(SessionView& view) {
     std::optional<TrafficIncrease> increase;
@@ -44,7 +30,9 @@ void Figures::Tick(SessionView& view) {
     // While traffic flows, or while the driver cannot tell, the mode is only looked at.
     if (isIdle || view.IsSeen()) m_modes.Tick(isIdle);
     ShowMode(view);
-    CountConnections(view);
+    m_view = &view;
+    // Nobody sees the connections while the window is away.
+    if (view.IsSeen()) m_tables.Tick();
 }
 
 void Figures::ShowMode(SessionView& view) {
@@ -52,11 +40,9 @@ void Figures::ShowMode(SessionView& view) {
     view.ShowMode(m_modes.Display());
 }
 
-void Figures::CountConnections(SessionView& view) {
-    // Large tables take the driver a while; nobody sees the number while the window is away.
-    if (!view.IsSeen() || m_connectionCount.IsReading() || m_seenTicks++ % kTicksPerCount != 0) return;
-    m_view = &view;
-    m_connectionCount.Refresh();
+void Figures::OnCounts(const std::optional<ConnectionCounts>& counts) {
+    m_statistics.SetConnections(counts);
+    if (m_view) m_view->ShowConnections(counts);
 }
 
 }  // namespace brennvar

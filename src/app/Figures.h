@@ -3,28 +3,28 @@
 #pragma once
 
 #include <chrono>
-#include <cstddef>
+#include <optional>
 
 #include "app/SessionView.h"
 #include "base/Clock.h"
-#include "base/Refreshed.h"
-#include "base/TaskQueue.h"
 #include "commands/ProtectionModes.h"
 #include "ipc/Device.h"
 #include "ipc/DriverTables.h"
 #include "ipc/ServiceLink.h"
 #include "statistics/Statistics.h"
 #include "statistics/TrafficMeter.h"
+#include "views/ConnectionTables.h"
 
 namespace brennvar {
 
-class Figures {
+class Figures final : private ConnectionCounter {
 public:
-    // All are borrowed; devices is used on the queue as well.
-    Figures(const Clock& clock, DeviceOpener& devices, TaskQueue& reads, ServiceLink& link, ProtectionModes& modes,
-            Statistics& statistics);
+    // All are borrowed.
+    Figures(const Clock& clock, DeviceOpener& devices, ConnectionTables& tables, ServiceLink& link,
+            ProtectionModes& modes, Statistics& statistics);
     Figures(const Figures&) = delete;
     Figures& operator=(const Figures&) = delete;
+    ~Figures() override { m_tables.CountFor(nullptr); }
 
     // Once a second.
     void Tick(SessionView& view);
@@ -32,18 +32,17 @@ public:
     void ShowMode(SessionView& view);
 
 private:
-    void CountConnections(SessionView& view);
+    void OnCounts(const std::optional<ConnectionCounts>& counts) override;
 
     const Clock& m_clock;
     DeviceOpener& m_devices;
+    ConnectionTables& m_tables;
     ServiceLink& m_link;
     ProtectionModes& m_modes;
     Statistics& m_statistics;
     TrafficMeter m_meter;
     std::chrono::milliseconds m_lastTotals{};  // when the meter last got some
-    unsigned m_seenTicks = 0;                  // while the window is seen
     SessionView* m_view = nullptr;             // of the last tick
-    Refreshed<ConnectionCounts> m_connectionCount;
 };
 
 }  // namespace brennvar

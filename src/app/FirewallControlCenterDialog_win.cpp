@@ -255,11 +255,8 @@ std::optional<LRESULT> FirewallControlCenterDialog::OnMessage(UINT message, WPAR
             if (wParam) OnEndSession();
             return 0;
         case WM_POWERBROADCAST:
-            if (wParam == PBT_APMRESUMEAUTOMATIC) {
-                // The clock went on while the machine slept, and a screen may have been taken away.
-                m_session.machine.SkipNextClockCheck();
-                BringOntoScreens();
-            }
+            // A screen may have been taken away while the machine slept.
+            if (wParam == PBT_APMRESUMEAUTOMATIC) BringOntoScreens();
             return TRUE;
         case WM_DISPLAYCHANGE: BringOntoScreens(); return FrameDialog::OnMessage(message, wParam, lParam);
         case WM_SETTINGCHANGE:

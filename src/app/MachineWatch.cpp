@@ -5,22 +5,27 @@
 namespace brennvar {
 
 MachineWatch::MachineWatch(const Clock& clock, const Language& language, Commander& commander,
-                           ReadAddresses readAddresses)
+                           OwnAddresses& addresses)
     : m_clock(clock),
       m_language(language),
       m_commander(commander),
-      m_readAddresses(readAddresses),
-      m_clockCheck(clock.UtcNow()),
-      m_networkSignature(NetworkSignature(readAddresses())) {}
+      m_addresses(addresses),
+      m_clockCheck(clock.UtcNow(), clock.Elapsed()),
+      m_lastLook(clock.Elapsed()),
+      m_networkSignature(NetworkSignature(addresses.Read())) {}
 
 void MachineWatch::CheckNetwork() {
-    const std::uint32_t signature = NetworkSignature(m_readAddresses());
+    // Reading them costs more than everything else that is done in an idle second.
+    const std::chrono::milliseconds now = m_clock.Elapsed();
+    if (!m_addresses.HaveChanged() && now - m_lastLook < kLookAnyway) return;
+    m_lastLook = now;
+    const std::uint32_t signature = NetworkSignature(m_addresses.Read());
     if (std::exchange(m_networkSignature, signature) == signature) return;
     m_commander.Send(Batch(UserCommand::ReloadNetwork));
 }
 
 void MachineWatch::CheckClock() {
-    switch (m_clockCheck.Tick(m_clock.UtcNow())) {
+    switch (m_clockCheck.Tick(m_clock.UtcNow(), m_clock.Elapsed())) {
         case ClockCheck::Jump::None: break;
         case ClockCheck::Jump::Past:
             m_commander.Send(Batch(UserCommand::ReportClockSetBack,

@@ -2,12 +2,12 @@
 // User-interface thread only.
 #pragma once
 
+#include <chrono>
 #include <cstdint>
-#include <vector>
 
 #include "base/Clock.h"
 #include "base/ClockCheck.h"
-#include "base/NetworkSignature.h"
+#include "base/OwnAddresses.h"
 #include "commands/Commander.h"
 #include "config/Language.h"
 
@@ -15,25 +15,24 @@ namespace brennvar {
 
 class MachineWatch {
 public:
-    // Every address of this machine with the status of its interface.
-    using ReadAddresses = std::vector<InterfaceAddress> (*)();
+    // Where the system reports no change of the addresses they are looked at as often as this.
+    static constexpr std::chrono::seconds kLookAnyway{30};
 
-    // Begins with the time and the addresses of this moment. Clock, language and commander are borrowed.
-    MachineWatch(const Clock& clock, const Language& language, Commander& commander, ReadAddresses readAddresses);
+    // Begins with the time and the addresses of this moment. All are borrowed.
+    MachineWatch(const Clock& clock, const Language& language, Commander& commander, OwnAddresses& addresses);
 
     // Once a second each. The service is told to read the network's configuration anew when an address has come or
     // gone, and of a clock that was set back, or ahead by more than 20 s.
     void CheckNetwork();
     void CheckClock();
-    // This thread, or the machine, has slept: the next check of the clock only takes note of the time.
-    void SkipNextClockCheck() { m_clockCheck.SkipNext(); }
 
 private:
     const Clock& m_clock;
     const Language& m_language;
     Commander& m_commander;
-    const ReadAddresses m_readAddresses;
+    OwnAddresses& m_addresses;
     ClockCheck m_clockCheck;
+    std::chrono::milliseconds m_lastLook;  // at the addresses
     std::uint32_t m_networkSignature;
 };
 

@@ -29,7 +29,7 @@ std::unique_ptr<CPage> MakePage(const PageInfo& info, Session& session, SkinsAnd
             return std::make_unique<ListPage>(
                 lists, std::move(texts),
                 std::make_unique<ConnectionsModel>(ConnectionsModel::Parts{.language = language,
-                                                                           .devices = session.devices,
+                                                                           .tables = session.connectionTables,
                                                                            .reads = session.reads,
                                                                            .driverReads = session.driverReads,
                                                                            .clock = session.clock,

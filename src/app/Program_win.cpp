@@ -10,7 +10,7 @@
 #include "app/Session_win.h"
 #include "base/EndWatch.h"
 #include "base/Handles_win.h"
-#include "base/NetworkAddresses_win.h"
+#include "base/OwnAddresses_win.h"
 #include "base/Processes_win.h"
 #include "config/Folders.h"
 #include "config/Folders_win.h"
@@ -93,13 +93,14 @@ End RunControlCenter(Clock& clock, const std::string& firstMessage) {
     WinDeviceOpener devices;
     WinUserValues userValues;
     WinUserSession userSession;
+    WinOwnAddresses addresses;
     const std::string dataFolder = GetDataFolder();
     PrepareSurroundings(dataFolder);
     Session session(
         {.clock = clock,
          .devices = devices,
          .makeConnector = [](const StopSignal& stop) { return std::make_unique<WinPipeConnector>(stop); },
-         .readAddresses = &ReadInterfaceAddresses,
+         .addresses = addresses,
          .userValues = userValues,
          .userSession = userSession,
          .dataFolder = dataFolder,

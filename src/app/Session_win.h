@@ -40,6 +40,7 @@
 #include "ui/Fonts_win.h"
 #include "ui/WorkerThread.h"
 #include "views/ApplicationChanges.h"
+#include "views/ConnectionTables.h"
 #include "views/ProgramFiles_win.h"
 #include "views/RuleDialogs_win.h"
 #include "views/RuleExchange.h"
@@ -51,7 +52,7 @@ struct SessionSurroundings {
     Clock& clock;  // that the user-interface thread tells the time by
     DeviceOpener& devices;
     ServiceLink::MakeConnector makeConnector;
-    MachineWatch::ReadAddresses readAddresses;
+    OwnAddresses& addresses;
     UserValues& userValues;
     UserSession& userSession;
     std::string dataFolder;
@@ -157,6 +158,7 @@ public:
     // Looks into program files, for which a disk may take minutes.
     const DiskProgramFiles programFiles;
     TaskThread programQueue;
+    ConnectionTables connectionTables;
     const OptionFile options;
     const DecisionFiles decisionFiles;  // on reads only
     BlockedAddresses blocked;

@@ -1,7 +1,8 @@
 // How a program is named to the user: by the description in its version resource, else by its file name.
-// All functions are pure; texts are in the ANSI code page.
+// All functions are pure; texts are in the ANSI code page unless their type says otherwise.
 #pragma once
 
+#include <functional>
 #include <string>
 #include <string_view>
 
@@ -13,7 +14,8 @@ namespace brennvar {
 // Texts of up to 40 characters as they are, longer ones cut to 40 of which the last three are dots.
 [[nodiscard]] std::string CutTo40(std::string text);
 
-// The description cut to 40 characters or, when it is empty, the file name in its full length.
+// The description as ShownText has it, cut to 40 characters, or, when nothing of it is left, the file name in its
+// full length.
 [[nodiscard]] std::string DisplayNameOf(std::string_view path, std::string_view fileDescription);
 
 // Without line breaks and other control characters. Descriptions, paths and names of hosts come from outside: a
@@ -21,5 +23,19 @@ namespace brennvar {
 [[nodiscard]] std::string OneLine(std::string text);
 // The same, in place.
 void BlankControls(std::string& text);
+
+// As a question shows what comes from outside: on one line, without blanks at its ends, several of them as one, so
+// that nothing is pushed out of sight, and with marks of the writing direction as NameDirections has them.
+[[nodiscard]] std::string ShownText(std::string_view text);
+
+// Marks that turn the order of the letters around them ("gpj.exe" reads as "exe.jpg" behind one), by their names:
+// "[RLO]". Of texts that the system has in UTF-16, and of bytes where its code page is UTF-8.
+[[nodiscard]] std::u16string NameDirections(std::u16string_view text);
+[[nodiscard]] std::string NameDirections(std::string_view text);
+
+// Whether so much of a text fits into its place.
+using Fits = std::function<bool(const std::string& text)>;
+// The text, or dots and as much of its end as fits: what decides about the name of a host stands there.
+[[nodiscard]] std::string EndThatFits(const std::string& text, const Fits& fits);
 
 }  // namespace brennvar

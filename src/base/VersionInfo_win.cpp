@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <vector>
 
+#include "base/DisplayName.h"
 #include "base/LocalPath_win.h"
 #include "base/VersionBlock.h"
 #include "base/Windows_win.h"
@@ -22,7 +23,9 @@ std::vector<std::byte> ReadVersionBlock(const std::string& path) {
     return block;
 }
 
-std::string ToAnsi(const std::u16string& text) {
+// Marks of the writing direction would be lost on the way, or come through where the code page has them.
+std::string ToAnsi(const std::u16string& found) {
+    const std::u16string text = NameDirections(found);
     // UTF-16 is Windows' own wide text; only the type differs.
     const std::wstring wide(text.begin(), text.end());
     const auto length = static_cast<int>(wide.size());

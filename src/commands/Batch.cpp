@@ -88,7 +88,7 @@ void Batch::SendOptions(CommandPipe& pipe) const {
         const auto id = static_cast<std::uint32_t>(option.id);
         const OptionInfo* const info = FindOption(id);
         if (info && info->IsText()) {
-            pipe.CMD_SET_OPTION_TEXT(id, option.text);
+            pipe.CMD_SET_OPTION_TEXT(id, option.text.Text());
         } else {
             pipe.CMD_SET_OPTION(id, option.number);
         }

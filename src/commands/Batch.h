@@ -11,6 +11,7 @@
 #include "base/Clock.h"
 #include "base/Ipv4.h"
 #include "base/Password.h"
+#include "base/WipedText.h"
 #include "commands/CommandTable.h"
 #include "config/Language.h"
 #include "config/OptionValues.h"
@@ -23,7 +24,7 @@ namespace brennvar {
 struct OptionSetting {
     OptionId id;
     std::uint32_t number = 0;
-    std::string text{};
+    WipedText text{};       // it may be a password
     bool isChanged = true;  // other than it was stored
 };
 

@@ -31,7 +31,7 @@ void OptionValues::SetNumber(OptionId id, std::uint32_t number) {
     m_values[IndexOf(id)].number = isOn ? 1 : number;
 }
 
-void OptionValues::SetText(OptionId id, const std::string& text) {
+void OptionValues::SetText(OptionId id, std::string_view text) {
     m_values[IndexOf(id)].text = text.substr(0, kOptionTextLimit);
 }
 

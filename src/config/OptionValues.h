@@ -5,8 +5,10 @@
 #include <cstddef>
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <vector>
 
+#include "base/WipedText.h"
 #include "config/OptionRecord.h"
 #include "config/OptionTable.h"
 
@@ -22,12 +24,12 @@ public:
 
     // Of an option in the table; a flag is 0 or 1.
     [[nodiscard]] std::uint32_t Number(OptionId id) const { return At(id).number; }
-    [[nodiscard]] const std::string& TextOf(OptionId id) const { return At(id).text; }
+    [[nodiscard]] const std::string& TextOf(OptionId id) const { return At(id).text.Text(); }
     // A flag other than 0 is on. Numbers are kept as they are, out of their list's range as well: what nobody
     // touches is sent back unchanged.
     void SetNumber(OptionId id, std::uint32_t number);
     // Cut to kOptionTextLimit.
-    void SetText(OptionId id, const std::string& text);
+    void SetText(OptionId id, std::string_view text);
     // The same for this option in both.
     [[nodiscard]] bool SameAs(const OptionValues& other, OptionId id) const { return At(id) == other.At(id); }
 
@@ -39,7 +41,7 @@ public:
 private:
     struct Value {
         std::uint32_t number = 0;
-        std::string text;
+        WipedText text;  // it may be a password
         friend bool operator==(const Value&, const Value&) = default;
     };
     [[nodiscard]] const Value& At(OptionId id) const;

@@ -45,7 +45,7 @@ std::optional<OptionValues> OptionReader::ReadAll() const {
             const OptionInfo* const info = FindOption(record.id);
             if (!info || !seen.insert(record.id).second || info->id == OptionId::Password) continue;
             if (info->IsText()) {
-                values.SetText(info->id, std::string(TextOf(record.text)));
+                values.SetText(info->id, TextOf(record.text));
             } else {
                 values.SetNumber(info->id, record.value);
             }

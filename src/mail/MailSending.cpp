@@ -5,7 +5,7 @@
 #include <string_view>
 #include <utility>
 
-#include "base/Wipe.h"
+#include "base/WipedText.h"
 #include "mail/HeaderText.h"
 #include "tools/Base64.h"
 
@@ -24,14 +24,13 @@ public:
           m_box(box) {}
     ToldSmtp(const ToldSmtp&) = delete;
     ToldSmtp& operator=(const ToldSmtp&) = delete;
-    ~ToldSmtp() override { WipeMemory(m_encodedPassword.data(), m_encodedPassword.size()); }
 
     [[nodiscard]] const std::vector<std::string>& Refused() const { return m_refused; }
     // As the server said it, with the password as dots.
     [[nodiscard]] std::string WithoutPassword(std::string text) const {
         // A password of one letter or two would make dots of half the words.
         constexpr std::size_t kShortest = 3;
-        for (const std::string_view secret : {std::string_view(m_encodedPassword), m_password.View()}) {
+        for (const std::string_view secret : {std::string_view(m_encodedPassword.Text()), m_password.View()}) {
             if (secret.size() < kShortest) continue;
             for (std::size_t at = 0; (at = text.find(secret, at)) != std::string::npos; at += kDots.size()) {
                 text.replace(at, secret.size(), kDots);
@@ -71,7 +70,7 @@ private:
     }
 
     const Password m_password;
-    std::string m_encodedPassword;
+    const WipedText m_encodedPassword;
     MailNewsBox& m_box;
     std::vector<std::string> m_refused;
 };

@@ -5,7 +5,7 @@
 #include <utility>
 
 #include "base/AsciiCase.h"
-#include "base/Wipe.h"
+#include "base/WipedText.h"
 #include "mail/HeaderText.h"
 #include "tools/Base64.h"
 
@@ -75,10 +75,6 @@ int CodeOf(std::string_view reply) {
     int code = 0;
     const auto parsed = std::from_chars(reply.data(), reply.data() + reply.size(), code);
     return parsed.ec == std::errc() && code > 0 ? code : 0;
-}
-
-void Wipe(std::string& text) {
-    WipeMemory(text.data(), text.size());
 }
 
 }  // namespace
@@ -172,13 +168,12 @@ int CSmtp::AnswerChallenges() {
         if (EqualsIgnoringCase(asked, "Username:")) {
             code = SendCommand(EncodeBase64(m_server.user) + "\r\n");
         } else if (EqualsIgnoringCase(asked, "Password:")) {
-            std::string letters = EncodeBase64(m_server.password.View());
-            std::string answer;
-            answer.reserve(letters.size() + 2);  // what grew would leave a copy behind that nobody wipes
-            answer.append(letters).append("\r\n");
-            Wipe(letters);
+            const WipedText letters = EncodeBase64(m_server.password.View());
+            std::string line;
+            line.reserve(letters.Text().size() + 2);  // what grew would leave a copy behind that nobody wipes
+            line.append(letters.Text()).append("\r\n");
+            const WipedText answer(std::move(line));
             code = SendSecret(answer, "********\r\n");
-            Wipe(answer);
         } else {
             break;
         }

@@ -32,10 +32,9 @@ private:
 
 }  // namespace
 
-ActivityPrompt::ActivityPrompt(const CFonts& fonts, const std::string& dataFolder, const Clock& clock,
-                               ActivityView& view, std::function<void()> wake)
-    : m_fonts(fonts),
-      m_view(view),
+ActivityPrompt::ActivityPrompt(const std::string& dataFolder, const Clock& clock, ActivityView& view,
+                               std::function<void()> wake)
+    : m_view(view),
       m_wake(std::move(wake)),
       m_serving(m_wake),
       m_watching(m_wake),
@@ -100,7 +99,7 @@ void ActivityPrompt::StopServer() {
 
 void ActivityPrompt::Open(const ActivityQuestion& question) {
     if (question.isMessage) {
-        m_message = std::make_unique<QuestionMessage>(m_fonts,
+        m_message = std::make_unique<QuestionMessage>(m_fonts.For(question.charset),
                                                       MessageTexts{.caption = question.caption,
                                                                    .message = question.body,
                                                                    .ok = question.allowButton,
@@ -109,7 +108,7 @@ void ActivityPrompt::Open(const ActivityQuestion& question) {
                                                       m_wake);
         m_message->Open(m_owner);
     } else {
-        m_question = std::make_unique<MessageDialogAllowDeny>(m_fonts, question);
+        m_question = std::make_unique<MessageDialogAllowDeny>(m_fonts.For(question.charset), question);
         m_question->Open(m_owner, m_wake);
     }
 }

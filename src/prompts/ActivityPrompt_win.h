@@ -21,15 +21,15 @@
 #include "prompts/ActivitySources_win.h"
 #include "prompts/FactSources_win.h"
 #include "prompts/MessageDialogAllowDeny_win.h"
+#include "prompts/QuestionFonts_win.h"
 #include "prompts/QuestionMessage_win.h"
-#include "ui/Fonts_win.h"
 
 namespace brennvar {
 
 class ActivityPrompt final : private ActivityAsker {
 public:
     // wake, as for TaskThread: Tick is to be called soon. The others are borrowed; the clock keeps the limits.
-    ActivityPrompt(const CFonts& fonts, const std::string& dataFolder, const Clock& clock, ActivityView& view,
+    ActivityPrompt(const std::string& dataFolder, const Clock& clock, ActivityView& view,
                    std::function<void()> wake);
     ActivityPrompt(const ActivityPrompt&) = delete;
     ActivityPrompt& operator=(const ActivityPrompt&) = delete;
@@ -52,7 +52,7 @@ private:
 
     void StopServer();
 
-    const CFonts& m_fonts;
+    QuestionFonts m_fonts;
     ActivityView& m_view;
     const std::function<void()> m_wake;
     HWND m_owner = nullptr;  // of the latest tick

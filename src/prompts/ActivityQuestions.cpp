@@ -32,20 +32,23 @@ void ActivityQuestions::Tick() {
     if (!m_asker.IsReadyToAsk()) return;
     m_lookUps.End();
     m_state = State::Asking;
-    m_asker.Open(BuildActivityQuestion(m_facts, *m_language));
+    ActivityQuestion question = BuildActivityQuestion(m_facts, m_words->language);
+    question.charset = m_words->charset;
+    m_asker.Open(question);
 }
 
 void ActivityQuestions::Gather(const ActivityRequest& request) {
     m_state = State::Gathering;
-    m_language = std::make_shared<const Language>(nullptr);
+    m_words = std::make_shared<const QuestionWords>();
     m_facts = {.kind = request.kind,
                .acting = {.path = request.actingPath, .fileDescription = {}},
                .target = {.path = request.targetPath, .fileDescription = {}}};
     m_lookUps.Begin(kFactsLimit);
-    m_lookUps.Find<std::shared_ptr<const Language>>(
-        m_queues.words, [&sources = m_sources] { return std::make_shared<const Language>(sources.LoadLanguage()); },
-        [this](std::shared_ptr<const Language> language) {
-            if (language) m_language = std::move(language);
+    m_lookUps.Find<std::shared_ptr<const QuestionWords>>(
+        m_queues.words,
+        [&sources = m_sources] { return std::make_shared<const QuestionWords>(sources.LoadWords()); },
+        [this](std::shared_ptr<const QuestionWords> words) {
+            if (words) m_words = std::move(words);
         });
     GatherProgram(&ActivityFacts::acting);
     GatherProgram(&ActivityFacts::target);

@@ -67,7 +67,7 @@ private:
     ActivityAsker& m_asker;
     State m_state = State::Idle;
     ActivityFacts m_facts;
-    std::shared_ptr<const Language> m_language;
+    std::shared_ptr<const QuestionWords> m_words;
     LookUps m_lookUps;
 };
 

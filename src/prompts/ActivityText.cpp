@@ -13,13 +13,13 @@ constexpr std::size_t kLongestTrustedPath = sizeof(CommandRecord::optionText) - 
 
 std::string NameOf(const ActivityProgram& program, const Language& language) {
     if (program.path.empty()) return language.GetText(1115, "Unknown name");
-    return OneLine(DisplayNameOf(program.path, program.fileDescription));
+    return ShownText(DisplayNameOf(program.path, program.fileDescription));
 }
 
 std::string ShownPath(const std::string& path) {
-    if (path.size() <= kLongestPath) return OneLine(path);
+    if (path.size() <= kLongestPath) return ShownText(path);
     // The file name is what tells.
-    return "..." + OneLine(path.substr(path.size() - kLongestPath));
+    return "..." + ShownText(path.substr(path.size() - kLongestPath));
 }
 
 ActivityQuestion MessageOf(std::string text, const Language& language) {

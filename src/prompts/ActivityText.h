@@ -1,6 +1,7 @@
 // Puts what a program wants to do into words.
 #pragma once
 
+#include <cstdint>
 #include <memory>
 #include <string>
 
@@ -42,6 +43,8 @@ struct ActivityQuestion {
     std::string denyButton;
     std::string trustText;      // three lines
     std::string whyNotTrusted;  // empty: the program can be trusted
+
+    std::uint8_t charset = 0;  // of the fonts, by the language of the texts
 };
 
 [[nodiscard]] ActivityQuestion BuildActivityQuestion(const ActivityFacts& facts, const Language& language);

@@ -25,7 +25,7 @@ QuestionDialog::Content ConfirmationDialog::ContentOf(const PromptQuestion& ques
             .heading = {{IDC_PROGRAM_NAME, question.displayName, LabelKind::Title},
                         {IDC_PROGRAM_PATH, question.path, LabelKind::Quiet, kPathGap},
                         {IDC_WANTS, question.wantsText, LabelKind::Quiet},
-                        {IDC_HOST, question.remoteHost, LabelKind::Title},
+                        {IDC_HOST, question.remoteHost, LabelKind::Title, 0, true},
                         {IDC_SERVICE, question.serviceLabel + " " + question.service, LabelKind::Plain}},
             .tableTitle = question.detailsTitle,
             .rows = {{question.remoteLabel, question.remoteAddress},

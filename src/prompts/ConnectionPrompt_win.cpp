@@ -13,10 +13,8 @@ constexpr std::chrono::seconds kAnswerPatience{3};
 
 }  // namespace
 
-ConnectionPrompt::ConnectionPrompt(const CFonts& fonts, DeviceOpener& devices, const Clock& clock,
-                                   const std::function<void()>& wake)
-    : m_fonts(fonts),
-      m_deciding(wake),
+ConnectionPrompt::ConnectionPrompt(DeviceOpener& devices, const Clock& clock, const std::function<void()>& wake)
+    : m_deciding(wake),
       m_programs(wake),
       m_connection(wake),
       m_delivering(wake),
@@ -50,7 +48,7 @@ bool ConnectionPrompt::IsReadyToAsk() {
 }
 
 PromptAnswer ConnectionPrompt::Ask(const PromptQuestion& question) {
-    return ConfirmationDialog(m_fonts, *m_tools, question).Ask(m_owner);
+    return ConfirmationDialog(m_fonts.For(question.charset), *m_tools, question).Ask(m_owner);
 }
 
 }  // namespace brennvar

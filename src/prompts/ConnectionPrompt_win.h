@@ -14,7 +14,7 @@
 #include "prompts/ConnectionQuestions.h"
 #include "prompts/FactSources_win.h"
 #include "prompts/FactsGatherer.h"
-#include "ui/Fonts_win.h"
+#include "prompts/QuestionFonts_win.h"
 
 namespace brennvar {
 
@@ -22,8 +22,7 @@ class ConnectionPrompt final : private QuestionAsker {
 public:
     // wake, as for TaskThread: Tick is to be called soon. The others are borrowed; the clock keeps the limits and
     // tells the day.
-    ConnectionPrompt(const CFonts& fonts, DeviceOpener& devices, const Clock& clock,
-                     const std::function<void()>& wake);
+    ConnectionPrompt(DeviceOpener& devices, const Clock& clock, const std::function<void()>& wake);
     ConnectionPrompt(const ConnectionPrompt&) = delete;
     ConnectionPrompt& operator=(const ConnectionPrompt&) = delete;
     ~ConnectionPrompt() override;
@@ -41,7 +40,7 @@ private:
     [[nodiscard]] bool IsReadyToAsk() override;
     [[nodiscard]] PromptAnswer Ask(const PromptQuestion& question) override;
 
-    const CFonts& m_fonts;
+    QuestionFonts m_fonts;
     HWND m_owner = nullptr;  // of the latest tick
     AddressTools* m_tools = nullptr;
     // Before what they use: that exists until the last of them has stopped.

@@ -69,7 +69,9 @@ void ConnectionQuestions::Decide() {
 
 PromptDecision ConnectionQuestions::AskOrDeny() {
     try {
-        PromptAnswer answer = m_asker.Ask(BuildPromptQuestion(m_facts.Facts(), m_facts.Words()));
+        PromptQuestion question = BuildPromptQuestion(m_facts.Facts(), m_facts.Words().language);
+        question.charset = m_facts.Words().charset;
+        PromptAnswer answer = m_asker.Ask(question);
         // A rule for a program that nobody knows would be one for all of them.
         if (!m_facts.Facts().applicationKnown) answer.remember = false;
         return DecisionOf(answer);

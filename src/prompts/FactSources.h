@@ -8,8 +8,8 @@
 
 #include "base/Clock.h"
 #include "base/Ipv4.h"
-#include "config/Language.h"
 #include "prompts/PromptQuestion.h"
+#include "prompts/QuestionWords.h"
 #include "rules/ApplicationRuleRecord.h"
 
 namespace brennvar {
@@ -24,7 +24,7 @@ public:
     [[nodiscard]] virtual std::string FileDescription(const std::string& path) = 0;
     [[nodiscard]] virtual std::shared_ptr<const QuestionIcon> Icon(const std::string& path) = 0;
     // The language that the user has chosen by now.
-    [[nodiscard]] virtual Language LoadLanguage() = 0;
+    [[nodiscard]] virtual QuestionWords LoadWords() = 0;
 };
 
 // Of a connection. Here the first two come on one thread that may wait, the others on that of the language.

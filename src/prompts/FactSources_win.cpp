@@ -5,6 +5,7 @@
 #include "base/ComOfThread_win.h"
 #include "base/NetworkAddresses_win.h"
 #include "base/VersionInfo_win.h"
+#include "config/Charset.h"
 #include "config/Folders.h"
 #include "config/IniSnapshot_win.h"
 #include "config/Ini_win.h"
@@ -51,12 +52,14 @@ std::shared_ptr<const QuestionIcon> WinProgramSources::Icon(const std::string& p
     return std::make_shared<QuestionIcon>(QuestionIcon{FindIconOfProgram(path, IconSize::Large)});
 }
 
-Language WinProgramSources::LoadLanguage() {
+QuestionWords WinProgramSources::LoadWords() {
     const std::string name = ReadLanguageName(CIni(SettingsFilePath(m_dataFolder)));
-    Language language(std::make_unique<CIniSnapshot>(LanguageFilePath(m_installationFolder, name)));
-    (void)language.GetText(
+    QuestionWords words{
+        .language = Language(std::make_unique<CIniSnapshot>(LanguageFilePath(m_installationFolder, name))),
+        .charset = GetFontCharset(name)};
+    (void)words.language.GetText(
         444, "Confirm network connection");  // reads the file here, and not where the question is put into words
-    return language;
+    return words;
 }
 
 Ipv4 WinFactSources::LocalAddressFor(Ipv4 address) {

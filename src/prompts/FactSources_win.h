@@ -19,7 +19,7 @@ public:
 
     [[nodiscard]] std::string FileDescription(const std::string& path) override;
     [[nodiscard]] std::shared_ptr<const QuestionIcon> Icon(const std::string& path) override;
-    [[nodiscard]] Language LoadLanguage() override;
+    [[nodiscard]] QuestionWords LoadWords() override;
 
 private:
     const std::string m_dataFolder;
@@ -41,7 +41,7 @@ public:
     [[nodiscard]] std::shared_ptr<const QuestionIcon> Icon(const std::string& path) override {
         return m_programs.Icon(path);
     }
-    [[nodiscard]] Language LoadLanguage() override { return m_programs.LoadLanguage(); }
+    [[nodiscard]] QuestionWords LoadWords() override { return m_programs.LoadWords(); }
     [[nodiscard]] Ipv4 LocalAddressFor(Ipv4 address) override;
     [[nodiscard]] std::string HostName(LocalDate day, Ipv4 address) override;
     [[nodiscard]] std::optional<std::uint32_t> Advice(const std::string& path) override;

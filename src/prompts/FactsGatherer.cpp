@@ -21,7 +21,7 @@ constexpr std::size_t kLongestPath = sizeof ConnectionPromptAnswer::path - 1;
 
 void FactsGatherer::Start(const ConnectionPromptRequest& request) {
     m_rule = RuleAction::Ask;
-    m_language = std::make_shared<const Language>(nullptr);
+    m_words = std::make_shared<const QuestionWords>();
     m_facts = {};
     m_facts.path = kUnknownPath;
     m_facts.applicationKnown = false;
@@ -69,11 +69,11 @@ void FactsGatherer::OnRule(RuleAction rule) {
 
 void FactsGatherer::FindRest() {
     Enter(Stage::Rest);
-    m_lookUps.Find<std::shared_ptr<const Language>>(
+    m_lookUps.Find<std::shared_ptr<const QuestionWords>>(
         m_queues.connection,
-        [&sources = m_sources] { return std::make_shared<const Language>(sources.LoadLanguage()); },
-        [this](std::shared_ptr<const Language> language) {
-            if (language) m_language = std::move(language);
+        [&sources = m_sources] { return std::make_shared<const QuestionWords>(sources.LoadWords()); },
+        [this](std::shared_ptr<const QuestionWords> words) {
+            if (words) m_words = std::move(words);
         });
     m_lookUps.Find<Ends>(
         m_queues.connection,

@@ -11,7 +11,6 @@
 
 #include "base/Clock.h"
 #include "base/TaskQueue.h"
-#include "config/Language.h"
 #include "ipc/DriverRecords.h"
 #include "ipc/RecordFile.h"
 #include "prompts/FactSources.h"
@@ -51,7 +50,7 @@ public:
     // The results, once it is over.
     [[nodiscard]] RuleAction Rule() const { return m_rule; }  // of an unknown program: Ask
     [[nodiscard]] const PromptFacts& Facts() const { return m_facts; }
-    [[nodiscard]] const Language& Words() const { return *m_language; }
+    [[nodiscard]] const QuestionWords& Words() const { return *m_words; }
 
 private:
     enum class Stage { Path, Rule, Rest, Over };
@@ -75,7 +74,7 @@ private:
     Stage m_stage = Stage::Over;
     RuleAction m_rule = RuleAction::Ask;
     PromptFacts m_facts;
-    std::shared_ptr<const Language> m_language;
+    std::shared_ptr<const QuestionWords> m_words;
 };
 
 }  // namespace brennvar

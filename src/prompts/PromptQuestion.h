@@ -1,6 +1,7 @@
 // What the user is asked about a connection, and what the user says to it.
 #pragma once
 
+#include <cstdint>
 #include <memory>
 #include <string>
 
@@ -16,10 +17,10 @@ enum class PromptAdvice { None, Allow, Deny };
 // in the language of the user, without trailing line breaks.
 struct PromptQuestion {
     // Facts. What is not known reads "unknown".
-    std::string path;         // of the program file, as the peer gave it; of an unknown program why there is none
-    std::string displayName;  // the program as the user knows it, or "Unknown name"
+    std::string path;                          // of the program file; of an unknown program why there is none
+    std::string displayName;                   // the program as the user knows it, or "Unknown name"
     std::shared_ptr<const QuestionIcon> icon;  // null: the plain one
-    std::string remoteHost;                    // from the DNS log, at most 40 characters
+    std::string remoteHost;                    // from the DNS log; the body has 40 characters of it
     std::string localAddress;                  // "a.b.c.d:port", without ":port" when there is none
     std::string remoteAddress;                 // likewise
     Ipv4 address = 0;                          // the same for the network tools; 0: not known
@@ -47,6 +48,8 @@ struct PromptQuestion {
     std::string rememberText;  // three lines
     // Why the answer cannot be remembered; empty: it can.
     std::string whyNotRemembered;
+
+    std::uint8_t charset = 0;  // of the fonts, by the language of the texts
 };
 
 struct PromptAnswer {

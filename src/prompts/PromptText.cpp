@@ -42,12 +42,13 @@ std::string AdviceText(PromptAdvice advice, const Language& language) {
 
 void FillFacts(PromptQuestion& question, const PromptFacts& facts, const Language& language) {
     const std::string unknown = language.GetText(1114, "unknown");
-    question.remoteHost = facts.hostName.empty() ? unknown : OneLine(CutTo40(facts.hostName));
+    const std::string host = ShownText(facts.hostName);
+    question.remoteHost = host.empty() ? unknown : host;
     question.localAddress = unknown;
     question.remoteAddress = unknown;
     if (facts.applicationKnown) {
-        question.path = facts.path;
-        question.displayName = OneLine(DisplayNameOf(facts.path, facts.fileDescription));
+        question.path = ShownText(facts.path);
+        question.displayName = ShownText(DisplayNameOf(facts.path, facts.fileDescription));
         question.icon = facts.icon;
         question.localAddress = EndpointText(facts.localAddress, facts.localPort);
         question.remoteAddress = EndpointText(facts.remoteAddress, facts.remotePort);
@@ -83,12 +84,12 @@ void FillWords(PromptQuestion& question, const Language& language) {
 }
 
 std::string BodyOf(const PromptQuestion& q) {
-    return q.displayName + "\n" + q.wantsText + " " + q.remoteHost + ".\n\n" +  //
-           q.detailsTitle + "\n" +                                              //
-           q.remoteLabel + " " + q.remoteAddress + "\n" +                       //
-           q.serviceLabel + " " + q.service + "\n" +                            //
-           q.protocolLabel + " " + q.protocol + "\n\n" +                        //
-           q.adviceLabel + " " + q.advice + "\n\n" +                            //
+    return q.displayName + "\n" + q.wantsText + " " + CutTo40(q.remoteHost) + ".\n\n" +  //
+           q.detailsTitle + "\n" +                                                       //
+           q.remoteLabel + " " + q.remoteAddress + "\n" +                                //
+           q.serviceLabel + " " + q.service + "\n" +                                     //
+           q.protocolLabel + " " + q.protocol + "\n\n" +                                 //
+           q.adviceLabel + " " + q.advice + "\n\n" +                                     //
            q.askText;
 }
 

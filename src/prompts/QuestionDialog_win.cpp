@@ -4,6 +4,7 @@
 #include <initializer_list>
 #include <utility>
 
+#include "base/DisplayName.h"
 #include "config/ResourceIds.h"
 #include "prompts/QuestionIcon_win.h"
 #include "ui/ChildControls_win.h"
@@ -121,6 +122,7 @@ void QuestionDialog::OnInitDialog() {
 
 void QuestionDialog::OnCreateContent() {
     ::SetWindowTextA(Window(), m_content.caption.c_str());
+    m_tips.Begin(Window(), GetLook());
     if (!m_content.icon || !m_content.icon->icon) m_plainIcon = LoadNoIcon(IconSize::Large);
     AdoptControls();
     PlaceControls();
@@ -161,10 +163,21 @@ int QuestionDialog::PlaceHeading(bool measuresOnly) {
                 place.right -= m_link.Width() + Scale(kLinkGap);
             }
             m_heading[index].Place(place);
+            FitHeading(line, place);
         }
         top += height + Scale(line.gapBelow);
     }
     return static_cast<int>(top - content.top);
+}
+
+void QuestionDialog::FitHeading(const Heading& line, const RECT& place) {
+    const HFONT font = line.kind == LabelKind::Title ? GetLook().fonts.Title() : GetLook().fonts.Text();
+    const auto fits = [&](const std::string& text) {
+        return MeasureText(Window(), font, text, 0, DT_NOPREFIX).cx <= WidthOf(place);
+    };
+    if (fits(line.text)) return;
+    m_tips.Add(place, line.text);
+    if (line.showsEnd) ::SetDlgItemTextA(Window(), line.id, EndThatFits(line.text, fits).c_str());
 }
 
 int QuestionDialog::CardHeight() const {
@@ -220,6 +233,16 @@ void QuestionDialog::Answer(int result) {
 
 void QuestionDialog::OnCancel() {
     if (m_stand.ButtonsWork()) End(IDNO);
+}
+
+void QuestionDialog::OnTimer(UINT_PTR id) {
+    m_stand.OnTimer(id);
+    m_tips.OnTimer(id);
+}
+
+std::optional<LRESULT> QuestionDialog::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+    m_tips.OnMessage(message, lParam);
+    return CSkinDialog::OnMessage(message, wParam, lParam);
 }
 
 void QuestionDialog::OnDrawItem(const DRAWITEMSTRUCT& item) {

@@ -16,6 +16,7 @@
 #include "controls/Label_win.h"
 #include "controls/Link_win.h"
 #include "dialogs/SkinDialog_win.h"
+#include "prompts/CutTips_win.h"
 #include "prompts/PromptQuestion.h"
 #include "prompts/QuestionStand_win.h"
 
@@ -40,7 +41,8 @@ protected:
         int id;
         std::string text;
         LabelKind kind;
-        int gapBelow = 0;  // at 96 pixels per inch
+        int gapBelow = 0;       // at 96 pixels per inch
+        bool showsEnd = false;  // where it does not fit its end is shown, and not its beginning
     };
     // A line of the table.
     struct Row {
@@ -75,14 +77,17 @@ private:
     void OnPaintGround(HDC dc) final;
     void OnCancel() final;
     void OnCommand(int id, int notification) final;
-    void OnTimer(UINT_PTR id) final { m_stand.OnTimer(id); }
+    void OnTimer(UINT_PTR id) final;
     void OnEnded() final;
     void OnDrawItem(const DRAWITEMSTRUCT& item) final;
+    [[nodiscard]] std::optional<LRESULT> OnMessage(UINT message, WPARAM wParam, LPARAM lParam) final;
 
     void AdoptControls();
     void PlaceControls();
     // Places the labels of the heading, unless only measuring; the height of all.
     int PlaceHeading(bool measuresOnly);
+    // A text that its place has no room for gets a tip.
+    void FitHeading(const Heading& line, const RECT& place);
     [[nodiscard]] int CardHeight() const;
     void PaintTable(HDC dc, const RECT& card) const;
     void PaintPill(HDC dc, const RECT& place, const Row& row) const;
@@ -100,6 +105,7 @@ private:
     bool m_isTicked = false;
     std::function<void()> m_answered;
     QuestionStand m_stand;
+    CutTips m_tips;
 };
 
 }  // namespace brennvar

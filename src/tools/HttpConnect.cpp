@@ -1,7 +1,9 @@
 #include "tools/HttpConnect.h"
 
 #include <algorithm>
+#include <utility>
 
+#include "base/WipedText.h"
 #include "tools/Base64.h"
 
 namespace brennvar {
@@ -9,6 +11,19 @@ namespace {
 
 constexpr std::string_view kAgent = "Harrowlyn Update";
 constexpr std::string_view kProtocol = "HTTP/";
+
+// Of the request, behind its login.
+constexpr std::size_t kMostBehindLogin = 64;
+static_assert(kMostBehindLogin > std::string_view("\r\nUser-Agent: \r\n\r\n").size() + kAgent.size());
+
+WipedText LoginOf(const ProxySettings& proxy) {
+    const std::string& password = proxy.password;
+    std::string login;
+    login.reserve(proxy.user.size() + 1 + password.size());
+    login.append(proxy.user).append(1, ':').append(password);
+    const WipedText whole(std::move(login));
+    return EncodeBase64(whole);
+}
 
 // "HTTP/1.1 200 whatever": the number, or 0 for anything else.
 int StatusOf(std::string_view line) {
@@ -32,10 +47,14 @@ std::string ConnectRequest(const StreamEndpoint& server, const ProxySettings& pr
     std::string request = "CONNECT " + where + (isOld ? " HTTP/1.0\r\n" : " HTTP/1.1\r\nHost: " + where + "\r\n");
     if (!proxy.user.empty()) {
         request += isOld ? "Proxy-authorization: Basic " : "Proxy-Authorization: Basic ";
-        request += EncodeBase64(proxy.user + ":" + proxy.password) + "\r\n";
+        const WipedText letters = LoginOf(proxy);
+        // What grew would leave a copy behind that nobody wipes.
+        request.reserve(request.size() + letters.Text().size() + kMostBehindLogin);
+        request.append(letters.Text()).append("\r\n");
     }
     if (isOld) request.append("User-Agent: ").append(kAgent).append("\r\n");
-    return request + "\r\n";
+    request.append("\r\n");
+    return request;
 }
 
 ConnectReply::State ConnectReply::Add(std::string_view piece) {

@@ -17,7 +17,7 @@ enum class ConnectStyle {
 };
 
 // The request with its empty line. The login is in it when the settings have a user. The host must be free of line
-// ends (CWSocket sees to it).
+// ends (CWSocket sees to it). Who sent it wipes it.
 [[nodiscard]] std::string ConnectRequest(const StreamEndpoint& server, const ProxySettings& proxy,
                                          ConnectStyle style);
 

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <string>
 
+#include "base/WipedText.h"
 #include "config/OptionValues.h"
 
 namespace brennvar {
@@ -14,7 +15,7 @@ struct ProxySettings {
     std::string host;  // option 66; empty: no proxy
     std::uint16_t port = 0;
     std::string user;  // option 68; empty: no login
-    std::string password;
+    WipedText password;
     ProxyKind kind = ProxyKind::Http;
 
     [[nodiscard]] bool IsUsed() const { return !host.empty(); }

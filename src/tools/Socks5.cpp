@@ -31,7 +31,7 @@ unsigned char ByteAt(std::string_view bytes, std::size_t place) {
     return static_cast<unsigned char>(bytes[place]);
 }
 
-void AppendWithLength(std::string& bytes, const std::string& text) {
+void AppendWithLength(std::string& bytes, std::string_view text) {
     bytes += static_cast<char>(static_cast<unsigned char>(text.size()));
     bytes += text;
 }
@@ -105,12 +105,15 @@ std::string Socks5Dialogue::TakeMethod(unsigned char version, unsigned char meth
 }
 
 std::string Socks5Dialogue::LoginRequest() const {
-    if (m_proxy.user.size() > kMostLength || m_proxy.password.size() > kMostLength) {
+    if (m_proxy.user.size() > kMostLength || m_proxy.password.Text().size() > kMostLength) {
         throw SocketError(SocketMessage::InvalidParameters, kErrorInvalidParameter, SocketPeer::Proxy);
     }
-    std::string request{kLoginVersion};
+    const std::string& password = m_proxy.password;
+    std::string request;
+    request.reserve(3 + m_proxy.user.size() + password.size());  // what grew would leave a copy behind
+    request += kLoginVersion;
     AppendWithLength(request, m_proxy.user);
-    AppendWithLength(request, m_proxy.password);
+    AppendWithLength(request, password);
     return request;
 }
 

@@ -20,9 +20,10 @@ public:
 
     // Bytes that the next answer has; 0 when the tunnel stands.
     [[nodiscard]] std::size_t Awaited() const;
-    // Takes exactly so many bytes and returns what is to be sent now, often nothing. Throws SocketError: login
-    // refused (kErrorAccessDenied), no method in common or no SOCKS 5 at all (kErrorRefused), a user or password
-    // above 255 bytes where a login is wanted (kErrorInvalidParameter), what the proxy says of the server.
+    // Takes exactly so many bytes and returns what is to be sent now, often nothing; it may hold the password.
+    // Throws SocketError: login refused (kErrorAccessDenied), no method in common or no SOCKS 5 at all
+    // (kErrorRefused), a user or password above 255 bytes where a login is wanted (kErrorInvalidParameter), what
+    // the proxy says of the server.
     [[nodiscard]] std::string Take(std::string_view answer);
 
 private:

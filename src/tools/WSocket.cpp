@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "base/WipedText.h"
 #include "tools/Socks5.h"
 
 namespace brennvar {
@@ -131,7 +132,7 @@ void CWSocket::OpenHttpTunnel(ProxyTalk& talk, const StreamEndpoint& server, con
                               ConnectStyle style) {
     constexpr std::size_t kPiece = 1024;
     constexpr int kLoginWanted = 407;
-    talk.Send(ConnectRequest(server, proxy, style));
+    talk.Send(WipedText(ConnectRequest(server, proxy, style)));
     ConnectReply reply;
     for (ConnectReply::State state = ConnectReply::State::Reading; state != ConnectReply::State::Complete;) {
         const std::string piece = talk.Receive(kPiece);
@@ -163,7 +164,7 @@ void CWSocket::OpenSocksTunnel(ProxyTalk& talk, const StreamEndpoint& server, co
                 throw SocketError(SocketMessage::ProxyLogin, kErrorConnectionLost, SocketPeer::Proxy);
             answer += piece;
         }
-        talk.Send(dialogue.Take(answer));
+        talk.Send(WipedText(dialogue.Take(answer)));
     }
 }
 

@@ -8,7 +8,7 @@ namespace brennvar {
 
 void TreeTip::Begin(const Look& look, const TreePainter& painter) {
     m_painter = &painter;
-    m_tip = std::make_unique<CCellTip>(look);
+    m_tip = std::make_unique<CTextTip>(look);
 }
 
 void TreeTip::Follow(std::optional<CellId> cell) {

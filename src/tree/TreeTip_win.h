@@ -5,7 +5,7 @@
 #include <optional>
 #include <string>
 
-#include "tree/CellTip_win.h"
+#include "controls/TextTip_win.h"
 #include "tree/TreePlaces_win.h"
 
 namespace brennvar {
@@ -34,7 +34,7 @@ private:
     const TreePlaces& m_places;
     const TreeSource& m_source;
     const TreePainter* m_painter = nullptr;
-    std::unique_ptr<CCellTip> m_tip;
+    std::unique_ptr<CTextTip> m_tip;
     CellId m_cell;       // the one below the mouse
     std::string m_says;  // what the owner says of it; empty: its text
 };

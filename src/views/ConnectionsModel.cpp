@@ -37,9 +37,8 @@ ConnectionsModel::ConnectionsModel(const Parts& parts)
            .lookups = parts.lookups,
            .blocked = parts.blocked},
           [this](std::uint32_t processId) { return m_shown ? Table().PathOfProcess(processId) : std::nullopt; }),
-      m_reader({.devices = parts.devices,
+      m_reader({.tables = parts.tables,
                 .reads = parts.driverReads,
-                .clock = parts.clock,
                 .link = parts.link,
                 .programQueue = parts.programQueue,
                 .programFiles = parts.programFiles},
@@ -334,15 +333,7 @@ void ConnectionsModel::Do(int action, std::span<const int> rows) {
 void ConnectionsModel::Read(ReadReason reason) {
     if (reason == ReadReason::RulesChanged || reason == ReadReason::LogsDeleted) return;  // nothing of this page
     if (reason == ReadReason::Wished) return m_reader.Refresh();
-    m_isShown = true;
-    if (View()) View()->WakeIn(kPeriod);
     m_reader.Open();
-}
-
-void ConnectionsModel::OnWake() {
-    if (!m_isShown) return;
-    if (View()) View()->WakeIn(kPeriod);
-    m_reader.Refresh();
 }
 
 void ConnectionsModel::OnRead(ConnectionsReader::Snapshot snapshot) {

@@ -1,8 +1,8 @@
-// The Connections page: every connection and listening port with its program, read anew every two seconds while the
-// page is shown. What came or went is marked until the next reading. The rows may stand below their programs.
+// The Connections page: every connection and listening port with its program, as each reading of the driver's
+// tables brings them while the page is shown. What came or went is marked until the next reading. The rows may
+// stand below their programs.
 #pragma once
 
-#include <chrono>
 #include <string>
 #include <unordered_set>
 #include <vector>
@@ -22,14 +22,12 @@ inline constexpr char kUserValueConnectionsGrouped[] = "ConnectionsGrouped";
 
 class ConnectionsModel final : public ListModel {
 public:
-    static constexpr std::chrono::milliseconds kPeriod{2000};  // between two readings
-
     // All are borrowed, and outlive the tasks on the threads.
     struct Parts {
         const Language& language;
-        DeviceOpener& devices;
+        ConnectionTables& tables;
         TaskQueue& reads;        // files
-        TaskQueue& driverReads;  // the driver's tables, and what is made of them
+        TaskQueue& driverReads;  // what is made of the tables
         const Clock& clock;
         ServiceLink& link;
         TaskQueue& programQueue;
@@ -70,8 +68,7 @@ public:
     void Do(int action, std::span<const int> rows) override;
 
     void Read(ReadReason reason) override;
-    void OnHidden() override { m_isShown = false; }
-    void OnWake() override;
+    void OnHidden() override { m_reader.Close(); }
 
 private:
     enum class State { NotRead, Unreadable, Read };
@@ -94,7 +91,6 @@ private:
     const AmountWords m_words;
     ConnectionWish m_wish;
     State m_state = State::NotRead;
-    bool m_isShown = false;
     ConnectionsReader::Snapshot m_shown;       // null: nothing was read yet
     std::vector<int> m_groupStarts;            // the row of each group, and their number; empty: not grouped
     std::unordered_set<std::string> m_closed;  // programs whose rows are not shown, by path

@@ -73,17 +73,10 @@ private:
 
 ConnectionsReader::ConnectionsReader(const Parts& parts, std::string noProcessText,
                                      std::function<void(Snapshot)> deliver)
-    : m_link(parts.link),
+    : m_tables(parts.tables),
+      m_link(parts.link),
       m_deliver(std::move(deliver)),
       m_names(parts.programQueue, parts.programFiles, [this] { Build(); }),
-      m_tables(
-          parts.reads,
-          [&devices = parts.devices, &clock = parts.clock](const auto&) -> std::optional<Tables> {
-              auto tables = ReadConnectionTable(devices);
-              if (!tables) return std::nullopt;
-              return Tables{.tables = *std::move(tables), .time = clock.Elapsed()};
-          },
-          [this](std::optional<Tables> tables, const auto&) { OnTables(std::move(tables)); }),
       m_paths(
           parts.link.Queue(),
           [&link = parts.link](const Known& known) { return ResolvePaths(known, link.Pipes()); },
@@ -101,6 +94,11 @@ void ConnectionsReader::Open() {
     ++m_opening;
     m_names.LookAgain();
     Refresh();
+}
+
+void ConnectionsReader::Refresh() {
+    m_tables.Watch(*this);
+    m_tables.Refresh();
 }
 
 void ConnectionsReader::Arrange(ConnectionWish wish) {
@@ -126,8 +124,8 @@ ConnectionsReader::Paths ConnectionsReader::ResolvePaths(const Known& known, Ser
     return paths;
 }
 
-void ConnectionsReader::OnTables(std::optional<Tables> tables) {
-    m_known.reading = tables ? std::make_shared<const Tables>(std::move(*tables)) : nullptr;
+void ConnectionsReader::OnReading(std::shared_ptr<const ConnectionReading> reading) {
+    m_known.reading = std::move(reading);
     if (!m_known.reading) return m_deliver(nullptr);
     ++m_known.number;
     m_known.opening = m_opening;

@@ -14,27 +14,25 @@
 #include <unordered_map>
 #include <vector>
 
-#include "base/Clock.h"
 #include "base/Refreshed.h"
-#include "ipc/Device.h"
 #include "ipc/DriverTables.h"
 #include "ipc/ServiceLink.h"
 #include "views/ConnectionOrder.h"
+#include "views/ConnectionTables.h"
 #include "views/ProgramNames.h"
 
 namespace brennvar {
 
 // All of this belongs to the user-interface thread.
-class ConnectionsReader {
+class ConnectionsReader final : private ConnectionWatcher {
 public:
     // Null: the driver cannot be read.
     using Snapshot = std::shared_ptr<const ArrangedConnections>;
 
-    // All are borrowed and must outlive the tasks on the threads; devices and clock are used on the reading thread.
+    // All are borrowed and must outlive the tasks on the threads.
     struct Parts {
-        DeviceOpener& devices;
+        ConnectionTables& tables;
         TaskQueue& reads;
-        const Clock& clock;
         ServiceLink& link;
         TaskQueue& programQueue;  // may stand for minutes
         const ProgramFiles& programFiles;
@@ -44,23 +42,26 @@ public:
     // names as far as they are known.
     ConnectionsReader(const Parts& parts, std::string noProcessText, std::function<void(Snapshot)> deliver);
 
-    // The page is opened: the next reading is the first one, in which nothing is said to have come or gone.
+    ConnectionsReader(const ConnectionsReader&) = delete;
+    ConnectionsReader& operator=(const ConnectionsReader&) = delete;
+    ~ConnectionsReader() override { Close(); }
+
+    // The page is opened: from now on every reading of the tables is delivered, and one is asked for at once. It is
+    // the first one, in which nothing is said to have come or gone.
     void Open();
-    // Asks for a reading that begins after this call.
-    void Refresh() { m_tables.Refresh(); }
+    // What is read from now on is for others.
+    void Close() { m_tables.Forget(*this); }
+    // Asks for a reading that begins after this call, and takes it.
+    void Refresh();
     // From now on the rows are wanted like this; those that were read last come at once.
     void Arrange(ConnectionWish wish);
 
 private:
-    struct Tables {
-        DriverTables tables;
-        std::chrono::milliseconds time{};
-    };
     // What the service said of each process: its path, or nothing when it does not know it.
     using Paths = std::unordered_map<std::uint32_t, std::optional<std::string>>;
     // Read on one thread, used on others, changed by none.
     struct Known {
-        std::shared_ptr<const Tables> reading;
+        std::shared_ptr<const ConnectionReading> reading;
         std::uint64_t number = 0;   // of the reading
         std::uint64_t opening = 0;  // during which it was read
         bool isFirst = false;       // none since then has been delivered
@@ -71,18 +72,18 @@ private:
     class Builder;
 
     [[nodiscard]] static Paths ResolvePaths(const Known& known, ServicePipes& pipes);
-    void OnTables(std::optional<Tables> tables);
+    void OnReading(std::shared_ptr<const ConnectionReading> reading) override;
     void OnPaths(std::optional<Paths> paths);
     void OnRows(std::optional<Snapshot> snapshot, const Known& known);
     void Build();
 
+    ConnectionTables& m_tables;
     ServiceLink& m_link;
     const std::function<void(Snapshot)> m_deliver;
     Known m_known;                     // without a reading: the driver could not be read
     std::uint64_t m_opening = 1;       // how often the page was opened
     std::uint64_t m_shownOpening = 0;  // of the rows that were delivered last
     ProgramNames m_names;
-    Refreshed<Tables> m_tables;
     Refreshed<Paths, Known> m_paths;
     Refreshed<Snapshot, Known> m_rows;
 };

@@ -6,11 +6,13 @@
 #include <set>
 #include <string>
 
+#include "base/WipedText.h"
+
 namespace brennvar {
 
 class FormDraft {
 public:
-    using Fields = std::map<int, std::string>;
+    using Fields = std::map<int, WipedText>;  // some are passwords
 
     // The stored contents, all of them: fields follow, but for those that the user has edited. An edit that is the
     // stored content is none.

@@ -103,7 +103,7 @@ void OptionEditor::SendFiltering(const OptionChanges::Change& change) {
     for (const FilterFlag& flag : FilterFlags()) {
         m_parts.userValues.WriteUserValue(flag.userValue, change.fields.at(flag.control) == "1" ? 1 : 0);
     }
-    if (change.fields.at(ControlOf(OptionId::FilteringProxyPort)).empty()) return OnDelivered(change.number);
+    if (change.fields.at(ControlOf(OptionId::FilteringProxyPort)).Text().empty()) return OnDelivered(change.number);
     const std::uint32_t port = Wanted(change).Number(OptionId::FilteringProxyPort);
     m_parts.userValues.WriteUserValue(kUserValueFilteringProxyPort, port);
     m_parts.commander.SetFilterPort(port,
@@ -151,7 +151,7 @@ OptionValues OptionEditor::Wanted(const OptionChanges::Change& change) const {
         const OptionInfo* const option = OptionOfControl(control);
         if (!option) continue;
         // Without a port the one of the filtering proxy is left alone.
-        if (option->id == OptionId::FilteringProxyPort && content.empty()) continue;
+        if (option->id == OptionId::FilteringProxyPort && content.Text().empty()) continue;
         TakeField(option->id, content, wanted);
     }
     return wanted;

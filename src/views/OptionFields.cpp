@@ -42,7 +42,7 @@ std::string FieldOf(OptionId id, const OptionValues& values) {
 void TakeField(OptionId id, std::string_view field, OptionValues& values) {
     const OptionInfo* const info = FindOption(static_cast<std::uint32_t>(id));
     if (info->IsText()) {
-        values.SetText(id, std::string(field));
+        values.SetText(id, field);
     } else {
         values.SetNumber(id, field.empty() ? info->fallback : LeadingNumber(field));
     }

@@ -26,13 +26,10 @@ protected:
     test::FakeClock clock;
     ServiceLink link{[] {}, [](const StopSignal&) { return std::make_unique<test::FakePipe>(); }};
     std::atomic<int> wakes = 0;
-    WinRuleChoices choices{{.devices = driver,
-                            .reads = reads,
-                            .clock = clock,
-                            .link = link,
-                            .programQueue = programQueue,
-                            .programFiles = files},
-                           [this] { ++wakes; }};
+    ConnectionTables tables{driver, reads, clock};
+    WinRuleChoices choices{
+        {.tables = tables, .reads = reads, .link = link, .programQueue = programQueue, .programFiles = files},
+        [this] { ++wakes; }};
 
     // Until something has come of one more question.
     void WaitForAnswer() {

@@ -31,7 +31,8 @@ protected:
                           },
                           *this};
     Statistics statistics;
-    Figures figures{clock, driver, reads, rig.link, modes, statistics};
+    ConnectionTables tables{driver, reads, clock};
+    Figures figures{clock, driver, tables, rig.link, modes, statistics};
 
     void OnModeChanged() override { figures.ShowMode(view); }
     void OnIdleMode(ProtectionMode mode) override { view.ShowIdleMode(mode); }
@@ -110,6 +111,41 @@ TEST_F(FiguresTest, CountsConnectionsEveryOtherSecondWhileTheWindowIsSeen) {
     driver.isPresent = false;
     TickAsItIs();
     EXPECT_EQ(view.counts.back(), std::nullopt);
+}
+
+struct Watcher final : ConnectionWatcher {
+    std::vector<std::shared_ptr<const ConnectionReading>> readings;
+    void OnReading(std::shared_ptr<const ConnectionReading> reading) override {
+        readings.push_back(std::move(reading));
+    }
+};
+
+TEST_F(FiguresTest, WhoWatchesTheTablesHasThemReadNoOftener) {
+    Watcher page;
+    SetConnections(3, 2);
+    const auto readings = [&] { return std::ranges::count(driver.requests, kConnectionTableSize); };
+    Tick(0, 0);
+    tables.Watch(page);
+    tables.Watch(page);
+    tables.Refresh();  // opened between two ticks
+    reads.RunAll();
+    EXPECT_EQ(readings(), 2);
+    for (int second = 0; second < 6; ++second) Tick(0, 0);
+    EXPECT_EQ(readings(), 2 + 3) << "every two seconds, counted from there";
+    ASSERT_EQ(page.readings.size(), 4U);
+    EXPECT_EQ(page.readings.back()->tables.connections.size(), 3U);
+    EXPECT_EQ(page.readings.back()->tables.listeners.size(), 2U);
+    EXPECT_EQ(page.readings.back()->time, clock.elapsed);
+    EXPECT_EQ(view.counts.size(), 5U) << "of every reading";
+    EXPECT_EQ(view.counts.back(), (ConnectionCounts{3, 2}));
+    driver.isPresent = false;
+    tables.Refresh();
+    reads.RunAll();
+    EXPECT_EQ(page.readings.back(), nullptr);
+    tables.Forget(page);
+    tables.Refresh();
+    reads.RunAll();
+    EXPECT_EQ(page.readings.size(), 5U);
 }
 
 }  // namespace

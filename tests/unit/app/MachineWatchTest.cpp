@@ -3,30 +3,45 @@
 #include <gtest/gtest.h>
 
 #include "support/CommanderRig.h"
+#include "support/FakeAddresses.h"
 #include "support/FakeClock.h"
 
 namespace brennvar {
 namespace {
 
-std::vector<InterfaceAddress> s_addresses;  // of this machine, for the function without a context
+using namespace std::chrono_literals;
 
 TEST(MachineWatchTest, TellsOfAddressesThatComeAndGo) {
     test::CommanderRig rig;
-    const test::FakeClock clock;
-    s_addresses = {{.address = 1, .operationalStatus = kInterfaceOperational}};
-    MachineWatch watch(clock, rig.language, rig.commander, [] { return s_addresses; });
-    watch.CheckNetwork();
-    EXPECT_TRUE(rig.TakeRecords().empty());
-    s_addresses.push_back({.address = 2, .operationalStatus = kInterfaceOperational});
-    watch.CheckNetwork();
-    watch.CheckNetwork();
-    EXPECT_EQ(rig.TakeRecords(), std::vector<test::RawBytes>{test::ZerosWith(5596, {{0, "\7"}})});
+    test::FakeClock clock;
+    test::FakeAddresses addresses;
+    addresses.all = {{.address = 1, .operationalStatus = kInterfaceOperational}};
+    MachineWatch watch(clock, rig.language, rig.commander, addresses);
+    const auto check = [&](std::chrono::milliseconds after) {
+        clock.Pass(after);
+        watch.CheckNetwork();
+        return rig.TakeRecords();
+    };
+    const std::vector<test::RawBytes> told{test::ZerosWith(5596, {{0, "\7"}})};
+    for (int second = 0; second < 29; ++second) EXPECT_TRUE(check(1s).empty());
+    EXPECT_EQ(addresses.readings, 1) << "nothing has been reported";
+    addresses.all.push_back({.address = 2, .operationalStatus = kInterfaceOperational});
+    EXPECT_EQ(check(1s), told) << "a system that reports nothing is looked at after 30 s";
+    EXPECT_TRUE(check(29'999ms).empty());
+    EXPECT_EQ(addresses.readings, 2);
+    addresses.haveChanged = true;
+    EXPECT_TRUE(check(0ms).empty()) << "a change of something else";
+    EXPECT_EQ(addresses.readings, 3);
+    addresses.all.pop_back();
+    addresses.haveChanged = true;
+    EXPECT_EQ(check(1s), told);
 }
 
 TEST(MachineWatchTest, TellsOfAClockThatWasSet) {
     test::CommanderRig rig;
     test::FakeClock clock;
-    MachineWatch watch(clock, rig.language, rig.commander, [] { return s_addresses; });
+    test::FakeAddresses addresses;
+    MachineWatch watch(clock, rig.language, rig.commander, addresses);
     const auto event = [](std::string_view subject, std::string_view detail) {
         return std::vector<test::RawBytes>{test::ZerosWith(
             5596, {{0, "\1"}, {4, "System time changed"}, {132, subject}, {644, "\2"}, {648, detail}})};
@@ -40,8 +55,7 @@ TEST(MachineWatchTest, TellsOfAClockThatWasSet) {
     clock.now -= 1;
     watch.CheckClock();
     EXPECT_EQ(rig.TakeRecords(), event("Past", "System time changed to the past"));
-    watch.SkipNextClockCheck();
-    clock.now -= 1;
+    clock.Pass(std::chrono::hours(8));
     watch.CheckClock();
     EXPECT_TRUE(rig.TakeRecords().empty()) << "the machine has slept";
 }

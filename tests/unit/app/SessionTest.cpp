@@ -8,6 +8,7 @@
 
 #include "support/AskedTools.h"
 #include "support/DataFolder.h"
+#include "support/FakeAddresses.h"
 #include "support/FakeClock.h"
 #include "support/FakeDevice.h"
 #include "support/FakePipe.h"
@@ -46,11 +47,12 @@ protected:
     test::FakeUserValues userValues;
     test::DataFolder folder;
     test::FakeSessionView view;
+    test::FakeAddresses addresses;
     HWND window = ::CreateWindowExA(0, "STATIC", "", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, nullptr, nullptr);
     Session session{{.clock = clock,
                      .devices = driver,
                      .makeConnector = [this](const StopSignal&) { return std::make_unique<Connector>(pipe); },
-                     .readAddresses = [] { return std::vector<InterfaceAddress>(); },
+                     .addresses = addresses,
                      .userValues = userValues,
                      .userSession = userSession,
                      .dataFolder = folder.Path(),

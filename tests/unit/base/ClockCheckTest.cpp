@@ -13,30 +13,35 @@ using Jump = ClockCheck::Jump;
 constexpr FileTime kStart = 132'000'000'000'000'000;
 constexpr FileTime kSecond = 10'000'000;
 
-TEST(ClockCheckTest, TellsJumpsFromNormalRunning) {
+TEST(ClockCheckTest, HoldsEveryStepAgainstTheTimeThatHasPassed) {
+    using namespace std::chrono_literals;
     struct Row {
-        FileTime next;
+        std::int64_t step;  // of the system's clock
+        std::chrono::milliseconds passed;
         Jump expected;
     };
-    const Row rows[] = {{kStart, Jump::None},
-                        {kStart + 20 * kSecond, Jump::None},  // exactly the longest step
-                        {kStart + 20 * kSecond + 1, Jump::Future},
-                        {kStart - 1, Jump::Past},
-                        {0, Jump::Past},
-                        {~FileTime{0}, Jump::Future}};
-    for (const Row& row : rows) EXPECT_EQ(ClockCheck(kStart).Tick(row.next), row.expected) << row.next;
-    // No overflow at the end of time.
-    EXPECT_EQ(ClockCheck(~FileTime{0} - 5).Tick(~FileTime{0}), Jump::None);
-}
-
-TEST(ClockCheckTest, ReportsEachJumpOnceAndSkipsOneComparisonOnRequest) {
-    ClockCheck check(kStart);
-    EXPECT_EQ(check.Tick(kStart - 3600 * kSecond), Jump::Past);
-    EXPECT_EQ(check.Tick(kStart - 3599 * kSecond), Jump::None);
-    check.SkipNext();
-    EXPECT_EQ(check.Tick(kStart), Jump::None);
-    EXPECT_EQ(check.Tick(kStart + kSecond), Jump::None);
-    EXPECT_EQ(check.Tick(kStart), Jump::Past);
+    constexpr auto kSeconds = static_cast<std::int64_t>(kSecond);
+    constexpr std::int64_t kHour = 3600 * kSeconds;
+    const Row rows[] = {{kSeconds, 1s, Jump::None},
+                        {21 * kSeconds, 1s, Jump::None},  // ahead by less than the goal of a time service
+                        {21 * kSeconds + 10'001, 1s, Jump::Future},  // by more, and more than the two may drift
+                        {0, 1s, Jump::Past},                         // back by a second, between two ticks
+                        {kSeconds / 2, 1s, Jump::None},
+                        {kSeconds / 2 - 10'000, 1s, Jump::Past},
+                        {-1, 0s, Jump::Past},
+                        {-1, 1s, Jump::Past},
+                        {60 * kSeconds, 60s, Jump::None},             // the thread was busy
+                        {8 * kHour, 8h, Jump::None},                  // the machine slept
+                        {8 * kHour + 20 * kSeconds, 8h, Jump::None},  // and its clocks do not agree
+                        {9 * kHour, 8h, Jump::Future},                // set ahead while it slept
+                        {7 * kHour, 8h, Jump::Past},
+                        {-kHour, 8h, Jump::Past}};
+    for (const Row& row : rows) {
+        ClockCheck check(kStart, 1s);
+        const auto now = static_cast<FileTime>(static_cast<std::int64_t>(kStart) + row.step);
+        EXPECT_EQ(check.Tick(now, 1s + row.passed), row.expected) << row.step << " " << row.passed.count();
+        EXPECT_EQ(check.Tick(now + kSecond, 2s + row.passed), Jump::None) << "each jump is told once";
+    }
 }
 
 TEST(SystemClockTest, CountsFrom1601AndKnowsTheLocalDay) {

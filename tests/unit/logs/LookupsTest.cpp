@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstring>
 #include <filesystem>
 
 #include "ipc/RecordFile.h"
@@ -129,6 +130,65 @@ TEST(LookupsTest, LooksAtTheEndOfALargeFileAndStopsWhenToldTo) {
     stop.Request();
     RecordIndex<HostNameTraits> late(path, stop);
     EXPECT_FALSE(late.Find(kAddress));
+}
+
+// Counts the records that are looked at.
+template <class Traits>
+struct Counting : Traits {
+    using typename Traits::Key;
+    using typename Traits::Record;
+    static inline int seen = 0;
+    static std::uint64_t HashOf(const Record& record) {
+        ++seen;
+        return Traits::HashOf(record);
+    }
+    static std::uint64_t HashOf(Key key) { return Traits::HashOf(key); }
+};
+
+TEST(LookupsTest, ReadsFromTheSideThatCountsAndNoFurtherThanTheFirstMatch) {
+    const test::DataFolder folder;
+    const StopSignal stop;
+    constexpr int kOld = 2 * kScanSize / sizeof(DnsLogRecord) + 5;  // into a third piece
+    const auto addressOf = [](int number) {
+        std::string address(4, '\1');
+        std::memcpy(address.data(), &number, sizeof number);
+        return address;
+    };
+    std::string log;
+    for (int i = 1; i <= kOld; ++i) log += DnsRecord(addressOf(i), "old.example");
+    const std::string newest = DnsRecord("\xC0\xA8\x01\x0A", "new.example");
+    const std::string path = folder.Write(R"(\Log\20260309_dns.log)", log + newest + newest);
+    using Names = Counting<HostNameTraits>;
+    RecordIndex<Names> names(path, stop);
+    struct Row {
+        Ipv4 address;
+        bool isFound;
+        int seen;  // of all records, so far
+    };
+    const Row rows[] = {{kAddress, true, 1},                             // the last record
+                        {kOld - 2, true, 5},                             // going on from there
+                        {kAddress, true, 5},                             // remembered
+                        {kOld, true, 5},           {1, true, kOld + 2},  // the first record
+                        {kOther, false, kOld + 2},                       // nothing is left to be read
+                        {kOther, false, kOld + 2}};
+    for (const Row& row : rows) {
+        EXPECT_EQ(names.Find(row.address).has_value(), row.isFound) << row.address;
+        EXPECT_EQ(Names::seen, row.seen) << row.address;
+    }
+    const std::string grown = DnsRecord(addressOf(2), "grown.example");
+    folder.Write(R"(\Log\20260309_dns.log)", log + newest + newest + grown);
+    EXPECT_STREQ(names.Find(2)->name, "grown.example");
+    EXPECT_EQ(Names::seen, kOld + 2 + 2) << "what was appended, to forget what stood for it and to note it";
+
+    using Advices = Counting<AdviceTraits>;
+    std::string advice(2 * sizeof(AdviceRecord), '\0');
+    advice.replace(0, 1, "a");
+    advice.replace(sizeof(AdviceRecord), 1, "b");
+    RecordIndex<Advices> advices(folder.Write(R"(\advice.dat)", advice), stop);
+    EXPECT_TRUE(advices.Find("A"));
+    EXPECT_EQ(Advices::seen, 1);
+    EXPECT_TRUE(advices.Find("b"));
+    EXPECT_EQ(Advices::seen, 2);
 }
 
 TEST(LookupsTest, FindsWhatItHasNoRoomToRemember) {

@@ -29,7 +29,9 @@ struct FakePrograms final : ProgramSources {
         opened.push_back(path);
         return nullptr;
     }
-    Language LoadLanguage() override { return Language(std::make_unique<test::FakeIni>(texts)); }
+    QuestionWords LoadWords() override {
+        return {.language = Language(std::make_unique<test::FakeIni>(texts)), .charset = 204};
+    }
 };
 
 struct FakeAsker final : ActivityAsker {
@@ -111,6 +113,7 @@ TEST_F(ActivityQuestionsTest, AsksOneAfterTheOtherAndGivesEachItsAnswer) {
     EXPECT_TRUE(questions.IsBusy());
     questions.Tick();
     ASSERT_EQ(asker.opened.size(), 1U);
+    EXPECT_EQ(asker.opened[0].charset, 204);
     EXPECT_EQ(asker.opened[0].body,
               "Process:\n\nacting.exe\n\nis trying to write data into the remote process:\n\nThe target\n\n"
               "Allow this action?");
@@ -250,7 +253,7 @@ TEST(ActivityTextTest, NamesProgramsAsTheUserKnowsThem) {
     EXPECT_EQ(question(R"(C:\Tools\)", "").displayName, R"(C:\Tools\)");
     EXPECT_EQ(question(kActing, std::string(40, 'd')).displayName, std::string(40, 'd'));
     EXPECT_EQ(question(kActing, std::string(41, 'd')).displayName, std::string(37, 'd') + "...");
-    EXPECT_EQ(question(kActing, "a\r\nAllow").displayName, "a  Allow");
+    EXPECT_EQ(question(kActing, "a\r\nAllow").displayName, "a Allow");
     EXPECT_EQ(question(kActing, "").whyNotTrusted, "");
     EXPECT_NE(question("", "").whyNotTrusted, "") << "nobody could be trusted by that";
     // More than the command carries would be another program to the list.

@@ -169,6 +169,32 @@ TEST_F(ConfirmationDialogTest, ShowsItsTextOnTopAndTakesNoFocus) {
     });
 }
 
+TEST_F(ConfirmationDialogTest, ShowsTheEndOfALongHostNameAndTheWholeOfWhatIsCutInATip) {
+    constexpr int kName = 902, kPath = 901, kHost = 903;
+    question.displayName = "Mail";
+    question.path = "C:\\" + std::string(300, 'p') + "\\mail.exe";
+    question.remoteHost = "www.bank.example." + std::string(200, 'a') + ".evil.example";
+    (void)Ask([&] {
+        const std::string host = TextOfWindow(Item(kHost));
+        EXPECT_TRUE(host.starts_with("...a") && host.ends_with("aa.evil.example")) << host;
+        EXPECT_TRUE(question.remoteHost.ends_with(host.substr(3)));
+        const std::pair<int, std::string> rows[] = {
+            {kPath, question.path}, {kHost, question.remoteHost}, {kName, ""}};
+        for (const auto& [id, whole] : rows) {
+            RECT place{};
+            ::GetWindowRect(Item(id), &place);
+            POINT mouse{place.left + 3, (place.top + place.bottom) / 2};
+            EXPECT_EQ(::WindowFromPoint(mouse), dialogWindow) << "which is told of the mouse, and not the label";
+            ::ScreenToClient(dialogWindow, &mouse);
+            ::SendMessageA(dialogWindow, WM_MOUSEMOVE, 0, MAKELPARAM(mouse.x, mouse.y));
+            Send(WM_TIMER, CutTips::kTimer);
+            const HWND tip = ::FindWindowA("BrennvarTip", nullptr);
+            EXPECT_EQ(tip && ::IsWindowVisible(tip) ? TextOfWindow(tip) : "", whole);
+        }
+        ::DestroyWindow(dialogWindow);
+    });
+}
+
 TEST_F(ConfirmationDialogTest, IsReachedWithTheKeyboardOnceItIsActive) {
     question.allowButton = "&Yes";
     question.denyButton = "&No";

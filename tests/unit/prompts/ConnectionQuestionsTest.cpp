@@ -99,6 +99,7 @@ TEST_F(ConnectionQuestionsTest, AsksAndSendsTheAnswerByteForByte) {
     sources.hosts[0x077100CB] = "mail.example.org";
     sources.advice = 0;
     sources.texts["Language/DL_N_201_445"] = "Ja";
+    sources.charset = 204;
     const ConnectionPromptAnswer answer = Round();
     const auto golden =
         test::ZerosWith(276, {{0, "\3"}, {4, "\1"}, {8, "\4\3\2\1"}, {12, kMailPath}, {272, "\x67\x12"}});
@@ -110,6 +111,7 @@ TEST_F(ConnectionQuestionsTest, AsksAndSendsTheAnswerByteForByte) {
     EXPECT_EQ(asked.displayName + ", " + asked.remoteHost + ", " + asked.remoteAddress,
               "Mail Reader, mail.example.org, 203.0.113.7:25");
     EXPECT_EQ(asked.advice, "Deny");
+    EXPECT_EQ(asked.charset, 204) << "of the language of the moment, not of the program's";
 }
 
 TEST_F(ConnectionQuestionsTest, TheAnswerOrARuleMakesTheDecision) {

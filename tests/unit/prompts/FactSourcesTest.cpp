@@ -16,12 +16,14 @@ TEST(FactSourcesTest, LoadsTheLanguageOfTheMomentAndIsDoneWithItsFile) {
     test::FakeClock clock;
     const StopSignal stop;
     WinFactSources sources{data.Path(), installation.Path(), pipe, clock, stop};
-    installation.Write("Languages/Deutsch/default.ini", "[Language]\r\nDL_N_201_445=Ja\r\n");
-    EXPECT_EQ(sources.LoadLanguage().GetText(445, "Yes"), "Yes");
-    data.Write("settings.ini", "[Language]\r\nDirectory= \t\"Deutsch \"\r\n");
-    const Language language = sources.LoadLanguage();
-    std::filesystem::remove(installation.File("Languages/Deutsch/default.ini"));
-    EXPECT_EQ(language.GetText(445, "Yes"), "Ja");
+    installation.Write("Languages/Slovak/default.ini", "[Language]\r\nDL_N_201_445=Ja\r\n");
+    EXPECT_EQ(sources.LoadWords().language.GetText(445, "Yes"), "Yes");
+    EXPECT_EQ(sources.LoadWords().charset, 0);
+    data.Write("settings.ini", "[Language]\r\nDirectory= \t\"Slovak \"\r\n");
+    const QuestionWords words = sources.LoadWords();
+    std::filesystem::remove(installation.File("Languages/Slovak/default.ini"));
+    EXPECT_EQ(words.language.GetText(445, "Yes"), "Ja");
+    EXPECT_EQ(words.charset, 238) << "with the letters of Eastern Europe, whatever the program began with";
 }
 
 TEST(FactSourcesTest, IsNoMorePatientForAPathThanTheQuestion) {

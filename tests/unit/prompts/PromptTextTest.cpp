@@ -70,17 +70,26 @@ TEST(PromptTextTest, LetsNoNameBreakTheLinesOrTheForm) {
         std::string description, host, displayName, remoteHost;
     };
     const std::string forty(40, 'n');
-    const Row rows[] = {{"Mail\n\nGeneral advice: Allow", "a\r\nb\tc", "Mail  General advice: Allow", "a  b c"},
+    const Row rows[] = {{"Mail\n\nGeneral advice: Allow", "a\r\nb\tc", "Mail General advice: Allow", "a b c"},
                         {"Caf\xE9 \x80", forty, "Caf\xE9 \x80", forty},  // letters of a code page stay
+                        {"  \x01 ", " \n", "mail.exe", "unknown"},
+                        // The body has 40 characters of a name, the label all that decide.
+                        {"", forty + ".example", "mail.exe", forty + ".example"},
                         {"", "", "mail.exe", "unknown"}};
     for (const Row& row : rows) {
         PromptFacts facts = MailFacts();
         facts.fileDescription = row.description;
         facts.hostName = row.host;
         facts.remotePort = 0;  // an address alone
+        facts.path = "C:\\Mail\\x.txt" + std::string(90, ' ') + "\xE2\x80\xAE\\mail.exe";
+        EXPECT_EQ(InEnglish(facts).path, "C:\\Mail\\x.txt [RLO]\\mail.exe");
         EXPECT_EQ(InEnglish(facts).displayName, row.displayName);
         EXPECT_EQ(InEnglish(facts).remoteHost, row.remoteHost);
         EXPECT_EQ(InEnglish(facts).remoteAddress, "203.0.113.7");
+        const std::string inBody =
+            row.remoteHost.size() > 40 ? row.remoteHost.substr(0, 37) + "..." : row.remoteHost;
+        EXPECT_TRUE(InEnglish(facts).body.starts_with(row.displayName + "\nis trying to communicate to " + inBody +
+                                                      ".\n\n"));
     }
 }
 

@@ -24,7 +24,8 @@ public:
     std::map<Ipv4, std::string> hosts;
     std::string description;
     std::map<Ipv4, Ipv4> localAddresses;
-    FakeIni::Values texts;            // "Language/DL_N_201_..."
+    FakeIni::Values texts;  // "Language/DL_N_201_..."
+    std::uint8_t charset = 0;
     std::vector<std::string> looked;  // paths that anything was looked up for
 
     [[nodiscard]] std::optional<std::string> ResolveProcessPath(std::uint32_t) override { return process; }
@@ -40,7 +41,9 @@ public:
         looked.push_back(path);
         return nullptr;
     }
-    [[nodiscard]] Language LoadLanguage() override { return Language(std::make_unique<FakeIni>(texts)); }
+    [[nodiscard]] QuestionWords LoadWords() override {
+        return {.language = Language(std::make_unique<FakeIni>(texts)), .charset = charset};
+    }
     [[nodiscard]] Ipv4 LocalAddressFor(Ipv4 address) override { return localAddresses[address]; }
     [[nodiscard]] std::string HostName(LocalDate day, Ipv4 address) override {
         return day == FakeClock().today ? hosts[address] : "";

@@ -126,13 +126,13 @@ TEST_F(Socks5Test, RefusesALoginThatDoesNotFitItsLengths) {
     EXPECT_NO_THROW(Connect());
     EXPECT_EQ(peer.sent.substr(4, 257), "\1\xFF" + proxy.user);
 
-    for (std::string* const text : {&proxy.user, &proxy.password}) {
-        text->push_back('x');
+    for (const bool isUser : {true, false}) {
+        proxy.user.resize(isUser ? 256 : 255, 'u');
+        proxy.password = std::string(isUser ? 255 : 256, 'p');
         peer.Say(Raw("\5\2\0\2"), {"\5\2"});
         peer.sent.clear();
         ExpectFailure(SocketMessage::InvalidParameters, 87, SocketPeer::Proxy);
         EXPECT_EQ(peer.sent, Raw("\5\2\0\2"));
-        text->pop_back();
     }
     server.host = std::string(255, 'h');
     proxy.user.clear();

@@ -13,14 +13,13 @@ using test::Listener;
 
 class ConnectionsModelTest : public test::ConnectionsRig {};
 
-TEST_F(ConnectionsModelTest, IsReadWhenShownAndThenInItsPeriodUntilHidden) {
+TEST_F(ConnectionsModelTest, TakesWhatIsReadWhileItIsShown) {
     OpenGate();
     EXPECT_TRUE(model->EmptyText().starts_with("Reading the connections."));
     EXPECT_EQ(model->Summary(), std::nullopt);
     EXPECT_EQ(model->RowCount(), 0);
     SetConnections({Connection(26, 80, 4, 655'360)});
     model->Read(ReadReason::Shown);
-    EXPECT_EQ(view.wake, ConnectionsModel::kPeriod);
     ASSERT_TRUE(RunUntilRows());
     EXPECT_EQ(view.Row(0),
               "a.exe\t10.0.0.1:80 -> 93.184.216.34:443\tESTAB-OUT\t\t\t640 KB\t0 B\t>0:00\tc:\\tools\\a.exe\t26");
@@ -31,8 +30,7 @@ TEST_F(ConnectionsModelTest, IsReadWhenShownAndThenInItsPeriodUntilHidden) {
     SetConnections({Connection(26, 80, 4, 655'360 + 4096), Connection(27, 81, 7)});
     SetListeners({Listener(6)});
     clock.Pass(2s);
-    view.Wake();
-    EXPECT_EQ(view.wake, ConnectionsModel::kPeriod);
+    tables.Refresh();
     ASSERT_TRUE(RunUntilRows());
     EXPECT_EQ(Texts(Column::RateIn), "2.0 KB/s   ");
     EXPECT_EQ(Texts(Column::Sent), "0 B 0 B  ") << "a listener has no bytes";
@@ -42,17 +40,16 @@ TEST_F(ConnectionsModelTest, IsReadWhenShownAndThenInItsPeriodUntilHidden) {
     for (int row = 0; row < 3; ++row) EXPECT_EQ(model->Cell(row, 2).glyph, glyphs[row]) << row;
     SetConnections({});
     SetListeners({});
-    view.Wake();
+    tables.Refresh();
     ASSERT_TRUE(RunUntilRows());
     EXPECT_EQ(model->Mark(2), RowMark::Gone);
     EXPECT_EQ(model->Cell(2, 0).tone, Tone::Muted);
-    view.Wake();
+    tables.Refresh();
     ASSERT_TRUE(RunUntilRows());
     EXPECT_EQ(model->EmptyText(), "There are no connections and no listening ports.");
     model->Read(ReadReason::RulesChanged);
     model->OnHidden();
-    view.Wake();
-    EXPECT_EQ(view.wake, std::nullopt);
+    tables.Refresh();
     reads.RunAll();
     EXPECT_EQ(view.TakeChanges(), "");
 }

@@ -82,12 +82,13 @@ protected:
                      }};
     Language language{nullptr};
     BlockedAddresses blocked;
+    ConnectionTables tables{driver, reads, clock};
     std::unique_ptr<ConnectionsModel> model = MakeModel();
     FakeListView view{*model};
 
     [[nodiscard]] std::unique_ptr<ConnectionsModel> MakeModel() {
         return std::make_unique<ConnectionsModel>(ConnectionsModel::Parts{.language = language,
-                                                                          .devices = driver,
+                                                                          .tables = tables,
                                                                           .reads = reads,
                                                                           .driverReads = reads,
                                                                           .clock = clock,

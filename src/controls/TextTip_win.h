@@ -1,4 +1,4 @@
-// A small window that shows the whole of a text that a list could only show cut.
+// A small window that shows the whole of a text that could only be shown cut.
 #pragma once
 
 #include <string>
@@ -8,13 +8,13 @@
 
 namespace brennvar {
 
-class CCellTip final : public CWindow {
+class CTextTip final : public CWindow {
 public:
     // Borrows the look's fonts.
-    explicit CCellTip(const Look& look);
+    explicit CTextTip(const Look& look);
 
-    // The text over the cell, whose text begins at this place on the screen; moved so that the monitor holds it.
-    // Mouse and focus stay with the list.
+    // The text over what is cut, which begins at this place on the screen; moved so that the monitor holds it.
+    // Mouse and focus stay where they are.
     void Show(HWND owner, const RECT& textOnScreen, const std::string& text);
     void Hide();
     [[nodiscard]] bool IsShown() const { return Window() && ::IsWindowVisible(Window()); }

@@ -1,4 +1,4 @@
-#include "tree/CellTip_win.h"
+#include "controls/TextTip_win.h"
 
 #include <algorithm>
 
@@ -16,13 +16,13 @@ constexpr UINT kFormat = DT_NOPREFIX | DT_WORDBREAK | DT_EDITCONTROL;
 
 }  // namespace
 
-CCellTip::CCellTip(const Look& look)
+CTextTip::CTextTip(const Look& look)
     : m_ground(look.skin.GetSkinColor("COLOR_BALLOON", 255, 255, 255)),
       m_frame(look.colours.frame1),
       m_colour(look.colours.text),
       m_font(look.fonts.Text()) {}
 
-void CCellTip::Show(HWND owner, const RECT& textOnScreen, const std::string& text) {
+void CTextTip::Show(HWND owner, const RECT& textOnScreen, const std::string& text) {
     if (!Window() && !Create({.parent = owner,
                               .text = text,
                               .style = WS_POPUP,
@@ -46,11 +46,11 @@ void CCellTip::Show(HWND owner, const RECT& textOnScreen, const std::string& tex
     Repaint();
 }
 
-void CCellTip::Hide() {
+void CTextTip::Hide() {
     if (Window()) ::ShowWindow(Window(), SW_HIDE);
 }
 
-void CCellTip::OnPaint(HDC dc, const RECT&) {
+void CTextTip::OnPaint(HDC dc, const RECT&) {
     const RECT client = ClientRect();
     FillSolid(dc, client, m_ground);
     DrawFrame(dc, client, m_frame);
@@ -59,7 +59,7 @@ void CCellTip::OnPaint(HDC dc, const RECT&) {
     DrawLabel(dc, m_font, box, m_text, m_colour, kFormat);
 }
 
-std::optional<LRESULT> CCellTip::OnMessage(UINT message, WPARAM, LPARAM) {
+std::optional<LRESULT> CTextTip::OnMessage(UINT message, WPARAM, LPARAM) {
     switch (message) {
         case WM_NCHITTEST: return HTTRANSPARENT;
         case WM_MOUSEACTIVATE: return MA_NOACTIVATE;
