@@ -24,7 +24,6 @@ protected:
     virtual int OnPlaceContent(int width, int top) = 0;
     [[nodiscard]] const Look& GetLook() const { return m_look; }
 
-    [[nodiscard]] bool NeedsGround() const final { return true; }
     void OnSize(int width, int height) final;
     void OnPaint(HDC dc, const RECT& invalid) final;
     void OnMouseMove(POINT point, UINT keys) final;
