@@ -43,7 +43,9 @@ log_export        ExportTrafficLog  WriteExport     waits  2.0
 # Under Wine, in programs that let measure and yardstick take turns: name, how the value is meant (as above), goal.
 #   list_...  the tree control with ten million rows against the native list view
 #   start     from the start of the process to the first painted window, against a program with an empty window
-#   repaint   all of the control center at 1280 x 800 with a list, repaint_graphs with the graphs of the statistics
+#   repaint   all of the control center at 1280 x 800 with a list, repaint_graphs with the graphs of the statistics,
+#             page_change from one of them to the other: until the screen shows it, against a window that copies a
+#             bitmap of that size
 #   activity_own  answers a second whether a process is one of ours, as a part of a server's that only echoes
 #   applications_...  the Applications page with 20,000 rules, until its first rows are painted, and from a key stroke
 #             in its search box to the painted list (the slowest of 16); _ratio: against a list of 200 rules
@@ -56,8 +58,9 @@ list_first_paint  times  0.5
 list_scroll_lines times  0.5
 list_scroll_pages times  0.5
 start             times  1.5
-repaint           ms     16
-repaint_graphs    ms     16
+repaint           times  2.0
+repaint_graphs    times  2.0
+page_change       times  3.0
 applications_open         ms     50
 applications_open_ratio   times  3.0
 applications_search       ms     16

@@ -53,7 +53,7 @@ class NoEditor final : public RuleEditor {
 
 class NoService final : public PipeConnector {
     bool WaitForInstance(const std::string&, std::chrono::milliseconds) override { return false; }
-    std::unique_ptr<PipeConnection> Open(const std::string&) override { return nullptr; }
+    OpenedPipe Open(const std::string&) override { return {}; }
 };
 
 enum class Kind { Applications, Advanced };

@@ -38,7 +38,7 @@ class NoUserValues final : public UserValues {
 };
 class NoService final : public PipeConnector {
     bool WaitForInstance(const std::string&, std::chrono::milliseconds) override { return false; }
-    std::unique_ptr<PipeConnection> Open(const std::string&) override { return nullptr; }
+    OpenedPipe Open(const std::string&) override { return {}; }
 };
 class NoOptions final : public OptionSource {
     [[nodiscard]] std::optional<StoredOptions> Read() const override { return std::nullopt; }

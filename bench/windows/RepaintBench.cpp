@@ -1,9 +1,12 @@
 // A full repaint of the control center at 1280 x 800: the frame, the buttons, the status band and a page, once with
-// a list of connections and once with the full graphs of the statistics. Prints the medians in milliseconds.
+// a list of connections and once with the full graphs of the statistics; and a change from one of these pages to
+// the other. Each until the screen shows it, against a window of that size that only copies a bitmap, which takes
+// turns with them. Prints the ratios of the medians.
 #include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstdio>
+#include <functional>
 #include <vector>
 
 #include "NoOwner.h"
@@ -13,6 +16,8 @@
 #include "config/ResourceIds.h"
 #include "config/UserValues.h"
 #include "lists/ListPage_win.h"
+#include "ui/Paint_win.h"
+#include "ui/Window_win.h"
 #include "views/StatisticsPage_win.h"
 // windows.h must stand before this.
 #include <commctrl.h>
@@ -23,6 +28,80 @@ namespace {
 constexpr int kRounds = 101;
 constexpr int kConnections = 200;
 constexpr std::uint64_t kSeconds = 300;  // more than a graph shows
+
+constexpr SIZE kSize{1280, 800};
+
+// What has been painted is on the screen when this returns: messages that wait may paint as well, and reading a
+// pixel waits for those that have been sent there.
+void WaitForScreen() {
+    MSG message;
+    while (::PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE)) {
+        ::TranslateMessage(&message);
+        ::DispatchMessageA(&message);
+    }
+    ::GdiFlush();
+    const HDC screen = ::GetDC(nullptr);
+    (void)::GetPixel(screen, 0, 0);
+    ::ReleaseDC(nullptr, screen);
+}
+
+// In milliseconds, in a window that lies above the others.
+double TimeToShow(HWND window, const std::function<void()>& change) {
+    ::SetWindowPos(window, HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE);
+    WaitForScreen();
+    LARGE_INTEGER frequency;
+    LARGE_INTEGER before;
+    LARGE_INTEGER after;
+    ::QueryPerformanceFrequency(&frequency);
+    ::QueryPerformanceCounter(&before);
+    change();
+    WaitForScreen();
+    ::QueryPerformanceCounter(&after);
+    return 1000.0 * static_cast<double>(after.QuadPart - before.QuadPart) / static_cast<double>(frequency.QuadPart);
+}
+
+double TimeToRepaint(HWND window) {
+    return TimeToShow(window, [window] {
+        ::RedrawWindow(window, nullptr, nullptr,
+                       RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_ALLCHILDREN | RDW_UPDATENOW);
+    });
+}
+
+double Median(std::vector<double> values) {
+    std::sort(values.begin(), values.end());
+    return values[values.size() / 2];
+}
+
+// The yardstick.
+class CopyWindow final : public CWindow {
+public:
+    // False: there is no window.
+    [[nodiscard]] bool Show() {
+        return CWindow::Create({.text = "", .style = WS_POPUP | WS_VISIBLE, .place = {0, 0, kSize.cx, kSize.cy}});
+    }
+
+private:
+    bool OnCreate() override {
+        const HDC screen = ::GetDC(Window());
+        m_memory = UniqueMemoryDc(::CreateCompatibleDC(screen));
+        m_bitmap = UniqueBitmap(::CreateCompatibleBitmap(screen, kSize.cx, kSize.cy));
+        ::ReleaseDC(Window(), screen);
+        ::SelectObject(m_memory.Get(), m_bitmap.Get());
+        FillGradient(m_memory.Get(), {0, 0, kSize.cx, kSize.cy}, RGB(0, 64, 128), RGB(255, 192, 0), true);
+        return m_memory && m_bitmap;
+    }
+    std::optional<LRESULT> OnMessage(UINT message, WPARAM, LPARAM) override {
+        if (message != WM_PAINT) return std::nullopt;
+        PAINTSTRUCT paint{};
+        const HDC dc = ::BeginPaint(Window(), &paint);
+        ::BitBlt(dc, 0, 0, kSize.cx, kSize.cy, m_memory.Get(), 0, 0, SRCCOPY);
+        ::EndPaint(Window(), &paint);
+        return 0;
+    }
+
+    UniqueBitmap m_bitmap;
+    UniqueMemoryDc m_memory;
+};
 
 class NoUserValues final : public UserValues {
     [[nodiscard]] bool ReadUserValue(const std::string&, std::uint32_t&) const override { return false; }
@@ -65,40 +144,31 @@ private:
     int m_rowCount = 0;
 };
 
-class BenchWindow final : public FrameDialog {
+// What a window is made of must be there before it.
+struct Parts {
+    CFonts fonts;
+    Language language{nullptr};
+    NoUserValues values;
+};
+
+class BenchWindow final : private Parts, public FrameDialog {
 public:
-    BenchWindow() : FrameDialog(m_fonts, m_language, m_values) {}
+    BenchWindow() : FrameDialog(fonts, language, values) {}
 
     // False: there is no window.
     [[nodiscard]] bool Show() {
         if (!CreateModeless(nullptr, IDD_CONTROL_CENTER)) return false;
-        ::SetWindowPos(Window(), nullptr, 0, 0, 1280, 800, SWP_NOZORDER | SWP_SHOWWINDOW);
+        ::SetWindowPos(Window(), nullptr, 0, 0, kSize.cx, kSize.cy, SWP_NOZORDER | SWP_SHOWWINDOW);
         return true;
     }
-    // The medians for these pages, which take turns.
-    [[nodiscard]] std::array<double, 2> Measure(const std::array<int, 2>& pages) {
-        std::array<std::vector<double>, 2> times;
-        for (int round = 0; round < kRounds; ++round) {
-            for (std::size_t page = 0; page < pages.size(); ++page) {
-                Pages().Open(pages[page]);
-                ::UpdateWindow(Window());
-                times[page].push_back(RepaintOnce());
-            }
-        }
-        std::array<double, 2> medians{};
-        for (std::size_t page = 0; page < pages.size(); ++page) {
-            std::sort(times[page].begin(), times[page].end());
-            medians[page] = times[page][times[page].size() / 2];
-        }
-        return medians;
-    }
+    void OpenPage(int command) { Pages().Open(command); }
 
 private:
     void OnInitDialog() override {
         std::vector<PageHost::Entry> entries;
         for (const PageInfo& info : PageList()) {
             entries.push_back({.command = info.command,
-                               .caption = m_language.GetText(info.caption),
+                               .caption = language.GetText(info.caption),
                                .make = [this, &info] { return MakePage(info); }});
         }
         CreateFrame("Bench", std::move(entries));
@@ -111,7 +181,7 @@ private:
     }
 
     [[nodiscard]] PageTexts TextsOf(const PageInfo& info) const {
-        return {.title = m_language.GetText(info.caption), .line = m_language.GetText(info.line)};
+        return {.title = language.GetText(info.caption), .line = language.GetText(info.line)};
     }
 
     std::unique_ptr<CPage> MakeStatistics(const PageInfo& info) {
@@ -119,36 +189,48 @@ private:
             m_statistics.Tick(TrafficIncrease{second * 7919 % 500'000, second * 7907 % 500'000}, 1000);
             m_statistics.AddNotice("Access of a program was denied.", second);
         }
-        return std::make_unique<StatisticsPage>(m_fonts, m_language, TextsOf(info), m_statistics);
+        return std::make_unique<StatisticsPage>(fonts, language, TextsOf(info), m_statistics);
     }
 
     std::unique_ptr<CPage> MakeConnections(const PageInfo& info) {
         return std::make_unique<ListPage>(
-            ListPageContext{.fonts = m_fonts, .language = m_language, .userValues = m_values, .owner = m_owner},
+            ListPageContext{.fonts = fonts, .language = language, .userValues = values, .owner = m_owner},
             TextsOf(info), std::make_unique<ConnectionRows>());
     }
 
-    double RepaintOnce() {
-        LARGE_INTEGER frequency;
-        LARGE_INTEGER before;
-        LARGE_INTEGER after;
-        ::QueryPerformanceFrequency(&frequency);
-        ::QueryPerformanceCounter(&before);
-        ::RedrawWindow(Window(), nullptr, nullptr,
-                       RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_ALLCHILDREN | RDW_UPDATENOW);
-        ::GdiFlush();
-        ::QueryPerformanceCounter(&after);
-        return 1000.0 * static_cast<double>(after.QuadPart - before.QuadPart) /
-               static_cast<double>(frequency.QuadPart);
-    }
-
-    CFonts m_fonts;
-    Language m_language{nullptr};
     NoOwner m_owner;
-    NoUserValues m_values;
     Statistics m_statistics;
-    StatusLine m_status{m_language};
+    StatusLine m_status{language};
 };
+
+int Run() {
+    BenchWindow window;
+    CopyWindow yardstick;
+    if (!window.Show() || !yardstick.Show()) {
+        std::fprintf(stderr, "the windows were not made\n");
+        return 1;
+    }
+    constexpr std::array<int, 2> kPages = {IDM_CONNECTIONS, IDM_STATISTICS};
+    for (const int page : kPages) window.OpenPage(page);
+    std::array<std::vector<double>, 2> repaints;
+    std::vector<double> changes;
+    std::vector<double> copies;
+    for (int round = 0; round < kRounds; ++round) {
+        for (std::size_t page = 0; page < kPages.size(); ++page) {
+            copies.push_back(TimeToRepaint(yardstick.Window()));
+            changes.push_back(TimeToShow(window.Window(), [&] { window.OpenPage(kPages[page]); }));
+            repaints[page].push_back(TimeToRepaint(window.Window()));
+        }
+    }
+    const double copy = Median(copies);
+    const double list = Median(repaints[0]);
+    const double graphs = Median(repaints[1]);
+    const double change = Median(changes);
+    std::fprintf(stderr, "list %.2f ms, graphs %.2f ms, page change %.2f ms against %.2f ms\n", list, graphs,
+                 change, copy);
+    std::printf("repaint %.3f\nrepaint_graphs %.3f\npage_change %.3f\n", list / copy, graphs / copy, change / copy);
+    return 0;
+}
 
 }  // namespace
 }  // namespace brennvar
@@ -156,12 +238,5 @@ private:
 int main() {
     INITCOMMONCONTROLSEX classes{sizeof(classes), ICC_STANDARD_CLASSES | ICC_LISTVIEW_CLASSES | ICC_BAR_CLASSES};
     ::InitCommonControlsEx(&classes);
-    brennvar::BenchWindow window;
-    if (!window.Show()) {
-        std::fprintf(stderr, "the window was not made\n");
-        return 1;
-    }
-    const auto [list, graphs] = window.Measure({IDM_CONNECTIONS, IDM_STATISTICS});
-    std::printf("repaint %.2f\nrepaint_graphs %.2f\n", list, graphs);
-    return 0;
+    return brennvar::Run();
 }

@@ -125,7 +125,6 @@ std::optional<LRESULT> FrameDialog::OnMessage(UINT message, WPARAM wParam, LPARA
             return std::nullopt;  // Windows makes WM_SIZE of it
         case WM_ENTERSIZEMOVE: m_grip.OnEnterSizeMove(); return std::nullopt;
         case WM_EXITSIZEMOVE: m_grip.OnExitSizeMove(); return std::nullopt;
-        case WM_PRINTCLIENT: OnEraseBackground(reinterpret_cast<HDC>(wParam)); return 0;
         default: return m_drawn.Answer(message, wParam, lParam);
     }
 }

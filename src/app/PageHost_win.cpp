@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "config/ResourceIds.h"
+#include "ui/WindowPicture_win.h"
 
 namespace brennvar {
 namespace {
@@ -70,14 +71,18 @@ bool PageHost::Open(int command) {
         last && (focus == last->button.Window() || ::IsChild(last->page->Window(), focus) != FALSE);
     if (last) last->button.SetSelected(false);
     next->button.SetSelected(true);
-    // The new page first, so that the window behind does not show through in between.
-    next->page->Show();
     if (last) last->page->Hide();
+    next->page->Show();
     if (takesFocus) ::SetFocus(next->button.Window());
+    // Before anything of this paints itself.
+    RECT changed{};
+    ::UnionRect(&changed, &m_column, &m_pagePlace);
+    ShowAsOnePicture(m_parent, changed);
     return true;
 }
 
 void PageHost::Place(const RECT& column, const RECT& page) {
+    m_column = column;
     m_pagePlace = page;
     const LONG left = column.left;
     LONG top = column.top + Scale(kColumnMargin);

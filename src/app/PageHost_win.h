@@ -25,7 +25,8 @@ public:
 
     // The buttons become children of the window, which gets their commands. No page is shown yet.
     void Create(HWND parent, const Look& look, std::vector<Entry> entries);
-    // False for a command that opens none of the pages. The page that is shown is asked first, and may stay.
+    // False for a command that opens none of the pages. The page that is shown is asked first, and may stay. The
+    // new one appears as one picture, its button with it.
     bool Open(int command);
     [[nodiscard]] bool HasPage(int command) const;
     // Null until the first page was opened.
@@ -52,6 +53,7 @@ private:
     HWND m_parent = nullptr;
     std::vector<std::unique_ptr<Slot>> m_slots;
     Slot* m_current = nullptr;
+    RECT m_column{};
     RECT m_pagePlace{};
 };
 

@@ -48,6 +48,10 @@ std::optional<LRESULT> CEdit::OnMessage(UINT message, WPARAM wParam, LPARAM lPar
     switch (message) {
         case WM_NCCALCSIZE: return OnCalculateSize(wParam, *reinterpret_cast<RECT*>(lParam));
         case WM_NCPAINT: return OnPaintFrame(wParam, lParam);
+        case WM_PRINT:
+            if ((lParam & PRF_NONCLIENT) == 0) return std::nullopt;
+            PaintFrame(reinterpret_cast<HDC>(wParam));
+            return CallWindows(message, wParam, lParam & ~static_cast<LPARAM>(PRF_NONCLIENT));
         case WM_NCHITTEST: {
             // The room around a line is part of the field.
             const LRESULT hit = CallWindows(message, wParam, lParam);
@@ -56,7 +60,11 @@ std::optional<LRESULT> CEdit::OnMessage(UINT message, WPARAM wParam, LPARAM lPar
         case WM_ERASEBKGND: return ShowsCue() ? std::optional<LRESULT>(TRUE) : std::nullopt;
         case WM_PAINT:
             if (!ShowsCue()) return std::nullopt;
-            PaintCue();
+            PaintCue(CBufferedPaint(Window()).Dc());
+            return 0;
+        case WM_PRINTCLIENT:
+            if (!ShowsCue()) return std::nullopt;
+            PaintCue(reinterpret_cast<HDC>(wParam));
             return 0;
         case WM_SETFOCUS:
         case WM_KILLFOCUS:
@@ -107,8 +115,15 @@ LRESULT CEdit::OnCalculateSize(WPARAM wParam, RECT& place) {
 }
 
 LRESULT CEdit::OnPaintFrame(WPARAM wParam, LPARAM lParam) {
+    if ((Style() & (WS_VSCROLL | WS_HSCROLL)) != 0) CallWindows(WM_NCPAINT, wParam, lParam);
+    const HDC dc = ::GetWindowDC(Window());
+    PaintFrame(dc);
+    ::ReleaseDC(Window(), dc);
+    return 0;
+}
+
+void CEdit::PaintFrame(HDC dc) const {
     const DWORD style = Style();
-    if ((style & (WS_VSCROLL | WS_HSCROLL)) != 0) CallWindows(WM_NCPAINT, wParam, lParam);
     RECT place{};
     ::GetWindowRect(Window(), &place);
     RECT inside = ClientRect();
@@ -117,12 +132,9 @@ LRESULT CEdit::OnPaintFrame(WPARAM wParam, LPARAM lParam) {
     ::OffsetRect(&place, -place.left, -place.top);
     if ((style & WS_VSCROLL) != 0) inside.right = place.right - kFieldFrame;
     if ((style & WS_HSCROLL) != 0) inside.bottom = place.bottom - kFieldFrame;
-    const HDC dc = ::GetWindowDC(Window());
     ::ExcludeClipRect(dc, inside.left, inside.top, inside.right, inside.bottom);
     FillSolid(dc, Inset(place, kFieldFrame), FieldGround(m_colours, GroundState()));
     DrawFieldFrame(dc, place, m_colours, HasFocus() && IsEnabled() ? FieldState::Focused : GroundState());
-    ::ReleaseDC(Window(), dc);
-    return 0;
 }
 
 LRESULT CEdit::OnTextMessage(UINT message, WPARAM wParam, LPARAM lParam) {
@@ -137,11 +149,10 @@ LRESULT CEdit::OnTextMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     return result;
 }
 
-void CEdit::PaintCue() {
-    const CBufferedPaint paint(Window());
+void CEdit::PaintCue(HDC dc) const {
     const RECT client = ClientRect();
-    FillSolid(paint.Dc(), client, FieldGround(m_colours, GroundState()));
-    DrawLabel(paint.Dc(), Font(), client, m_cue, m_colours.quietText,
+    FillSolid(dc, client, FieldGround(m_colours, GroundState()));
+    DrawLabel(dc, Font(), client, m_cue, m_colours.quietText,
               DT_SINGLELINE | DT_VCENTER | DT_END_ELLIPSIS | DT_NOPREFIX);
 }
 

@@ -30,8 +30,10 @@ private:
     std::optional<LRESULT> OnReflected(UINT message, WPARAM wParam, LPARAM lParam) override;
     LRESULT OnCalculateSize(WPARAM wParam, RECT& place);
     LRESULT OnPaintFrame(WPARAM wParam, LPARAM lParam);
+    // Around the client area, in a DC whose origin is the window's corner.
+    void PaintFrame(HDC dc) const;
     LRESULT OnTextMessage(UINT message, WPARAM wParam, LPARAM lParam);
-    void PaintCue();
+    void PaintCue(HDC dc) const;
     [[nodiscard]] bool ShowsCue() const;
     [[nodiscard]] bool HasLines() const { return (Style() & ES_MULTILINE) != 0; }
     [[nodiscard]] FieldState GroundState() const;

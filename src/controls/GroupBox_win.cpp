@@ -45,7 +45,7 @@ std::optional<LRESULT> CGroupBox::OnMessage(UINT message, WPARAM wParam, LPARAM 
         case WM_ERASEBKGND: return TRUE;
         case WM_PAINT: OnPaintMessage(); return 0;
         case WM_PRINTCLIENT:
-            PaintParentGround(Window(), reinterpret_cast<HDC>(wParam));
+            if ((lParam & PRF_ERASEBKGND) != 0) PaintParentGround(Window(), reinterpret_cast<HDC>(wParam));
             OnPaint(reinterpret_cast<HDC>(wParam), ClientRect());
             return 0;
         case WM_SETTEXT:

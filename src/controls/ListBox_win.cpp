@@ -44,10 +44,25 @@ std::string CListBox::ItemText(UINT index) const {
     return text;
 }
 
-std::optional<LRESULT> CListBox::OnMessage(UINT message, WPARAM wParam, LPARAM) {
-    if (message != WM_ERASEBKGND) return std::nullopt;
-    FillSolid(reinterpret_cast<HDC>(wParam), ClientRect(), m_colours.list);
-    return TRUE;
+std::optional<LRESULT> CListBox::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+    const auto dc = reinterpret_cast<HDC>(wParam);
+    switch (message) {
+        case WM_ERASEBKGND: FillSolid(dc, ClientRect(), m_colours.list); return TRUE;
+        case WM_PRINTCLIENT: PrintRows(dc, lParam); return 0;
+        default: return std::nullopt;
+    }
+}
+
+// Some versions of Windows clip each row in the coordinates of the device, so these must be the list's.
+void CListBox::PrintRows(HDC dc, LPARAM flags) {
+    const RECT client = ClientRect();
+    const UniqueMemoryDc memory(::CreateCompatibleDC(dc));
+    const UniqueBitmap bitmap(::CreateCompatibleBitmap(dc, client.right, client.bottom));
+    if (!memory || !bitmap) return;
+    const CSelect select(memory.Get(), bitmap.Get());
+    FillSolid(memory.Get(), client, m_colours.list);
+    CallWindows(WM_PRINTCLIENT, reinterpret_cast<WPARAM>(memory.Get()), flags);
+    ::BitBlt(dc, 0, 0, client.right, client.bottom, memory.Get(), 0, 0, SRCCOPY);
 }
 
 std::optional<LRESULT> CListBox::OnReflected(UINT message, WPARAM wParam, LPARAM lParam) {

@@ -24,6 +24,7 @@ private:
     [[nodiscard]] bool PaintsAll() const override { return false; }
     std::optional<LRESULT> OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
     std::optional<LRESULT> OnReflected(UINT message, WPARAM wParam, LPARAM lParam) override;
+    void PrintRows(HDC dc, LPARAM flags);
     void PaintItem(const DRAWITEMSTRUCT& item) const;
     [[nodiscard]] std::string ItemText(UINT index) const;
 

@@ -27,7 +27,6 @@ protected:
     // What is written between the controls; placed with them.
     [[nodiscard]] DrawnTexts& Texts() { return m_drawn; }
 
-    [[nodiscard]] bool NeedsGround() const final { return true; }
     void OnSize(int width, int height) final;
     void OnPaint(HDC dc, const RECT& invalid) final;
     void OnMouseMove(POINT point, UINT keys) final;

@@ -75,15 +75,14 @@ LRESULT CSelectableText::OnCalculateSize(WPARAM wParam, RECT& place) {
     return result;
 }
 
-// Around the client area, which is all of one colour.
-void CSelectableText::PaintPill() {
+// Around the client area, which is all of one colour; the DC's origin is the window's corner.
+void CSelectableText::PaintPill(HDC dc) {
     RECT place{};
     ::GetWindowRect(Window(), &place);
     RECT inside = ClientRect();
     ::MapWindowPoints(Window(), nullptr, reinterpret_cast<POINT*>(&inside), 2);
     ::OffsetRect(&inside, -place.left, -place.top);
     ::OffsetRect(&place, -place.left, -place.top);
-    const HDC dc = ::GetWindowDC(Window());
     ::ExcludeClipRect(dc, inside.left, inside.top, inside.right, inside.bottom);
     FillSolid(dc, place, m_list);
     {
@@ -93,7 +92,6 @@ void CSelectableText::PaintPill() {
         ::SetDCPenColor(dc, *m_pill);
         ::RoundRect(dc, place.left, place.top, place.right, place.bottom, Scale(kPillCorner), Scale(kPillCorner));
     }
-    ::ReleaseDC(Window(), dc);
 }
 
 bool CSelectableText::IsForParent(WPARAM key) {
@@ -114,8 +112,15 @@ std::optional<LRESULT> CSelectableText::OnMessage(UINT message, WPARAM wParam, L
             return DLGC_WANTARROWS | DLGC_HASSETSEL;
         case WM_NCCALCSIZE: return OnCalculateSize(wParam, *reinterpret_cast<RECT*>(lParam));
         case WM_NCPAINT:
-            if (m_pill) PaintPill();
+            if (m_pill) {
+                const HDC dc = ::GetWindowDC(Window());
+                PaintPill(dc);
+                ::ReleaseDC(Window(), dc);
+            }
             return 0;
+        case WM_PRINT:
+            if (m_pill && (lParam & PRF_NONCLIENT) != 0) PaintPill(reinterpret_cast<HDC>(wParam));
+            return CallWindows(message, wParam, lParam & ~static_cast<LPARAM>(PRF_NONCLIENT));
         case WM_NCHITTEST: {
             const LRESULT hit = CallWindows(message, wParam, lParam);
             return hit == HTNOWHERE || hit == HTBORDER ? HTCLIENT : hit;

@@ -31,7 +31,7 @@ private:
     std::optional<LRESULT> OnReflected(UINT message, WPARAM wParam, LPARAM lParam) override;
     [[nodiscard]] bool IsForParent(WPARAM key);
     LRESULT OnCalculateSize(WPARAM wParam, RECT& place);
-    void PaintPill();
+    void PaintPill(HDC dc);
 
     std::string m_shown;
     COLORREF m_textColour = 0;

@@ -76,18 +76,27 @@ void CPage::Place(const RECT& place) {
                    SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
+void CPage::SetVisible(bool isVisible) const {
+    // Deferred, or Windows would erase at once what the window that this one is in has left to erase.
+    ::SetWindowPos(Window(), nullptr, 0, 0, 0, 0,
+                   SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOREDRAW | SWP_DEFERERASE |
+                       static_cast<UINT>(isVisible ? SWP_SHOWWINDOW : SWP_HIDEWINDOW));
+}
+
 void CPage::Show() {
     if (m_shown || Window() == nullptr) return;
     m_shown = true;
-    ::ShowWindow(Window(), SW_SHOWNA);
+    // What Windows' own controls paint at once must not be seen in parts either.
     OnShow();
+    SetVisible(true);
+    ::RedrawWindow(Window(), nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_ALLCHILDREN);
 }
 
 void CPage::Hide() {
     if (!m_shown) return;
     m_shown = false;
     OnHide();
-    ::ShowWindow(Window(), SW_HIDE);
+    SetVisible(false);
 }
 
 }  // namespace brennvar

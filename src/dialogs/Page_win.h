@@ -25,6 +25,7 @@ public:
     // Creates the page, hidden.
     [[nodiscard]] bool Create(HWND parent);
     void Place(const RECT& place);
+    // Neither paints anything: whoever shows or hides pages sees to the window that they are in.
     void Show();
     void Hide();
     [[nodiscard]] bool IsShown() const { return m_shown; }
@@ -76,6 +77,7 @@ private:
     void OnCancel() final { OnEscape(); }
     bool OnEraseBackground(HDC dc) final;
     void PaintGround(HDC dc) const;
+    void SetVisible(bool isVisible) const;
 
     const CFonts& m_fonts;
     const PageTexts m_texts;

@@ -169,7 +169,7 @@ std::optional<LRESULT> CControl::Dispatch(UINT message, WPARAM wParam, LPARAM lP
         case WM_ERASEBKGND: return TRUE;
         case WM_PAINT: PaintBuffered(); return 0;
         case WM_PRINTCLIENT:
-            PaintParentGround(m_window, reinterpret_cast<HDC>(wParam));
+            if ((lParam & PRF_ERASEBKGND) != 0) PaintParentGround(m_window, reinterpret_cast<HDC>(wParam));
             OnPaint(reinterpret_cast<HDC>(wParam), ClientRect());
             return 0;
         case WM_SETFOCUS: Repaint(); return std::nullopt;

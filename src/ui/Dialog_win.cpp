@@ -6,30 +6,18 @@
 #include <vector>
 
 #include "ui/Control_win.h"
-#include "ui/Window_win.h"
+#include "ui/WindowPicture_win.h"
 
 namespace brennvar {
 namespace {
-
-BOOL CALLBACK InvalidateChild(HWND child, LPARAM) {
-    // Grounds and outer frames are painted by messages of their own; a control of ours needs none of them, and for
-    // some thirty controls they take as long as the painting itself.
-    char className[16] = {};
-    ::GetClassNameA(child, className, sizeof(className));
-    const bool paintsAll = ::lstrcmpiA(className, "Button") == 0 || ::lstrcmpiA(className, "Static") == 0 ||
-                           CWindow::HasNoGround(child);
-    ::RedrawWindow(child, nullptr, nullptr,
-                   RDW_INVALIDATE | RDW_NOCHILDREN | (paintsAll ? 0U : static_cast<UINT>(RDW_ERASE | RDW_FRAME)));
-    return TRUE;
-}
 
 // Shows a window with everything in it painted.
 void ShowPainted(HWND window) {
     ::SetWindowPos(window, nullptr, 0, 0, 0, 0,
                    SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER | SWP_SHOWWINDOW | SWP_NOREDRAW);
-    ::RedrawWindow(window, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_NOCHILDREN);
-    ::EnumChildWindows(window, &InvalidateChild, 0);
-    ::RedrawWindow(window, nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
+    RECT client{};
+    ::GetClientRect(window, &client);
+    ShowAsOnePicture(window, client);
 }
 
 // How many dialogs of this thread keep each window from input. It gets its input back with the last of them.
@@ -251,6 +239,7 @@ INT_PTR CDialog::Dispatch(UINT message, WPARAM wParam, LPARAM lParam) {
         case WM_CTLCOLOREDIT:
         case WM_CTLCOLORLISTBOX: return static_cast<INT_PTR>(ReflectMessage(message, wParam, lParam).value_or(0));
         case WM_ERASEBKGND: return OnEraseBackground(reinterpret_cast<HDC>(wParam)) ? answer(TRUE) : FALSE;
+        case WM_PAINT: return PaintAsOnePicture(m_window) ? answer(0) : FALSE;
         default:
             if (const std::optional<LRESULT> result = OnMessage(message, wParam, lParam)) return answer(*result);
             return FALSE;

@@ -41,12 +41,6 @@ RECT CWindow::ClientRect() const {
     return client;
 }
 
-bool CWindow::HasNoGround(HWND window) {
-    if (reinterpret_cast<WNDPROC>(::GetWindowLongPtrA(window, GWLP_WNDPROC)) != &CWindow::Procedure) return false;
-    const auto* object = reinterpret_cast<const CWindow*>(::GetWindowLongPtrA(window, GWLP_USERDATA));
-    return object && !object->NeedsGround();
-}
-
 LRESULT CALLBACK CWindow::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept {
     if (message == WM_NCCREATE) {
         auto* object = static_cast<CWindow*>(reinterpret_cast<const CREATESTRUCTA*>(lParam)->lpCreateParams);

@@ -41,11 +41,8 @@ public:
         if (m_window) ::InvalidateRect(m_window, &part, FALSE);
     }
     [[nodiscard]] RECT ClientRect() const;
-    // True for a window of these that paints all of itself in OnPaint and needs no WM_ERASEBKGND before.
-    [[nodiscard]] static bool HasNoGround(HWND window);
 
 protected:
-    [[nodiscard]] virtual bool NeedsGround() const { return false; }
     // False: the window is not made.
     virtual bool OnCreate() { return true; }
     virtual void OnDestroy() {}

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "Programs.h"
+#include "base/Handles_win.h"
 #include "tree/TreeMessages_win.h"
 
 namespace brennvar::test {
@@ -96,6 +97,25 @@ HWND FindVisibleChild(HWND parent, const std::string& className) {
 
 HWND FindVisibleControl(HWND parent, int id) {
     return FindVisible(parent, [=](HWND window) { return ::GetDlgCtrlID(window) == id; });
+}
+
+Pixels PixelsAt(HWND window) {
+    RECT place{};
+    ::GetWindowRect(window, &place);
+    const LONG width = place.right - place.left, height = place.bottom - place.top;
+    BITMAPINFO info{};
+    info.bmiHeader = {sizeof info.bmiHeader, width, -height, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
+    void* bits = nullptr;
+    const UniqueBitmap bitmap(::CreateDIBSection(nullptr, &info, DIB_RGB_COLORS, &bits, nullptr, 0));
+    if (!bitmap) return {};
+    const HDC screen = ::GetDC(nullptr);
+    const UniqueMemoryDc memory(::CreateCompatibleDC(screen));
+    const HGDIOBJ old = ::SelectObject(memory.Get(), bitmap.Get());
+    ::BitBlt(memory.Get(), 0, 0, width, height, screen, place.left, place.top, SRCCOPY);
+    ::SelectObject(memory.Get(), old);
+    ::ReleaseDC(nullptr, screen);
+    const auto* first = static_cast<const std::uint32_t*>(bits);
+    return {first, first + static_cast<std::ptrdiff_t>(width) * height};
 }
 
 DWORD ModeOf(HWND window) {

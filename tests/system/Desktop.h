@@ -2,6 +2,7 @@
 #pragma once
 
 #include <chrono>
+#include <cstdint>
 #include <functional>
 #include <string>
 #include <vector>
@@ -40,6 +41,10 @@ LRESULT Ask(HWND window, UINT message, WPARAM wParam = 0, LPARAM lParam = 0);
 [[nodiscard]] HWND FindVisibleChild(HWND parent, const std::string& className);
 // The same by its number.
 [[nodiscard]] HWND FindVisibleControl(HWND parent, int id);
+
+// What the screen shows where the window is, row by row from the top, each pixel in the order of a bitmap.
+using Pixels = std::vector<std::uint32_t>;
+[[nodiscard]] Pixels PixelsAt(HWND window);
 
 // What keeps the input of the window's thread to itself at present (GUI_ flags).
 [[nodiscard]] DWORD ModeOf(HWND window);

@@ -200,27 +200,6 @@ TEST_F(ProductTest, SurvivesRandomBytesInEveryFile) {
     EXPECT_EQ(WaitForRowCount(kApplicationsPage, 18), 18U);
 }
 
-// What the screen shows where the window is.
-std::vector<std::uint32_t> PixelsAt(HWND window) {
-    RECT place{};
-    ::GetWindowRect(window, &place);
-    const LONG width = place.right - place.left, height = place.bottom - place.top;
-    BITMAPINFO info{};
-    info.bmiHeader = {sizeof info.bmiHeader, width, height, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
-    std::vector<std::uint32_t> pixels(static_cast<std::size_t>(width * height));
-    const HDC screen = ::GetDC(nullptr);
-    const HDC memory = ::CreateCompatibleDC(screen);
-    const HBITMAP bitmap = ::CreateCompatibleBitmap(screen, width, height);
-    const HGDIOBJ old = ::SelectObject(memory, bitmap);
-    ::BitBlt(memory, 0, 0, width, height, screen, place.left, place.top, SRCCOPY);
-    ::SelectObject(memory, old);
-    ::GetDIBits(memory, bitmap, 0, static_cast<UINT>(height), pixels.data(), &info, DIB_RGB_COLORS);
-    ::DeleteObject(bitmap);
-    ::DeleteDC(memory);
-    ::ReleaseDC(nullptr, screen);
-    return pixels;
-}
-
 TEST_F(ProductTest, QuestionLiesAboveTheControlCenterWhateverIsBroughtForward) {
     // The welcome brings the control center forward just when the first question comes.
     SetWelcomed(0);
@@ -236,7 +215,7 @@ TEST_F(ProductTest, QuestionLiesAboveTheControlCenterWhateverIsBroughtForward) {
 
     // Alone on the screen, it shows what has to be seen of it afterwards.
     ::ShowWindow(m_window, SW_HIDE);
-    std::vector<std::uint32_t> alone;
+    Pixels alone;
     ASSERT_TRUE(WaitUntil([&] {
         const auto before = std::exchange(alone, PixelsAt(question));
         return before == alone;
