@@ -23,8 +23,8 @@ bool WinOwnAddresses::HaveChanged() {
     // At the first call, so that the start of the program does not wait for the socket layer; what has changed
     // since the start nobody would report.
     if (!m_isListening) return Listen();
-    // A look into memory: the system is not called.
-    if (!m_isArmed || !HasOverlappedIoCompleted(&m_change)) return false;
+    // Not by the state in m_change, which some systems only write when the call has ended.
+    if (!m_isArmed || ::WaitForSingleObject(m_event.Get(), 0) != WAIT_OBJECT_0) return false;
     Arm();
     return true;
 }
