@@ -36,7 +36,6 @@ void ActivityQuestions::Tick() {
 }
 
 void ActivityQuestions::Gather(const ActivityRequest& request) {
-    m_state = State::Gathering;
     m_language = std::make_shared<const Language>(nullptr);
     m_facts = {.kind = request.kind,
                .acting = {.path = request.actingPath, .fileDescription = {}},
@@ -49,6 +48,7 @@ void ActivityQuestions::Gather(const ActivityRequest& request) {
         });
     GatherProgram(&ActivityFacts::acting);
     GatherProgram(&ActivityFacts::target);
+    m_state = State::Gathering;  // not before all of it: what has failed without memory begins anew
 }
 
 void ActivityQuestions::GatherProgram(ActivityProgram ActivityFacts::*program) {
