@@ -1,5 +1,6 @@
 #include "advanced/RuleEditor_win.h"
 
+#include "base/FlagWhile.h"
 #include "dialogs/ModalPlace_win.h"
 
 namespace brennvar {
@@ -17,10 +18,8 @@ std::optional<AdvancedRule> WinRuleEditor::AskChange(const AdvancedRule& stored,
 std::optional<AdvancedRule> WinRuleEditor::Ask(AdvancedRuleDialog& dialog) {
     const HWND place = m_owner ? ModalOwner(m_owner).value_or(nullptr) : nullptr;
     if (!place || m_isOpen) return std::nullopt;
-    m_isOpen = true;
-    const std::optional<AdvancedRule> answer = dialog.Ask(place);
-    m_isOpen = false;
-    return answer;
+    const FlagWhile open(m_isOpen);
+    return dialog.Ask(place);
 }
 
 }  // namespace brennvar

@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "base/FlagWhile.h"
 #include "config/ResourceIds.h"
 #include "tray/TrayMenu_win.h"
 #include "tray/TrayWindow_win.h"
@@ -38,8 +39,8 @@ void ControlCenterTray::ShowMenu(POINT point) {
     // The mode comes later, and the user may click again until then.
     if (std::exchange(m_isMenuOpen, true)) return;
     m_modes->Read([this, point](ProtectionMode mode) {
+        const FlagWhile open(m_isMenuOpen);
         if (m_window) ShowTrayMenu(m_window, point, m_language, mode, Look(m_fonts));
-        m_isMenuOpen = false;
     });
 }
 

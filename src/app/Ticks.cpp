@@ -1,5 +1,7 @@
 #include "app/Ticks.h"
 
+#include "base/FlagWhile.h"
+
 namespace brennvar {
 namespace {
 
@@ -15,18 +17,6 @@ constexpr std::array<TickInfo, Ticks::kCount> kTicks{{
     {6, 100ms, &TickActions::FollowGrip, true},
 }};
 
-// Back to false whatever is thrown.
-class UnderWay {
-public:
-    explicit UnderWay(bool& flag) : m_flag(flag) { m_flag = true; }
-    UnderWay(const UnderWay&) = delete;
-    UnderWay& operator=(const UnderWay&) = delete;
-    ~UnderWay() { m_flag = false; }
-
-private:
-    bool& m_flag;
-};
-
 }  // namespace
 
 std::span<const TickInfo, Ticks::kCount> Ticks::Table() {
@@ -36,7 +26,7 @@ std::span<const TickInfo, Ticks::kCount> Ticks::Table() {
 void Ticks::OnTimer(unsigned timer) {
     for (std::size_t index = 0; index < kCount; ++index) {
         if (kTicks[index].timer != timer || m_isUnderWay[index]) continue;
-        const UnderWay underWay(m_isUnderWay[index]);
+        const FlagWhile underWay(m_isUnderWay[index]);
         (m_actions.*kTicks[index].action)();
     }
 }

@@ -44,7 +44,7 @@ template <class Question>
             pending->isOver = true;
             pending->changed.notify_all();
         }).detach();
-    } catch (const std::system_error&) {
+    } catch (...) {
         return std::nullopt;
     }
     const auto end = std::chrono::steady_clock::now() + limit;

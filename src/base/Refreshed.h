@@ -51,20 +51,23 @@ private:
                 self->next = std::move(request);
                 return;
             }
-            self->isReading = true;
             const auto shared = std::make_shared<const Request>(std::move(request));
             self->queue.template Ask<std::optional<Value>>(
                 [read = self->read, shared] { return read(*shared); },
                 [self, shared](std::optional<std::optional<Value>> value) {
                     if (!self->isGone) Finish(self, std::move(value).value_or(std::nullopt), *shared);
                 });
+            self->isReading = true;  // not before: without memory it is not asked
         }
 
         static void Finish(const std::shared_ptr<State>& self, std::optional<Value> value, const Request& request) {
             self->isReading = false;
             // Before the delivery, which may be long: a menu that opens with what was read stays until the user has
             // chosen.
-            if (auto next = std::exchange(self->next, std::nullopt)) Want(self, *std::move(next));
+            try {
+                if (auto next = std::exchange(self->next, std::nullopt)) Want(self, *std::move(next));
+            } catch (...) {  // NOLINT(bugprone-empty-catch): not read again, and this is delivered all the same
+            }
             self->deliver(std::move(value), request);
         }
 

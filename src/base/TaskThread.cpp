@@ -24,10 +24,12 @@ TaskThread::~TaskThread() {
 }
 
 void TaskThread::Post(Task task, Task completion) {
+    std::list<Job> job;
+    job.push_back({.task = std::move(task), .completion = std::move(completion)});
     {
         const std::lock_guard lock(m_mutex);
         if (m_isEnding) return;
-        m_jobs.push_back({.task = std::move(task), .completion = std::move(completion)});
+        m_jobs.splice(m_jobs.end(), job);
     }
     m_changed.notify_all();
 }
@@ -36,10 +38,11 @@ void TaskThread::RunCompletions() {
     std::unique_lock lock(m_mutex);
     // Only what is waiting now: a busy thread must not keep the window from its messages.
     for (std::size_t count = m_completions.size(); count > 0 && !m_completions.empty(); --count) {
-        const Task completion = std::move(m_completions.front());
-        m_completions.pop_front();
+        std::list<Job> first;
+        first.splice(first.end(), m_completions, m_completions.begin());
         lock.unlock();
-        RunAndDropExceptions(completion);
+        RunAndDropExceptions(first.front().completion);
+        first.clear();
         lock.lock();
     }
 }
@@ -51,7 +54,7 @@ bool TaskThread::WaitUntilIdle(std::chrono::milliseconds limit) {
 
 void TaskThread::RequestStop(std::chrono::milliseconds limit) {
     if (std::this_thread::get_id() != m_threadId) (void)WaitUntilIdle(limit);
-    std::deque<Job> dropped;  // destroyed without the lock: a task may own anything
+    std::list<Job> dropped;  // destroyed without the lock: a task may own anything
     {
         const std::lock_guard lock(m_mutex);
         m_isEnding = true;
@@ -73,23 +76,25 @@ void TaskThread::Run() {
     for (;;) {
         m_changed.wait(lock, [this] { return m_isEnding || !m_jobs.empty(); });
         if (m_jobs.empty()) return;
-        Job job = std::move(m_jobs.front());
-        m_jobs.pop_front();
+        // Jobs go from list to list: nothing of it needs memory, of which there may be none.
+        std::list<Job> job;
+        job.splice(job.end(), m_jobs, m_jobs.begin());
         m_isBusy = true;
         lock.unlock();
-        RunAndDropExceptions(job.task);
-        job.task = {};  // what it holds goes on the thread that used it
-        if (job.completion) Finish(std::move(job.completion));
+        RunAndDropExceptions(job.front().task);
+        job.front().task = {};  // what it holds goes on the thread that used it
+        if (job.front().completion) Finish(job);
+        job.clear();
         lock.lock();
         m_isBusy = false;
         m_changed.notify_all();
     }
 }
 
-void TaskThread::Finish(Task completion) {
+void TaskThread::Finish(std::list<Job>& job) {
     {
         const std::lock_guard lock(m_mutex);
-        m_completions.push_back(std::move(completion));
+        m_completions.splice(m_completions.end(), job);
     }
     RunAndDropExceptions(m_wake);
 }

@@ -6,8 +6,8 @@
 #include <chrono>
 #include <condition_variable>
 #include <cstddef>
-#include <deque>
 #include <functional>
+#include <list>
 #include <memory>
 #include <mutex>
 #include <optional>
@@ -30,7 +30,7 @@ public:
     TaskThread(const TaskThread&) = delete;
     TaskThread& operator=(const TaskThread&) = delete;
 
-    // Any thread. Completions run inside RunCompletions.
+    // Any thread. Completions run inside RunCompletions. Without memory it throws, and nothing has been posted.
     void Post(Task task, Task completion = {}) override;
 
     // User-interface thread: runs the completions that are waiting. A completion may call it again (a dialog that
@@ -59,7 +59,8 @@ private:
     };
 
     void Run();
-    void Finish(Task completion);
+    // Takes the job, of which only the completion is left.
+    void Finish(std::list<Job>& job);
 
     const std::function<void()> m_wake;
     StopSignal m_stop;
@@ -67,8 +68,8 @@ private:
 
     std::mutex m_mutex;  // guards everything below
     std::condition_variable m_changed;
-    std::deque<Job> m_jobs;
-    std::deque<Task> m_completions;
+    std::list<Job> m_jobs;
+    std::list<Job> m_completions;  // their tasks are done
     bool m_isBusy = false;
     bool m_isEnding = false;
 

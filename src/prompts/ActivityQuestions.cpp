@@ -38,7 +38,6 @@ void ActivityQuestions::Tick() {
 }
 
 void ActivityQuestions::Gather(const ActivityRequest& request) {
-    m_state = State::Gathering;
     m_words = std::make_shared<const QuestionWords>();
     m_facts = {.kind = request.kind,
                .acting = {.path = request.actingPath, .fileDescription = {}},
@@ -52,6 +51,7 @@ void ActivityQuestions::Gather(const ActivityRequest& request) {
         });
     GatherProgram(&ActivityFacts::acting);
     GatherProgram(&ActivityFacts::target);
+    m_state = State::Gathering;  // not before all of it: what has failed without memory begins anew
 }
 
 void ActivityQuestions::GatherProgram(ActivityProgram ActivityFacts::*program) {

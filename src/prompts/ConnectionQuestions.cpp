@@ -24,6 +24,7 @@ ConnectionQuestions::ConnectionQuestions(DeviceOpener& devices, FactsGatherer& f
     : m_devices(devices), m_facts(facts), m_delivery(delivery), m_asker(asker), m_packetData(kQuestionDataSize) {}
 
 void ConnectionQuestions::Tick() {
+    if (m_state == State::Delivering && m_isAnswerLeft) SendAnswer();
     if (m_state == State::Delivering && !m_delivery.IsUnderWay()) {
         m_device.reset();
         m_state = State::Idle;
@@ -42,7 +43,11 @@ void ConnectionQuestions::Fetch() {
         return;
     }
     m_state = State::Gathering;
-    m_facts.Start(m_request);
+    try {
+        m_facts.Start(m_request);
+    } catch (...) {
+        Deliver(PromptDecision::DenyOnce);  // nothing is known of who asks
+    }
 }
 
 bool ConnectionQuestions::FetchQuestion(Device& device) {
@@ -83,13 +88,19 @@ PromptDecision ConnectionQuestions::AskOrDeny() {
 
 void ConnectionQuestions::Deliver(PromptDecision decision) {
     m_state = State::Delivering;
-    ConnectionPromptAnswer answer{};
-    answer.kind = kPromptAnswerKind;
-    answer.decision = decision;
-    answer.questionId = m_block.questionId;
-    answer.processId = m_request.processId;
-    if (answer.processId != kNoProcess) PutText(answer.path, m_facts.Facts().path);
-    m_delivery.Send(answer);
+    m_answer = {};
+    m_answer.kind = kPromptAnswerKind;
+    m_answer.decision = decision;
+    m_answer.questionId = m_block.questionId;
+    m_answer.processId = m_request.processId;
+    if (m_answer.processId != kNoProcess) PutText(m_answer.path, m_facts.Facts().path);
+    m_isAnswerLeft = true;
+    SendAnswer();
+}
+
+void ConnectionQuestions::SendAnswer() {
+    m_delivery.Send(m_answer);  // which may throw, without memory: the next tick tries again
+    m_isAnswerLeft = false;
 }
 
 }  // namespace brennvar

@@ -56,6 +56,7 @@ private:
     void Decide();
     [[nodiscard]] PromptDecision AskOrDeny();
     void Deliver(PromptDecision decision);
+    void SendAnswer();
 
     DeviceOpener& m_devices;
     FactsGatherer& m_facts;
@@ -68,6 +69,8 @@ private:
     PromptExchangeBlock m_block{};
     ConnectionPromptRequest m_request{};
     std::vector<std::byte> m_packetData;
+    ConnectionPromptAnswer m_answer{};
+    bool m_isAnswerLeft = false;
 };
 
 }  // namespace brennvar

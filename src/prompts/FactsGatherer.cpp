@@ -20,11 +20,12 @@ constexpr std::size_t kLongestPath = sizeof ConnectionPromptAnswer::path - 1;
 }  // namespace
 
 void FactsGatherer::Start(const ConnectionPromptRequest& request) {
+    // First of all: no question may show what is known of the last one.
     m_rule = RuleAction::Ask;
-    m_words = std::make_shared<const QuestionWords>();
     m_facts = {};
-    m_facts.path = kUnknownPath;
+    m_facts.path = kUnknownPath;  // short enough to need no memory
     m_facts.applicationKnown = false;
+    m_words = std::make_shared<const QuestionWords>();
     m_facts.protocol = request.protocol;
     m_facts.localAddress = request.localAddress;
     m_facts.localPort = SwapPort(request.localPort);

@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "base/FlagWhile.h"
 #include "dialogs/ModalPlace_win.h"
 #include "dialogs/Questions_win.h"
 #include "security/EnterPasswordDialog_win.h"
@@ -42,9 +43,9 @@ bool SecurityPasswordGate::Check(const std::optional<Password>& stored) {
 
 void SecurityPasswordGate::TellUnreadable() {
     const std::optional<HWND> place = PlaceOfDialog();
-    if (!place || std::exchange(m_isTelling, true)) return;
+    if (!place || m_isTelling) return;
+    const FlagWhile telling(m_isTelling);
     ShowMessage(m_fonts, m_language, *place, m_language.GetText(PasswordDialog::kUnreadable));
-    m_isTelling = false;
 }
 
 bool SecurityPasswordGate::Show(PasswordDialog& dialog, HWND owner, bool isVerifying) {

@@ -1,6 +1,5 @@
 #include "ui/WorkerThread.h"
 
-#include <system_error>
 #include <utility>
 
 namespace brennvar {
@@ -17,7 +16,7 @@ bool CWorkerThread::Start(Job job) {
     m_running = true;
     try {
         m_thread = std::thread([this, job = std::move(job)] { Run(job); });
-    } catch (const std::system_error&) {  // the system has no thread to spare
+    } catch (...) {  // the system has no thread to spare, or no memory for one
         m_running = false;
     }
     return m_thread.joinable();
@@ -29,7 +28,10 @@ void CWorkerThread::Run(const Job& job) {
     } catch (...) {  // NOLINT(bugprone-empty-catch): the job is over, and its receiver sees what it left
     }
     m_running = false;
-    m_finished();
+    try {
+        m_finished();
+    } catch (...) {  // NOLINT(bugprone-empty-catch): nothing may leave a thread's function
+    }
 }
 
 void CWorkerThread::RequestStop() {

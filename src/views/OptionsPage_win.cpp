@@ -4,6 +4,7 @@
 #include <optional>
 #include <utility>
 
+#include "base/FlagWhile.h"
 #include "config/ResourceIds.h"
 #include "dialogs/MessageDialog_win.h"
 #include "dialogs/ModalPlace_win.h"
@@ -144,10 +145,9 @@ void OptionsPage::OpenSection(std::size_t index) {
 
 void OptionsPage::FillResourceLists() {
     if (Info().kind != SectionInfo::Kind::Resources) return;
-    m_isShowing = true;
+    const FlagWhile showing(m_isShowing);
     Form()->SetItems(IDC_OPTIONS_SKIN, m_resources.Skins());
     Form()->SetItems(IDC_OPTIONS_LANGUAGE, m_resources.Languages());
-    m_isShowing = false;
 }
 
 void OptionsPage::TakeEdits() {
@@ -156,9 +156,10 @@ void OptionsPage::TakeEdits() {
 
 void OptionsPage::ShowOptions() {
     if (!Form()) return;
-    m_isShowing = true;
-    Form()->ShowFields(m_editor.Shown(m_current));
-    m_isShowing = false;
+    {
+        const FlagWhile showing(m_isShowing);
+        Form()->ShowFields(m_editor.Shown(m_current));
+    }
     StateChanged();
 }
 
@@ -326,7 +327,6 @@ bool OptionsPage::MayLeave() {
     // A connection question cannot end before one that is opened during it, and the driver waits for its answer.
     const std::optional<HWND> owner = ModalOwner(::GetAncestor(Window(), GA_ROOT));
     if (!owner) return false;
-    m_isAsking = true;
     MessageDialog question(
         GetLook().fonts,
         {.caption = m_language.GetText(41, "Brennvar Personal Firewall"),
@@ -335,8 +335,10 @@ bool OptionsPage::MayLeave() {
          .ok = m_language.GetText(1116, "Apply"),
          .cancel = m_language.GetText(1216, "Stay here"),
          .other = m_language.GetText(1215, "Discard")});
-    const MessageAnswer answer = question.Choose(*owner);
-    m_isAsking = false;
+    const MessageAnswer answer = [&] {
+        const FlagWhile asking(m_isAsking);
+        return question.Choose(*owner);
+    }();
     if (answer == MessageAnswer::Cancel) return false;
     if (answer == MessageAnswer::Ok) {
         // At once: the page may be gone later.

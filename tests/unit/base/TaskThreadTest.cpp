@@ -7,6 +7,8 @@
 #include <stdexcept>
 #include <vector>
 
+#include "support/FailingMemory.h"
+
 namespace brennvar {
 namespace {
 
@@ -30,6 +32,26 @@ TEST(TaskThreadTest, RunsTasksThereAndCompletionsHereInOrder) {
     link.RunCompletions();
     EXPECT_EQ(tasks, expected);
     EXPECT_EQ(completions, expected);
+}
+
+TEST(TaskThreadTest, NeedsNoMemoryOnItsThread) {
+    constexpr int kCount = 100;  // more than a container that grows by the way has room for
+    TaskThread link([] {});
+    std::vector<int> completions;
+    completions.reserve(kCount);
+    for (int i = 0; i < kCount; ++i) {
+        link.Post([] { test::UseMemoryUp(); }, [&, i] { completions.push_back(i); });
+    }
+    link.Stop(kLong);
+    link.RunCompletions();
+    EXPECT_EQ(completions.size(), static_cast<std::size_t>(kCount));
+    // What cannot be posted has not been posted.
+    TaskThread other([] {});
+    int done = 0;
+    test::FailingMemory memory(0);
+    memory.Run([&] { other.Post([&done] { ++done; }); });
+    other.Stop(kLong);
+    EXPECT_EQ(done, 0);
 }
 
 TEST(TaskThreadTest, GoesOnAfterWhateverThrowsAndWhateverIsNested) {

@@ -7,6 +7,7 @@
 #include <thread>
 #include <vector>
 
+#include "support/FailingMemory.h"
 #include "support/FakeClock.h"
 #include "support/FakeIni.h"
 #include "support/FakeTaskQueue.h"
@@ -275,6 +276,40 @@ TEST(ActivityTextTest, NamesProgramsAsTheUserKnowsThem) {
         "into the executed applications. Allow this action?");
     EXPECT_EQ(BuildActivityQuestion({.kind = Kind::ChangeWallpaper}, language).body,
               "Some application is trying to change desktop wallpaper. Allow this action?");
+}
+
+TEST_F(ActivityQuestionsTest, LosesNoQuestionAndMixesNoneUpWithoutMemory) {
+    constexpr char kOther[] = R"(C:\Programs of all kinds\other.exe)";
+    int before = 0;
+    for (bool hasFailed = true; hasFailed; ++before) {
+        SCOPED_TRACE(before);
+        Ask({.kind = Kind::WriteToProcess, .actingPath = kActing, .targetPath = kTarget});
+        TickAndLookUp();
+        Answer({.allow = true, .trust = true});
+        Join();
+        asker.opened.clear();
+        Ask({.kind = Kind::WriteToProcess, .actingPath = kOther, .targetPath = kTarget});
+        test::FailingMemory memory(before);
+        for (int tick = 0; tick < 100 && !*answers.back(); ++tick) {
+            if (!asker.opened.empty() || tick == 50)
+                asker.answer = ActivityAnswer{};  // as a window that failed has
+            memory.Run([this] { questions.Tick(); });
+            clock.Pass(100ms);
+            for (test::FakeTaskQueue* const queue : {&programs, &words}) {
+                while (queue->Waiting() > 0) {
+                    queue->DoTask();
+                    memory.Run([queue] { queue->Complete(); });
+                }
+            }
+            if (!questions.IsBusy() && tick > 0) break;
+        }
+        Join();
+        EXPECT_LE(asker.opened.size(), 1U);
+        for (const ActivityQuestion& question : asker.opened) EXPECT_EQ(question.path, kOther);
+        EXPECT_FALSE((*answers.back())->allow);
+        hasFailed = memory.HasFailed();
+    }
+    EXPECT_GT(before, 10) << "allocations of one question";
 }
 
 }  // namespace

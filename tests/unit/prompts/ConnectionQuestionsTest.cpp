@@ -6,6 +6,7 @@
 #include <cstring>
 #include <stdexcept>
 
+#include "support/FailingMemory.h"
 #include "support/RawBytes.h"
 #include "unit/prompts/QuestionRig.h"
 
@@ -278,6 +279,55 @@ TEST_F(ConnectionQuestionsTest, TakesOneQuestionAtATimeUntilItsAnswerIsOver) {
     present = 0;
     EXPECT_EQ(Tick(), State::Idle);
     EXPECT_EQ(driver.openCount, 0);
+}
+
+TEST_F(ConnectionQuestionsTest, LosesNoQuestionAndMixesNoneUpWithoutMemory) {
+    constexpr char kOtherPath[] = R"(C:\Programs of all kinds\other.exe)";
+    int before = 0;
+    for (bool hasFailed = true; hasFailed; ++before) {
+        SCOPED_TRACE(before);
+        // One question before, about another program, whose facts must not come up again.
+        request = Request(kMailPath);
+        present = 1;
+        asker.answer = {.allow = true, .remember = true};
+        (void)Round();
+        present = 0;
+        questions.Tick();
+        ASSERT_EQ(questions.CurrentState(), State::Idle);
+        request = Request(kOtherPath);
+        present = 1;
+        asker.questions.clear();
+        pipe.writes.clear();
+        test::FailingMemory memory(before);
+        for (int tick = 0; tick < 100 && pipe.writes.empty(); ++tick) {
+            memory.Run([this] { questions.Tick(); });
+            if (questions.CurrentState() != State::Idle) present = 0;
+            clock.Pass(100ms);
+            for (test::FakeTaskQueue* const queue : {&deciding, &programs, &connection, &delivering}) {
+                while (queue->Waiting() > 0) {
+                    queue->DoTask();
+                    memory.Run([queue] { queue->Complete(); });
+                }
+            }
+        }
+        ASSERT_EQ(pipe.writes.size(), 1U);
+        const auto answer = DecodeRecord<ConnectionPromptAnswer>(pipe.writes[0].bytes).value();
+        const std::string path(TextOf(answer.path));
+        for (const PromptQuestion& question : asker.questions)
+            EXPECT_EQ(question.path.find("ail.exe"), question.path.npos);
+        EXPECT_TRUE(path == kOtherPath || path == "Unknown name") << path;
+        // Whatever has failed: what is allowed has been asked, and for good only where the program is known.
+        if (asker.questions.empty()) {
+            EXPECT_EQ(answer.decision, PromptDecision::DenyOnce);
+        } else if (path != kOtherPath) {
+            EXPECT_NE(answer.decision, PromptDecision::AllowAndRemember);
+        }
+        EXPECT_LE(asker.questions.size(), 1U);
+        hasFailed = memory.HasFailed();
+        TickAndLookUp();
+        EXPECT_FALSE(questions.IsBusy());
+    }
+    EXPECT_GT(before, 20) << "allocations of one question";
 }
 
 }  // namespace

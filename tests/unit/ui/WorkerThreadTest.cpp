@@ -6,6 +6,8 @@
 #include <future>
 #include <stdexcept>
 
+#include "support/FailingMemory.h"
+
 namespace brennvar {
 
 TEST(CWorkerThreadTest, RunsOneJobAtATimeUntilItIsStopped) {
@@ -35,6 +37,17 @@ TEST(CWorkerThreadTest, RunsOneJobAtATimeUntilItIsStopped) {
         ASSERT_TRUE(worker.Start([](const StopSignal&) { throw std::runtime_error("no memory"); }));
     }
     EXPECT_EQ(ends, 4);
+    // Nothing leaves the thread, and nothing is left standing of a job that could not begin.
+    CWorkerThread worker([] { throw std::runtime_error("finished"); });
+    for (int before = 0;; ++before) {
+        test::FailingMemory memory(before);
+        memory.Run([&] { (void)worker.Start([](const StopSignal&) {}); });
+        worker.Stop();
+        EXPECT_FALSE(worker.Running()) << before;
+        if (!memory.HasFailed()) break;
+    }
+    ASSERT_TRUE(worker.Start([](const StopSignal&) {}));
+    worker.Stop();
 }
 
 }  // namespace brennvar
