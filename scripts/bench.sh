@@ -82,6 +82,13 @@ encode_quoted_printable   speed  0.5
 idle_seconds=60
 idle_times=1.2
 
+# Memory that nobody shares with the control center, in the tray and with a log of so many rows on screen, without what
+# Wine takes for each thread, which Windows does not; and what a user installs, languages aside. MB of 1,000,000 bytes.
+memory_in_tray=10
+memory_rows=100000
+memory_with_rows=40
+program_and_skins=3
+
 repetitions=15
 while [ $# -gt 0 ]; do
     case $1 in
@@ -192,7 +199,7 @@ processor_time() { cat "/proc/$1"/task/*/schedstat | awk '{ sum += $1 } END { pr
 say "measuring $idle_seconds s of doing nothing" >&2
 root=$OLDPWD
 data=$WINEPREFIX/drive_c/ProgramData/Quorlan/Brennvar\ Firewall
-printf 'totals 0 0\n' >idle.scenario
+printf 'totals 0 0\nlog-many %s\n' $memory_rows >idle.scenario
 wine "$root/build/windows/standin/brennvar.exe" --scenario idle.scenario >"$logs/service.log" 2>&1 </dev/null &
 service=$!
 until grep -qs "EVENT started" "$data/journal.txt"; do
@@ -217,5 +224,34 @@ awk -v ours=$((after - before)) -v least=$((yardstick_after - yardstick_before))
         printf "%-18s  %8.3f %s\n", "idle_in_tray", ours / seconds / 1e7, "%"
         printf "%-18s  %8.3f %s\n", "idle_asking_alone", least / seconds / 1e7, "%"
     }' || fail "some measures could not be taken"
-kill "$interface" "$yardstick" 2>/dev/null || true
+
+# private_memory PID: bytes
+private_memory() { awk '/^RssAnon/ { print $2 * 1024 }' "/proc/$1/status"; }
+thread_count() { ls "/proc/$1/task" | wc -l; }
+# megabytes NAME PID GOAL: less what its threads take, as two programs have it of which one has more of them
+megabytes() {
+    awk -v name="$1" -v all="$(private_memory "$2")" -v threads=$(($(thread_count "$2") - 1)) -v one="$(private_memory $yardstick)" \
+        -v more="$(private_memory $threaded)" -v count="$thread_yardstick" -v goal="$3" 'BEGIN {
+            value = (all - threads * (more - one) / count) / 1e6
+            printf "%-18s  %8.3f %-2s  %-2s %-4s  %s\n", name, value, "MB", "<=", goal, value <= goal ? "ok" : "short"
+        }'
+}
+say "measuring memory" >&2
+kill "$yardstick" 2>/dev/null || true
+thread_yardstick=16
+wine empty_window.exe >/dev/null 2>&1 </dev/null &
+yardstick=$!
+wine empty_window.exe --threads $thread_yardstick >/dev/null 2>&1 </dev/null &
+threaded=$!
+until [ "$(thread_count $threaded)" -gt $thread_yardstick ] && [ "$(thread_count $yardstick)" -gt 0 ]; do sleep 0.1; done
+sleep 2
+megabytes memory_in_tray "$interface" $memory_in_tray
+wine BrennvarGUI.exe >/dev/null 2>&1 </dev/null || true  # brings the first one forward
+timeout 120 wine "$root/build/windows/gallery/demo_driver.exe" 'wait:#462' 'page:#462:463' "rows:#462:$memory_rows" >/dev/null </dev/null ||
+    fail "the log was not listed"
+megabytes memory_with_rows "$interface" $memory_with_rows
+find BrennvarGUI.exe Skins -type f -printf '%s\n' | awk -v goal=$program_and_skins '
+    { bytes += $1 }
+    END { printf "%-18s  %8.3f %-2s  %-2s %-4s  %s\n", "program_and_skins", bytes / 1e6, "MB", "<=", goal, bytes / 1e6 <= goal ? "ok" : "short" }'
+kill "$interface" "$yardstick" "$threaded" 2>/dev/null || true
 wine "$root/build/windows/standin/brennvar.exe" --stop >/dev/null 2>&1 </dev/null || true

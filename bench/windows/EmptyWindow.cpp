@@ -1,9 +1,10 @@
 // The yardstick of the start: the least program that shows a window of the control center's size.
-//   --asks  the yardstick of an idle day: hidden, with timers like the control center's, of which one asks the
-//   driver
-//           for a question, ten times a second, with no more calls of the system than that takes
+//   --asks      the yardstick of an idle day: hidden, with timers like the control center's, of which one asks the
+//               driver for a question, ten times a second, with no more calls of the system than that takes
+//   --threads N with so many threads that do nothing, for what the system itself takes for each
 #include "base/Windows_win.h"
 
+#include <cstdlib>
 #include <cstring>
 #include <iterator>
 #include <vector>
@@ -36,6 +37,11 @@ void AskDriver() {
     ::CloseHandle(device);
 }
 
+DWORD WINAPI Wait(void*) {
+    ::Sleep(INFINITE);
+    return 0;
+}
+
 LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     if (message == WM_TIMER && wParam == kAskingTimer) AskDriver();
     if (message == WM_DESTROY) ::PostQuitMessage(0);
@@ -46,6 +52,11 @@ LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lPar
 
 int WINAPI WinMain(HINSTANCE module, HINSTANCE, LPSTR arguments, int) {
     const bool asks = std::strcmp(arguments, "--asks") == 0;
+    constexpr char kThreads[] = "--threads ";
+    if (const char* const given = std::strstr(arguments, kThreads)) {
+        for (int left = std::atoi(given + std::strlen(kThreads)); left > 0; --left)
+            ::CloseHandle(::CreateThread(nullptr, 0, &Wait, nullptr, 0, nullptr));
+    }
     WNDCLASSA windowClass{};
     windowClass.lpfnWndProc = &Procedure;
     windowClass.hInstance = module;

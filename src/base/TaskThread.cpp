@@ -16,8 +16,7 @@ void RunAndDropExceptions(const TaskThread::Task& task) noexcept {
 
 }  // namespace
 
-TaskThread::TaskThread(std::function<void()> wake)
-    : m_wake(std::move(wake)), m_thread([this] { Run(); }), m_threadId(m_thread.get_id()) {}
+TaskThread::TaskThread(std::function<void()> wake) : m_wake(std::move(wake)) {}
 
 TaskThread::~TaskThread() {
     Stop(std::chrono::milliseconds(0));
@@ -29,6 +28,10 @@ void TaskThread::Post(Task task, Task completion) {
     {
         const std::lock_guard lock(m_mutex);
         if (m_isEnding) return;
+        if (m_threadId == std::thread::id()) {
+            m_thread = std::thread([this] { Run(); });
+            m_threadId = m_thread.get_id();
+        }
         m_jobs.splice(m_jobs.end(), job);
     }
     m_changed.notify_all();
@@ -47,13 +50,18 @@ void TaskThread::RunCompletions() {
     }
 }
 
+bool TaskThread::IsOnThread() {
+    const std::lock_guard lock(m_mutex);
+    return std::this_thread::get_id() == m_threadId;
+}
+
 bool TaskThread::WaitUntilIdle(std::chrono::milliseconds limit) {
     std::unique_lock lock(m_mutex);
     return m_changed.wait_for(lock, limit, [this] { return m_isEnding || (m_jobs.empty() && !m_isBusy); });
 }
 
 void TaskThread::RequestStop(std::chrono::milliseconds limit) {
-    if (std::this_thread::get_id() != m_threadId) (void)WaitUntilIdle(limit);
+    if (!IsOnThread()) (void)WaitUntilIdle(limit);
     std::list<Job> dropped;  // destroyed without the lock: a task may own anything
     {
         const std::lock_guard lock(m_mutex);
@@ -66,7 +74,7 @@ void TaskThread::RequestStop(std::chrono::milliseconds limit) {
 
 void TaskThread::Stop(std::chrono::milliseconds limit) {
     RequestStop(limit);
-    if (std::this_thread::get_id() == m_threadId) return;
+    if (IsOnThread()) return;
     const std::lock_guard joinLock(m_joinMutex);
     if (m_thread.joinable()) m_thread.join();
 }

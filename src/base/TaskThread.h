@@ -30,7 +30,8 @@ public:
     TaskThread(const TaskThread&) = delete;
     TaskThread& operator=(const TaskThread&) = delete;
 
-    // Any thread. Completions run inside RunCompletions. Without memory it throws, and nothing has been posted.
+    // Any thread. Completions run inside RunCompletions. The thread begins with the first task. Without memory, or
+    // when the system has no thread to spare, it throws, and nothing has been posted.
     void Post(Task task, Task completion = {}) override;
 
     // User-interface thread: runs the completions that are waiting. A completion may call it again (a dialog that
@@ -58,6 +59,7 @@ private:
         Task completion;
     };
 
+    [[nodiscard]] bool IsOnThread();
     void Run();
     // Takes the job, of which only the completion is left.
     void Finish(std::list<Job>& job);
@@ -73,8 +75,9 @@ private:
     bool m_isBusy = false;
     bool m_isEnding = false;
 
-    std::thread m_thread;  // last: it uses everything above
-    const std::thread::id m_threadId;
+    std::thread::id m_threadId;  // none before the first task
+
+    std::thread m_thread;  // last: it uses everything above. Begun under m_mutex, joined under m_joinMutex
 };
 
 }  // namespace brennvar
