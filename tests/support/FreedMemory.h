@@ -1,5 +1,5 @@
-// Sees what is still in memory when it is given back: a test program that has FreedMemory.cpp looks into every
-// block of the heap that is freed.
+// Sees what is still in memory when it is given back: the test programs look into
+// every block of the heap that is freed.
 #pragma once
 
 #include <string_view>

@@ -1,4 +1,5 @@
-#include "support/FreedMemory.h"
+// The test programs' own "new" and "delete", behind FailingMemory and FreedMemory.
+#include <malloc.h>
 
 #include <atomic>
 #include <cstddef>
@@ -6,35 +7,64 @@
 #include <new>
 #include <utility>
 
+#include "support/FailingMemory.h"
+#include "support/FreedMemory.h"
+
 namespace brennvar::test {
 namespace {
+
+// Allocations that succeed before the next one fails; below zero none does.
+thread_local int s_left = -1;
+thread_local bool s_isUsedUp = false;
 
 std::atomic<const std::vector<std::string_view>*> s_secrets = nullptr;
 std::atomic<int> s_count = 0;
 
-// In front of each block stands its size.
-constexpr std::size_t kHead = alignof(std::max_align_t);
-
 void* Allocate(std::size_t size) noexcept {
-    auto* const block = static_cast<std::byte*>(std::malloc(kHead + size));
-    if (!block) return nullptr;
-    ::new (block) std::size_t(size);
-    return block + kHead;
+    const bool fails = s_left == 0 || s_isUsedUp;
+    if (s_left >= 0) --s_left;
+    return fails ? nullptr : std::malloc(size > 0 ? size : 1);
+}
+
+void* AllocateOrThrow(std::size_t size) {
+    void* const memory = Allocate(size);
+    if (!memory) throw std::bad_alloc();
+    return memory;
+}
+
+std::size_t SizeOf(void* memory) {
+#ifdef _WIN32
+    return ::_msize(memory);
+#else
+    return ::malloc_usable_size(memory);
+#endif
 }
 
 void Free(void* memory) noexcept {
-    if (!memory) return;
-    auto* const block = static_cast<std::byte*>(memory) - kHead;
-    if (const auto* const secrets = s_secrets.load()) {
-        const std::string_view content(static_cast<const char*>(memory), *reinterpret_cast<std::size_t*>(block));
+    const auto* const secrets = memory ? s_secrets.load() : nullptr;
+    if (secrets) {
+        const std::string_view content(static_cast<const char*>(memory), SizeOf(memory));
         for (const std::string_view secret : *secrets) {
             if (content.find(secret) != std::string_view::npos) ++s_count;
         }
     }
-    std::free(block);
+    std::free(memory);
 }
 
 }  // namespace
+
+void UseMemoryUp() {
+    s_isUsedUp = true;
+}
+
+void FailingMemory::Begin() const {
+    s_left = m_left;
+}
+
+void FailingMemory::End() {
+    m_left = s_left;
+    s_left = -1;
+}
 
 FreedMemory::FreedMemory(std::vector<std::string_view> secrets) : m_secrets(std::move(secrets)) {
     s_count = 0;
@@ -52,11 +82,10 @@ int FreedMemory::Count() const {
 }  // namespace brennvar::test
 
 void* operator new(std::size_t size) {
-    if (void* const memory = brennvar::test::Allocate(size)) return memory;
-    throw std::bad_alloc();
+    return brennvar::test::AllocateOrThrow(size);
 }
 void* operator new[](std::size_t size) {
-    return operator new(size);
+    return brennvar::test::AllocateOrThrow(size);
 }
 void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
     return brennvar::test::Allocate(size);
