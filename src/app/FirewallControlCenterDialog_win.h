@@ -100,6 +100,7 @@ private:
     [[nodiscard]] bool IsBusy() const;
 
     Session& m_session;
+    bool m_isShownLater = false;  // OnShown is to come
     Ticks m_ticks{*this};
     UniqueIcon m_bigIcon;
     UniqueIcon m_smallIcon;

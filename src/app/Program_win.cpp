@@ -61,6 +61,7 @@ FirewallControlCenterDialog::Outcome RunControlCenter(Clock& clock) {
          .makeConnector = [](const StopSignal& stop) { return std::make_unique<WinPipeConnector>(stop); },
          .readAddresses = &ReadInterfaceAddresses,
          .userValues = userValues,
+         .isUserSessionEnding = [] { return ::GetSystemMetrics(SM_SHUTTINGDOWN) != 0; },
          .dataFolder = dataFolder,
          .languageName = CurrentLanguageName()},
         OpenLanguage());

@@ -4,6 +4,7 @@
 #include <optional>
 #include <utility>
 
+#include "base/FlagWhile.h"
 #include "config/Charset.h"
 #include "config/Folders.h"
 #include "config/OptionTable.h"
@@ -33,7 +34,8 @@ AdvancedRules::Load AdvancedRulesLoader(const std::string& dataFolder, Clock& cl
 }  // namespace
 
 Session::Session(const SessionSurroundings& surroundings, Language openedLanguage)
-    : clock(surroundings.clock),
+    : m_isUserSessionEnding(surroundings.isUserSessionEnding),
+      clock(surroundings.clock),
       devices(surroundings.devices),
       userValues(surroundings.userValues),
       dataFolder(surroundings.dataFolder),
@@ -141,17 +143,23 @@ void Session::StopLinks(std::chrono::milliseconds limit) {
 }
 
 void Session::RefreshFigures() {
+    // The messages that ask for this are lost when others have filled the queue.
+    RunCompletions();
+    for (CWorkerThread& worker : workers) {
+        if (!worker.Running()) worker.Stop();
+    }
     if (m_view) m_figures.Tick(*m_view);
 }
 
 void Session::FetchNotice() {
-    if (std::exchange(m_isFetchingNotice, true)) return;
+    if (m_isFetchingNotice) return;
     using Notice = std::optional<std::string>;
     link.Ask<Notice>([](ServicePipes& pipes) { return pipes.FetchTrayText(); },
                      [this](const std::optional<Notice>& text) {
                          m_isFetchingNotice = false;
                          if (text && *text) OnNotice(**text);
                      });
+    m_isFetchingNotice = true;
 }
 
 void Session::TrustProgram(const std::string& path, std::function<void()> over) {
@@ -168,12 +176,11 @@ void Session::LeaveProgram() {
 
 void Session::OnNotice(const std::string& text) {
     if (!m_view) return;
-    m_isTellingNotice = true;
+    const FlagWhile telling(m_isTellingNotice);
     const TrayNotice notice = ParseTrayNotice(text);
     if (notice.kind == TrayNotice::Kind::Attack) statistics.CountAttack();
     if (notice.kind == TrayNotice::Kind::Balloon) statistics.AddNotice(notice.text, clock.UtcNow());
     m_view->ShowNotice(notice);
-    m_isTellingNotice = false;
 }
 
 void Session::OnModeChanged() {

@@ -51,6 +51,8 @@ struct SessionSurroundings {
     ServiceLink::MakeConnector makeConnector;
     MachineWatch::ReadAddresses readAddresses;
     UserValues& userValues;
+    // Whether the system ends the session of the user.
+    bool (*isUserSessionEnding)();
     std::string dataFolder;
     std::string languageName;  // a folder's; of the fonts' character set
 };
@@ -90,6 +92,8 @@ public:
     [[nodiscard]] bool IsAtWork() const {
         return IsAnyWorkerRunning() || rules.Current() != RuleExchange::Work::None || advancedRules.IsSaving();
     }
+    // The system ends the session of the user, and all programs with it.
+    [[nodiscard]] bool IsUserSessionEnding() const { return m_isUserSessionEnding(); }
     // A notice is being told.
     [[nodiscard]] bool IsTellingNotice() const { return m_isTellingNotice; }
 
@@ -105,6 +109,7 @@ private:
     // Where other threads post to; null while there is no window.
     std::atomic<HWND> m_window = nullptr;
     SessionView* m_view = nullptr;
+    bool (*const m_isUserSessionEnding)();
     bool m_isFetchingNotice = false;
     bool m_isTellingNotice = false;
 

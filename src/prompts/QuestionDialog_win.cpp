@@ -116,6 +116,7 @@ void QuestionDialog::OnEnded() {
 
 void QuestionDialog::OnInitDialog() {
     CSkinDialog::OnInitDialog();
+    KeepTexts();
     m_stand.Begin(Window(), m_owner, {IDC_ALLOW, IDC_DENY, IDCANCEL, IDC_QUESTION_LINK});
 }
 
@@ -134,6 +135,7 @@ void QuestionDialog::AdoptControls() {
     }
     ::SetDlgItemTextA(Window(), IDC_QUESTION_LINK, m_content.linkText.c_str());
     ::SetDlgItemTextA(Window(), IDC_MESSAGE_TEXT, m_content.message.c_str());
+    m_message.Adopt(Item(IDC_MESSAGE_TEXT), GetLook());
     ::SetDlgItemTextA(Window(), IDC_REMEMBER, m_content.tickText.c_str());
     ::SetDlgItemTextA(Window(), IDC_WHY_NOT_REMEMBERED, m_content.whyNoTick.c_str());
     ::SetDlgItemTextA(Window(), IDC_ALLOW, m_content.allowText.c_str());

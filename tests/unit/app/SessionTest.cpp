@@ -36,6 +36,7 @@ protected:
                      .makeConnector = [this](const StopSignal&) { return std::make_unique<Connector>(pipe); },
                      .readAddresses = [] { return std::vector<InterfaceAddress>(); },
                      .userValues = userValues,
+                     .isUserSessionEnding = [] { return false; },
                      .dataFolder = folder.Path(),
                      .languageName = "English"},
                     Language(nullptr)};
