@@ -79,6 +79,7 @@ void FirewallControlCenterDialog::OnInitDialog() {
     SetTimers(true);
     // What the user does not wait for comes when the window is there: the icon, and the first look at the driver,
     // not only after a second.
+    m_isShownLater = true;
     ::PostMessageA(Window(), kMessageShown, 0, 0);
     ::PostMessageA(Window(), WM_TIMER, Ticks::Table().front().timer, 0);
     // Windows would keep it from us when that start has fewer rights than this one.
@@ -125,6 +126,7 @@ void FirewallControlCenterDialog::OnTimer(UINT_PTR id) {
 }
 
 void FirewallControlCenterDialog::OnShown() {
+    if (!std::exchange(m_isShownLater, false)) return;  // said by somebody else
     m_com.emplace();
     m_tray.Create(Window(), kMessageTray, m_session.modes);
     (void)RunDetached([] { EnsureHelperRuns(GetInstallationFolder()); });
@@ -228,7 +230,9 @@ void FirewallControlCenterDialog::OpenWebPage(const std::string& address) {
 std::optional<LRESULT> FirewallControlCenterDialog::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     constexpr UINT kFinished = Session::kMessageWorkerFinished;
     if (message >= kFinished && message < kFinished + Session::kWorkerCount) {
-        m_session.workers[message - kFinished].Stop();
+        // Anybody can say so; a job that is not over would be waited for.
+        CWorkerThread& worker = m_session.workers[message - kFinished];
+        if (!worker.Running()) worker.Stop();
         return 0;
     }
     if (message == OpenWindowMessage()) {
@@ -249,10 +253,11 @@ std::optional<LRESULT> FirewallControlCenterDialog::OnMessage(UINT message, WPAR
             if (m_ticks.SetSeen(IsSeen())) SetTimers(false);
             return FrameDialog::OnMessage(message, wParam, lParam);
         case WM_ENABLE:
-            if (wParam) m_mail.OnEnabled();
+            if (::IsWindowEnabled(Window())) m_mail.OnEnabled();
             return FrameDialog::OnMessage(message, wParam, lParam);
         case WM_ENDSESSION:
-            if (wParam) OnEndSession();
+            // A program that only says so does not end the firewall's window.
+            if (wParam && m_session.IsUserSessionEnding()) OnEndSession();
             return 0;
         case WM_POWERBROADCAST:
             // A screen may have been taken away while the machine slept.

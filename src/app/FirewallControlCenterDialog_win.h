@@ -104,6 +104,7 @@ private:
     // For what the shell does for this thread; only when the window is there, since it takes its time.
     std::optional<ComOfThread> m_com;
     Session& m_session;
+    bool m_isShownLater = false;  // OnShown is to come
     Ticks m_ticks{*this};
     UniqueIcon m_bigIcon;
     UniqueIcon m_smallIcon;

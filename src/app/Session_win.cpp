@@ -4,7 +4,9 @@
 #include <optional>
 #include <utility>
 
+#include "base/FlagWhile.h"
 #include "config/Charset.h"
+#include "config/FileStamp_win.h"
 #include "config/Folders.h"
 #include "config/OptionTable.h"
 #include "config/Options.h"
@@ -13,14 +15,36 @@
 namespace brennvar {
 namespace {
 
-// Reads option 1 of the service's options; the pause is the clock's, so that it ends with its thread.
-ProtectionModes::ReadMode ModeReader(const std::string& dataFolder, Clock& clock) {
-    return [options = OptionReader(dataFolder, clock), &clock](std::chrono::milliseconds pause) {
-        if (pause.count() > 0) (void)clock.Sleep(pause);  // cut short, nobody waits for the mode
-        return std::optional(static_cast<ProtectionMode>(
-            options.ReadOption(static_cast<std::uint32_t>(OptionId::ProtectionMode), 0)));
-    };
-}
+// Reads option 1 of the service's options, each second: a file that has not been written since is not opened. On
+// one thread; the pause is the clock's, so that it ends with its thread.
+class StoredMode {
+public:
+    StoredMode(const std::string& dataFolder, Clock& clock)
+        : m_path(ConfigFilePath(dataFolder)), m_options(dataFolder, clock), m_clock(clock) {}
+
+    std::optional<ProtectionMode> operator()(std::chrono::milliseconds pause) {
+        if (pause.count() > 0) (void)m_clock.Sleep(pause);  // cut short, nobody waits for the mode
+        const FileStamp stamp = StampOf(m_path);
+        if (m_mode && stamp == m_stamp) return m_mode;
+        m_mode.reset();
+        constexpr std::uint32_t kNotStored = 0xFFFFFFFF;  // or the file cannot be read now
+        const std::uint32_t value =
+            m_options.ReadOption(static_cast<std::uint32_t>(OptionId::ProtectionMode), kNotStored);
+        if (value == kNotStored) return std::nullopt;
+        const auto mode = static_cast<ProtectionMode>(value);
+        m_stamp = stamp;
+        // What has just been written may be written again with the same stamp.
+        if (!stamp.IsFresh(m_clock.UtcNow())) m_mode = mode;
+        return mode;
+    }
+
+private:
+    const std::string m_path;
+    const OptionReader m_options;
+    Clock& m_clock;
+    FileStamp m_stamp;
+    std::optional<ProtectionMode> m_mode;  // while the stamp stays
+};
 
 // The pause is the clock's, as above.
 AdvancedRules::Load AdvancedRulesLoader(const std::string& dataFolder, Clock& clock) {
@@ -55,7 +79,7 @@ Session::Session(const SessionSurroundings& surroundings, Language openedLanguag
       commander(link, language),
       password(dataFolder, passwordClock),
       gate(fonts, language, commander, passwordReads, password),
-      modes(clock, language, commander, reads, ModeReader(dataFolder, readsClock), *this),
+      modes(clock, language, commander, reads, StoredMode(dataFolder, readsClock), *this),
       applicationChanges(commander),
       archives(PostWhenFinished(kMessageCompletions)),
       archivesClock(archives.Stopping()),
@@ -154,18 +178,24 @@ void Session::StopLinks(std::chrono::milliseconds limit) {
 }
 
 void Session::RefreshFigures() {
+    // The messages that ask for this are lost when others have filled the queue.
+    RunCompletions();
+    for (CWorkerThread& worker : workers) {
+        if (!worker.Running()) worker.Stop();
+    }
     if (m_view) m_figures.Tick(*m_view);
 }
 
 void Session::FetchNotice() {
     if (!m_isInFront) return;
-    if (std::exchange(m_isFetchingNotice, true)) return;
+    if (m_isFetchingNotice) return;
     using Notice = std::optional<std::string>;
     link.Ask<Notice>([](ServicePipes& pipes) { return pipes.FetchTrayText(); },
                      [this](const std::optional<Notice>& text) {
                          m_isFetchingNotice = false;
                          if (text && *text) OnNotice(**text);
                      });
+    m_isFetchingNotice = true;
 }
 
 void Session::TrustProgram(const std::string& path, std::function<void()> over) {
@@ -182,12 +212,11 @@ void Session::LeaveProgram() {
 
 void Session::OnNotice(const std::string& text) {
     if (!m_view) return;
-    m_isTellingNotice = true;
+    const FlagWhile telling(m_isTellingNotice);
     const TrayNotice notice = ParseTrayNotice(text);
     if (notice.kind == TrayNotice::Kind::Attack) statistics.CountAttack();
     if (notice.kind == TrayNotice::Kind::Balloon) statistics.AddNotice(notice.text, clock.UtcNow());
     m_view->ShowNotice(notice);
-    m_isTellingNotice = false;
 }
 
 void Session::OnModeChanged() {

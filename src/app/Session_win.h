@@ -101,6 +101,8 @@ public:
     [[nodiscard]] bool IsAtWork() const {
         return IsAnyWorkerRunning() || rules.Current() != RuleExchange::Work::None || advancedRules.IsSaving();
     }
+    // The system ends the session of the user, and all programs with it.
+    [[nodiscard]] bool IsUserSessionEnding() const { return m_userSession.IsEnding(); }
     // A notice is being told.
     [[nodiscard]] bool IsTellingNotice() const { return m_isTellingNotice; }
 

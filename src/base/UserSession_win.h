@@ -11,6 +11,8 @@ public:
     // A screen and a keyboard belong to it now, this machine's or those of a remote desktop. True as well where the
     // system cannot tell. May take a while; any thread.
     [[nodiscard]] virtual bool IsInFront() const = 0;
+    // The system is ending it.
+    [[nodiscard]] virtual bool IsEnding() const = 0;
     // From now on the window gets WM_WTSSESSION_CHANGE when that has changed; anybody else can send that, too.
     virtual void TellChangesTo(HWND window) = 0;
     virtual void StopTelling(HWND window) = 0;
@@ -22,6 +24,7 @@ public:
     WinUserSession();
 
     [[nodiscard]] bool IsInFront() const override;
+    [[nodiscard]] bool IsEnding() const override { return ::GetSystemMetrics(SM_SHUTTINGDOWN) != 0; }
     void TellChangesTo(HWND window) override;
     void StopTelling(HWND window) override;
 

@@ -3,7 +3,10 @@
 // windows.h must stand before commctrl.h.
 #include <commctrl.h>
 
+#include "base/FlagWhile.h"
 #include "controls/FieldFrame_win.h"
+#include "controls/ListBox_win.h"
+#include "ui/OwnMessages_win.h"
 #include "ui/Paint_win.h"
 
 namespace brennvar {
@@ -20,6 +23,7 @@ void CComboList::Adopt(HWND list, const Look& look) {
 }
 
 std::optional<LRESULT> CComboList::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+    if (!m_mayChange && ChangesListItems(message)) return LB_ERR;
     if (message == WM_ERASEBKGND) {
         FillSolid(reinterpret_cast<HDC>(wParam), ClientRect(), m_colours.list);
         return TRUE;
@@ -53,7 +57,7 @@ void CComboBox::Adopt(HWND control, const Look& look) {
 void CComboBox::SetUp(const Look& look) {
     m_colours = look.colours;
     ::SendMessageA(Window(), CB_SETITEMHEIGHT, 0, Scale(kItemHeight));
-    ::SendMessageA(Window(), CB_SETMINVISIBLE, kShownItems, 0);
+    CallWindows(CB_SETMINVISIBLE, kShownItems, 0);
     // Windows adds its own border to the field's height: how much, it tells by what comes out.
     const int height = FieldHeight();
     ::SendMessageA(Window(), CB_SETITEMHEIGHT, static_cast<WPARAM>(-1), height);
@@ -66,11 +70,16 @@ void CComboBox::SetUp(const Look& look) {
 }
 
 int CComboBox::Add(const std::string& text) const {
-    return static_cast<int>(::SendMessageA(Window(), CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(text.c_str())));
+    return static_cast<int>(Change(CB_ADDSTRING, reinterpret_cast<LPARAM>(text.c_str())));
 }
 
 void CComboBox::Clear() const {
-    ::SendMessageA(Window(), CB_RESETCONTENT, 0, 0);
+    Change(CB_RESETCONTENT, 0);
+}
+
+LRESULT CComboBox::Change(UINT message, LPARAM lParam) const {
+    const FlagWhile changing(m_list.m_mayChange);
+    return CallWindows(message, 0, lParam);
 }
 
 int CComboBox::Count() const {
@@ -113,8 +122,18 @@ void CComboBox::OnPaint(HDC dc, const RECT& client) {
 
 std::optional<LRESULT> CComboBox::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
+        // As with the list box: the items are the owner's.
+        case CB_ADDSTRING:
+        case CB_INSERTSTRING:
+        case CB_DELETESTRING:
+        case CB_RESETCONTENT:
+        case CB_DIR:
+        case CB_INITSTORAGE: return CB_ERR;
         // From the list, on its way to the parent.
-        case WM_DRAWITEM: return OnReflected(message, wParam, lParam);
+        case WM_DRAWITEM:
+            return IsDrawable(*reinterpret_cast<const DRAWITEMSTRUCT*>(lParam))
+                       ? OnReflected(message, wParam, lParam)
+                       : std::optional<LRESULT>(FALSE);
         // Windows tells the parent of this one, whose handlers must find the control as it is.
         case WM_KILLFOCUS: {
             const HWND window = Window();

@@ -13,16 +13,18 @@ public:
     void Adopt(HWND list, const Look& look);
 
 private:
+    friend class CComboBox;
     [[nodiscard]] bool PaintsAll() const override { return false; }
     std::optional<LRESULT> OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
     void PaintBorder() const;
 
     Palette m_colours;
+    mutable bool m_mayChange = false;  // the combo box gives it other items
 };
 
-// A COMBOBOX of kept strings without an edit field: all CB_ messages work, and its window text is the selected
-// text. Its texts are in the language's character set, so they are drawn by us, in the list as well. The parent
-// gets CBN_SELCHANGE when the user chooses, nothing when a program does.
+// A COMBOBOX of kept strings without an edit field: all CB_ messages work but those that change the items, and its
+// window text is the selected text. Its texts are in the language's character set, so they are drawn by us, in the
+// list as well. The parent gets CBN_SELCHANGE when the user chooses, nothing when a program does.
 class CComboBox final : public CControl {
 public:
     // Makes it, visible, FieldHeight() high and without a width yet. Its height stays; Place's counts for nothing.
@@ -47,6 +49,8 @@ private:
     std::optional<LRESULT> OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
     std::optional<LRESULT> OnReflected(UINT message, WPARAM wParam, LPARAM lParam) override;
     void PaintItem(const DRAWITEMSTRUCT& item);
+    // Of the items.
+    LRESULT Change(UINT message, LPARAM lParam) const;
 
     Palette m_colours;
     CComboList m_list;

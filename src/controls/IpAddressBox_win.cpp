@@ -51,20 +51,20 @@ void CIpAddressBox::SetUp(const Look& look) {
 
 std::uint32_t CIpAddressBox::Address() const {
     DWORD address = 0;
-    ::SendMessageA(Window(), IPM_GETADDRESS, 0, reinterpret_cast<LPARAM>(&address));
+    CallWindows(IPM_GETADDRESS, 0, reinterpret_cast<LPARAM>(&address));
     return address;
 }
 
 void CIpAddressBox::SetAddress(std::uint32_t address) const {
-    ::SendMessageA(Window(), IPM_SETADDRESS, 0, static_cast<LPARAM>(address));
+    CallWindows(IPM_SETADDRESS, 0, static_cast<LPARAM>(address));
 }
 
 bool CIpAddressBox::IsBlank() const {
-    return ::SendMessageA(Window(), IPM_ISBLANK, 0, 0) != 0;
+    return CallWindows(IPM_ISBLANK, 0, 0) != 0;
 }
 
 void CIpAddressBox::Clear() const {
-    ::SendMessageA(Window(), IPM_CLEARADDRESS, 0, 0);
+    CallWindows(IPM_CLEARADDRESS, 0, 0);
 }
 
 void CIpAddressBox::LayOutFields() const {

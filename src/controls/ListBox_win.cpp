@@ -24,7 +24,7 @@ void CListBox::Create(HWND parent, int id, const Look& look) {
 }
 
 void CListBox::Add(const std::string& text) const {
-    ::SendMessageA(Window(), LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(text.c_str()));
+    CallWindows(LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(text.c_str()));
 }
 
 int CListBox::Selected() const {
@@ -44,7 +44,22 @@ std::string CListBox::ItemText(UINT index) const {
     return text;
 }
 
+bool ChangesListItems(UINT message) {
+    switch (message) {
+        case LB_ADDSTRING:
+        case LB_INSERTSTRING:
+        case LB_DELETESTRING:
+        case LB_RESETCONTENT:
+        case LB_DIR:
+        case LB_ADDFILE:
+        case LB_INITSTORAGE:
+        case LB_SETCOUNT: return true;
+        default: return false;
+    }
+}
+
 std::optional<LRESULT> CListBox::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+    if (ChangesListItems(message)) return LB_ERR;
     const auto dc = reinterpret_cast<HDC>(wParam);
     switch (message) {
         case WM_ERASEBKGND: FillSolid(dc, ClientRect(), m_colours.list); return TRUE;

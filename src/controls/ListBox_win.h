@@ -7,9 +7,13 @@
 
 namespace brennvar {
 
-// A LISTBOX of kept strings: all LB_ messages work, and arrows, Home, End and first letters choose. Its texts are
-// in the language's character set, so they are drawn by us. The parent gets LBN_SELCHANGE when the user chooses,
-// nothing when a program does.
+// Whether a list box gets other items by the message. A number that it tells would mean another item then, or none:
+// its owner alone does so.
+[[nodiscard]] bool ChangesListItems(UINT message);
+
+// A LISTBOX of kept strings: all LB_ messages work but those that change the items, and arrows, Home, End and first
+// letters choose. Its texts are in the language's character set, so they are drawn by us. The parent gets
+// LBN_SELCHANGE when the user chooses, nothing when a program does.
 class CListBox final : public CControl {
 public:
     // Makes it, visible, of no size yet and without a frame.

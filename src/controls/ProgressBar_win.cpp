@@ -29,15 +29,19 @@ void CProgressBar::SetUp(const Look& look) {
 }
 
 void CProgressBar::SetPosition(int position) const {
-    ::SendMessageA(Window(), PBM_SETPOS, static_cast<WPARAM>(position), 0);
+    CallWindows(PBM_SETPOS, static_cast<WPARAM>(position), 0);
+}
+
+bool CProgressBar::IsHarmless(UINT message) const {
+    return message == PBM_GETPOS;
 }
 
 void CProgressBar::OnPaint(HDC dc, const RECT& client) {
     FillSolid(dc, client, FieldGround(m_colours, FieldState::Rest));
     DrawFieldFrame(dc, client, m_colours, FieldState::Rest);
     PBRANGE range{};
-    ::SendMessageA(Window(), PBM_GETRANGE, TRUE, reinterpret_cast<LPARAM>(&range));
-    const auto position = static_cast<std::int64_t>(static_cast<int>(::SendMessageA(Window(), PBM_GETPOS, 0, 0)));
+    CallWindows(PBM_GETRANGE, TRUE, reinterpret_cast<LPARAM>(&range));
+    const auto position = static_cast<std::int64_t>(static_cast<int>(CallWindows(PBM_GETPOS, 0, 0)));
     const std::int64_t length = static_cast<std::int64_t>(range.iHigh) - range.iLow;
     if (length <= 0) return;
     RECT done = Inset(client, kFieldFrame);

@@ -19,6 +19,7 @@ public:
 private:
     void SetUp(const Look& look);
     void OnPaint(HDC dc, const RECT& client) override;
+    [[nodiscard]] bool IsHarmless(UINT message) const override;
 
     Palette m_colours;
 };

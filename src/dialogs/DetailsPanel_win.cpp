@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "ui/OwnMessages_win.h"
 #include "ui/Paint_win.h"
 
 namespace brennvar {
@@ -51,8 +52,8 @@ void DetailsPanel::Show(const std::vector<DetailsGroup>& groups) {
 void DetailsPanel::Rebuild() {
     const bool hadFocus = ::IsChild(Window(), ::GetFocus()) != FALSE;
     for (const Row& row : m_rows) {
-        ::DestroyWindow(row.label.Window());
-        if (!IsHeading(row)) ::DestroyWindow(row.value.Window());
+        EndWindow(row.label.Window());
+        if (!IsHeading(row)) EndWindow(row.value.Window());
     }
     m_rows.clear();
     for (const bool isHeading : m_shape) AddRow(isHeading);

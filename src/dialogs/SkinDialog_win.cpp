@@ -75,6 +75,15 @@ void CSkinDialog::OnSize(int width, int) {
     m_close.MoveTo(width - Scale(kCloseRight) - button.cx, (kBand - button.cy) / 2);
 }
 
+void CSkinDialog::KeepTexts() {
+    m_keepsTexts = true;
+    const auto keep = [](HWND child, LPARAM) -> BOOL {
+        if (CControl* const control = CControl::Of(child)) control->KeepText();
+        return TRUE;
+    };
+    ::EnumChildWindows(Window(), keep, 0);
+}
+
 void CSkinDialog::RepaintGround() {
     m_ground = UniqueBitmap();
     ::RedrawWindow(Window(), nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
@@ -149,6 +158,7 @@ std::optional<LRESULT> CSkinDialog::OnMessage(UINT message, WPARAM wParam, LPARA
         case WM_NCHITTEST: return HitTest({static_cast<short>(LOWORD(lParam)), static_cast<short>(HIWORD(lParam))});
         case WM_NCLBUTTONDBLCLK: return 0;  // there is nothing to be made larger
         case WM_SETTEXT:
+            if (m_keepsTexts) return FALSE;
             // Windows stores the text after this, and the band is painted later.
             RepaintGround();
             return std::nullopt;

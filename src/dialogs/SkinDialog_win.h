@@ -39,6 +39,9 @@ protected:
 
     // Paints what stands behind the controls, over the skin's ground; client coordinates. What it paints is kept.
     virtual void OnPaintGround(HDC) {}
+    // From now on no text of the window and its controls changes any more: what the user is asked, no other program
+    // rewrites.
+    void KeepTexts();
     // OnPaintGround has something else to paint.
     void RepaintGround();
 
@@ -60,6 +63,7 @@ private:
     CSkinImage m_picture;
     UniqueIcon m_icon;
     CButton m_close;
+    bool m_keepsTexts = false;
     // The ground as it was painted last, since every control asks for it; empty when it has to be painted.
     UniqueBitmap m_ground;
 };

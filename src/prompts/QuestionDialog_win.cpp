@@ -117,6 +117,7 @@ void QuestionDialog::OnEnded() {
 
 void QuestionDialog::OnInitDialog() {
     CSkinDialog::OnInitDialog();
+    KeepTexts();
     m_stand.Begin(Window(), m_owner, {IDC_ALLOW, IDC_DENY, IDCANCEL, IDC_QUESTION_LINK});
 }
 
@@ -136,6 +137,7 @@ void QuestionDialog::AdoptControls() {
     }
     ::SetDlgItemTextA(Window(), IDC_QUESTION_LINK, m_content.linkText.c_str());
     ::SetDlgItemTextA(Window(), IDC_MESSAGE_TEXT, m_content.message.c_str());
+    m_message.Adopt(Item(IDC_MESSAGE_TEXT), GetLook());
     ::SetDlgItemTextA(Window(), IDC_REMEMBER, m_content.tickText.c_str());
     ::SetDlgItemTextA(Window(), IDC_WHY_NOT_REMEMBERED, m_content.whyNoTick.c_str());
     ::SetDlgItemTextA(Window(), IDC_ALLOW, m_content.allowText.c_str());
@@ -173,7 +175,7 @@ int QuestionDialog::PlaceHeading(bool measuresOnly) {
 void QuestionDialog::FitHeading(const Heading& line, const RECT& place) {
     const HFONT font = line.kind == LabelKind::Title ? GetLook().fonts.Title() : GetLook().fonts.Text();
     const auto fits = [&](const std::string& text) {
-        return MeasureText(Window(), font, text, 0, DT_NOPREFIX).cx <= WidthOf(place);
+        return MeasureText(font, text, 0, DT_NOPREFIX).cx <= WidthOf(place);
     };
     if (fits(line.text)) return;
     m_tips.Add(place, line.text);

@@ -96,7 +96,17 @@ private:
     const Content m_content;
     HWND m_owner = nullptr;
     UniqueIcon m_plainIcon;
+    // Painted in OnDrawItem; what it says is for screen readers.
+    class Message final : public CControl {
+    public:
+        void Adopt(HWND control, const Look& look) { Attach(control, look.fonts.Text()); }
+
+    private:
+        [[nodiscard]] bool PaintsAll() const override { return false; }
+    };
+
     std::deque<CLabel> m_heading;
+    Message m_message;
     CLink m_link;
     CCheckBox m_tickBox;
     CLabel m_whyNoTick;

@@ -21,6 +21,7 @@ std::optional<bool> QuestionMessage::Answer() const {
 
 void QuestionMessage::OnInitDialog() {
     CSkinDialog::OnInitDialog();
+    KeepTexts();
     m_stand.Begin(Window(), m_owner, {IDOK, IDCANCEL});
 }
 

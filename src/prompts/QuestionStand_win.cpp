@@ -83,6 +83,7 @@ void QuestionStand::Begin(HWND window, HWND owner, std::vector<int> buttons) {
     m_owner = owner;
     m_buttons = std::move(buttons);
     SetButtonsEnabled(false);
+    m_begin = s_tickCount();
     ::SetTimer(m_window, kButtonTimer, kButtonDelay, nullptr);
     ::SetTimer(m_window, kPlaceTimer, kPlacePeriod, nullptr);
 }
@@ -94,7 +95,13 @@ void QuestionStand::SetButtonsEnabled(bool enabled) {
 
 void QuestionStand::OnTimer(UINT_PTR id) {
     if (id == kPlaceTimer) KeepInSight();
-    if (id != kButtonTimer) return;
+    if (id != kButtonTimer || m_buttonsWork) return;
+    // By the clock: any program can send the timer's message.
+    const ULONGLONG shown = s_tickCount() - m_begin;
+    if (shown < kButtonDelay) {
+        ::SetTimer(m_window, kButtonTimer, static_cast<UINT>(kButtonDelay - shown), nullptr);
+        return;
+    }
     ::KillTimer(m_window, kButtonTimer);
     SetButtonsEnabled(true);
 }

@@ -1,6 +1,7 @@
 #include "ui/Control_win.h"
 
 #include "ui/ChildControls_win.h"
+#include "ui/OwnMessages_win.h"
 #include "ui/Paint_win.h"
 
 namespace brennvar {
@@ -32,12 +33,24 @@ std::optional<LRESULT> ReflectMessage(UINT message, WPARAM wParam, LPARAM lParam
         case WM_CTLCOLORBTN:
         case WM_CTLCOLOREDIT:
         case WM_CTLCOLORLISTBOX: control = reinterpret_cast<HWND>(lParam); break;
-        case WM_DRAWITEM: control = reinterpret_cast<const DRAWITEMSTRUCT*>(lParam)->hwndItem; break;
+        case WM_DRAWITEM: {
+            const auto& item = *reinterpret_cast<const DRAWITEMSTRUCT*>(lParam);
+            if (!IsDrawable(item)) return std::nullopt;
+            control = item.hwndItem;
+            break;
+        }
         default: return std::nullopt;
     }
-    // Only a control of ours answers with more than 0.
-    const LRESULT result = control ? ::SendMessageA(control, message + kReflected, wParam, lParam) : 0;
-    return result != 0 ? std::optional(result) : std::nullopt;
+    CControl* const object = CControl::Of(control);
+    return object ? object->OnReflected(message, wParam, lParam) : std::nullopt;
+}
+
+CControl* CControl::Of(HWND window) {
+    // Nothing is read of the windows of other threads and programs.
+    if (!window || ::GetWindowThreadProcessId(window, nullptr) != ::GetCurrentThreadId()) return nullptr;
+    const auto get = ::IsWindowUnicode(window) ? ::GetWindowLongPtrW : ::GetWindowLongPtrA;
+    if (reinterpret_cast<WNDPROC>(get(window, GWLP_WNDPROC)) != &CControl::Procedure) return nullptr;
+    return reinterpret_cast<CControl*>(::GetWindowLongPtrA(window, GWLP_USERDATA));
 }
 
 CControl::~CControl() {
@@ -116,7 +129,7 @@ UINT CControl::PrefixFormat() const {
     return (::SendMessageA(m_window, WM_QUERYUISTATE, 0, 0) & UISF_HIDEACCEL) != 0 ? DT_HIDEPREFIX : 0U;
 }
 
-LRESULT CControl::CallWindows(UINT message, WPARAM wParam, LPARAM lParam) {
+LRESULT CControl::CallWindows(UINT message, WPARAM wParam, LPARAM lParam) const {
     return m_windowsOwn.Call(m_window, message, wParam, lParam);
 }
 
@@ -137,6 +150,7 @@ LRESULT CControl::CallSilently(UINT message, WPARAM wParam, LPARAM lParam) {
 LRESULT CALLBACK CControl::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept {
     auto* control = reinterpret_cast<CControl*>(::GetWindowLongPtrA(window, GWLP_USERDATA));
     if (!control) return ::DefWindowProcA(window, message, wParam, lParam);
+    if (!control->Believes(message, wParam, lParam)) return 0;
     // The object may end while it handles the message.
     const WindowsOwn windowsOwn = control->m_windowsOwn;
     if (message == WM_NCDESTROY) {
@@ -153,10 +167,27 @@ LRESULT CALLBACK CControl::Procedure(HWND window, UINT message, WPARAM wParam, L
     return result ? *result : windowsOwn.Call(window, message, wParam, lParam);
 }
 
-std::optional<LRESULT> CControl::Dispatch(UINT message, WPARAM wParam, LPARAM lParam) {
-    if (message > kReflected && message < kReflected + WM_USER) {
-        return OnReflected(message - kReflected, wParam, lParam).value_or(0);
+bool CControl::Believes(UINT message, WPARAM wParam, LPARAM lParam) const {
+    // From here on to the messages that have names, Windows lets every address through: we call the control itself.
+    constexpr UINT kFirstNamedMessage = 0xC000;
+    if (message >= WM_USER && message < kFirstNamedMessage) return IsHarmless(message);
+    switch (message) {
+        // A control is there already when it is given to us, and ends with its parent.
+        case WM_NCCREATE:
+        case WM_CREATE:
+        case WM_CLOSE:
+        // Memory and functions of this process, which the control would use.
+        case EM_SETHANDLE:
+        case EM_SETWORDBREAKPROC: return false;
+        case WM_DESTROY:
+        case WM_NCDESTROY: return IsWindowEnding();
+        case WM_SETTEXT:
+        case WM_SETFONT: return !m_keepsText;
+        default: return HasNeededAddress(message, wParam, lParam);
     }
+}
+
+std::optional<LRESULT> CControl::Dispatch(UINT message, WPARAM wParam, LPARAM lParam) {
     if (message == WM_SETFOCUS) {
         ::PostMessageA(::GetParent(m_window), kControlFocused, 0, reinterpret_cast<LPARAM>(m_window));
     }

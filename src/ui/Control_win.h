@@ -12,8 +12,7 @@
 namespace brennvar {
 
 // What a control tells its parent about how it wants to be drawn (WM_DRAWITEM, WM_CTLCOLOR... and their like) comes
-// back to the control itself as the message plus this number: look and behaviour stay in one class.
-inline constexpr UINT kReflected = WM_APP + 0x1000;
+// back to the control's object: look and behaviour stay in one class.
 // For parents: passes such a message on to the control that sent it. Nothing: it is none, or not from one of ours.
 [[nodiscard]] std::optional<LRESULT> ReflectMessage(UINT message, WPARAM wParam, LPARAM lParam);
 
@@ -35,7 +34,14 @@ public:
     void SetText(const std::string& text) const;
     void Place(const RECT& place) const;
     [[nodiscard]] RECT ClientRect() const;
-    void Repaint() const { ::InvalidateRect(m_window, nullptr, FALSE); }
+    // Without a window nothing happens; Windows would take the null for all windows of the screen.
+    void Repaint() const {
+        if (m_window) ::InvalidateRect(m_window, nullptr, FALSE);
+    }
+    // From now on nobody changes text and font any more, neither we nor another program.
+    void KeepText() { m_keepsText = true; }
+    // The object of such a control of this thread; null for every other window.
+    [[nodiscard]] static CControl* Of(HWND window);
 
 protected:
     // Takes over a control of a dialog template. The font is given to it.
@@ -57,7 +63,9 @@ protected:
     virtual std::optional<LRESULT> OnReflected(UINT, WPARAM, LPARAM) { return std::nullopt; }
     // Windows' own handling, without what it would paint at once.
     LRESULT CallSilently(UINT message, WPARAM wParam, LPARAM lParam);
-    LRESULT CallWindows(UINT message, WPARAM wParam, LPARAM lParam);
+    LRESULT CallWindows(UINT message, WPARAM wParam, LPARAM lParam) const;
+    // Of the messages between WM_USER and 0xBFFF, all of which may hold addresses of the sender: this one does not.
+    [[nodiscard]] virtual bool IsHarmless(UINT) const { return false; }
 
     [[nodiscard]] bool IsHot() const { return m_isHot; }
     [[nodiscard]] bool IsEnabled() const { return ::IsWindowEnabled(m_window) != FALSE; }
@@ -78,6 +86,9 @@ private:
     };
 
     static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept;
+    friend std::optional<LRESULT> ReflectMessage(UINT message, WPARAM wParam, LPARAM lParam);
+    // False for a message that somebody else must have made up, or that is not for others to send.
+    [[nodiscard]] bool Believes(UINT message, WPARAM wParam, LPARAM lParam) const;
     std::optional<LRESULT> Dispatch(UINT message, WPARAM wParam, LPARAM lParam);
     void Subclass(HWND control, HFONT font, bool isWide);
     static WNDPROC SetProcedure(HWND window, WNDPROC procedure, bool isWide);
@@ -87,6 +98,7 @@ private:
     HWND m_window = nullptr;
     WindowsOwn m_windowsOwn;
     bool m_isHot = false;
+    bool m_keepsText = false;
 };
 
 }  // namespace brennvar

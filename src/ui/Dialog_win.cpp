@@ -6,7 +6,10 @@
 #include <vector>
 
 #include "ui/Control_win.h"
+#include "ui/OwnMessages_win.h"
+#include "ui/Paint_win.h"
 #include "ui/WindowPicture_win.h"
+#include "ui/Window_win.h"
 
 namespace brennvar {
 namespace {
@@ -26,9 +29,12 @@ thread_local std::map<HWND, int> s_heldOwners;
 // Null: somebody else keeps it from input already, and gives it back.
 HWND HoldOwner(HWND owner) {
     if (!owner) return nullptr;
-    const bool isHeld = s_heldOwners.contains(owner);
-    if (!isHeld && ::EnableWindow(owner, FALSE)) return nullptr;
-    ++s_heldOwners[owner];
+    int& holders = s_heldOwners[owner];  // first: without memory nothing has happened
+    if (holders == 0 && ::EnableWindow(owner, FALSE)) {
+        s_heldOwners.erase(owner);
+        return nullptr;
+    }
+    ++holders;
     return owner;
 }
 
@@ -42,6 +48,9 @@ void ReleaseOwner(HWND owner) {
 // Dialogs without a loop of their own; their keyboard is handled by whichever loop runs.
 thread_local std::vector<CDialog*> s_openDialogs;
 
+// The one whose window is being made. WM_INITDIALOG is believed once, and not what it carries.
+thread_local CDialog* s_object = nullptr;
+
 }  // namespace
 
 thread_local CDialog* CDialog::s_innermost = nullptr;
@@ -51,14 +60,16 @@ CDialog::~CDialog() {
     ReleaseOwner(std::exchange(m_heldOwner, nullptr));
     if (!m_window) return;
     ::SetWindowLongPtrA(m_window, DWLP_USER, 0);
-    ::DestroyWindow(m_window);
+    EndWindow(m_window);
 }
 
 bool CDialog::CreateModeless(HWND parent, int templateId) {
     m_initFailed = false;
-    ::CreateDialogParamA(::GetModuleHandleA(nullptr), MAKEINTRESOURCEA(templateId), parent, &CDialog::Procedure,
-                         reinterpret_cast<LPARAM>(this));
-    if (m_window && m_initFailed) ::DestroyWindow(m_window);
+    const WindowsMayEnd mayEnd;
+    CDialog* const outer = std::exchange(s_object, this);
+    ::CreateDialogParamA(::GetModuleHandleA(nullptr), MAKEINTRESOURCEA(templateId), parent, &CDialog::Procedure, 0);
+    s_object = outer;
+    if (m_window && m_initFailed) EndWindow(m_window);
     return m_window != nullptr;
 }
 
@@ -85,7 +96,7 @@ INT_PTR CDialog::DoModal(HWND owner, int templateId, Appearance appearance) {
     // Before the dialog goes, so that Windows does not pass the activation to another program.
     ReleaseOwner(std::exchange(m_heldOwner, nullptr));
     const bool wasActive = m_window && ::GetActiveWindow() == m_window;
-    if (m_window) ::DestroyWindow(m_window);
+    if (m_window) EndWindow(m_window);
     // A window that is hidden in the notification area would only swallow the keyboard.
     if (owner && wasActive && !unfocused && ::IsWindowVisible(owner)) ::SetActiveWindow(owner);
     if (owner && ::GetActiveWindow() == owner && focus && ::IsChild(owner, focus)) ::SetFocus(focus);
@@ -93,9 +104,9 @@ INT_PTR CDialog::DoModal(HWND owner, int templateId, Appearance appearance) {
 }
 
 bool CDialog::Open(HWND owner, int templateId, Appearance appearance) {
-    if (m_window) ::DestroyWindow(m_window);  // of the last time: it was only hidden when it ended
+    if (m_window) EndWindow(m_window);  // of the last time: it was only hidden when it ended
+    s_openDialogs.push_back(this);      // first: without memory nothing has happened
     m_isOpen = true;
-    s_openDialogs.push_back(this);
     if (ShowNow(owner, templateId, appearance) && m_window) return true;
     EndOpen(-1);
     return false;
@@ -128,7 +139,11 @@ void CDialog::RunLoop() {
             ::PostQuitMessage(static_cast<int>(message.wParam));
             return;
         }
-        if (HandleLoopMessage(message)) continue;
+        try {
+            if (HandleLoopMessage(message)) continue;
+        } catch (...) {  // NOLINT(bugprone-empty-catch): the message counts as handled, and the dialog stands on
+            continue;
+        }
         ::TranslateMessage(&message);
         ::DispatchMessageA(&message);
     }
@@ -181,12 +196,15 @@ bool CDialog::OnLoopMessage(const MSG&) {
 }
 
 INT_PTR CALLBACK CDialog::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept {
-    if (message == WM_INITDIALOG) {
-        reinterpret_cast<CDialog*>(lParam)->m_window = window;
-        ::SetWindowLongPtrA(window, DWLP_USER, lParam);
-    }
     auto* dialog = reinterpret_cast<CDialog*>(::GetWindowLongPtrA(window, DWLP_USER));
+    const bool isBeginning = !dialog && message == WM_INITDIALOG && s_object != nullptr;
+    if (isBeginning) {
+        dialog = std::exchange(s_object, nullptr);
+        dialog->m_window = window;
+        ::SetWindowLongPtrA(window, DWLP_USER, reinterpret_cast<LONG_PTR>(dialog));
+    }
     if (!dialog) return FALSE;  // before WM_INITDIALOG, or the object is gone
+    if (!isBeginning && !Believes(message, wParam, lParam)) return TRUE;
     INT_PTR handled = FALSE;
     try {
         handled = dialog->Dispatch(message, wParam, lParam);
@@ -201,6 +219,18 @@ INT_PTR CALLBACK CDialog::Procedure(HWND window, UINT message, WPARAM wParam, LP
         dialog->EndOpen(-1);
     }
     return handled;
+}
+
+bool CDialog::Believes(UINT message, WPARAM wParam, LPARAM lParam) {
+    switch (message) {
+        // All of this is over when the object is told of its window.
+        case WM_NCCREATE:
+        case WM_CREATE:
+        case WM_INITDIALOG: return false;
+        case WM_DESTROY:
+        case WM_NCDESTROY: return IsWindowEnding();
+        default: return HasNeededAddress(message, wParam, lParam);
+    }
 }
 
 INT_PTR CDialog::Dispatch(UINT message, WPARAM wParam, LPARAM lParam) {
@@ -225,14 +255,17 @@ INT_PTR CDialog::Dispatch(UINT message, WPARAM wParam, LPARAM lParam) {
             return TRUE;
         case WM_TIMER: OnTimer(wParam); return TRUE;
         case WM_SIZE:
-            if (wParam != SIZE_MINIMIZED) OnSize(LOWORD(lParam), HIWORD(lParam));
-            return TRUE;
-        case WM_GETMINMAXINFO: OnMinMaxInfo(*reinterpret_cast<MINMAXINFO*>(lParam)); return TRUE;
-        case WM_DRAWITEM:
-            if (!ReflectMessage(message, wParam, lParam)) {
-                OnDrawItem(*reinterpret_cast<const DRAWITEMSTRUCT*>(lParam));
+            // The message may tell anything.
+            if (RECT client{}; !::IsIconic(m_window) && ::GetClientRect(m_window, &client)) {
+                OnSize(client.right, client.bottom);
             }
             return TRUE;
+        case WM_GETMINMAXINFO: OnMinMaxInfo(*reinterpret_cast<MINMAXINFO*>(lParam)); return TRUE;
+        case WM_DRAWITEM: {
+            const auto& item = *reinterpret_cast<const DRAWITEMSTRUCT*>(lParam);
+            if (IsDrawable(item) && !ReflectMessage(message, wParam, lParam)) OnDrawItem(item);
+            return TRUE;
+        }
         // These return their brush directly.
         case WM_CTLCOLORSTATIC:
         case WM_CTLCOLORBTN:

@@ -70,6 +70,8 @@ protected:
 
 private:
     static INT_PTR CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept;
+    // False for a message that somebody else must have made up. It is not answered.
+    [[nodiscard]] static bool Believes(UINT message, WPARAM wParam, LPARAM lParam);
     INT_PTR Dispatch(UINT message, WPARAM wParam, LPARAM lParam);
     // The window on the screen, and its owner without input.
     [[nodiscard]] bool ShowNow(HWND owner, int templateId, Appearance appearance);

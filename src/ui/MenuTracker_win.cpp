@@ -8,6 +8,8 @@
 // windows.h must stand before commctrl.h.
 #include <commctrl.h>
 
+#include "ui/OwnMessages_win.h"
+
 namespace brennvar {
 namespace {
 
@@ -103,6 +105,7 @@ LRESULT CALLBACK CMenuTracker::OwnerProcedure(HWND window, UINT message, WPARAM 
 }
 
 std::optional<LRESULT> CMenuTracker::Dispatch(UINT message, WPARAM wParam, LPARAM lParam) {
+    if (!HasNeededAddress(message, wParam, lParam)) return std::nullopt;  // the owner's own procedure refuses it
     switch (message) {
         case WM_MEASUREITEM: {
             auto& measure = *reinterpret_cast<MEASUREITEMSTRUCT*>(lParam);

@@ -2,15 +2,24 @@
 
 #include <windowsx.h>
 
+#include <utility>
+
 #include "ui/Control_win.h"
+#include "ui/OwnMessages_win.h"
 #include "ui/Paint_win.h"
 
 namespace brennvar {
+namespace {
+
+// The object whose window is about to be made. WM_NCCREATE is believed once, and not what it carries.
+thread_local CWindow* s_object = nullptr;
+
+}  // namespace
 
 CWindow::~CWindow() {
     if (!m_window) return;
     ::SetWindowLongPtrA(m_window, GWLP_USERDATA, 0);
-    ::DestroyWindow(m_window);
+    EndWindow(m_window);
 }
 
 bool CWindow::Create(const WindowSetup& setup) {
@@ -25,8 +34,11 @@ bool CWindow::Create(const WindowSetup& setup) {
     const HMENU id =
         (setup.style & WS_CHILD) != 0 ? reinterpret_cast<HMENU>(static_cast<INT_PTR>(setup.id)) : nullptr;
     const RECT& place = setup.place;
+    const WindowsMayEnd mayEnd;
+    CWindow* const outer = std::exchange(s_object, this);
     ::CreateWindowExA(setup.extendedStyle, setup.className, setup.text.c_str(), setup.style, place.left, place.top,
-                      WidthOf(place), HeightOf(place), setup.parent, id, module, this);
+                      WidthOf(place), HeightOf(place), setup.parent, id, module, nullptr);
+    s_object = outer;
     return m_window != nullptr;
 }
 
@@ -42,14 +54,16 @@ RECT CWindow::ClientRect() const {
 }
 
 LRESULT CALLBACK CWindow::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept {
-    if (message == WM_NCCREATE) {
-        auto* object = static_cast<CWindow*>(reinterpret_cast<const CREATESTRUCTA*>(lParam)->lpCreateParams);
+    auto* object = reinterpret_cast<CWindow*>(::GetWindowLongPtrA(window, GWLP_USERDATA));
+    if (!object && message == WM_NCCREATE && s_object) {
+        object = std::exchange(s_object, nullptr);
         object->m_window = window;
+        object->m_isBeginning = true;
         ::SetWindowLongPtrA(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(object));
     }
-    auto* object = reinterpret_cast<CWindow*>(::GetWindowLongPtrA(window, GWLP_USERDATA));
     std::optional<LRESULT> result;
     if (object) {
+        if (!object->Believes(message, wParam, lParam)) return 0;
         try {
             result = object->Dispatch(message, wParam, lParam);
         } catch (...) {
@@ -65,11 +79,25 @@ LRESULT CALLBACK CWindow::Procedure(HWND window, UINT message, WPARAM wParam, LP
     return result ? *result : ::DefWindowProcA(window, message, wParam, lParam);
 }
 
+bool CWindow::Believes(UINT message, WPARAM wParam, LPARAM lParam) {
+    switch (message) {
+        case WM_NCCREATE: return m_isBeginning;
+        case WM_CREATE: return std::exchange(m_isBeginning, false);
+        case WM_DESTROY:
+        case WM_NCDESTROY: return IsWindowEnding();
+        default: return HasNeededAddress(message, wParam, lParam);
+    }
+}
+
 std::optional<LRESULT> CWindow::Dispatch(UINT message, WPARAM wParam, LPARAM lParam) {
     if (const std::optional<LRESULT> result = OnMessage(message, wParam, lParam)) return result;
     switch (message) {
         case WM_CREATE: return OnCreate() ? 0 : -1;
         case WM_DESTROY: OnDestroy(); return 0;
+        // Windows would end it. A child ends with its parent, and others when their owner says so.
+        case WM_CLOSE:
+            if ((::GetWindowLongPtrA(m_window, GWL_STYLE) & WS_CHILD) == 0) ::ShowWindow(m_window, SW_HIDE);
+            return 0;
         case WM_ERASEBKGND: return TRUE;  // WM_PAINT paints all of it
         case WM_PAINT: {
             const CBufferedPaint paint(m_window);
@@ -77,7 +105,11 @@ std::optional<LRESULT> CWindow::Dispatch(UINT message, WPARAM wParam, LPARAM lPa
             return 0;
         }
         case WM_PRINTCLIENT: OnPaint(reinterpret_cast<HDC>(wParam), ClientRect()); return 0;
-        case WM_SIZE: OnSize(LOWORD(lParam), HIWORD(lParam)); return 0;
+        case WM_SIZE: {
+            const RECT client = ClientRect();  // the message may tell anything
+            OnSize(client.right, client.bottom);
+            return 0;
+        }
         case WM_TIMER: OnTimer(wParam); return 0;
         case WM_COMMAND: OnCommand(LOWORD(wParam), HIWORD(wParam)); return 0;
         case WM_ENABLE: Repaint(); return 0;

@@ -71,11 +71,14 @@ protected:
 
 private:
     static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept;
+    // False for a message that somebody else must have made up. It is not answered.
+    [[nodiscard]] bool Believes(UINT message, WPARAM wParam, LPARAM lParam);
     std::optional<LRESULT> Dispatch(UINT message, WPARAM wParam, LPARAM lParam);
     std::optional<LRESULT> DispatchInput(UINT message, WPARAM wParam, LPARAM lParam);
     void TrackLeaving();
 
     HWND m_window = nullptr;
+    bool m_isBeginning = false;  // from WM_NCCREATE to WM_CREATE
     bool m_isTracking = false;
 };
 

@@ -34,6 +34,7 @@ protected:
         std::atomic<bool> isInFront = true;
         HWND told = nullptr;
         [[nodiscard]] bool IsInFront() const override { return isInFront; }
+        [[nodiscard]] bool IsEnding() const override { return false; }
         void TellChangesTo(HWND window) override { told = window; }
         void StopTelling(HWND window) override {
             if (told == window) told = nullptr;
@@ -54,7 +55,7 @@ protected:
                      .makeConnector = [this](const StopSignal&) { return std::make_unique<Connector>(pipe); },
                      .addresses = addresses,
                      .userValues = userValues,
-                     .userSession = userSession,
+                    .userSession = userSession,
                      .dataFolder = folder.Path(),
                      .languageName = "English"},
                     Language(nullptr)};

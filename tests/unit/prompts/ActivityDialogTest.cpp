@@ -6,6 +6,7 @@
 #include "prompts/QuestionMessage_win.h"
 #include "support/ModalOwner_win.h"
 #include "support/ObjectCounts_win.h"
+#include "support/QuestionTime_win.h"
 #include "ui/ChildControls_win.h"
 #include "ui/ToolkitIds.h"
 
@@ -18,13 +19,17 @@ protected:
     ActivityQuestion question;
     test::ModalOwner modalOwner;
     const HWND owner = modalOwner.Window();
+    const test::QuestionTime time;
     int answers = 0;
 
     ActivityDialogTest() {
         question.body = "Process:\n\na & b\n\nwrites to\n\nc\n\nAllow?";
         question.caption = "Confirm process activity";
     }
-    static void PassDelay(HWND window) { ::SendMessageA(window, WM_TIMER, QuestionStand::kButtonTimer, 0); }
+    static void PassDelay(HWND window) {
+        test::PassQuestionTime(QuestionStand::kButtonDelay);
+        ::SendMessageA(window, WM_TIMER, QuestionStand::kButtonTimer, 0);
+    }
     static void Click(HWND window, int id) { ::SendMessageA(::GetDlgItem(window, id), BM_CLICK, 0, 0); }
     std::function<void()> Count() {
         return [this] { ++answers; };

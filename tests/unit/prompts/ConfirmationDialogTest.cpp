@@ -7,6 +7,7 @@
 #include "support/AskedTools.h"
 #include "support/ModalOwner_win.h"
 #include "support/ObjectCounts_win.h"
+#include "support/QuestionTime_win.h"
 #include "ui/ChildControls_win.h"
 
 namespace brennvar {
@@ -24,6 +25,7 @@ protected:
     HWND dialogWindow = nullptr;
     test::ModalOwner modalOwner;
     const HWND owner = modalOwner.Window();
+    const test::QuestionTime time;
 
     ConfirmationDialogTest() {
         question.body = "A & B\nis trying to communicate to x.\n\nAllow?";
@@ -41,7 +43,10 @@ protected:
     }
     [[nodiscard]] HWND Item(int id) const { return ::GetDlgItem(dialogWindow, id); }
     void Send(UINT message, WPARAM wParam) const { ::SendMessageA(dialogWindow, message, wParam, 0); }
-    void PassDelay() const { Send(WM_TIMER, ConfirmationDialog::kButtonTimer); }
+    void PassDelay() const {
+        test::PassQuestionTime(QuestionStand::kButtonDelay);
+        Send(WM_TIMER, ConfirmationDialog::kButtonTimer);
+    }
     void Click(int id) const { ::SendMessageA(Item(id), BM_CLICK, 0, 0); }
 };
 
@@ -105,8 +110,17 @@ TEST_F(ConfirmationDialogTest, NothingAnswersBeforeTheButtonsWork) {
         for (const int id : {337, IDCANCEL, IDOK, kLink}) Send(WM_COMMAND, static_cast<WPARAM>(id));
         Send(WM_CLOSE, 0);
         Send(WM_TIMER, 99);
+        // The timer's message comes from anybody, and what the user is asked nobody changes.
+        test::PassQuestionTime(QuestionStand::kButtonDelay - 1);
+        Send(WM_TIMER, ConfirmationDialog::kButtonTimer);
         for (const int id : {334, 337, IDCANCEL, kLink}) EXPECT_FALSE(::IsWindowEnabled(Item(id))) << id;
-        PassDelay();
+        for (const HWND window : {dialogWindow, Item(340), Item(334), Item(337), Item(573), Item(IDCANCEL)}) {
+            const std::string text = TextOfWindow(window);
+            ::SetWindowTextA(window, "Something else");
+            EXPECT_EQ(TextOfWindow(window), text);
+        }
+        test::PassQuestionTime(1);
+        Send(WM_TIMER, ConfirmationDialog::kButtonTimer);
         for (const int id : {334, 337, IDCANCEL, kLink}) EXPECT_TRUE(::IsWindowEnabled(Item(id))) << id;
         Send(WM_COMMAND, IDOK);  // Enter, without a default button, is no answer either
         Click(334);
