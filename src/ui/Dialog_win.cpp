@@ -51,6 +51,11 @@ thread_local std::vector<CDialog*> s_openDialogs;
 // The one whose window is being made. WM_INITDIALOG is believed once, and not what it carries.
 thread_local CDialog* s_object = nullptr;
 
+// Windows sends these. Posted, they come from somebody else, and nothing tells them from those that we cause.
+bool IsNeverPosted(UINT message) {
+    return message == WM_DESTROY || message == WM_NCDESTROY;
+}
+
 }  // namespace
 
 thread_local CDialog* CDialog::s_innermost = nullptr;
@@ -139,6 +144,7 @@ void CDialog::RunLoop() {
             ::PostQuitMessage(static_cast<int>(message.wParam));
             return;
         }
+        if (IsNeverPosted(message.message)) continue;
         try {
             if (HandleLoopMessage(message)) continue;
         } catch (...) {  // NOLINT(bugprone-empty-catch): the message counts as handled, and the dialog stands on
