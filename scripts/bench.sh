@@ -234,6 +234,7 @@ megabytes() {
         -v more="$(private_memory $threaded)" -v count="$thread_yardstick" -v goal="$3" 'BEGIN {
             value = (all - threads * (more - one) / count) / 1e6
             printf "%-18s  %8.3f %-2s  %-2s %-4s  %s\n", name, value, "MB", "<=", goal, value <= goal ? "ok" : "short"
+            printf "%-18s  %8.3f %s\n", name "_all", all / 1e6, "MB"
         }'
 }
 say "measuring memory" >&2
@@ -243,7 +244,10 @@ wine empty_window.exe >/dev/null 2>&1 </dev/null &
 yardstick=$!
 wine empty_window.exe --threads $thread_yardstick >/dev/null 2>&1 </dev/null &
 threaded=$!
-until [ "$(thread_count $threaded)" -gt $thread_yardstick ] && [ "$(thread_count $yardstick)" -gt 0 ]; do sleep 0.1; done
+until [ "$(thread_count $threaded)" -gt $thread_yardstick ] && [ "$(thread_count $yardstick)" -gt 0 ]; do
+    kill -0 "$threaded" && kill -0 "$yardstick" || fail "the yardstick of memory did not start"
+    sleep 0.1
+done
 sleep 2
 megabytes memory_in_tray "$interface" $memory_in_tray
 wine BrennvarGUI.exe >/dev/null 2>&1 </dev/null || true  # brings the first one forward

@@ -1,6 +1,7 @@
 #include "app/Session_win.h"
 
 #include <algorithm>
+#include <memory>
 #include <optional>
 #include <utility>
 
@@ -22,7 +23,7 @@ public:
     StoredMode(const std::string& dataFolder, Clock& clock)
         : m_path(ConfigFilePath(dataFolder)), m_options(dataFolder, clock), m_clock(clock) {}
 
-    std::optional<ProtectionMode> operator()(std::chrono::milliseconds pause) {
+    std::optional<ProtectionMode> Read(std::chrono::milliseconds pause) {
         if (pause.count() > 0) (void)m_clock.Sleep(pause);  // cut short, nobody waits for the mode
         const FileStamp stamp = StampOf(m_path);
         if (m_mode && stamp == m_stamp) return m_mode;
@@ -45,6 +46,13 @@ private:
     FileStamp m_stamp;
     std::optional<ProtectionMode> m_mode;  // while the stamp stays
 };
+
+ProtectionModes::ReadMode ModeReader(const std::string& dataFolder, Clock& clock) {
+    // Shared by all readings: each is a copy of this function.
+    return [stored = std::make_shared<StoredMode>(dataFolder, clock)](std::chrono::milliseconds pause) {
+        return stored->Read(pause);
+    };
+}
 
 // The pause is the clock's, as above.
 AdvancedRules::Load AdvancedRulesLoader(const std::string& dataFolder, Clock& clock) {
@@ -79,7 +87,7 @@ Session::Session(const SessionSurroundings& surroundings, Language openedLanguag
       commander(link, language),
       password(dataFolder, passwordClock),
       gate(fonts, language, commander, passwordReads, password),
-      modes(clock, language, commander, reads, StoredMode(dataFolder, readsClock), *this),
+      modes(clock, language, commander, reads, ModeReader(dataFolder, readsClock), *this),
       applicationChanges(commander),
       archives(PostWhenFinished(kMessageCompletions)),
       archivesClock(archives.Stopping()),
