@@ -48,7 +48,7 @@ log_export        ExportTrafficLog  WriteExport     waits  2.0
 #             bitmap of that size
 #   activity_own  answers a second whether a process is one of ours, as a part of a server's that only echoes
 #   applications_...  the Applications page with 20,000 rules, until its first rows are painted, and from a key stroke
-#             in its search box to the painted list (the slowest of 16); _ratio: against a list of 200 rules
+#             in its search box to the painted list (the slowest of 16, or the click into the box before them); _ratio: against a list of 200 rules
 #   advanced_...  the same of the Advanced page
 #   mail_attachment, encode_...  mail beside curl and coreutils' base64, see tests/peers/speed.py
 #   connections_hold  the longest that the Connections page keeps its window waiting during a refresh with full tables
