@@ -66,12 +66,16 @@ TEST_F(SquattedPipeTest, IsToldAsLongAsOnePipeOfTheServiceThatRunsIsSomebodyElse
 }
 
 TEST_F(SquattedPipeTest, ACommandCanStillBeTakenBack) {
-    pipe.foreignOpens = FakePipe::kAlways;
-    const auto withdrawn = std::make_shared<StopSignal>();
-    withdrawable.BeginBatch(withdrawn);
-    clock.whenSlept = [&] { withdrawn->Request(); };
-    EXPECT_THROW(commands.CMD_RESET(), BatchWithdrawn);
-    EXPECT_EQ(pipe.opened.size(), 1U);
+    for (const bool isForeign : {true, false}) {
+        pipe.foreignOpens = isForeign ? FakePipe::kAlways : 0;
+        pipe.canOpen = false;  // the service's own, which has no room just now
+        pipe.opened.clear();
+        const auto withdrawn = std::make_shared<StopSignal>();
+        withdrawable.BeginBatch(withdrawn);
+        clock.whenSlept = [&] { withdrawn->Request(); };
+        EXPECT_THROW(commands.CMD_RESET(), BatchWithdrawn) << isForeign;
+        EXPECT_EQ(pipe.opened.size(), 1U) << isForeign;
+    }
 }
 
 }  // namespace
