@@ -104,8 +104,8 @@ void Leaving::OnHandedOver(HWND window, const ResourceChoice& choice, const Rest
         if (const std::optional<HWND> place = ModalOwner(window)) {
             ShowMessage(m_session.fonts, language, *place,
                         language.GetText(2178,
-                                         "The firewall service cannot be reached. Skin and language stay as "
-                                         "they are."));
+                                         "The firewall service did not answer in time. Skin and language may "
+                                         "stay as they are."));
         }
         return;
     }
