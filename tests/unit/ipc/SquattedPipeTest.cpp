@@ -59,6 +59,18 @@ TEST_F(SquattedPipeTest, IsToldAsLongAsOnePipeOfTheServiceThatRunsIsSomebodyElse
     EXPECT_EQ(watched.LastCall(), PeerState::Reachable);
     EXPECT_EQ(watched.StateOf(kCommandPipeName), PeerState::Reachable);
     EXPECT_EQ(watched.State(), PeerState::Foreign) << "the other one still";
+    pipe.failingWaits = 1;  // a pipe that is not there says nothing about the others
+    queue.FILTER_SET_PROXY_PORT(8080);
+    pipe.failingWaits = 0;
+    EXPECT_EQ(watched.StateOf(kFilterQueuePipeName), PeerState::Missing);
+    pipe.foreignOpens = 30;
+    (void)service.FetchTrayText();
+    EXPECT_EQ(watched.StateOf(kTrayPipeName), PeerState::Foreign);
+    commands.CMD_RESET();
+    EXPECT_EQ(watched.State(), PeerState::Foreign) << "the other one still";
+    EXPECT_EQ(watched.StateOf(kFilterQueuePipeName), PeerState::Unknown);
+    pipe.foreignOpens = 1;
+    queue.FILTER_SET_PROXY_PORT(8080);
     pipe.failingWaits = 1;  // the service is started again, and makes its pipes anew
     (void)service.FetchTrayText();
     EXPECT_EQ(watched.State(), PeerState::Reachable);
