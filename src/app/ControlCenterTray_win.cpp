@@ -37,11 +37,13 @@ void ControlCenterTray::Create(HWND window, UINT callbackMessage, ProtectionMode
 
 void ControlCenterTray::ShowMenu(POINT point) {
     // The mode comes later, and the user may click again until then.
-    if (std::exchange(m_isMenuOpen, true)) return;
+    if (m_isMenuOpen) return;
+    FlagWhile opening(m_isMenuOpen);
     m_modes->Read([this, point](ProtectionMode mode) {
         const FlagWhile open(m_isMenuOpen);
         if (m_window) ShowTrayMenu(m_window, point, m_language, mode, Look(m_fonts));
     });
+    opening.Keep();
 }
 
 void ControlCenterTray::ShowWelcome() {

@@ -4,6 +4,7 @@
 #include <optional>
 #include <utility>
 
+#include "base/FlagWhile.h"
 #include "config/Resources_win.h"
 #include "dialogs/ModalPlace_win.h"
 
@@ -48,22 +49,20 @@ void Leaving::LeaveScreen(HWND window) {
 }
 
 void Leaving::Exit(HWND window, std::function<bool()> mustStay, std::function<void()> end) {
-    if (std::exchange(m_isLeaving, true)) return;
-    if (!Confirm(window, UserCommand::Exit, DefaultAnswer::Cancel) || mustStay()) {
-        m_isLeaving = false;
-        return;
-    }
+    if (m_isLeaving) return;
+    FlagWhile leaving(m_isLeaving);
+    if (!Confirm(window, UserCommand::Exit, DefaultAnswer::Cancel) || mustStay()) return;
     m_session.commander.AskFor(
         UserCommand::Exit,
         [this, window, mustStay = std::move(mustStay), end = std::move(end)] {
-            if (mustStay()) {
-                m_isLeaving = false;
-                return;
-            }
+            FlagWhile leavingNow(m_isLeaving);
+            if (mustStay()) return;
+            leavingNow.Keep();
             TellServiceAndStop(window);
             end();
         },
         [this] { m_isLeaving = false; });
+    leaving.Keep();
 }
 
 void Leaving::TellServiceAndStop(HWND window) {
@@ -82,30 +81,33 @@ bool Leaving::ApplyResources(HWND window, const ResourceChoice& current, const R
                              Restart restart) {
     if (m_isLeaving) return false;
     if (chosen == current) return true;
-    m_isLeaving = true;
-    if (Confirm(window, UserCommand::SetResources, DefaultAnswer::Ok)) {
-        m_handover.Begin(chosen, [this, window, chosen, restart = std::move(restart)](bool isDelivered) {
-            OnHandedOver(window, chosen, restart, isDelivered);
-        });
-    } else {
+    FlagWhile leaving(m_isLeaving);
+    if (!Confirm(window, UserCommand::SetResources, DefaultAnswer::Ok)) {
         m_session.commander.Send(Batch(UserCommand::SetResources, {.resources = chosen}));
-        m_isLeaving = false;
+        return true;
     }
+    m_handover.Begin(chosen, [this, window, chosen, restart = std::move(restart)](bool isDelivered) {
+        OnHandedOver(window, chosen, restart, isDelivered);
+    });
+    leaving.Keep();
     return true;
 }
 
 void Leaving::OnHandedOver(HWND window, const ResourceChoice& choice, const Restart& restart, bool isDelivered) {
-    // Looked at now: the question and the way to the service let other things begin.
-    if (!isDelivered || restart.isBusy()) {
-        m_isLeaving = false;
+    {
+        FlagWhile leaving(m_isLeaving);
+        // Looked at now: the question and the way to the service let other things begin.
+        if (isDelivered && !restart.isBusy()) leaving.Keep();
+    }
+    if (!m_isLeaving) {
         if (isDelivered) return;
         restart.lost();
         const Language& language = m_session.language;
         if (const std::optional<HWND> place = ModalOwner(window)) {
             ShowMessage(m_session.fonts, language, *place,
                         language.GetText(2178,
-                                         "The firewall service cannot be reached. Skin and language stay as "
-                                         "they are."));
+                                         "The firewall service did not answer in time. Skin and language may "
+                                         "stay as they are."));
         }
         return;
     }

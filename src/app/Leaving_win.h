@@ -32,7 +32,7 @@ public:
 
     struct Restart {
         std::function<bool()> isBusy;  // the program must not end now
-        std::function<void()> lost;    // the service could not be told; nothing has changed
+        std::function<void()> lost;    // the service did not take it in time, and may not have it
         std::function<void()> end;     // the window has nothing left to do but to end
     };
     // Does nothing when the choice of skin and language is the current one. Else it asks about a restart and sends

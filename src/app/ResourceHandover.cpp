@@ -16,7 +16,7 @@ void ResourceHandover::Begin(const ResourceChoice& choice, std::function<void(bo
 
 void ResourceHandover::Tick() {
     if (!m_over) return;
-    const bool isReachable = m_link.Service() == PeerState::Reachable;
+    const bool isReachable = m_link.LastCall() == PeerState::Reachable;
     const auto limit = isReachable ? kLastCommandsPatience.whileReachable : kLastCommandsPatience.whileMissing;
     if (m_clock.Elapsed() - m_since < limit) return;
     m_withdrawal.Withdraw();

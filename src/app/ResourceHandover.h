@@ -28,7 +28,8 @@ public:
     ResourceHandover(const ResourceHandover&) = delete;
     ResourceHandover& operator=(const ResourceHandover&) = delete;
 
-    // One at a time. over is called once, later than this call; what was not delivered then never is.
+    // One at a time. over is called once, later than this call. What has not found the service by then never does;
+    // a choice whose first command has gone still goes on, so that without a delivery either may come of it.
     void Begin(const ResourceChoice& choice, std::function<void(bool isDelivered)> over);
     // To be called every 100 ms or so.
     void Tick();

@@ -23,8 +23,8 @@ public:
     virtual ~Clock() = default;
     [[nodiscard]] virtual FileTime UtcNow() const = 0;
     [[nodiscard]] virtual LocalDate Today() const = 0;
-    // Since some moment before the program began; it runs evenly, whatever becomes of the system's clock. For how
-    // long something takes.
+    // Since some moment before the program began; it runs evenly, whatever becomes of the system's clock, and on
+    // while the machine sleeps. For how long something takes, to some 16 ms.
     [[nodiscard]] virtual std::chrono::milliseconds Elapsed() const = 0;
     // False when the wait was cut short because the program stops; retry loops then give up.
     virtual bool Sleep(std::chrono::milliseconds duration) = 0;

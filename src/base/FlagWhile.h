@@ -8,10 +8,15 @@ public:
     explicit FlagWhile(bool& flag) : m_flag(flag) { m_flag = true; }
     FlagWhile(const FlagWhile&) = delete;
     FlagWhile& operator=(const FlagWhile&) = delete;
-    ~FlagWhile() { m_flag = false; }
+    ~FlagWhile() {
+        if (!m_isKept) m_flag = false;
+    }
+    // What the flag stands for goes on after the scope; somebody else takes it back.
+    void Keep() { m_isKept = true; }
 
 private:
     bool& m_flag;
+    bool m_isKept = false;
 };
 
 }  // namespace brennvar

@@ -6,10 +6,11 @@ namespace brennvar {
 
 WinOwnAddresses::~WinOwnAddresses() {
     if (m_isArmed) {
-        // The system must not write into an object that has gone.
+        // The system must not write into an object that has gone. Waited for by the event, as the state in m_change
+        // may look like the end from the beginning; a call that is cancelled normally ends at once.
+        constexpr DWORD kCancelLimitMs = 1000;
         ::CancelIoEx(reinterpret_cast<HANDLE>(m_socket), &m_change);
-        DWORD ignored = 0;
-        ::GetOverlappedResult(reinterpret_cast<HANDLE>(m_socket), &m_change, &ignored, TRUE);
+        ::WaitForSingleObject(m_event.Get(), kCancelLimitMs);
     }
     if (m_socket != INVALID_SOCKET) ::closesocket(m_socket);
     if (m_isStarted) ::WSACleanup();

@@ -25,10 +25,12 @@ LocalDate SystemClock::Today() const {
     return {.year = local.tm_year + 1900, .month = local.tm_mon + 1, .day = local.tm_mday};
 }
 
+#ifndef _WIN32  // else in SystemClock_win.cpp
 std::chrono::milliseconds SystemClock::Elapsed() const {
     const auto elapsed = std::chrono::steady_clock::now().time_since_epoch();
     return std::chrono::duration_cast<std::chrono::milliseconds>(elapsed);
 }
+#endif
 
 bool SystemClock::Sleep(std::chrono::milliseconds duration) {
     return m_stop.WaitFor(duration);

@@ -26,17 +26,28 @@ void ProtectionModes::OnAllowed(const ModeChange& change) {
     m_withdrawal.Withdraw();
     m_allowedSince.reset();
     if (change.mode == ProtectionMode::AllowAll) m_allowedSince = m_clock.Elapsed();
-    m_timeout.OnModeChosen(change, m_clock.UtcNow());
-    SendMode(UserCommand::SetMode, change.mode, {});
+    ++m_choices;
+    // The end of an earlier mode that is on its way is not meant for this one, even if it is lost.
+    const auto arm = [change, now = m_clock.UtcNow(),
+                      isOtherOver = m_timeout == ModeTimeout()](ModeTimeout& timeout) {
+        if (isOtherOver) timeout = {};
+        timeout.OnModeChosen(change, now);
+    };
+    arm(m_timeout);
+    SendMode(UserCommand::SetMode, change.mode, arm);
 }
 
-void ProtectionModes::SendMode(UserCommand command, ProtectionMode mode, std::function<void()> lost) {
+void ProtectionModes::SendMode(UserCommand command, ProtectionMode mode, std::function<void(ModeTimeout&)> arm) {
     m_commander.Send(
         Batch(command, {.options = {{.id = OptionId::ProtectionMode, .number = static_cast<std::uint32_t>(mode)}},
                         .subject = m_language.GetText(ProtectionModeNotice(mode))}),
-        [this, lost = std::move(lost)](bool wasThere) {
-            if (!wasThere && lost) lost();
-            Refresh({.pause = kWritingPause});
+        [this, mode, number = m_choices, arm = std::move(arm)](bool wasThere) {
+            // A service that has gone in the middle of the batch may have the mode nevertheless.
+            const auto settle = [=, this](ProtectionMode stored) {
+                if (wasThere || stored == mode) arm(m_heldTimeout);
+                if (number == m_choices) m_timeout = m_heldTimeout;
+            };
+            Refresh({.pause = kWritingPause, .waiting = {settle}});
         },
         command == UserCommand::SetMode ? m_withdrawal.Signal() : nullptr);
 }
@@ -70,13 +81,10 @@ void ProtectionModes::OnRead(ProtectionMode stored, const Request& request) {
     const bool isKnown = mode == stored;
     if (const auto idle = std::exchange(m_idleSince, std::nullopt)) {
         if (m_timeout.IsOver(mode, *idle)) {
-            // Asked for again when it is lost: the mode would never end. The user may have chosen another end
-            // since.
-            const auto endAgain = [this, expired = std::exchange(m_timeout, {})] {
-                if (m_timeout == ModeTimeout()) m_timeout = expired;
-            };
+            // Asked for again when it is lost: the mode would never end.
+            m_timeout = {};
             mode = ProtectionMode::Normal;
-            SendMode(UserCommand::EndTimedMode, mode, endAgain);
+            SendMode(UserCommand::EndTimedMode, mode, [](ModeTimeout& timeout) { timeout = {}; });
         }
         m_view.OnIdleMode(mode);
     }

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <chrono>
+#include <cstdint>
 #include <functional>
 #include <optional>
 #include <vector>
@@ -60,8 +61,9 @@ private:
     };
 
     void OnAllowed(const ModeChange& change);
-    // The mode is read once more when the service has had the time to write it.
-    void SendMode(UserCommand command, ProtectionMode mode, std::function<void()> lost);
+    // The mode is read once more when the service has had the time to write it. arm: what becomes of the end of the
+    // mode once the service has this one.
+    void SendMode(UserCommand command, ProtectionMode mode, std::function<void(ModeTimeout&)> arm);
     void Refresh(Request request);
     void OnRead(ProtectionMode stored, const Request& request);
     void Show(ProtectionMode mode);
@@ -70,7 +72,9 @@ private:
     const Language& m_language;
     Commander& m_commander;
     ModeView& m_view;
-    ModeTimeout m_timeout;
+    ModeTimeout m_timeout;                                    // as if all that was sent arrives
+    ModeTimeout m_heldTimeout;                                // of what the service has taken
+    std::uint64_t m_choices = 0;                              // of the user, so far
     Withdrawal m_withdrawal;                                  // of what the user has chosen last
     std::optional<std::chrono::milliseconds> m_allowedSince;  // "Allow All" is on its way, by the clock's Elapsed
     ModeDisplay m_display;

@@ -57,6 +57,8 @@ public:
     // As the last calls on its pipes, or on one of them, found it. It can change whenever a call is over.
     [[nodiscard]] PeerState Service() const { return m_connector.State(); }
     [[nodiscard]] PeerState StateOf(const std::string& pipeName) const { return m_connector.StateOf(pipeName); }
+    // As the last call found it, whichever pipe that was on.
+    [[nodiscard]] PeerState LastCall() const { return m_connector.LastCall(); }
     // Returns when what was sent so far has arrived, or as long afterwards as this says: the service, which may
     // just be busy, is there, or it is not.
     struct Patience {

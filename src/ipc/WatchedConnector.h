@@ -55,8 +55,14 @@ public:
 private:
     void Remember(const std::string& name, PeerState state) {
         const std::lock_guard lock(m_mutex);
-        // A service that comes back makes all of its pipes anew.
-        if (state == PeerState::Reachable && Has(PeerState::Missing)) m_states.clear();
+        if (state == PeerState::Reachable) {
+            // A service that comes back makes all of its pipes anew: what was missing need not be missing any more.
+            // That another program has one of them counts until that one is there again that was missing itself;
+            // a pipe that always is would make it forgotten with every call on the others.
+            const auto found = m_states.find(name);
+            const bool isBack = found != m_states.end() && found->second == PeerState::Missing;
+            std::erase_if(m_states, [=](const auto& pipe) { return isBack || pipe.second == PeerState::Missing; });
+        }
         m_states[name] = m_last = state;
     }
     [[nodiscard]] bool Has(PeerState state) const {

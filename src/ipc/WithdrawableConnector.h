@@ -39,7 +39,7 @@ public:
     }
     [[nodiscard]] OpenedPipe Open(const std::string& name) override {
         OpenedPipe opened = m_inner.Open(name);
-        if (!opened.isForeign) m_withdrawn.reset();
+        if (opened.connection) m_withdrawn.reset();
         return opened;
     }
 

@@ -70,7 +70,6 @@ private:
         const LogFileState state = file.State();
         if (state == m_state && state.identity != 0) return;
         if (!HasOnlyGrown(file, state)) Forget();
-        m_state = state;
         m_count = std::min<std::uint64_t>(state.size / sizeof(Record), kMostRecords);
         if (m_first == m_end) {
             m_first = m_end = Traits::kTakesLast ? m_count : Oldest();
@@ -82,7 +81,10 @@ private:
                 m_last = record;
                 return true;
             });
+            // What was appended may have another answer than what is remembered.
+            if (m_end != m_count) return Forget();
         }
+        m_state = state;  // not before all of that has been read: it would never be looked at again
     }
     // What was read last stands where it stood.
     [[nodiscard]] bool HasOnlyGrown(const LogFile& file, const LogFileState& state) const {

@@ -28,10 +28,20 @@ void SecurityPasswordGate::Ask(std::function<void()> allowed, std::function<void
     m_reads.Ask<Stored>(
         [&stored = m_stored] { return stored.Read(); },
         [this, allowed = std::move(allowed), refused = std::move(refused)](const std::optional<Stored>& answer) {
-            const Stored stored = answer.value_or(std::nullopt);
-            if (Check(stored)) return allowed();
+            bool isAllowed = false;
+            bool isUnreadable = false;
+            try {
+                const Stored stored = answer.value_or(std::nullopt);
+                isUnreadable = !stored;
+                isAllowed = Check(stored);
+            } catch (...) {
+                // Without memory for the dialog, say: whoever asked is told, or would wait for ever.
+                if (refused) refused();
+                throw;
+            }
+            if (isAllowed) return allowed();
             if (refused) refused();
-            if (!stored) TellUnreadable();
+            if (isUnreadable) TellUnreadable();
         });
 }
 

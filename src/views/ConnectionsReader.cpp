@@ -12,6 +12,9 @@ namespace {
 // How long a reading may ask the service for paths. Commands wait on the same thread; a service that answers at all
 // normally answers hundreds of times in this time.
 constexpr std::chrono::milliseconds kAskingTime{1000};
+// How long another program's pipe is left alone. A call on it stands on that thread for six seconds, but only a
+// call can tell that the service has its pipe again.
+constexpr std::chrono::seconds kForeignPause{60};
 
 // The process ids of the tables, those without a path so far first, so that a slow service gets to all in time.
 template <class Paths>
@@ -130,12 +133,17 @@ void ConnectionsReader::OnReading(std::shared_ptr<const ConnectionReading> readi
     ++m_known.number;
     m_known.opening = m_opening;
     m_known.isFirst = m_opening != m_shownOpening;
+    if (m_paths.IsReading() || !IsPathWorthAsking()) return Build();
+    m_askedForPaths = m_known.reading->time;
+    m_paths.Refresh(m_known);
+}
+
+bool ConnectionsReader::IsPathWorthAsking() const {
     // A call to a missing service stands on the link thread for long; the next ones would only pile up.
-    const PeerState state = m_link.StateOf(kPidResolvePipeName);
-    if (m_paths.IsReading() || state == PeerState::Missing || state == PeerState::Foreign) {
-        Build();
-    } else {
-        m_paths.Refresh(m_known);
+    switch (m_link.StateOf(kPidResolvePipeName)) {
+        case PeerState::Missing: return false;  // forgotten when another call meets it
+        case PeerState::Foreign: return m_known.reading->time - m_askedForPaths >= kForeignPause;
+        default: return true;
     }
 }
 

@@ -73,6 +73,7 @@ private:
 
     [[nodiscard]] static Paths ResolvePaths(const Known& known, ServicePipes& pipes);
     void OnReading(std::shared_ptr<const ConnectionReading> reading) override;
+    [[nodiscard]] bool IsPathWorthAsking() const;
     void OnPaths(std::optional<Paths> paths);
     void OnRows(std::optional<Snapshot> snapshot, const Known& known);
     void Build();
@@ -80,9 +81,10 @@ private:
     ConnectionTables& m_tables;
     ServiceLink& m_link;
     const std::function<void(Snapshot)> m_deliver;
-    Known m_known;                     // without a reading: the driver could not be read
-    std::uint64_t m_opening = 1;       // how often the page was opened
-    std::uint64_t m_shownOpening = 0;  // of the rows that were delivered last
+    Known m_known;                                // without a reading: the driver could not be read
+    std::uint64_t m_opening = 1;                  // how often the page was opened
+    std::uint64_t m_shownOpening = 0;             // of the rows that were delivered last
+    std::chrono::milliseconds m_askedForPaths{};  // when the tables were read that it was asked for
     ProgramNames m_names;
     Refreshed<Paths, Known> m_paths;
     Refreshed<Snapshot, Known> m_rows;

@@ -42,7 +42,12 @@ TEST(ResourceHandoverTest, EndsWithTheDeliveryOrWithThePatienceAndThenForGood) {
     clock.Pass(1h);
     handover.Tick();
     EXPECT_EQ(told, "d");
-    hold(10s);  // the service is there
+    rig.Pipe().foreignOpens = 1;
+    rig.commander.SetFilterPort(8080);
+    begin();
+    EXPECT_EQ(rig.TakeRecords().size(), 2U);
+    ASSERT_EQ(rig.link.Service(), PeerState::Foreign);
+    hold(10s);  // the service is there, whoever has another of its pipes
     EXPECT_TRUE(rig.TakeRecords().empty());
     handover.Tick();
     EXPECT_EQ(told, "l") << "once";

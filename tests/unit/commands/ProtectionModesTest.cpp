@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -144,6 +145,41 @@ TEST_F(ProtectionModesTest, TheEndOfATimedModeIsAskedForUntilTheServiceHasIt) {
     EXPECT_EQ(Sent(), "");
     rig.Pipe().breaksOff = false;
     reads.RunAll();
+    Tick(true);
+    EXPECT_EQ(Sent(), "8=0 7 ");
+}
+
+TEST_F(ProtectionModesTest, WhatIsLostNeitherEndsALaterModeNorKeepsAnEarlierOne) {
+    const auto lose = [&](const std::function<void()>& send) {
+        rig.Settle();
+        rig.Pipe().breaksOff = true;
+        send();
+        EXPECT_EQ(Sent(), "");
+        rig.Pipe().breaksOff = false;
+        reads.RunAll();
+    };
+    // The end of the one mode is lost, and the user has chosen another one before that is known.
+    Choose({AllowAll, 5});
+    clock.now += 5 * kMinute;
+    rig.Pipe().breaksOff = true;
+    Tick(true);
+    rig.link.WaitUntilSent({.whileReachable = std::chrono::hours(1), .whileMissing = std::chrono::hours(1)});
+    rig.Pipe().breaksOff = false;
+    Choose({BlockAll, 0});
+    Tick(true);
+    EXPECT_EQ(Sent(), "") << "Block All stays";
+    // A timed mode is lost: the one that was there, and one that is chosen later, have the end that they had.
+    lose([&] { modes.Change({AllowAll, 5}); });
+    Choose({BlockAll, 0});
+    clock.now += 5 * kMinute;
+    Tick(true);
+    EXPECT_EQ(Sent(), "") << "Block All still stays";
+    // Only the answer is lost: the service has stored it.
+    lose([&] {
+        modes.Change({AllowAll, 5});
+        stored = AllowAll;
+    });
+    clock.now += 5 * kMinute;
     Tick(true);
     EXPECT_EQ(Sent(), "8=0 7 ");
 }

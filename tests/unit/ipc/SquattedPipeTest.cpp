@@ -59,6 +59,18 @@ TEST_F(SquattedPipeTest, IsToldAsLongAsOnePipeOfTheServiceThatRunsIsSomebodyElse
     EXPECT_EQ(watched.LastCall(), PeerState::Reachable);
     EXPECT_EQ(watched.StateOf(kCommandPipeName), PeerState::Reachable);
     EXPECT_EQ(watched.State(), PeerState::Foreign) << "the other one still";
+    pipe.failingWaits = 1;  // a pipe that is not there says nothing about the others
+    queue.FILTER_SET_PROXY_PORT(8080);
+    pipe.failingWaits = 0;
+    EXPECT_EQ(watched.StateOf(kFilterQueuePipeName), PeerState::Missing);
+    pipe.foreignOpens = 30;
+    (void)service.FetchTrayText();
+    EXPECT_EQ(watched.StateOf(kTrayPipeName), PeerState::Foreign);
+    commands.CMD_RESET();
+    EXPECT_EQ(watched.State(), PeerState::Foreign) << "the other one still";
+    EXPECT_EQ(watched.StateOf(kFilterQueuePipeName), PeerState::Unknown);
+    pipe.foreignOpens = 1;
+    queue.FILTER_SET_PROXY_PORT(8080);
     pipe.failingWaits = 1;  // the service is started again, and makes its pipes anew
     (void)service.FetchTrayText();
     EXPECT_EQ(watched.State(), PeerState::Reachable);
@@ -66,12 +78,16 @@ TEST_F(SquattedPipeTest, IsToldAsLongAsOnePipeOfTheServiceThatRunsIsSomebodyElse
 }
 
 TEST_F(SquattedPipeTest, ACommandCanStillBeTakenBack) {
-    pipe.foreignOpens = FakePipe::kAlways;
-    const auto withdrawn = std::make_shared<StopSignal>();
-    withdrawable.BeginBatch(withdrawn);
-    clock.whenSlept = [&] { withdrawn->Request(); };
-    EXPECT_THROW(commands.CMD_RESET(), BatchWithdrawn);
-    EXPECT_EQ(pipe.opened.size(), 1U);
+    for (const bool isForeign : {true, false}) {
+        pipe.foreignOpens = isForeign ? FakePipe::kAlways : 0;
+        pipe.canOpen = false;  // the service's own, which has no room just now
+        pipe.opened.clear();
+        const auto withdrawn = std::make_shared<StopSignal>();
+        withdrawable.BeginBatch(withdrawn);
+        clock.whenSlept = [&] { withdrawn->Request(); };
+        EXPECT_THROW(commands.CMD_RESET(), BatchWithdrawn) << isForeign;
+        EXPECT_EQ(pipe.opened.size(), 1U) << isForeign;
+    }
 }
 
 }  // namespace

@@ -4,6 +4,7 @@
 
 #include <cstring>
 #include <filesystem>
+#include <new>
 
 #include "ipc/RecordFile.h"
 #include "logs/LogFiles.h"
@@ -138,7 +139,9 @@ struct Counting : Traits {
     using typename Traits::Key;
     using typename Traits::Record;
     static inline int seen = 0;
+    static inline bool isWithoutMemory = false;
     static std::uint64_t HashOf(const Record& record) {
+        if (isWithoutMemory) throw std::bad_alloc();
         ++seen;
         return Traits::HashOf(record);
     }
@@ -177,7 +180,10 @@ TEST(LookupsTest, ReadsFromTheSideThatCountsAndNoFurtherThanTheFirstMatch) {
     }
     const std::string grown = DnsRecord(addressOf(2), "grown.example");
     folder.Write(R"(\Log\20260309_dns.log)", log + newest + newest + grown);
-    EXPECT_STREQ(names.Find(2)->name, "grown.example");
+    Names::isWithoutMemory = true;
+    EXPECT_THROW((void)names.Find(2), std::bad_alloc);
+    Names::isWithoutMemory = false;
+    EXPECT_STREQ(names.Find(2)->name, "grown.example") << "what was appended is still to be read";
     EXPECT_EQ(Names::seen, kOld + 2 + 2) << "what was appended, to forget what stood for it and to note it";
 
     using Advices = Counting<AdviceTraits>;
