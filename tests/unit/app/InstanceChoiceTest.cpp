@@ -29,6 +29,7 @@ TEST(InstanceChoiceTest, OneOfSeveralStartsRunsAndTheOthersCallItOrWaitForItsEnd
     };
     constexpr auto kNever = std::chrono::milliseconds::max();
     const Row rows[] = {{"no other", 0ms, kNever, InstanceChoice::Run, 0ms},
+                        {"a window of one that counts as later", 0ms, 0ms, InstanceChoice::Leave, 0ms},
                         {"a window", kNever, 0ms, InstanceChoice::Leave, 0ms},
                         {"one that is starting", kNever, 420ms, InstanceChoice::Leave, 450ms},
                         {"one that is leaving", 3010ms, kNever, InstanceChoice::Run, 3050ms},
