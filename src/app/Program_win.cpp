@@ -125,14 +125,20 @@ End RunControlCenter(Clock& clock, const std::string& firstMessage) {
         case InstanceChoice::Stuck: break;
     }
     const Language language = OpenLanguage();
+    const std::string caption = language.GetText(41, "Brennvar Personal Firewall");
+    const auto show = [&caption](const std::string& text, UINT style) {
+        return ::MessageBoxA(nullptr, text.c_str(), caption.c_str(), style | MB_ICONWARNING | MB_SETFOREGROUND);
+    };
     const std::string question = language.GetText(
         2220, "Brennvar Personal Firewall is running, but does not answer. End it and start it anew?");
-    if (::MessageBoxA(nullptr, question.c_str(), language.GetText(41, "Brennvar Personal Firewall").c_str(),
-                      MB_YESNO | MB_ICONWARNING | MB_SETFOREGROUND) != IDYES) {
-        return false;
-    }
+    if (show(question, MB_YESNO) != IDYES) return false;
+    // While the user thought about it, it may have come to itself.
+    if (earlier.CallForward()) return false;
     earlier.End();
-    return true;
+    if (!earlier.IsAnyThere()) return true;
+    show(language.GetText(2230, "Brennvar Personal Firewall cannot be ended. It is not started a second time."),
+         MB_OK);
+    return false;
 }
 
 }  // namespace
