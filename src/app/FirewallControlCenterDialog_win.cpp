@@ -122,6 +122,8 @@ void FirewallControlCenterDialog::OnTimer(UINT_PTR id) {
     // Of two questions neither waits for the other, and that about a connection holds its tick.
     m_session.activity.Tick(Window());
     m_leaving.Tick();
+    // Outside of the tick, which goes on while a dialog of a completion is open.
+    if (id == Ticks::Table().front().timer) m_session.RunOverdue();
     m_ticks.OnTimer(static_cast<unsigned>(id));
 }
 

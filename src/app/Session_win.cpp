@@ -177,12 +177,14 @@ void Session::StopLinks(std::chrono::milliseconds limit) {
     ruleChoices.Stop();
 }
 
-void Session::RefreshFigures() {
-    // The messages that ask for this are lost when others have filled the queue.
+void Session::RunOverdue() {
     RunCompletions();
     for (CWorkerThread& worker : workers) {
         if (!worker.Running()) worker.Stop();
     }
+}
+
+void Session::RefreshFigures() {
     if (m_view) m_figures.Tick(*m_view);
 }
 

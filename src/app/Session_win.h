@@ -79,6 +79,9 @@ public:
     // The window goes: nothing is posted to it and the view is told nothing any more.
     void End();
     void RunCompletions();
+    // To be called once a second: does what the messages above ask for, which are lost when others have filled the
+    // queue. A completion may open a dialog and return when the user has closed it, so no tick may wait for this.
+    void RunOverdue();
     // Lets what was sent arrive for at most the given time; afterwards nothing new is sent or read. What is being
     // read is not waited for.
     void StopLinks(std::chrono::milliseconds limit);
