@@ -1,5 +1,6 @@
 #include "app/EarlierStarts_win.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "base/AsciiCase.h"
@@ -12,7 +13,8 @@ constexpr DWORD kLookRights = PROCESS_QUERY_LIMITED_INFORMATION | SYNCHRONIZE;
 // For each of its windows; one that hangs is not waited for at all.
 constexpr UINT kAnswerPatienceMs = 1000;
 
-// In the order in which processes were started; of two that were at the same moment one is the first as well.
+// In the order in which processes were started, by the system's clock, which may be set; of two that were at the
+// same moment one is the first as well.
 using StartOrder = std::pair<std::uint64_t, DWORD>;
 
 StartOrder StartOf(HANDLE process, DWORD id) {
@@ -58,13 +60,15 @@ WinEarlierStarts::WinEarlierStarts(UINT openWindow) : m_openWindow(openWindow) {
         // The name alone is anybody's: the file must be this one, where not everybody can put one.
         UniqueProcess process(::OpenProcess(kLookRights, FALSE, id));
         if (!process || !EqualsIgnoringCase(ImagePathOf(process.Get()), image)) continue;
-        if (StartOf(process.Get(), id) < ownStart) m_processes.push_back({.handle = std::move(process), .id = id});
+        const bool isEarlier = StartOf(process.Get(), id) < ownStart;
+        m_processes.push_back({.handle = std::move(process), .id = id, .isEarlier = isEarlier});
     }
 }
 
 bool WinEarlierStarts::IsAnyThere() {
     std::erase_if(m_processes, [](const Process& process) { return HasEnded(process.handle.Get()); });
-    return !m_processes.empty();
+    return std::any_of(m_processes.begin(), m_processes.end(),
+                       [](const Process& process) { return process.isEarlier; });
 }
 
 bool WinEarlierStarts::CallForward() {
@@ -79,6 +83,7 @@ bool WinEarlierStarts::CallForward() {
 
 void WinEarlierStarts::End() {
     for (const Process& process : m_processes) {
+        if (!process.isEarlier) continue;
         const UniqueProcess ending(::OpenProcess(PROCESS_TERMINATE, FALSE, process.id));
         if (ending && ::TerminateProcess(ending.Get(), 1)) {
             constexpr DWORD kEndMs = 2000;

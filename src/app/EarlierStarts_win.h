@@ -1,4 +1,4 @@
-// The processes that were started before this one from the same file, in the same session.
+// The processes of the same file in the same session, and which of them were started before this one.
 #pragma once
 
 #include <cstdint>
@@ -19,13 +19,14 @@ public:
 
     [[nodiscard]] bool IsAnyThere() override;
     [[nodiscard]] bool CallForward() override;
-    // Ends those that are left; without effect on one that this user may not end.
+    // Ends those that were started before and are left; without effect on one that this user may not end.
     void End();
 
 private:
     struct Process {
         UniqueProcess handle;
         DWORD id = 0;
+        bool isEarlier = false;
     };
     const UINT m_openWindow;
     std::vector<Process> m_processes;  // that have not ended when they were last looked at

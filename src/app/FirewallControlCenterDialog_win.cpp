@@ -122,6 +122,8 @@ void FirewallControlCenterDialog::OnTimer(UINT_PTR id) {
     // Of two questions neither waits for the other, and that about a connection holds its tick.
     m_session.activity.Tick(Window());
     m_leaving.Tick();
+    // Outside of the tick, which goes on while a dialog of a completion is open.
+    if (id == Ticks::Table().front().timer) m_session.RunOverdue();
     m_ticks.OnTimer(static_cast<unsigned>(id));
 }
 
@@ -298,10 +300,13 @@ void FirewallControlCenterDialog::LeaveProgram() {
 }
 
 void FirewallControlCenterDialog::ExitControlCenter() {
-    // The driver waits for the answer to an open question; it comes first.
-    if (m_session.prompt.IsBusy()) return;
-    // Nor can the password be asked for a second time. Before the questions: their answers would be for nothing.
+    // The password cannot be asked for a second time. Before the questions: their answers would be for nothing.
     if (m_session.gate.IsAsking()) return m_session.gate.ComeForward();
+    // The driver waits for the answer to an open question; it comes first, and says so by coming forward.
+    if (m_session.prompt.IsBusy()) {
+        if (const HWND question = StandingQuestion()) ::SetForegroundWindow(question);
+        return;
+    }
     if (m_mail.IsSending()) return m_mail.TellSending();
     if (CPage* const page = Pages().Current(); page && !page->MayLeave()) return;
     m_leaving.Exit(

@@ -11,16 +11,15 @@ MachineWatch::MachineWatch(const Clock& clock, const Language& language, Command
       m_commander(commander),
       m_addresses(addresses),
       m_clockCheck(clock.UtcNow(), clock.Elapsed()),
-      m_lastLook(clock.Elapsed()),
-      m_networkSignature(NetworkSignature(addresses.Read())) {}
+      m_lastLook(clock.Elapsed()) {}
 
 void MachineWatch::CheckNetwork() {
     // Reading them costs more than everything else that is done in an idle second.
     const std::chrono::milliseconds now = m_clock.Elapsed();
-    if (!m_addresses.HaveChanged() && now - m_lastLook < kLookAnyway) return;
+    if (!m_addresses.HaveChanged() && m_networkSignature && now - m_lastLook < kLookAnyway) return;
     m_lastLook = now;
     const std::uint32_t signature = NetworkSignature(m_addresses.Read());
-    if (std::exchange(m_networkSignature, signature) == signature) return;
+    if (std::exchange(m_networkSignature, signature).value_or(signature) == signature) return;
     m_commander.Send(Batch(UserCommand::ReloadNetwork));
 }
 

@@ -4,6 +4,7 @@
 
 #include <chrono>
 #include <cstdint>
+#include <optional>
 
 #include "base/Clock.h"
 #include "base/ClockCheck.h"
@@ -18,7 +19,8 @@ public:
     // Where the system reports no change of the addresses they are looked at as often as this.
     static constexpr std::chrono::seconds kLookAnyway{30};
 
-    // Begins with the time and the addresses of this moment. All are borrowed.
+    // Begins with the time of this moment, and with the addresses at the first check: the library that tells them
+    // need not be loaded before the window is there. All are borrowed.
     MachineWatch(const Clock& clock, const Language& language, Commander& commander, OwnAddresses& addresses);
 
     // Once a second each. The service is told to read the network's configuration anew when an address has come or
@@ -32,8 +34,8 @@ private:
     Commander& m_commander;
     OwnAddresses& m_addresses;
     ClockCheck m_clockCheck;
-    std::chrono::milliseconds m_lastLook;  // at the addresses
-    std::uint32_t m_networkSignature;
+    std::chrono::milliseconds m_lastLook;             // at the addresses
+    std::optional<std::uint32_t> m_networkSignature;  // none: not looked at yet
 };
 
 }  // namespace brennvar

@@ -1,5 +1,6 @@
 #include "app/Program_win.h"
 
+#include <atomic>
 #include <optional>
 #include <string>
 #include <vector>
@@ -82,14 +83,53 @@ void RegisterRestart(bool isWanted) {
     }
 }
 
+// The end of a session, which waits for threads that the disk, the driver or another program may hold up: a process
+// without a window must not stay. To be made before the session, so that it is there until that has gone.
+class SessionEnd {
+public:
+    // The window has gone. To be called once or more.
+    void Begin() noexcept {
+        if (m_watch) return;
+        RegisterRestart(false);
+        m_watch.emplace(kPatience, [this] { OnOverdue(); });
+    }
+    // A window is to be there after this session.
+    void ComeBack() noexcept { m_comesBack = true; }
+
+private:
+    // More than those have together that are given a moment: the activity server 2 s, an answer on its way 3 s.
+    static constexpr std::chrono::seconds kPatience{8};
+
+    // On the thread of the watch.
+    void OnOverdue() noexcept {
+        try {
+            // What made it fail may be over. Nobody could end this process but the user, so it goes in any case.
+            if (m_comesBack) (void)StartAgain();
+        } catch (...) {  // NOLINT(bugprone-empty-catch): without memory there is no other process
+        }
+        ::TerminateProcess(::GetCurrentProcess(), 0);
+    }
+
+    std::atomic<bool> m_comesBack = false;
+    std::optional<EndWatch> m_watch;  // last: it uses the flag
+};
+
+// Begins the end in whatever way a scope is left.
+class EndAtScopeExit {
+public:
+    explicit EndAtScopeExit(SessionEnd& end) : m_end(end) {}
+    EndAtScopeExit(const EndAtScopeExit&) = delete;
+    EndAtScopeExit& operator=(const EndAtScopeExit&) = delete;
+    ~EndAtScopeExit() { m_end.Begin(); }
+
+private:
+    SessionEnd& m_end;
+};
+
 // Returns when the user has left the program. ComesBack: a new process was to go on, but cannot be started.
 enum class End { Final, ComesBack };
 End RunControlCenter(Clock& clock, const std::string& firstMessage) {
-    // For threads that wait for the disk, the driver or another program: a process without a window must not stay.
-    // More than those have together that are given a moment: the activity server 2 s, an answer on its way 3 s.
-    constexpr std::chrono::seconds kEndPatience{8};
-    // Before the session, so that it is there until that has gone.
-    std::optional<EndWatch> watch;
+    SessionEnd sessionEnd;
     WinDeviceOpener devices;
     WinUserValues userValues;
     WinUserSession userSession;
@@ -106,14 +146,16 @@ End RunControlCenter(Clock& clock, const std::string& firstMessage) {
          .dataFolder = dataFolder,
          .languageName = CurrentLanguageName()},
         OpenLanguage());
+    const EndAtScopeExit endAtExit(sessionEnd);
     // Nobody waits for them, and all processes have to be gone through.
     session.reads.Post([&userValues] { WriteProcessIds(userValues); });
     FirewallControlCenterDialog window(session, firstMessage);
     RegisterRestart(true);
     const bool isRestart = window.Run() == FirewallControlCenterDialog::Outcome::Restart;
-    RegisterRestart(false);
-    watch.emplace(kEndPatience, [] { ::TerminateProcess(::GetCurrentProcess(), 0); });
-    return isRestart && !StartAgain() ? End::ComesBack : End::Final;
+    sessionEnd.Begin();
+    if (!isRestart || StartAgain()) return End::Final;
+    sessionEnd.ComeBack();
+    return End::ComesBack;
 }
 
 // False: another one is there, which is as well.
@@ -125,14 +167,20 @@ End RunControlCenter(Clock& clock, const std::string& firstMessage) {
         case InstanceChoice::Stuck: break;
     }
     const Language language = OpenLanguage();
+    const std::string caption = language.GetText(41, "Brennvar Personal Firewall");
+    const auto show = [&caption](const std::string& text, UINT style) {
+        return ::MessageBoxA(nullptr, text.c_str(), caption.c_str(), style | MB_ICONWARNING | MB_SETFOREGROUND);
+    };
     const std::string question = language.GetText(
         2220, "Brennvar Personal Firewall is running, but does not answer. End it and start it anew?");
-    if (::MessageBoxA(nullptr, question.c_str(), language.GetText(41, "Brennvar Personal Firewall").c_str(),
-                      MB_YESNO | MB_ICONWARNING | MB_SETFOREGROUND) != IDYES) {
-        return false;
-    }
+    if (show(question, MB_YESNO) != IDYES) return false;
+    // While the user thought about it, it may have come to itself.
+    if (earlier.CallForward()) return false;
     earlier.End();
-    return true;
+    if (!earlier.IsAnyThere()) return true;
+    show(language.GetText(2230, "Brennvar Personal Firewall cannot be ended. It is not started a second time."),
+         MB_OK);
+    return false;
 }
 
 }  // namespace

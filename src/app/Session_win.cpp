@@ -123,8 +123,16 @@ Session::Session(const SessionSurroundings& surroundings, Language openedLanguag
               CWorkerThread(PostWhenFinished(kMessageWorkerFinished + 3))},
       m_figures(clock, devices, connectionTables, link, modes, statistics),
       m_front(
-          reads, [&userSession = m_userSession](const auto&) { return std::optional(userSession.IsInFront()); },
-          [this](std::optional<bool> isInFront, const auto&) { m_isInFront = isInFront.value_or(true); }) {
+          // Not behind the files, which may be held for seconds.
+          driverReads,
+          [&userSession = m_userSession](const FrontRequest& request) {
+              FrontReading reading;
+              // Before the look: a change after it is told.
+              reading.isTold = request.toTell && userSession.TellChangesTo(request.toTell);
+              reading.isInFront = userSession.IsInFront();
+              return std::optional(reading);
+          },
+          [this](std::optional<FrontReading> reading, const FrontRequest&) { OnFront(reading); }) {
     commander.GuardWith(gate);
 }
 
@@ -158,12 +166,11 @@ void Session::Begin(HWND window, SessionView& view) {
     rules.Begin();
     commander.Send(Batch(UserCommand::Start));
     activity.Start();
-    m_userSession.TellChangesTo(window);
-    m_front.Refresh();
 }
 
 void Session::End() {
-    if (const HWND window = m_window.exchange(nullptr)) m_userSession.StopTelling(window);
+    const HWND window = m_window.exchange(nullptr);
+    if (window && std::exchange(m_isTold, false)) m_userSession.StopTelling(window);
     m_view = nullptr;
     gate.SetOwner(nullptr);
     ruleDialogs.SetOwner(nullptr);
@@ -185,11 +192,28 @@ void Session::StopLinks(std::chrono::milliseconds limit) {
     ruleChoices.Stop();
 }
 
-void Session::RefreshFigures() {
-    // The messages that ask for this are lost when others have filled the queue.
+void Session::RunOverdue() {
     RunCompletions();
     for (CWorkerThread& worker : workers) {
         if (!worker.Running()) worker.Stop();
+    }
+}
+
+void Session::OnUserSessionChanged() {
+    m_frontLookedAt = clock.Elapsed();
+    // One request at a time asks for it: a window that is told twice gets each message twice.
+    const bool isToBeTold = !m_isTold && !m_front.IsReading();
+    m_front.Refresh({.toTell = isToBeTold ? m_window.load() : nullptr});
+}
+
+void Session::OnFront(std::optional<FrontReading> reading) {
+    m_isInFront = !reading || reading->isInFront;
+    if (reading && reading->isTold) m_isTold = true;
+}
+
+void Session::RefreshFigures() {
+    if (m_view && (!m_frontLookedAt || clock.Elapsed() - *m_frontLookedAt >= kFrontLookAnyway)) {
+        OnUserSessionChanged();
     }
     if (m_view) m_figures.Tick(*m_view);
 }
@@ -224,7 +248,8 @@ void Session::OnNotice(const std::string& text) {
     const TrayNotice notice = ParseTrayNotice(text);
     if (notice.kind == TrayNotice::Kind::Attack) statistics.CountAttack();
     if (notice.kind == TrayNotice::Kind::Balloon) statistics.AddNotice(notice.text, clock.UtcNow());
-    m_view->ShowNotice(notice);
+    // One that was under way when another user's session came to the front is found on the page.
+    if (m_isInFront || notice.kind != TrayNotice::Kind::Balloon) m_view->ShowNotice(notice);
 }
 
 void Session::OnModeChanged() {

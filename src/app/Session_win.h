@@ -5,8 +5,10 @@
 
 #include <array>
 #include <atomic>
+#include <chrono>
 #include <cstddef>
 #include <functional>
+#include <optional>
 #include <string>
 
 #include "advanced/AdvancedRules.h"
@@ -67,6 +69,9 @@ public:
         WM_APP + 3;  // something of a question has come: prompt.Tick, activity.Tick
     static constexpr UINT kMessageWorkerFinished = 4846;  // to 4849, one per worker thread
     static constexpr std::size_t kWorkerCount = 4;
+    // A reading may have been wrong, and a change may have been told while the window was not: so often it is
+    // looked again at whether this session is in front.
+    static constexpr std::chrono::seconds kFrontLookAnyway{5};
 
     Session(const SessionSurroundings& surroundings, Language openedLanguage);
     Session(const Session&) = delete;
@@ -79,17 +84,21 @@ public:
     // The window goes: nothing is posted to it and the view is told nothing any more.
     void End();
     void RunCompletions();
+    // To be called once a second: does what the messages above ask for, which are lost when others have filled the
+    // queue. A completion may open a dialog and return when the user has closed it, so no tick may wait for this.
+    void RunOverdue();
     // Lets what was sent arrive for at most the given time; afterwards nothing new is sent or read. What is being
     // read is not waited for.
     void StopLinks(std::chrono::milliseconds limit);
 
     // The ticks.
+    // The first one looks at whether this session is in front as well.
     void RefreshFigures();
     // Nothing while another user's session is in front: the notice is for who sits there.
     void FetchNotice();
 
     // Another session may have come to the front, or this one.
-    void OnUserSessionChanged() { m_front.Refresh(); }
+    void OnUserSessionChanged();
     // As far as is known by now.
     [[nodiscard]] bool IsInFront() const { return m_isInFront; }
 
@@ -110,6 +119,15 @@ private:
     void OnModeChanged() override;
     void OnIdleMode(ProtectionMode mode) override;
     void OnNotice(const std::string& text);
+    // A look at whether this session is in front. It waits for the terminal services, so another thread does it.
+    struct FrontRequest {
+        HWND toTell = nullptr;  // of changes; null: nobody
+    };
+    struct FrontReading {
+        bool isInFront = true;
+        bool isTold = false;
+    };
+    void OnFront(std::optional<FrontReading> reading);
     void TrustProgram(const std::string& path, std::function<void()> over) override;
     void BringForward() override;
     void LeaveProgram() override;
@@ -124,6 +142,8 @@ private:
     bool m_isTellingNotice = false;
     UserSession& m_userSession;
     bool m_isInFront = true;
+    bool m_isTold = false;                                     // the window, of changes
+    std::optional<std::chrono::milliseconds> m_frontLookedAt;  // by the clock's Elapsed
 
     // The driver as questions are fetched from it: it has none while another user's session is in front.
     class FrontDevices final : public DeviceOpener {
@@ -186,7 +206,7 @@ public:
 
 private:
     Figures m_figures;
-    Refreshed<bool> m_front;
+    Refreshed<FrontReading, FrontRequest> m_front;
 };
 
 }  // namespace brennvar

@@ -2,14 +2,13 @@
 #pragma once
 
 #include <functional>
-#include <system_error>
 #include <thread>
 #include <utility>
 
 namespace brennvar {
 
 // Does it on a thread of its own for which nobody waits, the end of the process neither. It owns what it uses; what
-// it throws is dropped. False when the system has no thread to spare: it is not done.
+// it throws is dropped. False when the system has no thread or memory to spare: it is not done.
 inline bool RunDetached(std::function<void()> task) {
     try {
         std::thread([task = std::move(task)] {
@@ -19,7 +18,7 @@ inline bool RunDetached(std::function<void()> task) {
             }
         }).detach();
         return true;
-    } catch (const std::system_error&) {
+    } catch (...) {
         return false;
     }
 }

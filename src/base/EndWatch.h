@@ -13,7 +13,7 @@ namespace brennvar {
 class EndWatch {
 public:
     // Unless the object goes before, overdue is called when the limit has passed, on a thread of its own; it is
-    // meant to end the process. Without a thread to spare nothing is watched.
+    // meant to end the process. Without a thread or memory to spare nothing is watched.
     EndWatch(std::chrono::milliseconds limit, std::function<void()> overdue);
     EndWatch(const EndWatch&) = delete;
     EndWatch& operator=(const EndWatch&) = delete;

@@ -6,12 +6,20 @@
 
 namespace brennvar {
 
-WinUserSession::WinUserSession() : m_library(::LoadLibraryA("wtsapi32.dll")) {}
+namespace {
+
+template <class Function>
+[[nodiscard]] Function* FindTerminalFunction(const char* name) {
+    // Stays loaded: it is used until the end of the process.
+    static const HMODULE library = ::LoadLibraryA("wtsapi32.dll");
+    return FindFunction<Function>(library, name);
+}
+
+}  // namespace
 
 bool WinUserSession::IsInFront() const {
-    const auto query =
-        FindFunction<decltype(::WTSQuerySessionInformationA)>(m_library, "WTSQuerySessionInformationA");
-    const auto release = FindFunction<decltype(::WTSFreeMemory)>(m_library, "WTSFreeMemory");
+    const auto query = FindTerminalFunction<decltype(::WTSQuerySessionInformationA)>("WTSQuerySessionInformationA");
+    const auto release = FindTerminalFunction<decltype(::WTSFreeMemory)>("WTSFreeMemory");
     if (!query || !release) return true;
     char* answer = nullptr;
     DWORD size = 0;
@@ -22,15 +30,15 @@ bool WinUserSession::IsInFront() const {
     return isActive;
 }
 
-void WinUserSession::TellChangesTo(HWND window) {
+bool WinUserSession::TellChangesTo(HWND window) {
     const auto tell =
-        FindFunction<decltype(::WTSRegisterSessionNotification)>(m_library, "WTSRegisterSessionNotification");
-    if (tell) tell(window, NOTIFY_FOR_THIS_SESSION);
+        FindTerminalFunction<decltype(::WTSRegisterSessionNotification)>("WTSRegisterSessionNotification");
+    return tell && tell(window, NOTIFY_FOR_THIS_SESSION);
 }
 
 void WinUserSession::StopTelling(HWND window) {
     const auto stop =
-        FindFunction<decltype(::WTSUnRegisterSessionNotification)>(m_library, "WTSUnRegisterSessionNotification");
+        FindTerminalFunction<decltype(::WTSUnRegisterSessionNotification)>("WTSUnRegisterSessionNotification");
     if (stop) stop(window);
 }
 

@@ -14,22 +14,19 @@ public:
     // The system is ending it.
     [[nodiscard]] virtual bool IsEnding() const = 0;
     // From now on the window gets WM_WTSSESSION_CHANGE when that has changed; anybody else can send that, too.
-    virtual void TellChangesTo(HWND window) = 0;
+    // False: not now, as while the terminal services start. May take a while; any thread.
+    [[nodiscard]] virtual bool TellChangesTo(HWND window) = 0;
+    // For a window that is told.
     virtual void StopTelling(HWND window) = 0;
 };
 
-// By the system's terminal services, where they are.
+// By the system's terminal services, where they are; their library is loaded at the first use.
 class WinUserSession final : public UserSession {
 public:
-    WinUserSession();
-
     [[nodiscard]] bool IsInFront() const override;
     [[nodiscard]] bool IsEnding() const override { return ::GetSystemMetrics(SM_SHUTTINGDOWN) != 0; }
-    void TellChangesTo(HWND window) override;
+    [[nodiscard]] bool TellChangesTo(HWND window) override;
     void StopTelling(HWND window) override;
-
-private:
-    const HMODULE m_library;  // stays loaded: it is used until the end of the process
 };
 
 }  // namespace brennvar

@@ -29,11 +29,12 @@ TEST(InstanceChoiceTest, OneOfSeveralStartsRunsAndTheOthersCallItOrWaitForItsEnd
     };
     constexpr auto kNever = std::chrono::milliseconds::max();
     const Row rows[] = {{"no other", 0ms, kNever, InstanceChoice::Run, 0ms},
+                        {"a window of one that counts as later", 0ms, 0ms, InstanceChoice::Leave, 0ms},
                         {"a window", kNever, 0ms, InstanceChoice::Leave, 0ms},
                         {"one that is starting", kNever, 420ms, InstanceChoice::Leave, 450ms},
                         {"one that is leaving", 3010ms, kNever, InstanceChoice::Run, 3050ms},
-                        {"one that needs all of its time", 19'999ms, kNever, InstanceChoice::Run, 20'000ms},
-                        {"one that hangs", kNever, kNever, InstanceChoice::Stuck, 20'000ms}};
+                        {"one that needs all of its time", 24'999ms, kNever, InstanceChoice::Run, 25'000ms},
+                        {"one that hangs", kNever, kNever, InstanceChoice::Stuck, 25'000ms}};
     for (const Row& row : rows) {
         FakeStarts starts;
         const std::chrono::milliseconds begin = starts.clock.elapsed;

@@ -32,10 +32,15 @@ protected:
 
     struct FakeUserSession final : UserSession {
         std::atomic<bool> isInFront = true;
-        HWND told = nullptr;
+        std::atomic<HWND> told = nullptr;
+        std::atomic<int> refusals = 0;
         [[nodiscard]] bool IsInFront() const override { return isInFront; }
         [[nodiscard]] bool IsEnding() const override { return false; }
-        void TellChangesTo(HWND window) override { told = window; }
+        bool TellChangesTo(HWND window) override {
+            if (refusals-- > 0) return false;
+            told = window;
+            return true;
+        }
         void StopTelling(HWND window) override {
             if (told == window) told = nullptr;
         }
@@ -55,7 +60,7 @@ protected:
                      .makeConnector = [this](const StopSignal&) { return std::make_unique<Connector>(pipe); },
                      .addresses = addresses,
                      .userValues = userValues,
-                    .userSession = userSession,
+                     .userSession = userSession,
                      .dataFolder = folder.Path(),
                      .languageName = "English"},
                     Language(nullptr)};
@@ -75,14 +80,15 @@ protected:
             }
         }
     }
+    static test::FakePipe::Bytes AnswerWith(std::string_view text) {
+        TrayTextAnswer answer{};
+        answer.status = kServiceAnswerValid;
+        PutText(answer.text, text);
+        const auto bytes = RecordBytes(answer);
+        return {bytes.begin(), bytes.end()};
+    }
     void Tell(std::string_view text) {
-        pipe.server = [text = std::string(text)](const test::FakePipe::Message&) {
-            TrayTextAnswer answer{};
-            answer.status = kServiceAnswerValid;
-            PutText(answer.text, text);
-            const auto bytes = RecordBytes(answer);
-            return test::FakePipe::Bytes(bytes.begin(), bytes.end());
-        };
+        pipe.server = [text = std::string(text)](const test::FakePipe::Message&) { return AnswerWith(text); };
         const std::size_t before = view.notices.size();
         session.FetchNotice();
         session.FetchNotice();  // not twice at a time
@@ -117,7 +123,6 @@ TEST_F(SessionTest, IsSilentTowardsAWindowThatHasGone) {
 
 TEST_F(SessionTest, FetchesNothingWhileAnotherUsersSessionIsInFront) {
     session.Begin(window, view);
-    EXPECT_EQ(userSession.told, window);
     test::AskedTools tools;
     const auto questionsAsked = [&] {
         session.prompt.Tick(window, tools);
@@ -129,7 +134,16 @@ TEST_F(SessionTest, FetchesNothingWhileAnotherUsersSessionIsInFront) {
         PumpUntil([&] { return session.IsInFront() == isInFront; });
     };
     EXPECT_EQ(questionsAsked(), 1);
+    std::promise<void> changed;
+    pipe.server = [isChanged = changed.get_future().share()](const test::FakePipe::Message&) {
+        isChanged.get();
+        return AnswerWith("On its way");
+    };
+    session.FetchNotice();
     change(false);
+    changed.set_value();
+    PumpUntil([&] { return session.statistics.Notices().size() == 1; });
+    EXPECT_TRUE(view.notices.empty());
     pipe.server = [](const test::FakePipe::Message&) -> test::FakePipe::Bytes {
         ADD_FAILURE() << "the notice was fetched";
         return {};
@@ -143,6 +157,20 @@ TEST_F(SessionTest, FetchesNothingWhileAnotherUsersSessionIsInFront) {
     change(true);
     EXPECT_EQ(questionsAsked(), 2);
     Tell("Port scan");
+}
+
+TEST_F(SessionTest, LooksAgainAtWhoseSessionIsInFrontWhenNobodyTellsIt) {
+    session.Begin(window, view);
+    userSession.isInFront = false;
+    userSession.refusals = 1;
+    session.RefreshFigures();
+    PumpUntil([&] { return !session.IsInFront(); });
+    EXPECT_EQ(userSession.told, nullptr);
+    userSession.isInFront = true;
+    clock.Pass(Session::kFrontLookAnyway);
+    session.RefreshFigures();
+    PumpUntil([&] { return session.IsInFront(); });
+    EXPECT_EQ(userSession.told, window);
     session.End();
     EXPECT_EQ(userSession.told, nullptr);
 }
