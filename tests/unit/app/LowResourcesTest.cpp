@@ -12,6 +12,7 @@
 #include "support/FailingMemory.h"
 #include "support/ModalOwner_win.h"
 #include "support/ObjectCounts_win.h"
+#include "ui/OwnMessages_win.h"
 
 namespace brennvar {
 namespace {
@@ -63,7 +64,7 @@ protected:
                     message.Open(owner.Window());
                     if (HWND window = message.Window()) {
                         ::UpdateWindow(window);
-                        ::DestroyWindow(window);
+                        EndWindow(window);
                     }
                     EXPECT_EQ(answers, 1);
                     return message.Answer().value_or(true);
@@ -92,7 +93,7 @@ private:
     static void CALLBACK Close(HWND, UINT, UINT_PTR, DWORD) {
         if (const HWND window = ::FindWindowA(nullptr, kCaption)) {
             ::UpdateWindow(window);
-            ::DestroyWindow(window);
+            EndWindow(window);
         }
     }
 };
