@@ -5,19 +5,6 @@
 namespace brennvar {
 namespace {
 
-// Another one's DC, as it was before at the end.
-class SavedDc {
-public:
-    explicit SavedDc(HDC dc) : m_dc(dc), m_saved(::SaveDC(dc)) {}
-    SavedDc(const SavedDc&) = delete;
-    SavedDc& operator=(const SavedDc&) = delete;
-    ~SavedDc() { ::RestoreDC(m_dc, m_saved); }
-
-private:
-    HDC m_dc;
-    int m_saved;
-};
-
 bool HasOwnScrollBar(HWND window) {
     return (::GetWindowLongPtrA(window, GWL_STYLE) & (WS_VSCROLL | WS_HSCROLL)) != 0;
 }

@@ -163,6 +163,15 @@ TEST_F(WindowPictureTest, WithoutABitmapWindowsPaintsInItsOwnWay) {
     EXPECT_EQ(LeftToPaint(), 0);
 }
 
+TEST_F(WindowPictureTest, FieldsPrintTheirFrameAndLeaveRoomForTheInside) {
+    for (const HWND field : {line.Window(), text.Window()}) {
+        const HDC dc = ::GetWindowDC(field);
+        ::SendMessageA(field, WM_PRINT, reinterpret_cast<WPARAM>(dc), PRF_NONCLIENT);
+        EXPECT_TRUE(::PtVisible(dc, 20, 10));
+        ::ReleaseDC(field, dc);
+    }
+}
+
 TEST_F(WindowPictureTest, IsNotTakenForAPartNorOfWhatIsNotOnTheScreen) {
     const test::Screenshot painted(window.Window());
     const RECT part{0, 0, 10, 10};
