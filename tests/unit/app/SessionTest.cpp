@@ -34,7 +34,8 @@ protected:
         std::atomic<bool> isInFront = true;
         HWND told = nullptr;
         [[nodiscard]] bool IsInFront() const override { return isInFront; }
-        [[nodiscard]] bool IsEnding() const override { return false; }
+        bool isEnding = false;
+        [[nodiscard]] bool IsEnding() const override { return isEnding; }
         void TellChangesTo(HWND window) override { told = window; }
         void StopTelling(HWND window) override {
             if (told == window) told = nullptr;
@@ -55,7 +56,7 @@ protected:
                      .makeConnector = [this](const StopSignal&) { return std::make_unique<Connector>(pipe); },
                      .addresses = addresses,
                      .userValues = userValues,
-                    .userSession = userSession,
+                     .userSession = userSession,
                      .dataFolder = folder.Path(),
                      .languageName = "English"},
                     Language(nullptr)};
@@ -145,6 +146,13 @@ TEST_F(SessionTest, FetchesNothingWhileAnotherUsersSessionIsInFront) {
     Tell("Port scan");
     session.End();
     EXPECT_EQ(userSession.told, nullptr);
+}
+
+TEST_F(SessionTest, EndsWithTheUserSessionWhenTheSystemSaysSoToo) {
+    EXPECT_FALSE(session.IsUserSessionEnding(true)) << "somebody else has said so";
+    userSession.isEnding = true;
+    EXPECT_TRUE(session.IsUserSessionEnding(true));
+    EXPECT_FALSE(session.IsUserSessionEnding(false)) << "it was refused";
 }
 
 TEST_F(SessionTest, AFileThatIsHeldHoldsUpNeitherTheDriverNorThePasswordNorTheEnd) {
