@@ -25,6 +25,7 @@
 #include "config/UserValues.h"
 #include "lists/ListPage_win.h"
 #include "tree/TreeMessages_win.h"
+#include "ui/OwnMessages_win.h"
 #include "views/ConnectionsModel.h"
 
 namespace brennvar {
@@ -206,7 +207,7 @@ Times Measure(std::size_t count) {
             static_cast<std::size_t>(::SendMessageA(page.Item(IDC_PAGE_LIST), kTreeGetRowCount, 0, 0));
         if (rows < 2 * count) std::exit(2);  // what has just gone is shown as well
     }
-    ::DestroyWindow(parent);
+    EndWindow(parent);
     holds.erase(holds.begin());  // opening the page
     swaps.erase(swaps.begin());
     std::sort(holds.begin(), holds.end());

@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "tree/Tree_win.h"
+#include "ui/OwnMessages_win.h"
 // windows.h must stand before commctrl.h.
 #include <commctrl.h>
 
@@ -223,7 +224,7 @@ void Run(int rounds, DWORD extendedStyle) {
         }
         std::printf("%s %.3f %.3f %.3f\n", kMeasures[measure], Median(ratios), Median(trees), Median(natives));
     }
-    ::DestroyWindow(parent);
+    EndWindow(parent);
 }
 
 }  // namespace

@@ -258,8 +258,7 @@ std::optional<LRESULT> FirewallControlCenterDialog::OnMessage(UINT message, WPAR
             if (::IsWindowEnabled(Window())) m_mail.OnEnabled();
             return FrameDialog::OnMessage(message, wParam, lParam);
         case WM_ENDSESSION:
-            // A program that only says so does not end the firewall's window.
-            if (wParam && m_session.IsUserSessionEnding()) OnEndSession();
+            if (m_session.IsUserSessionEnding(wParam != FALSE)) OnEndSession();
             return 0;
         case WM_POWERBROADCAST:
             // A screen may have been taken away while the machine slept.

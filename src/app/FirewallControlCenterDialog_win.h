@@ -98,7 +98,7 @@ private:
     void ShowAbout();
     void OpenWebPage(const std::string& address);
     void ExitControlCenter();
-    // The user's choice of skin and language. False: not while the user is asked about leaving.
+    // Something is open or under way, and the program does not start anew in the middle of it.
     [[nodiscard]] bool IsBusy() const;
 
     // For what the shell does for this thread; only when the window is there, since it takes its time.

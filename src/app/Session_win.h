@@ -110,8 +110,9 @@ public:
     [[nodiscard]] bool IsAtWork() const {
         return IsAnyWorkerRunning() || rules.Current() != RuleExchange::Work::None || advancedRules.IsSaving();
     }
-    // The system ends the session of the user, and all programs with it.
-    [[nodiscard]] bool IsUserSessionEnding() const { return m_userSession.IsEnding(); }
+    // isTold: the window got WM_ENDSESSION with TRUE. True when the system ends the session of the user, and all
+    // programs with it; a program that only says so does not end the firewall's window.
+    [[nodiscard]] bool IsUserSessionEnding(bool isTold) const { return isTold && m_userSession.IsEnding(); }
     // A notice is being told.
     [[nodiscard]] bool IsTellingNotice() const { return m_isTellingNotice; }
 

@@ -13,7 +13,7 @@
 
 namespace brennvar {
 
-// Above what the controls reflect.
+// Above all other messages of our own, which are counted from WM_APP on.
 inline constexpr UINT kDrawnTextQuery = WM_APP + 0x2000;
 inline constexpr std::uint64_t kDrawnTextIsThere = 1ULL << 32;
 inline constexpr std::size_t kDrawnTextPiece = 4;

@@ -132,6 +132,7 @@ void CEdit::PaintFrame(HDC dc) const {
     ::OffsetRect(&place, -place.left, -place.top);
     if ((style & WS_VSCROLL) != 0) inside.right = place.right - kFieldFrame;
     if ((style & WS_HSCROLL) != 0) inside.bottom = place.bottom - kFieldFrame;
+    const SavedDc saved(dc);  // the inside may be painted with it next
     ::ExcludeClipRect(dc, inside.left, inside.top, inside.right, inside.bottom);
     FillSolid(dc, Inset(place, kFieldFrame), FieldGround(m_colours, GroundState()));
     DrawFieldFrame(dc, place, m_colours, HasFocus() && IsEnabled() ? FieldState::Focused : GroundState());

@@ -73,7 +73,10 @@ void CListBox::PrintRows(HDC dc, LPARAM flags) {
     const RECT client = ClientRect();
     const UniqueMemoryDc memory(::CreateCompatibleDC(dc));
     const UniqueBitmap bitmap(::CreateCompatibleBitmap(dc, client.right, client.bottom));
-    if (!memory || !bitmap) return;
+    if (!memory || !bitmap) {
+        CallWindows(WM_PRINTCLIENT, reinterpret_cast<WPARAM>(dc), flags);
+        return;
+    }
     const CSelect select(memory.Get(), bitmap.Get());
     FillSolid(memory.Get(), client, m_colours.list);
     CallWindows(WM_PRINTCLIENT, reinterpret_cast<WPARAM>(memory.Get()), flags);

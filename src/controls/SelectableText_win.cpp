@@ -83,6 +83,7 @@ void CSelectableText::PaintPill(HDC dc) {
     ::MapWindowPoints(Window(), nullptr, reinterpret_cast<POINT*>(&inside), 2);
     ::OffsetRect(&inside, -place.left, -place.top);
     ::OffsetRect(&place, -place.left, -place.top);
+    const SavedDc saved(dc);  // the inside may be painted with it next
     ::ExcludeClipRect(dc, inside.left, inside.top, inside.right, inside.bottom);
     FillSolid(dc, place, m_list);
     {

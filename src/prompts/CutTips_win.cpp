@@ -13,7 +13,7 @@ void CutTips::Begin(HWND window, const Look& look) {
 }
 
 void CutTips::OnMessage(UINT message, LPARAM lParam) {
-    if (message == WM_MOUSELEAVE || message == WM_DESTROY) Follow(kNone);
+    if (message == WM_MOUSELEAVE) Follow(kNone);
     if (message != WM_MOUSEMOVE) return;
     const POINT mouse{GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)};
     const auto found = std::find_if(m_texts.begin(), m_texts.end(),

@@ -19,7 +19,7 @@ public:
     void Begin(HWND window, const Look& look);
     // A text, as it is, that stands cut in this place of the window.
     void Add(const RECT& place, const std::string& text) { m_texts.push_back({place, text}); }
-    // Of the window; the mouse is followed.
+    // Of the window; the mouse is followed. The tip and the timer end with the window, which owns them.
     void OnMessage(UINT message, LPARAM lParam);
     void OnTimer(UINT_PTR id);
 

@@ -31,7 +31,7 @@ void EndWindow(HWND window) {
 }
 
 bool IsWindowEnding() {
-    return s_mayEnd > 0 || !::InSendMessage();
+    return s_mayEnd > 0;
 }
 
 bool HasNeededAddress(UINT message, WPARAM wParam, LPARAM lParam) {

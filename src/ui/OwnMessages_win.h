@@ -17,8 +17,8 @@ public:
 };
 // Ends a window of this thread, with its children and the windows that it owns.
 void EndWindow(HWND window);
-// For WM_DESTROY and WM_NCDESTROY: false when somebody else has only sent them. Each window that may begin or end
-// in the middle of another program's message does so during a WindowsMayEnd, or by EndWindow.
+// For WM_DESTROY and WM_NCDESTROY: false when somebody else has only sent or posted them. Every window of ours
+// therefore begins and ends during a WindowsMayEnd, or by EndWindow.
 [[nodiscard]] bool IsWindowEnding();
 
 // False for a message whose lParam has to be an address and is none: no address lies in the first 64 KB.

@@ -5,7 +5,9 @@
 namespace brennvar {
 
 CTextDc::CTextDc(HFONT font) {
-    static thread_local const UniqueMemoryDc s_memory(::CreateCompatibleDC(nullptr));
+    static thread_local UniqueMemoryDc s_memory;
+    // Again when there was none to be had the last time.
+    if (!s_memory) s_memory = UniqueMemoryDc(::CreateCompatibleDC(nullptr));
     m_dc = s_memory.Get();
     m_old = ::SelectObject(m_dc, font);
 }

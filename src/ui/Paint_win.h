@@ -21,6 +21,19 @@ private:
     HGDIOBJ m_old;
 };
 
+// Another one's DC, as it was before at the end.
+class SavedDc {
+public:
+    explicit SavedDc(HDC dc) : m_dc(dc), m_saved(::SaveDC(dc)) {}
+    SavedDc(const SavedDc&) = delete;
+    SavedDc& operator=(const SavedDc&) = delete;
+    ~SavedDc() { ::RestoreDC(m_dc, m_saved); }
+
+private:
+    HDC m_dc;
+    int m_saved;
+};
+
 // A DC with a font in it, to measure text outside painting. It is one in memory that the thread keeps: that of a
 // window has to be asked for and clipped each time. Ends before what was made before it.
 class CTextDc {

@@ -5,19 +5,6 @@
 namespace brennvar {
 namespace {
 
-// Another one's DC, as it was before at the end.
-class SavedDc {
-public:
-    explicit SavedDc(HDC dc) : m_dc(dc), m_saved(::SaveDC(dc)) {}
-    SavedDc(const SavedDc&) = delete;
-    SavedDc& operator=(const SavedDc&) = delete;
-    ~SavedDc() { ::RestoreDC(m_dc, m_saved); }
-
-private:
-    HDC m_dc;
-    int m_saved;
-};
-
 bool HasOwnScrollBar(HWND window) {
     return (::GetWindowLongPtrA(window, GWL_STYLE) & (WS_VSCROLL | WS_HSCROLL)) != 0;
 }
@@ -91,15 +78,19 @@ BOOL CALLBACK PaintScrollBars(HWND child, LPARAM) {
     return TRUE;
 }
 
-}  // namespace
+bool IsSeen(HWND window) {
+    return ::IsWindowVisible(window) && !::IsIconic(::GetAncestor(window, GA_ROOT));
+}
 
-void ShowAsOnePicture(HWND window, const RECT& part) {
-    if (!::IsWindowVisible(window) || ::IsIconic(::GetAncestor(window, GA_ROOT)) || ::IsRectEmpty(&part)) return;
+// False without memory for the bitmap: nothing was done.
+bool ShowFromBitmap(HWND window, const RECT& part) {
     // Not the DC that painting has: it leaves out the windows in this one.
     const HDC screen = ::GetDCEx(window, nullptr, DCX_CACHE | DCX_CLIPSIBLINGS);
+    if (!screen) return false;
     const UniqueMemoryDc memory(::CreateCompatibleDC(screen));
     const UniqueBitmap bitmap(::CreateCompatibleBitmap(screen, WidthOf(part), HeightOf(part)));
-    if (memory && bitmap) {
+    const bool hasBitmap = memory && bitmap;
+    if (hasBitmap) {
         const CSelect select(memory.Get(), bitmap.Get());
         ::SetViewportOrgEx(memory.Get(), -part.left, -part.top, nullptr);
         Painter(window, memory.Get()).Paint(window, part);
@@ -108,11 +99,17 @@ void ShowAsOnePicture(HWND window, const RECT& part) {
                  SRCCOPY);
         ::EnumChildWindows(window, &PaintScrollBars, 0);
         ::RedrawWindow(window, &part, nullptr, RDW_VALIDATE | RDW_NOERASE | RDW_NOFRAME | RDW_ALLCHILDREN);
-    } else {
-        ::RedrawWindow(window, &part, nullptr,
-                       RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_ALLCHILDREN | RDW_UPDATENOW);
     }
     ::ReleaseDC(window, screen);
+    return hasBitmap;
+}
+
+}  // namespace
+
+void ShowAsOnePicture(HWND window, const RECT& part) {
+    if (!IsSeen(window) || ::IsRectEmpty(&part) || ShowFromBitmap(window, part)) return;
+    ::RedrawWindow(window, &part, nullptr,
+                   RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_ALLCHILDREN | RDW_UPDATENOW);
 }
 
 bool PaintAsOnePicture(HWND window) {
@@ -120,8 +117,8 @@ bool PaintAsOnePicture(HWND window) {
     RECT client{};
     ::GetClientRect(window, &client);
     if (!::GetUpdateRect(window, &invalid, FALSE) || !::EqualRect(&invalid, &client)) return false;
-    ShowAsOnePicture(window, client);
-    return true;
+    // Nothing is valid yet: to have it painted at once here would only bring the same WM_PAINT again.
+    return IsSeen(window) && ShowFromBitmap(window, client);
 }
 
 }  // namespace brennvar

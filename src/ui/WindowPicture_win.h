@@ -15,7 +15,8 @@ namespace brennvar {
 void ShowAsOnePicture(HWND window, const RECT& part);
 
 // For the WM_PAINT of a window of which so much has to be painted anew that everything in it comes with it: true
-// when it was all of the window, and has been shown. False: nothing was done.
+// when it was all of the window, and has been shown. False: nothing was done, for example without memory for the
+// bitmap, and Windows has each window paint itself.
 [[nodiscard]] bool PaintAsOnePicture(HWND window);
 
 }  // namespace brennvar

@@ -39,6 +39,17 @@ bool IsOnScreens(const RECT& rectangle) {
     return seen.size >= SizeOf(rectangle);
 }
 
+// Where a window is brought to. One that nobody can size has a fixed layout, and what it would lose might be its
+// buttons.
+RECT PlaceOnScreens(HWND window, const RECT& place) {
+    RECT inside = FitInto(place, WorkAreaNear(place));
+    if ((::GetWindowLongPtrA(window, GWL_STYLE) & WS_THICKFRAME) == 0) {
+        inside.right = inside.left + (place.right - place.left);
+        inside.bottom = inside.top + (place.bottom - place.top);
+    }
+    return inside;
+}
+
 BOOL CALLBACK BringOntoScreen(HWND window, LPARAM) {
     char className[16] = {};
     ::GetClassNameA(window, className, sizeof(className));
@@ -48,14 +59,14 @@ BOOL CALLBACK BringOntoScreen(HWND window, LPARAM) {
         WINDOWPLACEMENT placement{};
         placement.length = sizeof(placement);
         if (!::GetWindowPlacement(window, &placement) || IsOnScreens(placement.rcNormalPosition)) return TRUE;
-        placement.rcNormalPosition = FitInto(placement.rcNormalPosition, WorkAreaNear(placement.rcNormalPosition));
+        placement.rcNormalPosition = PlaceOnScreens(window, placement.rcNormalPosition);
         placement.showCmd = ::IsWindowVisible(window) ? SW_SHOWMINNOACTIVE : SW_HIDE;
         ::SetWindowPlacement(window, &placement);
         return TRUE;
     }
     RECT place{};
     if (!::GetWindowRect(window, &place) || IsOnScreens(place)) return TRUE;
-    const RECT inside = FitInto(place, WorkAreaNear(place));
+    const RECT inside = PlaceOnScreens(window, place);
     ::SetWindowPos(window, nullptr, inside.left, inside.top, inside.right - inside.left, inside.bottom - inside.top,
                    SWP_NOZORDER | SWP_NOACTIVATE);
     return TRUE;

@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "base/Windows_win.h"
+#include "ui/OwnMessages_win.h"
 
 namespace brennvar::test {
 
@@ -20,7 +21,7 @@ public:
     }
     ModalOwner(const ModalOwner&) = delete;
     ModalOwner& operator=(const ModalOwner&) = delete;
-    ~ModalOwner() { ::DestroyWindow(m_window); }
+    ~ModalOwner() { EndWindow(m_window); }
 
     [[nodiscard]] HWND Window() const { return m_window; }
     // Runs the step when the steps before it, and what they have posted to this thread, have been dealt with.

@@ -17,6 +17,7 @@
 #include "support/ObjectCounts_win.h"
 #include "tree/Tree_win.h"
 #include "ui/Balloon_win.h"
+#include "ui/OwnMessages_win.h"
 #include "ui/PopupMenu_win.h"
 
 namespace brennvar {
@@ -67,7 +68,7 @@ TEST_F(LeftBehindTest, NothingByControls) {
                                                                         &group, &bar, &heading, &label}) {
             control->Place({0, top, 100, top + 24});
             ::UpdateWindow(control->Window());
-            ::DestroyWindow(control->Window());
+            EndWindow(control->Window());
             EXPECT_EQ(control->Window(), nullptr);
             top += 24;
         }
@@ -99,7 +100,7 @@ TEST_F(LeftBehindTest, NothingByListsAndTheirTips) {
         ::SendMessageA(tree.Window(), WM_MOUSEMOVE, 0, MAKELPARAM(100, TreePainter::HeaderHeight() + 10));
         ::SendMessageA(tree.Window(), WM_TIMER, 2, 0);
         EXPECT_TRUE(::IsWindowVisible(::FindWindowA("BrennvarTip", nullptr)));
-        ::DestroyWindow(tree.Window());
+        EndWindow(tree.Window());
     });
 }
 

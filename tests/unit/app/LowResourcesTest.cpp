@@ -11,7 +11,9 @@
 #include "support/AskedTools.h"
 #include "support/FailingMemory.h"
 #include "support/ModalOwner_win.h"
+#include "support/NoGdiObjects_win.h"
 #include "support/ObjectCounts_win.h"
+#include "ui/OwnMessages_win.h"
 
 namespace brennvar {
 namespace {
@@ -63,7 +65,7 @@ protected:
                     message.Open(owner.Window());
                     if (HWND window = message.Window()) {
                         ::UpdateWindow(window);
-                        ::DestroyWindow(window);
+                        EndWindow(window);
                     }
                     EXPECT_EQ(answers, 1);
                     return message.Answer().value_or(true);
@@ -92,7 +94,7 @@ private:
     static void CALLBACK Close(HWND, UINT, UINT_PTR, DWORD) {
         if (const HWND window = ::FindWindowA(nullptr, kCaption)) {
             ::UpdateWindow(window);
-            ::DestroyWindow(window);
+            EndWindow(window);
         }
     }
 };
@@ -115,13 +117,29 @@ TEST_F(LowResourcesTest, WithoutWindowsNothingIsAllowedAndNothingStaysBehind) {
 TEST_F(LowResourcesTest, WithoutMemoryNothingIsAllowedAndNothingStaysBehind) {
     for (const auto& way : Ways()) {
         bool hasFailed = true;
+        int last = 0;
         // Closer together at the beginning, where the road of the question lies.
         for (int before = 0; hasFailed; before += 1 + before / 8) {
             SCOPED_TRACE(before);
+            last = before;
             Try(way, [&](const auto& step) {
                 test::FailingMemory memory(before);
                 memory.Run(step);
                 hasFailed = memory.HasFailed();
+            });
+        }
+        EXPECT_GT(last, 50);
+    }
+}
+
+TEST_F(LowResourcesTest, WithoutGdiObjectsNothingIsAllowedAndNothingStaysBehind) {
+    for (const auto& way : Ways()) {
+        for (const std::size_t left : {0U, 1U, 2U, 3U, 5U, 8U, 16U, 32U}) {
+            SCOPED_TRACE(left);
+            Try(way, [&](const auto& step) {
+                const test::NoGdiObjects limit(left);
+                EXPECT_TRUE(limit.HasReachedTheEnd());
+                step();
             });
         }
     }

@@ -35,7 +35,8 @@ protected:
         std::atomic<HWND> told = nullptr;
         std::atomic<int> refusals = 0;
         [[nodiscard]] bool IsInFront() const override { return isInFront; }
-        [[nodiscard]] bool IsEnding() const override { return false; }
+        bool isEnding = false;
+        [[nodiscard]] bool IsEnding() const override { return isEnding; }
         bool TellChangesTo(HWND window) override {
             if (refusals-- > 0) return false;
             told = window;
@@ -173,6 +174,13 @@ TEST_F(SessionTest, LooksAgainAtWhoseSessionIsInFrontWhenNobodyTellsIt) {
     EXPECT_EQ(userSession.told, window);
     session.End();
     EXPECT_EQ(userSession.told, nullptr);
+}
+
+TEST_F(SessionTest, EndsWithTheUserSessionWhenTheSystemSaysSoToo) {
+    EXPECT_FALSE(session.IsUserSessionEnding(true)) << "somebody else has said so";
+    userSession.isEnding = true;
+    EXPECT_TRUE(session.IsUserSessionEnding(true));
+    EXPECT_FALSE(session.IsUserSessionEnding(false)) << "it was refused";
 }
 
 TEST_F(SessionTest, AFileThatIsHeldHoldsUpNeitherTheDriverNorThePasswordNorTheEnd) {

@@ -8,6 +8,7 @@
 
 #include "support/ControlWindow.h"
 #include "support/DrawnTexts_win.h"
+#include "ui/OwnMessages_win.h"
 
 namespace brennvar {
 namespace {
@@ -65,7 +66,7 @@ TEST_F(DrawnTextTest, LooksLikeALabel) {
         label.Place(kPlace);
         const SIZE measured = label.Measure(80);
         const test::Screenshot expected(sheet.Window());
-        ::DestroyWindow(label.Window());
+        EndWindow(label.Window());
         CDrawnText drawn;
         drawn.Create(sheet.texts, row.text, row.kind, row.style, 1, look);
         drawn.Place(kPlace);

@@ -11,6 +11,7 @@
 #include "support/FakeUserValues.h"
 #include "tree/TreeMessages_win.h"
 #include "ui/ChildControls_win.h"
+#include "ui/OwnMessages_win.h"
 #include "ui/ToolkitIds.h"
 
 namespace brennvar {
@@ -117,7 +118,7 @@ protected:
     [[nodiscard]] std::string Drawn(int id) const { return test::DrawnText(page->Window(), id).value_or("none"); }
     ~ListPageTest() override {
         page.reset();
-        ::DestroyWindow(parent);
+        EndWindow(parent);
     }
     void MakePage(bool arrangesRows = false) {
         auto made = std::make_unique<Model>(arrangesRows);

@@ -8,6 +8,7 @@
 #include "support/ObjectCounts_win.h"
 #include "support/QuestionTime_win.h"
 #include "ui/ChildControls_win.h"
+#include "ui/OwnMessages_win.h"
 #include "ui/ToolkitIds.h"
 
 namespace brennvar {
@@ -60,7 +61,7 @@ TEST_F(ActivityDialogTest, IsAnsweredOnceItsButtonsWork) {
 
 TEST_F(ActivityDialogTest, ClosingDeniesWhateverIsTicked) {
     const std::function<void(HWND)> ways[] = {[](HWND window) { ::SendMessageA(window, WM_CLOSE, 0, 0); },
-                                              [](HWND window) { ::DestroyWindow(window); }};
+                                              [](HWND window) { EndWindow(window); }};
     for (const auto& close : ways) {
         MessageDialogAllowDeny dialog(fonts, question);
         dialog.Open(owner, Count());

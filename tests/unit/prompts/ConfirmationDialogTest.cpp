@@ -9,6 +9,7 @@
 #include "support/ObjectCounts_win.h"
 #include "support/QuestionTime_win.h"
 #include "ui/ChildControls_win.h"
+#include "ui/OwnMessages_win.h"
 
 namespace brennvar {
 namespace {
@@ -99,8 +100,8 @@ TEST_F(ConfirmationDialogTest, ComesBackIntoTheWorkAreaAndAboveWhatWasPutOverIt)
             Send(WM_TIMER, ConfirmationDialog::kPlaceTimer);
             EXPECT_TRUE(isAbove()) << change;
         }
-        ::DestroyWindow(other);
-        ::DestroyWindow(dialogWindow);
+        EndWindow(other);
+        EndWindow(dialogWindow);
     });
 }
 
@@ -149,13 +150,13 @@ TEST_F(ConfirmationDialogTest, OpensToolsForTheAddressAndStandsOn) {
     question.addressLink.clear();
     (void)Ask([this] {
         EXPECT_FALSE(::IsWindowVisible(Item(kLink)));
-        ::DestroyWindow(dialogWindow);
+        EndWindow(dialogWindow);
     });
 }
 
 TEST_F(ConfirmationDialogTest, ClosingDeniesOnceWhateverIsTicked) {
     const std::function<void()> rows[] = {[this] { Send(WM_CLOSE, 0); }, [this] { Send(WM_COMMAND, IDCANCEL); },
-                                          [this] { ::DestroyWindow(dialogWindow); }};
+                                          [this] { EndWindow(dialogWindow); }};
     for (const auto& close : rows) {
         const PromptAnswer answer = Ask([&] {
             PassDelay();
@@ -179,7 +180,7 @@ TEST_F(ConfirmationDialogTest, ShowsItsTextOnTopAndTakesNoFocus) {
             EXPECT_NE(LOWORD(::SendMessageA(dialogWindow, DM_GETDEFID, 0, 0)), id);
             EXPECT_EQ(::GetWindowLongPtrA(Item(id), GWL_STYLE) & BS_TYPEMASK, BS_PUSHBUTTON) << id;
         }
-        ::DestroyWindow(dialogWindow);
+        EndWindow(dialogWindow);
     });
 }
 
@@ -205,7 +206,7 @@ TEST_F(ConfirmationDialogTest, ShowsTheEndOfALongHostNameAndTheWholeOfWhatIsCutI
             const HWND tip = ::FindWindowA("BrennvarTip", nullptr);
             EXPECT_EQ(tip && ::IsWindowVisible(tip) ? TextOfWindow(tip) : "", whole);
         }
-        ::DestroyWindow(dialogWindow);
+        EndWindow(dialogWindow);
     });
 }
 

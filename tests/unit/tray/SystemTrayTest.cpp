@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "tray/TrayIcons_win.h"
+#include "ui/OwnMessages_win.h"
 
 namespace brennvar {
 namespace {
@@ -29,7 +30,7 @@ protected:
         return ready && !(refusesASecondOne && action == NIM_ADD);
     }};
 
-    ~SystemTrayTest() override { ::DestroyWindow(owner); }
+    ~SystemTrayTest() override { EndWindow(owner); }
     CSystemTray::Setup MakeSetup() {
         return {.owner = owner,
                 .callbackMessage = 0x800A,

@@ -5,6 +5,7 @@
 #include <functional>
 #include <stdexcept>
 
+#include "ui/OwnMessages_win.h"
 #include "ui/ToolkitIds.h"
 
 namespace brennvar {
@@ -37,7 +38,7 @@ TEST(CDialogTest, HandlesMessagesInsideAHandlerAndDropsWhatItThrows) {
     ::SendMessageA(dialog.Window(), WM_COMMAND, 7, 0);
     EXPECT_EQ(order, "78");
     // A handler may end its own window.
-    dialog.onCommand = [&](int) { ::DestroyWindow(dialog.Window()); };
+    dialog.onCommand = [&](int) { EndWindow(dialog.Window()); };
     ::SendMessageA(dialog.Window(), WM_COMMAND, 9, 0);
     EXPECT_EQ(dialog.Window(), nullptr);
     // The object serves another window, but one that could not be filled is not shown.

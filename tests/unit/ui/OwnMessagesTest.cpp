@@ -65,6 +65,14 @@ void SendFromAnotherThread(HWND window, std::span<const Sent> messages) {
     });
 }
 
+// As the loop of a menu or of a message box does, which asks nobody what it dispatches.
+void Post(HWND window, std::span<const Sent> messages) {
+    for (const Sent& sent : messages) ::PostMessageA(window, sent.message, sent.wParam, sent.lParam);
+    for (MSG message; ::PeekMessageA(&message, window, 0, 0, PM_REMOVE);) ::DispatchMessageA(&message);
+}
+
+constexpr Sent kEnds[] = {{WM_DESTROY}, {WM_NCDESTROY}};
+
 class TestWindow final : public CWindow {
 public:
     int begins = 0, ends = 0;
@@ -103,6 +111,8 @@ TEST(OwnMessagesTest, NobodyElseBeginsOrEndsAWindow) {
     for (const HWND target : {window.Window(), dialog.Window()}) {
         SendFromAnotherThread(target, kMadeUp);
         expectUnharmed();
+        Post(target, kEnds);
+        expectUnharmed();
         // It may be told any size; it has the one that it has.
         const Sent sizes[] = {{WM_SIZE, SIZE_RESTORED, MAKELPARAM(9999, 9999)}};
         SendFromAnotherThread(target, sizes);
@@ -127,8 +137,8 @@ TEST(OwnMessagesTest, NobodyElseBeginsOrEndsAWindow) {
     const Sent command[] = {{WM_COMMAND, 7}};
     SendFromAnotherThread(dialog.Window(), command);
     EXPECT_EQ(inner.ends, 1);
-    ::DestroyWindow(window.Window());
-    ::DestroyWindow(dialog.Window());
+    EndWindow(window.Window());
+    EndWindow(dialog.Window());
     EXPECT_EQ(window.ends + dialog.ends, 2);
     EXPECT_FALSE(dialog.IsOpen());
 }
@@ -166,6 +176,7 @@ TEST(OwnMessagesTest, ControlsUseNoAddressesOfOthersAndKeepTheirItems) {
     for (const HWND control : {edit.Window(), combo.Window(), info.hwndList, list.Window(), bar.Window()}) {
         SendFromAnotherThread(control, kMadeUp);
         SendFromAnotherThread(control, kAddresses);
+        Post(control, kEnds);
         EXPECT_TRUE(::IsWindow(control));
     }
     EXPECT_EQ(combo.Count(), 2);
@@ -183,7 +194,7 @@ TEST(OwnMessagesTest, ControlsUseNoAddressesOfOthersAndKeepTheirItems) {
     edit.KeepText();
     edit.SetText("Again");
     EXPECT_EQ(TextOfWindow(edit.Window()), "Else");
-    ::DestroyWindow(edit.Window());
+    EndWindow(edit.Window());
     EXPECT_EQ(edit.Window(), nullptr);
 }
 

@@ -13,6 +13,7 @@
 #include "controls/ScrollPanel_win.h"
 #include "controls/SelectableText_win.h"
 #include "support/ControlWindow.h"
+#include "support/NoGdiObjects_win.h"
 
 namespace brennvar {
 namespace {
@@ -142,6 +143,33 @@ TEST_F(WindowPictureTest, IsWhatTheWindowsPaintOneByOneAndLeavesNothingToBePaint
         ShowAsOnePicture(window.Window(), rest);
     }
     ExpectLook(painted);
+}
+
+TEST_F(WindowPictureTest, WithoutABitmapWindowsPaintsInItsOwnWay) {
+    constexpr std::size_t kDcOnly = 1;
+    ::RedrawWindow(window.Window(), nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
+    const int before = LeftToPaint();
+    {
+        const test::NoGdiObjects scarce(kDcOnly);
+        ASSERT_TRUE(scarce.HasReachedTheEnd());
+        EXPECT_FALSE(PaintAsOnePicture(window.Window()));
+    }
+    // What is painted at once inside WM_PAINT comes back to the same WM_PAINT for ever.
+    EXPECT_EQ(LeftToPaint(), before);
+    {
+        const test::NoGdiObjects scarce(kDcOnly);
+        ShowAsOnePicture(window.Window(), window.ClientRect());
+    }
+    EXPECT_EQ(LeftToPaint(), 0);
+}
+
+TEST_F(WindowPictureTest, FieldsPrintTheirFrameAndLeaveRoomForTheInside) {
+    for (const HWND field : {line.Window(), text.Window()}) {
+        const HDC dc = ::GetWindowDC(field);
+        ::SendMessageA(field, WM_PRINT, reinterpret_cast<WPARAM>(dc), PRF_NONCLIENT);
+        EXPECT_TRUE(::PtVisible(dc, 20, 10));
+        ::ReleaseDC(field, dc);
+    }
 }
 
 TEST_F(WindowPictureTest, IsNotTakenForAPartNorOfWhatIsNotOnTheScreen) {

@@ -10,6 +10,7 @@
 #include "support/OptionsRig.h"
 #include "tree/TreeMessages_win.h"
 #include "ui/ChildControls_win.h"
+#include "ui/OwnMessages_win.h"
 #include "ui/ToolkitIds.h"
 #include "views/OptionsPage_win.h"
 
@@ -40,7 +41,7 @@ protected:
         reads.RunAll();
         EXPECT_TRUE(::IsWindowEnabled(Find(IDC_OPTIONS_APPLY)));
     }
-    ~OptionsPageTest() override { ::DestroyWindow(parent); }
+    ~OptionsPageTest() override { EndWindow(parent); }
 
     HWND Find(int id) const {
         struct Search {

@@ -6,6 +6,7 @@
 #include "support/DrawnTexts_win.h"
 #include "tree/TreeMessages_win.h"
 #include "ui/ChildControls_win.h"
+#include "ui/OwnMessages_win.h"
 
 namespace brennvar {
 namespace {
@@ -24,7 +25,7 @@ protected:
         page.Place({0, 0, 800, 500});
         page.Show();
     }
-    ~StatisticsPageTest() override { ::DestroyWindow(parent); }
+    ~StatisticsPageTest() override { EndWindow(parent); }
 
     [[nodiscard]] std::string Text(int id) const { return test::DrawnText(page.Window(), id).value_or("none"); }
     [[nodiscard]] bool IsGraphStale() const {
