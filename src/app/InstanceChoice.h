@@ -29,8 +29,8 @@ enum class InstanceChoice {
 };
 
 // How long one that is leaving is waited for: the activity server may take 2 s, the last commands 10 s, a choice of
-// skin and language that is being written 1 s, and what is left of its threads 8 s (SessionEnd), after which it ends
-// in any case. The rest is for a busy machine.
+// skin and language that is being written 1 s, and what is left of its threads 8 s (SessionEnd), after which it
+// ends in any case. The rest is for a busy machine.
 inline constexpr std::chrono::seconds kLeavingPatience{25};
 
 // Waits on the clock as long as an earlier one may still end or show its window.

@@ -12,8 +12,8 @@ public:
     virtual ~OwnAddresses() = default;
     // Every address with the status of its interface; none when they cannot be read.
     [[nodiscard]] virtual std::vector<InterfaceAddress> Read() = 0;
-    // The system has reported a change since the last call. Costs next to nothing, so it may be asked often. False as well
-    // where the system cannot report any.
+    // The system has reported a change since the last call. Costs next to nothing, so it may be asked often. False
+    // as well where the system cannot report any.
     [[nodiscard]] virtual bool HaveChanged() = 0;
 };
 

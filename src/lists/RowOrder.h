@@ -19,8 +19,8 @@ struct RowOrder {
     bool isNumber = false;  // by the numbers of the column, else by its texts
 };
 
-// Arranges one list again and again. The texts of its rows are asked for once, when they are first searched, sorted or
-// prepared, and kept in lower case, so that each key stroke of a search only goes through them.
+// Arranges one list again and again. The texts of its rows are asked for once, when they are first searched, sorted
+// or prepared, and kept in lower case, so that each key stroke of a search only goes through them.
 class RowArranger {
 public:
     // Rows or texts have changed: what was prepared is dropped.
