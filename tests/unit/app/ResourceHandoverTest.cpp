@@ -43,7 +43,7 @@ TEST(ResourceHandoverTest, EndsWithTheDeliveryOrWithThePatienceAndThenForGood) {
     handover.Tick();
     EXPECT_EQ(told, "d");
     rig.Pipe().foreignOpens = 1;
-    rig.commander.SetFilterPort(8080);
+    rig.commander.SetFilterPort(8080, {});
     begin();
     EXPECT_EQ(rig.TakeRecords().size(), 2U);
     ASSERT_EQ(rig.link.Service(), PeerState::Foreign);

@@ -78,16 +78,20 @@ TEST_F(SquattedPipeTest, IsToldAsLongAsOnePipeOfTheServiceThatRunsIsSomebodyElse
 }
 
 TEST_F(SquattedPipeTest, ACommandCanStillBeTakenBack) {
-    for (const bool isForeign : {true, false}) {
-        pipe.foreignOpens = isForeign ? FakePipe::kAlways : 0;
-        pipe.canOpen = false;  // the service's own, which has no room just now
-        pipe.opened.clear();
-        const auto withdrawn = std::make_shared<StopSignal>();
-        withdrawable.BeginBatch(withdrawn);
-        clock.whenSlept = [&] { withdrawn->Request(); };
-        EXPECT_THROW(commands.CMD_RESET(), BatchWithdrawn) << isForeign;
-        EXPECT_EQ(pipe.opened.size(), 1U) << isForeign;
-    }
+    pipe.foreignOpens = FakePipe::kAlways;
+    const auto withdrawn = std::make_shared<StopSignal>();
+    withdrawable.BeginBatch(withdrawn);
+    clock.whenSlept = [&] { withdrawn->Request(); };
+    EXPECT_THROW(commands.CMD_RESET(), BatchWithdrawn);
+    EXPECT_EQ(pipe.opened.size(), 1U);
+    // The service's own, which could not be opened.
+    pipe.foreignOpens = 0;
+    pipe.canOpen = false;
+    const auto later = std::make_shared<StopSignal>();
+    withdrawable.BeginBatch(later);
+    commands.CMD_RESET();
+    later->Request();
+    EXPECT_THROW(commands.CMD_RESET(), BatchWithdrawn);
 }
 
 }  // namespace
