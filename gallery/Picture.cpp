@@ -14,14 +14,14 @@ namespace {
 constexpr DWORD kPauseMs = 30;   // from one look to the next
 constexpr UINT kPaintMs = 5000;  // a window that paints longer than that is not waited for
 
-struct Pixels {
+struct Screenshot {
     BITMAPINFOHEADER format{};
     std::vector<std::uint8_t> bytes;  // rows of blue, green, red, filled to 4 bytes; the lowest row first
-    friend bool operator==(const Pixels& a, const Pixels& b) { return a.bytes == b.bytes; }
+    friend bool operator==(const Screenshot& a, const Screenshot& b) { return a.bytes == b.bytes; }
 };
 
-Pixels ReadScreen(const RECT& place) {
-    Pixels pixels;
+Screenshot ReadScreen(const RECT& place) {
+    Screenshot pixels;
     pixels.format.biSize = sizeof pixels.format;
     pixels.format.biWidth = place.right - place.left;
     pixels.format.biHeight = place.bottom - place.top;
@@ -44,7 +44,7 @@ Pixels ReadScreen(const RECT& place) {
     return pixels;
 }
 
-bool WriteBitmap(const Pixels& pixels, const std::string& path) {
+bool WriteBitmap(const Screenshot& pixels, const std::string& path) {
     BITMAPFILEHEADER head{};
     head.bfType = 0x4D42;  // "BM"
     head.bfOffBits = sizeof head + sizeof pixels.format;
@@ -109,10 +109,10 @@ bool WritePicture(HWND window, const RECT& place, const std::string& path) {
     ::SetCursorPos(::GetSystemMetrics(SM_CXSCREEN) / 2, ::GetSystemMetrics(SM_CYSCREEN) - 1);
     RaiseAgain(window);
     const DWORD process = ProcessOf(window);
-    Pixels pixels;
+    Screenshot pixels;
     const bool isAtRest = WaitUntil([&] {
         PaintAll(process);
-        Pixels now = ReadScreen(place);
+        Screenshot now = ReadScreen(place);
         const bool isSame = now == pixels;
         pixels = std::move(now);
         if (!isSame) ::Sleep(kPauseMs);
