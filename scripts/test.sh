@@ -192,7 +192,7 @@ if [ ${#parts[@]} -eq 0 ]; then
 else
     if wants host; then build host core_tests; fi
     windows=()
-    if wants windows; then windows+=(core_tests shell_tests); fi
+    if wants windows; then windows+=(core_tests shell_tests low_resources_tests); fi
     if wants system; then windows+=(system_tests); fi
     if wants peers; then windows+=(tool_driver); fi
     if wants reproducible; then windows+=(BrennvarGUI); fi
