@@ -60,6 +60,11 @@ std::string ShownText(std::string_view text) {
     return shown;
 }
 
+std::string ShownNameOf(std::string_view path, std::string_view fileDescription, const std::string& unknown) {
+    std::string name = ShownText(DisplayNameOf(path, fileDescription));
+    return name.empty() ? unknown : name;
+}
+
 std::u16string NameDirections(std::u16string_view text) {
     std::u16string named;
     for (const char16_t c : text) {

@@ -28,6 +28,10 @@ void BlankControls(std::string& text);
 // that nothing is pushed out of sight, and with marks of the writing direction as NameDirections has them.
 [[nodiscard]] std::string ShownText(std::string_view text);
 
+// The display name as a question shows it, and `unknown` where nothing of it can be seen.
+[[nodiscard]] std::string ShownNameOf(std::string_view path, std::string_view fileDescription,
+                                      const std::string& unknown);
+
 // Marks that turn the order of the letters around them ("gpj.exe" reads as "exe.jpg" behind one), by their names:
 // "[RLO]". Of texts that the system has in UTF-16, and of bytes where its code page is UTF-8.
 [[nodiscard]] std::u16string NameDirections(std::u16string_view text);

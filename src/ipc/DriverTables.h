@@ -39,7 +39,7 @@ struct ConnectionCounts {
 // The same requests, without looking into the tables.
 [[nodiscard]] std::optional<ConnectionCounts> CountConnections(DeviceOpener& opener);
 
-// Nothing when the device is missing or answers less than a whole record.
+// Nothing when the device is missing or answers less than the two counters.
 [[nodiscard]] std::optional<TrafficTotals> ReadTrafficTotals(DeviceOpener& opener);
 
 }  // namespace brennvar

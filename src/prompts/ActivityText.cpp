@@ -12,8 +12,8 @@ constexpr std::size_t kLongestPath = 1024;
 constexpr std::size_t kLongestTrustedPath = sizeof(CommandRecord::optionText) - 1;
 
 std::string NameOf(const ActivityProgram& program, const Language& language) {
-    if (program.path.empty()) return language.GetText(1115, "Unknown name");
-    return ShownText(DisplayNameOf(program.path, program.fileDescription));
+    const std::string unknown = language.GetText(1115, "Unknown name");
+    return program.path.empty() ? unknown : ShownNameOf(program.path, program.fileDescription, unknown);
 }
 
 std::string ShownPath(const std::string& path) {

@@ -42,20 +42,21 @@ std::string AdviceText(PromptAdvice advice, const Language& language) {
 
 void FillFacts(PromptQuestion& question, const PromptFacts& facts, const Language& language) {
     const std::string unknown = language.GetText(1114, "unknown");
+    const std::string unknownName = language.GetText(1115, "Unknown name");
     const std::string host = ShownText(facts.hostName);
     question.remoteHost = host.empty() ? unknown : host;
     question.localAddress = unknown;
     question.remoteAddress = unknown;
     if (facts.applicationKnown) {
         question.path = ShownText(facts.path);
-        question.displayName = ShownText(DisplayNameOf(facts.path, facts.fileDescription));
+        question.displayName = ShownNameOf(facts.path, facts.fileDescription, unknownName);
         question.icon = facts.icon;
         question.localAddress = EndpointText(facts.localAddress, facts.localPort);
         question.remoteAddress = EndpointText(facts.remoteAddress, facts.remotePort);
         question.address = facts.remoteAddress;
     } else {
         question.path = language.GetText(1401, "It could not be found out which program this is.");
-        question.displayName = language.GetText(1115, "Unknown name");
+        question.displayName = unknownName;
         question.whyNotRemembered =
             language.GetText(1402, "The answer for an unknown program cannot be remembered.");
     }

@@ -91,6 +91,10 @@ TEST(PromptTextTest, LetsNoNameBreakTheLinesOrTheForm) {
         EXPECT_TRUE(InEnglish(facts).body.starts_with(row.displayName + "\nis trying to communicate to " + inBody +
                                                       ".\n\n"));
     }
+    PromptFacts nameless = MailFacts();
+    nameless.fileDescription = " ";
+    nameless.path = "C:\\Mail\\ \x01 ";
+    EXPECT_EQ(InEnglish(nameless).displayName, "Unknown name");
 }
 
 }  // namespace
