@@ -11,7 +11,7 @@ packages=(
     g++-mingw-w64-x86-64-posix                      # the Windows compiler
     libpng-dev libjpeg62-turbo-dev zlib1g-dev       # the picture libraries of the host flavour
     libzip-dev                                      # rule archives, host flavour
-    libz-mingw-w64-dev nasm dpkg-dev                # for those of the Windows flavour: zlib, and building the others
+    libz-mingw-w64-dev dpkg-dev                     # for those of the Windows flavour: zlib, and building the others
     googletest libgtest-dev libbenchmark-dev        # googletest: the sources for the Windows flavour
     clang clang-format clang-tidy libclang-rt-14-dev # fuzzing and checks
     wine wine64 fonts-wine fonts-open-sans          # running the Windows flavour
@@ -124,10 +124,13 @@ fetch_source() {
 }
 
 # build_library SOURCE_PACKAGE HOST_PACKAGE OPTIONS...: a static library for Windows from Debian's source package, in
-# the version that HOST_PACKAGE was built from on the host.
+# the version that HOST_PACKAGE was built from on the host. For size, and so that the program takes of it only what it
+# calls. Other options make another library.
 build_library() {
-    local package=$1 version; version=$(dpkg-query -W -f '${source:Version}' "$2"); shift 2
-    local stamp=$DEPS_PREFIX/$package-${version#*:}.done
+    local package=$1 version options; version=$(dpkg-query -W -f '${source:Version}' "$2"); shift 2
+    set -- "$@" '-DCMAKE_C_FLAGS_RELEASE=-Os -DNDEBUG -ffunction-sections -fdata-sections'
+    options=$(printf '%s\n' "$@" | cksum)
+    local stamp=$DEPS_PREFIX/$package-${version#*:}-${options%% *}.done
     [ -e "$stamp" ] && return
     say "building $package $version for Windows"
     local work got; work=$(mktemp -d)
@@ -167,7 +170,10 @@ exec 9>"$CACHE/.setup.lock" && flock 9      # two runs at once would make the sa
 install_packages
 build_googletest
 build_library libpng1.6 libpng-dev -DPNG_SHARED=OFF -DPNG_TESTS=OFF -DPNG_EXECUTABLES=OFF
-build_library libjpeg-turbo libjpeg62-turbo-dev -DENABLE_SHARED=OFF -DWITH_TURBOJPEG=OFF -DREQUIRE_SIMD=ON
+# Pictures of a skin are small and decoded once: the tables of the fast routines would be most of the program's share.
+# Nor does its memory follow the environment (NO_GETENV).
+build_library libjpeg-turbo libjpeg62-turbo-dev -DENABLE_SHARED=OFF -DWITH_TURBOJPEG=OFF -DWITH_SIMD=OFF \
+    -DCMAKE_C_FLAGS=-DNO_GETENV
 # Rule archives need deflate alone, which is zlib's; nothing of the archives is enciphered.
 build_library libzip libzip-dev -DBUILD_SHARED_LIBS=OFF -DBUILD_TOOLS=OFF -DBUILD_REGRESS=OFF -DBUILD_EXAMPLES=OFF \
     -DBUILD_DOC=OFF -DENABLE_COMMONCRYPTO=OFF -DENABLE_GNUTLS=OFF -DENABLE_MBEDTLS=OFF -DENABLE_OPENSSL=OFF \
