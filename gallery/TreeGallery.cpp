@@ -105,8 +105,7 @@ public:
         m_narrow.SelectRow(4);
 
         const std::string why =
-            "There are no application rules yet. A program gets one when your answer to its question is "
-            "remembered.";
+            "No rules yet. A program appears here once its question is answered with 'Remember my answer'.";
         (void)m_empty.Create({.parent = window, .id = 3, .emptyText = why}, look, columns, m_none);
         m_empty.Place({16, 416, 552, 744});
 

@@ -209,7 +209,7 @@ std::optional<ListQuestion> AdvancedModel::Question(int action, std::span<const 
                                      ? language.GetText(2078, "Delete this rule?") + '\n' +
                                            RuleSentence(language, m_rules->Rule(rows.front()))
                                      : language.GetText(2079, "Delete the selected rules?") + '\n' +
-                                           language.GetText(1361, "Number:") + ' ' + std::to_string(rows.size());
+                                           language.GetText(2298, "Rules:") + ' ' + std::to_string(rows.size());
     return ListQuestion{.text = question, .yes = language.GetText(2073, "Delete")};
 }
 

@@ -45,15 +45,16 @@ DeleteLogDialog::Choice DeleteLogDialog::Ask(HWND owner) {
 void DeleteLogDialog::OnCreateContent() {
     ::SetWindowTextA(Window(), m_language.GetText(1272, "Delete logs").c_str());
     ::SetDlgItemTextA(Window(), IDC_DELETE_LOG_HEADING,
-                      m_language.GetText(1273, "Which day's logs are to be deleted?").c_str());
-    ::SetDlgItemTextA(Window(), IDOK, m_language.GetText(1277, "This day").c_str());
-    ::SetDlgItemTextA(Window(), IDC_DELETE_LOG_OLDER, m_language.GetText(1278, "This day and older").c_str());
+                      m_language.GetText(1273, "Delete the logs of which day?").c_str());
+    ::SetDlgItemTextA(Window(), IDOK, m_language.GetText(1277, "Delete this day").c_str());
+    ::SetDlgItemTextA(Window(), IDC_DELETE_LOG_OLDER,
+                      m_language.GetText(1278, "Delete this day and older").c_str());
     ::SetDlgItemTextA(Window(), IDCANCEL, m_language.GetText(1001, "Cancel").c_str());
     m_heading.Adopt(Item(IDC_DELETE_LOG_HEADING), LabelKind::Bold, GetLook());
     AdoptPart(m_dayPart, IDC_DELETE_LOG_DAY_LABEL, IDC_DELETE_LOG_DAY, m_language.GetText(1274, "&Day"));
     AdoptPart(m_monthPart, IDC_DELETE_LOG_MONTH_LABEL, IDC_DELETE_LOG_MONTH, m_language.GetText(1275, "&Month"));
     AdoptPart(m_yearPart, IDC_DELETE_LOG_YEAR_LABEL, IDC_DELETE_LOG_YEAR, m_language.GetText(1276, "&Year"));
-    m_ok.Adopt(Item(IDOK), kButtonDialog, GetLook());
+    m_ok.Adopt(Item(IDOK), kButtonMedium, GetLook());
     m_older.Adopt(Item(IDC_DELETE_LOG_OLDER), kButtonLarge, GetLook());
     m_cancel.Adopt(Item(IDCANCEL), kButtonDialog, GetLook());
     for (int i = 0; i < kYears; ++i) AddNumber(m_yearPart.list, m_today.year - i);

@@ -10,7 +10,7 @@ constexpr PageInfo kPages[] = {
     {IDM_CONNECTIONS, Text{46, "Connections"},
      Text{1011, "Connections and listening ports of this computer, with their programs."}},
     {IDM_ADVANCED, Text{47, "Advanced"}, Text{1012, "Rules by address, port and time."}},
-    {IDM_OPTIONS, Text{48, "Options"}, Text{1013, "Settings of the firewall."}},
+    {IDM_OPTIONS, Text{48, "Options"}, Text{1013, "What the firewall protects, records and shows."}},
     {IDM_APPLICATIONS, Text{49, "Applications"}, Text{1014, "Programs and what they may do on the network."}},
     {IDM_TRAFFIC_LOG, Text{50, "Traffic Log"}, Text{1015, "Recorded network traffic and security events."}},
 };

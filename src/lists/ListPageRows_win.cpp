@@ -182,9 +182,8 @@ void ListPage::ShowCount() {
 
 void ListPage::ShowEmptyText() {
     const bool isSearched = !m_order.searched.empty() && m_model->AllRowCount() > 0 && !m_model->Progress();
-    m_list->SetEmptyText(
-        isSearched ? m_context.language.GetText(1047, "Nothing here holds the text that you are looking for.")
-                   : m_model->EmptyText());
+    m_list->SetEmptyText(isSearched ? m_context.language.GetText(1047, "No entry contains this text.")
+                                    : m_model->EmptyText());
 }
 
 void ListPage::SortBy(int column) {

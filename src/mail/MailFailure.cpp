@@ -87,14 +87,14 @@ MailProblem ProblemOfReply(const SmtpEnd& end) {
 Text SentenceOf(MailProblem problem) {
     switch (problem) {
         case MailProblem::NoServer:
-            return Text{1770, "No mail server is set. Enter one in the options, section Logging."};
+            return Text{1770, "No mail server is set. Enter one in the options, under Logging."};
         case MailProblem::WrongServer:
             return Text{1813,
                         "The mail server in the options is written wrongly. Write its name, or name and port: "
                         "mail.example:25."};
         case MailProblem::NoSender:
             return Text{1771,
-                        "The sender's address is missing or is not an address. Enter it in the options, section "
+                        "The sender's address is missing or is not an address. Enter it in the options, under "
                         "Logging."};
         case MailProblem::NoRecipient: return Text{1772, "A recipient's address is missing or is not an address."};
         case MailProblem::NoAttachment: return Text{1773, "The attached file cannot be read any more."};
@@ -102,13 +102,14 @@ Text SentenceOf(MailProblem problem) {
         case MailProblem::UnknownHost:
             return Text{1775, "The mail server was not found. Check its name and the connection to the Internet."};
         case MailProblem::UnknownProxy:
-            return Text{1776, "The proxy was not found. Check its name in the options, section Miscellaneous."};
+            return Text{1776, "The proxy was not found. Check its name in the options, under Miscellaneous."};
         case MailProblem::NotConnected:
             return Text{1777,
                         "The mail server takes no connection. Check its name and its port, and whether a firewall "
                         "is in between."};
         case MailProblem::ProxyNotConnected:
-            return Text{1778, "The proxy does not answer as one. Check its name, port and type in the options."};
+            return Text{1778,
+                        "The proxy does not answer as it should. Check its name, port and type in the options."};
         case MailProblem::ProxyLogin:
             return Text{1779, "The proxy refused the login. Check its login and password in the options."};
         case MailProblem::ProxyRefused:

@@ -80,8 +80,8 @@ std::vector<ListColumn> ApplicationsModel::Columns() const {
 std::string ApplicationsModel::EmptyText() const {
     if (!m_wasRead) return {};  // nothing is said of rules before they have been read
     return m_language.GetText(1019,
-                              "There are no application rules yet. A program gets one when your answer to "
-                              "its question is remembered.");
+                              "No rules yet. A program appears here once its question is answered with "
+                              "'Remember my answer'.");
 }
 
 ListCell ApplicationsModel::Cell(int row, int column) const {
@@ -145,7 +145,7 @@ std::optional<ListQuestion> ApplicationsModel::Question(int action, std::span<co
     }
     if (action != IDC_APPLICATIONS_REMOVE || rows.size() < 2) return std::nullopt;
     return ListQuestion{.text = m_language.GetText(1360, "Remove the rules of the selected applications?") + "\n" +
-                                m_language.GetText(1361, "Number:") + " " + std::to_string(rows.size()),
+                                m_language.GetText(1361, "Applications:") + " " + std::to_string(rows.size()),
                         .yes = m_language.GetText(406, "Remove")};
 }
 

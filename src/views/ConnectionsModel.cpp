@@ -92,7 +92,7 @@ std::string ConnectionsModel::EmptyText() const {
     }
     // Below programs the list counts no rows that are not shown, and leaves it to the page to say so.
     if (!m_wish.order.searched.empty() && m_shown->filtered > 0) {
-        return language.GetText(1047, "Nothing here holds the text that you are looking for.");
+        return language.GetText(1047, "No entry contains this text.");
     }
     if (m_wish.filter != ConnectionFilter::All && !Table().Rows().empty()) {
         return language.GetText(1688, "There are no such connections now.");

@@ -34,7 +34,7 @@ std::string TrafficLogModel::EmptyText() const {
     }
     return m_parts.language.GetText(1440,
                                     "Nothing was logged on this day. What is logged is chosen on the Options page, "
-                                    "under Logs.");
+                                    "under Logging.");
 }
 
 std::optional<std::string> TrafficLogModel::Summary() const {

@@ -163,7 +163,7 @@ TEST_F(OptionsTest, TrustsProgramsShowsWhatTheServiceHasStoredAndResetsThem) {
     Answer(message, IDOK);
 
     Press(kResetTrusted);
-    AnswerMessage("Do you want to reset the list of trusted programs?");
+    AnswerMessage("Forget all trusted programs?");
     ExpectSent({"COMMAND 5596 0:1B", "COMMAND 5596 0:01 4:" + Hex("Reset Trusted")});
     ExpectEntries({});
     EXPECT_EQ(Text(kTrustedList),

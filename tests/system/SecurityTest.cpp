@@ -112,7 +112,7 @@ TEST_F(SecurityTest, CommandsNeedNoPasswordWhereNoneIsSet) {
     // What cannot be undone is asked about.
     for (const int button : {IDCANCEL, IDOK}) {
         Command(kReset);
-        AnswerMessage("Do you want to reset all settings of the firewall?", button);
+        AnswerMessage("Reset all settings of the firewall to their first values?", button);
     }
     // "Options changed", "Reset"
     ExpectSent({"COMMAND 5596 0:1D", "COMMAND 5596 0:01 4:4F7074696F6E73206368616E676564 132:5265736574"});

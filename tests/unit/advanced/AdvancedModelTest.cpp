@@ -157,7 +157,7 @@ TEST_F(AdvancedModelTest, EveryActionDoesWhatItSays) {
     EXPECT_EQ(editor.opened[1].description, "written") << "the copy of the edited rule";
     EXPECT_EQ(editor.opened[1].id, 0U);
     EXPECT_EQ(model.Question(IDC_ADVANCED_DELETE, std::array{0})->text, "Delete this rule?\nDeny TCP");
-    EXPECT_EQ(model.Question(IDC_ADVANCED_DELETE, std::array{0, 1})->text, "Delete the selected rules?\nNumber: 2");
+    EXPECT_EQ(model.Question(IDC_ADVANCED_DELETE, std::array{0, 1})->text, "Delete the selected rules?\nRules: 2");
     EXPECT_EQ(model.Question(IDC_ADVANCED_EDIT, std::array{0}), std::nullopt);
 }
 

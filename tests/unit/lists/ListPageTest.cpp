@@ -181,7 +181,7 @@ TEST_F(ListPageTest, SearchesSortsCountsAndKeepsTheSelection) {
     EXPECT_EQ(Selected(), "ac");
     EXPECT_EQ(Drawn(IDC_PAGE_COUNT), "Entries: 2 / 3");
     Search("nowhere");
-    EXPECT_EQ(TextOfWindow(list), "Nothing here holds the text that you are looking for.");
+    EXPECT_EQ(TextOfWindow(list), "No entry contains this text.");
     model->Set({});
     EXPECT_EQ(TextOfWindow(list), "no rows") << "nothing to look through";
 }

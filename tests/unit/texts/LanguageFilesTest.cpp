@@ -108,7 +108,10 @@ TEST(LanguageFilesTest, EveryLanguageHasTheKeysOfEnglishAndTheShapeOfItsTexts) {
         EXPECT_EQ(Missing(english, file.texts), "") << "missing in " << language;
         EXPECT_EQ(Missing(file.texts, english), "") << "unknown in " << language;
         for (const auto& [number, text] : english) {
-            EXPECT_EQ(Shape(file.texts[number]), Shape(text)) << language << " " << number;
+            // The dot of these names is of the English abbreviation.
+            const bool isLonger = (number == 1109 || number == 1110) && language != "English";
+            const std::string model = isLonger ? text.substr(0, text.size() - 1) : text;
+            EXPECT_EQ(Shape(file.texts[number]), Shape(model)) << language << " " << number;
         }
         // Notices are shown whole: the tool tip of the icon, a message, two titles.
         Texts& texts = file.texts;

@@ -114,7 +114,7 @@ TEST_F(ApplicationsModelTest, ActionsChangeEachPathOnceAndRemovalOfSeveralIsAske
     EXPECT_EQ(model.Question(IDC_APPLICATIONS_ALLOW, std::array{0, 1}), std::nullopt);
     const auto question = model.Question(IDC_APPLICATIONS_REMOVE, std::array{0, 1});
     ASSERT_TRUE(question.has_value());
-    EXPECT_EQ(question->text, "Remove the rules of the selected applications?\nNumber: 2");
+    EXPECT_EQ(question->text, "Remove the rules of the selected applications?\nApplications: 2");
     EXPECT_EQ(question->yes, "Remove");
 }
 

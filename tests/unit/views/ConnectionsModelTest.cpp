@@ -131,7 +131,7 @@ TEST_F(ConnectionsModelTest, GroupsKeepTheirStateAndSumWhatBelongsToThem) {
     model->ArrangeBy({.searched = "nowhere"});
     ASSERT_TRUE(RunUntilRows());
     EXPECT_EQ(model->RowCount(), 0);
-    EXPECT_EQ(model->EmptyText(), "Nothing here holds the text that you are looking for.");
+    EXPECT_EQ(model->EmptyText(), "No entry contains this text.");
     model->ArrangeBy({});
     ASSERT_TRUE(RunUntilRows());
 
