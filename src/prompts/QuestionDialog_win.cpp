@@ -1,7 +1,6 @@
 #include "prompts/QuestionDialog_win.h"
 
 #include <algorithm>
-#include <initializer_list>
 #include <utility>
 
 #include "base/DisplayName.h"
@@ -10,7 +9,6 @@
 #include "ui/ChildControls_win.h"
 #include "ui/Paint_win.h"
 #include "ui/ProgramIcon_win.h"
-#include "ui/SmoothDc_win.h"
 
 namespace brennvar {
 namespace {
@@ -23,71 +21,11 @@ constexpr int kTextLeft = 48;
 constexpr int kLineHeight = 20;
 constexpr int kFactHeight = 24;  // what decides is larger
 constexpr int kHeadingGap = 12;
-constexpr int kCardPadding = 12;
-constexpr int kRowHeight = 24;
-constexpr int kAskGap = 12;
 constexpr int kTickGap = 8;      // above the box
 constexpr int kTickIndent = 24;  // where the text beside the box begins
 constexpr int kButtonsGap = 16;  // above the buttons
 constexpr int kButtonGap = 8;    // between them
-constexpr int kLabelGap = 16;
-constexpr int kLinkGap = 12;  // left of the link
-// The advice: a light pill with a dot, a shape and a word. Its colours are the same in every skin.
-constexpr COLORREF kAllowColour = RGB(46, 158, 91);
-constexpr COLORREF kDenyColour = RGB(165, 14, 44);
-constexpr COLORREF kNoAdviceColour = RGB(86, 101, 115);
-constexpr COLORREF kPillText = RGB(27, 39, 51);
-constexpr int kPillTint = 36;  // of 255, from white
-constexpr int kPillHeight = 20;
-constexpr int kDotSize = 14;
-constexpr int kDotInset = 3;
-constexpr int kPillGap = 6;
-
-constexpr UINT kLineFormat = DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX | DT_END_ELLIPSIS;
-
-COLORREF ColourOf(PromptAdvice kind) {
-    switch (kind) {
-        case PromptAdvice::Allow: return kAllowColour;
-        case PromptAdvice::Deny: return kDenyColour;
-        case PromptAdvice::None: break;
-    }
-    return kNoAdviceColour;
-}
-
-// A tick, a cross, or a line, in a square whose corner and side are in the units of the drawing.
-void DrawMark(const CSmoothDc& smooth, PromptAdvice kind, int corner, int side) {
-    // In a square of 14 units.
-    const auto line = [&](std::initializer_list<POINT> points) {
-        std::vector<POINT> scaled;
-        for (const POINT& point : points) {
-            scaled.push_back(
-                {corner + ::MulDiv(point.x, side, kDotSize), corner + ::MulDiv(point.y, side, kDotSize)});
-        }
-        smooth.DrawLines(scaled.data(), static_cast<int>(scaled.size()), side / 8, RGB(255, 255, 255));
-    };
-    switch (kind) {
-        case PromptAdvice::Allow: line({{4, 7}, {6, 10}, {10, 4}}); break;
-        case PromptAdvice::Deny:
-            line({{4, 4}, {10, 10}});
-            line({{10, 4}, {4, 10}});
-            break;
-        case PromptAdvice::None: line({{4, 7}, {10, 7}}); break;
-    }
-}
-
-// The pill with the dot at its left end.
-void DrawPill(HDC dc, const RECT& place, PromptAdvice kind) {
-    const COLORREF colour = ColourOf(kind);
-    const CSmoothDc smooth(dc, place);
-    if (!smooth.Dc()) return;
-    constexpr int kUnit = CSmoothDc::kFactor;
-    const int corner = Scale(kDotInset) * kUnit;
-    const int side = Scale(kDotSize) * kUnit;
-    smooth.FillPill({0, 0, WidthOf(place) * kUnit, HeightOf(place) * kUnit},
-                    MixColours(RGB(255, 255, 255), colour, kPillTint));
-    smooth.FillDisc({corner, corner, corner + side, corner + side}, colour);
-    DrawMark(smooth, kind, corner, side);
-}
+constexpr int kLinkGap = 12;     // left of the link
 
 }  // namespace
 
@@ -137,7 +75,7 @@ void QuestionDialog::AdoptControls() {
     }
     ::SetDlgItemTextA(Window(), IDC_QUESTION_LINK, m_content.linkText.c_str());
     ::SetDlgItemTextA(Window(), IDC_MESSAGE_TEXT, m_content.message.c_str());
-    m_message.Adopt(Item(IDC_MESSAGE_TEXT), GetLook());
+    m_card.Adopt(Item(IDC_MESSAGE_TEXT), GetLook(), m_content.card);
     ::SetDlgItemTextA(Window(), IDC_REMEMBER, m_content.tickText.c_str());
     ::SetDlgItemTextA(Window(), IDC_WHY_NOT_REMEMBERED, m_content.whyNoTick.c_str());
     ::SetDlgItemTextA(Window(), IDC_ALLOW, m_content.allowText.c_str());
@@ -182,17 +120,10 @@ void QuestionDialog::FitHeading(const Heading& line, const RECT& place) {
     if (line.showsEnd) ::SetDlgItemTextA(Window(), line.id, EndThatFits(line.text, fits).c_str());
 }
 
-int QuestionDialog::CardHeight() const {
-    if (m_content.tableTitle.empty()) return 0;
-    const auto lines = 1 + static_cast<int>(m_content.rows.size());
-    return Scale(lines * kRowHeight + 2 * kCardPadding);
-}
-
 void QuestionDialog::PlaceControls() {
     const int width = Scale(kWidth);
     const int messageTop = PlaceHeading(true) + Scale(kHeadingGap);
-    const int askTop = CardHeight() == 0 ? 0 : CardHeight() + Scale(kAskGap);
-    const int messageHeight = askTop + Scale(kLineHeight);
+    const int messageHeight = m_card.HeightAt(width);
     const int tickTop = messageTop + messageHeight + Scale(kTickGap);
     const int tickHeight = m_tickBox.HeightAt(width);
     const int whyHeight =
@@ -200,8 +131,8 @@ void QuestionDialog::PlaceControls() {
     SetContentPixels({width, tickTop + tickHeight + whyHeight + Scale(kButtonsGap) + m_allow.Size().cy});
     (void)PlaceHeading(false);
     const RECT content = ContentRect();
-    ::SetWindowPos(Item(IDC_MESSAGE_TEXT), nullptr, content.left, content.top + messageTop, WidthOf(content),
-                   messageHeight, SWP_NOZORDER | SWP_NOACTIVATE);
+    const LONG messagePlace = content.top + messageTop;
+    m_card.Place({content.left, messagePlace, content.right, messagePlace + messageHeight});
     // From below: a window that had to be cut to the work area cuts a text and not its buttons.
     const LONG buttons = content.bottom - m_allow.Size().cy;
     RECT tick{content.left, content.top + tickTop, content.right, 0};
@@ -245,60 +176,6 @@ void QuestionDialog::OnTimer(UINT_PTR id) {
 std::optional<LRESULT> QuestionDialog::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     m_tips.OnMessage(message, lParam);
     return CSkinDialog::OnMessage(message, wParam, lParam);
-}
-
-void QuestionDialog::OnDrawItem(const DRAWITEMSTRUCT& item) {
-    if (item.CtlID != IDC_MESSAGE_TEXT) return;
-    const CBufferedDc buffer(item.hDC, item.rcItem);
-    PaintParentGround(item.hwndItem, buffer.Dc());
-    RECT ask = item.rcItem;
-    if (CardHeight() != 0) {
-        RECT card = item.rcItem;
-        card.bottom = card.top + CardHeight();
-        FillSolid(buffer.Dc(), card, GetLook().colours.list);
-        DrawFrame(buffer.Dc(), card, GetLook().colours.frame2);
-        PaintTable(buffer.Dc(), Inset(card, Scale(kCardPadding)));
-        ask.top = card.bottom + Scale(kAskGap);
-    }
-    DrawLabel(buffer.Dc(), GetLook().fonts.Bold(), ask, m_content.askText, GetLook().colours.text, kLineFormat);
-}
-
-void QuestionDialog::PaintTable(HDC dc, const RECT& card) const {
-    const Palette& colours = GetLook().colours;
-    const HFONT font = GetLook().fonts.Text();
-    RECT line = card;
-    line.bottom = line.top + Scale(kRowHeight);
-    DrawLabel(dc, GetLook().fonts.Bold(), line, m_content.tableTitle, colours.text, kLineFormat);
-    LONG labelWidth = 0;
-    for (const Row& row : m_content.rows) {
-        labelWidth = std::max(labelWidth, MeasureText(font, row.label, 0).cx);
-    }
-    labelWidth = std::min<LONG>(labelWidth + Scale(kLabelGap), WidthOf(card) / 2);
-    for (const Row& row : m_content.rows) {
-        ::OffsetRect(&line, 0, Scale(kRowHeight));
-        RECT place = line;
-        place.right = line.left + labelWidth;
-        DrawLabel(dc, font, place, row.label, colours.quietText, kLineFormat);
-        place = {line.left + labelWidth, line.top, line.right, line.bottom};
-        if (row.mark) {
-            PaintPill(dc, place, row);
-        } else {
-            DrawLabel(dc, font, place, row.value, colours.text, kLineFormat);
-        }
-    }
-}
-
-void QuestionDialog::PaintPill(HDC dc, const RECT& place, const Row& row) const {
-    const HFONT font = GetLook().fonts.Bold();
-    const int textLeft = Scale(kDotInset) + Scale(kDotSize) + Scale(kPillGap);
-    const int textWidth = MeasureText(font, row.value, 0).cx;
-    const int width = std::min(WidthOf(place), textLeft + textWidth + 2 * Scale(kPillGap));
-    const int height = Scale(kPillHeight);
-    const LONG top = place.top + (HeightOf(place) - height) / 2;
-    const RECT pill{place.left, top, place.left + width, top + height};
-    DrawPill(dc, pill, *row.mark);
-    DrawLabel(dc, font, {pill.left + textLeft, pill.top, pill.right, pill.bottom}, row.value, kPillText,
-              kLineFormat);
 }
 
 }  // namespace brennvar

@@ -18,6 +18,7 @@
 #include "dialogs/SkinDialog_win.h"
 #include "prompts/CutTips_win.h"
 #include "prompts/PromptQuestion.h"
+#include "prompts/QuestionCard_win.h"
 #include "prompts/QuestionStand_win.h"
 
 namespace brennvar {
@@ -44,19 +45,11 @@ protected:
         int gapBelow = 0;       // at 96 pixels per inch
         bool showsEnd = false;  // where it does not fit its end is shown, and not its beginning
     };
-    // A line of the table.
-    struct Row {
-        std::string label;
-        std::string value;
-        std::optional<PromptAdvice> mark = std::nullopt;  // the value stands in a pill of this kind
-    };
     struct Content {
         std::string caption;
         std::shared_ptr<const QuestionIcon> icon;  // null: the plain one
         std::vector<Heading> heading;
-        std::string tableTitle;  // empty: there is no table
-        std::vector<Row> rows;
-        std::string askText;    // below the table
+        QuestionCard::Content card;
         std::string message;    // all of the above as one text, which screen readers and automation find
         std::string tickText;   // may have several lines
         std::string whyNoTick;  // the box cannot be ticked for this reason; empty: it can
@@ -79,7 +72,6 @@ private:
     void OnCommand(int id, int notification) final;
     void OnTimer(UINT_PTR id) final;
     void OnEnded() final;
-    void OnDrawItem(const DRAWITEMSTRUCT& item) final;
     [[nodiscard]] std::optional<LRESULT> OnMessage(UINT message, WPARAM wParam, LPARAM lParam) final;
 
     void AdoptControls();
@@ -88,25 +80,13 @@ private:
     int PlaceHeading(bool measuresOnly);
     // A text that its place has no room for gets a tip.
     void FitHeading(const Heading& line, const RECT& place);
-    [[nodiscard]] int CardHeight() const;
-    void PaintTable(HDC dc, const RECT& card) const;
-    void PaintPill(HDC dc, const RECT& place, const Row& row) const;
     void Answer(int result);
 
     const Content m_content;
     HWND m_owner = nullptr;
     UniqueIcon m_plainIcon;
-    // Painted in OnDrawItem; what it says is for screen readers.
-    class Message final : public CControl {
-    public:
-        void Adopt(HWND control, const Look& look) { Attach(control, look.fonts.Text()); }
-
-    private:
-        [[nodiscard]] bool PaintsAll() const override { return false; }
-    };
-
     std::deque<CLabel> m_heading;
-    Message m_message;
+    QuestionCard m_card;
     CLink m_link;
     CCheckBox m_tickBox;
     CLabel m_whyNoTick;

@@ -190,7 +190,6 @@ void CDialog::OnCommand(int, int) {}
 void CDialog::OnTimer(UINT_PTR) {}
 void CDialog::OnSize(int, int) {}
 void CDialog::OnMinMaxInfo(MINMAXINFO&) {}
-void CDialog::OnDrawItem(const DRAWITEMSTRUCT&) {}
 bool CDialog::OnEraseBackground(HDC) {
     return false;
 }
@@ -267,11 +266,7 @@ INT_PTR CDialog::Dispatch(UINT message, WPARAM wParam, LPARAM lParam) {
             }
             return TRUE;
         case WM_GETMINMAXINFO: OnMinMaxInfo(*reinterpret_cast<MINMAXINFO*>(lParam)); return TRUE;
-        case WM_DRAWITEM: {
-            const auto& item = *reinterpret_cast<const DRAWITEMSTRUCT*>(lParam);
-            if (IsDrawable(item) && !ReflectMessage(message, wParam, lParam)) OnDrawItem(item);
-            return TRUE;
-        }
+        case WM_DRAWITEM: (void)ReflectMessage(message, wParam, lParam); return TRUE;
         // These return their brush directly.
         case WM_CTLCOLORSTATIC:
         case WM_CTLCOLORBTN:

@@ -59,7 +59,6 @@ protected:
     virtual void OnTimer(UINT_PTR id);
     virtual void OnSize(int width, int height);
     virtual void OnMinMaxInfo(MINMAXINFO& info);
-    virtual void OnDrawItem(const DRAWITEMSTRUCT& item);
     // True when the background has been painted.
     virtual bool OnEraseBackground(HDC dc);
     // Every other message; a value is its result, nothing leaves it to Windows.

@@ -64,6 +64,18 @@ public:
                     DIB_RGB_COLORS);
     }
     bool operator==(const Screenshot& other) const { return m_pixels == other.m_pixels; }
+    [[nodiscard]] SIZE Size() const { return m_size; }
+    // How many pixels of a place inside of it have this colour.
+    [[nodiscard]] int Count(const RECT& place, COLORREF colour) const {
+        const COLORREF pixel = RGB(GetBValue(colour), GetGValue(colour), GetRValue(colour));
+        int count = 0;
+        for (LONG y = place.top; y < place.bottom; ++y) {
+            for (LONG x = place.left; x < place.right; ++x) {
+                if ((m_pixels.at(static_cast<std::size_t>(y * m_size.cx + x)) & 0xFFFFFF) == pixel) ++count;
+            }
+        }
+        return count;
+    }
 
 private:
     SIZE m_size{};

@@ -5,6 +5,7 @@
 #include <functional>
 
 #include "support/AskedTools.h"
+#include "support/ControlWindow.h"
 #include "support/ModalOwner_win.h"
 #include "support/ObjectCounts_win.h"
 #include "support/QuestionTime_win.h"
@@ -182,6 +183,31 @@ TEST_F(ConfirmationDialogTest, ShowsItsTextOnTopAndTakesNoFocus) {
         }
         EndWindow(dialogWindow);
     });
+}
+
+// On the screen as soon as the dialog is: it opens as one picture, for which each window is asked to print itself.
+TEST_F(ConfirmationDialogTest, ShowsTheFactsAndTheAdviceBesideTheQuestion) {
+    question.detailsTitle = "Connection details:";
+    question.askText = "Allow this network communication?";
+    question.adviceKind = PromptAdvice::Deny;
+    question.advice = "Deny";
+    const std::string longText(80, 'w');
+    for (const std::string& text : {question.askText, longText}) {
+        question.askText = text;
+        const bool isOneLine = text != longText;
+        (void)Ask([&] {
+            const test::Screenshot card(Item(340));
+            const SIZE size = card.Size();
+            EXPECT_GT(card.Count({8, 2, 16, 10}, RGB(255, 255, 255)), 50);
+            // Beside the question, or above one that leaves it no room.
+            const LONG line = size.cy - (isOneLine ? 20 : 44);
+            const RECT left{0, line, size.cx / 2, line + 20};
+            const RECT right{size.cx / 2, line, size.cx, line + 20};
+            EXPECT_GT(card.Count(isOneLine ? right : left, RGB(165, 14, 44)), 50);
+            EXPECT_EQ(card.Count(isOneLine ? left : right, RGB(165, 14, 44)), 0);
+            EndWindow(dialogWindow);
+        });
+    }
 }
 
 TEST_F(ConfirmationDialogTest, ShowsTheEndOfALongHostNameAndTheWholeOfWhatIsCutInATip) {

@@ -1,0 +1,168 @@
+#include "prompts/QuestionCard_win.h"
+
+#include <algorithm>
+#include <initializer_list>
+#include <utility>
+
+#include "ui/ChildControls_win.h"
+#include "ui/Fonts_win.h"
+#include "ui/Look_win.h"
+#include "ui/Paint_win.h"
+#include "ui/SmoothDc_win.h"
+
+namespace brennvar {
+namespace {
+
+// At 96 pixels per inch.
+constexpr int kCardPadding = 12;
+constexpr int kRowHeight = 24;
+constexpr int kLineHeight = 20;
+constexpr int kAskGap = 12;  // below the table
+constexpr int kLabelGap = 16;
+constexpr int kAdviceGap = 16;  // between the question and the advice
+// The advice: a light pill with a dot, a shape and a word. Its colours are the same in every skin.
+constexpr COLORREF kAllowColour = RGB(46, 158, 91);
+constexpr COLORREF kDenyColour = RGB(165, 14, 44);
+constexpr COLORREF kNoAdviceColour = RGB(86, 101, 115);
+constexpr COLORREF kPillText = RGB(27, 39, 51);
+constexpr int kPillTint = 36;  // of 255, from white
+constexpr int kPillHeight = 20;
+constexpr int kDotSize = 14;
+constexpr int kDotInset = 3;
+constexpr int kPillGap = 6;
+
+constexpr UINT kLineFormat = DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX | DT_END_ELLIPSIS;
+
+COLORREF ColourOf(PromptAdvice kind) {
+    switch (kind) {
+        case PromptAdvice::Allow: return kAllowColour;
+        case PromptAdvice::Deny: return kDenyColour;
+        case PromptAdvice::None: break;
+    }
+    return kNoAdviceColour;
+}
+
+// A tick, a cross, or a line, in a square whose corner and side are in the units of the drawing.
+void DrawMark(const CSmoothDc& smooth, PromptAdvice kind, int corner, int side) {
+    // In a square of 14 units.
+    const auto line = [&](std::initializer_list<POINT> points) {
+        std::vector<POINT> scaled;
+        for (const POINT& point : points) {
+            scaled.push_back(
+                {corner + ::MulDiv(point.x, side, kDotSize), corner + ::MulDiv(point.y, side, kDotSize)});
+        }
+        smooth.DrawLines(scaled.data(), static_cast<int>(scaled.size()), side / 8, RGB(255, 255, 255));
+    };
+    switch (kind) {
+        case PromptAdvice::Allow: line({{4, 7}, {6, 10}, {10, 4}}); break;
+        case PromptAdvice::Deny:
+            line({{4, 4}, {10, 10}});
+            line({{10, 4}, {4, 10}});
+            break;
+        case PromptAdvice::None: line({{4, 7}, {10, 7}}); break;
+    }
+}
+
+// The pill with the dot at its left end.
+void DrawPill(HDC dc, const RECT& place, PromptAdvice kind) {
+    const COLORREF colour = ColourOf(kind);
+    const CSmoothDc smooth(dc, place);
+    if (!smooth.Dc()) return;
+    constexpr int kUnit = CSmoothDc::kFactor;
+    const int corner = Scale(kDotInset) * kUnit;
+    const int side = Scale(kDotSize) * kUnit;
+    smooth.FillPill({0, 0, WidthOf(place) * kUnit, HeightOf(place) * kUnit},
+                    MixColours(RGB(255, 255, 255), colour, kPillTint));
+    smooth.FillDisc({corner, corner, corner + side, corner + side}, colour);
+    DrawMark(smooth, kind, corner, side);
+}
+
+}  // namespace
+
+void QuestionCard::Adopt(HWND control, const Look& look, Content content) {
+    m_colours = look.colours;
+    m_font = look.fonts.Text();
+    m_bold = look.fonts.Bold();
+    m_content = std::move(content);
+    Attach(control, m_font);
+}
+
+int QuestionCard::TableHeight() const {
+    if (m_content.tableTitle.empty()) return 0;
+    const auto lines = 1 + static_cast<int>(m_content.rows.size());
+    return Scale(lines * kRowHeight + 2 * kCardPadding);
+}
+
+int QuestionCard::PillWidth() const {
+    return Scale(kDotInset) + Scale(kDotSize) + MeasureText(m_bold, m_content.advice->word, 0).cx +
+           3 * Scale(kPillGap);
+}
+
+int QuestionCard::AdviceWidth() const {
+    return MeasureText(m_font, m_content.advice->label, 0).cx + Scale(kPillGap) + PillWidth();
+}
+
+bool QuestionCard::IsOneLine(int width) const {
+    return !m_content.advice ||
+           MeasureText(m_bold, m_content.askText, 0).cx + Scale(kAdviceGap) + AdviceWidth() <= width;
+}
+
+int QuestionCard::HeightAt(int width) const {
+    const int table = TableHeight() == 0 ? 0 : TableHeight() + Scale(kAskGap);
+    return table + (IsOneLine(width) ? Scale(kLineHeight) : Scale(kRowHeight + kLineHeight));
+}
+
+void QuestionCard::OnPaint(HDC dc, const RECT& client) {
+    RECT line = client;
+    if (TableHeight() != 0) {
+        RECT card = client;
+        card.bottom = card.top + TableHeight();
+        FillSolid(dc, card, m_colours.list);
+        DrawFrame(dc, card, m_colours.frame2);
+        PaintTable(dc, Inset(card, Scale(kCardPadding)));
+        line.top = card.bottom + Scale(kAskGap);
+    }
+    line.bottom = line.top + Scale(kLineHeight);
+    if (m_content.advice) PaintAdvice(dc, line);
+    if (!IsOneLine(WidthOf(client))) ::OffsetRect(&line, 0, Scale(kRowHeight));
+    DrawLabel(dc, m_bold, line, m_content.askText, m_colours.text, kLineFormat);
+}
+
+void QuestionCard::PaintTable(HDC dc, const RECT& card) const {
+    RECT line = card;
+    line.bottom = line.top + Scale(kRowHeight);
+    DrawLabel(dc, m_bold, line, m_content.tableTitle, m_colours.text, kLineFormat);
+    LONG labelWidth = 0;
+    for (const Row& row : m_content.rows) {
+        labelWidth = std::max(labelWidth, MeasureText(m_font, row.label, 0).cx);
+    }
+    labelWidth = std::min<LONG>(labelWidth + Scale(kLabelGap), WidthOf(card) / 2);
+    for (const Row& row : m_content.rows) {
+        ::OffsetRect(&line, 0, Scale(kRowHeight));
+        const LONG split = line.left + labelWidth;
+        DrawLabel(dc, m_font, {line.left, line.top, split, line.bottom}, row.label, m_colours.quietText,
+                  kLineFormat);
+        DrawLabel(dc, m_font, {split, line.top, line.right, line.bottom}, row.value, m_colours.text, kLineFormat);
+    }
+}
+
+void QuestionCard::PaintAdvice(HDC dc, const RECT& line) const {
+    // At the right end of the question's line; a line of its own begins at the left.
+    const bool isOneLine = IsOneLine(WidthOf(line));
+    const LONG left = isOneLine ? line.right - AdviceWidth() : line.left;
+    const LONG pillLeft = left + AdviceWidth() - PillWidth();
+    DrawLabel(dc, m_font, {left, line.top, pillLeft, line.bottom}, m_content.advice->label, m_colours.quietText,
+              kLineFormat);
+    const LONG top = line.top + (HeightOf(line) - Scale(kPillHeight)) / 2;
+    const LONG right = std::min<LONG>(pillLeft + PillWidth(), line.right);
+    PaintPill(dc, {pillLeft, top, right, top + Scale(kPillHeight)});
+}
+
+void QuestionCard::PaintPill(HDC dc, const RECT& pill) const {
+    DrawPill(dc, pill, m_content.advice->kind);
+    const LONG textLeft = pill.left + Scale(kDotInset) + Scale(kDotSize) + Scale(kPillGap);
+    DrawLabel(dc, m_bold, {textLeft, pill.top, pill.right, pill.bottom}, m_content.advice->word, kPillText,
+              kLineFormat);
+}
+
+}  // namespace brennvar
