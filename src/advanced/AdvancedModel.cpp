@@ -18,7 +18,8 @@ constexpr int kSwitch = 100;  // what Space and a click on a check box do; no co
 
 constexpr std::array<ListAction, 13> kActions = {
     {{IDC_ADVANCED_EDIT, Text{2071, "Edit..."}, ActionPlace::ButtonAndMenu, ActionRows::Focused, ListKey::Enter},
-     {IDC_ADVANCED_DELETE, Text{2073, "Delete"}, ActionPlace::ButtonAndMenu, ActionRows::Selected, ListKey::Delete},
+     {IDC_ADVANCED_DELETE, Text{2073, "Delete"}, ActionPlace::ButtonAndMenu, ActionRows::Selected, ListKey::Delete,
+      false, true},
      {IDC_ADVANCED_UP, Text{2074, "Move up"}, ActionPlace::ButtonAndMenu, ActionRows::Selected, ListKey::ControlUp},
      {IDC_ADVANCED_DOWN, Text{2075, "Move down"}, ActionPlace::ButtonAndMenu, ActionRows::Selected,
       ListKey::ControlDown},

@@ -61,7 +61,7 @@ void AdvancedRuleDialog::CreateControls() {
     m_logged.Create(window, language.GetText(1998, "&Write matches to the traffic log"), IDC_RULE_LOGGED, look);
     ::SetDlgItemTextA(window, IDOK, language.GetText(125, "OK").c_str());
     ::SetDlgItemTextA(window, IDCANCEL, language.GetText(1001, "Cancel").c_str());
-    m_ok.Adopt(Item(IDOK), kButtonDialog, look);
+    m_ok.Adopt(Item(IDOK), kPrimaryButton, look);
     m_cancel.Adopt(Item(IDCANCEL), kButtonDialog, look);
     for (const HWND last : {m_ok.Window(), m_cancel.Window()}) {
         ::SetWindowPos(last, HWND_BOTTOM, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);

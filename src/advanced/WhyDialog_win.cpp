@@ -91,7 +91,7 @@ void WhyDialog::OnCreateContent() {
     m_answer.Adopt(Item(IDC_WHY_ANSWER), LabelKind::Title, GetLook());
     m_remark.Adopt(Item(IDC_WHY_REMARK), LabelKind::Quiet, GetLook());
     m_show.Adopt(Item(IDC_WHY_SHOW), kButtonMedium, GetLook());
-    m_close.Adopt(Item(IDCANCEL), kButtonDialog, GetLook());
+    m_close.Adopt(Item(IDCANCEL), kPrimaryButton, GetLook());
     for (const auto& row : kRows) {
         for (const Place& place : row) {
             if (place.parts > 0) CreateField(place.field);

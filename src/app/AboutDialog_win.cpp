@@ -36,7 +36,7 @@ void AboutDialog::OnCreateContent() {
     m_name.Adopt(Item(IDC_PRODUCT_NAME), LabelKind::Title, GetLook());
     m_version.Adopt(Item(IDC_PRODUCT_VERSION), LabelKind::Plain, GetLook());
     m_copyright.Adopt(Item(IDC_PRODUCT_COPYRIGHT), LabelKind::Quiet, GetLook());
-    m_ok.Adopt(Item(IDOK), kButtonDialog, GetLook());
+    m_ok.Adopt(Item(IDOK), kPrimaryButton, GetLook());
 
     int textWidth = Scale(kLeastTextWidth);
     int textHeight = -Scale(kLineGap);

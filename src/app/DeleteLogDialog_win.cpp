@@ -54,8 +54,8 @@ void DeleteLogDialog::OnCreateContent() {
     AdoptPart(m_dayPart, IDC_DELETE_LOG_DAY_LABEL, IDC_DELETE_LOG_DAY, m_language.GetText(1274, "&Day"));
     AdoptPart(m_monthPart, IDC_DELETE_LOG_MONTH_LABEL, IDC_DELETE_LOG_MONTH, m_language.GetText(1275, "&Month"));
     AdoptPart(m_yearPart, IDC_DELETE_LOG_YEAR_LABEL, IDC_DELETE_LOG_YEAR, m_language.GetText(1276, "&Year"));
-    m_ok.Adopt(Item(IDOK), kButtonMedium, GetLook());
-    m_older.Adopt(Item(IDC_DELETE_LOG_OLDER), kButtonLarge, GetLook());
+    m_ok.Adopt(Item(IDOK), Ranked(kButtonMedium, ButtonRank::Destructive), GetLook());
+    m_older.Adopt(Item(IDC_DELETE_LOG_OLDER), Ranked(kButtonLarge, ButtonRank::Destructive), GetLook());
     m_cancel.Adopt(Item(IDCANCEL), kButtonDialog, GetLook());
     for (int i = 0; i < kYears; ++i) AddNumber(m_yearPart.list, m_today.year - i);
     for (int month = 1; month <= kMonths; ++month) AddNumber(m_monthPart.list, month);
@@ -63,6 +63,8 @@ void DeleteLogDialog::OnCreateContent() {
     m_monthPart.list.Select(m_day.month - 1);
     FillDays();
     PlaceControls();
+    // What destroys is never a key away.
+    ::SendMessageA(Window(), DM_SETDEFID, IDCANCEL, 0);
 }
 
 void DeleteLogDialog::AdoptPart(Part& part, int label, int list, const std::string& text) {

@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 
 #include "config/Skin.h"
 
@@ -22,10 +23,12 @@ inline constexpr std::size_t kToneCount = 5;
 // As GetSkinColor gives it.
 [[nodiscard]] std::uint32_t ToneColour(const Skin& skin, Tone tone);
 
-// A dark list puts a light pill of this colour behind a text of such a tone.
-[[nodiscard]] constexpr bool StandsOnPill(Tone tone) {
+// Told by a mark as well.
+[[nodiscard]] constexpr bool IsAction(Tone tone) {
     return tone == Tone::Allow || tone == Tone::Deny || tone == Tone::Ask;
 }
-[[nodiscard]] std::uint32_t PillColour(const Skin& skin);
+// The pill behind a text of such a tone that does not read on the list's ground: the skin's light one, or a dark
+// one for a colour that is too bright for it. Nothing where the text needs none.
+[[nodiscard]] std::optional<std::uint32_t> PillColour(const Skin& skin, Tone tone);
 
 }  // namespace brennvar

@@ -51,6 +51,7 @@ void CButton::Adopt(HWND control, const ButtonKind& kind, const Look& look) {
 
 void CButton::Resolve(const ButtonKind& kind, const Look& look) {
     m_form = kind.form;
+    m_rank = kind.rank;
     m_plainGlyph = kind.plainGlyph;
     m_image = CSkinImage::Load(look.skin.GetSkinImagePath(kind.imageKey, kind.defaultFile));
     m_size = m_image.FrameSizeOr({Scale(kind.plainSize.cx), Scale(kind.plainSize.cy)}, kStateCount);
@@ -87,7 +88,9 @@ COLORREF CButton::GroundBelow() const {
 
 void CButton::OnPaint(HDC dc, const RECT& client) {
     const Touch touch = CurrentTouch();
-    if (m_image) {
+    if (IsFlat()) {
+        PaintFlat(dc, client, touch);
+    } else if (m_image) {
         m_image.DrawFrame(dc, client, static_cast<int>(touch), kStateCount, IsEnabled() ? 255 : kDisabledOpacity);
     } else {
         PaintPlain(dc, client, touch);
@@ -100,14 +103,34 @@ void CButton::OnPaint(HDC dc, const RECT& client) {
         ::RoundRect(dc, client.left, client.top, client.right, client.bottom, kRingDiameter, kRingDiameter);
     }
     if (ShowsFocus()) {
-        const COLORREF colour = m_textColours[static_cast<std::size_t>(touch)];
+        const COLORREF colour = TextColour(touch);
         RECT place = Inset(client, kFocusInset);
         if (m_form == ButtonForm::PageEntry) {
             place = client;
             ::InflateRect(&place, -kPageFocusInset.cx, -kPageFocusInset.cy);
         }
-        DrawFrame(dc, place, MixColours(colour, kPlainGround[0], kFocusShare));
+        DrawFrame(dc, place, MixColours(colour, IsFlat() ? m_colours.button : kPlainGround[0], kFocusShare));
     }
+}
+
+bool CButton::IsFlat() const {
+    return m_form == ButtonForm::Labelled && (m_rank != ButtonRank::Primary || !IsEnabled());
+}
+
+void CButton::PaintFlat(HDC dc, const RECT& client, Touch touch) const {
+    constexpr int kTouchShare[] = {0, 20, 44};  // of the text's colour in the ground, by touch
+    const COLORREF ground = MixColours(m_colours.button, m_colours.text, kTouchShare[static_cast<int>(touch)]);
+    const UniquePen pen(::CreatePen(PS_SOLID, 1, IsEnabled() ? m_colours.frame1 : m_colours.frame2));
+    const UniqueBrush brush(::CreateSolidBrush(ground));
+    const CSelect selectPen(dc, pen.Get());
+    const CSelect selectBrush(dc, brush.Get());
+    ::RoundRect(dc, client.left, client.top, client.right, client.bottom, kRingDiameter, kRingDiameter);
+}
+
+COLORREF CButton::TextColour(Touch touch) const {
+    if (!IsFlat()) return m_textColours[static_cast<std::size_t>(touch)];
+    if (!IsEnabled()) return MixColours(m_colours.quietText, m_colours.button, kDisabledTextShare);
+    return m_rank == ButtonRank::Destructive ? m_colours.danger : m_colours.text;
 }
 
 void CButton::PaintPlain(HDC dc, const RECT& client, Touch touch) const {
@@ -136,8 +159,8 @@ void CButton::PaintText(HDC dc, const RECT& client, Touch touch) const {
     const int padding = Scale(kTextPadding);
     const RECT place{client.left + (isPage ? kPageTextLeft : padding), client.top, client.right - padding,
                      client.bottom};
-    COLORREF colour = m_textColours[static_cast<std::size_t>(touch)];
-    if (!IsEnabled()) colour = MixColours(colour, GroundBelow(), kDisabledTextShare);
+    COLORREF colour = TextColour(touch);
+    if (!IsEnabled() && !IsFlat()) colour = MixColours(colour, GroundBelow(), kDisabledTextShare);
     DrawLabel(dc, Font(), place, Text(), colour,
               (isPage ? DT_LEFT : DT_CENTER) | DT_VCENTER | DT_SINGLELINE | DT_END_ELLIPSIS | PrefixFormat());
 }

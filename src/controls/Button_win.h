@@ -16,6 +16,13 @@ enum class ButtonForm {
     Caption,    // in a window's caption band: only the picture; the text is its name for screen readers
 };
 
+// How much a labelled button wants to be pressed. One of a dialog or a card is primary, and has the skin's picture.
+enum class ButtonRank {
+    Plain,
+    Primary,
+    Destructive,  // plain, with a word in the colour of danger: what it does cannot be undone
+};
+
 // What tells one kind of button from another. The picture holds the three states side by side.
 struct ButtonKind {
     const char* imageKey;     // the picture's key in the skin file
@@ -25,12 +32,19 @@ struct ButtonKind {
     ButtonForm form = ButtonForm::Labelled;
     char plainGlyph =
         0;  // Caption without a picture: '-' minimise, '#' maximise, 'x' close, else the character itself
+    ButtonRank rank = ButtonRank::Plain;
 };
 
 inline constexpr ButtonKind kButton = {"BUTTON", "button.png", "BUTTON", {88, 26}};
 inline constexpr ButtonKind kButtonDialog = {"BUTTON_DIALOG", "button_dialog.png", "BUTTON", {104, 30}};
 inline constexpr ButtonKind kButtonMedium = {"BUTTON_MEDIUM", "button_medium.png", "BUTTON", {144, 30}};
 inline constexpr ButtonKind kButtonLarge = {"BUTTON_LARGE", "button_large.png", "BUTTON", {200, 30}};
+
+[[nodiscard]] constexpr ButtonKind Ranked(ButtonKind kind, ButtonRank rank) {
+    kind.rank = rank;
+    return kind;
+}
+inline constexpr ButtonKind kPrimaryButton = Ranked(kButtonDialog, ButtonRank::Primary);
 
 // Whether a button of this kind shows all of the text, in a window of this look.
 [[nodiscard]] bool FitsButton(const ButtonKind& kind, const Look& look, const std::string& text);
@@ -90,11 +104,17 @@ private:
     // About what shines through when it is disabled: the page, or the dark column and caption band.
     [[nodiscard]] COLORREF GroundBelow() const;
     void OnPaint(HDC dc, const RECT& client) override;
+    // Of a skin without a picture.
     void PaintPlain(HDC dc, const RECT& client, Touch touch) const;
+    // Without the skin's picture: plain, or disabled.
+    [[nodiscard]] bool IsFlat() const;
+    void PaintFlat(HDC dc, const RECT& client, Touch touch) const;
+    [[nodiscard]] COLORREF TextColour(Touch touch) const;
     void PaintText(HDC dc, const RECT& client, Touch touch) const;
     std::optional<LRESULT> OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
 
     ButtonForm m_form = ButtonForm::Labelled;
+    ButtonRank m_rank = ButtonRank::Plain;
     char m_plainGlyph = 0;
     SIZE m_size{};
     CSkinImage m_image;

@@ -39,7 +39,7 @@ void CComboList::PaintBorder() const {
     ::GetWindowRect(Window(), &place);
     ::OffsetRect(&place, -place.left, -place.top);
     const HDC dc = ::GetWindowDC(Window());
-    DrawFrame(dc, place, m_colours.frame1);
+    DrawFrame(dc, place, m_colours.fieldFrame);
     ::ReleaseDC(Window(), dc);
 }
 

@@ -32,14 +32,13 @@ COLORREF FieldText(const Palette& colours, FieldState state) {
 
 void DrawFieldFrame(HDC dc, const RECT& place, const Palette& colours, FieldState state) {
     const COLORREF ground = FieldGround(colours, state);
-    COLORREF outer = colours.frame1;
-    COLORREF inner = colours.frame2;
+    COLORREF outer = colours.fieldFrame;
+    COLORREF inner = ground;
     if (state == FieldState::Focused) {
         outer = colours.accent;
         inner = MixColours(colours.accent, ground, kInnerAccentShare);
     } else if (state == FieldState::Disabled) {
         outer = colours.frame2;
-        inner = ground;
     }
     DrawFrame(dc, place, outer);
     DrawFrame(dc, Inset(place, 1), inner);

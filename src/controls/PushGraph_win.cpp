@@ -10,6 +10,8 @@ namespace {
 constexpr int kTitleRoom = 30;
 constexpr int kBottomRoom = 10;
 constexpr int kTitleMargin = 8;
+constexpr int kLabelDrop = 2;  // of the upper label, from the plot's top
+constexpr int kLabelRim = 2;   // of the ground beside a label
 
 // Out of 255, towards the ground.
 constexpr int kAreaShare = 224;
@@ -63,7 +65,7 @@ bool C2DPushGraph::Create(HWND parent, int id, const std::string& title, const P
     m_ground = colours.ground;
     m_grid = colours.grid;
     m_text = colours.text;
-    m_frame = look.colours.frame1;
+    m_frame = look.colours.frame2;
     m_titleFont = look.fonts.Bold();
     m_labelFont = look.fonts.Text();
     m_samples.SetPixels(Scale(PushGraphSamples::kDefaultInterval), Scale(PushGraphSamples::kGridSpacing));
@@ -133,10 +135,18 @@ void C2DPushGraph::PaintGrid(HDC dc, const RECT& plot) const {
 }
 
 void C2DPushGraph::PaintAxisLabels(HDC dc, const RECT& plot) const {
-    const RECT place{plot.left + Scale(kTitleMargin), plot.top, plot.right, plot.bottom};
-    constexpr UINT kFormat = DT_SINGLELINE | DT_NOPREFIX;
-    DrawLabel(dc, m_labelFont, place, m_samples.GetRange().maximumLabel, m_text, kFormat);
-    DrawLabel(dc, m_labelFont, place, m_samples.GetRange().minimumLabel, m_text, kFormat | DT_BOTTOM);
+    const auto paint = [&](const std::string& label, bool isLow) {
+        // On the graph's ground, so that neither grid nor line crosses it; below the highest line of the grid.
+        const SIZE size = MeasureText(m_labelFont, label, 0);
+        const LONG left = plot.left + Scale(kTitleMargin);
+        const LONG top = isLow ? plot.bottom - size.cy : plot.top + Scale(kLabelDrop);
+        const RECT place{left, top, left + size.cx, top + size.cy};
+        FillSolid(dc, {place.left - Scale(kLabelRim), place.top, place.right + Scale(kLabelRim), place.bottom},
+                  m_ground);
+        DrawLabel(dc, m_labelFont, place, label, m_text, DT_SINGLELINE | DT_NOPREFIX);
+    };
+    paint(m_samples.GetRange().maximumLabel, false);
+    paint(m_samples.GetRange().minimumLabel, true);
 }
 
 std::vector<C2DPushGraph::Path> C2DPushGraph::MakePaths(const RECT& plot) const {

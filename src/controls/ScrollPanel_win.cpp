@@ -121,7 +121,11 @@ std::optional<LRESULT> CScrollPanel::OnMessage(UINT message, WPARAM wParam, LPAR
         case WM_ERASEBKGND:  // also asked for by controls, as their ground
             FillSolid(reinterpret_cast<HDC>(wParam), ClientRect(), m_look.colours.list);
             return TRUE;
-        case kControlFocused: ScrollToControl(reinterpret_cast<HWND>(lParam)); return 0;
+        case kControlFocused:
+            ScrollToControl(reinterpret_cast<HWND>(lParam));
+            // Who holds the panel may have to say something about the control.
+            ::PostMessageA(::GetParent(Window()), message, wParam, lParam);
+            return 0;
         default: return m_drawn.Answer(message, wParam, lParam);
     }
 }

@@ -87,7 +87,7 @@ void CToggle::OnPaint(HDC dc, const RECT& client) {
 
 void CToggle::PaintPlain(HDC dc, const RECT& place, Touch touch) const {
     const COLORREF ground = touch == Touch::Pressed || !IsEnabled() ? m_colours.page : m_colours.list;
-    const COLORREF frame = touch == Touch::Rest ? m_colours.frame1 : m_colours.accent;
+    const COLORREF frame = touch == Touch::Rest ? m_colours.fieldFrame : m_colours.accent;
     const COLORREF mark = IsEnabled() ? m_colours.text : m_colours.quietText;
     const RECT inner = Inset(place, WidthOf(place) / 4);
     if (!m_isRound) {

@@ -45,7 +45,7 @@ void DetailsDialog::OnCreateContent() {
     ::SetDlgItemTextA(Window(), IDOK, m_language.GetText(1043, "Close").c_str());
     ::SetDlgItemTextA(Window(), IDC_DETAILS_COPY, m_language.GetText(1070, "&Copy").c_str());
     ::SetDlgItemTextA(Window(), IDC_DETAILS_ADDRESS, m_language.GetText(1722, "&Address...").c_str());
-    m_close.Adopt(Item(IDOK), kButtonDialog, GetLook());
+    m_close.Adopt(Item(IDOK), kPrimaryButton, GetLook());
     m_copy.Adopt(Item(IDC_DETAILS_COPY), kButtonDialog, GetLook());
     m_address.Adopt(Item(IDC_DETAILS_ADDRESS), kButtonDialog, GetLook());
     m_panel.emplace(GetLook());

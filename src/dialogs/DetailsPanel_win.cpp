@@ -74,13 +74,12 @@ void DetailsPanel::AddRow(bool isHeading) {
 
 bool DetailsPanel::ShowLine(Row& row, const DetailsLine& line) {
     const Look& look = GetLook();
-    const bool isPill = StandsOnPill(line.tone) && IsDark(look.colours.list) && !line.value.empty();
-    bool isChanged = row.label.Text() != line.label || row.isPill != isPill;
+    const std::optional<COLORREF> pill = line.value.empty() ? std::nullopt : PillColour(look.skin, line.tone);
+    bool isChanged = row.label.Text() != line.label || row.isPill != pill.has_value();
     row.label.SetText(line.label);
     isChanged = row.value.Show(line.value) || isChanged;
-    row.isPill = isPill;
-    row.value.SetColours(ToneColour(look.skin, line.tone),
-                         isPill ? std::optional<COLORREF>(PillColour(look.skin)) : std::nullopt);
+    row.isPill = pill.has_value();
+    row.value.SetColours(ToneColour(look.skin, line.tone), pill);
     return isChanged;
 }
 

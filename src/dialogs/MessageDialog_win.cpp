@@ -61,7 +61,8 @@ void MessageDialog::OnCreateContent() {
     ::SetDlgItemTextA(Window(), IDOK, m_texts.ok.c_str());
     if (IsQuestion()) ::SetDlgItemTextA(Window(), IDCANCEL, m_texts.cancel.c_str());
     m_message.Adopt(Item(IDC_MESSAGE), LabelKind::Plain, GetLook());
-    m_ok.Adopt(Item(IDOK), kButtonDialog, GetLook());
+    const ButtonRank rank = m_texts.isCancelDefault ? ButtonRank::Destructive : ButtonRank::Primary;
+    m_ok.Adopt(Item(IDOK), Ranked(kButtonDialog, rank), GetLook());
     if (IsQuestion()) m_cancel.Adopt(Item(IDCANCEL), kButtonDialog, GetLook());
     if (m_texts.isCancelDefault) {
         SetFirstFocus(IDCANCEL);

@@ -34,7 +34,9 @@ void ListActions::Create(HWND window, const Look& look, const Language& language
     });
     const ButtonKind& kind = fit ? kButton : kButtonMedium;
     for (ActionButton& button : m_buttons) {
-        button.control.Create(window, kind, language.GetText(button.action->caption), button.action->id, look);
+        const ButtonRank rank = button.action->destroys ? ButtonRank::Destructive : ButtonRank::Plain;
+        button.control.Create(window, Ranked(kind, rank), language.GetText(button.action->caption),
+                              button.action->id, look);
     }
 }
 

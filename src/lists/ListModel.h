@@ -98,6 +98,7 @@ struct ListAction {
     ListKey key = ListKey::None;
     // Nothing that the model does: the page shows ListModel::Details of the row.
     bool showsDetails = false;
+    bool destroys = false;
 };
 // Whether it can only be done with a row.
 [[nodiscard]] constexpr bool NeedsRow(const ListAction& action) {

@@ -64,7 +64,7 @@ void MailDialog::AdoptControls() {
     ::SetDlgItemTextA(Window(), IDC_MAIL_SEND, language.GetText(1798, "&Send").c_str());
     ::SetDlgItemTextA(Window(), IDC_MAIL_STOP, language.GetText(1403, "Stop").c_str());
     ::SetDlgItemTextA(Window(), IDCANCEL, language.GetText(1043, "Close").c_str());
-    m_send.Adopt(Item(IDC_MAIL_SEND), kButtonDialog, GetLook());
+    m_send.Adopt(Item(IDC_MAIL_SEND), kPrimaryButton, GetLook());
     m_stop.Adopt(Item(IDC_MAIL_STOP), kButtonDialog, GetLook());
     m_close.Adopt(Item(IDCANCEL), kButtonDialog, GetLook());
     m_subject.field.SetText(m_wish.subject);

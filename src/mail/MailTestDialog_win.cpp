@@ -46,7 +46,7 @@ void MailTestDialog::OnCreateContent() {
     m_again.Adopt(Item(IDC_MAIL_TEST_AGAIN), kButtonMedium, GetLook());
     m_stop.Adopt(Item(IDC_MAIL_TEST_STOP), kButtonDialog, GetLook());
     m_copy.Adopt(Item(IDC_MAIL_TEST_COPY), kButtonDialog, GetLook());
-    m_close.Adopt(Item(IDCANCEL), kButtonDialog, GetLook());
+    m_close.Adopt(Item(IDCANCEL), kPrimaryButton, GetLook());
     if (!m_lines.Create(Window(), IDC_MAIL_TEST_LINES, GetLook())) {
         End(IDCANCEL);
         return;

@@ -1,14 +1,13 @@
 #include "prompts/QuestionCard_win.h"
 
 #include <algorithm>
-#include <initializer_list>
 #include <utility>
 
+#include "ui/ActionMark_win.h"
 #include "ui/ChildControls_win.h"
 #include "ui/Fonts_win.h"
 #include "ui/Look_win.h"
 #include "ui/Paint_win.h"
-#include "ui/SmoothDc_win.h"
 
 namespace brennvar {
 namespace {
@@ -20,61 +19,19 @@ constexpr int kLineHeight = 20;
 constexpr int kAskGap = 12;  // below the table
 constexpr int kLabelGap = 16;
 constexpr int kAdviceGap = 16;  // between the question and the advice
-// The advice: a light pill with a dot, a shape and a word. Its colours are the same in every skin.
-constexpr COLORREF kAllowColour = RGB(46, 158, 91);
-constexpr COLORREF kDenyColour = RGB(165, 14, 44);
-constexpr COLORREF kNoAdviceColour = RGB(86, 101, 115);
+// The advice stands on a light tint of its mark's colour, the same in every skin.
 constexpr COLORREF kPillText = RGB(27, 39, 51);
 constexpr int kPillTint = 36;  // of 255, from white
-constexpr int kPillHeight = 20;
-constexpr int kDotSize = 14;
-constexpr int kDotInset = 3;
-constexpr int kPillGap = 6;
 
 constexpr UINT kLineFormat = DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX | DT_END_ELLIPSIS;
 
-COLORREF ColourOf(PromptAdvice kind) {
+ActionMark MarkOf(PromptAdvice kind) {
     switch (kind) {
-        case PromptAdvice::Allow: return kAllowColour;
-        case PromptAdvice::Deny: return kDenyColour;
+        case PromptAdvice::Allow: return ActionMark::Allow;
+        case PromptAdvice::Deny: return ActionMark::Deny;
         case PromptAdvice::None: break;
     }
-    return kNoAdviceColour;
-}
-
-// A tick, a cross, or a line, in a square whose corner and side are in the units of the drawing.
-void DrawMark(const CSmoothDc& smooth, PromptAdvice kind, int corner, int side) {
-    // In a square of 14 units.
-    const auto line = [&](std::initializer_list<POINT> points) {
-        std::vector<POINT> scaled;
-        for (const POINT& point : points) {
-            scaled.push_back(
-                {corner + ::MulDiv(point.x, side, kDotSize), corner + ::MulDiv(point.y, side, kDotSize)});
-        }
-        smooth.DrawLines(scaled.data(), static_cast<int>(scaled.size()), side / 8, RGB(255, 255, 255));
-    };
-    switch (kind) {
-        case PromptAdvice::Allow: line({{4, 7}, {6, 10}, {10, 4}}); break;
-        case PromptAdvice::Deny:
-            line({{4, 4}, {10, 10}});
-            line({{10, 4}, {4, 10}});
-            break;
-        case PromptAdvice::None: line({{4, 7}, {10, 7}}); break;
-    }
-}
-
-// The pill with the dot at its left end.
-void DrawPill(HDC dc, const RECT& place, PromptAdvice kind) {
-    const COLORREF colour = ColourOf(kind);
-    const CSmoothDc smooth(dc, place);
-    if (!smooth.Dc()) return;
-    constexpr int kUnit = CSmoothDc::kFactor;
-    const int corner = Scale(kDotInset) * kUnit;
-    const int side = Scale(kDotSize) * kUnit;
-    smooth.FillPill({0, 0, WidthOf(place) * kUnit, HeightOf(place) * kUnit},
-                    MixColours(RGB(255, 255, 255), colour, kPillTint));
-    smooth.FillDisc({corner, corner, corner + side, corner + side}, colour);
-    DrawMark(smooth, kind, corner, side);
+    return ActionMark::None;
 }
 
 }  // namespace
@@ -94,12 +51,12 @@ int QuestionCard::TableHeight() const {
 }
 
 int QuestionCard::PillWidth() const {
-    return Scale(kDotInset) + Scale(kDotSize) + MeasureText(m_bold, m_content.advice->word, 0).cx +
-           3 * Scale(kPillGap);
+    return Scale(kMarkInset) + Scale(kMarkSize) + MeasureText(m_bold, m_content.advice->word, 0).cx +
+           3 * Scale(kMarkGap);
 }
 
 int QuestionCard::AdviceWidth() const {
-    return MeasureText(m_font, m_content.advice->label, 0).cx + Scale(kPillGap) + PillWidth();
+    return MeasureText(m_font, m_content.advice->label, 0).cx + Scale(kMarkGap) + PillWidth();
 }
 
 bool QuestionCard::IsOneLine(int width) const {
@@ -159,8 +116,12 @@ void QuestionCard::PaintAdvice(HDC dc, const RECT& line) const {
 }
 
 void QuestionCard::PaintPill(HDC dc, const RECT& pill) const {
-    DrawPill(dc, pill, m_content.advice->kind);
-    const LONG textLeft = pill.left + Scale(kDotInset) + Scale(kDotSize) + Scale(kPillGap);
+    const ActionMark mark = MarkOf(m_content.advice->kind);
+    DrawPill(dc, pill, MixColours(RGB(255, 255, 255), ActionColour(mark), kPillTint));
+    const int side = Scale(kMarkSize);
+    const LONG markLeft = pill.left + Scale(kMarkInset);
+    DrawActionMark(dc, Centred({markLeft, pill.top, markLeft + side, pill.bottom}, {side, side}), mark);
+    const LONG textLeft = markLeft + side + Scale(kMarkGap);
     DrawLabel(dc, m_bold, {textLeft, pill.top, pill.right, pill.bottom}, m_content.advice->word, kPillText,
               kLineFormat);
 }

@@ -86,8 +86,8 @@ void QuestionDialog::AdoptControls() {
     ::EnableWindow(m_tickBox.Window(), m_content.whyNoTick.empty());
     m_whyNoTick.Adopt(Item(IDC_WHY_NOT_REMEMBERED), LabelKind::Quiet, GetLook());
     ::ShowWindow(m_whyNoTick.Window(), m_content.whyNoTick.empty() ? SW_HIDE : SW_SHOWNA);
-    m_allow.Adopt(Item(IDC_ALLOW), kButtonDialog, GetLook());
-    m_deny.Adopt(Item(IDC_DENY), kButtonDialog, GetLook());
+    m_allow.Adopt(Item(IDC_ALLOW), kPrimaryButton, GetLook());
+    m_deny.Adopt(Item(IDC_DENY), kPrimaryButton, GetLook());
 }
 
 int QuestionDialog::PlaceHeading(bool measuresOnly) {

@@ -67,7 +67,7 @@ void PasswordDialog::AdoptControls() {
         row.edit.Adopt(Item(field.edit), GetLook());
         ::SendMessageA(row.edit.Window(), EM_LIMITTEXT, Password::kMaxLength, 0);
     }
-    m_ok.Adopt(Item(IDOK), kButtonDialog, GetLook());
+    m_ok.Adopt(Item(IDOK), kPrimaryButton, GetLook());
     m_cancel.Adopt(Item(IDCANCEL), kButtonDialog, GetLook());
 }
 

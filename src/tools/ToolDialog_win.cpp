@@ -149,7 +149,7 @@ void ToolDialog::AdoptControls() {
     ::SendMessageA(Item(IDC_TOOL_ADDRESS), EM_LIMITTEXT, kLongestAddress, 0);
     m_addressLabel.Adopt(Item(IDC_TOOL_ADDRESS_LABEL), LabelKind::Plain, GetLook());
     m_address.Adopt(Item(IDC_TOOL_ADDRESS), GetLook());
-    m_start.Adopt(Item(IDC_TOOL_START), kButtonDialog, GetLook());
+    m_start.Adopt(Item(IDC_TOOL_START), kPrimaryButton, GetLook());
     m_stop.Adopt(Item(IDC_TOOL_STOP), kButtonDialog, GetLook());
     m_copy.Adopt(Item(IDC_TOOL_COPY), kButtonDialog, GetLook());
     m_save.Adopt(Item(IDC_TOOL_SAVE), kButtonMedium, GetLook());

@@ -50,8 +50,8 @@ void TreeCanvas::Paint(HDC dc, const RECT& invalid) {
     const RECT inside = Inset(client, TreePlaces::kFrame);
     if (invalid.left < inside.left || invalid.top < inside.top || invalid.right > inside.right ||
         invalid.bottom > inside.bottom) {
-        DrawFrame(dc, client, colours.frame1);
-        DrawFrame(dc, Inset(client, 1), colours.frame2);
+        DrawFrame(dc, client, colours.frame2);
+        DrawFrame(dc, Inset(client, 1), colours.list);
     }
     if (IsSeen(dc, m_places.Header())) PaintHeader(dc, invalid);
     if (IsSeen(dc, m_places.Rows())) PaintRows(dc, invalid);

@@ -1,9 +1,10 @@
 #include "tree/TreePainter_win.h"
 
 #include <algorithm>
-#include <cmath>
 #include <limits>
 
+#include "config/Contrast.h"
+#include "ui/ActionMark_win.h"
 #include "ui/Paint_win.h"
 
 namespace brennvar {
@@ -18,23 +19,18 @@ constexpr int kIndent = 16;  // of one level, and the room of an expand mark
 constexpr int kPicture = 16;
 constexpr int kGap = 6;
 constexpr int kGlyph = 8;
-constexpr int kMark = 3;  // wide
+constexpr int kMark = 3;        // wide
+constexpr int kPillWidth = 88;  // so that those of a column are alike
 
 constexpr int kCheckFrames = 6;      // rest, hot, pressed, and the same checked
 constexpr int kUnfocusedShare = 96;  // of the list's ground in a selection without the focus, of 255
-constexpr double kLeastContrast = 4.5;
 
-// As WCAG 2.1 defines them.
-double Luminance(COLORREF colour) {
-    const auto part = [](int value) {
-        const double share = value / 255.0;
-        return share <= 0.03928 ? share / 12.92 : std::pow((share + 0.055) / 1.055, 2.4);
-    };
-    return 0.2126 * part(GetRValue(colour)) + 0.7152 * part(GetGValue(colour)) + 0.0722 * part(GetBValue(colour));
-}
-double Contrast(COLORREF first, COLORREF second) {
-    const auto [darker, lighter] = std::minmax({Luminance(first), Luminance(second)});
-    return (lighter + 0.05) / (darker + 0.05);
+ActionMark MarkOf(Tone tone) {
+    switch (tone) {
+        case Tone::Allow: return ActionMark::Allow;
+        case Tone::Deny: return ActionMark::Deny;
+        default: return ActionMark::Ask;
+    }
 }
 
 RECT Take(RECT& rest, int width, int gap) {
@@ -65,11 +61,11 @@ TreePainter::TreePainter(const Look& look, bool hasFixedLetters)
       m_lineRight(look.skin.GetSkinColor("GRADIENT_RIGHT", 255, 181, 106)),
       m_header(MixColours(look.colours.list, look.colours.page, 200)),
       m_isDark(IsDark(look.colours.list)),
-      m_pill(PillColour(look.skin)),
       m_check(CSkinImage::Load(look.skin.GetSkinImagePath("CHECK_BUTTON_LIST", "check_button_list.png"))) {
     m_text.SetFont(hasFixedLetters ? look.fonts.Fixed() : look.fonts.Text());
     for (std::size_t tone = 0; tone < m_tones.size(); ++tone) {
         m_tones[tone] = ToneColour(look.skin, static_cast<Tone>(tone));
+        m_pills[tone] = PillColour(look.skin, static_cast<Tone>(tone));
     }
 }
 
@@ -94,8 +90,9 @@ CellPlaces TreePainter::PlaceParts(const TreeCell& cell, const TreeRow& row, con
     if (cell.checked) places.check = Take(rest, Scale(kPicture), Scale(kGap));
     if (cell.icon || cell.image) places.picture = Take(rest, Scale(kPicture), Scale(kGap));
     if (cell.glyph != CellGlyph::None) places.glyph = Take(rest, Scale(kGlyph), Scale(kGap));
+    if (IsAction(cell.tone) && !cell.text.empty()) places.mark = Take(rest, Scale(kMarkSize), Scale(kMarkGap));
     // Parts that do not fit are not there.
-    for (RECT* part : {&places.expander, &places.check, &places.picture, &places.glyph}) {
+    for (RECT* part : {&places.expander, &places.check, &places.picture, &places.glyph, &places.mark}) {
         if (part->right > place.right) *part = {};
     }
     rest.right = std::max(rest.right, rest.left);
@@ -133,9 +130,7 @@ void TreePainter::PaintCell(HDC dc, const TreeCell& cell, const TreeRow& row, co
             cell.image->DrawFrame(dc, picture, cell.imageFrame, cell.imageFrameCount);
         }
     }
-    if (StandsOnPill(cell.tone) && m_isDark && !cell.text.empty()) {
-        PaintPill(dc, places.text, m_text.Width(dc, cell.text, WidthOf(places.text)));
-    }
+    if (!::IsRectEmpty(&places.mark)) PaintAction(dc, cell, places);
     const COLORREF colour = ColourOf(cell);
     if (!::IsRectEmpty(&places.glyph)) PaintGlyph(dc, places.glyph, cell.glyph, colour);
     ::SetTextColor(dc, colour);
@@ -174,7 +169,7 @@ COLORREF TreePainter::ColourOf(const TreeCell& cell) {
 COLORREF TreePainter::Readable(COLORREF colour) {
     if (!m_isDark || colour == m_wanted) return m_isDark ? m_readable : colour;
     m_wanted = m_readable = colour;
-    for (int share = 32; Contrast(m_readable, m_colours.list) < kLeastContrast && share < 256; share += 32) {
+    for (int share = 32; Contrast(m_readable, m_colours.list) < kTextContrast && share < 256; share += 32) {
         m_readable = MixColours(colour, m_colours.text, share);
     }
     return m_readable;
@@ -190,14 +185,17 @@ void TreePainter::PaintCheck(HDC dc, const RECT& place, bool isChecked, Touch to
     if (isChecked) FillSolid(dc, Inset(place, Scale(4)), m_colours.text);
 }
 
-void TreePainter::PaintPill(HDC dc, const RECT& place, int textWidth) const {
-    RECT pill{place.left - Scale(kGap), place.top + Scale(3),
-              std::min<LONG>(place.right, place.left + textWidth) + Scale(kGap), place.bottom - Scale(3)};
-    const CSelect brush(dc, ::GetStockObject(DC_BRUSH));
-    const CSelect pen(dc, ::GetStockObject(DC_PEN));
-    ::SetDCBrushColor(dc, m_pill);
-    ::SetDCPenColor(dc, m_pill);
-    ::RoundRect(dc, pill.left, pill.top, pill.right, pill.bottom, Scale(8), Scale(8));
+void TreePainter::PaintAction(HDC dc, const TreeCell& cell, const CellPlaces& places) {
+    if (const std::optional<COLORREF> ground = m_pills.at(static_cast<std::size_t>(cell.tone))) {
+        const LONG left = places.mark.left - Scale(kMarkInset);
+        const LONG middle = (places.text.top + places.text.bottom) / 2;
+        const LONG top = middle - Scale(kPillHeight) / 2;
+        const int word = m_text.Width(dc, cell.text, WidthOf(places.text));
+        const LONG right = std::max<LONG>(left + Scale(kPillWidth), places.text.left + word + Scale(kMarkGap));
+        DrawPill(dc, {left, top, std::min(right, places.text.right + Scale(kMarkGap)), top + Scale(kPillHeight)},
+                 *ground);
+    }
+    DrawActionMark(dc, places.mark, MarkOf(cell.tone));
 }
 
 void TreePainter::PaintFocus(HDC dc, const RECT& row) const {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <array>
+#include <optional>
 #include <string>
 
 #include "tree/CellText_win.h"
@@ -18,6 +19,7 @@ struct CellPlaces {
     RECT check{};
     RECT picture{};
     RECT glyph{};
+    RECT mark{};  // of an action
     RECT text{};
 };
 
@@ -58,7 +60,7 @@ private:
     void PaintCheck(HDC dc, const RECT& place, bool isChecked, Touch touch) const;
     [[nodiscard]] COLORREF Readable(COLORREF colour);
     [[nodiscard]] COLORREF ColourOf(const TreeCell& cell);
-    void PaintPill(HDC dc, const RECT& place, int textWidth) const;
+    void PaintAction(HDC dc, const TreeCell& cell, const CellPlaces& places);
 
     Palette m_colours;
     COLORREF m_lineLeft;  // of the line below the header
@@ -66,7 +68,7 @@ private:
     COLORREF m_header;
     bool m_isDark;
     std::array<COLORREF, kToneCount> m_tones{};
-    COLORREF m_pill;
+    std::array<std::optional<COLORREF>, kToneCount> m_pills{};  // the ground that a tone needs
     COLORREF m_wanted = CLR_INVALID;  // the last colour that was made readable, and what became of it
     COLORREF m_readable = CLR_INVALID;
     CellText m_text;

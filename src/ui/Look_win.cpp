@@ -20,6 +20,9 @@ Palette::Palette(const Skin& skin)
       listAlternate(skin.GetSkinColor("COLOR_LIST_ALTERNATE", 249, 250, 252)),
       selection(skin.GetSkinColor("COLOR_SELECTION", 255, 236, 204)),
       warning(skin.GetSkinColor("COLOR_WARNING", 154, 84, 0)),
+      button(skin.GetSkinColor("COLOR_BUTTON", 238, 241, 245)),
+      danger(skin.GetSkinColor("COLOR_DANGER", 165, 14, 44)),
+      fieldFrame(skin.GetSkinColor("COLOR_FIELD_FRAME", 130, 141, 152)),
       captionText(skin.GetSkinColor("COLOR_CAPTION_TEXT", 27, 39, 51)),
       statusText(skin.GetSkinColor("COLOR_STATUS_TEXT", 86, 101, 115)) {}
 

@@ -25,6 +25,9 @@ struct Palette {
     COLORREF listAlternate;  // COLOR_LIST_ALTERNATE: every other row
     COLORREF selection;      // COLOR_SELECTION: the ground of a selected row
     COLORREF warning;        // COLOR_WARNING: what is wrong with a field, beside it
+    COLORREF button;         // COLOR_BUTTON: the ground of buttons that are not the first choice
+    COLORREF danger;         // COLOR_DANGER: the word on a button that destroys
+    COLORREF fieldFrame;     // COLOR_FIELD_FRAME: around fields and boxes to tick, 3:1 against both grounds
     COLORREF captionText;    // COLOR_CAPTION_TEXT: on the band at the top of a window
     COLORREF statusText;     // COLOR_STATUS_TEXT: on the band at the bottom of the control center
 };

@@ -23,7 +23,7 @@ constexpr std::array<ListAction, 9> kActions = {
      {IDC_APPLICATIONS_DENY, Text{408, "Deny"}, ActionPlace::ButtonAndMenu},
      {IDC_APPLICATIONS_ASK, Text{409, "Ask"}, ActionPlace::ButtonAndMenu},
      {IDC_APPLICATIONS_REMOVE, Text{406, "Remove"}, ActionPlace::ButtonAndMenu, ActionRows::Selected,
-      ListKey::Delete},
+      ListKey::Delete, false, true},
      {IDC_APPLICATIONS_UNDO, Text{1830, "Undo"}, ActionPlace::ButtonAndMenu, ActionRows::None},
      {IDC_APPLICATIONS_EXPORT, Text{609, "Export Rules..."}, ActionPlace::ButtonAndMenu, ActionRows::None},
      {IDC_APPLICATIONS_IMPORT, Text{608, "Import Rules..."}, ActionPlace::ButtonAndMenu, ActionRows::None},

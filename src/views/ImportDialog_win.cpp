@@ -34,7 +34,7 @@ void ImportDialog::OnCreateContent() {
     ::SetDlgItemTextA(Window(), IDCANCEL, m_language.GetText(1001, "Cancel").c_str());
     m_counts.Adopt(Item(IDC_IMPORT_COUNTS), LabelKind::Bold, GetLook());
     m_remarks.Adopt(Item(IDC_IMPORT_REMARKS), LabelKind::Plain, GetLook());
-    m_import.Adopt(Item(IDOK), kButtonDialog, GetLook());
+    m_import.Adopt(Item(IDOK), kPrimaryButton, GetLook());
     m_cancel.Adopt(Item(IDCANCEL), kButtonDialog, GetLook());
     if (!CreateList()) {
         End(IDCANCEL);

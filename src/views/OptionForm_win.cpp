@@ -111,7 +111,9 @@ void OptionForm::CreateRow(Row& row) {
             const auto fits = [&](const ButtonKind& kind) { return FitsButton(kind, GetLook(), caption); };
             const bool isNarrow = info.kind == RowKind::Action && fits(kButtonDialog);
             const ButtonKind& roomy = fits(kButtonMedium) ? kButtonMedium : kButtonLarge;
-            row.button.Create(Window(), isNarrow ? kButtonDialog : roomy, caption, info.control, GetLook());
+            const ButtonRank rank = info.destroys ? ButtonRank::Destructive : ButtonRank::Plain;
+            row.button.Create(Window(), Ranked(isNarrow ? kButtonDialog : roomy, rank), caption, info.control,
+                              GetLook());
             break;
         }
     }

@@ -1,6 +1,7 @@
 #include "views/OptionSections.h"
 
 #include <algorithm>
+#include <initializer_list>
 #include <utility>
 
 #include "commands/CommandTable.h"
@@ -50,12 +51,24 @@ public:
         m_info.rows.back().isBeside = true;
         return *this;
     }
+    // What the button that was added last does cannot be undone.
+    Section& Destroys() {
+        m_info.rows.back().destroys = true;
+        return *this;
+    }
     Section& List(int control, int column = 0) { return Add({RowKind::List, control, {}, column}); }
     Section& Field(OptionKind kind, int control, const Text& text) {
         return Add({RowKind::Field, control, text, 0, kind});
     }
     Section& Option(const OptionInfo& option) {
         return Add({RowKind::Field, ControlOf(option.id), option.caption, option.column, option.kind});
+    }
+    Section& These(std::initializer_list<std::uint32_t> ids, int column = 0) {
+        for (const std::uint32_t id : ids) {
+            Option(*FindOption(id));
+            m_info.rows.back().column = column;
+        }
+        return *this;
     }
     // What the table has for this column and is not here yet.
     Section& Options(int column = 0) {
@@ -84,16 +97,23 @@ std::vector<SectionInfo> MakeSections() {
     using Kind = SectionInfo::Kind;
     Section filtering(Kind::BrowserFiltering, Text{1202, "Browser filtering"}, OptionGroup::BrowserFiltering);
     for (const FilterFlag& flag : kFilterFlags) filtering.Field(OptionKind::Flag, flag.control, flag.caption);
-    return {Section(OptionGroup::General).Options().Button(IDM_RESET, Text{610, "Reset"}).Made(),
+    return {Section(OptionGroup::General).Options().Button(IDM_RESET, Text{610, "Reset"}).Destroys().Made(),
             Section(OptionGroup::Enhancements, kFlagColumn)
-                .Options()
-                .Options(1)
-                .Button(IDM_RESET_FINGERPRINTS, Text{392, "Reset fingerprints"}, 1)
+                .Heading(Text{2250, "Attack detection"})
+                .These({8, 20, 21, 17, 18})
+                .Heading(Text{2251, "Identity and spoofing"})
+                .These({12, 13, 14, 15, 16})
+                .Button(IDM_RESET_FINGERPRINTS, Text{392, "Reset fingerprints"})
+                .Heading(Text{2252, "Allowed and blocked traffic"}, 1)
+                .These({22, 24, 25, 23, 9, 11, 19}, 1)
+                .Heading(Text{2253, "Processes"}, 1)
+                .These({26, 78}, 1)
                 .Made(),
             Section(OptionGroup::Logging)
                 .Heading(Text{1206, "Logs"})
                 .Options()
                 .Button(IDM_DELETE_LOGS, Text{1217, "Delete logs..."})
+                .Destroys()
                 .Heading(Text{1207, "E-mail notification"}, 1)
                 .Options(1)
                 .Button(IDM_TEST_MAIL, Text{401, "Test E-Mail"}, 1)
@@ -119,6 +139,7 @@ std::vector<SectionInfo> MakeSections() {
                 .List(IDC_SITES_LIST, 1)
                 .Action(IDC_SITES_ADD, Text{2070, "Add..."}, 1)
                 .Action(IDC_SITES_REMOVE, Text{406, "Remove"}, 1)
+                .Destroys()
                 .Beside()
                 .Made(),
             Section(Kind::Nothing, Text{2110, "Trusted programs"})
@@ -127,6 +148,7 @@ std::vector<SectionInfo> MakeSections() {
                 .List(IDC_TRUSTED_LIST)
                 .Action(IDC_TRUSTED_ADD, Text{2070, "Add..."})
                 .Button(IDM_RESET_TRUSTED, Text{580, "Reset Trusted"})
+                .Destroys()
                 .Beside()
                 .Made(),
             Section(Kind::Resources, Text{1203, "Skins and languages"})

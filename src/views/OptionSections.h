@@ -27,6 +27,7 @@ struct RowInfo {
     int column = 0;
     OptionKind field = OptionKind::Flag;  // how a field is shown, of an option or not
     bool isBeside = false;                // of a button: on the right of the one before
+    bool destroys = false;                // of a button: what it does cannot be undone
 };
 
 struct SectionInfo {

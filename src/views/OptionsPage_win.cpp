@@ -13,6 +13,7 @@
 #include "ui/ChildControls_win.h"
 #include "ui/Paint_win.h"
 #include "views/OptionFields.h"
+#include "views/OptionHelp.h"
 #include "views/SpamListAddDialog_win.h"
 
 namespace brennvar {
@@ -25,6 +26,9 @@ constexpr int kListWidth = 136;  // wider where the language needs it
 constexpr int kListPadding = 32;
 constexpr int kGap = 16;
 constexpr int kNoteGap = 12;
+constexpr int kButtonGap = 8;
+constexpr int kHelpHeight = 48;
+constexpr int kHelpPadding = 12;
 
 constexpr UINT_PTR kWatchTimer = 1;
 constexpr UINT kWatchPause = 1000;  // ms
@@ -67,8 +71,10 @@ void OptionsPage::OnCreateContent() {
     const Look& look = GetLook();
     m_list.Create(Window(), IDC_OPTIONS_SECTIONS, look);
     for (const SectionInfo& section : OptionSections()) m_list.Add(m_language.GetText(section.caption));
-    m_apply.Create(Window(), kButtonDialog, m_language.GetText(1116, "Apply"), IDC_OPTIONS_APPLY, look);
+    m_apply.Create(Window(), kPrimaryButton, m_language.GetText(1116, "Apply"), IDC_OPTIONS_APPLY, look);
+    m_discard.Create(Window(), kButtonDialog, m_language.GetText(1215, "Discard"), IDC_OPTIONS_DISCARD, look);
     m_note.Create(Texts(), "", LabelKind::Quiet, SS_LEFT | SS_CENTERIMAGE, IDC_OPTIONS_NOTE, look);
+    m_help.Create(Texts(), m_language.GetText(OptionHelp(0)), LabelKind::Quiet, SS_LEFT, IDC_OPTIONS_HELP, look);
     OpenSection(0);
 }
 
@@ -84,19 +90,39 @@ void OptionsPage::OnPlaceContent(const RECT& place) {
     form.left = list.right + Scale(kGap);
     const LONG applyTop = form.bottom - m_apply.Size().cy;
     form.bottom = applyTop - Scale(kGap);
+    // Below the options, with a line between them.
+    RECT help = form;
+    help.top = help.bottom - Scale(kHelpHeight);
+    form.bottom = help.top + 1;
+    m_help.Place({help.left + Scale(kHelpPadding), help.top + Scale(kHelpPadding) / 2,
+                  help.right - Scale(kHelpPadding), help.bottom - 1});
     m_list.Place(Inset(list, 1));
     m_apply.MoveTo(form.left, applyTop);
+    m_discard.MoveTo(form.left + m_apply.Size().cx + Scale(kButtonGap), applyTop);
     m_footer = {form.left, applyTop, form.right, place.bottom};
     PlaceNote();
     m_formPlace = Inset(form, 1);
-    SetCards({list, form});
+    SetCards({list, form, help});
     if (Form()) Form()->Place(m_formPlace);
 }
 
 void OptionsPage::PlaceNote() {
     RECT note = m_footer;
-    if (HasFields(Info())) note.left += m_apply.Size().cx + Scale(kNoteGap);
+    if (HasFields(Info())) note.left += m_apply.Size().cx + m_discard.Size().cx + Scale(kButtonGap + kNoteGap);
     m_note.Place(note);
+}
+
+std::optional<LRESULT> OptionsPage::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+    // Windows asks the parents of the window below the mouse first.
+    if (message == WM_SETCURSOR) ShowHelp(reinterpret_cast<HWND>(wParam));
+    if (message == kControlFocused) ShowHelp(reinterpret_cast<HWND>(lParam));
+    return CPage::OnMessage(message, wParam, lParam);
+}
+
+void OptionsPage::ShowHelp(HWND control) {
+    if (Form() && ::IsChild(Form()->Window(), control)) {
+        m_help.SetText(m_language.GetText(OptionHelp(::GetDlgCtrlID(control))));
+    }
 }
 
 void OptionsPage::ChooseSection() {
@@ -129,6 +155,7 @@ void OptionsPage::OpenSection(std::size_t index) {
     if (ServiceList* const list = ListOfSection()) list->ForgetNote();
     OptionForm* const last = Form();
     m_current = index;
+    m_help.SetText(m_language.GetText(OptionHelp(0)));
     m_list.Select(static_cast<int>(index));
     FillResourceLists();
     ShowOptions();
@@ -139,7 +166,9 @@ void OptionsPage::OpenSection(std::size_t index) {
         if (::IsChild(last->Window(), ::GetFocus())) ::SetFocus(m_list.Window());
         ::ShowWindow(last->Window(), SW_HIDE);
     }
-    ::ShowWindow(m_apply.Window(), HasFields(Info()) ? SW_SHOWNA : SW_HIDE);
+    for (const CButton* button : {&m_apply, &m_discard}) {
+        ::ShowWindow(button->Window(), HasFields(Info()) ? SW_SHOWNA : SW_HIDE);
+    }
     PlaceNote();
 }
 
@@ -181,6 +210,10 @@ void OptionsPage::ShowNote() {
     // Not while it applies: a button that is disabled loses the keyboard.
     const bool canApply = m_editor.CanApply(m_current);
     if (canApply != (::IsWindowEnabled(m_apply.Window()) != FALSE)) ::EnableWindow(m_apply.Window(), canApply);
+    const bool canDiscard = m_editor.IsUnapplied(m_current);
+    if (canDiscard == (::IsWindowEnabled(m_discard.Window()) != FALSE)) return;
+    if (!canDiscard && ::GetFocus() == m_discard.Window()) ::SetFocus(m_list.Window());
+    ::EnableWindow(m_discard.Window(), canDiscard);
 }
 
 // What the user does
@@ -194,6 +227,10 @@ void OptionsPage::OnCommand(int id, int notification) {
         // Later: the message is modal.
         if (Apply()) ::PostMessageA(Window(), WM_COMMAND, kFilteringApplied, 0);
         return;
+    }
+    if (id == IDC_OPTIONS_DISCARD && notification == BN_CLICKED) {
+        m_editor.Discard(m_current);
+        return ShowOptions();
     }
     if (id == kFilteringApplied) return ShowFilteringApplied();
     for (const RowInfo& row : Info().rows) {

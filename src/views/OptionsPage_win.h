@@ -41,6 +41,7 @@ private:
     void OnHide() override;
     void OnCommand(int id, int notification) override;
     void OnTimer(UINT_PTR id) override;
+    std::optional<LRESULT> OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
     void TakeEdits() override;
     void ShowOptions() override;
     void BeforeEntriesChange(const ServiceList& list) override;
@@ -55,6 +56,8 @@ private:
     void OpenSection(std::size_t index);
     void FillResourceLists();
     void PlaceNote();
+    // What the control below the mouse or with the keyboard does.
+    void ShowHelp(HWND control);
     void ShowNote();
     void OnRowCommand(const RowInfo& row, int notification);
     void WarnOfSpoofing();
@@ -81,7 +84,9 @@ private:
     const OptionForm::Lists m_lists;
     CListBox m_list;
     CButton m_apply;
+    CButton m_discard;  // what the user has changed and not applied
     CDrawnText m_note;
+    CDrawnText m_help;
     CBalloon m_balloon;
     RECT m_formPlace{};
     RECT m_footer{};                                   // below the form: the button, and what is said beside it

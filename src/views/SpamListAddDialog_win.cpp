@@ -35,7 +35,7 @@ void SpamListAddDialog::OnCreateContent() {
     m_label.Adopt(Item(IDC_SITE_LABEL), LabelKind::Plain, GetLook());
     m_name.Adopt(Item(IDC_SITE_NAME), GetLook());
     m_problem.Adopt(Item(IDC_SITE_PROBLEM), LabelKind::Quiet, GetLook());
-    m_ok.Adopt(Item(IDOK), kButtonDialog, GetLook());
+    m_ok.Adopt(Item(IDOK), kPrimaryButton, GetLook());
     m_cancel.Adopt(Item(IDCANCEL), kButtonDialog, GetLook());
     ::SendMessageA(m_name.Window(), EM_LIMITTEXT, kLongestTyped, 0);
     SetContentPixels({Scale(kWidth), PlaceControls(true)});

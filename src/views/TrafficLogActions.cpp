@@ -23,7 +23,8 @@ constexpr std::array<ListAction, 11> kActions = {
      kWhyAction,
      {TrafficLogModel::kExport, Text{1437, "E&xport..."}, ActionPlace::ButtonAndMenu, ActionRows::None},
      {TrafficLogModel::kMail, Text{1808, "&Mail..."}, ActionPlace::ButtonAndMenu, ActionRows::SelectedOrAll},
-     {TrafficLogModel::kDeleteLogs, Text{1217, "Delete logs..."}, ActionPlace::ButtonAndMenu, ActionRows::None}}};
+     {TrafficLogModel::kDeleteLogs, Text{1217, "Delete logs..."}, ActionPlace::ButtonAndMenu, ActionRows::None,
+      ListKey::None, false, true}}};
 
 }  // namespace
 

@@ -31,9 +31,19 @@ TEST(SkinTest, TonesHaveTheColoursOfTheSkinOrTheirOwn) {
                                                       {Tone::Ask, 0x4080FF}};
     for (const auto& [tone, colour] : colours) {
         EXPECT_EQ(ToneColour(skin, tone), colour) << static_cast<int>(tone);
-        EXPECT_EQ(StandsOnPill(tone), tone >= Tone::Allow) << static_cast<int>(tone);
+        EXPECT_EQ(IsAction(tone), tone >= Tone::Allow) << static_cast<int>(tone);
     }
-    EXPECT_EQ(PillColour(skin), 0x02E8E2U);
+    // A pill only for what does not read on the list: on a dark one the skin's light pill, and a dark one for a
+    // colour that is too bright for it.
+    const Skin dark =
+        SkinOf({{"Color/COLOR_LIST_R", "38"}, {"Color/COLOR_LIST_G", "43"}, {"Color/COLOR_LIST_B", "51"}});
+    const std::optional<std::uint32_t> kNone;
+    EXPECT_EQ(PillColour(skin, Tone::Deny), kNone);
+    EXPECT_EQ(PillColour(skin, Tone::Ask), 0x33271BU);
+    EXPECT_EQ(PillColour(dark, Tone::Allow), 0xF0E8E2U);
+    EXPECT_EQ(PillColour(dark, Tone::Deny), 0xF0E8E2U);
+    EXPECT_EQ(PillColour(dark, Tone::Ask), kNone);
+    EXPECT_EQ(PillColour(dark, Tone::Muted), kNone);
 }
 
 TEST(SkinTest, FindsPicturesInItsFolderOnly) {
