@@ -4,6 +4,7 @@ CACHE=${BRENNVAR_CACHE:-${XDG_CACHE_HOME:-$HOME/.cache}/brennvar}
 export DEPS_PREFIX=$CACHE/deps
 PREFIX_TEMPLATE=$CACHE/prefix
 export WINEDEBUG=${WINEDEBUG:--all}
+export FONTCONFIG_FILE=$PWD/scripts/fonts.conf
 export WINEDLLOVERRIDES="mscoree,mshtml="       # no pop-ups that offer optional parts of Wine
 
 say()  { printf '== %s\n' "$*"; }

@@ -150,7 +150,8 @@ build_library() {
 
 # A fresh Wine prefix takes some ten seconds to make and under two to copy: one template serves every run.
 make_prefix_template() {
-    local stamp=$PREFIX_TEMPLATE/.brennvar-ready
+    # Wine keeps in a prefix which fonts it has found.
+    local stamp; stamp=$PREFIX_TEMPLATE/.brennvar-ready-$(cat scripts/desktop.reg scripts/fonts.conf | cksum | cut -d' ' -f1)
     [ -e "$stamp" ] && return
     say "making the template Wine prefix"
     rm -rf "$PREFIX_TEMPLATE"
