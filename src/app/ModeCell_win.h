@@ -1,9 +1,10 @@
-// The protection mode in the status line: a dot whose form and colour tell the mode, and words. It stands on the
-// dark end of the line below the column.
+// The protection mode in the status line: the tray icon's shield, whose form tells the mode, and words. It stands
+// on the dark end of the line below the column.
 #pragma once
 
 #include <string>
 
+#include "base/Handles_win.h"
 #include "commands/ProtectionMode.h"
 #include "controls/DrawnText_win.h"
 
@@ -17,8 +18,8 @@ public:
 
 private:
     void Paint(HDC dc) const override;
-    void PaintDot(HDC dc, const RECT& place) const;
 
+    UniqueIcon m_icon;  // of the mode
     ProtectionMode m_mode = ProtectionMode::Normal;
 };
 

@@ -46,6 +46,8 @@
 #define IDC_QUESTION_LINK 1421  // beside the heading; answers nothing
 #define IDC_WHY_NOT_REMEMBERED 907
 #define IDC_TARGET_PATH 908
+#define IDC_EFFECT_UNTICKED 909
+#define IDC_EFFECT_TICKED 919
 
 // About box
 #define IDC_PRODUCT_NAME 951

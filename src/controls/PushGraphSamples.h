@@ -50,6 +50,8 @@ public:
     [[nodiscard]] const std::vector<Line>& Lines() const { return m_lines; }
     [[nodiscard]] int Interval() const { return m_interval; }
     [[nodiscard]] int GridSpacing() const { return m_gridSpacing; }
+    // The largest sample that a line still has; 0 without one.
+    [[nodiscard]] std::int32_t PeakOf(int lineId) const;
     // Of the first grid line, from 0 to below the spacing.
     [[nodiscard]] int GridOffset() const { return m_gridOffset; }
     // So far above the bottom of the plot. More than the plot's height for a sample of a larger range.

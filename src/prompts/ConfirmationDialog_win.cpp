@@ -35,6 +35,8 @@ QuestionDialog::Content ConfirmationDialog::ContentOf(const PromptQuestion& ques
             .message = question.body,
             .tickText = question.rememberText,
             .whyNoTick = question.whyNotRemembered,
+            .unticked = question.onceText,
+            .ticked = question.alwaysText,
             .allowText = question.allowButton,
             .denyText = question.denyButton,
             .linkText = question.addressLink};

@@ -46,6 +46,9 @@ struct PromptQuestion {
     std::string denyButton;
     std::string addressLink;   // opens the tools for the address; empty: there is none
     std::string rememberText;  // three lines
+    // What Yes and No do, without the tick and with it.
+    std::string onceText;
+    std::string alwaysText;
     // Why the answer cannot be remembered; empty: it can.
     std::string whyNotRemembered;
 

@@ -79,6 +79,9 @@ void FillWords(PromptQuestion& question, const Language& language) {
     question.allowButton = language.GetText(445, "Yes");
     question.denyButton = language.GetText(446, "No");
     if (question.address != 0) question.addressLink = language.GetText(1722, "&Address...");
+    question.onceText = language.GetText(2260, "Yes allows and No blocks this connection only.");
+    question.alwaysText = language.GetText(
+        2261, "Yes always allows, No always blocks this program. Change it on the page Applications.");
     question.rememberText = language.GetText(447, "Remember my answer") + "\n" +
                             language.GetText(448, "and do not ask me next time") + "\n" +
                             language.GetText(449, "for this application.");

@@ -23,8 +23,9 @@ constexpr int kFactHeight = 24;  // what decides is larger
 constexpr int kHeadingGap = 12;
 constexpr int kTickGap = 8;      // above the box
 constexpr int kTickIndent = 24;  // where the text beside the box begins
+constexpr int kEffectGap = 4;    // above what the answers do
 constexpr int kButtonsGap = 16;  // above the buttons
-constexpr int kButtonGap = 8;    // between them
+constexpr int kButtonGap = 16;   // between them
 constexpr int kLinkGap = 12;     // left of the link
 
 }  // namespace
@@ -86,6 +87,12 @@ void QuestionDialog::AdoptControls() {
     ::EnableWindow(m_tickBox.Window(), m_content.whyNoTick.empty());
     m_whyNoTick.Adopt(Item(IDC_WHY_NOT_REMEMBERED), LabelKind::Quiet, GetLook());
     ::ShowWindow(m_whyNoTick.Window(), m_content.whyNoTick.empty() ? SW_HIDE : SW_SHOWNA);
+    if (!m_content.unticked.empty()) {
+        constexpr DWORD kLines = SS_LEFT | SS_NOPREFIX;
+        m_unticked.Create(Window(), m_content.unticked, LabelKind::Quiet, kLines, IDC_EFFECT_UNTICKED, GetLook());
+        m_ticked.Create(Window(), m_content.ticked, LabelKind::Quiet, kLines, IDC_EFFECT_TICKED, GetLook());
+        ShowEffect();
+    }
     m_allow.Adopt(Item(IDC_ALLOW), kPrimaryButton, GetLook());
     m_deny.Adopt(Item(IDC_DENY), kPrimaryButton, GetLook());
 }
@@ -128,7 +135,9 @@ void QuestionDialog::PlaceControls() {
     const int tickHeight = m_tickBox.HeightAt(width);
     const int whyHeight =
         m_content.whyNoTick.empty() ? 0 : static_cast<int>(m_whyNoTick.Measure(width - Scale(kTickIndent)).cy);
-    SetContentPixels({width, tickTop + tickHeight + whyHeight + Scale(kButtonsGap) + m_allow.Size().cy});
+    const int effectHeight = EffectHeight(width - Scale(kTickIndent));
+    const int textsHeight = tickTop + tickHeight + whyHeight + effectHeight;
+    SetContentPixels({width, textsHeight + Scale(kButtonsGap) + m_allow.Size().cy});
     (void)PlaceHeading(false);
     const RECT content = ContentRect();
     const LONG messagePlace = content.top + messageTop;
@@ -138,10 +147,45 @@ void QuestionDialog::PlaceControls() {
     RECT tick{content.left, content.top + tickTop, content.right, 0};
     tick.bottom = std::min<LONG>(tick.top + tickHeight, buttons - Scale(kButtonsGap));
     m_tickBox.Place(tick);
-    m_whyNoTick.Place({tick.left + Scale(kTickIndent), tick.bottom, tick.right, tick.bottom + whyHeight});
+    const LONG textLeft = tick.left + Scale(kTickIndent);
+    const LONG effectTop = tick.bottom + whyHeight;
+    m_whyNoTick.Place({textLeft, tick.bottom, tick.right, effectTop});
+    for (const CLabel* effect : {&m_unticked, &m_ticked}) {
+        if (!effect->Window()) continue;
+        effect->Place({textLeft, effectTop + Scale(kEffectGap), tick.right, effectTop + effectHeight});
+    }
     const LONG denyLeft = content.right - m_deny.Size().cx;
     m_deny.MoveTo(denyLeft, buttons);
     m_allow.MoveTo(denyLeft - Scale(kButtonGap) - m_allow.Size().cx, buttons);
+}
+
+int QuestionDialog::EffectHeight(int width) const {
+    if (!m_unticked.Window()) return 0;
+    const LONG height = std::max(m_unticked.Measure(width).cy, m_ticked.Measure(width).cy);
+    return static_cast<int>(height) + Scale(kEffectGap);
+}
+
+void QuestionDialog::ShowEffect() const {
+    if (!m_unticked.Window()) return;
+    const bool isTicked = ::IsDlgButtonChecked(Window(), IDC_REMEMBER) == BST_CHECKED;
+    ::ShowWindow(m_unticked.Window(), isTicked ? SW_HIDE : SW_SHOWNA);
+    ::ShowWindow(m_ticked.Window(), isTicked ? SW_SHOWNA : SW_HIDE);
+}
+
+// The first letter of a button answers as well, as soon as the buttons work. It needs the keyboard, which a
+// question never takes by itself.
+bool QuestionDialog::OnLoopMessage(const MSG& message) {
+    if (message.message != WM_CHAR || !m_stand.ButtonsWork()) return false;
+    const auto isFirstOf = [&](const std::string& caption) {
+        const auto upper = [](WPARAM letter) {
+            return ::CharUpperA(reinterpret_cast<char*>(static_cast<std::uintptr_t>(letter & 0xFF)));
+        };
+        return !caption.empty() && upper(message.wParam) == upper(static_cast<unsigned char>(caption[0]));
+    };
+    const bool isYes = isFirstOf(m_content.allowText);
+    if (!isYes && !isFirstOf(m_content.denyText)) return false;
+    Answer(isYes ? IDYES : IDNO);
+    return true;
 }
 
 void QuestionDialog::OnPaintGround(HDC dc) {
@@ -155,6 +199,7 @@ void QuestionDialog::OnCommand(int id, int notification) {
     if (notification != BN_CLICKED) return;
     if (id == IDC_ALLOW) Answer(IDYES);
     if (id == IDC_DENY) Answer(IDNO);
+    if (id == IDC_REMEMBER) ShowEffect();
     if (id == IDC_QUESTION_LINK && m_stand.ButtonsWork()) OnLink(m_link.Window());
 }
 

@@ -50,9 +50,11 @@ protected:
         std::shared_ptr<const QuestionIcon> icon;  // null: the plain one
         std::vector<Heading> heading;
         QuestionCard::Content card;
-        std::string message;    // all of the above as one text, which screen readers and automation find
-        std::string tickText;   // may have several lines
-        std::string whyNoTick;  // the box cannot be ticked for this reason; empty: it can
+        std::string message;     // all of the above as one text, which screen readers and automation find
+        std::string tickText;    // may have several lines
+        std::string whyNoTick;   // the box cannot be ticked for this reason; empty: it can
+        std::string unticked{};  // what the answers do without the tick, below the box; empty: nothing is said
+        std::string ticked{};    // and with it
         std::string allowText;
         std::string denyText;
         std::string linkText{};  // at the right of the last line of the heading; empty: there is no link
@@ -70,11 +72,15 @@ private:
     void OnPaintGround(HDC dc) final;
     void OnCancel() final;
     void OnCommand(int id, int notification) final;
+    bool OnLoopMessage(const MSG& message) final;
     void OnTimer(UINT_PTR id) final;
     void OnEnded() final;
     [[nodiscard]] std::optional<LRESULT> OnMessage(UINT message, WPARAM wParam, LPARAM lParam) final;
 
     void AdoptControls();
+    // What the answers do, as the box is ticked.
+    void ShowEffect() const;
+    [[nodiscard]] int EffectHeight(int width) const;
     void PlaceControls();
     // Places the labels of the heading, unless only measuring; the height of all.
     int PlaceHeading(bool measuresOnly);
@@ -90,6 +96,8 @@ private:
     CLink m_link;
     CCheckBox m_tickBox;
     CLabel m_whyNoTick;
+    CLabel m_unticked;
+    CLabel m_ticked;
     CButton m_allow;
     CButton m_deny;
     bool m_isTicked = false;

@@ -121,10 +121,16 @@ void StatisticsPage::OnHide() {
 void StatisticsPage::ShowStatistics() {
     ShowCards();
     ShowNotices();
-    const std::optional<Statistics::Rates>& rates = m_statistics.CurrentRates();
-    m_incoming.Update(rates ? rates->in : kUnknown);
-    m_outgoing.Update(rates ? rates->out : kUnknown);
+    m_incoming.Update(PeakText(m_statistics.Incoming()));
+    m_outgoing.Update(PeakText(m_statistics.Outgoing()));
     m_attacks.Update(std::to_string(m_statistics.AttacksOfLastTick()));
+}
+
+// The rate of the second stands in the cards and in the status line.
+std::string StatisticsPage::PeakText(const PushGraphSamples& samples) const {
+    constexpr std::uint64_t kSecond = 1000;
+    return m_language.GetText(2254, "peak") + " " +
+           FormatRate(static_cast<std::uint64_t>(samples.PeakOf(Statistics::kLine)), kSecond, m_words);
 }
 
 void StatisticsPage::ShowCards() {

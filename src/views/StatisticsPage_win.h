@@ -43,6 +43,7 @@ private:
     void CreateCard(Card card, int firstId, const std::string& name);
     void PlaceCards(const RECT& band);
     void ShowStatistics();
+    [[nodiscard]] std::string PeakText(const PushGraphSamples& samples) const;
     void ShowCards();
     void ShowNotices();
 

@@ -32,6 +32,8 @@ protected:
     ConfirmationDialogTest() {
         question.body = "A & B\nis trying to communicate to x.\n\nAllow?";
         question.caption = "Confirm network connection";
+        question.allowButton = "Yes";
+        question.denyButton = "No";
         question.address = 0x22D8B85D;
         question.addressLink = "&Address...";
     }
@@ -68,6 +70,32 @@ TEST_F(ConfirmationDialogTest, YesAllowsAndNoDeniesWithTheCheckBox) {
                 EXPECT_EQ(answer, (PromptAnswer{.allow = button == 334, .remember = remember && isKnown}));
             }
         }
+    }
+}
+
+TEST_F(ConfirmationDialogTest, TellsWhatTheAnswersDoAndTakesTheirFirstLettersOnceTheyWork) {
+    question.onceText = "Once.";
+    question.alwaysText = "Always.";
+    for (const auto& [letter, allow] : {std::pair{'y', true}, {'Y', true}, {'n', false}}) {
+        const PromptAnswer answer = Ask([&, letter = letter] {
+            const auto type = [&](char key) { ::PostMessageA(Item(573), WM_CHAR, static_cast<WPARAM>(key), 0); };
+            EXPECT_TRUE(::IsWindowVisible(Item(909)));
+            EXPECT_FALSE(::IsWindowVisible(Item(919)));
+            type(letter);  // too early
+            modalOwner.Post([&, letter] {
+                ASSERT_TRUE(::IsWindow(dialogWindow));
+                PassDelay();
+                Click(573);
+                EXPECT_FALSE(::IsWindowVisible(Item(909)));
+                EXPECT_TRUE(::IsWindowVisible(Item(919)));
+                type('q');
+                modalOwner.Post([&, letter] {
+                    EXPECT_TRUE(::IsWindow(dialogWindow)) << "no answer begins with it";
+                    type(letter);
+                });
+            });
+        });
+        EXPECT_EQ(answer, (PromptAnswer{.allow = allow, .remember = true}));
     }
 }
 
