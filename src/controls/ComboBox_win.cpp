@@ -66,7 +66,7 @@ void CComboBox::SetUp(const Look& look) {
     ::SendMessageA(Window(), CB_SETITEMHEIGHT, static_cast<WPARAM>(-1), 2 * height - HeightOf(place));
     COMBOBOXINFO info{};
     info.cbSize = sizeof(info);
-    if (::GetComboBoxInfo(Window(), &info)) m_list.Adopt(info.hwndList, look);
+    if (CallWindows(CB_GETCOMBOBOXINFO, 0, reinterpret_cast<LPARAM>(&info))) m_list.Adopt(info.hwndList, look);
 }
 
 int CComboBox::Add(const std::string& text) const {

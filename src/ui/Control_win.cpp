@@ -176,7 +176,9 @@ bool CControl::Believes(UINT message, WPARAM wParam, LPARAM lParam) const {
         case WM_NCCREATE:
         case WM_CREATE:
         case WM_CLOSE:
-        // Memory and functions of this process, which the control would use.
+        // Memory and functions of this process, which the control would use; the first is asked for with an
+        // address that some versions of Windows let through as it is.
+        case CB_GETCOMBOBOXINFO:
         case EM_SETHANDLE:
         case EM_SETWORDBREAKPROC: return false;
         case WM_DESTROY:

@@ -51,6 +51,23 @@ thread_local std::vector<CDialog*> s_openDialogs;
 // The one whose window is being made. WM_INITDIALOG is believed once, and not what it carries.
 thread_local CDialog* s_object = nullptr;
 
+// Windows looks for the mnemonic of a key in everything that can be reached, from the window that gets the key on
+// until it is there again. Some versions look for ever when that one cannot be reached: its page is hidden, and
+// somebody else has posted the key.
+bool CanBeReached(HWND window, HWND dialog) {
+    if (window == dialog) return true;
+    for (HWND parent = ::GetAncestor(window, GA_PARENT); parent && parent != dialog;
+         parent = ::GetAncestor(parent, GA_PARENT)) {
+        if ((::GetWindowLongPtrA(parent, GWL_STYLE) & (WS_VISIBLE | WS_DISABLED)) != WS_VISIBLE) return false;
+    }
+    return true;
+}
+
+bool HandleKeyboard(HWND dialog, MSG& message) {
+    const bool isKey = message.message >= WM_KEYFIRST && message.message <= WM_KEYLAST;
+    return (!isKey || CanBeReached(message.hwnd, dialog)) && ::IsDialogMessageA(dialog, &message);
+}
+
 // Windows sends these. Posted, they come from somebody else, and nothing tells them from those that we cause.
 bool IsNeverPosted(UINT message) {
     return message == WM_DESTROY || message == WM_NCDESTROY;
@@ -161,7 +178,7 @@ bool CDialog::HandleLoopMessage(MSG& message) {
         const HWND window = dialog->m_window;
         if (!window || (message.hwnd != window && !::IsChild(window, message.hwnd))) continue;
         if (dialog != this && !::IsWindowEnabled(window)) return false;
-        return dialog->OnLoopMessage(message) || (dialog->m_window && ::IsDialogMessageA(window, &message));
+        return dialog->OnLoopMessage(message) || (dialog->m_window && HandleKeyboard(window, message));
     }
     const auto at = std::find_if(s_openDialogs.begin(), s_openDialogs.end(), [&](const CDialog* dialog) {
         const HWND window = dialog->m_window;
@@ -169,7 +186,7 @@ bool CDialog::HandleLoopMessage(MSG& message) {
     });
     if (at == s_openDialogs.end()) return false;
     CDialog* const dialog = *at;
-    return dialog->OnLoopMessage(message) || (dialog->m_window && ::IsDialogMessageA(dialog->m_window, &message));
+    return dialog->OnLoopMessage(message) || (dialog->m_window && HandleKeyboard(dialog->m_window, message));
 }
 
 void CDialog::End(INT_PTR result) {

@@ -101,6 +101,23 @@ TEST(CDialogTest, KeysReachAnOuterDialogThatTheInnerOneLeavesEnabled) {
     EXPECT_EQ(outer.DoModal(nullptr, IDD_MESSAGE_OK), 1);
 }
 
+TEST(CDialogTest, AKeyThatIsPostedToWhatNobodyCanReachHoldsNothingUp) {
+    for (const DWORD unreachable : {WS_CHILD, WS_CHILD | WS_VISIBLE | WS_DISABLED}) {
+        TestDialog dialog;
+        dialog.onInit = [&] {
+            const auto make = [](const char* className, DWORD style, HWND parent) {
+                return ::CreateWindowExA(0, className, "&Text", style, 0, 0, 10, 10, parent, nullptr, nullptr,
+                                         nullptr);
+            };
+            const HWND page = make("STATIC", unreachable, dialog.Window());
+            ::PostMessageA(make("BUTTON", WS_CHILD | WS_VISIBLE, page), WM_CHAR, 'x', 0);
+            ::PostMessageA(dialog.Window(), WM_COMMAND, 7, 0);
+        };
+        dialog.onCommand = [&](int) { dialog.End(1); };
+        EXPECT_EQ(dialog.DoModal(nullptr, IDD_MESSAGE_OK), 1);
+    }
+}
+
 TEST(CDialogTest, PassesTheEndOfTheProgramOn) {
     TestDialog dialog;
     dialog.onInit = [] { ::PostQuitMessage(5); };

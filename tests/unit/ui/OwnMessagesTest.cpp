@@ -159,20 +159,16 @@ TEST(OwnMessagesTest, ControlsUseNoAddressesOfOthersAndKeepTheirItems) {
         (void)combo.Add(text);
         list.Add(text);
     }
-    constexpr Sent kAddresses[] = {{EM_SETHANDLE, 1},
-                                   {EM_SETWORDBREAKPROC, 0, 1},
-                                   {PBM_GETRANGE, 1, 1},
-                                   {EM_SETCUEBANNER, 0, 1},
-                                   {BCM_GETIDEALSIZE, 0, 1},
-                                   {CB_SETCUEBANNER, 0, 1},
-                                   {LB_RESETCONTENT},
-                                   {LB_DELETESTRING},
-                                   {CB_RESETCONTENT},
-                                   {CB_DELETESTRING},
-                                   {WM_CLOSE}};
+    constexpr Sent kAddresses[] = {{EM_SETHANDLE, 1},          {EM_SETWORDBREAKPROC, 0, 1}, {PBM_GETRANGE, 1, 1},
+                                   {EM_SETCUEBANNER, 0, 1},    {BCM_GETIDEALSIZE, 0, 1},    {CB_SETCUEBANNER, 0, 1},
+                                   {CB_GETCOMBOBOXINFO, 0, 1}, {LB_RESETCONTENT},           {LB_DELETESTRING},
+                                   {CB_RESETCONTENT},          {CB_DELETESTRING},           {WM_CLOSE}};
     COMBOBOXINFO info{};
     info.cbSize = sizeof info;
-    ASSERT_TRUE(::GetComboBoxInfo(combo.Window(), &info));
+    WNDCLASSA windowsOwn{};
+    ASSERT_TRUE(::GetClassInfoA(nullptr, "COMBOBOX", &windowsOwn));
+    ASSERT_TRUE(::CallWindowProcA(windowsOwn.lpfnWndProc, combo.Window(), CB_GETCOMBOBOXINFO, 0,
+                                  reinterpret_cast<LPARAM>(&info)));
     for (const HWND control : {edit.Window(), combo.Window(), info.hwndList, list.Window(), bar.Window()}) {
         SendFromAnotherThread(control, kMadeUp);
         SendFromAnotherThread(control, kAddresses);
