@@ -43,6 +43,8 @@ public:
     // The area of the lines, in client coordinates. A sample of the height h stands h pixels above its bottom.
     [[nodiscard]] RECT PlotArea() const;
 
+    [[nodiscard]] bool TellParts(PictureParts& parts) const override { return TellWhole(parts); }
+
 private:
     struct LineColour {
         int id;

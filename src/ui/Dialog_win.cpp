@@ -9,6 +9,7 @@
 #include "ui/OwnMessages_win.h"
 #include "ui/Paint_win.h"
 #include "ui/WindowPicture_win.h"
+#include "ui/WindowTree_win.h"
 #include "ui/Window_win.h"
 
 namespace brennvar {
@@ -65,7 +66,15 @@ CDialog::~CDialog() {
     ReleaseOwner(std::exchange(m_heldOwner, nullptr));
     if (!m_window) return;
     ::SetWindowLongPtrA(m_window, DWLP_USER, 0);
+    NoteWindowChange();
     EndWindow(m_window);
+}
+
+CDialog* CDialog::Of(HWND window) {
+    // Nothing is read of the windows of other threads and programs.
+    if (!window || ::GetWindowThreadProcessId(window, nullptr) != ::GetCurrentThreadId()) return nullptr;
+    if (reinterpret_cast<DLGPROC>(::GetWindowLongPtrA(window, DWLP_DLGPROC)) != &CDialog::Procedure) return nullptr;
+    return reinterpret_cast<CDialog*>(::GetWindowLongPtrA(window, DWLP_USER));
 }
 
 bool CDialog::CreateModeless(HWND parent, int templateId) {
@@ -207,10 +216,12 @@ INT_PTR CALLBACK CDialog::Procedure(HWND window, UINT message, WPARAM wParam, LP
     if (isBeginning) {
         dialog = std::exchange(s_object, nullptr);
         dialog->m_window = window;
+        NoteWindowChange();
         ::SetWindowLongPtrA(window, DWLP_USER, reinterpret_cast<LONG_PTR>(dialog));
     }
     if (!dialog) return FALSE;  // before WM_INITDIALOG, or the object is gone
     if (!isBeginning && !Believes(message, wParam, lParam)) return TRUE;
+    NoteMessage(window, message, wParam, lParam);
     INT_PTR handled = FALSE;
     try {
         handled = dialog->Dispatch(message, wParam, lParam);
@@ -222,6 +233,7 @@ INT_PTR CALLBACK CDialog::Procedure(HWND window, UINT message, WPARAM wParam, LP
     if (message == WM_NCDESTROY) {
         ::SetWindowLongPtrA(window, DWLP_USER, 0);
         dialog->m_window = nullptr;
+        NoteWindowChange();
         dialog->EndOpen(-1);
     }
     return handled;
@@ -241,7 +253,10 @@ bool CDialog::Believes(UINT message, WPARAM wParam, LPARAM lParam) {
 
 INT_PTR CDialog::Dispatch(UINT message, WPARAM wParam, LPARAM lParam) {
     const auto answer = [this](LRESULT result) -> INT_PTR {
-        ::SetWindowLongPtrA(m_window, DWLP_MSGRESULT, result);
+        // To look takes less than to set it.
+        if (::GetWindowLongPtrA(m_window, DWLP_MSGRESULT) != result) {
+            ::SetWindowLongPtrA(m_window, DWLP_MSGRESULT, result);
+        }
         return TRUE;
     };
     switch (message) {
