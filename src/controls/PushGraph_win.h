@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "controls/PushGraphSamples.h"
+#include "ui/KeptBitmap_win.h"
 #include "ui/Look_win.h"
 #include "ui/Window_win.h"
 
@@ -56,6 +57,7 @@ private:
     };
 
     void OnPaint(HDC dc, const RECT& invalid) override;
+    void PaintAll(HDC dc, const RECT& client);
     void PaintGrid(HDC dc, const RECT& plot) const;
     void PaintAxisLabels(HDC dc, const RECT& plot) const;
     [[nodiscard]] std::vector<Path> MakePaths(const RECT& plot) const;
@@ -71,6 +73,10 @@ private:
     std::vector<LineColour> m_lineColours;
     HFONT m_titleFont = nullptr;
     HFONT m_labelFont = nullptr;
+    // As it was painted last, and of what.
+    CKeptBitmap m_picture;
+    std::uint64_t m_paintedVersion = 0;
+    std::string m_paintedValue;
 };
 
 }  // namespace brennvar
