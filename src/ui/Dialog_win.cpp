@@ -15,13 +15,16 @@
 namespace brennvar {
 namespace {
 
-// Shows a window with everything in it painted.
+// Shows a window with everything in it painted, and activates it. In this order: for the first active window of a
+// process Windows makes ready what typing takes, which is as much as painting it.
 void ShowPainted(HWND window) {
+    constexpr UINT kInPlace = SWP_NOMOVE | SWP_NOSIZE;
     ::SetWindowPos(window, nullptr, 0, 0, 0, 0,
-                   SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER | SWP_SHOWWINDOW | SWP_NOREDRAW);
+                   kInPlace | SWP_NOZORDER | SWP_SHOWWINDOW | SWP_NOREDRAW | SWP_NOACTIVATE);
     RECT client{};
     ::GetClientRect(window, &client);
     ShowAsOnePicture(window, client);
+    ::SetWindowPos(window, HWND_TOP, 0, 0, 0, 0, kInPlace);
 }
 
 // How many dialogs of this thread keep each window from input. It gets its input back with the last of them.
