@@ -23,6 +23,14 @@ private:
     PAINTSTRUCT m_paint{};
 };
 
+// Through a buffer where somebody looks: a bitmap is painted on as it is.
+template <class Paint>
+void PaintAtOnce(HDC dc, const RECT& place, const Paint& paint) {
+    if (::GetObjectType(dc) == OBJ_MEMDC) return paint(dc);
+    const CBufferedDc buffer(dc, place);
+    paint(buffer.Dc());
+}
+
 bool IsSeen(HDC dc, const RECT& place) {
     return !::IsRectEmpty(&place) && ::RectVisible(dc, &place);
 }
@@ -59,8 +67,7 @@ void TreeCanvas::Paint(HDC dc, const RECT& invalid) {
     if (IsSeen(dc, m_places.Rows())) PaintRows(dc, invalid);
     for (const CScrollBar* bar : {&m_places.Vertical(), &m_places.Horizontal()}) {
         if (!IsSeen(dc, bar->Place())) continue;
-        const CBufferedDc buffer(dc, bar->Place());
-        bar->Paint(buffer.Dc(), *m_pictures, colours);
+        PaintAtOnce(dc, bar->Place(), [&](HDC target) { bar->Paint(target, *m_pictures, colours); });
     }
     if (const RECT& corner = m_places.Corner(); IsSeen(dc, corner)) {
         const CBufferedDc buffer(dc, corner);

@@ -1,9 +1,22 @@
 #include "ui/WindowPainter_win.h"
 
+#include "ui/Dialog_win.h"
 #include "ui/Paint_win.h"
+#include "ui/PicturePart_win.h"
+#include "ui/Window_win.h"
 
 namespace brennvar {
 namespace {
+
+bool TellsAll(const CDialog* dialog) {
+    PictureParts parts;
+    return dialog && dialog->TellParts(parts);
+}
+
+// By what CWindow promises, and of dialogs those that know what they show.
+bool PaintsAll(HWND window) {
+    return CWindow::Of(window) || TellsAll(CDialog::Of(window));
+}
 
 class Painter {
 public:
@@ -20,14 +33,29 @@ public:
         if (!::IntersectRect(&inside, &client, &seen) || !::RectVisible(m_dc, &inside)) return;
         {
             const SavedDc saved(m_dc);
+            LeaveOutCovered(node);
             MoveInto(client, inside);
             ::SendMessageA(window, WM_ERASEBKGND, reinterpret_cast<WPARAM>(m_dc), 0);
-            ::SendMessageA(window, WM_PRINTCLIENT, reinterpret_cast<WPARAM>(m_dc), PRF_CLIENT);
+            // A dialog that knows all it shows paints nothing but its ground.
+            if (!TellsAll(CDialog::Of(window)))
+                ::SendMessageA(window, WM_PRINTCLIENT, reinterpret_cast<WPARAM>(m_dc), PRF_CLIENT);
         }
         m_tree.ForEachShownIn(node, [&](std::size_t child) { Paint(child, inside); });
     }
 
 private:
+    // Nobody sees the ground below a window that paints all of its own place.
+    void LeaveOutCovered(std::size_t node) const {
+        m_tree.ForEachShownIn(node, [this](std::size_t child) {
+            const HWND window = m_tree.Nodes()[child].window;
+            if (!PaintsAll(window)) return;
+            RECT place{};
+            ::GetClientRect(window, &place);
+            ::MapWindowPoints(window, m_outermost, reinterpret_cast<POINT*>(&place), 2);
+            ::ExcludeClipRect(m_dc, place.left, place.top, place.right, place.bottom);
+        });
+    }
+
     void PaintFrame(HWND window, const RECT& client, const RECT& seen) const {
         RECT whole{};
         ::GetWindowRect(window, &whole);
