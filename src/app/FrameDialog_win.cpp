@@ -71,6 +71,7 @@ void FrameDialog::OnSize(int width, int height) {
     m_pages.Place(WindowFrame::ColumnPlace(client), WindowFrame::PagePlace(client));
     OnPlaceStatus(WindowFrame::StatusPlace(client));
     // The border was painted where it is no longer.
+    m_ground = NextLook();
     ::InvalidateRect(Window(), nullptr, TRUE);
 }
 
@@ -98,6 +99,14 @@ bool FrameDialog::OnEraseBackground(HDC dc) {
     return true;
 }
 
+bool FrameDialog::TellParts(PictureParts& parts) const {
+    RECT client{};
+    ::GetClientRect(Window(), &client);
+    parts.push_back({client, m_ground});
+    m_drawn.TellParts(parts);
+    return true;
+}
+
 std::optional<LRESULT> FrameDialog::HitTest(POINT screenPoint) const {
     if (ResizeGrip::IsHit(Window(), screenPoint)) return HTBOTTOMRIGHT;
     RECT client{};
@@ -122,7 +131,13 @@ std::optional<LRESULT> FrameDialog::OnMessage(UINT message, WPARAM wParam, LPARA
             return 0;
         case WM_WINDOWPOSCHANGED:
             m_pages.OnWindowSeen(IsSeen());
+            if (!IsSeen()) CKeptBitmap::DropAll();
             return std::nullopt;  // Windows makes WM_SIZE of it
+        // The same may look different from now on: colours, the smoothing of letters, the depth of the screen.
+        case WM_SYSCOLORCHANGE:
+        case WM_SETTINGCHANGE:
+        case WM_THEMECHANGED:
+        case WM_DISPLAYCHANGE: CKeptBitmap::DropAll(); return std::nullopt;
         case WM_ENTERSIZEMOVE: m_grip.OnEnterSizeMove(); return std::nullopt;
         case WM_EXITSIZEMOVE: m_grip.OnExitSizeMove(); return std::nullopt;
         default: return m_drawn.Answer(message, wParam, lParam);

@@ -14,6 +14,7 @@
 #include "controls/DrawnText_win.h"
 #include "ui/Dialog_win.h"
 #include "ui/Fonts_win.h"
+#include "ui/KeptPicture_win.h"
 #include "ui/Look_win.h"
 
 namespace brennvar {
@@ -49,6 +50,8 @@ protected:
     void OnSize(int width, int height) final;
     void OnMinMaxInfo(MINMAXINFO& info) final;
     bool OnEraseBackground(HDC dc) final;
+    [[nodiscard]] bool TellParts(PictureParts& parts) const final;
+    [[nodiscard]] KeptPicture* PictureToKeep() final { return &m_picture; }
     // To be asked by a derived OnMessage for what it does not handle.
     std::optional<LRESULT> OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
     bool OnLoopMessage(const MSG& message) final;
@@ -65,6 +68,8 @@ private:
     PageHost m_pages;
     ResizeGrip m_grip;
     std::string m_caption;
+    std::uint64_t m_ground = NextLook();  // of the frame in its present size
+    KeptPicture m_picture;
 };
 
 }  // namespace brennvar

@@ -91,7 +91,10 @@ void WindowFrame::Paint(HDC dc, const RECT& client, const std::string& title, bo
     const RECT caption = CaptionPlace(client);
     const RECT status{client.left, StatusPlace(client).top, client.right, client.bottom};
     const RECT page = PagePlace(client);
-    if (isWanted(page)) FillSolid(dc, page, m_look.colours.page);
+    // A skin's pictures may let something through, which must not be what was painted the last time.
+    for (const RECT& place : {page, caption, ColumnPlace(client), status}) {
+        if (isWanted(place)) FillSolid(dc, place, m_look.colours.page);
+    }
     if (isWanted(caption)) PaintCaption(dc, caption, title);
     if (isWanted(ColumnPlace(client))) PaintColumn(dc, client);
     if (isWanted(status)) PaintStatus(dc, client);

@@ -1,6 +1,9 @@
 #include "controls/Button_win.h"
 
+#include <functional>
+
 #include "ui/ChildControls_win.h"
+#include "ui/FocusOnce_win.h"
 #include "ui/Paint_win.h"
 
 namespace brennvar {
@@ -84,6 +87,18 @@ bool CButton::IsDefault() const {
 
 COLORREF CButton::GroundBelow() const {
     return m_form == ButtonForm::Labelled ? m_colours.page : kPlainGround[2];
+}
+
+bool CButton::TellParts(PictureParts& parts) const {
+    // Everything that painting asks for, as Windows changes its buttons on its own.
+    const std::string state = {static_cast<char>('0' + static_cast<int>(CurrentTouch())),
+                               m_isSelected ? 's' : '-',
+                               IsEnabled() ? 'e' : '-',
+                               IsDefault() ? 'd' : '-',
+                               FocusOnce::Window() == Window() && ShowsFocus() ? 'f' : '-',
+                               PrefixFormat() != 0 ? 'p' : '-'};
+    parts.push_back({ClientRect(), std::hash<std::string>()(state + Text()) | 1});
+    return true;
 }
 
 void CButton::OnPaint(HDC dc, const RECT& client) {

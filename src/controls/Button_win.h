@@ -97,6 +97,8 @@ public:
     void SetSelected(bool selected);
     [[nodiscard]] bool IsSelected() const { return m_isSelected; }
 
+    [[nodiscard]] bool TellParts(PictureParts& parts) const override;
+
 private:
     void Resolve(const ButtonKind& kind, const Look& look);
     [[nodiscard]] Touch CurrentTouch() const;

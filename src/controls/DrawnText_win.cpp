@@ -13,9 +13,16 @@ void DrawnTexts::Paint(HDC dc) const {
     for (const CDrawnText* text : m_texts) text->Paint(dc);
 }
 
+void DrawnTexts::TellParts(PictureParts& parts) const {
+    for (const CDrawnText* text : m_texts) parts.push_back(text->Part());
+}
+
 void DrawnTexts::Repaint(const RECT& place) const {
-    // Without a window Windows would take the null for all windows of the screen.
-    if (m_window) ::InvalidateRect(m_window, &place, m_paintedIn == PaintedIn::Ground);
+    // Without a window Windows would take the null for all windows of the screen. One that is not seen is painted
+    // as a whole when it is shown.
+    if (m_window && ::IsWindowVisible(m_window)) {
+        ::InvalidateRect(m_window, &place, m_paintedIn == PaintedIn::Ground);
+    }
 }
 
 std::optional<LRESULT> DrawnTexts::Answer(UINT message, WPARAM wParam, LPARAM lParam) const {
@@ -85,7 +92,8 @@ void CDrawnText::PaintText(HDC dc, const RECT& place) const {
     if (!m_text.empty()) DrawLabel(dc, m_font, place, m_text, m_colour, m_format);
 }
 
-void CDrawnText::Repaint() const {
+void CDrawnText::Repaint() {
+    m_look = NextLook();
     if (m_texts && m_isShown && !::IsRectEmpty(&m_place)) m_texts->Repaint(m_place);
 }
 

@@ -10,6 +10,7 @@
 #include "base/Windows_win.h"
 #include "controls/Label_win.h"
 #include "ui/Look_win.h"
+#include "ui/PicturePart_win.h"
 
 namespace brennvar {
 
@@ -33,6 +34,8 @@ public:
     void Paint(HDC dc) const;
     // A part of the window looks different now.
     void Repaint(const RECT& place) const;
+    // For a picture that is kept: each text, where it stands.
+    void TellParts(PictureParts& parts) const;
     // kDrawnTextQuery; nothing for any other message.
     [[nodiscard]] std::optional<LRESULT> Answer(UINT message, WPARAM wParam, LPARAM lParam) const;
     // In which a screen reader would come upon them.
@@ -70,6 +73,8 @@ public:
     [[nodiscard]] const RECT& Place() const { return m_place; }
     void SetShown(bool isShown);
     [[nodiscard]] bool IsShown() const { return m_isShown; }
+    // For a picture that is kept: what is painted at the place.
+    [[nodiscard]] PicturePart Part() const { return {m_isShown ? m_place : RECT{}, m_look}; }
     // The size of the text as it stands, broken into lines of at most this width (0: not broken). Pixels of the
     // screen.
     [[nodiscard]] SIZE Measure(int width) const;
@@ -80,7 +85,7 @@ public:
 protected:
     [[nodiscard]] bool IsSeenOn(HDC dc) const { return m_isShown && ::RectVisible(dc, &m_place) != FALSE; }
     void PaintText(HDC dc, const RECT& place) const;
-    void Repaint() const;
+    void Repaint();
 
 private:
     DrawnTexts* m_texts = nullptr;
@@ -91,6 +96,7 @@ private:
     COLORREF m_colour = 0;
     UINT m_format = 0;
     bool m_isShown = true;
+    std::uint64_t m_look = NextLook();
 };
 
 }  // namespace brennvar

@@ -20,12 +20,15 @@ void PushGraphSamples::SetPixels(int interval, int gridSpacing) {
     m_interval = std::max(1, interval);
     m_gridSpacing = std::max(1, gridSpacing);
     m_gridOffset = 0;
+    ++m_version;
 }
 
 void PushGraphSamples::AddLine(int id) {
     const bool isThere =
         std::any_of(m_lines.begin(), m_lines.end(), [id](const Line& line) { return line.id == id; });
-    if (!isThere) m_lines.push_back({.id = id});
+    if (isThere) return;
+    m_lines.push_back({.id = id});
+    ++m_version;
 }
 
 void PushGraphSamples::Push(std::int64_t value, int lineId) {
@@ -33,6 +36,7 @@ void PushGraphSamples::Push(std::int64_t value, int lineId) {
         std::max<std::int64_t>(m_range.minimum, std::min<std::int64_t>(value, m_range.maximum));
     for (Line& line : m_lines) {
         if (line.id != lineId) continue;
+        ++m_version;
         if (line.samples.size() == kMostSamples) line.samples.erase(line.samples.begin());
         line.samples.push_back(static_cast<std::int32_t>(inRange + kBase - m_range.minimum));
     }
@@ -49,6 +53,7 @@ void PushGraphSamples::Update() {
     if (m_visibleCount == 0 || samples < m_visibleCount) return;
     const int offset = (m_gridOffset - (samples - m_visibleCount + 1) * m_interval) % m_gridSpacing;
     m_gridOffset = offset < 0 ? offset + m_gridSpacing : offset;
+    ++m_version;
 }
 
 void PushGraphSamples::PrepareToPaint(int plotWidth) {
@@ -57,12 +62,14 @@ void PushGraphSamples::PrepareToPaint(int plotWidth) {
         if (line.samples.empty()) Push(m_range.minimum, line.id);
     }
     const std::size_t longest = LongestLine();
+    const auto most = static_cast<std::size_t>(m_visibleCount - 1);
     for (Line& line : m_lines) {
+        if (line.samples.size() == longest && longest <= most) continue;
         line.samples.resize(longest, line.samples.back());
-        const auto mostSamples = static_cast<std::size_t>(m_visibleCount - 1);
-        if (longest > mostSamples) {
-            line.samples.erase(line.samples.begin(), line.samples.end() - static_cast<std::ptrdiff_t>(mostSamples));
+        if (longest > most) {
+            line.samples.erase(line.samples.begin(), line.samples.end() - static_cast<std::ptrdiff_t>(most));
         }
+        ++m_version;
     }
 }
 

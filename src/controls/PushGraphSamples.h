@@ -34,7 +34,10 @@ public:
     // From one sample and from one grid line to the next, pixels of the screen, at least 1.
     void SetPixels(int interval, int gridSpacing);
     // For the samples that come from now on: those that are there already stay as they are.
-    void SetRange(Range range) { m_range = std::move(range); }
+    void SetRange(Range range) {
+        m_range = std::move(range);
+        ++m_version;
+    }
     // Without effect when there is such a line.
     void AddLine(int id);
 
@@ -54,6 +57,8 @@ public:
     [[nodiscard]] std::int32_t PeakOf(int lineId) const;
     // Of the first grid line, from 0 to below the spacing.
     [[nodiscard]] int GridOffset() const { return m_gridOffset; }
+    // Another number whenever something of this has changed.
+    [[nodiscard]] std::uint64_t Version() const { return m_version; }
     // So far above the bottom of the plot. More than the plot's height for a sample of a larger range.
     [[nodiscard]] int HeightOf(std::int32_t sample, int plotHeight) const;
 
@@ -66,6 +71,7 @@ private:
     int m_gridSpacing = kGridSpacing;
     int m_gridOffset = 0;
     int m_visibleCount = 0;
+    std::uint64_t m_version = 0;
 };
 
 // Samples that it takes to reach from the left edge past the right one.

@@ -74,6 +74,7 @@ bool C2DPushGraph::Create(HWND parent, int id, const std::string& title, const P
 }
 
 void C2DPushGraph::AddLine(int id, COLORREF colour) {
+    m_picture.Drop();
     m_samples.AddLine(id);
     m_lineColours.push_back({.id = id, .colour = colour});
 }
@@ -95,6 +96,18 @@ RECT C2DPushGraph::PlotArea() const {
 
 void C2DPushGraph::OnPaint(HDC dc, const RECT&) {
     const RECT client = ClientRect();
+    const SIZE size = m_picture.Size();
+    const bool isThere = m_picture.Dc() && size.cx == client.right && size.cy == client.bottom;
+    if (!isThere || m_paintedVersion != m_samples.Version() || m_paintedValue != m_value) {
+        if (!isThere && !m_picture.Make(dc, {client.right, client.bottom})) return PaintAll(dc, client);
+        PaintAll(m_picture.Dc(), client);
+        m_paintedVersion = m_samples.Version();
+        m_paintedValue = m_value;
+    }
+    ::BitBlt(dc, 0, 0, client.right, client.bottom, m_picture.Dc(), 0, 0, SRCCOPY);
+}
+
+void C2DPushGraph::PaintAll(HDC dc, const RECT& client) {
     const RECT plot = PlotArea();
     FillSolid(dc, client, m_ground);
     PaintTitle(dc, client);

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "controls/PushGraphSamples.h"
+#include "ui/KeptBitmap_win.h"
 #include "ui/Look_win.h"
 #include "ui/Window_win.h"
 
@@ -43,6 +44,8 @@ public:
     // The area of the lines, in client coordinates. A sample of the height h stands h pixels above its bottom.
     [[nodiscard]] RECT PlotArea() const;
 
+    [[nodiscard]] bool TellParts(PictureParts& parts) const override { return TellWhole(parts); }
+
 private:
     struct LineColour {
         int id;
@@ -54,6 +57,7 @@ private:
     };
 
     void OnPaint(HDC dc, const RECT& invalid) override;
+    void PaintAll(HDC dc, const RECT& client);
     void PaintGrid(HDC dc, const RECT& plot) const;
     void PaintAxisLabels(HDC dc, const RECT& plot) const;
     [[nodiscard]] std::vector<Path> MakePaths(const RECT& plot) const;
@@ -69,6 +73,10 @@ private:
     std::vector<LineColour> m_lineColours;
     HFONT m_titleFont = nullptr;
     HFONT m_labelFont = nullptr;
+    // As it was painted last, and of what.
+    CKeptBitmap m_picture;
+    std::uint64_t m_paintedVersion = 0;
+    std::string m_paintedValue;
 };
 
 }  // namespace brennvar

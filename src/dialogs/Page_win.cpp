@@ -62,8 +62,17 @@ void CPage::PaintGround(HDC dc) const {
     m_drawn.Paint(dc);
 }
 
+bool CPage::TellParts(PictureParts& parts) const {
+    RECT client{};
+    ::GetClientRect(Window(), &client);
+    parts.push_back({client, m_ground});
+    m_drawn.TellParts(parts);
+    return true;
+}
+
 void CPage::SetCards(std::vector<RECT> cards) {
     m_cards = std::move(cards);
+    m_ground = NextLook();
     ::InvalidateRect(Window(), nullptr, TRUE);
 }
 

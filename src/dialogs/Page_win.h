@@ -30,6 +30,8 @@ public:
     void Hide();
     [[nodiscard]] bool IsShown() const { return m_shown; }
 
+    [[nodiscard]] bool TellParts(PictureParts& parts) const override;
+
     // The user asks for fresh data (F5).
     virtual void Reload() {}
     // The user looks for something (Ctrl+F).
@@ -86,6 +88,7 @@ private:
     CDrawnText m_title;
     CDrawnText m_line;
     std::vector<RECT> m_cards;
+    std::uint64_t m_ground = NextLook();  // the cards on it
     bool m_shown = false;
 };
 

@@ -1,6 +1,7 @@
 #include "tree/TreeCanvas_win.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "ui/Paint_win.h"
 
@@ -21,6 +22,14 @@ private:
     HWND m_window;
     PAINTSTRUCT m_paint{};
 };
+
+// Through a buffer where somebody looks: a bitmap is painted on as it is.
+template <class Paint>
+void PaintAtOnce(HDC dc, const RECT& place, const Paint& paint) {
+    if (::GetObjectType(dc) == OBJ_MEMDC) return paint(dc);
+    const CBufferedDc buffer(dc, place);
+    paint(buffer.Dc());
+}
 
 bool IsSeen(HDC dc, const RECT& place) {
     return !::IsRectEmpty(&place) && ::RectVisible(dc, &place);
@@ -44,6 +53,7 @@ void TreeCanvas::PaintWindow() {
 }
 
 void TreeCanvas::Paint(HDC dc, const RECT& invalid) {
+    const FocusOnce focus;
     RECT client{};
     ::GetClientRect(m_state.Window(), &client);
     const Palette& colours = m_state.Painter().Colours();
@@ -57,8 +67,7 @@ void TreeCanvas::Paint(HDC dc, const RECT& invalid) {
     if (IsSeen(dc, m_places.Rows())) PaintRows(dc, invalid);
     for (const CScrollBar* bar : {&m_places.Vertical(), &m_places.Horizontal()}) {
         if (!IsSeen(dc, bar->Place())) continue;
-        const CBufferedDc buffer(dc, bar->Place());
-        bar->Paint(buffer.Dc(), *m_pictures, colours);
+        PaintAtOnce(dc, bar->Place(), [&](HDC target) { bar->Paint(target, *m_pictures, colours); });
     }
     if (const RECT& corner = m_places.Corner(); IsSeen(dc, corner)) {
         const CBufferedDc buffer(dc, corner);
@@ -90,6 +99,7 @@ void TreeCanvas::PaintRows(HDC dc, const RECT& invalid) {
     RECT part{};
     if (!::IntersectRect(&part, &rows, &invalid)) return;
     const int height = TreePainter::RowHeight();
+    m_sheet.Begin(dc, {WidthOf(rows), height}, HeightOf(rows) / height + 2);
     const int first = m_places.FirstRow();
     const int behind = (part.bottom - rows.top + height - 1) / height;  // from the first row in sight
     const int end = first + std::min(m_places.RowCount() - first, behind);
@@ -120,34 +130,81 @@ void TreeCanvas::PaintRest(HDC dc, const RECT& rest) {
 }
 
 void TreeCanvas::PaintRow(HDC dc, int row, const RECT& place, const RECT& invalid) {
-    TreePainter& painter = m_state.Painter();
     const int height = TreePainter::RowHeight();
     const int width = WidthOf(m_places.Rows());
-    const HDC buffer = m_buffer.Prepare(dc, width, height, painter.Font());
-    if (!buffer) return;
-    // In the buffer's coordinates.
+    ReadRow(row, width);
+    DescribeRow(width);
+    const RowSheet::Place sheet = m_sheet.PlaceOf(row, m_description);
+    if (!sheet.dc) return;
+    if (!sheet.isPainted) PaintContent(sheet.dc, {0, sheet.top, width, sheet.top + height});
     const LONG left = invalid.left - m_places.Rows().left;
-    const LONG right = invalid.right - m_places.Rows().left;
+    ::BitBlt(dc, invalid.left, place.top, WidthOf(invalid), HeightOf(place), sheet.dc, left, sheet.top, SRCCOPY);
+}
+
+void TreeCanvas::ReadRow(int row, int width) {
     const bool hasFocus = HasFocus();
     const bool isAlternate = m_state.Setup().isZebra && row % 2 != 0;
-    const COLORREF ground = painter.RowGround(isAlternate, m_state.Selection().IsSelected(row), hasFocus);
-    FillSolid(buffer, {left, 0, right, height}, ground);
-    const TreeRow state = m_state.Source().Row(row);
-    LONG cellLeft = -m_places.Horizontal().Range().position;
+    m_row.ground = m_state.Painter().RowGround(isAlternate, m_state.Selection().IsSelected(row), hasFocus);
+    m_row.state = m_state.Source().Row(row);
+    m_row.showsFocus = m_state.ShowsFocus() && hasFocus && row == m_state.FocusedRow();
+    m_row.cells.clear();
+    LONG left = -m_places.Horizontal().Range().position;
     for (int column = 0; column < m_places.Columns().Count(); ++column) {
-        const RECT cell{cellLeft, 0, cellLeft + m_places.Columns().Width(column), height};
-        cellLeft = cell.right;
-        if (cell.right <= left || cell.left >= right) continue;
-        const TreeCell content = m_state.Source().Cell(row, column);
-        const CellPlaces parts = TreePainter::PlaceParts(content, state, cell, m_places.KeepsExpander(column));
-        const Touch touch = content.checked ? m_pointer.TouchOfCheck({row, column}) : Touch::Rest;
-        painter.PaintCell(buffer, content, state, parts, m_places.Column(column), touch);
+        const LONG right = left + m_places.Columns().Width(column);
+        if (right > 0 && left < width) {
+            TreeCell content = m_state.Source().Cell(row, column);
+            const Touch check = content.checked ? m_pointer.TouchOfCheck({row, column}) : Touch::Rest;
+            m_row.cells.push_back({column, left, right, check, std::move(content)});
+        }
+        left = right;
     }
-    painter.PaintMark(buffer, {0, 0, width, height}, state.mark);
-    if (m_state.ShowsFocus() && hasFocus && row == m_state.FocusedRow()) {
-        painter.PaintFocus(buffer, {0, 0, width, height});
+}
+
+void TreeCanvas::DescribeRow(int width) {
+    m_description.clear();
+    const auto add = [this](const auto& value) {
+        m_description.append(reinterpret_cast<const char*>(&value), sizeof(value));
+    };
+    add(width);
+    add(m_row.ground);
+    add(m_row.state.level);
+    add(m_row.state.mark);
+    for (const bool flag : {m_row.showsFocus, m_row.state.hasChildren, m_row.state.isExpanded}) add(flag);
+    for (const RowContent::Cell& cell : m_row.cells) {
+        const TreeCell& content = cell.content;
+        add(cell.column);
+        add(cell.left);
+        add(cell.right);
+        add(m_places.KeepsExpander(cell.column));
+        add(content.icon);
+        add(content.image);
+        add(content.imageFrame);
+        add(content.imageFrameCount);
+        add(content.checked ? (*content.checked ? 2 : 1) : 0);
+        add(cell.check);
+        add(content.glyph);
+        add(content.tone);
+        add(content.textColour.value_or(CLR_INVALID));
+        add(content.text.size());
+        m_description += content.text;
     }
-    ::BitBlt(dc, invalid.left, place.top, right - left, HeightOf(place), buffer, left, 0, SRCCOPY);
+}
+
+void TreeCanvas::PaintContent(HDC dc, const RECT& place) const {
+    TreePainter& painter = m_state.Painter();
+    const SavedDc saved(dc);
+    ::IntersectClipRect(dc, place.left, place.top, place.right, place.bottom);
+    ::SelectObject(dc, painter.Font());
+    ::SetBkMode(dc, TRANSPARENT);
+    FillSolid(dc, place, m_row.ground);
+    for (const RowContent::Cell& cell : m_row.cells) {
+        const RECT whole{cell.left, place.top, cell.right, place.bottom};
+        const CellPlaces parts =
+            TreePainter::PlaceParts(cell.content, m_row.state, whole, m_places.KeepsExpander(cell.column));
+        painter.PaintCell(dc, cell.content, m_row.state, parts, m_places.Column(cell.column), cell.check);
+    }
+    painter.PaintMark(dc, place, m_row.state.mark);
+    if (m_row.showsFocus) painter.PaintFocus(dc, place);
 }
 
 }  // namespace brennvar

@@ -102,6 +102,7 @@ void TreeState::Scroll(CScrollBar& bar, int position) {
     } else if (std::abs(by) > m_places.PageRows()) {
         Repaint(rows);
     } else {
+        m_window.LookHasChanged();
         ::ScrollWindowEx(Window(), 0, -by * TreePainter::RowHeight(), &rows, &rows, nullptr, nullptr,
                          SW_INVALIDATE);
     }

@@ -76,6 +76,8 @@ public:
     [[nodiscard]] RECT CellRect(int row, int column) const { return m_state.Places().SeenCell({row, column}); }
     [[nodiscard]] int RowAt(POINT point) const { return m_state.Places().RowAt(point); }  // -1: none
 
+    [[nodiscard]] bool TellParts(PictureParts& parts) const override { return TellWhole(parts); }
+
 protected:
     bool OnCreate() override;
     void OnDestroy() override { m_state.Tip().Hide(); }

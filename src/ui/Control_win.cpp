@@ -3,6 +3,7 @@
 #include "ui/ChildControls_win.h"
 #include "ui/OwnMessages_win.h"
 #include "ui/Paint_win.h"
+#include "ui/WindowTree_win.h"
 
 namespace brennvar {
 namespace {
@@ -76,6 +77,7 @@ void CControl::Attach(HWND control, HFONT font) {
 void CControl::Subclass(HWND control, HFONT font, bool isWide) {
     if (!control) return;
     m_window = control;
+    NoteWindowChange();
     // Not with the helpers of the common controls, which look the object up in the window's properties for each
     // message: the object stands in the room that the control's class leaves to its user.
     ::SetWindowLongPtrA(control, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
@@ -151,10 +153,12 @@ LRESULT CALLBACK CControl::Procedure(HWND window, UINT message, WPARAM wParam, L
     auto* control = reinterpret_cast<CControl*>(::GetWindowLongPtrA(window, GWLP_USERDATA));
     if (!control) return ::DefWindowProcA(window, message, wParam, lParam);
     if (!control->Believes(message, wParam, lParam)) return 0;
+    NoteMessage(window, message, wParam, lParam);
     // The object may end while it handles the message.
     const WindowsOwn windowsOwn = control->m_windowsOwn;
     if (message == WM_NCDESTROY) {
         control->m_window = nullptr;
+        NoteWindowChange();
         ::SetWindowLongPtrA(window, GWLP_USERDATA, 0);
         SetProcedure(window, windowsOwn.procedure, windowsOwn.isWide);
         return windowsOwn.Call(window, message, wParam, lParam);

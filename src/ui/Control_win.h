@@ -8,6 +8,7 @@
 
 #include "base/Windows_win.h"
 #include "ui/Look_win.h"
+#include "ui/PicturePart_win.h"
 
 namespace brennvar {
 
@@ -42,6 +43,9 @@ public:
     void KeepText() { m_keepsText = true; }
     // The object of such a control of this thread; null for every other window.
     [[nodiscard]] static CControl* Of(HWND window);
+    // For pictures that are kept: everything that the control paints. False: it cannot tell, and is painted each
+    // time.
+    [[nodiscard]] virtual bool TellParts(PictureParts&) const { return false; }
 
 protected:
     // Takes over a control of a dialog template. The font is given to it.

@@ -9,18 +9,22 @@
 #include "ui/OwnMessages_win.h"
 #include "ui/Paint_win.h"
 #include "ui/WindowPicture_win.h"
+#include "ui/WindowTree_win.h"
 #include "ui/Window_win.h"
 
 namespace brennvar {
 namespace {
 
-// Shows a window with everything in it painted.
+// Shows a window with everything in it painted, and activates it. In this order: for the first active window of a
+// process Windows makes ready what typing takes, which is as much as painting it.
 void ShowPainted(HWND window) {
+    constexpr UINT kInPlace = SWP_NOMOVE | SWP_NOSIZE;
     ::SetWindowPos(window, nullptr, 0, 0, 0, 0,
-                   SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER | SWP_SHOWWINDOW | SWP_NOREDRAW);
+                   kInPlace | SWP_NOZORDER | SWP_SHOWWINDOW | SWP_NOREDRAW | SWP_NOACTIVATE);
     RECT client{};
     ::GetClientRect(window, &client);
     ShowAsOnePicture(window, client);
+    ::SetWindowPos(window, HWND_TOP, 0, 0, 0, 0, kInPlace);
 }
 
 // How many dialogs of this thread keep each window from input. It gets its input back with the last of them.
@@ -82,7 +86,15 @@ CDialog::~CDialog() {
     ReleaseOwner(std::exchange(m_heldOwner, nullptr));
     if (!m_window) return;
     ::SetWindowLongPtrA(m_window, DWLP_USER, 0);
+    NoteWindowChange();
     EndWindow(m_window);
+}
+
+CDialog* CDialog::Of(HWND window) {
+    // Nothing is read of the windows of other threads and programs.
+    if (!window || ::GetWindowThreadProcessId(window, nullptr) != ::GetCurrentThreadId()) return nullptr;
+    if (reinterpret_cast<DLGPROC>(::GetWindowLongPtrA(window, DWLP_DLGPROC)) != &CDialog::Procedure) return nullptr;
+    return reinterpret_cast<CDialog*>(::GetWindowLongPtrA(window, DWLP_USER));
 }
 
 bool CDialog::CreateModeless(HWND parent, int templateId) {
@@ -223,10 +235,12 @@ INT_PTR CALLBACK CDialog::Procedure(HWND window, UINT message, WPARAM wParam, LP
     if (isBeginning) {
         dialog = std::exchange(s_object, nullptr);
         dialog->m_window = window;
+        NoteWindowChange();
         ::SetWindowLongPtrA(window, DWLP_USER, reinterpret_cast<LONG_PTR>(dialog));
     }
     if (!dialog) return FALSE;  // before WM_INITDIALOG, or the object is gone
     if (!isBeginning && !Believes(message, wParam, lParam)) return TRUE;
+    NoteMessage(window, message, wParam, lParam);
     INT_PTR handled = FALSE;
     try {
         handled = dialog->Dispatch(message, wParam, lParam);
@@ -238,6 +252,7 @@ INT_PTR CALLBACK CDialog::Procedure(HWND window, UINT message, WPARAM wParam, LP
     if (message == WM_NCDESTROY) {
         ::SetWindowLongPtrA(window, DWLP_USER, 0);
         dialog->m_window = nullptr;
+        NoteWindowChange();
         dialog->EndOpen(-1);
     }
     return handled;
@@ -257,7 +272,10 @@ bool CDialog::Believes(UINT message, WPARAM wParam, LPARAM lParam) {
 
 INT_PTR CDialog::Dispatch(UINT message, WPARAM wParam, LPARAM lParam) {
     const auto answer = [this](LRESULT result) -> INT_PTR {
-        ::SetWindowLongPtrA(m_window, DWLP_MSGRESULT, result);
+        // To look takes less than to set it.
+        if (::GetWindowLongPtrA(m_window, DWLP_MSGRESULT) != result) {
+            ::SetWindowLongPtrA(m_window, DWLP_MSGRESULT, result);
+        }
         return TRUE;
     };
     switch (message) {

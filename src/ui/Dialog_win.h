@@ -4,8 +4,11 @@
 #include <optional>
 
 #include "base/Windows_win.h"
+#include "ui/PicturePart_win.h"
 
 namespace brennvar {
+
+class KeptPicture;
 
 class CDialog {
 public:
@@ -39,6 +42,14 @@ public:
     // Null while there is no window.
     [[nodiscard]] HWND Window() const { return m_window; }
     [[nodiscard]] HWND Item(int id) const { return ::GetDlgItem(m_window, id); }
+
+    // The object of such a window of this thread; null for every other window.
+    [[nodiscard]] static CDialog* Of(HWND window);
+    // For pictures that are kept: everything that the dialog paints itself, the whole before its parts. False: it
+    // cannot tell, and is painted each time with all that is in it.
+    [[nodiscard]] virtual bool TellParts(PictureParts&) const { return false; }
+    // Where this dialog keeps its picture from one painting to the next; null: it is painted each time.
+    [[nodiscard]] virtual KeptPicture* PictureToKeep() { return nullptr; }
 
 protected:
     // Ends DoModal or Open; without effect on another modeless dialog.

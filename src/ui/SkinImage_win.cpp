@@ -50,6 +50,14 @@ private:
     int m_old;
 };
 
+// One in memory that the thread keeps: to make one takes longer than most pictures take to be drawn. Null without
+// memory.
+HDC SourceDc() {
+    static thread_local UniqueMemoryDc s_memory;
+    if (!s_memory) s_memory = UniqueMemoryDc(::CreateCompatibleDC(nullptr));
+    return s_memory.Get();
+}
+
 }  // namespace
 
 CSkinImage CSkinImage::Load(const std::string& path) {
@@ -86,13 +94,13 @@ void CSkinImage::DrawPart(HDC target, const RECT& to, const RECT& from, BYTE opa
     const RECT whole{0, 0, m_width, m_height};
     RECT part{};
     if (!m_bitmap || ::IsRectEmpty(&to) || !::IntersectRect(&part, &from, &whole)) return;
-    const UniqueMemoryDc source(::CreateCompatibleDC(target));
+    const HDC source = SourceDc();
     if (!source) return;
-    const CSelect select(source.Get(), m_bitmap.Get());
+    const CSelect select(source, m_bitmap.Get());
     const CHardStretch stretch(target);
     const BLENDFUNCTION blend{AC_SRC_OVER, 0, opacity, AC_SRC_ALPHA};
-    ::AlphaBlend(target, to.left, to.top, WidthOf(to), HeightOf(to), source.Get(), part.left, part.top,
-                 WidthOf(part), HeightOf(part), blend);
+    ::AlphaBlend(target, to.left, to.top, WidthOf(to), HeightOf(to), source, part.left, part.top, WidthOf(part),
+                 HeightOf(part), blend);
 }
 
 void CSkinImage::DrawFrame(HDC target, const RECT& to, int frame, int frameCount, BYTE opacity) const {

@@ -1,6 +1,7 @@
 // A window and everything in it as one picture. Windows has each window paint itself, one after the other, and the
 // screen may be looked at after any of them: half of what was there stands between parts of what comes. Here they
-// all paint into one bitmap, which is then copied at one stroke.
+// all paint into one bitmap, which is then copied at one stroke. A dialog that keeps its picture (PictureToKeep)
+// has only what has changed painted into that.
 #pragma once
 
 #include "base/Windows_win.h"
@@ -8,8 +9,7 @@
 namespace brennvar {
 
 // Paints a part of the window's client area (in its coordinates), with all visible windows in it, and shows it.
-// Nothing of it is left to be painted afterwards. Each window is asked by WM_ERASEBKGND and WM_PRINTCLIENT, without
-// PRF_ERASEBKGND: what lies behind it has been painted already; one with a frame by WM_PRINT with PRF_NONCLIENT.
+// Nothing of it is left to be painted afterwards. How each window is asked is told in WindowPainter_win.h.
 // Without memory for the bitmap everything is painted in Windows' own way. A window that is not on the screen shows
 // nothing and stays as it is.
 void ShowAsOnePicture(HWND window, const RECT& part);

@@ -7,6 +7,7 @@
 #include "ui/Control_win.h"
 #include "ui/OwnMessages_win.h"
 #include "ui/Paint_win.h"
+#include "ui/WindowTree_win.h"
 
 namespace brennvar {
 namespace {
@@ -19,6 +20,7 @@ thread_local CWindow* s_object = nullptr;
 CWindow::~CWindow() {
     if (!m_window) return;
     ::SetWindowLongPtrA(m_window, GWLP_USERDATA, 0);
+    NoteWindowChange();
     EndWindow(m_window);
 }
 
@@ -53,17 +55,26 @@ RECT CWindow::ClientRect() const {
     return client;
 }
 
+CWindow* CWindow::Of(HWND window) {
+    // Nothing is read of the windows of other threads and programs.
+    if (!window || ::GetWindowThreadProcessId(window, nullptr) != ::GetCurrentThreadId()) return nullptr;
+    if (reinterpret_cast<WNDPROC>(::GetWindowLongPtrA(window, GWLP_WNDPROC)) != &CWindow::Procedure) return nullptr;
+    return reinterpret_cast<CWindow*>(::GetWindowLongPtrA(window, GWLP_USERDATA));
+}
+
 LRESULT CALLBACK CWindow::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept {
     auto* object = reinterpret_cast<CWindow*>(::GetWindowLongPtrA(window, GWLP_USERDATA));
     if (!object && message == WM_NCCREATE && s_object) {
         object = std::exchange(s_object, nullptr);
         object->m_window = window;
         object->m_isBeginning = true;
+        NoteWindowChange();
         ::SetWindowLongPtrA(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(object));
     }
     std::optional<LRESULT> result;
     if (object) {
         if (!object->Believes(message, wParam, lParam)) return 0;
+        NoteMessage(window, message, wParam, lParam);
         try {
             result = object->Dispatch(message, wParam, lParam);
         } catch (...) {
@@ -74,6 +85,7 @@ LRESULT CALLBACK CWindow::Procedure(HWND window, UINT message, WPARAM wParam, LP
         if (message == WM_NCDESTROY) {
             ::SetWindowLongPtrA(window, GWLP_USERDATA, 0);
             object->m_window = nullptr;
+            NoteWindowChange();
         }
     }
     return result ? *result : ::DefWindowProcA(window, message, wParam, lParam);

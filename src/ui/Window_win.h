@@ -6,6 +6,7 @@
 #include <string>
 
 #include "base/Windows_win.h"
+#include "ui/PicturePart_win.h"
 
 namespace brennvar {
 
@@ -35,14 +36,30 @@ public:
     // Asks for painting anew: all of it, or a part. Without a window nothing happens; Windows would take the null
     // for all windows of the screen.
     void Repaint() const {
+        LookHasChanged();
         if (m_window) ::InvalidateRect(m_window, nullptr, FALSE);
     }
     void Repaint(const RECT& part) const {
+        LookHasChanged();
         if (m_window) ::InvalidateRect(m_window, &part, FALSE);
     }
     [[nodiscard]] RECT ClientRect() const;
+    // What is on the screen has been changed there already: only pictures of the window have to be painted anew.
+    void LookHasChanged() const { m_look = NextLook(); }
+
+    // The object of such a window of this thread; null for every other window.
+    [[nodiscard]] static CWindow* Of(HWND window);
+    // For pictures that are kept: everything that the window paints, the whole before its parts. False: it cannot
+    // tell, and is painted each time.
+    [[nodiscard]] virtual bool TellParts(PictureParts&) const { return false; }
 
 protected:
+    // The whole as one part, for a window whose look changes with Repaint and its size, and in no other way.
+    [[nodiscard]] bool TellWhole(PictureParts& parts) const {
+        parts.push_back({ClientRect(), m_look});
+        return true;
+    }
+
     // False: the window is not made.
     virtual bool OnCreate() { return true; }
     virtual void OnDestroy() {}
@@ -80,6 +97,7 @@ private:
     HWND m_window = nullptr;
     bool m_isBeginning = false;  // from WM_NCCREATE to WM_CREATE
     bool m_isTracking = false;
+    mutable std::uint64_t m_look = NextLook();
 };
 
 }  // namespace brennvar

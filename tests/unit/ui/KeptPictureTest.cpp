@@ -1,0 +1,268 @@
+#include "ui/KeptPicture_win.h"
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "controls/Button_win.h"
+#include "controls/DrawnText_win.h"
+#include "controls/Label_win.h"
+#include "controls/PushGraph_win.h"
+#include "support/ControlWindow.h"
+#include "tree/Tree_win.h"
+
+namespace brennvar {
+namespace {
+
+constexpr RECT kPlace{0, 0, 600, 500};
+
+// A ground with texts, as a frame or a page has it.
+class Ground final : public CWindow {
+public:
+    DrawnTexts texts{DrawnTexts::PaintedIn::Ground};
+
+    Ground() {
+        (void)Create({.text = "", .style = WS_POPUP | WS_VISIBLE | WS_CLIPCHILDREN, .place = kPlace});
+        texts.SetWindow(Window());
+    }
+    [[nodiscard]] bool TellParts(PictureParts& parts) const override {
+        (void)TellWhole(parts);
+        texts.TellParts(parts);
+        return true;
+    }
+
+private:
+    std::optional<LRESULT> OnMessage(UINT message, WPARAM wParam, LPARAM) override {
+        if (message != WM_ERASEBKGND) return std::nullopt;
+        FillSolid(reinterpret_cast<HDC>(wParam), ClientRect(), test::ControlWindow::kGround);
+        texts.Paint(reinterpret_cast<HDC>(wParam));
+        return TRUE;
+    }
+};
+
+class Patch final : public CWindow {
+public:
+    explicit Patch(COLORREF colour) : m_colour(colour) {}
+    int paintings = 0;
+    [[nodiscard]] bool TellParts(PictureParts& parts) const override { return TellWhole(parts); }
+
+private:
+    void OnPaint(HDC dc, const RECT&) override {
+        ++paintings;
+        FillSolid(dc, ClientRect(), m_colour);
+    }
+    const COLORREF m_colour;
+};
+
+class Rows final : public TreeRows {
+public:
+    TreeCell first;
+    TreeRow state;
+    [[nodiscard]] int RowCount() const override { return 30; }
+    [[nodiscard]] TreeRow Row(int row) const override { return row == 0 ? state : TreeRow{}; }
+    [[nodiscard]] TreeCell Cell(int row, int column) const override {
+        if (row == 0 && column == 0) return first;
+        TreeCell cell;
+        cell.text = std::to_string(row) + " of many, " + std::to_string(column);
+        return cell;
+    }
+};
+
+class KeptPictureTest : public testing::Test {
+protected:
+    void SetUp() override {
+        const HWND parent = ground.Window();
+        button.Create(parent, kButton, "Press", 1, look);
+        button.MoveTo(10, 10);
+        label.Create(parent, "tells nothing", LabelKind::Plain, 0, 2, look);
+        label.Place({120, 10, 250, 40});
+        text.Create(ground.texts, "a text", LabelKind::Bold, SS_ENDELLIPSIS, 3, look);
+        text.Place({260, 10, 400, 40});
+        rows.first.text = "the first";
+        const TreeColumn columns[] = {{.title = "One", .width = 200}, {.title = "Two", .width = 300}};
+        ASSERT_TRUE(tree.Create({.parent = parent, .id = 4, .selectsMany = true}, look, columns, rows));
+        tree.Place({10, 50, 300, 300});
+        samples.Push(20, 0);
+        const Skin plain(nullptr, "");
+        ASSERT_TRUE(graph.Create(parent, 5, "Graph", PushGraphColours(plain, "G", RGB(0, 255, 0)), look));
+        graph.Place({310, 50, 590, 300});
+        samples.Push(30, 0);
+        for (Patch* const patch : {red.get(), blue.get()})
+            ASSERT_TRUE(patch->Create({.parent = parent, .text = {}}));
+        red->Place({10, 310, 200, 400});
+        blue->Place({150, 350, 300, 480});
+        (void)Picture();
+    }
+    [[nodiscard]] std::vector<COLORREF> Picture() {
+        const HDC screen = ::GetDC(ground.Window());
+        const HDC dc = picture.BringUpToDate(ground.Window(), screen);
+        ::ReleaseDC(ground.Window(), screen);
+        RECT client = ground.ClientRect();
+        std::vector<COLORREF> pixels(static_cast<std::size_t>(client.right) *
+                                     static_cast<std::size_t>(client.bottom));
+        BITMAPINFO info{};
+        info.bmiHeader = {sizeof(info.bmiHeader), client.right, -client.bottom, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
+        const auto bitmap = static_cast<HBITMAP>(::GetCurrentObject(dc, OBJ_BITMAP));
+        EXPECT_NE(
+            ::GetDIBits(dc, bitmap, 0, static_cast<UINT>(client.bottom), pixels.data(), &info, DIB_RGB_COLORS), 0);
+        return pixels;
+    }
+
+    test::TestSkin skin;
+    const Look look = skin.MakeLook();
+    Ground ground;
+    CButton button;
+    CLabel label;
+    CDrawnText text;
+    Rows rows;
+    CTree tree;
+    PushGraphSamples samples{{.minimum = 0, .maximum = 100, .minimumLabel = "0", .maximumLabel = "100"}};
+    C2DPushGraph graph{samples};
+    // These two lie over each other.
+    std::unique_ptr<Patch> red = std::make_unique<Patch>(RGB(255, 0, 0));
+    std::unique_ptr<Patch> blue = std::make_unique<Patch>(RGB(0, 0, 255));
+    KeptPicture picture;
+};
+
+TEST_F(KeptPictureTest, IsWhatWouldBePaintedAnewAfterWhateverChanges) {
+    struct Change {
+        const char* name;
+        std::function<void()> make;
+    };
+    const auto changeRow = [this](auto change) {
+        return [this, change] {
+            change();
+            tree.RefreshRow(0);
+        };
+    };
+    const Change changes[] = {
+        {"text", [this] { text.SetText("another text"); }},
+        {"text's place",
+         [this] {
+             text.Place({300, 20, 420, 45});
+         }},
+        {"text hidden", [this] { text.SetShown(false); }},
+        {"text shown", [this] { text.SetShown(true); }},
+        {"text's colour", [this] { text.SetColour(RGB(0, 128, 0)); }},
+        {"button pressed", [this] { ::SendMessageA(button.Window(), BM_SETSTATE, TRUE, 0); }},
+        {"button selected and let go",
+         [this] {
+             ::SendMessageA(button.Window(), BM_SETSTATE, FALSE, 0);
+             button.SetSelected(true);
+             button.SetText("Other");
+         }},
+        {"button disabled", [this] { ::EnableWindow(button.Window(), FALSE); }},
+        {"what tells nothing", [this] { label.SetText("really nothing"); }},
+        {"cell's text", changeRow([this] { rows.first.text = "the second"; })},
+        {"cell's tone", changeRow([this] { rows.first.tone = Tone::Deny; })},
+        {"cell's colour", changeRow([this] { rows.first.textColour = RGB(0, 0, 255); })},
+        {"cell's glyph", changeRow([this] { rows.first.glyph = CellGlyph::Filled; })},
+        {"cell's other glyph", changeRow([this] { rows.first.glyph = CellGlyph::Bar; })},
+        {"cell's box", changeRow([this] { rows.first.checked = false; })},
+        {"cell's check", changeRow([this] { rows.first.checked = true; })},
+        {"row's mark", changeRow([this] { rows.state.mark = RowMark::New; })},
+        {"levels",
+         [this] {
+             tree.SetHasLevels(true);
+             tree.Refresh();
+         }},
+        {"row's children", changeRow([this] { rows.state.hasChildren = true; })},
+        {"row open", changeRow([this] { rows.state.isExpanded = true; })},
+        {"row's level", changeRow([this] { rows.state.level = 2; })},
+        {"row selected", [this] { tree.SelectRow(0); }},
+        {"keyboard in the list", [this] { ::SetFocus(tree.Window()); }},
+        {"row in focus", [this] { ::SendMessageA(tree.Window(), WM_KEYDOWN, VK_DOWN, 0); }},
+        {"scrolled by a row", [this] { tree.ScrollTo(1); }},
+        {"scrolled by more than is seen", [this] { tree.ScrollTo(20); }},
+        {"scrolled sideways", [this] { ::SendMessageA(tree.Window(), WM_MOUSEHWHEEL, 120U << 16, 0); }},
+        {"column",
+         [this] {
+             tree.SetColumnWidths(std::vector<int>{120, 300});
+         }},
+        {"sort mark", [this] { tree.SetSortMark(0, true); }},
+        {"sample",
+         [this] {
+             samples.Push(80, 0);
+             graph.Update("80");
+         }},
+        {"sample of the same value",
+         [this] {
+             samples.Push(10, 0);
+             graph.Update("80");
+         }},
+        {"value", [this] { graph.Update("81"); }},
+        {"second line",
+         [this] {
+             graph.AddLine(1, RGB(255, 255, 0));
+             samples.Push(50, 1);
+             graph.Repaint();
+         }},
+        {"graph's size",
+         [this] {
+             graph.Place({310, 50, 500, 250});
+         }},
+        {"window moved",
+         [this] {
+             red->Place({20, 320, 210, 410});
+         }},
+        {"order of windows",
+         [this] {
+             ::SetWindowPos(red->Window(), HWND_BOTTOM, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+         }},
+        {"window hidden", [this] { ::ShowWindow(blue->Window(), SW_HIDE); }},
+        {"window shown", [this] { ::ShowWindow(blue->Window(), SW_SHOWNA); }},
+        {"window ended", [this] { blue.reset(); }},
+        {"size", [this] { ::SetWindowPos(ground.Window(), nullptr, 0, 0, 560, 450, SWP_NOMOVE | SWP_NOZORDER); }},
+    };
+    std::vector<COLORREF> last = Picture();
+    for (const Change& change : changes) {
+        change.make();
+        const std::vector<COLORREF> kept = Picture();
+        CKeptBitmap::DropAll();
+        const std::vector<COLORREF> fresh = Picture();
+        EXPECT_TRUE(kept == fresh) << change.name;
+        EXPECT_FALSE(fresh == last) << change.name << " is not seen";
+        last = fresh;
+    }
+}
+
+TEST_F(KeptPictureTest, PaintsOnlyWhatHasChanged) {
+    const auto paintingsAfter = [this](auto change) {
+        red->paintings = blue->paintings = 0;
+        change();
+        (void)Picture();
+        return std::pair(red->paintings, blue->paintings);
+    };
+    EXPECT_EQ(paintingsAfter([] {}), std::pair(0, 0));
+    EXPECT_EQ(paintingsAfter([this] { text.SetText("a text far from them"); }), std::pair(0, 0));
+    EXPECT_EQ(paintingsAfter([this] { ::InvalidateRect(red->Window(), nullptr, FALSE); }), std::pair(0, 0));
+    EXPECT_EQ(paintingsAfter([this] { red->Place({20, 320, 140, 340}); }), std::pair(1, 1)) << "it was over both";
+    EXPECT_EQ(paintingsAfter([this] { red->Repaint(); }), std::pair(1, 0));
+    EXPECT_EQ(paintingsAfter([this] { ground.Repaint(); }), std::pair(1, 1));
+    EXPECT_EQ(paintingsAfter([this] { CKeptBitmap::DropAll(); }), std::pair(1, 1));
+}
+
+TEST(KeptBitmapTest, GivesUpTheOldestWhereTheyBecomeTooMany) {
+    constexpr SIZE kThird{1024, static_cast<LONG>(CKeptBitmap::kMostBytes / 3 / 4 / 1024)};
+    const HDC screen = ::GetDC(nullptr);
+    CKeptBitmap kept[4];
+    for (CKeptBitmap& bitmap : kept) EXPECT_TRUE(bitmap.Make(screen, kThird));
+    EXPECT_FALSE(kept[0].Dc());
+    for (const int left : {1, 2, 3}) EXPECT_TRUE(kept[left].Dc()) << left;
+    CKeptBitmap large;
+    EXPECT_FALSE(large.Make(screen, {kThird.cx, 3 * kThird.cy + 1}));
+    EXPECT_TRUE(kept[1].Dc()) << "given up for nothing";
+    kept[2].Drop();
+    EXPECT_TRUE(kept[0].Make(screen, kThird));
+    EXPECT_TRUE(kept[1].Dc() && kept[3].Dc());
+    CKeptBitmap::DropAll();
+    for (const CKeptBitmap& bitmap : kept) EXPECT_FALSE(bitmap.Dc());
+    ::ReleaseDC(nullptr, screen);
+}
+
+}  // namespace
+}  // namespace brennvar
