@@ -81,8 +81,8 @@ bool ShowFromBitmap(HWND window, const RECT& part) {
 
 void ShowAsOnePicture(HWND window, const RECT& part) {
     if (!IsSeen(window) || ::IsRectEmpty(&part) || ShowFromBitmap(window, part)) return;
-    ::RedrawWindow(window, &part, nullptr,
-                   RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_ALLCHILDREN | RDW_UPDATENOW);
+    // Later: painting at once would not end where no window can paint, for want of a DC.
+    ::RedrawWindow(window, &part, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_ALLCHILDREN);
 }
 
 bool PaintAsOnePicture(HWND window) {
