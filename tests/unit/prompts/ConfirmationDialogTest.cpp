@@ -77,19 +77,19 @@ TEST_F(ConfirmationDialogTest, TellsWhatTheAnswersDoAndTakesTheirFirstLettersOnc
     question.onceText = "Once.";
     question.alwaysText = "Always.";
     for (const auto& [letter, allow] : {std::pair{'y', true}, {'Y', true}, {'n', false}}) {
-        const PromptAnswer answer = Ask([&, letter = letter] {
-            const auto type = [&](char key) { ::PostMessageA(Item(573), WM_CHAR, static_cast<WPARAM>(key), 0); };
+        const PromptAnswer answer = Ask([this, letter = letter] {
+            const auto type = [this](char key) { ::PostMessageA(Item(573), WM_CHAR, static_cast<WPARAM>(key), 0); };
             EXPECT_TRUE(::IsWindowVisible(Item(909)));
             EXPECT_FALSE(::IsWindowVisible(Item(919)));
             type(letter);  // too early
-            modalOwner.Post([&, letter] {
+            modalOwner.Post([this, letter, type] {
                 ASSERT_TRUE(::IsWindow(dialogWindow));
                 PassDelay();
                 Click(573);
                 EXPECT_FALSE(::IsWindowVisible(Item(909)));
                 EXPECT_TRUE(::IsWindowVisible(Item(919)));
                 type('q');
-                modalOwner.Post([&, letter] {
+                modalOwner.Post([this, letter, type] {
                     EXPECT_TRUE(::IsWindow(dialogWindow)) << "no answer begins with it";
                     type(letter);
                 });

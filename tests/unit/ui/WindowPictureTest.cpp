@@ -146,6 +146,7 @@ TEST_F(WindowPictureTest, IsWhatTheWindowsPaintOneByOneAndLeavesNothingToBePaint
 }
 
 TEST_F(WindowPictureTest, WithoutABitmapWindowsPaintsInItsOwnWay) {
+    const auto painted = Screenshots();
     constexpr std::size_t kDcOnly = 1;
     ::RedrawWindow(window.Window(), nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
     const int before = LeftToPaint();
@@ -156,11 +157,18 @@ TEST_F(WindowPictureTest, WithoutABitmapWindowsPaintsInItsOwnWay) {
     }
     // What is painted at once inside WM_PAINT comes back to the same WM_PAINT for ever.
     EXPECT_EQ(LeftToPaint(), before);
-    {
-        const test::NoGdiObjects scarce(kDcOnly);
-        ShowAsOnePicture(window.Window(), window.ClientRect());
+    // Nor is there an end to painting at once where not even a DC is left: it is painted when there are some again.
+    for (const std::size_t left : {kDcOnly, std::size_t{0}}) {
+        Spoil();
+        {
+            const test::NoGdiObjects scarce(left);
+            ShowAsOnePicture(window.Window(), window.ClientRect());
+        }
+        ::RedrawWindow(window.Window(), nullptr, nullptr,
+                       RDW_INVALIDATE | RDW_ERASE | RDW_UPDATENOW | RDW_ALLCHILDREN);
+        ExpectLook(painted);
+        EXPECT_EQ(LeftToPaint(), 0);
     }
-    EXPECT_EQ(LeftToPaint(), 0);
 }
 
 TEST_F(WindowPictureTest, FieldsPrintTheirFrameAndLeaveRoomForTheInside) {
