@@ -124,6 +124,7 @@ TEST_F(SecurityTest, CommandsNeedNoPasswordWhereNoneIsSet) {
     for (const auto& [button, older] : choices) {
         Command(kDeleteLogs);
         const HWND dialog = NextWindow("Delete logs");
+        EXPECT_EQ(LOWORD(::SendMessageA(dialog, DM_GETDEFID, 0, 0)), IDCANCEL) << "Enter deletes nothing";
         const std::pair<int, WPARAM> rows[] = {{kYearList, 1}, {kMonthList, 1}, {kDayList, 27}};
         for (const auto& [list, row] : rows) {
             Ask(::GetDlgItem(dialog, list), CB_SETCURSEL, row);

@@ -67,6 +67,33 @@ protected:
     std::string Note() const { return test::DrawnText(page.Window(), IDC_OPTIONS_NOTE).value_or("none"); }
 };
 
+TEST_F(OptionsPageTest, TellsWhatAnOptionDoesAndBringsBackWhatIsStored) {
+    const auto help = [this] { return test::DrawnText(page.Window(), IDC_OPTIONS_HELP).value_or("none"); };
+    const std::string hint = "Point at an option to read what it does.";
+    const HWND box = Find(1007);  // loads at startup
+    EXPECT_EQ(help(), hint);
+    // Windows asks the control's parents before the control.
+    ::SendMessageA(box, WM_SETCURSOR, reinterpret_cast<WPARAM>(box), MAKELPARAM(HTCLIENT, WM_MOUSEMOVE));
+    const std::string sentence = help();
+    EXPECT_NE(sentence, hint);
+    ::SendMessageA(page.Window(), kControlFocused, 0, reinterpret_cast<LPARAM>(Find(1005)));
+    EXPECT_NE(help(), hint);
+    EXPECT_NE(help(), sentence);
+    ::SendMessageA(page.Window(), WM_SETCURSOR, reinterpret_cast<WPARAM>(Find(IDC_OPTIONS_APPLY)), 0);
+    EXPECT_NE(help(), hint) << "what is no option leaves it";
+
+    EXPECT_FALSE(::IsWindowEnabled(Find(IDC_OPTIONS_DISCARD)));
+    const LRESULT before = Ask(1007, BM_GETCHECK);
+    Ask(1007, BM_CLICK);
+    EXPECT_NE(Ask(1007, BM_GETCHECK), before);
+    EXPECT_TRUE(::IsWindowEnabled(Find(IDC_OPTIONS_DISCARD)));
+    Ask(IDC_OPTIONS_DISCARD, BM_CLICK);
+    EXPECT_EQ(Ask(1007, BM_GETCHECK), before);
+    EXPECT_FALSE(::IsWindowEnabled(Find(IDC_OPTIONS_DISCARD)));
+    OpenSection(kMiscellaneousSection);
+    EXPECT_EQ(help(), hint);
+}
+
 TEST_F(OptionsPageTest, NothingSelectedChangesNothing) {
     OpenSection(kResourcesSection);
     EXPECT_EQ(Ask(IDC_OPTIONS_LANGUAGE, CB_GETCURSEL), 1) << "not the name in other letters";
