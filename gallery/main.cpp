@@ -9,6 +9,7 @@
 #include "GalleryPage.h"
 #include "config/Charset.h"
 #include "config/Resources_win.h"
+#include "ui/OwnMessages_win.h"
 #include "ui/Window_win.h"
 
 namespace brennvar::gallery {
@@ -75,6 +76,10 @@ private:
     void OnPaint(HDC dc, const RECT&) override { m_page.PaintGround(dc, ClientRect(), m_look); }
     void OnCommand(int id, int notification) override { m_page.OnCommand(Window(), id, notification); }
     std::optional<LRESULT> OnMessage(UINT message, WPARAM wParam, LPARAM) override {
+        if (message == WM_CLOSE) {
+            EndWindow(Window());
+            return 0;
+        }
         if (message != WM_ERASEBKGND) return std::nullopt;
         m_page.PaintGround(reinterpret_cast<HDC>(wParam), ClientRect(), m_look);
         return TRUE;
