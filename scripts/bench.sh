@@ -126,6 +126,7 @@ awk -v measures="$measures" -F, '
     name == "name" { bytes_column = 0; for (i = 1; i <= NF; i++) if ($i ~ /bytes_per_record/) bytes_column = i }
     name ~ /_median$/ && $4 + 0 > 0 {
         sub(/_median$/, "", name)
+        sub(/\/real_time$/, "", name)
         real[name] = milliseconds($3, $5); cpu[name] = milliseconds($4, $5)
         if (bytes_column) bytes[name] = $bytes_column
     }
