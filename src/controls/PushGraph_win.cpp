@@ -19,21 +19,6 @@ constexpr int kHaloShare = 140;
 
 constexpr UINT kOneLine = DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX;
 
-// Nothing outside of a place is drawn on until the end.
-class ClipTo {
-public:
-    ClipTo(HDC dc, const RECT& place) : m_dc(dc), m_saved(::SaveDC(dc)) {
-        ::IntersectClipRect(dc, place.left, place.top, place.right, place.bottom);
-    }
-    ClipTo(const ClipTo&) = delete;
-    ClipTo& operator=(const ClipTo&) = delete;
-    ~ClipTo() { ::RestoreDC(m_dc, m_saved); }
-
-private:
-    HDC m_dc;
-    int m_saved;
-};
-
 void DrawPath(HDC dc, const std::vector<POINT>& points, int width, COLORREF colour) {
     const UniquePen pen(::CreatePen(PS_SOLID, width, colour));
     const CSelect select(dc, pen.Get());
@@ -114,7 +99,8 @@ void C2DPushGraph::PaintAll(HDC dc, const RECT& client) {
     if (HeightOf(plot) > 0) {
         m_samples.PrepareToPaint(WidthOf(plot));
         // The lowest pixels of a line are those below the plot.
-        const ClipTo clip(dc, {plot.left, plot.top, plot.right, plot.bottom + 1});
+        const SavedDc saved(dc);
+        ::IntersectClipRect(dc, plot.left, plot.top, plot.right, plot.bottom + 1);
         const std::vector<Path> paths = MakePaths(plot);
         for (const Path& path : paths) {
             FillBelow(dc, path.points, plot.bottom, MixColours(path.colour, m_ground, kAreaShare));
