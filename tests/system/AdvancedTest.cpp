@@ -63,12 +63,13 @@ protected:
     // "one two" with a star at each that is selected, and a minus at each that is off.
     [[nodiscard]] std::string Shown() const {
         std::string shown;
-        for (int row = 0; row < ListRowCount(m_list); ++row) {
+        // Read once: the list may be filled anew, with fewer rows, at any time.
+        const Rows rows = ReadList(kDescriptionColumn + 1);
+        for (std::size_t row = 0; row < rows.size(); ++row) {
             if (row > 0) shown += ' ';
-            shown += ReadList(kDescriptionColumn + 1)[static_cast<std::size_t>(row)][kDescriptionColumn];
-            const auto at = static_cast<WPARAM>(row);
-            if (::SendMessageA(m_list, kTreeGetCheck, at, kActionColumn) == 0) shown += '-';
-            if (::SendMessageA(m_list, kTreeIsRowSelected, at, 0) == 1) shown += '*';
+            shown += rows[row][kDescriptionColumn];
+            if (::SendMessageA(m_list, kTreeGetCheck, row, kActionColumn) == 0) shown += '-';
+            if (::SendMessageA(m_list, kTreeIsRowSelected, row, 0) == 1) shown += '*';
         }
         return shown;
     }
@@ -102,8 +103,7 @@ protected:
 
 TEST_F(AdvancedTest, RulesAreSwitchedMovedAndDeletedCommandByCommand) {
     StartWithFour();
-    EXPECT_EQ(ReadList(8).front(),
-              (std::vector<std::string>{"1", "Deny", "TCP in", "port 1", "any", "any", "always", "one"}));
+    EXPECT_EQ(ReadList(8, 1), (Rows{{"1", "Deny", "TCP in", "port 1", "any", "any", "always", "one"}}));
     for (const int button : {kEdit, kDelete, kUp, kDown, kUndo}) EXPECT_FALSE(IsEnabled(button)) << button;
 
     Ask(m_list, kTreeToggleCheck, 0, kActionColumn);

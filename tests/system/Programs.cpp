@@ -8,6 +8,22 @@
 #include <thread>
 
 namespace brennvar::test {
+namespace {
+
+// What ends every program that the tests have started, and what those have started, when the tests' process ends in
+// whatever way: a program left behind holds the test's output open, for which whoever reads it waits.
+HANDLE EndsWithUs() {
+    static const HANDLE job = [] {
+        const HANDLE made = ::CreateJobObjectA(nullptr, nullptr);
+        JOBOBJECT_EXTENDED_LIMIT_INFORMATION limits{};
+        limits.BasicLimitInformation.LimitFlags = JOB_OBJECT_LIMIT_KILL_ON_JOB_CLOSE;
+        ::SetInformationJobObject(made, JobObjectExtendedLimitInformation, &limits, sizeof limits);
+        return made;  // closed by the end of this process
+    }();
+    return job;
+}
+
+}  // namespace
 
 bool WaitUntil(const std::function<bool()>& condition, std::chrono::milliseconds limit) {
     const auto end = std::chrono::steady_clock::now() + limit;
@@ -59,10 +75,13 @@ RunningProgram::RunningProgram(std::string commandLine, const std::string& outpu
     startup.hStdOutput = file.Get();
     startup.hStdError = file.Get();
     PROCESS_INFORMATION process{};
-    if (!::CreateProcessA(nullptr, commandLine.data(), nullptr, nullptr, TRUE, CREATE_NO_WINDOW, nullptr, nullptr,
-                          &startup, &process)) {
+    // Held until it is in the job, so that nothing it starts is outside.
+    if (!::CreateProcessA(nullptr, commandLine.data(), nullptr, nullptr, TRUE, CREATE_NO_WINDOW | CREATE_SUSPENDED,
+                          nullptr, nullptr, &startup, &process)) {
         return;
     }
+    ::AssignProcessToJobObject(EndsWithUs(), process.hProcess);
+    ::ResumeThread(process.hThread);
     ::CloseHandle(process.hThread);
     m_process.Reset(process.hProcess);
     m_id = process.dwProcessId;
