@@ -33,6 +33,14 @@ void DrawCross(HDC dc, const RECT& box, COLORREF colour) {
 
 constexpr int kTextMargins = 16;  // both, at 96 pixels per inch
 
+// A frame of one pixel with the corners of the delivered pictures.
+void DrawRing(HDC dc, const RECT& place, COLORREF colour) {
+    const UniquePen pen(::CreatePen(PS_SOLID, 1, colour));
+    const CSelect selectPen(dc, pen.Get());
+    const CSelect selectBrush(dc, ::GetStockObject(NULL_BRUSH));
+    ::RoundRect(dc, place.left, place.top, place.right, place.bottom, kRingDiameter, kRingDiameter);
+}
+
 }  // namespace
 
 bool FitsButton(const ButtonKind& kind, const Look& look, const std::string& text) {
@@ -111,21 +119,17 @@ void CButton::OnPaint(HDC dc, const RECT& client) {
         PaintPlain(dc, client, touch);
     }
     if (m_form != ButtonForm::Caption) PaintText(dc, client, touch);
-    if (IsDefault() && IsEnabled()) {
-        const UniquePen pen(::CreatePen(PS_SOLID, 1, m_colours.accent));
-        const CSelect selectPen(dc, pen.Get());
-        const CSelect selectBrush(dc, ::GetStockObject(NULL_BRUSH));
-        ::RoundRect(dc, client.left, client.top, client.right, client.bottom, kRingDiameter, kRingDiameter);
-    }
-    if (ShowsFocus()) {
-        const COLORREF colour = TextColour(touch);
-        RECT place = Inset(client, kFocusInset);
-        if (m_form == ButtonForm::PageEntry) {
-            place = client;
-            ::InflateRect(&place, -kPageFocusInset.cx, -kPageFocusInset.cy);
-        }
-        DrawFrame(dc, place, MixColours(colour, IsFlat() ? m_colours.button : kPlainGround[0], kFocusShare));
-    }
+    if (IsDefault() && IsEnabled()) DrawRing(dc, client, m_colours.accent);
+    if (ShowsFocus()) PaintFocus(dc, client, touch);
+}
+
+void CButton::PaintFocus(HDC dc, const RECT& client, Touch touch) const {
+    const COLORREF colour =
+        MixColours(TextColour(touch), IsFlat() ? m_colours.button : kPlainGround[0], kFocusShare);
+    if (m_form != ButtonForm::PageEntry) return DrawFrame(dc, Inset(client, kFocusInset), colour);
+    RECT place = client;
+    ::InflateRect(&place, -kPageFocusInset.cx, -kPageFocusInset.cy);
+    DrawRing(dc, place, colour);
 }
 
 bool CButton::IsFlat() const {

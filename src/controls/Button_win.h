@@ -111,6 +111,7 @@ private:
     // Without the skin's picture: plain, or disabled.
     [[nodiscard]] bool IsFlat() const;
     void PaintFlat(HDC dc, const RECT& client, Touch touch) const;
+    void PaintFocus(HDC dc, const RECT& client, Touch touch) const;
     [[nodiscard]] COLORREF TextColour(Touch touch) const;
     void PaintText(HDC dc, const RECT& client, Touch touch) const;
     std::optional<LRESULT> OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;

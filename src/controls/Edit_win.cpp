@@ -36,7 +36,7 @@ void CEdit::SetCue(const std::string& cue) {
 }
 
 bool CEdit::ShowsCue() const {
-    return !m_cue.empty() && !HasLines() && ::GetWindowTextLengthA(Window()) == 0;
+    return !m_cue.empty() && !HasLines() && IsEmpty();
 }
 
 FieldState CEdit::GroundState() const {
@@ -101,9 +101,9 @@ LRESULT CEdit::OnCalculateSize(WPARAM wParam, RECT& place) {
     const LRESULT result = CallWindows(WM_NCCALCSIZE, wParam, reinterpret_cast<LPARAM>(&place));
     const LONG padding = FieldPadding();
     const DWORD style = Style();
-    place.left += padding;
+    place.left += padding + RoomBefore();
     // A scroll bar stands at the client area's edge.
-    if ((style & WS_VSCROLL) == 0) place.right = std::max(place.left, place.right - padding);
+    if ((style & WS_VSCROLL) == 0) place.right = std::max(place.left, place.right - padding - RoomBehind());
     if (HasLines()) {
         place.top += kFieldFrame;
         if ((style & WS_HSCROLL) == 0) place.bottom = std::max(place.top, place.bottom - kFieldFrame);
@@ -136,6 +136,7 @@ void CEdit::PaintFrame(HDC dc) const {
     ::ExcludeClipRect(dc, inside.left, inside.top, inside.right, inside.bottom);
     FillSolid(dc, Inset(place, kFieldFrame), FieldGround(m_colours, GroundState()));
     DrawFieldFrame(dc, place, m_colours, HasFocus() && IsEnabled() ? FieldState::Focused : GroundState());
+    PaintRooms(dc, Inset(place, kFieldFrame));
 }
 
 LRESULT CEdit::OnTextMessage(UINT message, WPARAM wParam, LPARAM lParam) {
@@ -145,7 +146,7 @@ LRESULT CEdit::OnTextMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     const LRESULT result = CallWindows(message, wParam, lParam);
     // Windows paints only what it knows to have changed. The parent may have ended the field.
     if (hasCue && ::IsWindow(window) && showed != (::GetWindowTextLengthA(window) == 0)) {
-        ::InvalidateRect(window, nullptr, TRUE);
+        ::RedrawWindow(window, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_FRAME);
     }
     return result;
 }

@@ -175,8 +175,9 @@ void ListPage::Arrange() {
 
 void ListPage::ShowCount() {
     const int count = m_model->AllRowCount();
-    std::string shown = m_context.language.GetText(1048, "Entries:") + " " + std::to_string(RowCount());
-    if (RowCount() != count) shown += " / " + std::to_string(count);
+    const Language& language = m_context.language;
+    std::string shown = language.GetText(1048, "Entries:") + " " + std::to_string(RowCount());
+    if (RowCount() != count) shown += " " + language.GetText(2480, "of") + " " + std::to_string(count);
     m_count.SetText(shown);
 }
 

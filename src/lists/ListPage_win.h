@@ -19,7 +19,7 @@
 #include "config/Language.h"
 #include "config/UserValues.h"
 #include "controls/DrawnText_win.h"
-#include "controls/Edit_win.h"
+#include "controls/SearchBox_win.h"
 #include "dialogs/Page_win.h"
 #include "lists/ListActions_win.h"
 #include "lists/ListChoices_win.h"
@@ -149,7 +149,7 @@ private:
     const bool m_arrangesItself;
     std::vector<ListColumn> m_columns;
     int m_iconColumn = 0;
-    CEdit m_search;
+    CSearchBox m_search;
     ListChoices m_choices;
     std::unique_ptr<CListTree> m_list;
     CDrawnText m_count;

@@ -144,7 +144,8 @@ void TreeCanvas::PaintRow(HDC dc, int row, const RECT& place, const RECT& invali
 void TreeCanvas::ReadRow(int row, int width) {
     const bool hasFocus = HasFocus();
     const bool isAlternate = m_state.Setup().isZebra && row % 2 != 0;
-    m_row.ground = m_state.Painter().RowGround(isAlternate, m_state.Selection().IsSelected(row), hasFocus);
+    m_row.isSelected = m_state.Selection().IsSelected(row);
+    m_row.ground = m_state.Painter().RowGround(isAlternate, m_row.isSelected, hasFocus);
     m_row.state = m_state.Source().Row(row);
     m_row.showsFocus = m_state.ShowsFocus() && hasFocus && row == m_state.FocusedRow();
     m_row.cells.clear();
@@ -169,7 +170,8 @@ void TreeCanvas::DescribeRow(int width) {
     add(m_row.ground);
     add(m_row.state.level);
     add(m_row.state.mark);
-    for (const bool flag : {m_row.showsFocus, m_row.state.hasChildren, m_row.state.isExpanded}) add(flag);
+    for (const bool flag : {m_row.isSelected, m_row.showsFocus, m_row.state.hasChildren, m_row.state.isExpanded})
+        add(flag);
     for (const RowContent::Cell& cell : m_row.cells) {
         const TreeCell& content = cell.content;
         add(cell.column);
@@ -201,9 +203,10 @@ void TreeCanvas::PaintContent(HDC dc, const RECT& place) const {
         const RECT whole{cell.left, place.top, cell.right, place.bottom};
         const CellPlaces parts =
             TreePainter::PlaceParts(cell.content, m_row.state, whole, m_places.KeepsExpander(cell.column));
-        painter.PaintCell(dc, cell.content, m_row.state, parts, m_places.Column(cell.column), cell.check);
+        painter.PaintCell(dc, cell.content, m_row.state, parts, m_places.Column(cell.column), cell.check,
+                          m_row.isSelected);
     }
-    painter.PaintMark(dc, place, m_row.state.mark);
+    painter.PaintMarks(dc, place, m_row.isSelected, m_row.state.mark);
     if (m_row.showsFocus) painter.PaintFocus(dc, place);
 }
 

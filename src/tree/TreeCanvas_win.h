@@ -44,6 +44,7 @@ private:
         };
         COLORREF ground;
         TreeRow state;
+        bool isSelected;
         bool showsFocus;
         std::vector<Cell> cells;
     };

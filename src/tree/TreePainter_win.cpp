@@ -39,6 +39,15 @@ RECT Take(RECT& rest, int width, int gap) {
     return place;
 }
 
+// The colour, as far towards the text's as reading it on the ground takes.
+COLORREF MadeReadable(COLORREF colour, COLORREF ground, COLORREF text) {
+    COLORREF readable = colour;
+    for (int share = 32; Contrast(readable, ground) < kTextContrast && share < 256; share += 32) {
+        readable = MixColours(colour, text, share);
+    }
+    return readable;
+}
+
 // A triangle in steps of whole pixels, which stays sharp: points right, down, or, reversed, up.
 void DrawTriangle(HDC dc, const RECT& place, int half, bool isSideways, bool isReversed, COLORREF colour) {
     const RECT box = Centred(place, isSideways ? SIZE{half, 2 * half - 1} : SIZE{2 * half - 1, half});
@@ -61,6 +70,7 @@ TreePainter::TreePainter(const Look& look, bool hasFixedLetters)
       m_lineRight(look.skin.GetSkinColor("GRADIENT_RIGHT", 255, 181, 106)),
       m_header(MixColours(look.colours.list, look.colours.page, 200)),
       m_isDark(IsDark(look.colours.list)),
+      m_quietOnSelection(MadeReadable(look.colours.quietText, look.colours.selection, look.colours.text)),
       m_check(CSkinImage::Load(look.skin.GetSkinImagePath("CHECK_BUTTON_LIST", "check_button_list.png"))) {
     m_text.SetFont(hasFixedLetters ? look.fonts.Fixed() : look.fonts.Text());
     for (std::size_t tone = 0; tone < m_tones.size(); ++tone) {
@@ -116,7 +126,7 @@ COLORREF TreePainter::RowGround(bool isAlternate, bool isSelected, bool hasFocus
 }
 
 void TreePainter::PaintCell(HDC dc, const TreeCell& cell, const TreeRow& row, const CellPlaces& places,
-                            const TreeColumn& column, Touch check) {
+                            const TreeColumn& column, Touch check, bool isSelected) {
     if (!::IsRectEmpty(&places.expander)) {
         DrawTriangle(dc, places.expander, Scale(5), !row.isExpanded, false, m_colours.quietText);
     }
@@ -131,7 +141,7 @@ void TreePainter::PaintCell(HDC dc, const TreeCell& cell, const TreeRow& row, co
         }
     }
     if (!::IsRectEmpty(&places.mark)) PaintAction(dc, cell, places);
-    const COLORREF colour = ColourOf(cell);
+    const COLORREF colour = ColourOf(cell, isSelected);
     if (!::IsRectEmpty(&places.glyph)) PaintGlyph(dc, places.glyph, cell.glyph, colour);
     ::SetTextColor(dc, colour);
     m_text.Draw(dc, places.text, cell.text, column.isNumber,
@@ -150,9 +160,13 @@ void TreePainter::PaintGlyph(HDC dc, const RECT& place, CellGlyph glyph, COLORRE
     ::Ellipse(dc, place.left, place.top, place.right, place.bottom);
 }
 
-void TreePainter::PaintMark(HDC dc, const RECT& row, RowMark mark) const {
-    if (mark == RowMark::None) return;
+void TreePainter::PaintMarks(HDC dc, const RECT& row, bool isSelected, RowMark mark) const {
     RECT bar{row.left, row.top, row.left + Scale(kMark), row.bottom};
+    if (isSelected) {
+        FillSolid(dc, bar, m_colours.accent);
+        ::OffsetRect(&bar, Scale(kMark + 1), 0);
+    }
+    if (mark == RowMark::None) return;
     if (mark == RowMark::New) return FillSolid(dc, bar, m_colours.accent);
     // Gone: four pieces, with room for as many between them.
     const LONG piece = std::max(1, HeightOf(row) / 8);
@@ -161,17 +175,16 @@ void TreePainter::PaintMark(HDC dc, const RECT& row, RowMark mark) const {
     }
 }
 
-COLORREF TreePainter::ColourOf(const TreeCell& cell) {
+COLORREF TreePainter::ColourOf(const TreeCell& cell, bool isSelected) {
+    if (isSelected && !cell.textColour && cell.tone == Tone::Muted) return m_quietOnSelection;
     return cell.textColour ? Readable(*cell.textColour) : m_tones.at(static_cast<std::size_t>(cell.tone));
 }
 
 // Colours are chosen for a light list. A dark one shows them as much lighter as reading takes.
 COLORREF TreePainter::Readable(COLORREF colour) {
     if (!m_isDark || colour == m_wanted) return m_isDark ? m_readable : colour;
-    m_wanted = m_readable = colour;
-    for (int share = 32; Contrast(m_readable, m_colours.list) < kTextContrast && share < 256; share += 32) {
-        m_readable = MixColours(colour, m_colours.text, share);
-    }
+    m_wanted = colour;
+    m_readable = MadeReadable(colour, m_colours.list, m_colours.text);
     return m_readable;
 }
 

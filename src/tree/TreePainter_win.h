@@ -44,8 +44,9 @@ public:
     // The ground of a row; the font must be selected and the background mode transparent for everything below.
     [[nodiscard]] COLORREF RowGround(bool isAlternate, bool isSelected, bool hasFocus) const;
     void PaintCell(HDC dc, const TreeCell& cell, const TreeRow& row, const CellPlaces& places,
-                   const TreeColumn& column, Touch check);
-    void PaintMark(HDC dc, const RECT& row, RowMark mark) const;
+                   const TreeColumn& column, Touch check, bool isSelected);
+    // At the row's left end: that it is selected, and beside that what has become of it.
+    void PaintMarks(HDC dc, const RECT& row, bool isSelected, RowMark mark) const;
     void PaintFocus(HDC dc, const RECT& row) const;
 
     enum class Sort { None, Up, Down };
@@ -59,7 +60,7 @@ private:
     void PaintGlyph(HDC dc, const RECT& place, CellGlyph glyph, COLORREF colour) const;
     void PaintCheck(HDC dc, const RECT& place, bool isChecked, Touch touch) const;
     [[nodiscard]] COLORREF Readable(COLORREF colour);
-    [[nodiscard]] COLORREF ColourOf(const TreeCell& cell);
+    [[nodiscard]] COLORREF ColourOf(const TreeCell& cell, bool isSelected);
     void PaintAction(HDC dc, const TreeCell& cell, const CellPlaces& places);
 
     Palette m_colours;
@@ -67,6 +68,7 @@ private:
     COLORREF m_lineRight;
     COLORREF m_header;
     bool m_isDark;
+    COLORREF m_quietOnSelection;
     std::array<COLORREF, kToneCount> m_tones{};
     std::array<std::optional<COLORREF>, kToneCount> m_pills{};  // the ground that a tone needs
     COLORREF m_wanted = CLR_INVALID;  // the last colour that was made readable, and what became of it

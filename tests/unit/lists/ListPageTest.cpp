@@ -179,7 +179,7 @@ TEST_F(ListPageTest, SearchesSortsCountsAndKeepsTheSelection) {
     Search("A");
     EXPECT_EQ(Names(), "ab ac ");
     EXPECT_EQ(Selected(), "ac");
-    EXPECT_EQ(Drawn(IDC_PAGE_COUNT), "Entries: 2 / 3");
+    EXPECT_EQ(Drawn(IDC_PAGE_COUNT), "Entries: 2 of 3");
     Search("nowhere");
     EXPECT_EQ(TextOfWindow(list), "No entry contains this text.");
     model->Set({});

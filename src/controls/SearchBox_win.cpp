@@ -1,0 +1,113 @@
+#include "controls/SearchBox_win.h"
+
+#include <array>
+#include <cmath>
+#include <numbers>
+
+#include <windowsx.h>
+
+#include "ui/Paint_win.h"
+#include "ui/SmoothDc_win.h"
+
+namespace brennvar {
+namespace {
+
+// At 96 pixels per inch: the side of both pictures, and from the frame to each.
+constexpr int kPicture = 16;
+constexpr int kBeside = 4;
+constexpr int kUnit = CSmoothDc::kFactor;
+constexpr int kLine = 6;  // quarters of a pixel
+
+// In sixteenths of the picture's side.
+POINT At(const RECT& place, double x, double y) {
+    const double side = static_cast<double>(WidthOf(place)) * kUnit / kPicture;
+    return {std::lround(x * side), std::lround(y * side)};
+}
+
+void DrawMagnifier(HDC dc, const RECT& place, COLORREF colour) {
+    const CSmoothDc smooth(dc, place);
+    if (!smooth.Dc()) return;
+    constexpr double kCentre = 7, kRadius = 4.2;
+    std::array<POINT, 25> ring{};
+    for (std::size_t i = 0; i < ring.size(); ++i) {
+        const double angle = 2 * std::numbers::pi * static_cast<double>(i) / (ring.size() - 1);
+        ring[i] = At(place, kCentre + kRadius * std::cos(angle), kCentre + kRadius * std::sin(angle));
+    }
+    smooth.DrawLines(ring.data(), static_cast<int>(ring.size()), Scale(kLine), colour);
+    const std::array<POINT, 2> handle{At(place, 10.2, 10.2), At(place, 13.4, 13.4)};
+    smooth.DrawLines(handle.data(), 2, Scale(kLine), colour);
+}
+
+void DrawCross(HDC dc, const RECT& place, COLORREF colour) {
+    const CSmoothDc smooth(dc, place);
+    if (!smooth.Dc()) return;
+    for (const double end : {4.5, 11.5}) {
+        const std::array<POINT, 2> line{At(place, 4.5, end), At(place, 11.5, 16 - end)};
+        smooth.DrawLines(line.data(), 2, Scale(kLine), colour);
+    }
+}
+
+RECT PictureAt(LONG left, const RECT& field) {
+    const LONG side = Scale(kPicture);
+    const LONG top = field.top + (HeightOf(field) - side) / 2;
+    return {left, top, left + side, top + side};
+}
+
+}  // namespace
+
+int CSearchBox::RoomBefore() const {
+    return Scale(kPicture + kBeside) - FieldPadding() + Scale(kBeside);
+}
+
+int CSearchBox::RoomBehind() const {
+    return RoomBefore();
+}
+
+void CSearchBox::PaintRooms(HDC dc, const RECT& field) const {
+    DrawMagnifier(dc, PictureAt(field.left + Scale(kBeside), field), Colours().quietText);
+    if (IsEmpty()) return;
+    DrawCross(dc, PictureAt(field.right - Scale(kBeside + kPicture), field), Colours().quietText);
+}
+
+bool CSearchBox::IsOnCross(LPARAM point) const {
+    return !IsEmpty() && GET_X_LPARAM(point) >= ClientRect().right;
+}
+
+bool CSearchBox::IsOnText(POINT point) const {
+    const RECT client = ClientRect();
+    return point.x >= client.left && point.x < client.right;
+}
+
+std::optional<LRESULT> CSearchBox::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+    switch (message) {
+        case WM_GETDLGCODE:
+            // Else the window takes Escape for its own.
+            if (wParam != VK_ESCAPE || IsEmpty()) return std::nullopt;
+            return CallWindows(message, wParam, lParam) | DLGC_WANTMESSAGE;
+        case WM_KEYDOWN:
+            if (wParam != VK_ESCAPE || IsEmpty()) break;
+            SetText("");
+            return 0;
+        case WM_CHAR:
+            if (wParam != VK_ESCAPE) break;
+            return 0;
+        case WM_LBUTTONDOWN:
+        case WM_LBUTTONDBLCLK:
+            if (!IsOnCross(lParam)) break;
+            ::SetFocus(Window());
+            SetText("");
+            return 0;
+        case WM_SETCURSOR: {
+            POINT point{};
+            ::GetCursorPos(&point);
+            ::ScreenToClient(Window(), &point);
+            if (IsOnText(point)) return std::nullopt;
+            ::SetCursor(::LoadCursorA(nullptr, IDC_ARROW));
+            return TRUE;
+        }
+        default: break;
+    }
+    return CEdit::OnMessage(message, wParam, lParam);
+}
+
+}  // namespace brennvar
