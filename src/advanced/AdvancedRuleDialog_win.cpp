@@ -197,7 +197,8 @@ void AdvancedRuleDialog::TellFirstFault() {
     if (!field) return;
     ForEachField([&](RuleField each) { m_tells[each] = true; });
     ShowState();
-    ShowMessage(GetLook().fonts, m_parts.language, Window(), m_parts.language.GetText(m_check.faults[*field]));
+    ShowMessage(GetLook().fonts, m_parts.language, Window(), m_parts.language.GetText(m_check.faults[*field]),
+                MessageSign::Failure);
     if (Window()) Row(*field).Focus();
 }
 

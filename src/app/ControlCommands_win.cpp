@@ -29,11 +29,13 @@ bool ControlCommands::OnCommand(HWND window, int id) {
 }
 
 void ControlCommands::Send(HWND window, UserCommand command) {
-    if (const Text& question = InfoOf(command).question; question.number != 0) {
+    const CommandInfo& info = InfoOf(command);
+    if (info.question.number != 0) {
         if (!::IsWindowEnabled(window)) return;
         const Language& language = m_session.language;
         // What is asked first cannot be undone.
-        if (!AskToContinue(m_session.fonts, language, window, language.GetText(question), DefaultAnswer::Cancel)) {
+        if (!AskToContinue(m_session.fonts, language, window, language.GetText(info.question),
+                           language.GetText(info.verb), DefaultAnswer::Cancel)) {
             return;
         }
     }

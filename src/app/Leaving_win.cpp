@@ -22,8 +22,10 @@ constexpr std::chrono::milliseconds kSettingsPause{20};
 bool Leaving::Confirm(HWND window, UserCommand command, DefaultAnswer byEnter) const {
     // Over a dialog that is open, so that the last one that was opened is the first to be answered.
     const HWND owner = ModalOwner(window).value_or(window);
-    return AskToContinue(m_session.fonts, m_session.language, owner,
-                         m_session.language.GetText(InfoOf(command).question), byEnter);
+    const CommandInfo& info = InfoOf(command);
+    const Language& language = m_session.language;
+    return AskToContinue(m_session.fonts, language, owner, language.GetText(info.question),
+                         language.GetText(info.verb), byEnter);
 }
 
 void Leaving::LeaveScreen(HWND window) {

@@ -54,7 +54,7 @@ constexpr CommandInfo kCommands[] = {
           "Do you really want to exit Brennvar Personal Firewall? Warning: After this action, your system will be "
           "not "
           "protected against internet threats and your active connections could be lost. Continue anyway?"},
-     kExit, kNothing, kNothing},
+     kExit, kNothing, kNothing, EventSeverity::Notice, Text{2481, "Exit"}},
     {UserCommand::PasswordEntered, kFree, kNothing, {}, Text{186, "Security password entered"}, Text{187, "Valid"}},
     {UserCommand::PasswordRefused,
      kFree,
@@ -99,16 +99,16 @@ constexpr CommandInfo kCommands[] = {
           "Your skin and language setting has been changed. Changes will not be fully visible until program "
           "restart. "
           "Restart now?"},
-     kResources, kNothing, kNothing},
+     kResources, kNothing, kNothing, EventSeverity::Notice, Text{2482, "Restart"}},
     // The program is told in the event's detail.
     {UserCommand::AddTrusted, kProtected, kNothing, kTrust, kOptionsChanged, Text{2110, "Trusted programs"}},
     {UserCommand::ResetTrusted, kProtected, Text{1270, "Forget all trusted programs?"}, kResetTrusted,
-     Text{580, "Reset Trusted"}, kNothing},
+     Text{580, "Reset Trusted"}, kNothing, EventSeverity::Notice, Text{2483, "Forget"}},
     {UserCommand::ResetFingerprints, kProtected, kNothing, kResetFingerprints, Text{199, "Fingerprints reset"},
      kNothing},
     {UserCommand::ResetFirewall, kProtected,
      Text{1271, "Reset all settings of the firewall to their first values?"}, kReset, kOptionsChanged,
-     Text{610, "Reset"}},
+     Text{610, "Reset"}, EventSeverity::Notice, Text{2484, "Reset"}},
     {UserCommand::SendTestMail, kProtected, kNothing, kTestMail, Text{200, "E-mail notification test"}, kNothing},
     {UserCommand::UpdateSignatures, kProtected, kNothing, kUpdate, kNothing, kNothing},
     {UserCommand::DeleteLogs, kProtected, kNothing, kDeleteLogs, kNothing, kNothing},

@@ -82,6 +82,7 @@ struct CommandInfo {
     Text event;                          // its title, sent after the steps; none: no event
     Text subject;                        // of the event; none: the batch has it
     EventSeverity severity = EventSeverity::Notice;
+    Text verb{};  // what agreeing does, on its button; of commands with a question
 };
 
 [[nodiscard]] const CommandInfo& InfoOf(UserCommand command);

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "ui/ActionMark_win.h"
 #include "ui/Paint_win.h"
 #include "ui/SmoothDc_win.h"
 #include "ui/ToolkitIds.h"
@@ -19,28 +20,67 @@ constexpr int kTallText = 240;
 constexpr int kButtonTop = 24;  // below the text
 constexpr int kButtonGap = 8;
 
-// A disc with "i" or "?" on it: their strokes would be lost in a font of this size.
-void DrawSign(HDC dc, const RECT& place, bool isQuestion, const Palette& colours) {
-    const CSmoothDc smooth(dc, place);
-    if (!smooth.Dc()) return;
-    // In a square of 32 units.
-    const int side = CSmoothDc::kFactor * WidthOf(place);
-    const auto at = [side](int value) { return MulDiv(value, side, 32); };
-    constexpr COLORREF kInk = RGB(18, 50, 74);  // reads on the accent in every skin
-    smooth.FillDisc({0, 0, side, side}, colours.accent);
-    const int width = at(3);
-    if (isQuestion) {
-        const UniqueFont font(::CreateFontA(at(24), 0, 0, 0, FW_BOLD, FALSE, FALSE, FALSE, ANSI_CHARSET,
+// In a square of 32 units.
+class SignPainter {
+public:
+    SignPainter(HDC dc, const RECT& place) : m_smooth(dc, place), m_side(CSmoothDc::kFactor * WidthOf(place)) {}
+
+    // Strokes: those of a font would be lost in this size.
+    void Draw(MessageSign sign, const Palette& colours) const {
+        if (!m_smooth.Dc()) return;
+        constexpr COLORREF kInk = RGB(18, 50, 74);  // reads on the accent in every skin
+        switch (sign) {
+            case MessageSign::Information:
+                Disc(colours.accent);
+                Line(16, 15, 16, 23, kInk);
+                Dot(9, kInk);
+                break;
+            case MessageSign::Question:
+                Disc(colours.accent);
+                DrawMark(kInk);
+                break;
+            case MessageSign::Warning:
+                // Over its own outline, which makes its corners round.
+                for (int inset = 3; inset < 16; inset += 2) Triangle(inset, ActionColour(ActionMark::Ask));
+                Line(16, 13, 16, 19, kInk);
+                Dot(24, kInk);
+                break;
+            case MessageSign::Failure:
+                Disc(ActionColour(ActionMark::Deny));
+                Line(11, 11, 21, 21, kPaper);
+                Line(21, 11, 11, 21, kPaper);
+                break;
+        }
+    }
+
+private:
+    static constexpr COLORREF kPaper = RGB(255, 255, 255);
+
+    [[nodiscard]] int At(int value) const { return MulDiv(value, m_side, 32); }
+    void Disc(COLORREF colour) const { m_smooth.FillDisc({0, 0, m_side, m_side}, colour); }
+    void Dot(int y, COLORREF colour) const { m_smooth.FillDisc({At(14), At(y - 2), At(18), At(y + 2)}, colour); }
+    void Line(int left, int top, int right, int bottom, COLORREF colour) const {
+        const POINT ends[] = {{At(left), At(top)}, {At(right), At(bottom)}};
+        m_smooth.DrawLines(ends, 2, At(3), colour);
+    }
+    void Triangle(int inset, COLORREF colour) const {
+        const POINT corners[] = {{At(16), At(inset)},
+                                 {At(31 - inset / 2), At(30 - inset / 2)},
+                                 {At(1 + inset / 2), At(30 - inset / 2)},
+                                 {At(16), At(inset)}};
+        m_smooth.DrawLines(corners, 4, At(3), colour);
+    }
+    void DrawMark(COLORREF colour) const {
+        const UniqueFont font(::CreateFontA(At(24), 0, 0, 0, FW_BOLD, FALSE, FALSE, FALSE, ANSI_CHARSET,
                                             OUT_TT_PRECIS, CLIP_DEFAULT_PRECIS, ANTIALIASED_QUALITY,
                                             DEFAULT_PITCH | FF_SWISS, "Segoe UI"));
-        DrawLabel(smooth.Dc(), font.Get(), {0, 0, side, side}, "?", kInk,
+        DrawLabel(m_smooth.Dc(), font.Get(), {0, 0, m_side, m_side}, "?", colour,
                   DT_CENTER | DT_VCENTER | DT_SINGLELINE | DT_NOPREFIX);
-        return;
     }
-    const POINT stem[] = {{at(16), at(15)}, {at(16), at(23)}};
-    smooth.DrawLines(stem, 2, width, kInk);
-    smooth.FillDisc({at(14), at(7), at(18), at(11)}, kInk);
-}
+
+    CSmoothDc m_smooth;
+    int m_side;
+};
 
 }  // namespace
 
@@ -99,11 +139,17 @@ void MessageDialog::OnCreateContent() {
     }
 }
 
+MessageSign MessageDialog::Sign() const {
+    if (m_texts.sign) return *m_texts.sign;
+    if (!IsQuestion()) return MessageSign::Information;
+    return m_texts.isCancelDefault ? MessageSign::Warning : MessageSign::Question;
+}
+
 void MessageDialog::OnPaintGround(HDC dc) {
     const RECT content = ContentRect();
     const int side = Scale(kSignSize);
-    DrawSign(dc, {content.left, content.top, content.left + side, content.top + side}, IsQuestion(),
-             GetLook().colours);
+    const SignPainter painter(dc, {content.left, content.top, content.left + side, content.top + side});
+    painter.Draw(Sign(), GetLook().colours);
 }
 
 void MessageDialog::OnCommand(int id, int notification) {

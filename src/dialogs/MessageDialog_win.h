@@ -1,6 +1,8 @@
 // A message with OK, or a question with OK and Cancel, and with another answer between them where there is one.
 #pragma once
 
+#include <cstdint>
+#include <optional>
 #include <string>
 
 #include "controls/Button_win.h"
@@ -8,6 +10,14 @@
 #include "dialogs/SkinDialog_win.h"
 
 namespace brennvar {
+
+// What kind of message it is; the picture beside the text says so by its shape.
+enum class MessageSign : std::uint8_t {
+    Information,
+    Question,
+    Warning,  // a triangle: agreeing loses something
+    Failure,  // a red disc with a cross: what was wanted has not been done
+};
 
 struct MessageTexts {
     std::string caption;
@@ -17,6 +27,8 @@ struct MessageTexts {
     std::string other = {};  // the caption of a third button; only with Cancel
     // Enter cancels: for what cannot be undone, and must not come of a key that is pressed too long.
     bool isCancelDefault = false;
+    // None: a warning when Enter cancels, a question when there is something else to choose, else information.
+    std::optional<MessageSign> sign = std::nullopt;
 };
 
 enum class MessageAnswer { Ok, Other, Cancel };
@@ -34,6 +46,7 @@ private:
     void OnPaintGround(HDC dc) override;
     void OnCommand(int id, int notification) override;
     [[nodiscard]] bool IsQuestion() const { return !m_texts.cancel.empty(); }
+    [[nodiscard]] MessageSign Sign() const;
 
     const MessageTexts m_texts;
     CLabel m_message;

@@ -2,30 +2,32 @@
 
 #include <utility>
 
-#include "dialogs/MessageDialog_win.h"
-
 namespace brennvar {
 namespace {
 
-bool Ask(const CFonts& fonts, const Language& language, HWND owner, std::string message, std::string cancel,
-         DefaultAnswer byEnter) {
-    MessageDialog dialog(fonts, {.caption = language.GetText(41, "Brennvar Personal Firewall"),
-                                 .message = std::move(message),
-                                 .ok = language.GetText(125, "OK"),
-                                 .cancel = std::move(cancel),
-                                 .isCancelDefault = byEnter == DefaultAnswer::Cancel});
-    return dialog.Ask(owner);
+std::string Caption(const Language& language) {
+    return language.GetText(41, "Brennvar Personal Firewall");
 }
 
 }  // namespace
 
 bool AskToContinue(const CFonts& fonts, const Language& language, HWND owner, std::string question,
-                   DefaultAnswer byEnter) {
-    return Ask(fonts, language, owner, std::move(question), language.GetText(1001, "Cancel"), byEnter);
+                   std::string verb, DefaultAnswer byEnter) {
+    return MessageDialog(fonts, {.caption = Caption(language),
+                                 .message = std::move(question),
+                                 .ok = std::move(verb),
+                                 .cancel = language.GetText(1001, "Cancel"),
+                                 .isCancelDefault = byEnter == DefaultAnswer::Cancel})
+        .Ask(owner);
 }
 
-void ShowMessage(const CFonts& fonts, const Language& language, HWND owner, std::string text) {
-    (void)Ask(fonts, language, owner, std::move(text), {}, DefaultAnswer::Ok);
+void ShowMessage(const CFonts& fonts, const Language& language, HWND owner, std::string text, MessageSign sign) {
+    (void)MessageDialog(fonts, {.caption = Caption(language),
+                                .message = std::move(text),
+                                .ok = language.GetText(125, "OK"),
+                                .cancel = {},
+                                .sign = sign})
+        .Ask(owner);
 }
 
 }  // namespace brennvar

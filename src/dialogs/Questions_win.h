@@ -5,15 +5,18 @@
 
 #include "base/Windows_win.h"
 #include "config/Language.h"
+#include "dialogs/MessageDialog_win.h"
 #include "ui/Fonts_win.h"
 
 namespace brennvar {
 
 enum class DefaultAnswer { Ok, Cancel };
-// OK or Cancel; true for OK. The default is what Enter answers: Cancel for what cannot be undone.
+// The verb, or Cancel; true for the verb. The default is what Enter answers: Cancel for what cannot be undone,
+// which is a warning then.
 [[nodiscard]] bool AskToContinue(const CFonts& fonts, const Language& language, HWND owner, std::string question,
-                                 DefaultAnswer byEnter);
+                                 std::string verb, DefaultAnswer byEnter);
 // Returns when the user has read it.
-void ShowMessage(const CFonts& fonts, const Language& language, HWND owner, std::string text);
+void ShowMessage(const CFonts& fonts, const Language& language, HWND owner, std::string text,
+                 MessageSign sign = MessageSign::Information);
 
 }  // namespace brennvar

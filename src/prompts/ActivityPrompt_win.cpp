@@ -104,7 +104,8 @@ void ActivityPrompt::Open(const ActivityQuestion& question) {
                                                                    .message = question.body,
                                                                    .ok = question.allowButton,
                                                                    .cancel = question.denyButton,
-                                                                   .isCancelDefault = true},
+                                                                   .isCancelDefault = true,
+                                                                   .sign = MessageSign::Question},
                                                       m_wake);
         m_message->Open(m_owner);
     } else {

@@ -23,7 +23,7 @@ void EnterPasswordDialog::OnStored(const Password& stored) {
         case PasswordVerdict::Right:
             m_commander.Send(Batch(UserCommand::SetPassword, {.password = changed}));
             // Without knowing whether it arrives: a command has no answer.
-            Tell(Text{191, "Security password has been changed."});
+            Tell(Text{191, "Security password has been changed."}, MessageSign::Information);
             End(IDOK);
             break;
     }

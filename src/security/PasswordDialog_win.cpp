@@ -121,7 +121,7 @@ void PasswordDialog::OnRead(const std::optional<Password>& stored) {
     if (stored) {
         OnStored(*stored);
     } else {
-        Tell(kUnreadable);
+        Tell(kUnreadable, MessageSign::Failure);
     }
 }
 
@@ -133,12 +133,12 @@ Password PasswordDialog::Entered(int edit) const {
     return entered;
 }
 
-void PasswordDialog::Tell(const Text& message) {
-    ShowMessage(m_context.fonts, m_context.language, Window(), m_context.language.GetText(message));
+void PasswordDialog::Tell(const Text& message, MessageSign sign) {
+    ShowMessage(m_context.fonts, m_context.language, Window(), m_context.language.GetText(message), sign);
 }
 
 void PasswordDialog::Complain(const Text& message, int edit) {
-    Tell(message);
+    Tell(message, MessageSign::Failure);
     ::SetFocus(Item(edit));
     ::SendDlgItemMessageA(Window(), edit, EM_SETSEL, 0, -1);
 }

@@ -14,6 +14,7 @@
 #include "controls/Button_win.h"
 #include "controls/Edit_win.h"
 #include "controls/Label_win.h"
+#include "dialogs/MessageDialog_win.h"
 #include "dialogs/SkinDialog_win.h"
 #include "security/StoredPassword.h"
 
@@ -49,8 +50,8 @@ protected:
     virtual void OnStored(const Password& stored) = 0;
 
     [[nodiscard]] Password Entered(int edit) const;
-    void Tell(const Text& message);
-    // The same about what stands in a field, which is then ready to be typed anew.
+    void Tell(const Text& message, MessageSign sign);
+    // A failure, about what stands in a field, which is then ready to be typed anew.
     void Complain(const Text& message, int edit);
 
 private:

@@ -55,7 +55,7 @@ void SecurityPasswordGate::TellUnreadable() {
     const std::optional<HWND> place = PlaceOfDialog();
     if (!place || m_isTelling) return;
     const FlagWhile telling(m_isTelling);
-    ShowMessage(m_fonts, m_language, *place, m_language.GetText(PasswordDialog::kUnreadable));
+    ShowMessage(m_fonts, m_language, *place, m_language.GetText(PasswordDialog::kUnreadable), MessageSign::Failure);
 }
 
 bool SecurityPasswordGate::Show(PasswordDialog& dialog, HWND owner, bool isVerifying) {

@@ -325,7 +325,8 @@ void ToolDialog::OnSaved() {
     if (result == WriteResult::Written) {
         SetTextIfChanged(m_status.Window(), m_language.GetText(1748, "The file has been saved."));
     } else {
-        ShowMessage(GetLook().fonts, m_language, Window(), DescribeWriteFailure(result, m_savePath, m_language));
+        ShowMessage(GetLook().fonts, m_language, Window(), DescribeWriteFailure(result, m_savePath, m_language),
+                    MessageSign::Failure);
     }
 }
 
