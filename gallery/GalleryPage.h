@@ -36,6 +36,12 @@ public:
 [[nodiscard]] std::unique_ptr<GalleryPage> MakeQuestionGallery();
 [[nodiscard]] std::unique_ptr<GalleryPage> MakeConfirmationGallery();
 [[nodiscard]] std::unique_ptr<GalleryPage> MakeConfirmationDenyGallery();
+[[nodiscard]] std::unique_ptr<GalleryPage> MakeConfirmationNoneGallery();
+[[nodiscard]] std::unique_ptr<GalleryPage> MakeConfirmationUnknownGallery();
+[[nodiscard]] std::unique_ptr<GalleryPage> MakeConfirmationHostGallery();
+[[nodiscard]] std::unique_ptr<GalleryPage> MakeConfirmationTemporaryGallery();
+[[nodiscard]] std::unique_ptr<GalleryPage> MakeConfirmationLongestGallery();
+[[nodiscard]] std::unique_ptr<GalleryPage> MakeConfirmationFirstGallery();
 [[nodiscard]] std::unique_ptr<GalleryPage> MakeActivityGallery();
 [[nodiscard]] std::unique_ptr<GalleryPage> MakeQuestionsGallery();
 [[nodiscard]] std::unique_ptr<GalleryPage> MakeAboutGallery();

@@ -35,7 +35,43 @@ PromptFacts Facts(std::optional<std::uint32_t> advice) {
             .remoteAddress = 0x5DB8D822,
             .remotePort = 443,
             .hostName = "www.example.com",
-            .advice = advice};
+            .advice = advice,
+            .company = "Aurora Software",
+            .processId = 4711};
+}
+
+PromptFacts UnknownFacts() {
+    PromptFacts facts = Facts(std::nullopt);
+    facts.applicationKnown = false;
+    return facts;
+}
+
+PromptFacts FactsOfHost() {
+    PromptFacts facts = Facts(std::nullopt);
+    facts.hostName = "downloads-of-the-day.cdn.example.network";  // 40 characters
+    return facts;
+}
+
+PromptFacts TemporaryFacts() {
+    PromptFacts facts = Facts(0);
+    facts.path = R"(C:\Users\Jo\AppData\Local\Temp\7zS4A2B.tmp\setup.exe)";
+    facts.fileDescription = "Setup";
+    facts.company = "";
+    return facts;
+}
+
+// Whatever comes from outside is longer than its place.
+PromptFacts LongestFacts() {
+    PromptFacts facts = Facts(0);
+    facts.path = R"(C:\Users\Jo\AppData\Roaming\)" + std::string(200, 'W') + R"(\aurora.exe)";
+    facts.fileDescription = std::string(60, 'W');
+    facts.company = std::string(300, 'W');
+    facts.hostName = "www.bank.example." + std::string(200, 'w') + ".attacker.example";
+    facts.localAddress = facts.remoteAddress = 0xFEFEFEFE;
+    facts.localPort = facts.remotePort = 65535;
+    facts.protocol = 0xFFFFFFFF;
+    facts.processId = 0xFFFFFFFE;
+    return facts;
 }
 
 void PressKeys(HWND window, std::initializer_list<int> keys) {
@@ -186,8 +222,8 @@ void OpenQuestion(HWND window, const Look& look) {
         .Ask(window);
 }
 
-void OpenConfirmation(HWND window, const Look& look, std::optional<std::uint32_t> advice) {
-    const PromptQuestion question = BuildPromptQuestion(Facts(advice), OpenLanguage());
+void OpenConfirmation(HWND window, const Look& look, const PromptFacts& facts) {
+    const PromptQuestion question = BuildPromptQuestion(facts, OpenLanguage());
     NoTools tools;
     (void)ConfirmationDialog(look.fonts, tools, question).Ask(window);
 }
@@ -196,7 +232,9 @@ ActivityQuestion Activity(ActivityRequest::Kind kind) {
     return BuildActivityQuestion(
         {.kind = kind,
          .acting = {.path = R"(C:\Program Files\Aurora Browser Community Edition\application\bin\aurora.exe)",
-                    .fileDescription = "Aurora Browser & Mail"},
+                    .fileDescription = "Aurora Browser & Mail",
+                    .icon = {},
+                    .company = "Aurora Software"},
          .target = {.path = R"(C:\Program Files\Ledger\ledger.exe)", .fileDescription = {}}},
         OpenLanguage());
 }
@@ -218,7 +256,12 @@ void OpenQuestions(HWND window, const Look& look) {
                              .isCancelDefault = true},
                             [] {});
     message.Open(window);
-    OpenConfirmation(window, look, 1);
+    OpenConfirmation(window, look, Facts(1));
+}
+
+std::unique_ptr<GalleryPage> ConfirmationOf(const PromptFacts& facts) {
+    return std::make_unique<OpeningPage>(
+        [facts](HWND window, const Look& look) { OpenConfirmation(window, look, facts); });
 }
 
 void OpenAbout(HWND window, const Look& look) {
@@ -234,10 +277,30 @@ std::unique_ptr<GalleryPage> MakeQuestionGallery() {
     return std::make_unique<OpeningPage>(&OpenQuestion);
 }
 std::unique_ptr<GalleryPage> MakeConfirmationGallery() {
-    return std::make_unique<OpeningPage>([](HWND window, const Look& look) { OpenConfirmation(window, look, 1); });
+    return ConfirmationOf(Facts(1));
 }
 std::unique_ptr<GalleryPage> MakeConfirmationDenyGallery() {
-    return std::make_unique<OpeningPage>([](HWND window, const Look& look) { OpenConfirmation(window, look, 0); });
+    return ConfirmationOf(Facts(0));
+}
+std::unique_ptr<GalleryPage> MakeConfirmationNoneGallery() {
+    return ConfirmationOf(Facts(std::nullopt));
+}
+std::unique_ptr<GalleryPage> MakeConfirmationUnknownGallery() {
+    return ConfirmationOf(UnknownFacts());
+}
+std::unique_ptr<GalleryPage> MakeConfirmationHostGallery() {
+    return ConfirmationOf(FactsOfHost());
+}
+std::unique_ptr<GalleryPage> MakeConfirmationTemporaryGallery() {
+    return ConfirmationOf(TemporaryFacts());
+}
+std::unique_ptr<GalleryPage> MakeConfirmationLongestGallery() {
+    return ConfirmationOf(LongestFacts());
+}
+std::unique_ptr<GalleryPage> MakeConfirmationFirstGallery() {
+    // Time stands still, and the buttons stay as they are at first.
+    QuestionStand::s_tickCount = []() -> ULONGLONG { return 0; };
+    return ConfirmationOf(Facts(1));
 }
 std::unique_ptr<GalleryPage> MakeActivityGallery() {
     return std::make_unique<OpeningPage>(&OpenActivity);

@@ -131,7 +131,9 @@ show_program() {
 show_page() {
     wine "$home/gallery.exe" --page "$1" >/dev/null 2>&1 </dev/null &
     local gallery=$!
-    if [[ $1 == confirmation* ]]; then
+    if [[ $1 == confirmation-first ]]; then
+        drive "wait:#334" "picture:#334:$shots/$prefix-gallery-$1.bmp" "close:Gallery"
+    elif [[ $1 == confirmation* ]]; then
         # The buttons of a question come to life when it has been there for a moment.
         drive "enabled:#334:334" "picture:#334:$shots/$prefix-gallery-$1.bmp" "close:Gallery"
     elif [ "$2" -gt 0 ]; then

@@ -16,7 +16,7 @@ void OpenInBrowser(const std::string& address) {
 }
 
 void OpenFolderOf(const std::string& file) {
-    (void)RunDetached([folder = file.substr(0, file.find_last_of('\\') + 1)] {
+    (void)RunDetached([folder = file.substr(0, file.find_last_of("\\/") + 1)] {
         const ComOfThread com;
         // Paths come from other programs. What is opened is a folder, and nothing that could be started.
         if (!IsOnThisMachine(folder)) return;

@@ -43,12 +43,17 @@ std::string ReadFileDescription(const std::string& path) {
 }
 
 ProgramVersion ReadProgramVersion(const std::string& path) {
-    if (!IsOnThisMachine(path)) return {};
+    return FindProgramVersion(path).value_or(ProgramVersion());
+}
+
+std::optional<ProgramVersion> FindProgramVersion(const std::string& path) {
+    if (!IsOnThisMachine(path) || ::GetFileAttributesA(path.c_str()) == INVALID_FILE_ATTRIBUTES)
+        return std::nullopt;
     // The block is searched by our own code: the system's query (VerQueryValue) believes the lengths in it.
     const std::vector<std::byte> block = ReadVersionBlock(path);
-    return {.description = ToAnsi(FindFileDescription(block)),
-            .company = ToAnsi(FindVersionText(block, u"CompanyName")),
-            .version = ToAnsi(FindVersionText(block, u"FileVersion"))};
+    return ProgramVersion{.description = ToAnsi(FindFileDescription(block)),
+                          .company = ToAnsi(FindVersionText(block, u"CompanyName")),
+                          .version = ToAnsi(FindVersionText(block, u"FileVersion"))};
 }
 
 std::string ReadOwnVersion() {

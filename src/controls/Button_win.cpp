@@ -1,5 +1,6 @@
 #include "controls/Button_win.h"
 
+#include <algorithm>
 #include <functional>
 
 #include "ui/ChildControls_win.h"
@@ -18,6 +19,8 @@ constexpr int kFocusShare = 100;           // of the ground in the focus frame, 
 constexpr int kSelectedBar = 3;            // at the left of the selected page's plain button
 constexpr int kRingDiameter = 8;           // round as the corners of the delivered pictures
 constexpr BYTE kDisabledOpacity = 115;     // of 255
+constexpr int kTextMarkSize = 12;          // of a mark before the text
+constexpr int kDisabledMarkShare = 110;    // of a mark, towards the ground
 constexpr int kDisabledTextShare = 110;    // towards the ground, over which the picture has faded as well
 // Without a picture: a navy on which the default text colour, white, reads.
 constexpr COLORREF kPlainGround[] = {RGB(30, 72, 104), RGB(44, 94, 132), RGB(18, 50, 74)};
@@ -77,6 +80,11 @@ void CButton::MoveTo(int left, int top) const {
     ::SetWindowPos(Window(), nullptr, left, top, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOCOPYBITS);
 }
 
+void CButton::SetMark(ActionMark mark) {
+    m_mark = mark;
+    Repaint();
+}
+
 void CButton::SetSelected(bool selected) {
     if (selected == m_isSelected) return;
     m_isSelected = selected;
@@ -104,7 +112,8 @@ bool CButton::TellParts(PictureParts& parts) const {
                                IsEnabled() ? 'e' : '-',
                                IsDefault() ? 'd' : '-',
                                FocusOnce::Window() == Window() && ShowsFocus() ? 'f' : '-',
-                               PrefixFormat() != 0 ? 'p' : '-'};
+                               PrefixFormat() != 0 ? 'p' : '-',
+                               m_mark ? static_cast<char>('0' + static_cast<int>(*m_mark)) : '-'};
     parts.push_back({ClientRect(), std::hash<std::string>()(state + Text()) | 1});
     return true;
 }
@@ -176,12 +185,29 @@ void CButton::PaintPlain(HDC dc, const RECT& client, Touch touch) const {
 void CButton::PaintText(HDC dc, const RECT& client, Touch touch) const {
     const bool isPage = m_form == ButtonForm::PageEntry;
     const int padding = Scale(kTextPadding);
-    const RECT place{client.left + (isPage ? kPageTextLeft : padding), client.top, client.right - padding,
-                     client.bottom};
+    RECT place{client.left + (isPage ? kPageTextLeft : padding), client.top, client.right - padding, client.bottom};
+    if (m_mark) place = PaintMark(dc, place);
     COLORREF colour = TextColour(touch);
     if (!IsEnabled() && !IsFlat()) colour = MixColours(colour, GroundBelow(), kDisabledTextShare);
-    DrawLabel(dc, Font(), place, Text(), colour,
-              (isPage ? DT_LEFT : DT_CENTER) | DT_VCENTER | DT_SINGLELINE | DT_END_ELLIPSIS | PrefixFormat());
+    DrawLabel(
+        dc, Font(), place, Text(), colour,
+        (isPage || m_mark ? DT_LEFT : DT_CENTER) | DT_VCENTER | DT_SINGLELINE | DT_END_ELLIPSIS | PrefixFormat());
+}
+
+RECT CButton::PaintMark(HDC dc, const RECT& place) const {
+    const LONG side = Scale(kTextMarkSize);
+    const LONG before = side + Scale(kMarkGap);
+    // In the middle with the text, which is cut where there is no room for both.
+    const LONG width = std::min<LONG>(before + MeasureText(Font(), Text(), 0).cx, WidthOf(place));
+    const LONG left = place.left + (WidthOf(place) - width) / 2;
+    const RECT mark = Centred({left, place.top, left + side, place.bottom}, {side, side});
+    MarkColours colours{.disc = RGB(255, 255, 255), .shape = ActionColour(*m_mark)};
+    if (!IsEnabled()) {
+        colours = {.disc = MixColours(colours.disc, m_colours.button, kDisabledMarkShare),
+                   .shape = MixColours(colours.shape, m_colours.button, kDisabledMarkShare)};
+    }
+    DrawActionMark(dc, mark, *m_mark, colours);
+    return {left + before, place.top, place.right, place.bottom};
 }
 
 std::optional<LRESULT> CButton::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {

@@ -2,8 +2,10 @@
 #pragma once
 
 #include <array>
+#include <optional>
 #include <string>
 
+#include "ui/ActionMark_win.h"
 #include "ui/Control_win.h"
 #include "ui/SkinImage_win.h"
 #include "ui/Touch.h"
@@ -93,6 +95,8 @@ public:
     [[nodiscard]] SIZE Size() const { return m_size; }
     // Moves it and leaves its size alone.
     void MoveTo(int left, int top) const;
+    // A mark stands before a labelled button's text.
+    void SetMark(ActionMark mark);
     // The button of the page that is shown is drawn as pressed.
     void SetSelected(bool selected);
     [[nodiscard]] bool IsSelected() const { return m_isSelected; }
@@ -114,6 +118,8 @@ private:
     void PaintFocus(HDC dc, const RECT& client, Touch touch) const;
     [[nodiscard]] COLORREF TextColour(Touch touch) const;
     void PaintText(HDC dc, const RECT& client, Touch touch) const;
+    // Paints the mark; what is left of the place for the text behind it.
+    [[nodiscard]] RECT PaintMark(HDC dc, const RECT& place) const;
     std::optional<LRESULT> OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
 
     ButtonForm m_form = ButtonForm::Labelled;
@@ -123,6 +129,7 @@ private:
     CSkinImage m_image;
     Palette m_colours;
     std::array<COLORREF, 3> m_textColours{};  // by Touch
+    std::optional<ActionMark> m_mark;
     bool m_isSelected = false;
     HWND m_focusBefore = nullptr;  // Caption: who gets the keyboard back after the click
 };

@@ -57,9 +57,13 @@ void ActivityQuestions::Gather(const ActivityRequest& request) {
 void ActivityQuestions::GatherProgram(ActivityProgram ActivityFacts::*program) {
     const std::string& path = (m_facts.*program).path;
     if (!IsWholeLocalPath(path)) return;  // its file name has to do, and the icon of any program
-    m_lookUps.Find<std::string>(
-        m_queues.programs, [&sources = m_sources, path] { return sources.FileDescription(path); },
-        [this, program](std::string description) { (m_facts.*program).fileDescription = std::move(description); });
+    m_lookUps.Find<std::optional<ProgramVersion>>(
+        m_queues.programs, [&sources = m_sources, path] { return sources.Version(path); },
+        [this, program](std::optional<ProgramVersion> version) {
+            if (!version) return;
+            (m_facts.*program).fileDescription = std::move(version->description);
+            (m_facts.*program).company = std::move(version->company);
+        });
     if (program != &ActivityFacts::acting) return;
     m_lookUps.Find<std::shared_ptr<const QuestionIcon>>(
         m_queues.programs, [&sources = m_sources, path] { return sources.Icon(path); },

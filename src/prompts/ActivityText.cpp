@@ -37,6 +37,7 @@ ActivityQuestion QuestionOf(const ActivityFacts& facts, std::string wantsText, c
     question.displayName = NameOf(facts.acting, language);
     question.path = ShownPath(facts.acting.path);
     question.icon = facts.acting.icon;
+    question.program = DescribeProgram(facts.acting.path, facts.acting.company, language);
     question.wantsText = std::move(wantsText);
     question.targetName = NameOf(facts.target, language);
     question.targetPath = ShownPath(facts.target.path);
@@ -46,6 +47,7 @@ ActivityQuestion QuestionOf(const ActivityFacts& facts, std::string wantsText, c
     question.caption = language.GetText(566, "Confirm process activity");
     question.allowButton = language.GetText(445, "Yes");
     question.denyButton = language.GetText(446, "No");
+    question.closeTip = language.GetText(2434, "Blocks this time");
     question.trustText = language.GetText(567, "Add to the Trusted Applications") + "\n" +
                          language.GetText(568, "and do not ask me next time") + "\n" +
                          language.GetText(569, "for this application.");

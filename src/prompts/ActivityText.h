@@ -3,10 +3,12 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "config/Language.h"
 #include "prompts/ActivityRequest.h"
+#include "prompts/ProgramWords.h"
 #include "prompts/PromptQuestion.h"
 
 namespace brennvar {
@@ -16,6 +18,7 @@ struct ActivityProgram {
     std::string path;
     std::string fileDescription{};  // empty: none, or not known in time
     std::shared_ptr<const QuestionIcon> icon{};
+    std::optional<std::string> company{};  // see DescribeProgram
 };
 
 struct ActivityFacts {
@@ -32,6 +35,7 @@ struct ActivityQuestion {
     std::string displayName;  // of the program that acts
     std::string path;
     std::shared_ptr<const QuestionIcon> icon;
+    ProgramWords program;    // likewise
     std::string wantsText;   // "is trying to write data into the remote process:"
     std::string targetName;  // of the program that it acts on
     std::string targetPath;
@@ -41,6 +45,7 @@ struct ActivityQuestion {
     std::string caption;
     std::string allowButton;
     std::string denyButton;
+    std::string closeTip;       // what closing the question does
     std::string trustText;      // three lines
     std::string whyNotTrusted;  // empty: the program can be trusted
 

@@ -1,5 +1,8 @@
 #include "prompts/ConfirmationDialog_win.h"
 
+#include <utility>
+#include <vector>
+
 #include "config/ResourceIds.h"
 #include "config/Resources_win.h"
 #include "dialogs/AddressMenu_win.h"
@@ -20,16 +23,21 @@ void ConfirmationDialog::OnLink(HWND link) {
 }
 
 QuestionDialog::Content ConfirmationDialog::ContentOf(const PromptQuestion& question) {
+    std::vector<Heading> heading = ProgramHeading(question.displayName, question.path, question.program, kPathGap);
+    heading.push_back({IDC_WANTS, question.wantsText, LabelKind::Quiet});
+    heading.push_back({IDC_HOST, question.remoteHost, LabelKind::Title, 0, true});
+    heading.push_back({IDC_SERVICE, question.serviceLabel + " " + question.service, LabelKind::Plain});
+    std::vector<QuestionCard::Row> rows = PublisherRow(question.program);
+    rows.push_back({IDC_FACT_REMOTE_HOST, question.remoteLabel, question.remoteAddress});
+    rows.push_back({IDC_FACT_PROTOCOL, question.protocolLabel, question.protocol});
+    rows.push_back({IDC_FACT_LOCAL_ADDRESS, question.localLabel, question.localAddress});
+    rows.push_back({IDC_FACT_PROCESS, question.processLabel, question.processId});
     return {.caption = question.caption,
             .icon = question.icon,
-            .heading = {{IDC_PROGRAM_NAME, question.displayName, LabelKind::Title},
-                        {IDC_PROGRAM_PATH, question.path, LabelKind::Quiet, kPathGap},
-                        {IDC_WANTS, question.wantsText, LabelKind::Quiet},
-                        {IDC_HOST, question.remoteHost, LabelKind::Title, 0, true},
-                        {IDC_SERVICE, question.serviceLabel + " " + question.service, LabelKind::Plain}},
+            .programFile = question.program.file,
+            .heading = std::move(heading),
             .card = {.tableTitle = question.detailsTitle,
-                     .rows = {{question.remoteLabel, question.remoteAddress},
-                              {question.protocolLabel, question.protocol}},
+                     .rows = std::move(rows),
                      .askText = question.askText,
                      .advice = QuestionCard::Advice{question.adviceLabel, question.advice, question.adviceKind}},
             .message = question.body,
@@ -39,6 +47,7 @@ QuestionDialog::Content ConfirmationDialog::ContentOf(const PromptQuestion& ques
             .ticked = question.alwaysText,
             .allowText = question.allowButton,
             .denyText = question.denyButton,
+            .closeTip = question.closeTip,
             .linkText = question.addressLink};
 }
 

@@ -8,6 +8,7 @@
 
 #include "base/Clock.h"
 #include "base/Ipv4.h"
+#include "base/ProgramVersion.h"
 #include "prompts/PromptQuestion.h"
 #include "prompts/QuestionWords.h"
 #include "rules/ApplicationRuleRecord.h"
@@ -20,8 +21,8 @@ class ProgramSources {
 public:
     virtual ~ProgramSources() = default;
 
-    // The file description of a program's version resource.
-    [[nodiscard]] virtual std::string FileDescription(const std::string& path) = 0;
+    // Nothing when the file was not looked into: it is not there, or on another machine.
+    [[nodiscard]] virtual std::optional<ProgramVersion> Version(const std::string& path) = 0;
     [[nodiscard]] virtual std::shared_ptr<const QuestionIcon> Icon(const std::string& path) = 0;
     // The language that the user has chosen by now.
     [[nodiscard]] virtual QuestionWords LoadWords() = 0;

@@ -43,8 +43,8 @@ RuleAction WinFactSources::LookupAction(const std::string& path) {
     return LookupApplicationAction(RulesFilePath(m_dataFolder), m_waits, path);
 }
 
-std::string WinProgramSources::FileDescription(const std::string& path) {
-    return ReadFileDescription(path);
+std::optional<ProgramVersion> WinProgramSources::Version(const std::string& path) {
+    return FindProgramVersion(path);
 }
 
 std::shared_ptr<const QuestionIcon> WinProgramSources::Icon(const std::string& path) {

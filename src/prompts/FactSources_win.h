@@ -17,7 +17,7 @@ public:
     WinProgramSources(std::string dataFolder, std::string installationFolder)
         : m_dataFolder(std::move(dataFolder)), m_installationFolder(std::move(installationFolder)) {}
 
-    [[nodiscard]] std::string FileDescription(const std::string& path) override;
+    [[nodiscard]] std::optional<ProgramVersion> Version(const std::string& path) override;
     [[nodiscard]] std::shared_ptr<const QuestionIcon> Icon(const std::string& path) override;
     [[nodiscard]] QuestionWords LoadWords() override;
 
@@ -35,8 +35,8 @@ public:
 
     [[nodiscard]] std::optional<std::string> ResolveProcessPath(std::uint32_t processId) override;
     [[nodiscard]] RuleAction LookupAction(const std::string& path) override;
-    [[nodiscard]] std::string FileDescription(const std::string& path) override {
-        return m_programs.FileDescription(path);
+    [[nodiscard]] std::optional<ProgramVersion> Version(const std::string& path) override {
+        return m_programs.Version(path);
     }
     [[nodiscard]] std::shared_ptr<const QuestionIcon> Icon(const std::string& path) override {
         return m_programs.Icon(path);

@@ -26,6 +26,7 @@ void FactsGatherer::Start(const ConnectionPromptRequest& request) {
     m_facts.path = kUnknownPath;  // short enough to need no memory
     m_facts.applicationKnown = false;
     m_words = std::make_shared<const QuestionWords>();
+    m_facts.processId = request.processId;
     m_facts.protocol = request.protocol;
     m_facts.localAddress = request.localAddress;
     m_facts.localPort = SwapPort(request.localPort);
@@ -96,9 +97,13 @@ void FactsGatherer::FindRest() {
     m_lookUps.Find<std::optional<std::uint32_t>>(
         m_queues.connection, [&sources = m_sources, path] { return sources.Advice(path); },
         [this](std::optional<std::uint32_t> advice) { m_facts.advice = advice; });
-    m_lookUps.Find<std::string>(
-        m_queues.programs, [&sources = m_sources, path] { return sources.FileDescription(path); },
-        [this](std::string description) { m_facts.fileDescription = std::move(description); });
+    m_lookUps.Find<std::optional<ProgramVersion>>(
+        m_queues.programs, [&sources = m_sources, path] { return sources.Version(path); },
+        [this](std::optional<ProgramVersion> version) {
+            if (!version) return;
+            m_facts.fileDescription = std::move(version->description);
+            m_facts.company = std::move(version->company);
+        });
     m_lookUps.Find<std::shared_ptr<const QuestionIcon>>(
         m_queues.programs, [&sources = m_sources, path] { return sources.Icon(path); },
         [this](std::shared_ptr<const QuestionIcon> icon) { m_facts.icon = std::move(icon); });

@@ -1,5 +1,8 @@
 #include "prompts/MessageDialogAllowDeny_win.h"
 
+#include <utility>
+#include <vector>
+
 #include "config/ResourceIds.h"
 
 namespace brennvar {
@@ -13,19 +16,21 @@ MessageDialogAllowDeny::MessageDialogAllowDeny(const CFonts& fonts, const Activi
     : QuestionDialog(fonts, ContentOf(question)) {}
 
 QuestionDialog::Content MessageDialogAllowDeny::ContentOf(const ActivityQuestion& question) {
+    std::vector<Heading> heading = ProgramHeading(question.displayName, question.path, question.program, kPathGap);
+    heading.push_back({IDC_WANTS, question.wantsText, LabelKind::Quiet});
+    heading.push_back({IDC_HOST, question.targetName, LabelKind::Title});
+    heading.push_back({IDC_TARGET_PATH, question.targetPath, LabelKind::Quiet});
     return {.caption = question.caption,
             .icon = question.icon,
-            .heading = {{IDC_PROGRAM_NAME, question.displayName, LabelKind::Title},
-                        {IDC_PROGRAM_PATH, question.path, LabelKind::Quiet, kPathGap},
-                        {IDC_WANTS, question.wantsText, LabelKind::Quiet},
-                        {IDC_HOST, question.targetName, LabelKind::Title},
-                        {IDC_TARGET_PATH, question.targetPath, LabelKind::Quiet}},
-            .card = {.tableTitle = {}, .rows = {}, .askText = question.askText},
+            .programFile = question.program.file,
+            .heading = std::move(heading),
+            .card = {.tableTitle = {}, .rows = PublisherRow(question.program), .askText = question.askText},
             .message = question.body,
             .tickText = question.trustText,
             .whyNoTick = question.whyNotTrusted,
             .allowText = question.allowButton,
-            .denyText = question.denyButton};
+            .denyText = question.denyButton,
+            .closeTip = question.closeTip};
 }
 
 }  // namespace brennvar

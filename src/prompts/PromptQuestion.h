@@ -6,6 +6,7 @@
 #include <string>
 
 #include "base/Ipv4.h"
+#include "prompts/ProgramWords.h"
 
 namespace brennvar {
 
@@ -21,11 +22,13 @@ struct PromptQuestion {
     std::string displayName;                   // the program as the user knows it, or "Unknown name"
     std::shared_ptr<const QuestionIcon> icon;  // null: the plain one
     std::string remoteHost;                    // from the DNS log; the body has 40 characters of it
-    std::string localAddress;                  // "a.b.c.d:port", without ":port" when there is none
-    std::string remoteAddress;                 // likewise
-    Ipv4 address = 0;                          // the same for the network tools; 0: not known
-    std::string service;                       // what the remote port stands for
-    std::string protocol;                      // "ICMP", "TCP", "UDP" or a number
+    ProgramWords program;
+    std::string processId;
+    std::string localAddress;   // "a.b.c.d:port", without ":port" when there is none
+    std::string remoteAddress;  // likewise
+    Ipv4 address = 0;           // the same for the network tools; 0: not known
+    std::string service;        // what the remote port stands for
+    std::string protocol;       // "ICMP", "TCP", "UDP" or a number
     PromptAdvice adviceKind = PromptAdvice::None;
     std::string advice;
 
@@ -35,6 +38,8 @@ struct PromptQuestion {
     std::string remoteLabel;    // "Remote host:"
     std::string serviceLabel;   // "Reason:"
     std::string protocolLabel;  // "Protocol:"
+    std::string localLabel;     // "Local address:"
+    std::string processLabel;   // "Process ID:"
     std::string adviceLabel;    // "General advice:"
     std::string askText;        // "Allow this network communication?"
 
@@ -44,6 +49,7 @@ struct PromptQuestion {
     std::string caption;
     std::string allowButton;
     std::string denyButton;
+    std::string closeTip;      // what closing the question does
     std::string addressLink;   // opens the tools for the address; empty: there is none
     std::string rememberText;  // three lines
     // What Yes and No do, without the tick and with it.

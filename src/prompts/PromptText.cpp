@@ -60,6 +60,8 @@ void FillFacts(PromptQuestion& question, const PromptFacts& facts, const Languag
         question.whyNotRemembered =
             language.GetText(1402, "The answer for an unknown program cannot be remembered.");
     }
+    question.program = DescribeProgram(facts.applicationKnown ? facts.path : "", facts.company, language);
+    question.processId = std::to_string(facts.processId);
     const ServiceName& service = FindServiceName(facts.remotePort, facts.protocol);
     question.service = language.GetText(service.text);
     question.protocol = ProtocolText(facts.protocol);
@@ -73,11 +75,14 @@ void FillWords(PromptQuestion& question, const Language& language) {
     question.remoteLabel = language.GetText(155, "Remote host:");
     question.serviceLabel = language.GetText(460, "Reason:");
     question.protocolLabel = language.GetText(484, "Protocol:");
+    question.localLabel = language.GetText(2162, "Local address:");
+    question.processLabel = language.GetText(1687, "Process ID:");
     question.adviceLabel = language.GetText(485, "General advice:");
     question.askText = language.GetText(489, "Allow this network communication?");
     question.caption = language.GetText(444, "Confirm network connection");
     question.allowButton = language.GetText(445, "Yes");
     question.denyButton = language.GetText(446, "No");
+    question.closeTip = language.GetText(2434, "Blocks this time");
     if (question.address != 0) question.addressLink = language.GetText(1722, "&Address...");
     question.onceText = language.GetText(2260, "Yes allows and No blocks this connection only.");
     question.alwaysText = language.GetText(

@@ -26,6 +26,8 @@ struct PromptFacts {
     std::string hostName;                                // of the remote address; empty: not known
     std::optional<std::uint32_t> advice;                 // 0 deny, 1 allow, anything else none
     std::shared_ptr<const QuestionIcon> icon = nullptr;  // null: the plain one
+    std::optional<std::string> company = std::nullopt;   // see DescribeProgram
+    std::uint32_t processId = 0;
 };
 
 [[nodiscard]] PromptQuestion BuildPromptQuestion(const PromptFacts& facts, const Language& language);

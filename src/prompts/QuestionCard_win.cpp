@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "controls/DrawnTextQuery_win.h"
 #include "ui/ActionMark_win.h"
 #include "ui/ChildControls_win.h"
 #include "ui/Fonts_win.h"
@@ -42,11 +43,57 @@ void QuestionCard::Adopt(HWND control, const Look& look, Content content) {
     m_bold = look.fonts.Bold();
     m_content = std::move(content);
     Attach(control, m_font);
+    MakeTexts(look);
+}
+
+void QuestionCard::MakeTexts(const Look& look) {
+    constexpr DWORD kCut = SS_LEFT | SS_NOPREFIX | SS_ENDELLIPSIS;
+    m_texts.SetWindow(Window());
+    m_title.Create(m_texts, m_content.tableTitle, LabelKind::Bold, kCut, -1, look);
+    for (const Row& row : m_content.rows) {
+        m_labels.emplace_back().Create(m_texts, row.label, LabelKind::Quiet, kCut, -1, look);
+        m_values.emplace_back().Create(m_texts, row.value, LabelKind::Plain, kCut, row.id, look);
+        if (row.isAlarming) m_values.back().SetColour(m_colours.danger);
+    }
+}
+
+std::optional<LRESULT> QuestionCard::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+    return m_texts.Answer(message, wParam, lParam);
+}
+
+bool QuestionCard::IsHarmless(UINT message) const {
+    return message == kDrawnTextQuery;
+}
+
+LONG QuestionCard::LabelWidth() const {
+    LONG width = 0;
+    for (const CDrawnText& label : m_labels) width = std::max(width, label.Measure(0).cx);
+    return width + Scale(kLabelGap);
+}
+
+void QuestionCard::PlaceWith(const RECT& place, QuestionTips& tips) {
+    Place(place);
+    const RECT card = Inset({0, 0, WidthOf(place), TableHeight()}, Scale(kCardPadding));
+    RECT line = card;
+    line.bottom = line.top + (m_content.tableTitle.empty() ? 0 : Scale(kRowHeight));
+    m_title.Place(line);
+    const LONG split = card.left + std::min<LONG>(LabelWidth(), WidthOf(card) / 2);
+    for (std::size_t index = 0; index < m_content.rows.size(); ++index) {
+        const Row& row = m_content.rows[index];
+        line = {card.left, line.bottom, card.right, line.bottom + Scale(kRowHeight)};
+        m_labels[index].Place({line.left, line.top, split, line.bottom});
+        RECT value{split, line.top, line.right, line.bottom};
+        m_values[index].Place(value);
+        const bool isCut = m_values[index].Measure(0).cx > WidthOf(value);
+        if (!isCut && row.note.empty()) continue;
+        ::OffsetRect(&value, place.left, place.top);
+        tips.Add(value, row.note.empty() ? row.value : row.value + "\n" + row.note);
+    }
 }
 
 int QuestionCard::TableHeight() const {
-    if (m_content.tableTitle.empty()) return 0;
-    const auto lines = 1 + static_cast<int>(m_content.rows.size());
+    if (m_content.rows.empty()) return 0;
+    const auto lines = (m_content.tableTitle.empty() ? 0 : 1) + static_cast<int>(m_content.rows.size());
     return Scale(lines * kRowHeight + 2 * kCardPadding);
 }
 
@@ -76,31 +123,13 @@ void QuestionCard::OnPaint(HDC dc, const RECT& client) {
         card.bottom = card.top + TableHeight();
         FillSolid(dc, card, m_colours.list);
         DrawFrame(dc, card, m_colours.frame2);
-        PaintTable(dc, Inset(card, Scale(kCardPadding)));
+        m_texts.Paint(dc);
         line.top = card.bottom + Scale(kAskGap);
     }
     line.bottom = line.top + Scale(kLineHeight);
     if (m_content.advice) PaintAdvice(dc, line);
     if (!IsOneLine(WidthOf(client))) ::OffsetRect(&line, 0, Scale(kRowHeight));
     DrawLabel(dc, m_bold, line, m_content.askText, m_colours.text, kLineFormat);
-}
-
-void QuestionCard::PaintTable(HDC dc, const RECT& card) const {
-    RECT line = card;
-    line.bottom = line.top + Scale(kRowHeight);
-    DrawLabel(dc, m_bold, line, m_content.tableTitle, m_colours.text, kLineFormat);
-    LONG labelWidth = 0;
-    for (const Row& row : m_content.rows) {
-        labelWidth = std::max(labelWidth, MeasureText(m_font, row.label, 0).cx);
-    }
-    labelWidth = std::min<LONG>(labelWidth + Scale(kLabelGap), WidthOf(card) / 2);
-    for (const Row& row : m_content.rows) {
-        ::OffsetRect(&line, 0, Scale(kRowHeight));
-        const LONG split = line.left + labelWidth;
-        DrawLabel(dc, m_font, {line.left, line.top, split, line.bottom}, row.label, m_colours.quietText,
-                  kLineFormat);
-        DrawLabel(dc, m_font, {split, line.top, line.right, line.bottom}, row.value, m_colours.text, kLineFormat);
-    }
 }
 
 void QuestionCard::PaintAdvice(HDC dc, const RECT& line) const {

@@ -3,11 +3,14 @@
 // automation.
 #pragma once
 
+#include <deque>
 #include <optional>
 #include <string>
 #include <vector>
 
+#include "controls/DrawnText_win.h"
 #include "prompts/PromptQuestion.h"
+#include "prompts/QuestionTips_win.h"
 #include "ui/Control_win.h"
 
 namespace brennvar {
@@ -15,8 +18,11 @@ namespace brennvar {
 class QuestionCard final : public CControl {
 public:
     struct Row {
+        int id;  // of the value, which is a drawn text of the control (controls/DrawnTextQuery_win.h)
         std::string label;
         std::string value;
+        bool isAlarming = false;  // in the colour of danger
+        std::string note{};       // what a tip says below the value
     };
     struct Advice {
         std::string label;
@@ -24,8 +30,8 @@ public:
         PromptAdvice kind;
     };
     struct Content {
-        std::string tableTitle;  // empty: there is no table
-        std::vector<Row> rows;
+        std::string tableTitle;  // empty: the table, if there is one, begins with its first row
+        std::vector<Row> rows;   // of the table; none: there is no table
         std::string askText;
         std::optional<Advice> advice = std::nullopt;
     };
@@ -34,10 +40,16 @@ public:
     void Adopt(HWND control, const Look& look, Content content);
     // What it takes at this width. Pixels of the screen.
     [[nodiscard]] int HeightAt(int width) const;
+    // In its parent, with the rows of the table. Values that their places have no room for, and those with a note,
+    // get tips of the parent.
+    void PlaceWith(const RECT& place, QuestionTips& tips);
 
 private:
     void OnPaint(HDC dc, const RECT& client) override;
-    void PaintTable(HDC dc, const RECT& card) const;
+    std::optional<LRESULT> OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
+    [[nodiscard]] bool IsHarmless(UINT message) const override;
+    void MakeTexts(const Look& look);
+    [[nodiscard]] LONG LabelWidth() const;
     void PaintAdvice(HDC dc, const RECT& line) const;
     void PaintPill(HDC dc, const RECT& pill) const;
 
@@ -51,6 +63,10 @@ private:
     HFONT m_font = nullptr;
     HFONT m_bold = nullptr;
     Content m_content;
+    DrawnTexts m_texts{DrawnTexts::PaintedIn::Paint};
+    CDrawnText m_title;
+    std::deque<CDrawnText> m_labels;  // as many as there are rows
+    std::deque<CDrawnText> m_values;
 };
 
 }  // namespace brennvar

@@ -6,6 +6,7 @@
 #include "base/DisplayName.h"
 #include "config/ResourceIds.h"
 #include "prompts/QuestionIcon_win.h"
+#include "ui/ActionMark_win.h"
 #include "ui/ChildControls_win.h"
 #include "ui/Paint_win.h"
 #include "ui/ProgramIcon_win.h"
@@ -27,11 +28,37 @@ constexpr int kEffectGap = 4;    // above what the answers do
 constexpr int kButtonsGap = 16;  // above the buttons
 constexpr int kButtonGap = 16;   // between them
 constexpr int kLinkGap = 12;     // left of the link
+constexpr int kSignSize = 14;    // of the warning's sign, and from it to its text
+constexpr int kSignGap = 6;
 
 }  // namespace
 
 QuestionDialog::QuestionDialog(const CFonts& fonts, Content content)
     : CSkinDialog(fonts), m_content(std::move(content)) {}
+
+std::vector<QuestionDialog::Heading> QuestionDialog::ProgramHeading(const std::string& name,
+                                                                    const std::string& path,
+                                                                    const ProgramWords& program, int gapBelow) {
+    const bool isKnown = !program.file.empty();
+    std::vector<Heading> lines = {
+        {.id = IDC_PROGRAM_NAME, .text = name, .kind = LabelKind::Title},
+        {.id = IDC_PROGRAM_PATH, .text = path, .kind = LabelKind::Plain, .isFolder = isKnown}};
+    if (!program.placeWarning.empty()) {
+        lines.push_back(
+            {.id = IDC_PROGRAM_PLACE, .text = program.placeWarning, .kind = LabelKind::Plain, .isWarning = true});
+    }
+    lines.back().gapBelow = gapBelow;
+    return lines;
+}
+
+std::vector<QuestionCard::Row> QuestionDialog::PublisherRow(const ProgramWords& program) {
+    if (program.file.empty()) return {};
+    return {{.id = IDC_FACT_PUBLISHER,
+             .label = program.publisherLabel,
+             .value = program.publisher,
+             .isAlarming = program.isPublisherMissing,
+             .note = program.publisherNote}};
+}
 
 PromptAnswer QuestionDialog::Ask(HWND owner) {
     m_owner = owner;
@@ -57,6 +84,10 @@ void QuestionDialog::OnEnded() {
 void QuestionDialog::OnInitDialog() {
     CSkinDialog::OnInitDialog();
     KeepTexts();
+    RECT close{};
+    ::GetWindowRect(Item(IDCANCEL), &close);
+    ::MapWindowPoints(nullptr, Window(), reinterpret_cast<POINT*>(&close), 2);
+    if (!m_content.closeTip.empty()) m_tips.AddBelow(close, m_content.closeTip);
     m_stand.Begin(Window(), m_owner, {IDC_ALLOW, IDC_DENY, IDCANCEL, IDC_QUESTION_LINK});
 }
 
@@ -95,6 +126,8 @@ void QuestionDialog::AdoptControls() {
     }
     m_allow.Adopt(Item(IDC_ALLOW), kPrimaryButton, GetLook());
     m_deny.Adopt(Item(IDC_DENY), kPrimaryButton, GetLook());
+    m_allow.SetMark(ActionMark::Allow);
+    m_deny.SetMark(ActionMark::Deny);
 }
 
 int QuestionDialog::PlaceHeading(bool measuresOnly) {
@@ -109,8 +142,13 @@ int QuestionDialog::PlaceHeading(bool measuresOnly) {
                 m_link.Place({place.right - m_link.Width(), place.top, place.right, place.bottom});
                 place.right -= m_link.Width() + Scale(kLinkGap);
             }
+            if (line.isWarning) place = PlaceWarning(place);
             m_heading[index].Place(place);
-            FitHeading(line, place);
+            if (line.isFolder) {
+                PlaceFolder(line, place);
+            } else {
+                FitHeading(line, place);
+            }
         }
         top += height + Scale(line.gapBelow);
     }
@@ -127,6 +165,22 @@ void QuestionDialog::FitHeading(const Heading& line, const RECT& place) {
     if (line.showsEnd) ::SetDlgItemTextA(Window(), line.id, EndThatFits(line.text, fits).c_str());
 }
 
+void QuestionDialog::PlaceFolder(const Heading& line, RECT place) {
+    // The label keeps the path for automation; the link has it with signs of its own.
+    ::ShowWindow(Item(line.id), SW_HIDE);
+    m_folder.AdoptPath(Item(IDC_PROGRAM_FOLDER), line.text, GetLook());
+    ::InflateRect(&place, CLink::Padding(), 0);
+    m_folder.Place(place);
+    ::ShowWindow(m_folder.Window(), SW_SHOWNA);
+    m_tips.Add(place, line.text);
+}
+
+RECT QuestionDialog::PlaceWarning(const RECT& place) {
+    const LONG side = Scale(kSignSize);
+    m_warningSign = Centred({place.left, place.top, place.left + side, place.bottom}, {side, side});
+    return {place.left + side + Scale(kSignGap), place.top, place.right, place.bottom};
+}
+
 void QuestionDialog::PlaceControls() {
     const int width = Scale(kWidth);
     const int messageTop = PlaceHeading(true) + Scale(kHeadingGap);
@@ -141,7 +195,7 @@ void QuestionDialog::PlaceControls() {
     (void)PlaceHeading(false);
     const RECT content = ContentRect();
     const LONG messagePlace = content.top + messageTop;
-    m_card.Place({content.left, messagePlace, content.right, messagePlace + messageHeight});
+    m_card.PlaceWith({content.left, messagePlace, content.right, messagePlace + messageHeight}, m_tips);
     // From below: a window that had to be cut to the work area cuts a text and not its buttons.
     const LONG buttons = content.bottom - m_allow.Size().cy;
     RECT tick{content.left, content.top + tickTop, content.right, 0};
@@ -154,6 +208,11 @@ void QuestionDialog::PlaceControls() {
         if (!effect->Window()) continue;
         effect->Place({textLeft, effectTop + Scale(kEffectGap), tick.right, effectTop + effectHeight});
     }
+    PlaceButtons(content);
+}
+
+void QuestionDialog::PlaceButtons(const RECT& content) {
+    const LONG buttons = content.bottom - m_allow.Size().cy;
     const LONG denyLeft = content.right - m_deny.Size().cx;
     m_deny.MoveTo(denyLeft, buttons);
     m_allow.MoveTo(denyLeft - Scale(kButtonGap) - m_allow.Size().cx, buttons);
@@ -175,6 +234,7 @@ void QuestionDialog::ShowEffect() const {
 // The first letter of a button answers as well, as soon as the buttons work. It needs the keyboard, which a
 // question never takes by itself.
 bool QuestionDialog::OnLoopMessage(const MSG& message) {
+    m_tips.OnLoopMessage(message);
     if (message.message != WM_CHAR || !m_stand.ButtonsWork()) return false;
     const auto isFirstOf = [&](const std::string& caption) {
         const auto upper = [](WPARAM letter) {
@@ -190,9 +250,15 @@ bool QuestionDialog::OnLoopMessage(const MSG& message) {
 
 void QuestionDialog::OnPaintGround(HDC dc) {
     const RECT content = ContentRect();
+    if (!::IsRectEmpty(&m_warningSign)) DrawWarningTriangle(dc, m_warningSign);
+    const int side = Scale(kIconSize);
+    const LONG top = content.top + Scale(kIconTop);
+    if (m_content.programFile.empty()) {
+        DrawUnknownProgram(dc, {content.left, top, content.left + side, top + side}, GetLook().colours.quietText);
+        return;
+    }
     const HICON icon = m_plainIcon ? m_plainIcon.Get() : m_content.icon->icon.Get();
-    ::DrawIconEx(dc, content.left, content.top + Scale(kIconTop), icon, Scale(kIconSize), Scale(kIconSize), 0,
-                 nullptr, DI_NORMAL);
+    ::DrawIconEx(dc, content.left, top, icon, side, side, 0, nullptr, DI_NORMAL);
 }
 
 void QuestionDialog::OnCommand(int id, int notification) {
@@ -200,6 +266,7 @@ void QuestionDialog::OnCommand(int id, int notification) {
     if (id == IDC_ALLOW) Answer(IDYES);
     if (id == IDC_DENY) Answer(IDNO);
     if (id == IDC_REMEMBER) ShowEffect();
+    if (id == IDC_PROGRAM_FOLDER && m_stand.ButtonsWork()) s_openFolder(m_content.programFile);
     if (id == IDC_QUESTION_LINK && m_stand.ButtonsWork()) OnLink(m_link.Window());
 }
 

@@ -11,15 +11,17 @@
 #include <vector>
 
 #include "base/Handles_win.h"
+#include "base/ShellOpen_win.h"
 #include "controls/Button_win.h"
 #include "controls/CheckBox_win.h"
 #include "controls/Label_win.h"
 #include "controls/Link_win.h"
 #include "dialogs/SkinDialog_win.h"
-#include "prompts/CutTips_win.h"
+#include "prompts/ProgramWords.h"
 #include "prompts/PromptQuestion.h"
 #include "prompts/QuestionCard_win.h"
 #include "prompts/QuestionStand_win.h"
+#include "prompts/QuestionTips_win.h"
 
 namespace brennvar {
 
@@ -33,6 +35,9 @@ public:
     [[nodiscard]] PromptAnswer Ask(HWND owner);
     // The same without waiting: answered is called when there is an answer, and must not destroy the dialog.
     void Open(HWND owner, std::function<void()> answered);
+    // Opens the folder of a program file; tests look at what it is given.
+    static inline void (*s_openFolder)(const std::string& file) = &OpenFolderOf;
+
     // Nothing while the question stands.
     [[nodiscard]] std::optional<PromptAnswer> Given() const;
 
@@ -44,10 +49,13 @@ protected:
         LabelKind kind;
         int gapBelow = 0;       // at 96 pixels per inch
         bool showsEnd = false;  // where it does not fit its end is shown, and not its beginning
+        bool isFolder = false;  // the path of the program, which opens its folder
+        bool isWarning = false;
     };
     struct Content {
         std::string caption;
         std::shared_ptr<const QuestionIcon> icon;  // null: the plain one
+        std::string programFile;                   // the program as it is; empty: nobody knows it
         std::vector<Heading> heading;
         QuestionCard::Content card;
         std::string message;     // all of the above as one text, which screen readers and automation find
@@ -57,10 +65,17 @@ protected:
         std::string ticked{};    // and with it
         std::string allowText;
         std::string denyText;
+        std::string closeTip{};  // what the close button does
         std::string linkText{};  // at the right of the last line of the heading; empty: there is no link
     };
     // The fonts are borrowed for the life of the dialog.
     QuestionDialog(const CFonts& fonts, Content content);
+
+    // The lines of the heading about the program, with this gap below the last of them (at 96 pixels per inch).
+    [[nodiscard]] static std::vector<Heading> ProgramHeading(const std::string& name, const std::string& path,
+                                                             const ProgramWords& program, int gapBelow);
+    // Nothing for a program that nobody knows.
+    [[nodiscard]] static std::vector<QuestionCard::Row> PublisherRow(const ProgramWords& program);
 
     // The link was pressed, which counts only once the buttons work. The question stands on.
     virtual void OnLink(HWND /*link*/) {}
@@ -86,6 +101,11 @@ private:
     int PlaceHeading(bool measuresOnly);
     // A text that its place has no room for gets a tip.
     void FitHeading(const Heading& line, const RECT& place);
+    // The path as a link in the place of its label.
+    void PlaceFolder(const Heading& line, RECT place);
+    // What is left of the place beside the sign of warning.
+    [[nodiscard]] RECT PlaceWarning(const RECT& place);
+    void PlaceButtons(const RECT& content);
     void Answer(int result);
 
     const Content m_content;
@@ -93,6 +113,8 @@ private:
     UniqueIcon m_plainIcon;
     std::deque<CLabel> m_heading;
     QuestionCard m_card;
+    CLink m_folder;  // no window: the program is not known
+    RECT m_warningSign{};
     CLink m_link;
     CCheckBox m_tickBox;
     CLabel m_whyNoTick;
@@ -103,7 +125,7 @@ private:
     bool m_isTicked = false;
     std::function<void()> m_answered;
     QuestionStand m_stand;
-    CutTips m_tips;
+    QuestionTips m_tips;
 };
 
 }  // namespace brennvar

@@ -3,6 +3,7 @@
 #include <initializer_list>
 #include <vector>
 
+#include "base/Handles_win.h"
 #include "ui/Paint_win.h"
 #include "ui/SmoothDc_win.h"
 
@@ -10,16 +11,23 @@ namespace brennvar {
 namespace {
 
 constexpr int kUnit = CSmoothDc::kFactor;
-constexpr int kSide = 28;  // the units in which the marks are drawn
+constexpr int kSide = 28;                         // the units in which the marks are drawn
+constexpr COLORREF kOnWarning = RGB(27, 39, 51);  // reads on the warning's orange, in every skin
 
-// White on the disc.
-void DrawShape(const CSmoothDc& smooth, int side, ActionMark mark) {
+// Points in a square of kSide units as they stand in the box.
+std::vector<POINT> PointsIn(const RECT& box, std::initializer_list<POINT> points) {
+    std::vector<POINT> scaled;
+    for (const POINT& point : points) {
+        scaled.push_back(
+            {box.left + ::MulDiv(point.x, WidthOf(box), kSide), box.top + ::MulDiv(point.y, HeightOf(box), kSide)});
+    }
+    return scaled;
+}
+
+void DrawShape(const CSmoothDc& smooth, const RECT& box, ActionMark mark, COLORREF colour) {
     const auto line = [&](std::initializer_list<POINT> points) {
-        std::vector<POINT> scaled;
-        for (const POINT& point : points) {
-            scaled.push_back({::MulDiv(point.x, side, kSide), ::MulDiv(point.y, side, kSide)});
-        }
-        smooth.DrawLines(scaled.data(), static_cast<int>(scaled.size()), side / 8, RGB(255, 255, 255));
+        const std::vector<POINT> scaled = PointsIn(box, points);
+        smooth.DrawLines(scaled.data(), static_cast<int>(scaled.size()), WidthOf(box) / 8, colour);
     };
     switch (mark) {
         case ActionMark::Allow: line({{8, 14}, {12, 20}, {20, 8}}); break;
@@ -48,11 +56,56 @@ COLORREF ActionColour(ActionMark mark) {
 }
 
 void DrawActionMark(HDC dc, const RECT& place, ActionMark mark) {
+    DrawActionMark(dc, place, mark, {.disc = ActionColour(mark), .shape = RGB(255, 255, 255)});
+}
+
+void DrawActionMark(HDC dc, const RECT& place, ActionMark mark, const MarkColours& colours) {
+    const CSmoothDc smooth(dc, place);
+    if (!smooth.Dc()) return;
+    const RECT disc{0, 0, WidthOf(place) * kUnit, WidthOf(place) * kUnit};
+    smooth.FillDisc(disc, colours.disc);
+    DrawShape(smooth, disc, mark, colours.shape);
+}
+
+void DrawWarningTriangle(HDC dc, const RECT& place) {
+    const CSmoothDc smooth(dc, place);
+    if (!smooth.Dc()) return;
+    const RECT box{0, 0, WidthOf(place) * kUnit, HeightOf(place) * kUnit};
+    // A thick outline of the same colour makes the corners round.
+    const std::vector<POINT> outline = PointsIn(box, {{14, 4}, {25, 24}, {3, 24}, {14, 4}});
+    const COLORREF ground = ActionColour(ActionMark::Ask);
+    {
+        const UniqueBrush brush(::CreateSolidBrush(ground));
+        const CSelect selectBrush(smooth.Dc(), brush.Get());
+        const CSelect selectPen(smooth.Dc(), ::GetStockObject(NULL_PEN));
+        ::Polygon(smooth.Dc(), outline.data(), static_cast<int>(outline.size()));
+    }
+    smooth.DrawLines(outline.data(), static_cast<int>(outline.size()), WidthOf(box) / 7, ground);
+    for (const auto& stroke : {PointsIn(box, {{14, 11}, {14, 17}}), PointsIn(box, {{14, 22}, {14, 22}})}) {
+        smooth.DrawLines(stroke.data(), static_cast<int>(stroke.size()), WidthOf(box) / 9, kOnWarning);
+    }
+}
+
+void DrawUnknownProgram(HDC dc, const RECT& place, COLORREF colour) {
     const CSmoothDc smooth(dc, place);
     if (!smooth.Dc()) return;
     const int side = WidthOf(place) * kUnit;
-    smooth.FillDisc({0, 0, side, side}, ActionColour(mark));
-    DrawShape(smooth, side, mark);
+    const RECT box{0, 0, side, side};
+    const auto line = [&](std::initializer_list<POINT> points) {
+        const std::vector<POINT> scaled = PointsIn(box, points);
+        smooth.DrawLines(scaled.data(), static_cast<int>(scaled.size()), side / 16, colour);
+    };
+    constexpr LONG kNear = 2;         // one side of the frame, in units
+    constexpr LONG kFar = kSide - 2;  // and the other
+    line({{kNear, 7}, {kNear, kNear}, {7, kNear}});
+    line({{21, kNear}, {kFar, kNear}, {kFar, 7}});
+    line({{kFar, 21}, {kFar, kFar}, {21, kFar}});
+    line({{7, kFar}, {kNear, kFar}, {kNear, 21}});
+    for (const LONG edge : {kNear, kFar}) {
+        line({{12, edge}, {16, edge}});
+        line({{edge, 12}, {edge, 16}});
+    }
+    DrawShape(smooth, Inset(box, side / 6), ActionMark::Ask, colour);
 }
 
 void DrawPill(HDC dc, const RECT& place, COLORREF colour) {

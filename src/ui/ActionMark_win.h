@@ -18,8 +18,17 @@ inline constexpr int kMarkInset = 3;
 inline constexpr int kMarkGap = 6;
 
 [[nodiscard]] COLORREF ActionColour(ActionMark mark);
-// In a square.
+struct MarkColours {
+    COLORREF disc;
+    COLORREF shape;
+};
+// In a square: white on the mark's colour, or as told.
 void DrawActionMark(HDC dc, const RECT& place, ActionMark mark);
+void DrawActionMark(HDC dc, const RECT& place, ActionMark mark, const MarkColours& colours);
+// What makes a fact suspicious: an orange triangle. In a square.
+void DrawWarningTriangle(HDC dc, const RECT& place);
+// Stands for a program that nobody knows: a dashed frame with a question mark. In a square.
+void DrawUnknownProgram(HDC dc, const RECT& place, COLORREF colour);
 // With round ends.
 void DrawPill(HDC dc, const RECT& place, COLORREF colour);
 

@@ -45,6 +45,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     rig.sources.process = text.substr(0, 259);
     rig.sources.hosts[remoteAddress] = text;
     rig.sources.description = text;
+    rig.sources.company = text;
 
     using State = ConnectionQuestions::State;
     const bool present = block.questionPresent != 0;
@@ -60,6 +61,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     }
     for (const PromptQuestion& question : rig.asker.questions) {
         Require(!question.displayName.empty() && !question.remoteHost.empty());
+        Require(!question.program.publisher.empty() && question.program.publisher.size() <= 203);
+        Require(question.program.publisher.find('\n') == std::string::npos);
         // The ten line breaks of the form, and none of a peer's.
         Require(std::count(question.body.begin(), question.body.end(), '\n') == 10);
     }

@@ -16,8 +16,10 @@ TEST(VersionInfoWinTest, ReadsTheDescriptionOfAProgramThatHasOne) {
     EXPECT_EQ(version.company, "Quorlan");
     EXPECT_EQ(version.version, ReadOwnVersion() + ".0");
     const test::TempFolder folder;
-    EXPECT_EQ(ReadFileDescription(folder.File("absent.exe")), "");
-    EXPECT_EQ(ReadFileDescription(folder.Write("text.exe", "MZ, and no program")), "");
+    EXPECT_FALSE(FindProgramVersion(folder.File("absent.exe")));
+    EXPECT_FALSE(FindProgramVersion(R"(\\host.invalid\share\a.exe)"));
+    const auto nothing = FindProgramVersion(folder.Write("text.exe", "MZ, and no program"));
+    EXPECT_TRUE(nothing && nothing->description.empty() && nothing->company.empty());
 }
 
 TEST(LocalPathTest, KnowsPathsToOtherMachines) {

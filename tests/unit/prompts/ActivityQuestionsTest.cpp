@@ -22,9 +22,9 @@ struct FakePrograms final : ProgramSources {
     std::map<std::string, std::string> descriptions;
     test::FakeIni::Values texts;
     std::vector<std::string> opened;
-    std::string FileDescription(const std::string& path) override {
+    std::optional<ProgramVersion> Version(const std::string& path) override {
         opened.push_back(path);
-        return descriptions[path];
+        return ProgramVersion{.description = descriptions[path], .company = "Co of " + path, .version = {}};
     }
     std::shared_ptr<const QuestionIcon> Icon(const std::string& path) override {
         opened.push_back(path);
@@ -118,6 +118,7 @@ TEST_F(ActivityQuestionsTest, AsksOneAfterTheOtherAndGivesEachItsAnswer) {
     EXPECT_EQ(asker.opened[0].body,
               "Process:\n\nacting.exe\n\nis trying to write data into the remote process:\n\nThe target\n\n"
               "Allow this action?");
+    EXPECT_EQ(asker.opened[0].program.publisher, R"(Co of C:\Tools\acting.exe)");
     Answer({.allow = true, .trust = true});
     ASSERT_EQ(asker.opened.size(), 2U);
     EXPECT_TRUE(asker.opened[1].isMessage);

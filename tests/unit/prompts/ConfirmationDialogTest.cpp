@@ -3,9 +3,12 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <utility>
+#include <vector>
 
 #include "support/AskedTools.h"
 #include "support/ControlWindow.h"
+#include "support/DrawnTexts_win.h"
 #include "support/ModalOwner_win.h"
 #include "support/ObjectCounts_win.h"
 #include "support/QuestionTime_win.h"
@@ -256,7 +259,7 @@ TEST_F(ConfirmationDialogTest, ShowsTheEndOfALongHostNameAndTheWholeOfWhatIsCutI
             EXPECT_EQ(::WindowFromPoint(mouse), dialogWindow) << "which is told of the mouse, and not the label";
             ::ScreenToClient(dialogWindow, &mouse);
             ::SendMessageA(dialogWindow, WM_MOUSEMOVE, 0, MAKELPARAM(mouse.x, mouse.y));
-            Send(WM_TIMER, CutTips::kTimer);
+            Send(WM_TIMER, QuestionTips::kTimer);
             const HWND tip = ::FindWindowA("BrennvarTip", nullptr);
             EXPECT_EQ(tip && ::IsWindowVisible(tip) ? TextOfWindow(tip) : "", whole);
         }
@@ -264,7 +267,102 @@ TEST_F(ConfirmationDialogTest, ShowsTheEndOfALongHostNameAndTheWholeOfWhatIsCutI
     });
 }
 
+TEST_F(ConfirmationDialogTest, ShowsThePathAndOpensItsFolderOnceTheButtonsWork) {
+    constexpr int kPath = 901, kFolder = 1710;
+    static std::vector<std::string> s_opened;
+    s_opened.clear();
+    const auto openFolder =
+        std::exchange(QuestionDialog::s_openFolder, [](const std::string& file) { s_opened.push_back(file); });
+    question.path = R"(C:\R&D\mail.exe)";
+    question.program.file = R"(C:\R&D\  mail.exe)";  // as it is, and not as it is shown
+    question.closeTip = "Blocks this time";
+    const auto point = [this](int id) { ::PostMessageA(Item(id), WM_MOUSEMOVE, 0, MAKELPARAM(3, 3)); };
+    const auto tip = [this] {
+        Send(WM_TIMER, QuestionTips::kTimer);
+        const HWND window = ::FindWindowA("BrennvarTip", nullptr);
+        return window && ::IsWindowVisible(window) ? TextOfWindow(window) : "";
+    };
+    (void)Ask([&] {
+        EXPECT_FALSE(::IsWindowVisible(Item(kPath)));
+        EXPECT_TRUE(::IsWindowVisible(Item(kFolder)));
+        EXPECT_EQ(TextOfWindow(Item(kPath)), question.path);
+        EXPECT_EQ(TextOfWindow(Item(kFolder)), R"(C:\R&&D\mail.exe)") << "D is no mnemonic";
+        Click(kFolder);
+        EXPECT_TRUE(s_opened.empty());
+        PassDelay();
+        Click(kFolder);
+        EXPECT_EQ(s_opened, std::vector{question.program.file});
+        // Over controls the mouse is followed by the loop.
+        point(kFolder);
+        modalOwner.Post([&, point, tip] {
+            EXPECT_EQ(tip(), question.path) << "though it is not cut";
+            point(IDCANCEL);
+            modalOwner.Post([&, tip] {
+                EXPECT_EQ(tip(), question.closeTip);
+                EndWindow(dialogWindow);
+            });
+        });
+    });
+    QuestionDialog::s_openFolder = openFolder;
+}
+
+TEST_F(ConfirmationDialogTest, TellsAllFactsAsTextAndMarksWhatIsSuspicious) {
+    constexpr int kPlace = 1711, kPublisher = 1712;
+    constexpr COLORREF kAlarm = RGB(165, 14, 44), kOrange = RGB(255, 128, 64);
+    question.remoteAddress = "203.0.113.7:25";
+    question.protocol = "TCP";
+    question.localAddress = "192.168.0.5:49152";
+    question.processId = "4711";
+    question.program.file = question.path = R"(C:\Temp\mail.exe)";
+    question.program.publisher = "none given";
+    for (const bool isSuspicious : {true, false}) {
+        question.program.isPublisherMissing = isSuspicious;
+        question.program.placeWarning = isSuspicious ? "from a temporary folder" : "";
+        (void)Ask([&] {
+            const std::pair<int, std::string> rows[] = {{kPublisher, question.program.publisher},
+                                                        {1713, question.remoteAddress},
+                                                        {1714, question.protocol},
+                                                        {1715, question.localAddress},
+                                                        {1716, question.processId}};
+            for (const auto& [id, text] : rows) EXPECT_EQ(test::DrawnText(Item(340), id), text);
+            EXPECT_EQ(TextOfWindow(Item(kPlace)), question.program.placeWarning);
+            const test::Screenshot dialog(dialogWindow), card(Item(340));
+            const SIZE size = dialog.Size();
+            EXPECT_EQ(dialog.Count({0, 0, size.cx, size.cy}, kOrange) > 40, isSuspicious) << "the triangle";
+            EXPECT_EQ(card.Count({0, 0, card.Size().cx, 36}, kAlarm) > 0, isSuspicious);
+            EndWindow(dialogWindow);
+        });
+    }
+    // Nobody knows the program, so there is nobody to name a publisher.
+    question.program = {};
+    (void)Ask([&] {
+        EXPECT_EQ(test::DrawnText(Item(340), kPublisher), std::nullopt);
+        EXPECT_EQ(test::DrawnText(Item(340), 1716), question.processId);
+        EndWindow(dialogWindow);
+    });
+}
+
+TEST_F(ConfirmationDialogTest, MarksTheButtonsInTheirColoursOnceTheyWork) {
+    (void)Ask([&] {
+        const auto look = [this](bool works) {
+            for (const auto& [id, colour] : {std::pair{334, RGB(46, 158, 91)}, std::pair{337, RGB(165, 14, 44)}}) {
+                const test::Screenshot button(Item(id));
+                const SIZE size = button.Size();
+                const RECT left{0, 0, size.cx / 2, size.cy}, right{size.cx / 2, 0, size.cx, size.cy};
+                EXPECT_EQ(button.Count(left, colour) > 3, works) << id;
+                EXPECT_EQ(button.Count(left, RGB(255, 255, 255)) > 30, works) << id << ", the disc";
+                EXPECT_EQ(button.Count(right, colour), 0) << id;
+            }
+        };
+        look(false);
+        PassDelay();
+        look(true);
+        EndWindow(dialogWindow);
+    });
+}
+
 TEST_F(ConfirmationDialogTest, IsReachedWithTheKeyboardOnceItIsActive) {
+    question.program.file = R"(C:\Mail\mail.exe)";
     question.allowButton = "&Yes";
     question.denyButton = "&No";
     const auto press = [this](WPARAM key) {
@@ -283,6 +381,7 @@ TEST_F(ConfirmationDialogTest, IsReachedWithTheKeyboardOnceItIsActive) {
         EXPECT_EQ(press(VK_TAB), 334);
         EXPECT_EQ(press(VK_TAB), 337);
         EXPECT_EQ(press(VK_TAB), kLink);
+        EXPECT_EQ(press(VK_TAB), 1710) << "the folder";
         EXPECT_EQ(press(VK_TAB), 573);
         ::PostMessageA(::GetFocus(), WM_SYSCHAR, 'n', 1L << 29);  // Alt+N
     });

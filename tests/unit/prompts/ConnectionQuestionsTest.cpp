@@ -97,6 +97,7 @@ TEST_F(ConnectionQuestionsTest, DoesNothingWithoutDeviceAnswerOrQuestion) {
 TEST_F(ConnectionQuestionsTest, AsksAndSendsTheAnswerByteForByte) {
     asker.answer = {.allow = true, .remember = false};
     sources.description = "Mail Reader";
+    sources.company = "Mail Co";
     sources.hosts[0x077100CB] = "mail.example.org";
     sources.advice = 0;
     sources.texts["Language/DL_N_201_445"] = "Ja";
@@ -112,6 +113,8 @@ TEST_F(ConnectionQuestionsTest, AsksAndSendsTheAnswerByteForByte) {
     EXPECT_EQ(asked.displayName + ", " + asked.remoteHost + ", " + asked.remoteAddress,
               "Mail Reader, mail.example.org, 203.0.113.7:25");
     EXPECT_EQ(asked.advice, "Deny");
+    EXPECT_EQ(asked.program.file + ", " + asked.program.publisher + ", " + asked.processId,
+              R"(C:\Mail\mail.exe, Mail Co, 4711)");
     EXPECT_EQ(asked.charset, 204) << "of the language of the moment, not of the program's";
 }
 
@@ -160,6 +163,8 @@ TEST_F(ConnectionQuestionsTest, AProgramThatCannotBeResolvedIsUnknownAndNotRemem
         EXPECT_EQ(asked.remoteAddress, isKnown ? "203.0.113.7:25" : "unknown");
         EXPECT_EQ(asked.remoteHost, "mail.example.org");
         EXPECT_EQ(asked.advice, isKnown ? "Allow" : "None");
+        EXPECT_EQ(asked.program.file, resolved);
+        EXPECT_EQ(asked.processId, "4711");
         EXPECT_EQ(sources.looked.empty(), !isKnown);  // no rule, no advice and no file of that name
     }
 }
@@ -199,6 +204,7 @@ TEST_F(ConnectionQuestionsTest, WaitsForTheRuleAsLongAsItsFileAndNotForThreadsTh
         EXPECT_EQ(TickAfter(499ms), State::Gathering);
         EXPECT_EQ(TickAfter(1ms), State::Delivering);
         EXPECT_EQ(asker.questions.back().displayName, "mail.exe");
+        EXPECT_EQ(asker.questions.back().program.publisher, "unknown") << "which is not to say that there is none";
         EXPECT_EQ(asker.questions.back().remoteHost, "mail.example.org");
         EXPECT_EQ(Delivered().decision, PromptDecision::DenyOnce);
     }

@@ -23,6 +23,7 @@ public:
     std::optional<std::uint32_t> advice;
     std::map<Ipv4, std::string> hosts;
     std::string description;
+    std::string company;
     std::map<Ipv4, Ipv4> localAddresses;
     FakeIni::Values texts;  // "Language/DL_N_201_..."
     std::uint8_t charset = 0;
@@ -33,9 +34,9 @@ public:
         looked.push_back(path);
         return rules[path];
     }
-    [[nodiscard]] std::string FileDescription(const std::string& path) override {
+    [[nodiscard]] std::optional<ProgramVersion> Version(const std::string& path) override {
         looked.push_back(path);
-        return description;
+        return ProgramVersion{.description = description, .company = company, .version = {}};
     }
     [[nodiscard]] std::shared_ptr<const QuestionIcon> Icon(const std::string& path) override {
         looked.push_back(path);
