@@ -13,6 +13,7 @@ public:
     void Adopt(HWND control, const Look& look);
     // What the text takes, with the focus frame. Pixels of the screen.
     [[nodiscard]] int Width() const;
+    void TellAccessible(AccessibleThing& thing) const override;
 
 private:
     void OnPaint(HDC dc, const RECT& client) override;

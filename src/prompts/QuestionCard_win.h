@@ -34,6 +34,9 @@ public:
     void Adopt(HWND control, const Look& look, Content content);
     // What it takes at this width. Pixels of the screen.
     [[nodiscard]] int HeightAt(int width) const;
+    void TellAccessible(AccessibleThing& thing) const override;
+    // All that it shows, line by line.
+    [[nodiscard]] std::string Lines() const;
 
 private:
     void OnPaint(HDC dc, const RECT& client) override;
