@@ -46,6 +46,7 @@ protected:
     // The user minimises the window, by its button or by Windows' own menu.
     virtual void OnMinimise() { ::ShowWindow(Window(), SW_MINIMIZE); }
 
+    [[nodiscard]] AccessibleParts* GetAccessibleParts() override { return &m_drawn; }
     void OnDestroy() override;
     void OnSize(int width, int height) final;
     void OnMinMaxInfo(MINMAXINFO& info) final;

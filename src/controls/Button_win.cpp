@@ -89,6 +89,7 @@ void CButton::SetSelected(bool selected) {
     if (selected == m_isSelected) return;
     m_isSelected = selected;
     Repaint();
+    Announce(selected ? EVENT_OBJECT_SELECTION : EVENT_OBJECT_STATECHANGE);
 }
 
 Touch CButton::CurrentTouch() const {
@@ -221,6 +222,17 @@ std::optional<LRESULT> CButton::OnMessage(UINT message, WPARAM wParam, LPARAM lP
     const LRESULT result = CallWindows(message, wParam, lParam);
     if (::IsWindow(window) && ::GetFocus() == window && ::IsWindow(before)) ::SetFocus(before);
     return result;
+}
+
+void CButton::TellAccessible(AccessibleThing& thing) const {
+    const bool isPage = m_form == ButtonForm::PageEntry;
+    CControl::TellAccessible(thing);
+    thing.role = isPage ? AccessibleRole::PageTab : AccessibleRole::Button;
+    thing.action = isPage ? AccessibleAction::Select : AccessibleAction::Press;
+    thing.Set(STATE_SYSTEM_SELECTABLE, isPage);
+    thing.Set(STATE_SYSTEM_SELECTED, isPage && m_isSelected);
+    thing.Set(STATE_SYSTEM_DEFAULT, IsDefault());
+    thing.Set(STATE_SYSTEM_PRESSED, (::SendMessageA(Window(), BM_GETSTATE, 0, 0) & BST_PUSHED) != 0);
 }
 
 }  // namespace brennvar

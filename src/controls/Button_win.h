@@ -101,6 +101,7 @@ public:
     void SetSelected(bool selected);
     [[nodiscard]] bool IsSelected() const { return m_isSelected; }
 
+    void TellAccessible(AccessibleThing& thing) const override;
     [[nodiscard]] bool TellParts(PictureParts& parts) const override;
 
 private:

@@ -168,4 +168,19 @@ void CComboBox::PaintItem(const DRAWITEMSTRUCT& item) {
               DT_VCENTER | DT_SINGLELINE | DT_END_ELLIPSIS | DT_NOPREFIX);
 }
 
+void CComboBox::TellAccessible(AccessibleThing& thing) const {
+    const bool isDropped = ::SendMessageA(Window(), CB_GETDROPPEDSTATE, 0, 0) != 0;
+    thing.role = AccessibleRole::ComboBox;
+    thing.value = ItemText(Selected());
+    thing.Set(isDropped ? STATE_SYSTEM_EXPANDED : STATE_SYSTEM_COLLAPSED, true);
+    thing.action = isDropped ? AccessibleAction::Collapse : AccessibleAction::Expand;
+    NameByLabel(Window(), thing);
+}
+
+void CComboBox::DoAccessible() {
+    const bool isDropped = ::SendMessageA(Window(), CB_GETDROPPEDSTATE, 0, 0) != 0;
+    ::SetFocus(Window());
+    ::SendMessageA(Window(), CB_SHOWDROPDOWN, !isDropped, 0);
+}
+
 }  // namespace brennvar

@@ -3,6 +3,7 @@
 
 #include <string>
 
+#include "controls/ListItems_win.h"
 #include "ui/Control_win.h"
 
 namespace brennvar {
@@ -11,6 +12,8 @@ namespace brennvar {
 class CComboList final : public CControl {
 public:
     void Adopt(HWND list, const Look& look);
+    void TellAccessible(AccessibleThing& thing) const override { thing.role = AccessibleRole::List; }
+    [[nodiscard]] AccessibleParts* GetAccessibleParts() override { return &m_items; }
 
 private:
     friend class CComboBox;
@@ -19,6 +22,7 @@ private:
     void PaintBorder() const;
 
     Palette m_colours;
+    ListItems m_items{*this, ListItems::Kind::Dropped};
     mutable bool m_mayChange = false;  // the combo box gives it other items
 };
 
@@ -42,6 +46,9 @@ public:
     void Select(int index) const;
     // Empty when there is no such item.
     [[nodiscard]] std::string ItemText(int index) const;
+    void TellAccessible(AccessibleThing& thing) const override;
+    // Opens or closes the list.
+    void DoAccessible() override;
 
 private:
     void SetUp(const Look& look);

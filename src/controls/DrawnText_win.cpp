@@ -41,6 +41,46 @@ std::optional<LRESULT> DrawnTexts::Answer(UINT message, WPARAM wParam, LPARAM lP
     return static_cast<LRESULT>(answer);
 }
 
+void DrawnTexts::TellPart(int part, AccessibleThing& thing) const {
+    const CDrawnText& text = *m_texts[static_cast<std::size_t>(part - 1)];
+    thing.role = AccessibleRole::StaticText;
+    thing.name = text.Text();
+    thing.place = text.Place();
+    if (!text.IsShown()) thing.Set(STATE_SYSTEM_INVISIBLE, true);
+    thing.Set(STATE_SYSTEM_READONLY, true);
+    thing.font = text.Font();
+}
+
+int DrawnTexts::PartAt(POINT point) const {
+    const auto found = std::find_if(m_texts.begin(), m_texts.end(), [point](const CDrawnText* text) {
+        return text->IsShown() && ::PtInRect(&text->Place(), point);
+    });
+    return found == m_texts.end() ? 0 : static_cast<int>(found - m_texts.begin()) + 1;
+}
+
+std::string DrawnTexts::LabelOf(HWND control) const {
+    const int id = ::GetDlgCtrlID(control);
+    RECT place{};
+    ::GetWindowRect(control, &place);
+    ::MapWindowPoints(nullptr, m_window, reinterpret_cast<POINT*>(&place), 2);
+    const CDrawnText* unit = nullptr;
+    for (const CDrawnText* text : m_texts) {
+        if (!text->IsShown() || text->Text().empty()) continue;
+        if (text->Id() == id && id > 0) return text->Text();
+        const RECT& beside = text->Place();
+        const bool isOnLine = beside.top < place.bottom && place.top < beside.bottom && beside.left >= place.right;
+        if (isOnLine && (!unit || beside.left < unit->Place().left)) unit = text;
+    }
+    return unit ? unit->Text() : std::string();
+}
+
+void DrawnTexts::Announce(const CDrawnText& text) const {
+    if (!m_window || !text.IsShown()) return;
+    const auto found = std::find(m_texts.begin(), m_texts.end(), &text);
+    ::NotifyWinEvent(EVENT_OBJECT_NAMECHANGE, m_window, OBJID_CLIENT,
+                     static_cast<LONG>(found - m_texts.begin()) + 1);
+}
+
 CDrawnText::~CDrawnText() {
     if (m_texts) std::erase(m_texts->m_texts, this);
 }
@@ -60,6 +100,7 @@ void CDrawnText::SetText(const std::string& text) {
     if (text == m_text) return;
     m_text = text;
     Repaint();
+    if (m_texts) m_texts->Announce(*this);
 }
 
 void CDrawnText::SetColour(COLORREF colour) {

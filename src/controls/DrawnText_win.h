@@ -9,6 +9,7 @@
 
 #include "base/Windows_win.h"
 #include "controls/Label_win.h"
+#include "ui/Accessible_win.h"
 #include "ui/Look_win.h"
 #include "ui/PicturePart_win.h"
 
@@ -18,7 +19,7 @@ class CDrawnText;
 
 // The texts of one window, in the order in which they were made. The window paints them and hands on
 // kDrawnTextQuery. It outlives its texts.
-class DrawnTexts {
+class DrawnTexts final : public AccessibleParts {
 public:
     // When a text changes, how its place comes to be painted.
     enum class PaintedIn { Ground, Paint };  // WM_ERASEBKGND and then WM_PAINT, or WM_PAINT alone
@@ -38,11 +39,17 @@ public:
     void TellParts(PictureParts& parts) const;
     // kDrawnTextQuery; nothing for any other message.
     [[nodiscard]] std::optional<LRESULT> Answer(UINT message, WPARAM wParam, LPARAM lParam) const;
-    // In which a screen reader would come upon them.
     [[nodiscard]] const std::vector<const CDrawnText*>& All() const { return m_texts; }
+
+    [[nodiscard]] int PartCount() const override { return static_cast<int>(m_texts.size()); }
+    void TellPart(int part, AccessibleThing& thing) const override;
+    [[nodiscard]] int PartAt(POINT point) const override;
+    // The text with the control's number, else the one that stands on the control's line right after it.
+    [[nodiscard]] std::string LabelOf(HWND control) const override;
 
 private:
     friend class CDrawnText;
+    void Announce(const CDrawnText& text) const;
 
     const PaintedIn m_paintedIn;
     HWND m_window = nullptr;
@@ -64,6 +71,7 @@ public:
 
     [[nodiscard]] int Id() const { return m_id; }
     [[nodiscard]] const std::string& Text() const { return m_text; }
+    [[nodiscard]] HFONT Font() const { return m_font; }
     // Paints anew only when the text differs.
     void SetText(const std::string& text);
     // Another colour than the kind's.

@@ -163,4 +163,15 @@ std::optional<LRESULT> CEdit::OnReflected(UINT message, WPARAM wParam, LPARAM) {
     return AnswerFieldColours(reinterpret_cast<HDC>(wParam), m_colours, GroundState());
 }
 
+void CEdit::TellAccessible(AccessibleThing& thing) const {
+    const bool isSecret = (Style() & ES_PASSWORD) != 0;
+    thing.role = AccessibleRole::Text;
+    if (!isSecret) thing.value = Text();
+    thing.Set(STATE_SYSTEM_PROTECTED, isSecret);
+    thing.Set(STATE_SYSTEM_READONLY, (Style() & ES_READONLY) != 0);
+    NameByLabel(Window(), thing);
+    // Of a field without a label the cue is all that says what belongs there.
+    (thing.name.empty() ? thing.name : thing.description) = m_cue;
+}
+
 }  // namespace brennvar

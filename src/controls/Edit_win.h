@@ -22,6 +22,7 @@ public:
     // A quiet text that says what belongs here, shown while a field of one line is empty. It is no part of the
     // window text.
     void SetCue(const std::string& cue);
+    void TellAccessible(AccessibleThing& thing) const override;
 
 protected:
     std::optional<LRESULT> OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;

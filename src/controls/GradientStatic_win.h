@@ -14,6 +14,10 @@ public:
     void Create(HWND parent, const std::string& text, int id, const Look& look);
     // Takes over a text of a dialog template.
     void Adopt(HWND control, const Look& look);
+    void TellAccessible(AccessibleThing& thing) const override {
+        thing.role = AccessibleRole::StaticText;
+        thing.name = Text();
+    }
 
 private:
     void Resolve(const Look& look);

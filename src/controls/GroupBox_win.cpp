@@ -109,4 +109,9 @@ void CGroupBox::PaintLines(HDC dc, const RECT& client) const {
     DrawFrame(dc, Inset(frame, 1), m_colours.frame2);
 }
 
+void CGroupBox::TellAccessible(AccessibleThing& thing) const {
+    CControl::TellAccessible(thing);
+    thing.role = AccessibleRole::Grouping;
+}
+
 }  // namespace brennvar

@@ -17,6 +17,7 @@ public:
 
     // Where its controls may stand: below the title and inside the frame, in the parent's coordinates.
     [[nodiscard]] RECT Inside() const;
+    void TellAccessible(AccessibleThing& thing) const override;
 
 private:
     void SetUp(const Look& look);

@@ -148,4 +148,10 @@ std::optional<LRESULT> CIpAddressBox::OnMessage(UINT message, WPARAM wParam, LPA
     }
 }
 
+void CIpAddressBox::TellAccessible(AccessibleThing& thing) const {
+    thing.role = AccessibleRole::IpAddress;
+    thing.value = Text();
+    NameByLabel(Window(), thing);
+}
+
 }  // namespace brennvar

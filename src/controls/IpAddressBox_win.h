@@ -25,6 +25,7 @@ public:
     // All four numbers are empty.
     [[nodiscard]] bool IsBlank() const;
     void Clear() const;
+    void TellAccessible(AccessibleThing& thing) const override;
 
 private:
     void SetUp(const Look& look);

@@ -65,4 +65,10 @@ void CLabel::OnPaint(HDC dc, const RECT& client) {
               LabelFormat(Style()) | PrefixFormat());
 }
 
+void CLabel::TellAccessible(AccessibleThing& thing) const {
+    thing.role = AccessibleRole::StaticText;
+    CControl::TellAccessible(thing);
+    if ((Style() & SS_NOPREFIX) != 0) thing.name = Text();
+}
+
 }  // namespace brennvar

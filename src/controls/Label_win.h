@@ -35,6 +35,7 @@ public:
     // The size of the text as it stands, broken into lines of at most this width (0: not broken). Pixels of the
     // screen.
     [[nodiscard]] SIZE Measure(int width) const;
+    void TellAccessible(AccessibleThing& thing) const override;
 
 private:
     void Resolve(LabelKind kind, const Look& look);

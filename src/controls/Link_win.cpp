@@ -57,4 +57,10 @@ std::optional<LRESULT> CLink::OnMessage(UINT message, WPARAM, LPARAM) {
     return TRUE;
 }
 
+void CLink::TellAccessible(AccessibleThing& thing) const {
+    CControl::TellAccessible(thing);
+    thing.role = AccessibleRole::Link;
+    thing.action = AccessibleAction::Press;
+}
+
 }  // namespace brennvar

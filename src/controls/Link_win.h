@@ -20,6 +20,7 @@ public:
     [[nodiscard]] static int Padding();
     // What the text takes, with the focus frame. Pixels of the screen.
     [[nodiscard]] int Width() const;
+    void TellAccessible(AccessibleThing& thing) const override;
 
 private:
     void OnPaint(HDC dc, const RECT& client) override;

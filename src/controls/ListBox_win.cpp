@@ -35,13 +35,9 @@ void CListBox::Select(int index) const {
     ::SendMessageA(Window(), LB_SETCURSEL, static_cast<WPARAM>(index), 0);
 }
 
-std::string CListBox::ItemText(UINT index) const {
-    const LRESULT length = ::SendMessageA(Window(), LB_GETTEXTLEN, index, 0);
-    if (length < 0) return {};
-    std::string text(static_cast<std::size_t>(length) + 1, '\0');
-    const LRESULT copied = ::SendMessageA(Window(), LB_GETTEXT, index, reinterpret_cast<LPARAM>(text.data()));
-    text.resize(copied > 0 ? static_cast<std::size_t>(copied) : 0U);
-    return text;
+void CListBox::TellAccessible(AccessibleThing& thing) const {
+    thing.role = AccessibleRole::List;
+    NameByLabel(Window(), thing);
 }
 
 bool ChangesListItems(UINT message) {
@@ -108,7 +104,7 @@ void CListBox::PaintItem(const DRAWITEMSTRUCT& item) const {
     RECT text = item.rcItem;
     text.left += Scale(kTextLeft);
     text.right -= Scale(kTextRight);
-    DrawLabel(dc, Font(), text, ItemText(item.itemID), m_colours.text,
+    DrawLabel(dc, Font(), text, TextOfItem(Window(), static_cast<int>(item.itemID)), m_colours.text,
               DT_VCENTER | DT_SINGLELINE | DT_END_ELLIPSIS | DT_NOPREFIX);
     if ((item.itemState & ODS_FOCUS) != 0 && ShowsFocus()) {
         DrawFrame(dc, Inset(item.rcItem, Scale(kFocusInset)),

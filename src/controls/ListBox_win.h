@@ -3,6 +3,7 @@
 
 #include <string>
 
+#include "controls/ListItems_win.h"
 #include "ui/Control_win.h"
 
 namespace brennvar {
@@ -24,15 +25,18 @@ public:
     [[nodiscard]] int Selected() const;
     void Select(int index) const;
 
+    void TellAccessible(AccessibleThing& thing) const override;
+    [[nodiscard]] AccessibleParts* GetAccessibleParts() override { return &m_items; }
+
 private:
     [[nodiscard]] bool PaintsAll() const override { return false; }
     std::optional<LRESULT> OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
     std::optional<LRESULT> OnReflected(UINT message, WPARAM wParam, LPARAM lParam) override;
     void PrintRows(HDC dc, LPARAM flags);
     void PaintItem(const DRAWITEMSTRUCT& item) const;
-    [[nodiscard]] std::string ItemText(UINT index) const;
 
     Palette m_colours;
+    ListItems m_items{*this, ListItems::Kind::List};
 };
 
 }  // namespace brennvar

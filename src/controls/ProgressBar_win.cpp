@@ -50,4 +50,15 @@ void CProgressBar::OnPaint(HDC dc, const RECT& client) {
     FillSolid(dc, done, m_colours.accent);
 }
 
+void CProgressBar::TellAccessible(AccessibleThing& thing) const {
+    PBRANGE range{};
+    CallWindows(PBM_GETRANGE, TRUE, reinterpret_cast<LPARAM>(&range));
+    const auto position = static_cast<int>(CallWindows(PBM_GETPOS, 0, 0));
+    const int size = range.iHigh - range.iLow;
+    thing.role = AccessibleRole::ProgressBar;
+    thing.Set(STATE_SYSTEM_READONLY, true);
+    if (size > 0) thing.value = std::to_string(::MulDiv(position - range.iLow, 100, size)) + "%";
+    NameByLabel(Window(), thing);
+}
+
 }  // namespace brennvar

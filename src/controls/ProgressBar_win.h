@@ -15,6 +15,7 @@ public:
 
     // Within the range.
     void SetPosition(int position) const;
+    void TellAccessible(AccessibleThing& thing) const override;
 
 private:
     void SetUp(const Look& look);

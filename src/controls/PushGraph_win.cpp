@@ -68,6 +68,7 @@ void C2DPushGraph::Update(const std::string& value) {
     if (value != m_value) {
         m_value = value;
         ::SetWindowTextA(Window(), std::string(m_title).append(": ").append(value).c_str());
+        Announce(EVENT_OBJECT_VALUECHANGE);
     }
     Repaint();
 }
@@ -164,6 +165,14 @@ std::vector<C2DPushGraph::Path> C2DPushGraph::MakePaths(const RECT& plot) const 
         }
     }
     return paths;
+}
+
+void C2DPushGraph::TellAccessible(AccessibleThing& thing) const {
+    thing.role = AccessibleRole::Chart;
+    thing.name = m_title;
+    thing.value = m_value;
+    thing.font = m_titleFont;
+    thing.Set(STATE_SYSTEM_READONLY, true);
 }
 
 }  // namespace brennvar

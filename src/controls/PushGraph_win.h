@@ -44,6 +44,7 @@ public:
     // The area of the lines, in client coordinates. A sample of the height h stands h pixels above its bottom.
     [[nodiscard]] RECT PlotArea() const;
 
+    void TellAccessible(AccessibleThing& thing) const override;
     [[nodiscard]] bool TellParts(PictureParts& parts) const override { return TellWhole(parts); }
 
 private:

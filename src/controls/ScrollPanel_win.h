@@ -18,6 +18,7 @@ public:
     // The look is borrowed for the life of the panel, which is created hidden, of no size yet.
     explicit CScrollPanel(const Look& look) : m_look(look), m_pictures(look.skin) {}
     [[nodiscard]] bool CreatePanel(HWND parent, int id);
+    [[nodiscard]] AccessibleParts* GetAccessibleParts() override { return &m_drawn; }
 
 protected:
     // Places the controls in this width, with the upper edge of the content at top, which is 0 or less. Returns the

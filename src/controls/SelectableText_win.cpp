@@ -149,4 +149,11 @@ std::optional<LRESULT> CSelectableText::OnReflected(UINT message, WPARAM wParam,
     return reinterpret_cast<LRESULT>(::GetStockObject(DC_BRUSH));
 }
 
+void CSelectableText::TellAccessible(AccessibleThing& thing) const {
+    thing.role = AccessibleRole::Text;
+    thing.value = m_shown;
+    thing.Set(STATE_SYSTEM_READONLY, true);
+    NameByLabel(Window(), thing);
+}
+
 }  // namespace brennvar

@@ -24,6 +24,7 @@ public:
     [[nodiscard]] int FullWidth() const;
     // What a pill adds to the text at each side, above and below: all sizes here count it.
     [[nodiscard]] SIZE PillMargin() const;
+    void TellAccessible(AccessibleThing& thing) const override;
 
 private:
     [[nodiscard]] bool PaintsAll() const override { return false; }

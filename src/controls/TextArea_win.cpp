@@ -209,4 +209,12 @@ void CTextArea::OnWheel(int delta, bool isHorizontal) {
     if (!isHorizontal) ScrollTo(m_bar.Range().position - m_wheel.Turn(delta, kWheelSteps));
 }
 
+void CTextArea::Lines::TellAccessible(AccessibleThing& thing) const {
+    thing.role = AccessibleRole::Text;
+    thing.value = Text();
+    thing.Set(STATE_SYSTEM_READONLY, true);
+    // The label stands before the area.
+    NameByLabel(::GetParent(Window()), thing);
+}
+
 }  // namespace brennvar

@@ -36,6 +36,7 @@ private:
         [[nodiscard]] int LineCount();
         [[nodiscard]] int FirstLine();
         void ScrollBy(int lines);
+        void TellAccessible(AccessibleThing& thing) const override;
 
     private:
         [[nodiscard]] bool PaintsAll() const override { return false; }

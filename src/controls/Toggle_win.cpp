@@ -109,4 +109,12 @@ void CToggle::PaintPlain(HDC dc, const RECT& place, Touch touch) const {
     ::SetDCBrushColor(dc, old);
 }
 
+void CToggle::TellAccessible(AccessibleThing& thing) const {
+    const bool isChecked = IsChecked();
+    CControl::TellAccessible(thing);
+    thing.role = m_isRound ? AccessibleRole::RadioButton : AccessibleRole::CheckBox;
+    thing.Set(STATE_SYSTEM_CHECKED, isChecked);
+    thing.action = isChecked && !m_isRound ? AccessibleAction::Uncheck : AccessibleAction::Check;
+}
+
 }  // namespace brennvar

@@ -19,6 +19,7 @@ public:
     [[nodiscard]] int HeightAt(int width) const;
     // Of picture and text in one line.
     [[nodiscard]] int FullWidth() const;
+    void TellAccessible(AccessibleThing& thing) const override;
 
 protected:
     struct Kind {

@@ -156,4 +156,9 @@ void MessageDialog::OnCommand(int id, int notification) {
     if ((id == IDOK || id == IDC_MESSAGE_OTHER) && notification == BN_CLICKED) End(id);
 }
 
+void MessageDialog::TellAccessible(AccessibleThing& thing) const {
+    CSkinDialog::TellAccessible(thing);
+    thing.description = m_texts.message;
+}
+
 }  // namespace brennvar

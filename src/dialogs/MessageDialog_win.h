@@ -40,6 +40,7 @@ public:
     MessageAnswer Choose(HWND owner);
     // True when the user chose OK.
     bool Ask(HWND owner) { return Choose(owner) == MessageAnswer::Ok; }
+    void TellAccessible(AccessibleThing& thing) const override;
 
 private:
     void OnCreateContent() override;

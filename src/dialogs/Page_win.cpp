@@ -108,4 +108,11 @@ void CPage::Hide() {
     SetVisible(false);
 }
 
+void CPage::TellAccessible(AccessibleThing& thing) const {
+    thing.role = AccessibleRole::PropertyPage;
+    thing.name = m_texts.title;
+    thing.description = m_line.Text();
+    thing.font = m_look->fonts.Text();
+}
+
 }  // namespace brennvar

@@ -31,6 +31,8 @@ public:
     [[nodiscard]] bool IsShown() const { return m_shown; }
 
     [[nodiscard]] bool TellParts(PictureParts& parts) const override;
+    void TellAccessible(AccessibleThing& thing) const override;
+    [[nodiscard]] AccessibleParts* GetAccessibleParts() override { return &m_drawn; }
 
     // The user asks for fresh data (F5).
     virtual void Reload() {}

@@ -155,4 +155,18 @@ void QuestionCard::PaintPill(HDC dc, const RECT& pill) const {
               kLineFormat);
 }
 
+void QuestionCard::TellAccessible(AccessibleThing& thing) const {
+    thing.role = AccessibleRole::StaticText;
+    thing.name = Lines();
+}
+
+std::string QuestionCard::Lines() const {
+    std::string lines = m_content.tableTitle;
+    const auto add = [&](const std::string& line) { lines += (lines.empty() ? "" : "\n") + line; };
+    for (const Row& row : m_content.rows) add(row.label + " " + row.value);
+    if (m_content.advice) add(m_content.advice->label + " " + m_content.advice->word);
+    add(m_content.askText);
+    return lines;
+}
+
 }  // namespace brennvar

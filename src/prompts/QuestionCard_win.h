@@ -43,6 +43,9 @@ public:
     // In its parent, with the rows of the table. Values that their places have no room for, and those with a note,
     // get tips of the parent.
     void PlaceWith(const RECT& place, QuestionTips& tips);
+    void TellAccessible(AccessibleThing& thing) const override;
+    // All that it shows, line by line.
+    [[nodiscard]] std::string Lines() const;
 
 private:
     void OnPaint(HDC dc, const RECT& client) override;

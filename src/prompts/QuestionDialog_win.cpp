@@ -224,9 +224,23 @@ int QuestionDialog::EffectHeight(int width) const {
     return static_cast<int>(height) + Scale(kEffectGap);
 }
 
+bool QuestionDialog::IsTicked() const {
+    return ::IsDlgButtonChecked(Window(), IDC_REMEMBER) == BST_CHECKED;
+}
+
+void QuestionDialog::TellAccessible(AccessibleThing& thing) const {
+    CSkinDialog::TellAccessible(thing);
+    std::string& text = thing.description;
+    for (const Heading& line : m_content.heading) text += line.text + "\n";
+    text += m_card.Lines();
+    for (const std::string& line : {m_content.whyNoTick, IsTicked() ? m_content.ticked : m_content.unticked}) {
+        if (!line.empty()) text += "\n" + line;
+    }
+}
+
 void QuestionDialog::ShowEffect() const {
     if (!m_unticked.Window()) return;
-    const bool isTicked = ::IsDlgButtonChecked(Window(), IDC_REMEMBER) == BST_CHECKED;
+    const bool isTicked = IsTicked();
     ::ShowWindow(m_unticked.Window(), isTicked ? SW_HIDE : SW_SHOWNA);
     ::ShowWindow(m_ticked.Window(), isTicked ? SW_SHOWNA : SW_HIDE);
 }
@@ -265,14 +279,17 @@ void QuestionDialog::OnCommand(int id, int notification) {
     if (notification != BN_CLICKED) return;
     if (id == IDC_ALLOW) Answer(IDYES);
     if (id == IDC_DENY) Answer(IDNO);
-    if (id == IDC_REMEMBER) ShowEffect();
+    if (id == IDC_REMEMBER) {
+        ShowEffect();
+        Announce(EVENT_OBJECT_DESCRIPTIONCHANGE);
+    }
     if (id == IDC_PROGRAM_FOLDER && m_stand.ButtonsWork()) s_openFolder(m_content.programFile);
     if (id == IDC_QUESTION_LINK && m_stand.ButtonsWork()) OnLink(m_link.Window());
 }
 
 void QuestionDialog::Answer(int result) {
     if (!m_stand.ButtonsWork()) return;
-    m_isTicked = m_content.whyNoTick.empty() && ::IsDlgButtonChecked(Window(), IDC_REMEMBER) == BST_CHECKED;
+    m_isTicked = m_content.whyNoTick.empty() && IsTicked();
     End(result);
 }
 

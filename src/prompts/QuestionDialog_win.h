@@ -40,6 +40,8 @@ public:
 
     // Nothing while the question stands.
     [[nodiscard]] std::optional<PromptAnswer> Given() const;
+    // Described by all that the user has to know for the answer, what the answers do included.
+    void TellAccessible(AccessibleThing& thing) const final;
 
 protected:
     // A label of the template (IDD_CONFIRMATION) beside the picture; from top to bottom.
@@ -95,6 +97,7 @@ private:
     void AdoptControls();
     // What the answers do, as the box is ticked.
     void ShowEffect() const;
+    [[nodiscard]] bool IsTicked() const;
     [[nodiscard]] int EffectHeight(int width) const;
     void PlaceControls();
     // Places the labels of the heading, unless only measuring; the height of all.

@@ -9,6 +9,7 @@
 #include <utility>
 #include <vector>
 
+#include "tree/TreeAccessible_win.h"
 #include "tree/TreeAutomation_win.h"
 #include "tree/TreeCanvas_win.h"
 #include "tree/TreeEvents_win.h"
@@ -76,6 +77,8 @@ public:
     [[nodiscard]] RECT CellRect(int row, int column) const { return m_state.Places().SeenCell({row, column}); }
     [[nodiscard]] int RowAt(POINT point) const { return m_state.Places().RowAt(point); }  // -1: none
 
+    void TellAccessible(AccessibleThing& thing) const override { m_accessible.Tell(thing); }
+    [[nodiscard]] AccessibleParts* GetAccessibleParts() override { return &m_accessible; }
     [[nodiscard]] bool TellParts(PictureParts& parts) const override { return TellWhole(parts); }
 
 protected:
@@ -105,6 +108,7 @@ private:
     TreeKeyboard m_keyboard{m_state};
     TreeCanvas m_canvas{m_state, m_pointer};
     TreeAutomation m_automation{m_state};
+    TreeAccessible m_accessible{m_state};
 };
 
 }  // namespace brennvar

@@ -69,6 +69,7 @@ bool CBalloon::Show(const BalloonTexts& texts, const RECT& anchor, BalloonOption
                               .className = "BrennvarBalloon"})) {
         return false;
     }
+    const bool saysMore = !IsShown() || texts.title != m_texts.title || texts.text != m_texts.text;
     m_texts = texts;
     m_options = std::move(options);
     m_look.emplace(m_fonts);
@@ -100,6 +101,7 @@ bool CBalloon::Show(const BalloonTexts& texts, const RECT& anchor, BalloonOption
     if (m_options.timeout.count() > 0) {
         ::SetTimer(Window(), kTimeoutTimer, static_cast<UINT>(m_options.timeout.count()), nullptr);
     }
+    if (saysMore) Announce(EVENT_SYSTEM_ALERT);
     return true;
 }
 
@@ -179,6 +181,13 @@ std::optional<LRESULT> CBalloon::OnMessage(UINT message, WPARAM, LPARAM lParam) 
         }
         default: return std::nullopt;
     }
+}
+
+void CBalloon::TellAccessible(AccessibleThing& thing) const {
+    thing.role = AccessibleRole::Alert;
+    thing.name = m_texts.title.empty() ? m_texts.text : m_texts.title;
+    if (!m_texts.title.empty()) thing.description = m_texts.text;
+    thing.font = m_look->fonts.Text();
 }
 
 }  // namespace brennvar

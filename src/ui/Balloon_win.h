@@ -41,6 +41,7 @@ public:
 
     // Where the link can be clicked, in client coordinates; empty without one.
     [[nodiscard]] const RECT& LinkPlace() const { return m_link; }
+    void TellAccessible(AccessibleThing& thing) const override;
 
 private:
     void OnPaint(HDC dc, const RECT& invalid) override;

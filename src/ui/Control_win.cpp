@@ -55,6 +55,7 @@ CControl* CControl::Of(HWND window) {
 }
 
 CControl::~CControl() {
+    EndAccessible();
     if (!m_window) return;
     SetProcedure(m_window, m_windowsOwn.procedure, m_windowsOwn.isWide);
     ::SetWindowLongPtrA(m_window, GWLP_USERDATA, 0);
@@ -152,12 +153,14 @@ LRESULT CControl::CallSilently(UINT message, WPARAM wParam, LPARAM lParam) {
 LRESULT CALLBACK CControl::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept {
     auto* control = reinterpret_cast<CControl*>(::GetWindowLongPtrA(window, GWLP_USERDATA));
     if (!control) return ::DefWindowProcA(window, message, wParam, lParam);
+    if (const std::optional<LRESULT> told = control->AnswerAccessible(message, wParam, lParam)) return *told;
     if (!control->Believes(message, wParam, lParam)) return 0;
     NoteMessage(window, message, wParam, lParam);
     // The object may end while it handles the message.
     const WindowsOwn windowsOwn = control->m_windowsOwn;
     if (message == WM_NCDESTROY) {
         control->m_window = nullptr;
+        control->EndAccessible();
         NoteWindowChange();
         ::SetWindowLongPtrA(window, GWLP_USERDATA, 0);
         SetProcedure(window, windowsOwn.procedure, windowsOwn.isWide);

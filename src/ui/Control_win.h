@@ -7,6 +7,7 @@
 #include <string>
 
 #include "base/Windows_win.h"
+#include "ui/Accessible_win.h"
 #include "ui/Look_win.h"
 #include "ui/PicturePart_win.h"
 
@@ -21,12 +22,10 @@ namespace brennvar {
 // it into sight.
 inline constexpr UINT kControlFocused = WM_APP + 0x0FFF;
 
-class CControl {
+class CControl : public AccessibleSource {
 public:
     CControl() = default;
-    CControl(const CControl&) = delete;
-    CControl& operator=(const CControl&) = delete;
-    virtual ~CControl();
+    ~CControl() override;
 
     // Null before there is a window and after it has gone.
     [[nodiscard]] HWND Window() const { return m_window; }
@@ -43,6 +42,11 @@ public:
     void KeepText() { m_keepsText = true; }
     // The object of such a control of this thread; null for every other window.
     [[nodiscard]] static CControl* Of(HWND window);
+    [[nodiscard]] HWND AccessibleWindow() const override { return m_window; }
+    // Names it by its caption, which may have a mnemonic; an override calls it where that is so.
+    void TellAccessible(AccessibleThing& thing) const override { thing.SetCaption(Text()); }
+    // A click. Of a class that knows none nothing happens.
+    void DoAccessible() override { ::SendMessageA(m_window, BM_CLICK, 0, 0); }
     // For pictures that are kept: everything that the control paints. False: it cannot tell, and is painted each
     // time.
     [[nodiscard]] virtual bool TellParts(PictureParts&) const { return false; }

@@ -5,6 +5,7 @@
 #include <utility>
 #include <vector>
 
+#include "ui/ChildControls_win.h"
 #include "ui/Control_win.h"
 #include "ui/OwnMessages_win.h"
 #include "ui/Paint_win.h"
@@ -84,6 +85,7 @@ thread_local CDialog* CDialog::s_innermost = nullptr;
 CDialog::~CDialog() {
     std::erase(s_openDialogs, this);
     ReleaseOwner(std::exchange(m_heldOwner, nullptr));
+    EndAccessible();
     if (!m_window) return;
     ::SetWindowLongPtrA(m_window, DWLP_USER, 0);
     NoteWindowChange();
@@ -111,11 +113,14 @@ bool CDialog::ShowNow(HWND owner, int templateId, Appearance appearance) {
     m_ended = false;
     m_result = -1;
     const bool unfocused = appearance == Appearance::Unfocused;
+    m_isAlert = unfocused;
     m_heldOwner = HoldOwner(owner);
     // An owned window disappears when its owner is minimised; a question must not, so it has none.
     if (!CreateModeless(unfocused ? nullptr : owner, templateId)) return false;
     if (unfocused) ::SetWindowPos(m_window, HWND_TOPMOST, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
     if (!m_ended && unfocused) ::ShowWindow(m_window, SW_SHOWNOACTIVATE);
+    // Without the keyboard it would not be read out.
+    if (!m_ended && unfocused) Announce(EVENT_SYSTEM_ALERT);
     if (!m_ended && !unfocused) ShowPainted(m_window);
     if (!m_ended && !unfocused) {
         ::SetFocus(m_firstFocus ? Item(m_firstFocus) : ::GetNextDlgTabItem(m_window, nullptr, FALSE));
@@ -215,6 +220,14 @@ void CDialog::End(INT_PTR result) {
     ::PostMessageA(m_window, WM_NULL, 0, 0);
 }
 
+void CDialog::TellAccessible(AccessibleThing& thing) const {
+    thing.name = TextOfWindow(m_window);  // a caption has no mnemonics
+    thing.role = m_isAlert ? AccessibleRole::Alert : AccessibleRole::Dialog;
+    // The template's font knows nothing of the language, but a control's does.
+    const HWND control = ::GetWindow(m_window, GW_CHILD);
+    if (CControl::Of(control)) thing.font = reinterpret_cast<HFONT>(::SendMessageA(control, WM_GETFONT, 0, 0));
+}
+
 void CDialog::OnCommand(int, int) {}
 void CDialog::OnTimer(UINT_PTR) {}
 void CDialog::OnSize(int, int) {}
@@ -243,6 +256,10 @@ INT_PTR CALLBACK CDialog::Procedure(HWND window, UINT message, WPARAM wParam, LP
     NoteMessage(window, message, wParam, lParam);
     INT_PTR handled = FALSE;
     try {
+        if (const std::optional<LRESULT> object = dialog->AnswerAccessible(message, wParam, lParam)) {
+            ::SetWindowLongPtrA(window, DWLP_MSGRESULT, *object);
+            return TRUE;
+        }
         handled = dialog->Dispatch(message, wParam, lParam);
     } catch (...) {
         // An exception must not cross Windows. The message counts as not handled; a dialog that could not be
@@ -252,6 +269,7 @@ INT_PTR CALLBACK CDialog::Procedure(HWND window, UINT message, WPARAM wParam, LP
     if (message == WM_NCDESTROY) {
         ::SetWindowLongPtrA(window, DWLP_USER, 0);
         dialog->m_window = nullptr;
+        dialog->EndAccessible();
         NoteWindowChange();
         dialog->EndOpen(-1);
     }

@@ -4,13 +4,14 @@
 #include <optional>
 
 #include "base/Windows_win.h"
+#include "ui/Accessible_win.h"
 #include "ui/PicturePart_win.h"
 
 namespace brennvar {
 
 class KeptPicture;
 
-class CDialog {
+class CDialog : public AccessibleSource {
 public:
     // How a modal dialog appears.
     enum class Appearance {
@@ -19,10 +20,8 @@ public:
     };
 
     CDialog() = default;
-    CDialog(const CDialog&) = delete;
-    CDialog& operator=(const CDialog&) = delete;
     // Destroys the window if there still is one. OnDestroy is no longer called then: the derived part is gone.
-    virtual ~CDialog();
+    ~CDialog() override;
 
     // Shows the dialog and runs a message loop until End is called; returns what End was given, or -1 when there
     // is no such window. The owner (or null) is disabled meanwhile. A WM_QUIT ends the dialog with -1 and is
@@ -45,6 +44,9 @@ public:
 
     // The object of such a window of this thread; null for every other window.
     [[nodiscard]] static CDialog* Of(HWND window);
+    [[nodiscard]] HWND AccessibleWindow() const override { return m_window; }
+    // A dialog that comes of its own accord is an alert.
+    void TellAccessible(AccessibleThing& thing) const override;
     // For pictures that are kept: everything that the dialog paints itself, the whole before its parts. False: it
     // cannot tell, and is painted each time with all that is in it.
     [[nodiscard]] virtual bool TellParts(PictureParts&) const { return false; }
@@ -99,6 +101,7 @@ private:
     bool m_isOpen = false;
     bool m_ended = false;
     bool m_initFailed = false;
+    bool m_isAlert = false;
     int m_firstFocus = 0;
     INT_PTR m_result = -1;
 };

@@ -18,6 +18,7 @@ thread_local CWindow* s_object = nullptr;
 }  // namespace
 
 CWindow::~CWindow() {
+    EndAccessible();
     if (!m_window) return;
     ::SetWindowLongPtrA(m_window, GWLP_USERDATA, 0);
     NoteWindowChange();
@@ -76,7 +77,8 @@ LRESULT CALLBACK CWindow::Procedure(HWND window, UINT message, WPARAM wParam, LP
         if (!object->Believes(message, wParam, lParam)) return 0;
         NoteMessage(window, message, wParam, lParam);
         try {
-            result = object->Dispatch(message, wParam, lParam);
+            result = object->AnswerAccessible(message, wParam, lParam);
+            if (!result) result = object->Dispatch(message, wParam, lParam);
         } catch (...) {
             // An exception must not cross Windows. The message counts as not handled; a window that could not be
             // filled is not made.
@@ -85,6 +87,7 @@ LRESULT CALLBACK CWindow::Procedure(HWND window, UINT message, WPARAM wParam, LP
         if (message == WM_NCDESTROY) {
             ::SetWindowLongPtrA(window, GWLP_USERDATA, 0);
             object->m_window = nullptr;
+            object->EndAccessible();
             NoteWindowChange();
         }
     }

@@ -6,6 +6,7 @@
 #include <string>
 
 #include "base/Windows_win.h"
+#include "ui/Accessible_win.h"
 #include "ui/PicturePart_win.h"
 
 namespace brennvar {
@@ -21,13 +22,11 @@ struct WindowSetup {
     const char* className = "BrennvarWindow";
 };
 
-class CWindow {
+class CWindow : public AccessibleSource {
 public:
     CWindow() = default;
-    CWindow(const CWindow&) = delete;
-    CWindow& operator=(const CWindow&) = delete;
     // Destroys the window if there still is one; the handlers are no longer called then.
-    virtual ~CWindow();
+    ~CWindow() override;
 
     [[nodiscard]] bool Create(const WindowSetup& setup);
     // Null while there is no window.
@@ -49,6 +48,9 @@ public:
 
     // The object of such a window of this thread; null for every other window.
     [[nodiscard]] static CWindow* Of(HWND window);
+    [[nodiscard]] HWND AccessibleWindow() const override { return m_window; }
+    // A pane without a name.
+    void TellAccessible(AccessibleThing&) const override {}
     // For pictures that are kept: everything that the window paints, the whole before its parts. False: it cannot
     // tell, and is painted each time.
     [[nodiscard]] virtual bool TellParts(PictureParts&) const { return false; }

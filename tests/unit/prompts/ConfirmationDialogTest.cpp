@@ -6,6 +6,8 @@
 #include <utility>
 #include <vector>
 
+#include "base/ComOfThread_win.h"
+#include "support/AccessibleReader_win.h"
 #include "support/AskedTools.h"
 #include "support/ControlWindow.h"
 #include "support/DrawnTexts_win.h"
@@ -74,6 +76,59 @@ TEST_F(ConfirmationDialogTest, YesAllowsAndNoDeniesWithTheCheckBox) {
             }
         }
     }
+}
+
+TEST_F(ConfirmationDialogTest, IsReadOutAndAnsweredByScreenReadersNoSoonerThanByHand) {
+    const ComOfThread com;
+    question.displayName = "A & B";
+    question.path = R"(C:\Tools\a.exe)";
+    question.wantsText = "is trying to communicate to";
+    question.remoteHost = std::string(200, 'w') + ".example.com";
+    question.serviceLabel = "Reason:";
+    question.service = "HTTPS";
+    question.remoteLabel = "Remote host:";
+    question.remoteAddress = "93.184.216.34:443";
+    question.adviceLabel = "Advice:";
+    question.advice = "Deny";
+    question.askText = "Allow?";
+    question.onceText = "Once.";
+    question.alwaysText = "Always.";
+    static int s_alerts;
+    s_alerts = 0;
+    const HWINEVENTHOOK hook = ::SetWinEventHook(
+        EVENT_SYSTEM_ALERT, EVENT_SYSTEM_ALERT, nullptr,
+        [](HWINEVENTHOOK, DWORD, HWND window, LONG object, LONG child, DWORD, DWORD) {
+            const bool isQuestion = ::FindWindowA(nullptr, "Confirm network connection") == window;
+            if (isQuestion && object == OBJID_CLIENT && child == CHILDID_SELF) ++s_alerts;
+        },
+        ::GetCurrentProcessId(), 0, WINEVENT_OUTOFCONTEXT);
+    ASSERT_NE(hook, nullptr);
+    const PromptAnswer answer = Ask([&] {
+        const test::AccessibleReader reader(dialogWindow), yes(Item(334)), tick(Item(573));
+        EXPECT_EQ(reader.Role(), ROLE_SYSTEM_ALERT);
+        EXPECT_EQ(reader.Name(), L"Confirm network connection");
+        const std::wstring told = reader.Description();
+        std::size_t at = 0;
+        for (const wchar_t* const part :
+             {L"A & B\n", L"C:\\Tools\\a.exe\n", L"communicate to\nwww", L"www.example.com\n", L"Reason: HTTPS\n",
+              L"Remote host: 93.184.216.34:443\n", L"Advice: Deny\n", L"Allow?\n", L"Once."}) {
+            at = told.find(part, at);
+            ASSERT_NE(at, std::wstring::npos) << "part not in its place";
+        }
+        EXPECT_TRUE(yes.Is(STATE_SYSTEM_UNAVAILABLE));
+        EXPECT_EQ(yes.Do(), E_FAIL) << "too early";
+        EXPECT_EQ(tick.Do(), S_OK);
+        modalOwner.Post([&] {
+            ASSERT_TRUE(::IsWindow(dialogWindow));
+            PassDelay();
+            const test::AccessibleReader later(dialogWindow);
+            EXPECT_TRUE(later.Description().ends_with(L"\nAlways."));
+            EXPECT_EQ(test::AccessibleReader(Item(334)).Do(), S_OK);
+        });
+    });
+    ::UnhookWinEvent(hook);
+    EXPECT_EQ(answer, (PromptAnswer{.allow = true, .remember = true}));
+    EXPECT_EQ(s_alerts, 1);
 }
 
 TEST_F(ConfirmationDialogTest, TellsWhatTheAnswersDoAndTakesTheirFirstLettersOnceTheyWork) {

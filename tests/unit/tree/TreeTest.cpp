@@ -5,6 +5,8 @@
 #include <random>
 #include <stdexcept>
 
+#include "base/ComOfThread_win.h"
+#include "support/AccessibleReader_win.h"
 #include "support/ControlWindow.h"
 #include "tree/TreeMessages_win.h"
 
@@ -161,6 +163,87 @@ TEST_F(CTreeTest, ScrolledPicturesAreThoseThatArePaintedAnew) {
         tree.Repaint();
         ASSERT_TRUE(partly == test::Screenshot(tree.Window())) << round;
     }
+}
+
+TEST_F(CTreeTest, TellsScreenReadersOfItsRows) {
+    const ComOfThread com;
+    rows.secondText = "Allow\tme";
+    SetCount(100);
+    tree.SelectRow(1);
+    const test::AccessibleReader reader(tree.Window());
+    ASSERT_TRUE(reader);
+    const auto runPosted = [] {
+        MSG message;
+        while (::PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE)) ::DispatchMessageA(&message);
+    };
+    EXPECT_EQ(reader.Role(), ROLE_SYSTEM_LIST);
+    EXPECT_EQ(reader.Count(), 100);
+    EXPECT_EQ(reader.Role(2), ROLE_SYSTEM_LISTITEM);
+    EXPECT_EQ(reader.Name(2), L"r1c0, Two: Allow me, Three: r1c2");
+    EXPECT_TRUE(reader.Is(STATE_SYSTEM_SELECTED, 2) && reader.Is(STATE_SYSTEM_FOCUSED, 2));
+    EXPECT_FALSE(reader.Is(STATE_SYSTEM_SELECTED, 1) || reader.Is(STATE_SYSTEM_FOCUSED, 1));
+    EXPECT_FALSE(reader.Is(STATE_SYSTEM_OFFSCREEN, 2));
+    EXPECT_TRUE(reader.Is(STATE_SYSTEM_OFFSCREEN, 100));
+    VARIANT child{};
+    EXPECT_EQ(reader->get_accFocus(&child), S_OK);
+    EXPECT_EQ(child.lVal, 2);
+    // Where it stands is what is hit there.
+    LONG left = 0, top = 0, width = 0, height = 0;
+    EXPECT_EQ(reader->accLocation(&left, &top, &width, &height, test::Part(3)), S_OK);
+    EXPECT_EQ(reader->accHitTest(left + width / 2, top + height / 2, &child), S_OK);
+    EXPECT_EQ(child.lVal, 3);
+
+    int changes = 0;
+    tree.events.selectionChanged = [&] { ++changes; };
+    struct Step {
+        LONG flags, part;
+        std::vector<LONG> selected;  // afterwards
+    };
+    const Step steps[] = {{SELFLAG_TAKESELECTION, 4, {4}},      {SELFLAG_ADDSELECTION, 7, {4, 7}},
+                          {SELFLAG_ADDSELECTION, 7, {4, 7}},    {SELFLAG_ADDSELECTION, 9, {4, 7, 9}},
+                          {SELFLAG_REMOVESELECTION, 4, {7, 9}}, {SELFLAG_REMOVESELECTION, 9, {7}}};
+    for (const Step& step : steps) {
+        EXPECT_EQ(reader->accSelect(step.flags, test::Part(step.part)), S_OK);
+        std::vector<LONG> selected;
+        ASSERT_EQ(reader->get_accSelection(&child), S_OK);
+        if (child.vt == VT_I4) selected.push_back(child.lVal);
+        if (child.vt == VT_UNKNOWN) {
+            IEnumVARIANT* numbers = nullptr;
+            ASSERT_EQ(child.punkVal->QueryInterface(__uuidof(IEnumVARIANT), reinterpret_cast<void**>(&numbers)),
+                      S_OK);
+            child.punkVal->Release();
+            VARIANT number{};
+            while (numbers->Next(1, &number, nullptr) == S_OK) selected.push_back(number.lVal);
+            numbers->Release();
+        }
+        EXPECT_EQ(selected, step.selected);
+    }
+    EXPECT_EQ(changes, 5) << "one is selected already";
+    EXPECT_EQ(reader->accSelect(SELFLAG_EXTENDSELECTION, test::Part(1)), E_INVALIDARG);
+
+    int opened = -1;
+    EXPECT_EQ(reader.Do(6), DISP_E_MEMBERNOTFOUND) << "nobody opens rows";
+    tree.events.opened = [&](int row) { opened = row; };
+    EXPECT_EQ(reader.Do(6), S_OK);
+    runPosted();
+    EXPECT_EQ(opened, 5);
+    EXPECT_EQ(tree.SelectedRow(), 5);
+    rows.hasChecks = true;
+    std::vector<bool> checks;
+    tree.events.checkToggled = [&](int, int column, bool isChecked) { checks = {column == 1, isChecked}; };
+    EXPECT_EQ(reader.Action(3), L"Check");
+    EXPECT_EQ(reader.Do(3), S_OK);
+    runPosted();
+    EXPECT_EQ(checks, (std::vector{true, true}));
+    // The rows go while an action is under way.
+    EXPECT_EQ(reader.Do(90), S_OK);
+    checks.clear();
+    SetCount(10);
+    runPosted();
+    EXPECT_TRUE(checks.empty());
+    EXPECT_EQ(reader->get_accName(test::Part(90), nullptr), E_POINTER);
+    EXPECT_EQ(reader.Name(90), L"");
+    EXPECT_EQ(rows.oddQuestions, 0);
 }
 
 }  // namespace

@@ -1,0 +1,108 @@
+#include "tree/TreeAccessible_win.h"
+
+#include <utility>
+
+namespace brennvar {
+namespace {
+
+// Columns in one line of speech.
+std::string Flat(std::string text) {
+    for (char& character : text) {
+        if (character == '\t' || character == '\r' || character == '\n') character = ' ';
+    }
+    return text;
+}
+
+}  // namespace
+
+void TreeAccessible::Tell(AccessibleThing& thing) const {
+    thing.role = m_state.Places().HasLevels() ? AccessibleRole::Tree : AccessibleRole::List;
+    thing.font = m_state.Font();
+    NameByLabel(m_state.Window(), thing);
+    if (PartCount() == 0) thing.description = m_state.Setup().emptyText;
+}
+
+std::string TreeAccessible::NameOfRow(int row) const {
+    std::string name;
+    for (int column = 0; column < m_state.Places().Columns().Count(); ++column) {
+        const TreeCell cell = m_state.Source().Cell(row, column);
+        const std::string& title = m_state.Places().Column(column).title;
+        if (cell.text.empty()) continue;
+        if (!name.empty()) name += title.empty() ? ", " : ", " + title + ": ";
+        name += Flat(cell.text);
+    }
+    return name;
+}
+
+int TreeAccessible::CheckColumn(int row) const {
+    for (int column = 0; column < m_state.Places().Columns().Count(); ++column) {
+        if (m_state.Source().Cell(row, column).checked) return column;
+    }
+    return -1;
+}
+
+void TreeAccessible::TellPart(int part, AccessibleThing& thing) const {
+    const int row = part - 1;
+    const TreeRow level = m_state.Places().LevelOf(row);
+    const int check = CheckColumn(row);
+    const bool hasKeyboard = ::GetFocus() == m_state.Window();
+    RECT seen{};
+    thing.role = m_state.Places().HasLevels() ? AccessibleRole::TreeItem : AccessibleRole::ListItem;
+    thing.name = NameOfRow(row);
+    thing.place = m_state.Places().Row(row);
+    // As Windows' own trees say how deep a row lies.
+    if (m_state.Places().HasLevels()) thing.value = std::to_string(level.level);
+    thing.Set(STATE_SYSTEM_SELECTABLE | STATE_SYSTEM_FOCUSABLE, true);
+    thing.Set(STATE_SYSTEM_MULTISELECTABLE | STATE_SYSTEM_EXTSELECTABLE, m_state.Setup().selectsMany);
+    thing.Set(STATE_SYSTEM_SELECTED, m_state.Selection().IsSelected(row));
+    thing.Set(STATE_SYSTEM_FOCUSED, hasKeyboard && m_state.FocusedRow() == row);
+    thing.Set(STATE_SYSTEM_OFFSCREEN, !::IntersectRect(&seen, &thing.place, &m_state.Places().Rows()));
+    if (level.hasChildren) {
+        thing.Set(level.isExpanded ? STATE_SYSTEM_EXPANDED : STATE_SYSTEM_COLLAPSED, true);
+        thing.action = level.isExpanded ? AccessibleAction::Collapse : AccessibleAction::Expand;
+    } else if (check >= 0) {
+        const bool isChecked = *m_state.Source().Cell(row, check).checked;
+        thing.Set(STATE_SYSTEM_CHECKED, isChecked);
+        thing.action = isChecked ? AccessibleAction::Uncheck : AccessibleAction::Check;
+    } else if (m_state.events.opened) {
+        thing.action = AccessibleAction::Open;
+    }
+}
+
+std::vector<int> TreeAccessible::SelectedParts(std::size_t most) const {
+    std::vector<int> parts;
+    for (const RowRanges::Range& range : m_state.Selection().Rows().Ranges()) {
+        for (int row = range.first; row <= range.last && parts.size() < most; ++row) parts.push_back(row + 1);
+    }
+    return parts;
+}
+
+bool TreeAccessible::SelectPart(int part, LONG flags) {
+    const int row = part - 1;
+    const LONG how = flags & ~kTakeFocus;
+    const bool isOneOfMany = how == kAddSelection || how == kRemoveSelection;
+    if (how != 0 && how != kTakeSelection && !(isOneOfMany && m_state.Selection().IsMultiple())) return false;
+    if ((flags & kTakeFocus) != 0) ::SetFocus(m_state.Window());
+    m_state.EnsureVisible(row);
+    m_state.ChangeSelection([&](RowSelection& selection) {
+        if (how == kTakeSelection) return selection.SelectOnly(row);
+        if (how != 0 && selection.IsSelected(row) == (how == kAddSelection)) return false;
+        if (how != 0) return selection.Click(row, {.control = true});
+        return selection.FocusOnly(row);
+    });
+    return true;
+}
+
+void TreeAccessible::DoPart(int part) {
+    const int row = part - 1;
+    const TreeRow level = m_state.Places().LevelOf(row);
+    const int check = CheckColumn(row);
+    if (level.hasChildren) return m_state.ExpandByUser(row, !level.isExpanded);
+    if (check >= 0) return m_state.ToggleCheck({row, check});
+    if (!m_state.events.opened) return;
+    // What is opened is what is selected.
+    m_state.ChangeSelection([&](RowSelection& selection) { return selection.SelectOnly(row); });
+    m_state.events.opened(row);
+}
+
+}  // namespace brennvar
