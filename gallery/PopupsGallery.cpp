@@ -10,6 +10,7 @@
 #include "app/ModeCell_win.h"
 #include "app/StatusLine_win.h"
 #include "commands/ModeDisplay.h"
+#include "config/KeyNames.h"
 #include "config/Resources_win.h"
 #include "controls/Button_win.h"
 #include "dialogs/MessageDialog_win.h"
@@ -55,9 +56,10 @@ void OpenMenu(HWND window, const Look& look) {
     menu.Add(429, language.GetText(47, "Advanced"), MenuImage::Advanced);
     menu.Add(437, language.GetText(48, "Options"), MenuImage::Options, {.isDisabled = true});
     menu.AddSeparator();
-    menu.Add(1, language.GetText(1070, "&Copy") + "\tCtrl+C", MenuImage::Copy);
-    menu.Add(2, language.GetText(1071, "Select &all") + "\tCtrl+A", MenuImage::SelectAll);
-    menu.Add(3, language.GetText(1072, "&Refresh") + "\tF5", MenuImage::Refresh);
+    menu.Add(1, WithKey(language.GetText(1070, "&Copy"), KeyStroke::ControlC, language), MenuImage::Copy);
+    menu.Add(2, WithKey(language.GetText(1071, "Select &all"), KeyStroke::ControlA, language),
+             MenuImage::SelectAll);
+    menu.Add(3, WithKey(language.GetText(1072, "&Refresh"), KeyStroke::F5, language), MenuImage::Refresh);
     menu.AddSeparator();
     menu.Add(427, language.GetText(52, "About"), MenuImage::About);
     menu.Add(376, language.GetText(53, "Exit Firewall"), MenuImage::Exit);
@@ -73,7 +75,7 @@ void OpenTrayMenu(HWND window, const Look& look, ProtectionMode mode, std::initi
     PressKeys(window, keys);
     POINT corner{700, 600};
     ::ClientToScreen(window, &corner);
-    ShowTrayMenu(window, corner, OpenLanguage(), mode, look);
+    ShowTrayMenu(window, corner, OpenLanguage(), {.mode = mode, .isNetworkOn = false}, look);
 }
 
 // A notice of the service at the notification area.

@@ -21,9 +21,11 @@ ControlCenterTray::ControlCenterTray(const CFonts& fonts, const Language& langua
                                      std::function<void(const std::string& link)> openLink)
     : m_fonts(fonts), m_language(language), m_balloon(fonts, std::move(openLink)) {}
 
-void ControlCenterTray::Create(HWND window, UINT callbackMessage, ProtectionModes& modes) {
+void ControlCenterTray::Create(HWND window, UINT callbackMessage, ProtectionModes& modes,
+                               const NetworkSwitch& network) {
     m_window = window;
     m_modes = &modes;
+    m_network = &network;
     // Without an icon the program runs on.
     (void)m_icon.Create(
         {.owner = window,
@@ -41,7 +43,10 @@ void ControlCenterTray::ShowMenu(POINT point) {
     FlagWhile opening(m_isMenuOpen);
     m_modes->Read([this, point](ProtectionMode mode) {
         const FlagWhile open(m_isMenuOpen);
-        if (m_window) ShowTrayMenu(m_window, point, m_language, mode, Look(m_fonts));
+        if (m_window) {
+            ShowTrayMenu(m_window, point, m_language, {.mode = mode, .isNetworkOn = m_network->State()},
+                         Look(m_fonts));
+        }
     });
     opening.Keep();
 }

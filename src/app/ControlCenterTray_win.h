@@ -5,6 +5,7 @@
 #include <functional>
 #include <string>
 
+#include "commands/NetworkSwitch.h"
 #include "commands/ProtectionModes.h"
 #include "config/Language.h"
 #include "tray/SystemTray_win.h"
@@ -21,8 +22,8 @@ public:
     ControlCenterTray(const CFonts& fonts, const Language& language,
                       std::function<void(const std::string& link)> openLink);
 
-    // The modes, which are borrowed, tell the menu which one holds.
-    void Create(HWND window, UINT callbackMessage, ProtectionModes& modes);
+    // The modes and the network, which are borrowed, tell the menu how they are.
+    void Create(HWND window, UINT callbackMessage, ProtectionModes& modes, const NetworkSwitch& network);
     void OnNotification(UINT iconId, UINT mouseMessage) const { m_icon.OnTrayNotification(iconId, mouseMessage); }
     [[nodiscard]] TrayIcons& Icons() { return m_icons; }
 
@@ -45,6 +46,7 @@ private:
     const Language& m_language;
     HWND m_window = nullptr;
     ProtectionModes* m_modes = nullptr;  // from Create on
+    const NetworkSwitch* m_network = nullptr;
     CSystemTray m_icon;
     TrayIcons m_icons{m_icon};
     TrayBalloon m_balloon;

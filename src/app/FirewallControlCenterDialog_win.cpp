@@ -130,7 +130,7 @@ void FirewallControlCenterDialog::OnTimer(UINT_PTR id) {
 void FirewallControlCenterDialog::OnShown() {
     if (!std::exchange(m_isShownLater, false)) return;  // said by somebody else
     m_com.emplace();
-    m_tray.Create(Window(), kMessageTray, m_session.modes);
+    m_tray.Create(Window(), kMessageTray, m_session.modes, m_session.network);
     (void)RunDetached([] { EnsureHelperRuns(GetInstallationFolder()); });
     ShowWelcomeOnce();
     if (!m_firstMessage.empty()) {
