@@ -162,7 +162,7 @@ void FirewallControlCenterDialog::ShowTraffic(const std::optional<TrafficIncreas
 }
 
 void FirewallControlCenterDialog::ShowMode(const ModeDisplay& display) {
-    m_status.ShowMode(display.mode, FormatMode(display, m_session.clock.UtcNow(), m_session.language));
+    m_status.ShowMode(display, m_session.clock.UtcNow());
 }
 
 void FirewallControlCenterDialog::ShowNotice(const TrayNotice& notice) {
@@ -176,6 +176,7 @@ void FirewallControlCenterDialog::OnCommand(int id, int notification) {
     switch (id) {
         case IDM_OPEN: RestoreWindow(); break;
         case IDM_EXIT: ExitControlCenter(); break;
+        case IDC_STATUS_MODE: m_status.OpenModeMenu(); break;
         case IDM_SUPPORT: OpenWebPage(kSupportPage); break;
         case IDM_APPLICATION_ASK:
         case IDM_APPLICATION_ALLOW:
