@@ -93,6 +93,7 @@ public:
             window, {.text = language.GetText(318, "Welcome to Brennvar Personal Firewall. It protects you") + " " +
                              language.GetText(319, "against unauthorized incoming and outgoing network traffic."),
                      .title = language.GetText(41, "Brennvar Personal Firewall"),
+                     .time = "14:28",
                      .link = m_link,
                      .icon = IDI_PROGRAM});
     }

@@ -5,6 +5,7 @@
 #include <functional>
 #include <string>
 
+#include "base/Clock.h"
 #include "commands/NetworkSwitch.h"
 #include "commands/ProtectionModes.h"
 #include "config/Language.h"
@@ -18,8 +19,8 @@ namespace brennvar {
 
 class ControlCenterTray {
 public:
-    // Fonts and language are borrowed for the life of the program. openLink: of a notice that the user clicks.
-    ControlCenterTray(const CFonts& fonts, const Language& language,
+    // All but the function are borrowed for the life of the program. openLink: of a notice that the user clicks.
+    ControlCenterTray(const CFonts& fonts, const Language& language, const Clock& clock,
                       std::function<void(const std::string& link)> openLink);
 
     // The modes and the network, which are borrowed, tell the menu how they are.
@@ -40,10 +41,12 @@ public:
 
 private:
     void ShowMenu(POINT point);
+    [[nodiscard]] std::string TimeNow() const;
     void OnIconLost() const;
 
     const CFonts& m_fonts;
     const Language& m_language;
+    const Clock& m_clock;
     HWND m_window = nullptr;
     ProtectionModes* m_modes = nullptr;  // from Create on
     const NetworkSwitch* m_network = nullptr;

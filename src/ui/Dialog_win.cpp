@@ -5,6 +5,7 @@
 #include <utility>
 #include <vector>
 
+#include "ui/Balloon_win.h"
 #include "ui/Control_win.h"
 #include "ui/OwnMessages_win.h"
 #include "ui/Paint_win.h"
@@ -185,6 +186,8 @@ void CDialog::RunLoop() {
 }
 
 bool CDialog::HandleLoopMessage(MSG& message) {
+    // It lies over whatever the key would be for.
+    if (CBalloon::CloseByKey(message)) return true;
     // An outer dialog that the inner one does not disable still has its keyboard: its own loop waits for this one.
     for (CDialog* dialog = this; dialog; dialog = dialog->m_outer) {
         const HWND window = dialog->m_window;
