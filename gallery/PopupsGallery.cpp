@@ -1,4 +1,5 @@
 // Dialogs, menus and balloons: each page opens its own over an empty window.
+#include <array>
 #include <deque>
 #include <functional>
 #include <initializer_list>
@@ -7,9 +8,9 @@
 #include "NoTools.h"
 #include "OpeningPage.h"
 #include "app/AboutDialog_win.h"
-#include "app/ModeCell_win.h"
 #include "app/StatusLine_win.h"
 #include "commands/ModeDisplay.h"
+#include "config/KeyNames.h"
 #include "config/Resources_win.h"
 #include "controls/Button_win.h"
 #include "dialogs/MessageDialog_win.h"
@@ -17,9 +18,11 @@
 #include "prompts/MessageDialogAllowDeny_win.h"
 #include "prompts/PromptText.h"
 #include "prompts/QuestionMessage_win.h"
+#include "tray/ModeButton_win.h"
 #include "tray/TrayBalloon_win.h"
 #include "tray/TrayMenu_win.h"
 #include "ui/Balloon_win.h"
+#include "ui/Paint_win.h"
 #include "ui/PopupMenu_win.h"
 #include "ui/ToolkitIds.h"
 
@@ -91,9 +94,10 @@ void OpenMenu(HWND window, const Look& look) {
     menu.Add(429, language.GetText(47, "Advanced"), MenuImage::Advanced);
     menu.Add(437, language.GetText(48, "Options"), MenuImage::Options, {.isDisabled = true});
     menu.AddSeparator();
-    menu.Add(1, language.GetText(1070, "&Copy") + "\tCtrl+C", MenuImage::Copy);
-    menu.Add(2, language.GetText(1071, "Select &all") + "\tCtrl+A", MenuImage::SelectAll);
-    menu.Add(3, language.GetText(1072, "&Refresh") + "\tF5", MenuImage::Refresh);
+    menu.Add(1, WithKey(language.GetText(1070, "&Copy"), KeyStroke::ControlC, language), MenuImage::Copy);
+    menu.Add(2, WithKey(language.GetText(1071, "Select &all"), KeyStroke::ControlA, language),
+             MenuImage::SelectAll);
+    menu.Add(3, WithKey(language.GetText(1072, "&Refresh"), KeyStroke::F5, language), MenuImage::Refresh);
     menu.AddSeparator();
     menu.Add(427, language.GetText(52, "About"), MenuImage::About);
     menu.Add(376, language.GetText(53, "Exit Firewall"), MenuImage::Exit);
@@ -109,7 +113,7 @@ void OpenTrayMenu(HWND window, const Look& look, ProtectionMode mode, std::initi
     PressKeys(window, keys);
     POINT corner{700, 600};
     ::ClientToScreen(window, &corner);
-    ShowTrayMenu(window, corner, OpenLanguage(), mode, look);
+    ShowTrayMenu(window, corner, OpenLanguage(), {.mode = mode, .isNetworkOn = false}, look);
 }
 
 // A notice of the service at the notification area.
@@ -125,6 +129,7 @@ public:
             window, {.text = language.GetText(318, "Welcome to Brennvar Personal Firewall. It protects you") + " " +
                              language.GetText(319, "against unauthorized incoming and outgoing network traffic."),
                      .title = language.GetText(41, "Brennvar Personal Firewall"),
+                     .time = "14:28",
                      .link = m_link,
                      .icon = IDI_PROGRAM});
     }
@@ -134,41 +139,58 @@ private:
     std::optional<TrayBalloon> m_balloon;
 };
 
-// The status line's cell for the protection mode, in each mode and with the longest text, on its ground in the
-// column.
+// The protection mode in the column's foot and on its card, at its width and at its least: each mode, and with the
+// longest texts.
 class ModesPage final : public GalleryPage {
 public:
-    [[nodiscard]] SIZE Size() const override { return {184, 32 * kRows}; }
+    [[nodiscard]] SIZE Size() const override { return {kCardsRight, kRows * kRowHeight}; }
     void PaintGround(HDC dc, const RECT& client, const Look& look) const override {
         const CSkinImage ground =
             CSkinImage::Load(look.skin.GetSkinImagePath("MAIN_BOTTOM_LEFT", "bottom_left.png"));
+        FillSolid(dc, client, look.colours.page);
         for (int row = 0; row < kRows; ++row) {
-            ground.DrawPart(dc, {0, row * 32, client.right, row * 32 + 32},
-                            {0, 0, ground.Width(), ground.Height()});
+            const LONG top = row * kRowHeight;
+            ground.DrawPart(dc, {0, top, kColumn, top + kCellHeight}, {0, 0, ground.Width(), ground.Height()});
+            for (const RECT& card : Cards(top)) {
+                FillSolid(dc, card, look.colours.list);
+                DrawFrame(dc, card, look.colours.frame2);
+            }
         }
-        m_texts.Paint(dc);
     }
     void Fill(HWND window, const Look& look) override {
-        m_texts.SetWindow(window);
-        const Language language = OpenLanguage();
-        constexpr FileTime kNow = 1;
+        constexpr FileTime kNow = 133'500'000'000'000'000;
         constexpr FileTime kTwoHours = kNow + 7200 * kFileTimePerSecond;
         const ModeDisplay displays[] = {{ProtectionMode::Normal, {}},          {ProtectionMode::AllowAll, {}},
                                         {ProtectionMode::AllowAll, kTwoHours}, {ProtectionMode::BlockAll, {}},
                                         {ProtectionMode::BlockAll, kTwoHours}, {ProtectionMode::BlockAll, kNow}};
         static_assert(std::size(displays) == kRows);
         for (int row = 0; row < kRows; ++row) {
-            const ModeDisplay& display = displays[row];
-            m_cells.emplace_back().Create(m_texts, 1 + row, look);
-            m_cells.back().Place(StatusLine::ModePlace({184, row * 32, 900, row * 32 + 32}));
-            m_cells.back().Show(display.mode, FormatMode(display, kNow, language));
+            const LONG top = row * kRowHeight;
+            const auto add = [&](ModeButton::Form form, const RECT& place) {
+                ModeButton& button = m_buttons.emplace_back(m_language);
+                button.Create(window, form, static_cast<int>(m_buttons.size()), look);
+                button.Place(place);
+                button.Show(displays[row], kNow);
+            };
+            add(ModeButton::Form::Cell, StatusLine::ModePlace({kColumn, top, 900, top + kCellHeight}));
+            for (const RECT& card : Cards(top)) add(ModeButton::Form::Card, Inset(card, 1));
         }
     }
 
 private:
     static constexpr int kRows = 6;
-    DrawnTexts m_texts{DrawnTexts::PaintedIn::Ground};
-    std::deque<ModeCell> m_cells;
+    static constexpr int kRowHeight = 88;
+    static constexpr int kColumn = 184;
+    static constexpr int kCellHeight = 32;
+    static constexpr int kCardsRight = kColumn + 8 + 240 + 8 + 192 + 8;
+    static std::array<RECT, 2> Cards(LONG top) {
+        constexpr LONG kSecond = kColumn + 8 + 240 + 8;
+        return {RECT{kColumn + 8, top + 4, kColumn + 8 + 240, top + 84},
+                RECT{kSecond, top + 4, kSecond + 192, top + 84}};
+    }
+
+    const Language m_language = OpenLanguage();
+    std::deque<ModeButton> m_buttons;
 };
 
 class BalloonPage final : public GalleryPage {

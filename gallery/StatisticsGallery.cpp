@@ -1,10 +1,12 @@
 // The Statistics page after a while of traffic, and its graphs in all of their states.
+#include <chrono>
 #include <cstdint>
 #include <list>
 #include <memory>
 #include <string>
 
 #include "GalleryPage.h"
+#include "base/Clock.h"
 #include "config/Resources_win.h"
 #include "controls/PushGraph_win.h"
 #include "views/StatisticsPage_win.h"
@@ -84,17 +86,27 @@ private:
     std::list<C2DPushGraph> m_graphs;
 };
 
+constexpr FileTime kStart = 134'000'000'000'000'000;  // some afternoon in 2025
+
+// It is always the same moment, so that the pictures are.
+class StandingClock final : public Clock {
+public:
+    [[nodiscard]] FileTime UtcNow() const override { return kStart + 150 * kFileTimePerSecond; }
+    [[nodiscard]] LocalDate Today() const override { return {.year = 2025, .month = 8, .day = 18}; }
+    [[nodiscard]] std::chrono::milliseconds Elapsed() const override { return {}; }
+    bool Sleep(std::chrono::milliseconds) override { return true; }
+};
+
 class StatisticsGallery final : public GalleryPage {
 public:
     // The page's room in the control center at its first size.
     [[nodiscard]] SIZE Size() const override { return {815, 600}; }
     void Fill(HWND window, const Look& look) override {
-        constexpr FileTime kStart = 134'000'000'000'000'000;  // some afternoon in 2025
         m_page = std::make_unique<StatisticsPage>(
             look.fonts, m_language,
             PageTexts{.title = m_language.GetText(45, "Statistics"),
                       .line = m_language.GetText(1010, "Network traffic of this computer.")},
-            m_statistics);
+            m_statistics, m_clock);
         m_statistics.SetConnections(ConnectionCounts{.connections = 128, .listeners = 31});
         m_statistics.SetMode({.mode = ProtectionMode::BlockAll, .until = kStart + 900 * kFileTimePerSecond});
         for (int second = 0; second < 90; ++second) {
@@ -113,6 +125,7 @@ public:
 
 private:
     const Language m_language = OpenLanguage();
+    const StandingClock m_clock;
     Statistics m_statistics;
     std::unique_ptr<StatisticsPage> m_page;
 };

@@ -109,7 +109,7 @@ show_program() {
         "press:$confirmation:1" "gone:$confirmation"
         "command:$main:976" "press:$password:1" "wait:$confirmation"
         "picture:$confirmation:$shots/$prefix-password-changed.bmp" "press:$confirmation:1" "gone:$password"
-        "page:$main:439" "rows:$main:6" "cell:$main:1x2" "cell:$main:2x0" "opened:$main:1"
+        "page:$main:439" "rows:$main:6" "cell:$main:1x2" "cell:$main:4x0" "opened:$main:1"
         "picture:$main:$shots/$prefix-applications-details.bmp" "menu:$main"
         "popups:$main:$shots/$prefix-applications-menu.bmp" "leave:$main" "cell:$main:4x1+" "key:$main:46"
         "wait:$confirmation" "picture:$confirmation:$shots/$prefix-applications-remove.bmp" "press:$confirmation:2"

@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "base/FlagWhile.h"
+#include "base/LocalTime_win.h"
 #include "config/ResourceIds.h"
 #include "tray/TrayMenu_win.h"
 #include "tray/TrayWindow_win.h"
@@ -17,13 +18,15 @@ constexpr std::chrono::seconds kOwnNoticeDuration{10};
 
 }  // namespace
 
-ControlCenterTray::ControlCenterTray(const CFonts& fonts, const Language& language,
+ControlCenterTray::ControlCenterTray(const CFonts& fonts, const Language& language, const Clock& clock,
                                      std::function<void(const std::string& link)> openLink)
-    : m_fonts(fonts), m_language(language), m_balloon(fonts, std::move(openLink)) {}
+    : m_fonts(fonts), m_language(language), m_clock(clock), m_balloon(fonts, std::move(openLink)) {}
 
-void ControlCenterTray::Create(HWND window, UINT callbackMessage, ProtectionModes& modes) {
+void ControlCenterTray::Create(HWND window, UINT callbackMessage, ProtectionModes& modes,
+                               const NetworkSwitch& network) {
     m_window = window;
     m_modes = &modes;
+    m_network = &network;
     // Without an icon the program runs on.
     (void)m_icon.Create(
         {.owner = window,
@@ -41,7 +44,10 @@ void ControlCenterTray::ShowMenu(POINT point) {
     FlagWhile opening(m_isMenuOpen);
     m_modes->Read([this, point](ProtectionMode mode) {
         const FlagWhile open(m_isMenuOpen);
-        if (m_window) ShowTrayMenu(m_window, point, m_language, mode, Look(m_fonts));
+        if (m_window) {
+            ShowTrayMenu(m_window, point, m_language, {.mode = mode, .isNetworkOn = m_network->State()},
+                         Look(m_fonts));
+        }
     });
     opening.Keep();
 }
@@ -60,9 +66,14 @@ void ControlCenterTray::ShowWelcome() {
          .parent = m_icon.Window()});
 }
 
+std::string ControlCenterTray::TimeNow() const {
+    return FormatTimeOfDay(m_clock.UtcNow(), TimeOfDay::Minutes);
+}
+
 void ControlCenterTray::Notify(const std::string& title, const std::string& text) {
     m_balloon.ShowTrayBalloon(m_window, {.text = text,
                                          .title = title,
+                                         .time = TimeNow(),
                                          .icon = IDI_PROGRAM,
                                          .timeout = kOwnNoticeDuration,
                                          .parent = m_icon.Window()});
@@ -71,6 +82,7 @@ void ControlCenterTray::Notify(const std::string& title, const std::string& text
 void ControlCenterTray::ShowNotice(const TrayNotice& notice) {
     m_balloon.ShowTrayBalloon(m_window, {.text = notice.text,
                                          .title = m_language.GetText(41, "Brennvar Personal Firewall"),
+                                         .time = TimeNow(),
                                          .link = notice.link,
                                          .icon = IDI_PROGRAM,
                                          .parent = m_icon.Window()});

@@ -5,6 +5,8 @@
 #include <functional>
 #include <string>
 
+#include "base/Clock.h"
+#include "commands/NetworkSwitch.h"
 #include "commands/ProtectionModes.h"
 #include "config/Language.h"
 #include "tray/SystemTray_win.h"
@@ -17,12 +19,12 @@ namespace brennvar {
 
 class ControlCenterTray {
 public:
-    // Fonts and language are borrowed for the life of the program. openLink: of a notice that the user clicks.
-    ControlCenterTray(const CFonts& fonts, const Language& language,
+    // All but the function are borrowed for the life of the program. openLink: of a notice that the user clicks.
+    ControlCenterTray(const CFonts& fonts, const Language& language, const Clock& clock,
                       std::function<void(const std::string& link)> openLink);
 
-    // The modes, which are borrowed, tell the menu which one holds.
-    void Create(HWND window, UINT callbackMessage, ProtectionModes& modes);
+    // The modes and the network, which are borrowed, tell the menu how they are.
+    void Create(HWND window, UINT callbackMessage, ProtectionModes& modes, const NetworkSwitch& network);
     void OnNotification(UINT iconId, UINT mouseMessage) const { m_icon.OnTrayNotification(iconId, mouseMessage); }
     [[nodiscard]] TrayIcons& Icons() { return m_icons; }
 
@@ -39,12 +41,15 @@ public:
 
 private:
     void ShowMenu(POINT point);
+    [[nodiscard]] std::string TimeNow() const;
     void OnIconLost() const;
 
     const CFonts& m_fonts;
     const Language& m_language;
+    const Clock& m_clock;
     HWND m_window = nullptr;
     ProtectionModes* m_modes = nullptr;  // from Create on
+    const NetworkSwitch* m_network = nullptr;
     CSystemTray m_icon;
     TrayIcons m_icons{m_icon};
     TrayBalloon m_balloon;

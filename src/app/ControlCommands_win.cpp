@@ -14,7 +14,7 @@ bool ControlCommands::OnCommand(HWND window, int id) {
         case IDM_RESET_TRUSTED: Send(window, UserCommand::ResetTrusted); return true;
         case IDM_RESET: Send(window, UserCommand::ResetFirewall); return true;
         case IDM_TEST_MAIL: Send(window, UserCommand::SendTestMail); return true;
-        case IDM_RESET_FINGERPRINTS: ResetFingerprints(); return true;
+        case IDM_RESET_FINGERPRINTS: m_session.network.ResetFingerprints(); return true;
         case IDM_UPDATE: UpdateSignatures(window); return true;
         case IDM_DELETE_LOGS: DeleteLogs(window); return true;
         case IDM_EXPORT_RULES: m_session.rules.Export(RuleSet::Applications); return true;
@@ -22,8 +22,8 @@ bool ControlCommands::OnCommand(HWND window, int id) {
         case IDM_EXPORT_ADVANCED: m_session.rules.Export(RuleSet::Advanced); return true;
         case IDM_IMPORT_ADVANCED: m_session.rules.Import(RuleSet::Advanced); return true;
         case IDM_SET_PASSWORD: m_session.gate.SetSecurityPassword(); return true;
-        case IDM_NETWORK_ENABLE: SwitchNetwork(true); return true;
-        case IDM_NETWORK_DISABLE: SwitchNetwork(false); return true;
+        case IDM_NETWORK_ENABLE: m_session.network.Switch(true); return true;
+        case IDM_NETWORK_DISABLE: m_session.network.Switch(false); return true;
         default: return false;
     }
 }
@@ -40,19 +40,6 @@ void ControlCommands::Send(HWND window, UserCommand command) {
         }
     }
     m_session.commander.SendProtected(Batch(command));
-}
-
-void ControlCommands::SwitchNetwork(bool isOn) {
-    m_isNetworkOn = isOn;
-    m_session.commander.Send(Batch(UserCommand::SwitchNetwork, {.value = isOn ? kNetworkOn : kNetworkOff}));
-}
-
-void ControlCommands::ResetFingerprints() {
-    // As the network is when the password has been entered.
-    m_session.commander.AskFor(UserCommand::ResetFingerprints, [this] {
-        m_session.commander.Send(
-            Batch(UserCommand::ResetFingerprints, {.value = m_isNetworkOn ? kNetworkOn : kNetworkOff}));
-    });
 }
 
 void ControlCommands::UpdateSignatures(HWND window) {

@@ -23,15 +23,11 @@ public:
 private:
     // What the table says of the command: asks the user first, then for the password, and sends it.
     void Send(HWND window, UserCommand command);
-    void ResetFingerprints();
-    void SwitchNetwork(bool isOn);
     void UpdateSignatures(HWND window);
     void DeleteLogs(HWND window);
 
     Session& m_session;
     const std::function<void()> m_onLogsDeleted;
-    // As the user switched it last. Nothing tells how it is: a start finds it on.
-    bool m_isNetworkOn = true;
 };
 
 }  // namespace brennvar

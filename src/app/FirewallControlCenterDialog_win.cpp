@@ -50,7 +50,8 @@ FirewallControlCenterDialog::FirewallControlCenterDialog(Session& session, std::
       }),
       m_commands(session, [this] { Pages().OnLogsDeleted(); }),
       m_mail(session),
-      m_tray(session.fonts, session.language, [this](const std::string& link) { OpenWebPage(link); }),
+      m_tray(session.fonts, session.language, session.clock,
+             [this](const std::string& link) { OpenWebPage(link); }),
       m_status(session.language),
       m_rules(session, *this),
       m_tools(session.fonts, session.language, m_rules, [this](const std::string& link) { OpenWebPage(link); }),
@@ -130,7 +131,7 @@ void FirewallControlCenterDialog::OnTimer(UINT_PTR id) {
 void FirewallControlCenterDialog::OnShown() {
     if (!std::exchange(m_isShownLater, false)) return;  // said by somebody else
     m_com.emplace();
-    m_tray.Create(Window(), kMessageTray, m_session.modes);
+    m_tray.Create(Window(), kMessageTray, m_session.modes, m_session.network);
     (void)RunDetached([] { EnsureHelperRuns(GetInstallationFolder()); });
     ShowWelcomeOnce();
     if (!m_firstMessage.empty()) {
@@ -162,7 +163,7 @@ void FirewallControlCenterDialog::ShowTraffic(const std::optional<TrafficIncreas
 }
 
 void FirewallControlCenterDialog::ShowMode(const ModeDisplay& display) {
-    m_status.ShowMode(display.mode, FormatMode(display, m_session.clock.UtcNow(), m_session.language));
+    m_status.ShowMode(display, m_session.clock.UtcNow());
 }
 
 void FirewallControlCenterDialog::ShowNotice(const TrayNotice& notice) {
@@ -176,6 +177,7 @@ void FirewallControlCenterDialog::OnCommand(int id, int notification) {
     switch (id) {
         case IDM_OPEN: RestoreWindow(); break;
         case IDM_EXIT: ExitControlCenter(); break;
+        case IDC_STATUS_MODE: m_status.OpenModeMenu(); break;
         case IDM_SUPPORT: OpenWebPage(kSupportPage); break;
         case IDM_APPLICATION_ASK:
         case IDM_APPLICATION_ALLOW:

@@ -83,7 +83,8 @@ std::unique_ptr<CPage> MakePage(const PageInfo& info, Session& session, SkinsAnd
                 OptionsPage::ListSources{.trusted = TrustedFile(session.dataFolder, session.readsClock),
                                          .sites = SitesFile(session.dataFolder, session.readsClock)});
         default:  // the statistics
-            return std::make_unique<StatisticsPage>(session.fonts, language, std::move(texts), session.statistics);
+            return std::make_unique<StatisticsPage>(session.fonts, language, std::move(texts), session.statistics,
+                                                    session.clock);
     }
 }
 

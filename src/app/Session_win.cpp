@@ -88,6 +88,7 @@ Session::Session(const SessionSurroundings& surroundings, Language openedLanguag
       password(dataFolder, passwordClock),
       gate(fonts, language, commander, passwordReads, password),
       modes(clock, language, commander, reads, ModeReader(dataFolder, readsClock), *this),
+      network(commander),
       applicationChanges(commander),
       archives(PostWhenFinished(kMessageCompletions)),
       archivesClock(archives.Stopping()),
@@ -181,6 +182,7 @@ void Session::RunCompletions() {
     link.RunCompletions();
     for (TaskThread* const thread : FileThreads()) thread->RunCompletions();
     ruleChoices.RunCompletions();
+    network.OnService(link.Service());
     if (m_view) m_view->ShowService(link.Service());
 }
 

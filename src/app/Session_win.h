@@ -26,6 +26,7 @@
 #include "base/Windows_win.h"
 #include "commands/BlockedAddresses.h"
 #include "commands/Commander.h"
+#include "commands/NetworkSwitch.h"
 #include "commands/ProtectionModes.h"
 #include "config/CodePage.h"
 #include "config/Language.h"
@@ -189,6 +190,7 @@ public:
     const StoredPassword password;
     SecurityPasswordGate gate;
     ProtectionModes modes;
+    NetworkSwitch network;
     ApplicationChanges applicationChanges;
     // Archives of rules, which may be long, and for which the service's files are waited for.
     TaskThread archives;

@@ -12,6 +12,8 @@ constexpr int kCellIds[] = {IDC_STATUS_SERVICE, IDC_STATUS_DRIVER, IDC_STATUS_CO
                             IDC_STATUS_OUT};
 // At 96 pixels per inch.
 constexpr int kMargin = 16;
+constexpr int kModeMargin = 8;  // the mode has one of its own inside
+constexpr int kModeEdge = 4;
 constexpr int kGripRoom = 16;
 constexpr int kCellGap = 8;  // at least
 
@@ -22,7 +24,7 @@ constexpr std::uint64_t kUsualRate = 1000 * 1024;  // bytes a second
 }  // namespace
 
 void StatusLine::Create(DrawnTexts& texts, const Look& look) {
-    m_mode.Create(texts, IDC_STATUS_MODE, look);
+    m_mode.Create(texts.Window(), ModeButton::Form::Cell, IDC_STATUS_MODE, look);
     static_assert(std::size(kCellIds) == CellCount);
     for (std::size_t cell = 0; cell < m_cells.size(); ++cell) {
         m_cells[cell].Create(texts, "", LabelKind::Quiet, SS_ENDELLIPSIS, kCellIds[cell], look);
@@ -37,7 +39,7 @@ void StatusLine::Create(DrawnTexts& texts, const Look& look) {
 }
 
 RECT StatusLine::ModePlace(const RECT& band) {
-    return {Scale(kMargin), band.top + 1, band.left - Scale(kMargin) / 4, band.bottom - 1};
+    return {Scale(kModeMargin), band.top + 1, band.left - Scale(kModeEdge), band.bottom - 1};
 }
 
 void StatusLine::Place(const RECT& band) {

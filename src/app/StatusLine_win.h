@@ -8,7 +8,6 @@
 #include <optional>
 #include <string>
 
-#include "app/ModeCell_win.h"
 #include "base/Windows_win.h"
 #include "config/Amounts.h"
 #include "config/Language.h"
@@ -16,15 +15,16 @@
 #include "ipc/DriverTables.h"
 #include "ipc/WatchedConnector.h"
 #include "statistics/TrafficMeter.h"
+#include "tray/ModeButton_win.h"
 #include "ui/Look_win.h"
 
 namespace brennvar {
 
 class StatusLine {
 public:
-    explicit StatusLine(const Language& language) : m_language(language), m_words(language) {}
+    explicit StatusLine(const Language& language) : m_language(language), m_words(language), m_mode(language) {}
 
-    // In the ground of a window.
+    // In the ground of a window; the mode is a child of it.
     void Create(DrawnTexts& texts, const Look& look);
     // band: the line without its end below the column, in client coordinates.
     void Place(const RECT& band);
@@ -32,7 +32,8 @@ public:
     [[nodiscard]] static RECT ModePlace(const RECT& band);
 
     void ShowService(PeerState state);
-    void ShowMode(ProtectionMode mode, const std::string& text) { m_mode.Show(mode, text); }
+    void ShowMode(const ModeDisplay& display, FileTime now) { m_mode.Show(display, now); }
+    void OpenModeMenu() { m_mode.OpenMenu(); }
     // Nothing: the driver cannot be read.
     void ShowTraffic(const std::optional<TrafficIncrease>& increase, std::uint64_t milliseconds);
     // Connections, and in brackets how many ports are listened on besides. Nothing: not known at present.
@@ -47,7 +48,7 @@ private:
 
     const Language& m_language;
     const AmountWords m_words;
-    ModeCell m_mode;
+    ModeButton m_mode;
     std::array<CDrawnText, CellCount> m_cells;
     std::array<int, CellCount> m_widths{};  // that they need
     RECT m_band{};

@@ -16,8 +16,16 @@ struct ModeDisplay {
     friend bool operator==(const ModeDisplay&, const ModeDisplay&) = default;
 };
 
-// "Normal" or "Allow All, 4 min". Each minute that has begun counts; 0 min: the time is over, and only the traffic
-// keeps the mode.
-[[nodiscard]] std::string FormatMode(const ModeDisplay& display, FileTime now, const Language& language);
+// The mode in words. Each minute that has begun counts. When the time is over only the traffic keeps the mode.
+struct ModeWords {
+    std::string name;     // "Allow All"
+    std::string left;     // "4 min", "ending"; empty for a mode without an end
+    std::string meaning;  // "Nothing is filtered"
+    std::string end;      // "until 14:28, 4 min left", "ends at the next quiet second"; empty like left
+    friend bool operator==(const ModeWords&, const ModeWords&) = default;
+};
+// endsAt: the time of the day when a timed mode ends, for people of this place.
+[[nodiscard]] ModeWords DescribeMode(const ModeDisplay& display, FileTime now, const std::string& endsAt,
+                                     const Language& language);
 
 }  // namespace brennvar

@@ -145,7 +145,8 @@
 #define IDC_OPTIONS_SKIN 962
 #define IDC_OPTIONS_LANGUAGE 964
 
-// Statistics page. The cards have three texts each: name, value and remark, with numbers that follow one another.
+// Statistics page. The cards have three texts each: name, value and remark, with numbers that follow one another;
+// that of the mode is one button.
 #define IDC_STATISTICS_IN_GRAPH 1240
 #define IDC_STATISTICS_OUT_GRAPH 1241
 #define IDC_STATISTICS_ATTACK_GRAPH 1242

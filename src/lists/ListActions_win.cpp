@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <string>
 
+#include "config/KeyNames.h"
+
 namespace brennvar {
 namespace {
 
@@ -12,12 +14,16 @@ constexpr int kGap = 8;
 constexpr int kCountRoom = 64;  // for the number of rows, beside the buttons
 
 std::string MenuText(const ListAction& action, const Language& language) {
-    std::string text = language.GetText(action.caption);
-    if (action.key == ListKey::Delete) text += "\tDel";
-    if (action.key == ListKey::Enter) text += "\tEnter";
-    if (action.key == ListKey::ControlUp) text += "\tCtrl+Up";
-    if (action.key == ListKey::ControlDown) text += "\tCtrl+Down";
-    return text;
+    const std::string caption = language.GetText(action.caption);
+    switch (action.key) {
+        case ListKey::Delete: return WithKey(caption, KeyStroke::Delete, language);
+        case ListKey::Enter: return WithKey(caption, KeyStroke::Enter, language);
+        case ListKey::ControlUp: return WithKey(caption, KeyStroke::ControlUp, language);
+        case ListKey::ControlDown: return WithKey(caption, KeyStroke::ControlDown, language);
+        case ListKey::Space:  // not shown: it does what a click into the row does
+        case ListKey::None: break;
+    }
+    return caption;
 }
 
 }  // namespace

@@ -75,7 +75,7 @@ std::vector<int> ListPage::RowsOf(const ListAction& action) const {
 
 void ListPage::DoAction(const ListAction& action) {
     if (!IsPossible(action)) return;
-    if (action.showsDetails) return ShowDetails(FocusedRow());
+    if (action.showsDetails) return ShowDetails(FocusedRow(), DetailsFor::Action);
     std::vector<int> rows = RowsOf(action);
     const bool isForRows = NeedsRow(action);
     if (isForRows && rows.empty()) return;
@@ -127,7 +127,7 @@ bool ListPage::ClickCell(int row, int column) {
         return true;
     }
     // While rows are being gathered a balloon would only be in the way.
-    if (!IsHeld(VK_CONTROL) && !IsHeld(VK_SHIFT)) ShowDetails(row);
+    if (!IsHeld(VK_CONTROL) && !IsHeld(VK_SHIFT)) ShowDetails(row, DetailsFor::Click);
     return false;
 }
 
@@ -138,7 +138,7 @@ bool ListPage::PressKey(ListKey key) {
     return true;
 }
 
-void ListPage::ShowDetails(int row) {
+void ListPage::ShowDetails(int row, DetailsFor wantedFor) {
     if (row < 0 || row >= RowCount()) return;
     const int sourceRow = SourceRowOf(row);
     const RowDetails details = m_model->Details(sourceRow);
@@ -147,11 +147,15 @@ void ListPage::ShowDetails(int row) {
         m_list->ShowBalloon(row, {.title = details.title, .text = details.text, .link = {}}, nullptr);
         return;
     }
-    const auto show = [this, row, details, asked, key = m_model->Key(sourceRow)](const ProgramDetails& found) {
+    const auto show = [this, row, details, asked, wantedFor,
+                       key = m_model->Key(sourceRow)](const ProgramDetails& found) {
         // Only where the user still looks: the row may have gone, or the user to another one.
         if (asked != m_detailsAsked || row >= RowCount() || row != m_list->FocusedRow()) return;
         if (m_model->Key(SourceRowOf(row)) != key || ::GetFocus() != m_list->Window()) return;
-        const std::string text = details.text + DescribeProgram(found, m_context.language);
+        const std::string more = DescribeProgram(found, m_context.language);
+        // What the row says itself is not worth covering others.
+        if (more.empty() && wantedFor == DetailsFor::Click) return;
+        const std::string text = details.text + more;
         m_list->ShowBalloon(row, {.title = details.title, .text = text, .link = {}},
                             Programs().Icon(*details.program));
     };

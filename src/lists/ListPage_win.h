@@ -140,7 +140,9 @@ private:
     [[nodiscard]] bool Confirm(const ListQuestion& question) const;
     [[nodiscard]] bool ClickCell(int row, int column);
     [[nodiscard]] bool PressKey(ListKey key);
-    void ShowDetails(int row);
+    // Who asks for the details: a click into the row may be about the row alone.
+    enum class DetailsFor { Click, Action };
+    void ShowDetails(int row, DetailsFor wantedFor);
     [[nodiscard]] ProgramReader& Programs() const;
     void RepaintRowsOf(const std::string& program) const;
 

@@ -19,7 +19,8 @@ void CListTree::ShowBalloon(int row, const BalloonTexts& texts, HICON icon) {
     if (::IsRectEmpty(&place)) return;
     ::MapWindowPoints(Window(), nullptr, reinterpret_cast<POINT*>(&place), 2);
     UniqueIcon copy(icon ? ::CopyIcon(icon) : nullptr);
-    (void)m_balloon.Show(texts, place, {.timeout = kBalloonDuration, .icon = copy.Get()});
+    (void)m_balloon.Show(texts, place,
+                         {.timeout = kBalloonDuration, .icon = copy.Get(), .keyboard = Window(), .isBelow = true});
     m_balloonIcon = std::move(copy);
 }
 

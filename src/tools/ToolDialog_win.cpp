@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "base/AskAside.h"
+#include "config/KeyNames.h"
 #include "config/ResourceIds.h"
 #include "dialogs/AddressMenu_win.h"
 #include "dialogs/ModalPlace_win.h"
@@ -269,10 +270,10 @@ void ToolDialog::ShowMenu(int row, POINT point) {
     menu.AddSeparator();
     AddRuleTools(menu, m_language, kFirstRuleCommand, address.has_value());
     menu.AddSeparator();
-    menu.Add(kCopyCommand, m_language.GetText(1070, "&Copy") + "\tCtrl+C", MenuImage::Copy,
-             {.isDisabled = !m_lines.HasSelection()});
-    menu.Add(kSelectAllCommand, m_language.GetText(1071, "Select &all") + "\tCtrl+A", MenuImage::SelectAll,
-             {.isDisabled = m_lines.LineCount() == 0});
+    menu.Add(kCopyCommand, WithKey(m_language.GetText(1070, "&Copy"), KeyStroke::ControlC, m_language),
+             MenuImage::Copy, {.isDisabled = !m_lines.HasSelection()});
+    menu.Add(kSelectAllCommand, WithKey(m_language.GetText(1071, "Select &all"), KeyStroke::ControlA, m_language),
+             MenuImage::SelectAll, {.isDisabled = m_lines.LineCount() == 0});
     const CSkinImage images = LoadMenuImages();
     const int command = menu.Track(Window(), point, TPM_RETURNCMD, GetLook(), &images);
     if (DoRuleCommand(command, kFirstRuleCommand, address.value_or(0), m_tools)) return;

@@ -22,7 +22,7 @@ void TrayBalloon::ShowTrayBalloon(HWND owner, const Notice& notice) {
     const RECT anchor = GetTaskbarIconsRect();
     // A window in the tray or the task bar has nothing to bring forward.
     if (::IsWindowVisible(owner) && !::IsIconic(owner)) ::SetForegroundWindow(owner);
-    BalloonOptions options{.timeout = notice.timeout};
+    BalloonOptions options{.timeout = notice.timeout, .keyboard = owner};
     if (m_isFirst) {
         m_isFirst = false;
         m_icon = LoadOwnIcon(notice.icon, Scale(kIconSize), Scale(kIconSize));
@@ -31,7 +31,8 @@ void TrayBalloon::ShowTrayBalloon(HWND owner, const Notice& notice) {
     options.icon = m_icon.Get();
     BalloonTexts texts{.title = CutNotice(notice.title, kTitleCharacters, 1),
                        .text = CutNotice(notice.text, kTextCharacters, kTextLines),
-                       .link = {}};
+                       .link = {},
+                       .time = notice.time};
     if (IsWebAddress(notice.link)) {
         texts.link = CutNotice(notice.link, kLinkCharacters, 1);
         options.onLink = [this, link = notice.link] { m_openLink(link); };

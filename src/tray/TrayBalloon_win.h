@@ -20,6 +20,7 @@ public:
     struct Notice {
         std::string text;  // cut to what a balloon can hold; nothing is shown for an empty one
         std::string title;
+        std::string time = {};            // when it came, as people of this place write it; may be empty
         std::string link = {};            // shown when it is an address of the web
         int icon = 0;                     // its resource; the balloon keeps that of the first notice
         std::chrono::seconds timeout{0};  // 0: until it is closed

@@ -30,11 +30,9 @@ std::optional<ModeChange> TimedChange(ProtectionMode mode, int command, int firs
 
 }  // namespace
 
-std::vector<TrayMenuItem> BuildTrayMenu(const Language& language, ProtectionMode mode) {
+std::vector<TrayMenuItem> BuildModeMenu(const Language& language, ProtectionMode mode) {
     const auto modeText = [&](ProtectionMode of) { return language.GetText(ProtectionModeText(of)); };
     std::vector<TrayMenuItem> menu;
-    menu.push_back({.command = IDM_OPEN, .text = language.GetText(41, "Brennvar Personal Firewall")});
-    menu.push_back({});
     menu.push_back(TimedMenu(modeText(ProtectionMode::BlockAll), IDM_MODE_BLOCK_ALL, IDM_MODE_BLOCK_TIMED_FIRST,
                              mode == ProtectionMode::BlockAll));
     menu.push_back({.command = IDM_MODE_NORMAL,
@@ -42,6 +40,14 @@ std::vector<TrayMenuItem> BuildTrayMenu(const Language& language, ProtectionMode
                     .isChecked = mode == ProtectionMode::Normal});
     menu.push_back(TimedMenu(modeText(ProtectionMode::AllowAll), IDM_MODE_ALLOW_ALL, IDM_MODE_ALLOW_TIMED_FIRST,
                              mode == ProtectionMode::AllowAll));
+    return menu;
+}
+
+std::vector<TrayMenuItem> BuildTrayMenu(const Language& language, const TrayMenuState& state) {
+    std::vector<TrayMenuItem> menu;
+    menu.push_back({.command = IDM_OPEN, .text = language.GetText(41, "Brennvar Personal Firewall")});
+    menu.push_back({});
+    for (TrayMenuItem& item : BuildModeMenu(language, state.mode)) menu.push_back(std::move(item));
     menu.push_back({});
     menu.push_back({.command = IDM_STATISTICS, .text = language.GetText(45, "Statistics")});
     menu.push_back({.command = IDM_CONNECTIONS, .text = language.GetText(46, "Connections")});
@@ -50,8 +56,12 @@ std::vector<TrayMenuItem> BuildTrayMenu(const Language& language, ProtectionMode
     menu.push_back({.command = IDM_APPLICATIONS, .text = language.GetText(49, "Applications")});
     menu.push_back({.command = IDM_TRAFFIC_LOG, .text = language.GetText(50, "Traffic Log")});
     menu.push_back({});
-    menu.push_back({.command = IDM_NETWORK_ENABLE, .text = language.GetText(556, "Enable Network Connections")});
-    menu.push_back({.command = IDM_NETWORK_DISABLE, .text = language.GetText(557, "Disable Network Connections")});
+    menu.push_back({.command = IDM_NETWORK_ENABLE,
+                    .text = language.GetText(556, "Enable Network Connections"),
+                    .isDisabled = state.isNetworkOn == true});
+    menu.push_back({.command = IDM_NETWORK_DISABLE,
+                    .text = language.GetText(557, "Disable Network Connections"),
+                    .isDisabled = state.isNetworkOn == false});
     menu.push_back({});
     menu.push_back({.command = IDM_ABOUT, .text = language.GetText(52, "About")});
     menu.push_back({});

@@ -3,7 +3,6 @@
 #include <utility>
 
 #include "config/ResourceIds.h"
-#include "tray/TrayMenu.h"
 
 namespace brennvar {
 namespace {
@@ -27,7 +26,8 @@ CPopupMenu MakeMenu(const std::vector<TrayMenuItem>& items) {
     CPopupMenu menu;
     for (const TrayMenuItem& item : items) {
         // What a left click does stands out.
-        const MenuState state{.isChecked = item.isChecked, .isDefault = item.command == IDM_OPEN};
+        const MenuState state{
+            .isChecked = item.isChecked, .isDisabled = item.isDisabled, .isDefault = item.command == IDM_OPEN};
         if (item.IsSeparator()) {
             menu.AddSeparator();
         } else if (item.items.empty()) {
@@ -41,14 +41,16 @@ CPopupMenu MakeMenu(const std::vector<TrayMenuItem>& items) {
 
 }  // namespace
 
-CPopupMenu MakeTrayMenu(const Language& language, ProtectionMode mode) {
-    return MakeMenu(BuildTrayMenu(language, mode));
-}
-
-void ShowTrayMenu(HWND owner, POINT point, const Language& language, ProtectionMode mode, const Look& look) {
+void ShowTrayMenu(HWND owner, POINT point, const Language& language, const TrayMenuState& state, const Look& look) {
     const CSkinImage images = LoadMenuImages();
     // Away from the task bar, which is mostly below.
-    (void)MakeTrayMenu(language, mode).TrackAtTray(owner, point, TPM_RIGHTALIGN | TPM_BOTTOMALIGN, look, &images);
+    (void)MakeMenu(BuildTrayMenu(language, state))
+        .TrackAtTray(owner, point, TPM_RIGHTALIGN | TPM_BOTTOMALIGN, look, &images);
+}
+
+void ShowModeMenu(HWND owner, const RECT& place, const Language& language, ProtectionMode mode, const Look& look) {
+    const CPopupMenu menu = MakeMenu(BuildModeMenu(language, mode));
+    (void)menu.TrackBeside(owner, place, look, nullptr);
 }
 
 }  // namespace brennvar

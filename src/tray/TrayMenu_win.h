@@ -3,13 +3,15 @@
 
 #include "commands/ProtectionMode.h"
 #include "config/Language.h"
+#include "tray/TrayMenu.h"
 #include "ui/PopupMenu_win.h"
 
 namespace brennvar {
 
-[[nodiscard]] CPopupMenu MakeTrayMenu(const Language& language, ProtectionMode mode);
-
 // Shows it at a point of the screen until it is closed; what was chosen is posted to the owner as a command.
-void ShowTrayMenu(HWND owner, POINT point, const Language& language, ProtectionMode mode, const Look& look);
+void ShowTrayMenu(HWND owner, POINT point, const Language& language, const TrayMenuState& state, const Look& look);
+
+// The part of it that changes the mode, below a place of the screen, or above it where there is no room.
+void ShowModeMenu(HWND owner, const RECT& place, const Language& language, ProtectionMode mode, const Look& look);
 
 }  // namespace brennvar

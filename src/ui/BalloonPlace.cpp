@@ -35,9 +35,11 @@ BalloonPlace PlaceBalloon(const PixelBox& farAnchor, const BalloonShape& shape, 
     const int tipY = TipAt(anchor.top, anchor.bottom, y, y + height, distance);
 
     const int above = anchor.top - shape.tipLength - height;
-    if (above >= area.top) return {at(x, above), TipSide::Bottom, tipX};
     const int below = anchor.bottom + shape.tipLength;
-    if (below + height <= area.bottom) return {at(x, below), TipSide::Top, tipX};
+    const bool fitsAbove = above >= area.top;
+    const bool fitsBelow = below + height <= area.bottom;
+    if (fitsAbove && !(shape.isBelow && fitsBelow)) return {at(x, above), TipSide::Bottom, tipX};
+    if (fitsBelow) return {at(x, below), TipSide::Top, tipX};
     const int before = anchor.left - shape.tipLength - width;
     if (before >= area.left) return {at(before, y), TipSide::Right, tipY};
     const int behind = anchor.right + shape.tipLength;

@@ -19,8 +19,9 @@ enum class TipSide { Bottom, Top, Right, Left };
 struct BalloonShape {
     int width = 0;  // of the body, without the tip
     int height = 0;
-    int tipLength = 0;  // how far the tip stands out; it is twice as wide where it starts
-    int corner = 0;     // the tip keeps this far from the body's ends
+    int tipLength = 0;     // how far the tip stands out; it is twice as wide where it starts
+    int corner = 0;        // the tip keeps this far from the body's ends
+    bool isBelow = false;  // below the anchor rather than above it, where there is room for both
 };
 
 struct BalloonPlace {
@@ -30,9 +31,9 @@ struct BalloonPlace {
     friend bool operator==(const BalloonPlace&, const BalloonPlace&) = default;
 };
 
-// Above the anchor where there is room, else below it, left or right of it. An anchor outside of the work area (the
-// notification area) is pointed to from the area's edge. Where no side has room the body covers the anchor. The
-// body is cut to what the work area holds beside the tip.
+// Above the anchor where there is room, else below it (or the other way round), left or right of it. An anchor
+// outside of the work area (the notification area) is pointed to from the area's edge. Where no side has room the
+// body covers the anchor. The body is cut to what the work area holds beside the tip.
 [[nodiscard]] BalloonPlace PlaceBalloon(const PixelBox& anchor, const BalloonShape& shape,
                                         const PixelBox& workArea);
 

@@ -3,10 +3,12 @@
 #include <algorithm>
 #include <array>
 #include <utility>
+#include <vector>
 
 #include "ui/BalloonPlace.h"
 #include "ui/ChildControls_win.h"
 #include "ui/Paint_win.h"
+#include "ui/SmoothDc_win.h"
 #include "ui/WorkArea_win.h"
 
 namespace brennvar {
@@ -22,6 +24,16 @@ constexpr int kGap = 8;
 constexpr int kTitleGap = 4;
 constexpr int kTip = 10;
 constexpr int kCorner = 8;
+constexpr int kCross = 16;
+constexpr int kHotShare = 26;  // of the text's colour below the cross under the mouse, of 255
+
+// In parts of the cross' place.
+constexpr int kCrossParts = 16;
+constexpr int kCrossFrom = 4;
+constexpr int kCrossTo = 12;
+
+// Those of this thread that have been shown, the last one behind the others. They may be hidden by now.
+thread_local std::vector<CBalloon*> s_shown;
 
 // Paths can have no blank for longer than a line: they are broken anywhere then.
 constexpr UINT kTextFormat = DT_WORDBREAK | DT_NOPREFIX | DT_EDITCONTROL;
@@ -55,9 +67,26 @@ UniqueRegion Outline(const BalloonPlace& place, int length) {
 
 }  // namespace
 
+CBalloon::~CBalloon() {
+    std::erase(s_shown, this);
+}
+
+bool CBalloon::CloseByKey(const MSG& message) {
+    if (message.message != WM_KEYDOWN || message.wParam != VK_ESCAPE) return false;
+    const HWND window = ::GetAncestor(message.hwnd, GA_ROOT);
+    const auto found = std::find_if(s_shown.rbegin(), s_shown.rend(), [window](const CBalloon* balloon) {
+        if (!balloon->IsShown()) return false;
+        return window == balloon->Window() || window == ::GetAncestor(balloon->m_options.keyboard, GA_ROOT);
+    });
+    if (window == nullptr || found == s_shown.rend()) return false;
+    (*found)->Hide();
+    return true;
+}
+
 bool CBalloon::ShowFor(HWND control, const BalloonTexts& texts, BalloonOptions options) {
     RECT anchor{};
     ::GetWindowRect(control, &anchor);
+    if (!options.keyboard) options.keyboard = control;
     return Show(texts, anchor, std::move(options));
 }
 
@@ -70,6 +99,9 @@ bool CBalloon::Show(const BalloonTexts& texts, const RECT& anchor, BalloonOption
         return false;
     }
     const bool saysMore = !IsShown() || texts.title != m_texts.title || texts.text != m_texts.text;
+    std::erase(s_shown, this);
+    s_shown.push_back(this);
+    m_isCrossHot = false;
     m_texts = texts;
     m_options = std::move(options);
     m_look.emplace(m_fonts);
@@ -82,7 +114,8 @@ bool CBalloon::Show(const BalloonTexts& texts, const RECT& anchor, BalloonOption
                                             {.width = static_cast<int>(size.cx),
                                              .height = static_cast<int>(size.cy),
                                              .tipLength = tip,
-                                             .corner = Scale(kCorner)},
+                                             .corner = Scale(kCorner),
+                                             .isBelow = m_options.isBelow},
                                             BoxOf(WorkAreaNear(anchor)));
     // The window is as large as the body and the tip together.
     const int left = place.side == TipSide::Left ? tip : 0;
@@ -117,25 +150,39 @@ SIZE CBalloon::LayOut() {
     const int left = padding + iconWidth;
     int right = left;
     int top = padding;
-    m_iconPlace = m_title = m_text = m_link = RECT{};
+    m_iconPlace = m_title = m_text = m_link = m_time = m_cross = RECT{};
+    // Beside the first text: the cross, and before it the time of a title.
+    const int crossRoom = Scale(kGap) + Scale(kCross);
+    SIZE time{};
+    if (!m_texts.title.empty() && !m_texts.time.empty()) time = MeasureText(m_look->fonts.Text(), m_texts.time, 0);
+    const int timeRoom = time.cx > 0 ? Scale(kGap) + time.cx : 0;
     if (m_options.icon) m_iconPlace = {padding, padding, padding + Scale(kIconSize), padding + Scale(kIconSize)};
     const auto add = [&](RECT& part, HFONT font, const std::string& text, int gapBefore) {
         if (text.empty()) return;
-        if (top > padding) top += gapBefore;
-        const SIZE size = MeasureText(font, text, Scale(kTextWidth), kTextFormat);
+        const bool isFirst = top == padding;
+        if (!isFirst) top += gapBefore;
+        const int beside = isFirst ? crossRoom + timeRoom : 0;
+        const SIZE size = MeasureText(font, text, Scale(kTextWidth) - beside, kTextFormat);
         part = {left, top, left + size.cx, top + size.cy};
-        right = std::max<int>(right, part.right);
+        right = std::max<int>(right, part.right + beside);
         top = part.bottom;
     };
     add(m_title, m_look->fonts.Bold(), m_texts.title, 0);
     add(m_text, m_look->fonts.Text(), m_texts.text, Scale(kTitleGap));
     if (!m_texts.link.empty()) m_linkFont = Underlined(m_look->fonts.Text());
     add(m_link, m_linkFont.Get(), m_texts.link, Scale(kGap));
-    return {right + padding, std::max<int>(top, m_iconPlace.bottom) + padding};
+    m_cross = {right - Scale(kCross), padding, right, padding + Scale(kCross)};
+    if (timeRoom > 0) {
+        const LONG timeRight = m_cross.left - Scale(kGap);
+        m_time = {timeRight - time.cx, padding, timeRight, padding + std::max<LONG>(time.cy, HeightOf(m_cross))};
+    }
+    return {right + padding,
+            std::max<int>({top, static_cast<int>(m_iconPlace.bottom), static_cast<int>(m_cross.bottom)}) + padding};
 }
 
 void CBalloon::MoveParts(int right, int down) {
-    for (RECT* part : {&m_iconPlace, &m_title, &m_text, &m_link}) ::OffsetRect(part, right, down);
+    for (RECT* part : {&m_iconPlace, &m_title, &m_text, &m_link, &m_time, &m_cross})
+        ::OffsetRect(part, right, down);
 }
 
 void CBalloon::OnPaint(HDC dc, const RECT&) {
@@ -155,6 +202,27 @@ void CBalloon::OnPaint(HDC dc, const RECT&) {
     DrawLabel(dc, m_look->fonts.Bold(), m_title, m_texts.title, colours.text, kTextFormat);
     DrawLabel(dc, m_look->fonts.Text(), m_text, m_texts.text, colours.text, kTextFormat);
     if (!m_texts.link.empty()) DrawLabel(dc, m_linkFont.Get(), m_link, m_texts.link, colours.text, kTextFormat);
+    DrawLabel(dc, m_look->fonts.Text(), m_time, m_texts.time, colours.quietText,
+              DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX);
+    PaintCross(dc);
+}
+
+void CBalloon::PaintCross(HDC dc) const {
+    const Palette& colours = m_look->colours;
+    if (m_isCrossHot) FillSolid(dc, m_cross, MixColours(m_ground, colours.text, kHotShare));
+    const CSmoothDc smooth(dc, m_cross);
+    if (!smooth.Dc()) return;
+    const LONG side = WidthOf(m_cross) * CSmoothDc::kFactor;
+    const LONG from = side * kCrossFrom / kCrossParts;
+    const LONG to = side * kCrossTo / kCrossParts;
+    const COLORREF colour = m_isCrossHot ? colours.text : colours.quietText;
+    const int width = side * 3 / (2 * kCrossParts);  // strokes of a pixel and a half
+    const POINT lines[2][2] = {{{from, from}, {to, to}}, {{from, to}, {to, from}}};
+    for (const auto& line : lines) smooth.DrawLines(line, 2, width, colour);
+}
+
+void CBalloon::SetCrossHot(bool isHot) {
+    if (std::exchange(m_isCrossHot, isHot) != isHot) Repaint(m_cross);
 }
 
 void CBalloon::OnTimer(UINT_PTR id) {

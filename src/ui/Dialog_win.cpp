@@ -5,6 +5,7 @@
 #include <utility>
 #include <vector>
 
+#include "ui/Balloon_win.h"
 #include "ui/ChildControls_win.h"
 #include "ui/Control_win.h"
 #include "ui/OwnMessages_win.h"
@@ -190,6 +191,8 @@ void CDialog::RunLoop() {
 }
 
 bool CDialog::HandleLoopMessage(MSG& message) {
+    // It lies over whatever the key would be for.
+    if (CBalloon::CloseByKey(message)) return true;
     // An outer dialog that the inner one does not disable still has its keyboard: its own loop waits for this one.
     for (CDialog* dialog = this; dialog; dialog = dialog->m_outer) {
         const HWND window = dialog->m_window;

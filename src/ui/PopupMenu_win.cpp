@@ -7,6 +7,7 @@
 #include "image/DecodeImage.h"
 #include "ui/MenuTracker_win.h"
 #include "ui/ToolkitIds.h"
+#include "ui/WorkArea_win.h"
 
 namespace brennvar {
 
@@ -51,6 +52,13 @@ int CPopupMenu::TrackAtTray(HWND owner, POINT point, UINT flags, const Look& loo
     const int chosen = Track(owner, point, flags, look, images);
     ::PostMessageA(owner, WM_NULL, 0, 0);
     return chosen;
+}
+
+int CPopupMenu::TrackBeside(HWND owner, const RECT& place, const Look& look, const CSkinImage* images) const {
+    const RECT area = WorkAreaNear(place);
+    const bool isAbove = place.top + place.bottom > area.top + area.bottom;
+    return Track(owner, {place.left, isAbove ? place.top : place.bottom}, isAbove ? TPM_BOTTOMALIGN : TPM_TOPALIGN,
+                 look, images);
 }
 
 }  // namespace brennvar

@@ -65,6 +65,9 @@ public:
     // The same from the notification area: the menu closes as well when the user clicks somewhere else.
     int TrackAtTray(HWND owner, POINT point, UINT flags, const Look& look, const CSkinImage* images) const;
 
+    // The same for a control that drops it down: below a place of the screen, or above one in the lower half.
+    int TrackBeside(HWND owner, const RECT& place, const Look& look, const CSkinImage* images) const;
+
     [[nodiscard]] const std::vector<MenuItem>& Items() const { return m_items; }
 
 private:

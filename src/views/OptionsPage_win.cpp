@@ -260,7 +260,7 @@ void OptionsPage::WarnOfSpoofing() {
                                                   "Warning. Setting anti-IP spoofing on or off will disable your "
                                                   "active connections."),
                        .link = {}},
-                      {.timeout = kWarningDuration});
+                      {.timeout = kWarningDuration, .isBelow = true});
 }
 
 bool OptionsPage::Apply() {

@@ -1,5 +1,6 @@
 #include "views/StatisticsPage_win.h"
 
+#include <algorithm>
 #include <utility>
 #include <vector>
 
@@ -16,27 +17,32 @@ constexpr int kCardHeight = 80;
 constexpr int kCardMargin = 8;
 constexpr int kNameHeight = 20;
 constexpr int kValueHeight = 24;
-// Percent of the room, so that each holds its usual texts in every language that we deliver.
-constexpr int kCardShares[] = {21, 21, 20, 19, 19};
+// The card of the mode, which holds the words of every mode in every language that we deliver. The others share the
+// rest.
+constexpr int kModeWidth = 240;
+constexpr int kLeastModeWidth = 192;
+constexpr int kModeShare = 32;  // percent of the room, between the two
 
 constexpr char kUnknown[] = "-";
 
 }  // namespace
 
 StatisticsPage::StatisticsPage(const CFonts& fonts, const Language& language, PageTexts texts,
-                               Statistics& statistics)
+                               Statistics& statistics, const Clock& clock)
     : CPage(fonts, std::move(texts)),
       m_language(language),
       m_words(language),
       m_statistics(statistics),
+      m_clock(clock),
+      m_mode(language),
       m_incoming(statistics.Incoming()),
       m_outgoing(statistics.Outgoing()),
       m_attacks(statistics.Attacks()) {}
 
 void StatisticsPage::OnCreateContent() {
+    m_mode.Create(Window(), ModeButton::Form::Card, IDC_STATISTICS_MODE, GetLook());
     CreateCard(In, IDC_STATISTICS_IN, m_language.GetText(1330, "Incoming"));
     CreateCard(Out, IDC_STATISTICS_OUT, m_language.GetText(1331, "Outgoing"));
-    CreateCard(Mode, IDC_STATISTICS_MODE, m_language.GetText(1332, "Protection mode"));
     CreateCard(Connections, IDC_STATISTICS_CONNECTIONS, m_language.GetText(46, "Connections"));
     CreateCard(Attacks, IDC_STATISTICS_ATTACKS, m_language.GetText(1333, "Attacks"));
 
@@ -84,17 +90,17 @@ void StatisticsPage::OnPlaceContent(const RECT& place) {
 }
 
 void StatisticsPage::PlaceCards(const RECT& band) {
-    static_assert(std::size(kCardShares) == CardCount);
     const int gap = Scale(kGap);
     const int margin = Scale(kCardMargin);
-    const int room = WidthOf(band) - (CardCount - 1) * gap;
-    std::vector<RECT> grounds;
-    int share = 0;
-    for (std::size_t card = 0; card < m_cards.size(); ++card) {
-        const auto edge = [&] { return band.left + static_cast<LONG>(card) * gap + room * share / 100; };
-        RECT ground{edge(), band.top, 0, band.bottom};
-        share += kCardShares[card];
-        ground.right = edge();
+    const int width = WidthOf(band);
+    const int mode = std::clamp(width * kModeShare / 100, Scale(kLeastModeWidth), Scale(kModeWidth));
+    std::vector<RECT> grounds{{band.left, band.top, band.left + mode, band.bottom}};
+    m_mode.Place(Inset(grounds.front(), 1));
+    const LONG left = grounds.front().right + gap;
+    const int room = band.right - left + gap;
+    for (int card = 0; card < CardCount; ++card) {
+        const RECT ground{left + room * card / CardCount, band.top, left + room * (card + 1) / CardCount - gap,
+                          band.bottom};
         grounds.push_back(ground);
         RECT line{ground.left + margin, ground.top + margin, ground.right - margin, 0};
         const auto placeLine = [&](CDrawnText& label, int height) {
@@ -102,11 +108,16 @@ void StatisticsPage::PlaceCards(const RECT& band) {
             label.Place(line);
             line.top = line.bottom;
         };
-        placeLine(m_cards[card].name, kNameHeight);
-        placeLine(m_cards[card].value, kValueHeight);
-        placeLine(m_cards[card].remark, kNameHeight);
+        CardTexts& texts = m_cards[static_cast<std::size_t>(card)];
+        placeLine(texts.name, kNameHeight);
+        placeLine(texts.value, kValueHeight);
+        placeLine(texts.remark, kNameHeight);
     }
     SetCards(std::move(grounds));
+}
+
+void StatisticsPage::OnCommand(int id, int notification) {
+    if (id == IDC_STATISTICS_MODE && notification == BN_CLICKED) m_mode.OpenMenu();
 }
 
 void StatisticsPage::OnShow() {
@@ -143,11 +154,7 @@ void StatisticsPage::ShowCards() {
     show(In, rates ? rates->in : kUnknown, total + FormatBytes(m_statistics.Totals().bytesIn, m_words));
     show(Out, rates ? rates->out : kUnknown, total + FormatBytes(m_statistics.Totals().bytesOut, m_words));
 
-    const ModeDisplay& mode = m_statistics.Mode();
-    show(Mode, m_language.GetText(ProtectionModeText(mode.mode)),
-         mode.until ? m_language.GetText(1335, "until") + " " + FormatTimeOfDay(*mode.until, TimeOfDay::Minutes)
-                    : m_language.GetText(1336, "until changed"));
-
+    m_mode.Show(m_statistics.Mode(), m_clock.UtcNow());
     const std::optional<ConnectionCounts>& counts = m_statistics.Connections();
     show(Connections, counts ? std::to_string(counts->connections) : kUnknown,
          counts ? m_language.GetText(1682, "listening:") + " " + std::to_string(counts->listeners) : "");

@@ -9,23 +9,26 @@
 #include <optional>
 #include <string>
 
+#include "base/Clock.h"
 #include "config/Amounts.h"
 #include "config/Language.h"
 #include "controls/DrawnText_win.h"
 #include "controls/PushGraph_win.h"
 #include "dialogs/Page_win.h"
 #include "statistics/Statistics.h"
+#include "tray/ModeButton_win.h"
 #include "tree/Tree_win.h"
 
 namespace brennvar {
 
 class StatisticsPage final : public CPage, private TreeRows {
 public:
-    // The statistics are borrowed for the life of the window.
-    StatisticsPage(const CFonts& fonts, const Language& language, PageTexts texts, Statistics& statistics);
+    // All but the texts are borrowed for the life of the window. The clock tells how long a timed mode still holds.
+    StatisticsPage(const CFonts& fonts, const Language& language, PageTexts texts, Statistics& statistics,
+                   const Clock& clock);
 
 private:
-    enum Card { In, Out, Mode, Connections, Attacks, CardCount };
+    enum Card { In, Out, Connections, Attacks, CardCount };  // but that of the mode, which is a control
     struct CardTexts {
         CDrawnText name;
         CDrawnText value;
@@ -34,6 +37,7 @@ private:
 
     void OnCreateContent() override;
     void OnPlaceContent(const RECT& place) override;
+    void OnCommand(int id, int notification) override;
     void OnShow() override;
     void OnHide() override;
 
@@ -50,6 +54,8 @@ private:
     const Language& m_language;
     const AmountWords m_words;
     Statistics& m_statistics;
+    const Clock& m_clock;
+    ModeButton m_mode;
     std::array<CardTexts, CardCount> m_cards;
     C2DPushGraph m_incoming;
     C2DPushGraph m_outgoing;

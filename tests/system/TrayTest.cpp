@@ -10,7 +10,7 @@ namespace {
 
 constexpr UINT kTrayMessage = 0x800A;
 constexpr WPARAM kIconId = 159;
-constexpr int kModeCell = 1230, kMinimiseButton = 941, kCloseButton = 943;
+constexpr int kModeCell = 1230, kModeCard = 1256, kMinimiseButton = 941, kCloseButton = 943;
 
 // What the service gets for a mode: the option with its value (key 1), the reload, and the event with the mode's
 // name.
@@ -78,6 +78,30 @@ TEST_F(TrayTest, MenuOpensByARightClickAndTheIconBringsTheWindowBack) {
     // Only this command ends the program, from the icon as well.
     Hide();
     Leave();
+}
+
+TEST_F(TrayTest, ModeIsChangedWhereItIsShown) {
+    Start({"totals 0 0"});
+    const auto isOpen = [this] { return (ModeOf(m_window) & GUI_INMENUMODE) != 0; };
+    const auto press = [](HWND window, std::initializer_list<WPARAM> keys) {
+        for (const WPARAM key : keys) ::PostMessageA(window, WM_KEYDOWN, key, 0);
+    };
+    // By a click or a key; then down to the mode that is checked when it holds.
+    const HWND card = Control(kModeCard);
+    Press(kModeCard);
+    ASSERT_TRUE(WaitUntil(isOpen));
+    press(m_window, {VK_DOWN, VK_RIGHT, VK_RETURN});
+    ExpectSent(kBlockAll);
+    EXPECT_TRUE(
+        WaitUntil([&] { return WindowText(card) == "Protection mode: Block All. All traffic is blocked"; }));
+    EXPECT_TRUE(WaitForText(kModeCell, "Block All"));
+    for (const int id : {kModeCell, kModeCard}) {
+        press(Control(id), {VK_DOWN});
+        ASSERT_TRUE(WaitUntil(isOpen)) << id;
+        press(m_window, {VK_DOWN, VK_DOWN, VK_RETURN});
+        ExpectSent(kNormal);
+    }
+    EXPECT_TRUE(WaitForText(kModeCell, "Normal"));
 }
 
 TEST_F(TrayTest, NoticesAreShownOneAfterTheOther) {

@@ -17,6 +17,27 @@ namespace {
 constexpr FileTime kMinute = 600'000'000;
 using enum ProtectionMode;
 
+TEST(ModeWordsTest, TellWhatTheModeMeansAndWhenItEnds) {
+    constexpr FileTime kNow = 1'000'000'000;
+    const std::string rules = "Rules decide, unknown programs are asked about";
+    const struct {
+        ModeDisplay display;
+        ModeWords words;
+    } rows[] = {
+        {{Normal, {}}, {"Normal", "", rules, ""}},
+        {{AllowAll, {}}, {"Allow All", "", "Nothing is filtered", ""}},
+        {{AllowAll, kNow + 1}, {"Allow All", "1 min", "Nothing is filtered", "until 14:28, 1 min left"}},
+        {{BlockAll, kNow + kMinute}, {"Block All", "1 min", "All traffic is blocked", "until 14:28, 1 min left"}},
+        {{BlockAll, kNow + kMinute + 1},
+         {"Block All", "2 min", "All traffic is blocked", "until 14:28, 2 min left"}},
+        {{BlockAll, kNow}, {"Block All", "ending", "All traffic is blocked", "ends at the next quiet second"}},
+        {{BlockAll, kNow - 1}, {"Block All", "ending", "All traffic is blocked", "ends at the next quiet second"}}};
+    for (const auto& row : rows) {
+        const ModeWords words = DescribeMode(row.display, kNow, "14:28", Language(nullptr));
+        EXPECT_EQ(words, row.words) << words.name << words.left << words.meaning << words.end;
+    }
+}
+
 // A service that stores what it is sent, but writes it down only when the test lets it read.
 class ProtectionModesTest : public testing::Test, protected ModeView {
 protected:

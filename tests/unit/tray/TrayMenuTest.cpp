@@ -19,7 +19,7 @@ std::string Describe(const std::vector<TrayMenuItem>& items, const std::string& 
 }
 
 TEST(TrayMenuTest, HasItsItemsInOrderWithTheModeChecked) {
-    EXPECT_EQ(Describe(BuildTrayMenu(Language(nullptr), ProtectionMode::BlockAll)),
+    EXPECT_EQ(Describe(BuildTrayMenu(Language(nullptr), {.mode = ProtectionMode::BlockAll})),
               "409 Brennvar Personal Firewall\n-\n"
               "0 Block All*\n"
               "|435 Block All\n"
@@ -41,10 +41,22 @@ TEST(TrayMenuTest, HasItsItemsInOrderWithTheModeChecked) {
               "-\n461 Statistics\n462 Connections\n429 Advanced\n437 Options\n439 Applications\n463 Traffic Log\n"
               "-\n700 Enable Network Connections\n701 Disable Network Connections\n"
               "-\n427 About\n-\n376 Exit Firewall\n");
-    EXPECT_TRUE(BuildTrayMenu(Language(nullptr), ProtectionMode::Normal)[3].isChecked);
-    EXPECT_TRUE(BuildTrayMenu(Language(nullptr), ProtectionMode::AllowAll)[4].isChecked);
-    for (const TrayMenuItem& item : BuildTrayMenu(Language(nullptr), static_cast<ProtectionMode>(3))) {
+    EXPECT_TRUE(BuildModeMenu(Language(nullptr), ProtectionMode::Normal)[1].isChecked);
+    EXPECT_TRUE(BuildModeMenu(Language(nullptr), ProtectionMode::AllowAll)[2].isChecked);
+    for (const TrayMenuItem& item : BuildModeMenu(Language(nullptr), static_cast<ProtectionMode>(3))) {
         EXPECT_FALSE(item.isChecked) << item.text;
+    }
+}
+
+TEST(TrayMenuTest, SwitchesTheNetworkOnlyToWhereItIsNotKnownToBe) {
+    const std::pair<std::optional<bool>, std::string> rows[] = {
+        {std::nullopt, ""}, {true, "700 "}, {false, "701 "}};
+    for (const auto& [isNetworkOn, expected] : rows) {
+        std::string disabled;
+        for (const TrayMenuItem& item : BuildTrayMenu(Language(nullptr), {.isNetworkOn = isNetworkOn})) {
+            if (item.isDisabled) disabled += std::to_string(item.command) + " ";
+        }
+        EXPECT_EQ(disabled, expected);
     }
 }
 

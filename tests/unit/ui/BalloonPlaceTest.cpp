@@ -8,6 +8,7 @@ TEST(BalloonPlaceTest, TakesTheFirstSideWithRoomAndPointsAtTheAnchor) {
     // A task bar of 40 below; a second screen to the left is not ours.
     const PixelBox area{0, 0, 1000, 760};
     const BalloonShape shape{.width = 200, .height = 100, .tipLength = 10, .corner = 8};
+    const BalloonShape below{.width = 200, .height = 100, .tipLength = 10, .corner = 8, .isBelow = true};
     struct Row {
         PixelBox anchor;
         BalloonPlace expected;
@@ -29,6 +30,12 @@ TEST(BalloonPlaceTest, TakesTheFirstSideWithRoomAndPointsAtTheAnchor) {
         // No side has room.
         {area, {{400, 0, 600, 100}, TipSide::Bottom, 500}},
     };
+    // Below rather than above: just enough room, and one pixel too little; and where there is room on a side only.
+    EXPECT_EQ(PlaceBalloon({490, 630, 510, 650}, below, area),
+              (BalloonPlace{{400, 660, 600, 760}, TipSide::Top, 500}));
+    EXPECT_EQ(PlaceBalloon({490, 631, 510, 651}, below, area),
+              (BalloonPlace{{400, 521, 600, 621}, TipSide::Bottom, 500}));
+    EXPECT_EQ(PlaceBalloon({500, 0, 520, 760}, below, area), PlaceBalloon({500, 0, 520, 760}, shape, area));
     for (const Row& row : rows) {
         EXPECT_EQ(PlaceBalloon(row.anchor, shape, area), row.expected) << row.anchor.left << "," << row.anchor.top;
     }

@@ -2,8 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include "base/LocalTime_win.h"
 #include "config/ResourceIds.h"
 #include "support/DrawnTexts_win.h"
+#include "support/FakeClock.h"
 #include "tree/TreeMessages_win.h"
 #include "ui/ChildControls_win.h"
 #include "ui/OwnMessages_win.h"
@@ -16,9 +18,10 @@ protected:
     CFonts fonts;
     Language language{nullptr};
     Statistics statistics;
+    test::FakeClock clock;
     HWND parent = ::CreateWindowExA(0, "STATIC", "", WS_POPUP | WS_VISIBLE, 0, 0, 800, 500, nullptr, nullptr,
                                     ::GetModuleHandleA(nullptr), nullptr);
-    StatisticsPage page{fonts, language, {"title", "line"}, statistics};
+    StatisticsPage page{fonts, language, {"title", "line"}, statistics, clock};
 
     void SetUp() override {
         ASSERT_TRUE(page.Create(parent));
@@ -56,11 +59,17 @@ TEST_F(StatisticsPageTest, DoesNothingWhileItIsNotSeen) {
 }
 
 TEST_F(StatisticsPageTest, ShowsTheModeAndItsEnd) {
-    EXPECT_EQ(Text(IDC_STATISTICS_MODE + 1) + ", " + Text(IDC_STATISTICS_MODE + 2), "Normal, until changed");
-    statistics.SetMode({.mode = ProtectionMode::BlockAll, .until = 133'500'000'000'000'000});
-    EXPECT_EQ(Text(IDC_STATISTICS_MODE + 1), "Block All");
-    const std::string until = Text(IDC_STATISTICS_MODE + 2);
-    EXPECT_TRUE(until.starts_with("until ") && until.size() == std::string("until 12:34").size()) << until;
+    const auto text = [this] { return TextOfWindow(page.Item(IDC_STATISTICS_MODE)); };
+    EXPECT_EQ(text(), "Protection mode: Normal. Rules decide, unknown programs are asked about");
+    const FileTime until = 133'500'000'000'000'000;
+    clock.now = until - 61 * kFileTimePerSecond;
+    statistics.SetMode({.mode = ProtectionMode::BlockAll, .until = until});
+    const std::string end = "until " + FormatTimeOfDay(until, TimeOfDay::Minutes) + ", ";
+    EXPECT_EQ(text(), "Protection mode: Block All. All traffic is blocked, " + end + "2 min left");
+    // The second after is the next tick's.
+    clock.now += kFileTimePerSecond;
+    Tick();
+    EXPECT_EQ(text(), "Protection mode: Block All. All traffic is blocked, " + end + "1 min left");
 }
 
 TEST_F(StatisticsPageTest, LatestNoticeStandsOnTopUnlessTheUserReadsFurtherDown) {
