@@ -129,8 +129,6 @@ void ListPage::OnCommand(int id, int notification) {
     if (id == IDC_PAGE_SEARCH && notification == EN_CHANGE) {
         m_order.searched = m_search.Text();
         Rearrange();
-    } else if (id == IDC_PAGE_SEARCH && notification == EN_SETFOCUS) {
-        if (!m_arrangesItself) m_arranger.Prepare(*m_model, static_cast<int>(m_columns.size()));
     } else if (const auto chosen = m_choices.Chosen(id, notification)) {
         m_model->Choose(chosen->first, chosen->second);
     } else if (id == IDC_PAGE_STOP) {

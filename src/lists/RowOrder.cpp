@@ -1,8 +1,9 @@
 #include "lists/RowOrder.h"
 
 #include <algorithm>
-#include <cstdint>
+#include <cstddef>
 #include <numeric>
+#include <string_view>
 #include <utility>
 
 #include "base/AsciiCase.h"
@@ -10,9 +11,24 @@
 namespace brennvar {
 namespace {
 
-void FoldFrom(std::string& text, std::size_t start) {
-    std::transform(text.begin() + static_cast<std::ptrdiff_t>(start), text.end(),
-                   text.begin() + static_cast<std::ptrdiff_t>(start), &AsciiLower);
+void Fold(std::string& text) {
+    std::transform(text.begin(), text.end(), text.begin(), &AsciiLower);
+}
+
+// searched: in lower case.
+bool Holds(const ListRows& source, int row, int columnCount, const std::string& searched) {
+    for (int column = 0; column < columnCount; ++column) {
+        std::string text = source.CellText(row, column);
+        Fold(text);
+        if (text.find(searched) != std::string::npos) return true;
+    }
+    return false;
+}
+
+std::vector<int> AllRows(int count) {
+    std::vector<int> rows(static_cast<std::size_t>(count));
+    std::iota(rows.begin(), rows.end(), 0);
+    return rows;
 }
 
 // Sorts by keys that are made once for each row.
@@ -30,78 +46,60 @@ void SortBy(std::vector<int>& rows, bool isAscending, const KeyOf& keyOf) {
 }  // namespace
 
 void RowArranger::Forget() {
-    m_isPrepared = false;
     m_sorted.clear();
+    m_found.clear();
+    m_foundBy.clear();
 }
 
 std::vector<int> RowArranger::Arrange(const ListRows& source, int columnCount, const RowOrder& order) {
-    std::vector<int> rows(static_cast<std::size_t>(std::max(source.RowCount(), 0)));
-    std::iota(rows.begin(), rows.end(), 0);
+    const int rowCount = std::max(source.RowCount(), 0);
+    if (std::exchange(m_rowCount, rowCount) != rowCount) Forget();
     const bool isSorted = order.column != RowOrder::kAsRead;
-    if (rows.empty() || (!isSorted && order.searched.empty())) return rows;
-    Prepare(source, columnCount);
-    if (isSorted) {
-        Sort(source, order);
-        rows = m_sorted;
-    }
-    if (!order.searched.empty()) {
-        std::string searched = order.searched;
-        FoldFrom(searched, 0);
-        const std::vector<bool> found = Search(searched);
-        std::erase_if(rows, [&](int row) { return !found[static_cast<std::size_t>(row)]; });
-    }
+    if (isSorted) Sort(source, order);
+    if (order.searched.empty()) return isSorted ? m_sorted : AllRows(rowCount);
+    Search(source, columnCount, order.searched);
+    if (!isSorted) return m_found;
+    std::vector<bool> isFound(static_cast<std::size_t>(rowCount));
+    for (const int row : m_found) isFound[static_cast<std::size_t>(row)] = true;
+    std::vector<int> rows = m_sorted;
+    std::erase_if(rows, [&](int row) { return !isFound[static_cast<std::size_t>(row)]; });
     return rows;
-}
-
-void RowArranger::Prepare(const ListRows& source, int columnCount) {
-    const int rowCount = source.RowCount();
-    if (m_isPrepared && m_rowCount == rowCount) return;
-    Forget();
-    m_rowCount = rowCount;
-    m_columnCount = static_cast<std::size_t>(columnCount);
-    m_texts.clear();
-    m_starts.clear();
-    m_starts.reserve(static_cast<std::size_t>(rowCount) * m_columnCount + 1);
-    for (int row = 0; row < rowCount; ++row) {
-        for (int column = 0; column < columnCount; ++column) {
-            m_starts.push_back(m_texts.size());
-            m_texts += source.CellText(row, column);
-            m_texts += '\0';  // which nobody can type: a find does not reach from one cell into the next
-        }
-    }
-    m_starts.push_back(m_texts.size());
-    FoldFrom(m_texts, 0);
-    m_isPrepared = true;
-}
-
-std::string_view RowArranger::Cell(int row, int column) const {
-    const std::size_t start = CellStart(row, column);
-    return std::string_view(m_texts).substr(start, CellStart(row, column + 1) - 1 - start);
 }
 
 void RowArranger::Sort(const ListRows& source, const RowOrder& order) {
     if (!m_sorted.empty() && m_sortedBy.column == order.column && m_sortedBy.isAscending == order.isAscending)
         return;
     m_sortedBy = order;
-    m_sorted.resize(static_cast<std::size_t>(m_rowCount));
-    std::iota(m_sorted.begin(), m_sorted.end(), 0);
+    m_sorted = AllRows(m_rowCount);
     if (order.isNumber) {
         SortBy(m_sorted, order.isAscending, [&](int row) { return source.SortNumber(row, order.column); });
-    } else {
-        SortBy(m_sorted, order.isAscending, [&](int row) { return Cell(row, order.column); });
+        return;
     }
+    // In one piece: strings of their own would take several times the memory.
+    std::string texts;
+    std::vector<std::size_t> ends;
+    ends.reserve(m_sorted.size());
+    for (int row = 0; row < m_rowCount; ++row) {
+        texts += source.CellText(row, order.column);
+        ends.push_back(texts.size());
+    }
+    Fold(texts);
+    SortBy(m_sorted, order.isAscending, [&](int row) {
+        const auto at = static_cast<std::size_t>(row);
+        const std::size_t start = at == 0 ? 0 : ends[at - 1];
+        return std::string_view(texts).substr(start, ends[at] - start);
+    });
 }
 
-std::vector<bool> RowArranger::Search(const std::string& searched) const {
-    std::vector<bool> found(static_cast<std::size_t>(m_rowCount));
-    int row = 0;
-    for (std::size_t at = m_texts.find(searched); at != std::string::npos;
-         at = m_texts.find(searched, CellStart(row, 0))) {
-        while (CellStart(row + 1, 0) <= at) ++row;
-        found[static_cast<std::size_t>(row)] = true;
-        if (++row == m_rowCount) break;
-    }
-    return found;
+void RowArranger::Search(const ListRows& source, int columnCount, const std::string& text) {
+    std::string searched = text;
+    Fold(searched);
+    // Another letter of the same word: what did not hold the shorter one does not hold the longer.
+    const bool isNarrower = !m_foundBy.empty() && searched.find(m_foundBy) != std::string::npos;
+    if (!isNarrower) m_found = AllRows(m_rowCount);
+    if (searched == m_foundBy) return;
+    std::erase_if(m_found, [&](int row) { return !Holds(source, row, columnCount, searched); });
+    m_foundBy = std::move(searched);
 }
 
 }  // namespace brennvar

@@ -96,16 +96,24 @@ RuleAction LookupApplicationAction(const std::string& rulesFile, Clock& clock, s
 std::vector<ApplicationRow> LoadApplicationRules(const std::string& rulesFile, Clock& clock) {
     auto file = RulesFileOpen(rulesFile, clock);
     if (!file) return {};
-    const auto records = ReadAllRecords<ApplicationRuleRecord>(*file, Cipher::Enciphered);
+    const std::uint64_t length = file->Rewind();
+    if (length > kWholeFileLimit) return {};
     std::vector<ApplicationRow> rows;
-    rows.reserve(records.size());
-    for (const ApplicationState group : {ApplicationState::Deny, ApplicationState::Allow, ApplicationState::Ask}) {
-        for (const ApplicationRuleRecord& record : records) {
-            if (StateOfAction(record.action) != group) continue;
-            const std::string_view path = TextOf(record.path);
-            rows.push_back({FileNameOf(path), std::string(path), group});
-        }
-    }
+    rows.reserve(static_cast<std::size_t>(length / sizeof(ApplicationRuleRecord)));
+    // Piece by piece: the records themselves are twice as long as what is kept of them.
+    ScanRecords<ApplicationRuleRecord>(
+        *file, Cipher::Enciphered, [&rows](std::span<const ApplicationRuleRecord> records) {
+            for (const ApplicationRuleRecord& record : records) {
+                const std::string_view path = TextOf(record.path);
+                rows.push_back({FileNameOf(path), std::string(path), StateOfAction(record.action)});
+            }
+            return true;
+        });
+    const auto isNot = [](ApplicationState state) {
+        return [state](const ApplicationRow& row) { return row.state != state; };
+    };
+    const auto asked = std::stable_partition(rows.begin(), rows.end(), isNot(ApplicationState::Ask));
+    std::stable_partition(rows.begin(), asked, isNot(ApplicationState::Allow));
     return rows;
 }
 

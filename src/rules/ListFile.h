@@ -2,7 +2,9 @@
 // it rewrites it. The file is only read, and never made.
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <vector>
@@ -22,14 +24,16 @@ struct ListFile {
 };
 [[nodiscard]] std::optional<ListFile> OpenListFile(const std::string& path, Clock& clock);
 
-// The records of the list, at most kMostListEntries, each handed to take(const Record&). False when they could not
-// be read to their end.
-template <RecordType Record, class Take>
-[[nodiscard]] bool ReadListRecords(const std::string& path, Clock& clock, Take take) {
+// The records of the list, at most kMostListEntries, each handed to take(const Record&), which may put it into the
+// entries: these have room for all. False when they could not be read to their end.
+template <RecordType Record, class Entry, class Take>
+[[nodiscard]] bool ReadListRecords(const std::string& path, Clock& clock, std::vector<Entry>& entries, Take take) {
     std::optional<ListFile> list = OpenListFile(path, clock);
     if (!list) return false;
     if (!list->file) return true;
     std::size_t left = kMostListEntries;
+    // Growing would take the memory of a long list twice over.
+    entries.reserve(static_cast<std::size_t>(std::min<std::uint64_t>(list->file->Rewind() / sizeof(Record), left)));
     return ScanRecords<Record>(*list->file, Cipher::Enciphered, [&](std::span<const Record> records) {
         for (const Record& record : records) {
             if (left == 0) return false;

@@ -8,7 +8,7 @@ namespace brennvar {
 
 std::optional<std::vector<Site>> LoadSites(const std::string& sitesFile, Clock& clock) {
     std::vector<Site> sites;
-    const bool isWhole = ReadListRecords<SiteRecord>(sitesFile, clock, [&sites](const SiteRecord& record) {
+    const bool isWhole = ReadListRecords<SiteRecord>(sitesFile, clock, sites, [&sites](const SiteRecord& record) {
         std::string name(TextOf(record.name));
         if (!name.empty()) sites.push_back({.id = record.id, .name = std::move(name)});
     });

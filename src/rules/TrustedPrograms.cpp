@@ -34,10 +34,11 @@ bool IsTrustedProgram(const std::string& trustedFile, std::string_view path) {
 
 std::optional<std::vector<std::string>> LoadTrustedPrograms(const std::string& trustedFile, Clock& clock) {
     std::vector<std::string> paths;
-    const bool isWhole = ReadListRecords<TrustedRecord>(trustedFile, clock, [&paths](const TrustedRecord& record) {
-        const std::string_view path = PathOf(record);
-        if (!path.empty()) paths.emplace_back(path);
-    });
+    const bool isWhole =
+        ReadListRecords<TrustedRecord>(trustedFile, clock, paths, [&paths](const TrustedRecord& record) {
+            const std::string_view path = PathOf(record);
+            if (!path.empty()) paths.emplace_back(path);
+        });
     if (!isWhole) return std::nullopt;
     return paths;
 }

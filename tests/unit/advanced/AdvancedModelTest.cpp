@@ -126,8 +126,10 @@ TEST_F(AdvancedModelTest, MarksStayWhileTheyAreFoundAnew) {
 }
 
 TEST_F(AdvancedModelTest, KeysNameRulesAlsoWhereIdentifiersRepeat) {
-    LoadRules({NamedRule(3), NamedRule(0), NamedRule(3), NamedRule(0)});
-    EXPECT_EQ(model.Key(0) + ' ' + model.Key(1) + ' ' + model.Key(2) + ' ' + model.Key(3), "3 0 3#1 0#1");
+    LoadRules({NamedRule(3), NamedRule(0), NamedRule(3), NamedRule(0), NamedRule(1), NamedRule(3)});
+    std::string keys;
+    for (int row = 0; row < model.RowCount(); ++row) keys += model.Key(row) + ' ';
+    EXPECT_EQ(keys, "3 0 3#1 0#1 1 3#2 ");
 }
 
 TEST_F(AdvancedModelTest, EveryActionDoesWhatItSays) {

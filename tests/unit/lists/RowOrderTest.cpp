@@ -26,21 +26,41 @@ TEST(RowOrderTest, FindsSortsAndKeepsTheOrderOfEqualRows) {
     const auto arrange = [&](const RowOrder& order) { return arranger.Arrange(model, 2, order); };
     EXPECT_EQ(arrange({}), (Rows{0, 1, 2, 3, 4}));
     EXPECT_EQ(model.asked, 0) << "not before they are needed";
-    arranger.Prepare(model, 2);
-    EXPECT_EQ(model.asked, 10);
     EXPECT_EQ(arrange({.searched = "aLPh"}), (Rows{1, 2}));
     EXPECT_EQ(arrange({.searched = "10"}), (Rows{0, 2})) << "in every column";
     EXPECT_EQ(arrange({.searched = "none"}), Rows{});
     EXPECT_EQ(arrange({.searched = {}, .column = 0}), (Rows{1, 2, 0, 3, 4}));
     EXPECT_EQ(arrange({.searched = {}, .column = 0, .isAscending = false}), (Rows{4, 3, 0, 1, 2}))
         << "equal rows as they were read";
-    EXPECT_EQ(model.asked, 10) << "each text once";
     EXPECT_EQ(arrange({.searched = {}, .column = 1, .isNumber = true}), (Rows{3, 1, 4, 0, 2}))
         << "by value, not by digits";
     EXPECT_EQ(arrange({.searched = "a", .column = 1, .isAscending = false, .isNumber = true}),
               (Rows{2, 0, 1, 4, 3}));
     model.cells.clear();
     EXPECT_EQ(arrange({.searched = "x", .column = 1}), Rows{});
+}
+
+TEST(RowOrderTest, GoesOnFromWhatTheLastKeyHasFound) {
+    Cells model;
+    model.cells = {{"one"}, {"Two"}, {"three"}, {"two more"}, {"t"}};
+    RowArranger arranger;
+    const struct {
+        std::string searched;
+        Rows found;
+        int asked;  // for so many cells
+    } typed[] = {{"T", {1, 2, 3, 4}, 5},   {"Tw", {1, 3}, 4},  {"tW", {1, 3}, 0}, {"two", {1, 3}, 2},
+                 {"two ", {3}, 2},         {"two", {1, 3}, 5}, {"r", {2, 3}, 5},  {"re", {2, 3}, 2},
+                 {"", {0, 1, 2, 3, 4}, 0}, {"re", {2, 3}, 0}};
+    for (const auto& key : typed) {
+        model.asked = 0;
+        EXPECT_EQ(arranger.Arrange(model, 1, {.searched = key.searched}), key.found) << key.searched;
+        EXPECT_EQ(model.asked, key.asked) << key.searched;
+    }
+    model.cells[0] = {"ore"};
+    arranger.Forget();
+    EXPECT_EQ(arranger.Arrange(model, 1, {.searched = "re"}), (Rows{0, 2, 3})) << "texts have changed";
+    model.cells.push_back({"re"});
+    EXPECT_EQ(arranger.Arrange(model, 1, {.searched = "re"}), (Rows{0, 2, 3, 5})) << "nobody has told of the row";
 }
 
 }  // namespace
