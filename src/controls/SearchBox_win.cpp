@@ -6,6 +6,7 @@
 
 #include <windowsx.h>
 
+#include "ui/ActionMark_win.h"
 #include "ui/Paint_win.h"
 #include "ui/SmoothDc_win.h"
 
@@ -38,15 +39,6 @@ void DrawMagnifier(HDC dc, const RECT& place, COLORREF colour) {
     smooth.DrawLines(handle.data(), 2, Scale(kLine), colour);
 }
 
-void DrawCross(HDC dc, const RECT& place, COLORREF colour) {
-    const CSmoothDc smooth(dc, place);
-    if (!smooth.Dc()) return;
-    for (const double end : {4.5, 11.5}) {
-        const std::array<POINT, 2> line{At(place, 4.5, end), At(place, 11.5, 16 - end)};
-        smooth.DrawLines(line.data(), 2, Scale(kLine), colour);
-    }
-}
-
 RECT PictureAt(LONG left, const RECT& field) {
     const LONG side = Scale(kPicture);
     const LONG top = field.top + (HeightOf(field) - side) / 2;
@@ -66,7 +58,7 @@ int CSearchBox::RoomBehind() const {
 void CSearchBox::PaintRooms(HDC dc, const RECT& field) const {
     DrawMagnifier(dc, PictureAt(field.left + Scale(kBeside), field), Colours().quietText);
     if (IsEmpty()) return;
-    DrawCross(dc, PictureAt(field.right - Scale(kBeside + kPicture), field), Colours().quietText);
+    DrawClosingCross(dc, PictureAt(field.right - Scale(kBeside + kPicture), field), Colours().quietText);
 }
 
 bool CSearchBox::IsOnCross(LPARAM point) const {

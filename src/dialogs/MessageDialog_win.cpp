@@ -26,6 +26,7 @@ public:
     SignPainter(HDC dc, const RECT& place) : m_smooth(dc, place), m_side(CSmoothDc::kFactor * WidthOf(place)) {}
 
     // Strokes: those of a font would be lost in this size.
+    // A warning has a triangle instead (ui/ActionMark_win.h).
     void Draw(MessageSign sign, const Palette& colours) const {
         if (!m_smooth.Dc()) return;
         constexpr COLORREF kInk = RGB(18, 50, 74);  // reads on the accent in every skin
@@ -35,15 +36,10 @@ public:
                 Line(16, 15, 16, 23, kInk);
                 Dot(9, kInk);
                 break;
+            case MessageSign::Warning: break;
             case MessageSign::Question:
                 Disc(colours.accent);
                 DrawMark(kInk);
-                break;
-            case MessageSign::Warning:
-                // Over its own outline, which makes its corners round.
-                for (int inset = 3; inset < 16; inset += 2) Triangle(inset, ActionColour(ActionMark::Ask));
-                Line(16, 13, 16, 19, kInk);
-                Dot(24, kInk);
                 break;
             case MessageSign::Failure:
                 Disc(ActionColour(ActionMark::Deny));
@@ -62,13 +58,6 @@ private:
     void Line(int left, int top, int right, int bottom, COLORREF colour) const {
         const POINT ends[] = {{At(left), At(top)}, {At(right), At(bottom)}};
         m_smooth.DrawLines(ends, 2, At(3), colour);
-    }
-    void Triangle(int inset, COLORREF colour) const {
-        const POINT corners[] = {{At(16), At(inset)},
-                                 {At(31 - inset / 2), At(30 - inset / 2)},
-                                 {At(1 + inset / 2), At(30 - inset / 2)},
-                                 {At(16), At(inset)}};
-        m_smooth.DrawLines(corners, 4, At(3), colour);
     }
     void DrawMark(COLORREF colour) const {
         const UniqueFont font(::CreateFontA(At(24), 0, 0, 0, FW_BOLD, FALSE, FALSE, FALSE, ANSI_CHARSET,
@@ -148,8 +137,9 @@ MessageSign MessageDialog::Sign() const {
 void MessageDialog::OnPaintGround(HDC dc) {
     const RECT content = ContentRect();
     const int side = Scale(kSignSize);
-    const SignPainter painter(dc, {content.left, content.top, content.left + side, content.top + side});
-    painter.Draw(Sign(), GetLook().colours);
+    const RECT place{content.left, content.top, content.left + side, content.top + side};
+    if (Sign() == MessageSign::Warning) return DrawWarningTriangle(dc, place);
+    SignPainter(dc, place).Draw(Sign(), GetLook().colours);
 }
 
 void MessageDialog::OnCommand(int id, int notification) {

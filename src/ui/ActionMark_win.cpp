@@ -86,6 +86,15 @@ void DrawWarningTriangle(HDC dc, const RECT& place) {
     }
 }
 
+void DrawClosingCross(HDC dc, const RECT& place, COLORREF colour) {
+    const CSmoothDc smooth(dc, place);
+    if (!smooth.Dc()) return;
+    const RECT box{0, 0, WidthOf(place) * kUnit, HeightOf(place) * kUnit};
+    for (const auto& stroke : {PointsIn(box, {{7, 7}, {21, 21}}), PointsIn(box, {{7, 21}, {21, 7}})}) {
+        smooth.DrawLines(stroke.data(), static_cast<int>(stroke.size()), WidthOf(box) / 11, colour);
+    }
+}
+
 void DrawUnknownProgram(HDC dc, const RECT& place, COLORREF colour) {
     const CSmoothDc smooth(dc, place);
     if (!smooth.Dc()) return;

@@ -27,6 +27,8 @@ void DrawActionMark(HDC dc, const RECT& place, ActionMark mark);
 void DrawActionMark(HDC dc, const RECT& place, ActionMark mark, const MarkColours& colours);
 // What makes a fact suspicious: an orange triangle. In a square.
 void DrawWarningTriangle(HDC dc, const RECT& place);
+// What a click on it takes away: a balloon, a text that is searched for. In a square, with room around the strokes.
+void DrawClosingCross(HDC dc, const RECT& place, COLORREF colour);
 // Stands for a program that nobody knows: a dashed frame with a question mark. In a square.
 void DrawUnknownProgram(HDC dc, const RECT& place, COLORREF colour);
 // With round ends.

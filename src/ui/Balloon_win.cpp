@@ -5,10 +5,10 @@
 #include <utility>
 #include <vector>
 
+#include "ui/ActionMark_win.h"
 #include "ui/BalloonPlace.h"
 #include "ui/ChildControls_win.h"
 #include "ui/Paint_win.h"
-#include "ui/SmoothDc_win.h"
 #include "ui/WorkArea_win.h"
 
 namespace brennvar {
@@ -26,11 +26,6 @@ constexpr int kTip = 10;
 constexpr int kCorner = 8;
 constexpr int kCross = 16;
 constexpr int kHotShare = 26;  // of the text's colour below the cross under the mouse, of 255
-
-// In parts of the cross' place.
-constexpr int kCrossParts = 16;
-constexpr int kCrossFrom = 4;
-constexpr int kCrossTo = 12;
 
 // Those of this thread that have been shown, the last one behind the others. They may be hidden by now.
 thread_local std::vector<CBalloon*> s_shown;
@@ -210,15 +205,7 @@ void CBalloon::OnPaint(HDC dc, const RECT&) {
 void CBalloon::PaintCross(HDC dc) const {
     const Palette& colours = m_look->colours;
     if (m_isCrossHot) FillSolid(dc, m_cross, MixColours(m_ground, colours.text, kHotShare));
-    const CSmoothDc smooth(dc, m_cross);
-    if (!smooth.Dc()) return;
-    const LONG side = WidthOf(m_cross) * CSmoothDc::kFactor;
-    const LONG from = side * kCrossFrom / kCrossParts;
-    const LONG to = side * kCrossTo / kCrossParts;
-    const COLORREF colour = m_isCrossHot ? colours.text : colours.quietText;
-    const int width = side * 3 / (2 * kCrossParts);  // strokes of a pixel and a half
-    const POINT lines[2][2] = {{{from, from}, {to, to}}, {{from, to}, {to, from}}};
-    for (const auto& line : lines) smooth.DrawLines(line, 2, width, colour);
+    DrawClosingCross(dc, m_cross, m_isCrossHot ? colours.text : colours.quietText);
 }
 
 void CBalloon::SetCrossHot(bool isHot) {
