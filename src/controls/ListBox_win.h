@@ -20,9 +20,12 @@ public:
     void Create(HWND parent, int id, const Look& look);
 
     void Add(const std::string& text) const;
-    // -1: none.
+    // kNone: none.
     [[nodiscard]] int Selected() const;
     void Select(int index) const;
+    // A dot behind one text, or behind none: something has to be done there.
+    static constexpr int kNone = -1;
+    void Mark(int index);
 
 private:
     [[nodiscard]] bool PaintsAll() const override { return false; }
@@ -33,6 +36,7 @@ private:
     [[nodiscard]] std::string ItemText(UINT index) const;
 
     Palette m_colours;
+    int m_marked = kNone;
 };
 
 }  // namespace brennvar
