@@ -1,6 +1,9 @@
 #include "controls/ListBox_win.h"
 
+#include <utility>
+
 #include "ui/Paint_win.h"
+#include "ui/SmoothDc_win.h"
 
 namespace brennvar {
 namespace {
@@ -10,6 +13,7 @@ constexpr int kItemHeight = 32;
 constexpr int kTextLeft = 12;
 constexpr int kTextRight = 4;
 constexpr int kSelectedBar = 3;
+constexpr int kDot = 6;
 constexpr int kFocusInset = 2;
 constexpr int kFocusShare = 128;
 
@@ -38,6 +42,10 @@ void CListBox::Select(int index) const {
 void CListBox::TellAccessible(AccessibleThing& thing) const {
     thing.role = AccessibleRole::List;
     NameByLabel(Window(), thing);
+}
+
+void CListBox::Mark(int index) {
+    if (std::exchange(m_marked, index) != index) Repaint();
 }
 
 bool ChangesListItems(UINT message) {
@@ -104,6 +112,14 @@ void CListBox::PaintItem(const DRAWITEMSTRUCT& item) const {
     RECT text = item.rcItem;
     text.left += Scale(kTextLeft);
     text.right -= Scale(kTextRight);
+    if (static_cast<int>(item.itemID) == m_marked) {
+        const RECT behind{text.right - Scale(kDot), text.top, text.right, text.bottom};
+        const RECT dot = Centred(behind, {Scale(kDot), Scale(kDot)});
+        const CSmoothDc smooth(dc, dot);
+        constexpr int kUnit = CSmoothDc::kFactor;
+        smooth.FillDisc({0, 0, WidthOf(dot) * kUnit, HeightOf(dot) * kUnit}, m_colours.accent);
+        text.right = dot.left - Scale(kTextRight);
+    }
     DrawLabel(dc, Font(), text, TextOfItem(Window(), static_cast<int>(item.itemID)), m_colours.text,
               DT_VCENTER | DT_SINGLELINE | DT_END_ELLIPSIS | DT_NOPREFIX);
     if ((item.itemState & ODS_FOCUS) != 0 && ShowsFocus()) {

@@ -21,9 +21,12 @@ public:
     void Create(HWND parent, int id, const Look& look);
 
     void Add(const std::string& text) const;
-    // -1: none.
+    // kNone: none.
     [[nodiscard]] int Selected() const;
     void Select(int index) const;
+    // A dot behind one text, or behind none: something has to be done there.
+    static constexpr int kNone = -1;
+    void Mark(int index);
 
     void TellAccessible(AccessibleThing& thing) const override;
     [[nodiscard]] AccessibleParts* GetAccessibleParts() override { return &m_items; }
@@ -37,6 +40,7 @@ private:
 
     Palette m_colours;
     ListItems m_items{*this, ListItems::Kind::List};
+    int m_marked = kNone;
 };
 
 }  // namespace brennvar

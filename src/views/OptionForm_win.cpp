@@ -316,6 +316,21 @@ void OptionForm::ShowFields(const FormDraft::Fields& fields) {
     for (const auto& [control, content] : fields) {
         if (Row* const row = Find(control)) row->Show(content);
     }
+    EnableRows();
+}
+
+void OptionForm::EnableRows() const {
+    const auto isOn = [this](int flag) {
+        const Row* const row = Find(flag);
+        return row && row->box.IsChecked();
+    };
+    for (const auto& row : m_rows) {
+        const std::vector<int>& needs = row->info.needs;
+        if (needs.empty()) continue;
+        const BOOL isEnabled = std::any_of(needs.begin(), needs.end(), isOn);
+        const HWND control = ControlWindow(row->info.control);
+        if (isEnabled != ::IsWindowEnabled(control)) ::EnableWindow(control, isEnabled);
+    }
 }
 
 FormDraft::Fields OptionForm::ReadFields() const {

@@ -35,6 +35,8 @@ public:
     void SetItems(int control, const std::vector<std::string>& names);
     // Fills the fields; the parent is told of it as of the user's own changes. Unknown numbers are left out.
     void ShowFields(const FormDraft::Fields& fields);
+    // Lets what needs a flag be worked with while the flag is on. ShowFields does so as well.
+    void EnableRows() const;
     // What stands in every field.
     [[nodiscard]] FormDraft::Fields ReadFields() const;
     [[nodiscard]] HWND ControlWindow(int control) const;

@@ -26,6 +26,10 @@ constexpr FilterFlag kFilterFlags[] = {
     {IDC_FILTER_COOKIES, kUserValueCookiesBlocking, Text{601, "Enable Cookies Blocking"}},
 };
 
+int Control(std::uint32_t id) {
+    return ControlOf(OptionId{id});
+}
+
 // Puts a section together, row by row.
 class Section {
 public:
@@ -54,6 +58,13 @@ public:
     // What the button that was added last does cannot be undone.
     Section& Destroys() {
         m_info.rows.back().destroys = true;
+        return *this;
+    }
+    // These can be worked with only while one of the flags is on.
+    Section& Need(std::initializer_list<int> flags, std::initializer_list<int> controls) {
+        for (RowInfo& row : m_info.rows) {
+            if (std::find(controls.begin(), controls.end(), row.control) != controls.end()) row.needs = flags;
+        }
         return *this;
     }
     Section& List(int control, int column = 0) { return Add({RowKind::List, control, {}, column}); }
@@ -101,6 +112,7 @@ std::vector<SectionInfo> MakeSections() {
             Section(OptionGroup::Enhancements, kFlagColumn)
                 .Heading(Text{2250, "Attack detection"})
                 .These({8, 20, 21, 17, 18})
+                .Need({Control(17)}, {Control(18)})
                 .Heading(Text{2251, "Identity and spoofing"})
                 .These({12, 13, 14, 15, 16})
                 .Button(IDM_RESET_FINGERPRINTS, Text{392, "Reset fingerprints"})
@@ -112,11 +124,15 @@ std::vector<SectionInfo> MakeSections() {
             Section(OptionGroup::Logging)
                 .Heading(Text{1206, "Logs"})
                 .Options()
+                .Need({Control(29)}, {Control(31)})
+                .Need({Control(30)}, {Control(32)})
                 .Button(IDM_DELETE_LOGS, Text{1217, "Delete logs..."})
                 .Destroys()
                 .Heading(Text{1207, "E-mail notification"}, 1)
                 .Options(1)
                 .Button(IDM_TEST_MAIL, Text{401, "Test E-Mail"}, 1)
+                .Need({Control(34)}, {Control(35), Control(36), Control(37), Control(38), Control(39), Control(40),
+                                      Control(41), IDM_TEST_MAIL})
                 .Button(IDM_TEST_MAIL_HERE, Text{1795, "Send a test from here..."}, 1)
                 .Made(),
             Section(OptionGroup::Miscellaneous)
@@ -135,6 +151,9 @@ std::vector<SectionInfo> MakeSections() {
                 .Made(),
             Section(OptionGroup::FileSharing).Options().Made(),
             filtering.Options()
+                .Need({IDC_FILTER_SITE_CONTROL, IDC_FILTER_ADS, IDC_FILTER_ACTIVEX, IDC_FILTER_REFERRER,
+                       IDC_FILTER_COOKIES},
+                      {Control(79)})
                 .Heading(Text{2123, "Filtered sites"}, 1)
                 .List(IDC_SITES_LIST, 1)
                 .Action(IDC_SITES_ADD, Text{2070, "Add..."}, 1)

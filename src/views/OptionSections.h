@@ -28,6 +28,7 @@ struct RowInfo {
     OptionKind field = OptionKind::Flag;  // how a field is shown, of an option or not
     bool isBeside = false;                // of a button: on the right of the one before
     bool destroys = false;                // of a button: what it does cannot be undone
+    std::vector<int> needs = {};  // numbers of flags: it can be worked with while one of them is on; none: always
 };
 
 struct SectionInfo {

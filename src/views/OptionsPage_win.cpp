@@ -211,6 +211,7 @@ void OptionsPage::ShowNote() {
     const bool canApply = m_editor.CanApply(m_current);
     if (canApply != (::IsWindowEnabled(m_apply.Window()) != FALSE)) ::EnableWindow(m_apply.Window(), canApply);
     const bool canDiscard = m_editor.IsUnapplied(m_current);
+    m_list.Mark(canDiscard ? static_cast<int>(m_current) : CListBox::kNone);
     if (canDiscard == (::IsWindowEnabled(m_discard.Window()) != FALSE)) return;
     if (!canDiscard && ::GetFocus() == m_discard.Window()) ::SetFocus(m_list.Window());
     ::EnableWindow(m_discard.Window(), canDiscard);
@@ -249,6 +250,7 @@ void OptionsPage::OnRowCommand(const RowInfo& row, int notification) {
     }
     if (m_isShowing) return;
     if (row.control == ControlOf(OptionId::AntiIpSpoofing) && notification == BN_CLICKED) WarnOfSpoofing();
+    Form()->EnableRows();
     TakeEdits();
     ShowNote();
 }

@@ -88,6 +88,28 @@ TEST_F(OptionsTest, SendsASectionShowsWhatIsStoredAndAsksAboutChangesThatAreLeft
     EXPECT_TRUE(WaitUntil([&] { return IsChecked(1002); }));
 }
 
+TEST_F(OptionsTest, FieldsOfWhatIsOffCannotBeWorkedWith) {
+    constexpr int kLogging = 2, kNotification = 1034, kFrom = 1035, kTestMail = 973, kDiscardEdits = 1106;
+    Start({});
+    OpenOptions(kLogging);
+    ASSERT_TRUE(WaitUntil([&] { return IsEnabled(kNotification); }));
+    for (const int control : {kFrom, kTestMail}) EXPECT_FALSE(IsEnabled(control)) << control;
+    Click(kNotification);
+    for (const int control : {kFrom, kTestMail}) EXPECT_TRUE(IsEnabled(control)) << control;
+    Click(kDiscardEdits);
+    for (const int control : {kFrom, kTestMail}) EXPECT_FALSE(IsEnabled(control)) << control;
+    // The port is for whatever is filtered.
+    OpenOptions(kFiltering);
+    const auto hasPort = [&] { return IsEnabled(1079); };
+    EXPECT_TRUE(WaitUntil([&] { return Control(1079) != nullptr && !hasPort(); }));
+    for (const int filter : {1111, 1113}) {
+        Click(filter);
+        EXPECT_TRUE(hasPort());
+        Click(filter);
+        EXPECT_FALSE(hasPort());
+    }
+}
+
 TEST_F(OptionsTest, AddsAndRemovesFilteredSites) {
     Start({"site one.example", "site Two.example", "site three.example"});
     OpenOptions(kFiltering);
