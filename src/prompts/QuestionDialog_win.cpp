@@ -170,6 +170,7 @@ void QuestionDialog::PlaceFolder(const Heading& line, RECT place) {
     ::ShowWindow(Item(line.id), SW_HIDE);
     m_folder.AdoptPath(Item(IDC_PROGRAM_FOLDER), line.text, GetLook());
     ::InflateRect(&place, CLink::Padding(), 0);
+    place.right = std::min<LONG>(place.right, place.left + m_folder.Width());
     m_folder.Place(place);
     ::ShowWindow(m_folder.Window(), SW_SHOWNA);
     m_tips.Add(place, line.text);

@@ -297,20 +297,33 @@ TEST_F(ConfirmationDialogTest, ShowsTheFactsAndTheAdviceBesideTheQuestion) {
 }
 
 TEST_F(ConfirmationDialogTest, ShowsTheEndOfALongHostNameAndTheWholeOfWhatIsCutInATip) {
-    constexpr int kName = 902, kPath = 901, kHost = 903;
+    constexpr int kName = 902, kHost = 903;
     question.displayName = "Mail";
     question.path = "C:\\" + std::string(300, 'p') + "\\mail.exe";
     question.remoteHost = "www.bank.example." + std::string(200, 'a') + ".evil.example";
+    question.detailsTitle = "Details";
+    question.program.file = question.path;
+    question.program.publisher = std::string(150, 'W');
+    question.program.publisherNote = "Nobody has checked it.";
     (void)Ask([&] {
         const std::string host = TextOfWindow(Item(kHost));
         EXPECT_TRUE(host.starts_with("...a") && host.ends_with("aa.evil.example")) << host;
         EXPECT_TRUE(question.remoteHost.ends_with(host.substr(3)));
-        const std::pair<int, std::string> rows[] = {
-            {kPath, question.path}, {kHost, question.remoteHost}, {kName, ""}};
-        for (const auto& [id, whole] : rows) {
+        struct Row {
+            int id;
+            POINT at;
+            std::string whole;
+        };
+        const POINT edge{3, 10};
+        const POINT publisher{200, Scale(12 + 24 + 12)};  // in the table's first row, below its title
+        const Row rows[] = {{kHost, edge, question.remoteHost},
+                            {340, publisher, question.program.publisher + "\nNobody has checked it."},
+                            {340, {publisher.x, publisher.y + Scale(24)}, ""},
+                            {kName, edge, ""}};
+        for (const auto& [id, at, whole] : rows) {
             RECT place{};
             ::GetWindowRect(Item(id), &place);
-            POINT mouse{place.left + 3, (place.top + place.bottom) / 2};
+            POINT mouse{place.left + at.x, place.top + at.y};
             EXPECT_EQ(::WindowFromPoint(mouse), dialogWindow) << "which is told of the mouse, and not the label";
             ::ScreenToClient(dialogWindow, &mouse);
             ::SendMessageA(dialogWindow, WM_MOUSEMOVE, 0, MAKELPARAM(mouse.x, mouse.y));
