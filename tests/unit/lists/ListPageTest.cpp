@@ -4,11 +4,14 @@
 
 #include <commctrl.h>
 
+#include <fstream>
+#include <optional>
 #include <utility>
 
 #include "config/ResourceIds.h"
 #include "support/DrawnTexts_win.h"
 #include "support/FakeUserValues.h"
+#include "support/TempFolder.h"
 #include "tree/TreeMessages_win.h"
 #include "ui/ChildControls_win.h"
 #include "ui/OwnMessages_win.h"
@@ -42,8 +45,9 @@ public:
     std::optional<ListProgress> progress;
     std::optional<ListQuestion> leaving;
     std::string summary;
-    bool isTree = false;  // the first row is the parent of all others
-    int never = -1;       // the row for which no action is offered
+    bool isTree = false;                 // the first row is the parent of all others
+    int never = -1;                      // the row for which no action is offered
+    std::optional<std::string> program;  // that the details are about
 
     [[nodiscard]] std::string Name() const override { return "Test"; }
     [[nodiscard]] std::vector<ListColumn> Columns() const override {
@@ -63,7 +67,9 @@ public:
         return rows.at(static_cast<std::size_t>(row)).number;
     }
     [[nodiscard]] std::string Key(int row) const override { return Cell(row, 0).text; }
-    [[nodiscard]] RowDetails Details(int row) const override { return {.title = "about", .text = Key(row)}; }
+    [[nodiscard]] RowDetails Details(int row) const override {
+        return {.title = "about", .text = Key(row), .program = program};
+    }
     [[nodiscard]] std::span<const ListAction> Actions() const override { return kActions; }
     void Do(int action, std::span<const int> changed) override {
         done += std::to_string(action);
@@ -241,6 +247,29 @@ TEST_F(ListPageTest, DetailsOpenByClickAndEnterAndCloseWithAnyKey) {
     page->Hide();
     EXPECT_EQ(balloon(), "");
     EXPECT_EQ(Done(), "") << "not the model's";
+
+    // Of a program that a click finds nothing more about than the row says, only the action tells.
+    page->Show();
+    const test::TempFolder folder;
+    constexpr UINT kProgramRead = WM_APP + 1;  // the page's message to itself
+    const auto waitForProgram = [this] {
+        MSG message;
+        ASSERT_GT(::GetMessageA(&message, page->Window(), kProgramRead, kProgramRead), 0);
+        ::DispatchMessageA(&message);
+    };
+    model->program = folder.File("bare.exe");
+    std::ofstream(*model->program) << "no version";
+    Click(1, 0);
+    waitForProgram();
+    EXPECT_EQ(balloon(), "");
+    Press(VK_RETURN);
+    while (balloon().empty()) waitForProgram();
+    EXPECT_EQ(balloon(), "about\nb");
+    Press(VK_SHIFT);
+    model->program = folder.File("gone.exe");
+    Click(1, 0);
+    while (balloon().empty()) waitForProgram();
+    EXPECT_EQ(balloon(), "about\nb\nThis file does not exist.");
 }
 
 TEST_F(ListPageTest, TellsTheModelWhenToReadAndWhenItWantedToBeWoken) {
