@@ -4,6 +4,7 @@
 #include <utility>
 #include <vector>
 
+#include "config/Amounts.h"
 #include "lists/ListPage_win.h"
 
 namespace brennvar {
@@ -175,8 +176,9 @@ void ListPage::Arrange() {
 
 void ListPage::ShowCount() {
     const int count = m_model->AllRowCount();
-    std::string shown = m_context.language.GetText(1048, "Entries:") + " " + std::to_string(RowCount());
-    if (RowCount() != count) shown += " / " + std::to_string(count);
+    std::string shown =
+        m_context.language.GetText(1048, "Entries:") + " " + FormatCount(static_cast<std::uint64_t>(RowCount()));
+    if (RowCount() != count) shown += " / " + FormatCount(static_cast<std::uint64_t>(count));
     m_count.SetText(shown);
 }
 
