@@ -11,11 +11,13 @@
 
 #include "config/Amounts.h"
 #include "config/Language.h"
+#include "controls/CardButton_win.h"
 #include "controls/DrawnText_win.h"
 #include "controls/PushGraph_win.h"
 #include "dialogs/Page_win.h"
 #include "statistics/Statistics.h"
 #include "tree/Tree_win.h"
+#include "views/TopProgramsList_win.h"
 
 namespace brennvar {
 
@@ -25,26 +27,32 @@ public:
     StatisticsPage(const CFonts& fonts, const Language& language, PageTexts texts, Statistics& statistics);
 
 private:
-    enum Card { In, Out, Mode, Connections, Attacks, CardCount };
+    enum Card { Mode, In, Out, Connections, Attacks, CardCount };  // from left to right
     struct CardTexts {
         CDrawnText name;
         CDrawnText value;
         CDrawnText remark;
+        CCardButton open;  // what it tells of; the mode has none
     };
 
     void OnCreateContent() override;
     void OnPlaceContent(const RECT& place) override;
     void OnShow() override;
     void OnHide() override;
+    void OnCommand(int id, int notification) override;
 
     [[nodiscard]] int RowCount() const override { return static_cast<int>(m_statistics.Notices().size()); }
     [[nodiscard]] TreeCell Cell(int row, int column) const override;
 
     void CreateCard(Card card, int firstId, const std::string& name);
+    void CreateGraphs();
+    void CreateLists();
     void PlaceCards(const RECT& band);
     void ShowStatistics();
-    [[nodiscard]] std::string PeakText(const PushGraphSamples& samples) const;
+    void ShowTraffic(C2DPushGraph& graph, const PushGraphSamples& samples, const RecentTraffic& traffic) const;
     void ShowCards();
+    // brief: the remark where the whole one has no room.
+    void ShowCard(Card card, const std::string& value, const std::string& remark, const std::string& brief = {});
     void ShowNotices();
 
     const Language& m_language;
@@ -54,6 +62,7 @@ private:
     C2DPushGraph m_incoming;
     C2DPushGraph m_outgoing;
     C2DPushGraph m_attacks;
+    CTopProgramsList m_programs;
     CTree m_notices;
     std::uint64_t m_noticesShown = 0;  // of all that have come
 };
