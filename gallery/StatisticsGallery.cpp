@@ -108,6 +108,11 @@ public:
                       .line = m_language.GetText(1010, "Network traffic of this computer.")},
             m_statistics, m_clock);
         m_statistics.SetConnections(ConnectionCounts{.connections = 128, .listeners = 31});
+        m_statistics.SetPrograms({Use("Aurora", "aurora.exe", 1'288'490'188, 84'213'000),
+                                  Use("Host Process for Windows Services", "svchost.exe", 640'960, 431'655'360),
+                                  Use("Postbote Mail", "postbote.exe", 51'200'000, 8'192'000),
+                                  Use("helper.exe", "helper.exe", 20'480, 0),
+                                  Use("no process associated", "", 0, 512)});
         m_statistics.SetMode({.mode = ProtectionMode::BlockAll, .until = kStart + 900 * kFileTimePerSecond});
         for (int second = 0; second < 90; ++second) {
             const auto time = static_cast<std::uint64_t>(second);
@@ -124,9 +129,14 @@ public:
     void OnShown(HWND, const Look&) override { m_page->Show(); }
 
 private:
+    static Statistics::ProgramUse Use(const std::string& name, const std::string& path, std::uint64_t in,
+                                      std::uint64_t out) {
+        return {.name = name, .sum = {.path = path, .bytesIn = in, .bytesOut = out}};
+    }
+
     const Language m_language = OpenLanguage();
     const StandingClock m_clock;
-    Statistics m_statistics;
+    Statistics m_statistics{AmountWords(m_language)};
     std::unique_ptr<StatisticsPage> m_page;
 };
 

@@ -47,6 +47,7 @@
 #include "views/ProgramFiles_win.h"
 #include "views/RuleDialogs_win.h"
 #include "views/RuleExchange.h"
+#include "views/TopPrograms.h"
 
 namespace brennvar {
 
@@ -202,6 +203,7 @@ public:
     AdvancedRules advancedRules;
     RuleExchange rules;
     Statistics statistics{AmountWords(language)};
+    TopPrograms topPrograms;
     ConnectionPrompt prompt;
     ActivityPrompt activity;
     MachineWatch machine;

@@ -101,7 +101,7 @@ void StatusLine::ShowTraffic(const std::optional<TrafficIncrease>& increase, std
 
 void StatusLine::ShowConnections(const std::optional<ConnectionCounts>& counts) {
     std::string text = "-";
-    if (counts) text = std::to_string(counts->connections) + " (+" + std::to_string(counts->listeners) + ")";
+    if (counts) text = FormatCount(counts->connections) + " (+" + FormatCount(counts->listeners) + ")";
     Show(Connections, m_language.GetText(1007, "Connections:") + " " + text);
 }
 

@@ -19,7 +19,7 @@ std::string FormatAmount(double amount, const AmountWords& words, std::string_vi
     }
     std::string text;
     if (unit == 0 || amount >= kWhole) {
-        text = std::to_string(static_cast<std::uint64_t>(std::llround(amount)));
+        text = FormatCount(static_cast<std::uint64_t>(std::llround(amount)));
     } else {
         const auto tenths = static_cast<std::uint64_t>(std::llround(amount * 10));
         text = std::to_string(tenths / 10) + words.decimalSign + std::to_string(tenths % 10);
@@ -41,6 +41,15 @@ AmountWords::AmountWords(const Language& language) : perSecond(language.GetText(
         if (!word.empty()) unit = word;
         rest.remove_prefix(std::min(word.size() + 1, rest.size()));
     }
+}
+
+std::string FormatCount(std::uint64_t count) {
+    constexpr std::size_t kGroup = 3;
+    constexpr std::uint64_t kFirstGrouped = 10'000;
+    std::string text = std::to_string(count);
+    if (count < kFirstGrouped) return text;
+    for (std::size_t digits = text.size(); digits > kGroup;) text.insert(digits -= kGroup, 1, kGroupSign);
+    return text;
 }
 
 std::string FormatRate(std::uint64_t bytes, std::uint64_t milliseconds, const AmountWords& words) {

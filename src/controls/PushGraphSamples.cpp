@@ -81,11 +81,4 @@ int PushGraphSamples::HeightOf(std::int32_t sample, int plotHeight) const {
     return static_cast<int>(std::min(kFarthest, sample * std::int64_t{plotHeight} / length));
 }
 
-std::int32_t PushGraphSamples::PeakOf(int lineId) const {
-    const auto line =
-        std::find_if(m_lines.begin(), m_lines.end(), [lineId](const Line& l) { return l.id == lineId; });
-    if (line == m_lines.end() || line->samples.empty()) return 0;
-    return *std::max_element(line->samples.begin(), line->samples.end());
-}
-
 }  // namespace brennvar

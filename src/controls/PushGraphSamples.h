@@ -53,8 +53,6 @@ public:
     [[nodiscard]] const std::vector<Line>& Lines() const { return m_lines; }
     [[nodiscard]] int Interval() const { return m_interval; }
     [[nodiscard]] int GridSpacing() const { return m_gridSpacing; }
-    // The largest sample that a line still has; 0 without one.
-    [[nodiscard]] std::int32_t PeakOf(int lineId) const;
     // Of the first grid line, from 0 to below the spacing.
     [[nodiscard]] int GridOffset() const { return m_gridOffset; }
     // Another number whenever something of this has changed.

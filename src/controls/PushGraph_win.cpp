@@ -1,5 +1,8 @@
 #include "controls/PushGraph_win.h"
 
+#include <algorithm>
+
+#include "config/Language.h"
 #include "ui/ChildControls_win.h"
 #include "ui/Paint_win.h"
 
@@ -9,6 +12,7 @@ namespace {
 // At 96 pixels per inch: what the plot leaves free above and below.
 constexpr int kTitleRoom = 30;
 constexpr int kBottomRoom = 10;
+constexpr int kSecondsRoom = 8;  // more below, with words there
 constexpr int kTitleMargin = 8;
 constexpr int kLabelDrop = 2;  // of the upper label, from the plot's top
 constexpr int kLabelRim = 2;   // of the ground beside a label
@@ -64,9 +68,16 @@ void C2DPushGraph::AddLine(int id, COLORREF colour) {
     m_lineColours.push_back({.id = id, .colour = colour});
 }
 
-void C2DPushGraph::Update(const std::string& value) {
+void C2DPushGraph::ShowSeconds(const std::string& ago, const std::string& now) {
+    m_picture.Drop();
+    m_ago = ago;
+    m_now = now;
+}
+
+void C2DPushGraph::Update(const std::string& value, const std::string& brief) {
     if (value != m_value) {
         m_value = value;
+        m_briefValue = brief;
         ::SetWindowTextA(Window(), std::string(m_title).append(": ").append(value).c_str());
         Announce(EVENT_OBJECT_VALUECHANGE);
     }
@@ -76,7 +87,7 @@ void C2DPushGraph::Update(const std::string& value) {
 RECT C2DPushGraph::PlotArea() const {
     RECT plot = ClientRect();
     plot.top += Scale(kTitleRoom);
-    plot.bottom -= Scale(kBottomRoom);
+    plot.bottom -= Scale(kBottomRoom + (m_now.empty() ? 0 : kSecondsRoom));
     return plot;
 }
 
@@ -114,15 +125,36 @@ void C2DPushGraph::PaintAll(HDC dc, const RECT& client) {
         }
         PaintAxisLabels(dc, plot);
     }
+    PaintSeconds(dc, plot);
     DrawFrame(dc, client, m_frame);
 }
 
 void C2DPushGraph::PaintTitle(HDC dc, const RECT& client) const {
     RECT band{client.left + Scale(kTitleMargin), client.top, client.right - Scale(kTitleMargin),
               client.top + Scale(kTitleRoom)};
-    DrawLabel(dc, m_labelFont, band, m_value, m_text, kOneLine | DT_RIGHT);
-    band.right -= MeasureText(m_labelFont, m_value, 0).cx + Scale(kTitleMargin);
+    const int room = WidthOf(band) - Scale(kTitleMargin) - MeasureText(m_titleFont, m_title, 0).cx;
+    const bool isBrief = !m_briefValue.empty() && MeasureText(m_labelFont, m_value, 0).cx > room;
+    const std::string& value = isBrief ? m_briefValue : m_value;
+    DrawLabel(dc, m_labelFont, band, value, m_text, kOneLine | DT_RIGHT);
+    band.right -= MeasureText(m_labelFont, value, 0).cx + Scale(kTitleMargin);
     DrawLabel(dc, m_titleFont, band, m_title, m_text, kOneLine | DT_END_ELLIPSIS);
+}
+
+// Before the samples fill the plot, the latest one is not at its right edge, and "now" goes there with it.
+void C2DPushGraph::PaintSeconds(HDC dc, const RECT& plot) const {
+    if (m_now.empty() || m_samples.Lines().empty() || m_samples.Lines().front().samples.empty()) return;
+    const auto seconds = static_cast<int>(m_samples.Lines().front().samples.size()) - 1;
+    const std::string ago = FillText(m_ago, {std::to_string(seconds)});
+    const int margin = Scale(kTitleMargin);
+    const RECT band{plot.left + margin, plot.bottom + 1, plot.right - margin, ClientRect().bottom - 1};
+    const int agoWidth = MeasureText(m_labelFont, ago, 0).cx;
+    const int nowWidth = MeasureText(m_labelFont, m_now, 0).cx;
+    RECT now = band;
+    now.right = std::min<LONG>(band.right, plot.left + seconds * m_samples.Interval() + nowWidth / 2);
+    now.left = std::max<LONG>(band.left, now.right - nowWidth);
+    now.right = now.left + nowWidth;
+    DrawLabel(dc, m_labelFont, now, m_now, m_text, kOneLine);
+    if (band.left + agoWidth + margin <= now.left) DrawLabel(dc, m_labelFont, band, ago, m_text, kOneLine);
 }
 
 void C2DPushGraph::PaintGrid(HDC dc, const RECT& plot) const {

@@ -1,5 +1,5 @@
-// A graph of lines that scrolls to the left as samples come in: title and latest value above, a grid that moves
-// with the lines. Its window text, for screen readers, is the title and the latest value.
+// A graph of lines that scrolls to the left as samples come in: title and a value above, a grid that moves with the
+// lines, below it when the samples came. Its window text, for screen readers, is the title and the value.
 #pragma once
 
 #include <string>
@@ -38,8 +38,12 @@ public:
     // Samples with this number are drawn from now on, in this colour. Create adds the line 0.
     void AddLine(int id, COLORREF colour);
 
-    // The samples have moved on; value is the latest one, as it is to be read.
-    void Update(const std::string& value);
+    // Words below the plot, for samples of one second: how long ago the first one came, with "%1" for the seconds,
+    // and the latest one. Before the graph is painted; without them there is no room for them.
+    void ShowSeconds(const std::string& ago, const std::string& now);
+
+    // The samples have moved on; value stands beside the title. Where it has no room, what is brief.
+    void Update(const std::string& value, const std::string& brief = {});
 
     // The area of the lines, in client coordinates. A sample of the height h stands h pixels above its bottom.
     [[nodiscard]] RECT PlotArea() const;
@@ -63,10 +67,14 @@ private:
     void PaintAxisLabels(HDC dc, const RECT& plot) const;
     [[nodiscard]] std::vector<Path> MakePaths(const RECT& plot) const;
     void PaintTitle(HDC dc, const RECT& client) const;
+    void PaintSeconds(HDC dc, const RECT& plot) const;
 
     PushGraphSamples& m_samples;
     std::string m_title;
     std::string m_value;
+    std::string m_briefValue;
+    std::string m_ago;
+    std::string m_now;
     COLORREF m_ground = 0;
     COLORREF m_grid = 0;
     COLORREF m_text = 0;

@@ -4,6 +4,7 @@
 #include <utility>
 #include <vector>
 
+#include "config/Amounts.h"
 #include "lists/ListPage_win.h"
 
 namespace brennvar {
@@ -176,8 +177,9 @@ void ListPage::Arrange() {
 void ListPage::ShowCount() {
     const int count = m_model->AllRowCount();
     const Language& language = m_context.language;
-    std::string shown = language.GetText(1048, "Entries:") + " " + std::to_string(RowCount());
-    if (RowCount() != count) shown += " " + language.GetText(2480, "of") + " " + std::to_string(count);
+    const auto number = [](int value) { return FormatCount(static_cast<std::uint64_t>(value)); };
+    std::string shown = language.GetText(1048, "Entries:") + " " + number(RowCount());
+    if (RowCount() != count) shown += " " + language.GetText(2480, "of") + " " + number(count);
     m_count.SetText(shown);
 }
 

@@ -53,6 +53,9 @@ void Statistics::Tick(const std::optional<TrafficIncrease>& increase, std::uint6
                         .out = FormatRate(increase->bytesOut, milliseconds, m_words)};
         PushTraffic(m_incoming, increase->bytesIn);
         PushTraffic(m_outgoing, increase->bytesOut);
+        // The first tick stands for no second.
+        if (!m_isFirstTick) m_recentIn.Add(increase->bytesIn, milliseconds);
+        if (!m_isFirstTick) m_recentOut.Add(increase->bytesOut, milliseconds);
         PushAttacks();
     } else {
         m_rates.reset();
@@ -86,6 +89,12 @@ void Statistics::SetMode(const ModeDisplay& mode) {
 void Statistics::SetConnections(const std::optional<ConnectionCounts>& counts) {
     if (counts == m_connections) return;
     m_connections = counts;
+    Changed();
+}
+
+void Statistics::SetPrograms(std::vector<ProgramUse> programs) {
+    if (programs == m_programs) return;
+    m_programs = std::move(programs);
     Changed();
 }
 

@@ -9,12 +9,15 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "base/Clock.h"
 #include "commands/ModeDisplay.h"
 #include "config/Amounts.h"
 #include "controls/PushGraphSamples.h"
 #include "ipc/DriverTables.h"
+#include "statistics/ProgramTraffic.h"
+#include "statistics/RecentTraffic.h"
 #include "statistics/TrafficMeter.h"
 
 namespace brennvar {
@@ -28,6 +31,11 @@ public:
     struct Notice {
         FileTime time = 0;
         std::string text;
+    };
+    struct ProgramUse {
+        std::string name;  // what the user knows it by
+        ProgramSum sum;
+        friend bool operator==(const ProgramUse&, const ProgramUse&) = default;
     };
     struct Rates {
         std::string in;  // as FormatRate writes them
@@ -49,6 +57,9 @@ public:
     // Nothing: not known at present.
     void SetConnections(const std::optional<ConnectionCounts>& counts);
 
+    // Those with the most traffic, most first.
+    void SetPrograms(std::vector<ProgramUse> programs);
+
     // Nothing while the driver cannot be read.
     [[nodiscard]] const std::optional<Rates>& CurrentRates() const { return m_rates; }
     // Since the start of the program.
@@ -63,10 +74,16 @@ public:
     [[nodiscard]] const ModeDisplay& Mode() const { return m_mode; }
     [[nodiscard]] const std::optional<ConnectionCounts>& Connections() const { return m_connections; }
 
+    [[nodiscard]] const std::vector<ProgramUse>& Programs() const { return m_programs; }
+
     // The graphs' windows paint these, and tidy them while they do.
     [[nodiscard]] PushGraphSamples& Incoming() { return m_incoming; }
     [[nodiscard]] PushGraphSamples& Outgoing() { return m_outgoing; }
     [[nodiscard]] PushGraphSamples& Attacks() { return m_attacks; }
+
+    // What the traffic graphs are made of, as it was: their samples are cut at the range.
+    [[nodiscard]] const RecentTraffic& RecentIn() const { return m_recentIn; }
+    [[nodiscard]] const RecentTraffic& RecentOut() const { return m_recentOut; }
 
     // Called after each change but CountAttack, which shows with the next tick; empty: nobody looks. The caller
     // takes it back before it goes.
@@ -82,6 +99,8 @@ private:
     PushGraphSamples m_incoming;
     PushGraphSamples m_outgoing;
     PushGraphSamples m_attacks;
+    RecentTraffic m_recentIn;
+    RecentTraffic m_recentOut;
     bool m_isFirstTick = true;
     std::optional<Rates> m_rates;
     TrafficIncrease m_totals;
@@ -92,6 +111,7 @@ private:
     std::uint64_t m_noticeCount = 0;
     ModeDisplay m_mode;
     std::optional<ConnectionCounts> m_connections;
+    std::vector<ProgramUse> m_programs;
     std::function<void()> m_changed;
 };
 

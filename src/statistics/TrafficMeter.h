@@ -1,6 +1,7 @@
 // From the driver's running totals to what flowed since the last look.
 #pragma once
 
+#include <chrono>
 #include <cstdint>
 #include <optional>
 
@@ -13,6 +14,11 @@ struct TrafficIncrease {
     std::uint64_t bytesOut = 0;
     friend bool operator==(const TrafficIncrease&, const TrafficIncrease&) = default;
 };
+
+// What has flowed between two readings of a counter that starts over at 2^32, so much later. Nothing: it has begun
+// anew, for another connection.
+[[nodiscard]] std::optional<std::uint32_t> CounterGrowth(std::uint32_t before, std::uint32_t now,
+                                                         std::chrono::milliseconds elapsed);
 
 class TrafficMeter {
 public:

@@ -182,6 +182,7 @@ void TreeCanvas::DescribeRow(int width) {
         add(content.image);
         add(content.imageFrame);
         add(content.imageFrameCount);
+        add(content.bar);
         add(content.checked ? (*content.checked ? 2 : 1) : 0);
         add(cell.check);
         add(content.glyph);

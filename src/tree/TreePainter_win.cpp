@@ -20,9 +20,12 @@ constexpr int kPicture = 16;
 constexpr int kGap = 6;
 constexpr int kGlyph = 8;
 constexpr int kMark = 3;        // wide
+constexpr int kBarMargin = 4;   // of a bar, from the row's edges
+constexpr int kBarRim = 4;      // beside the text
 constexpr int kPillWidth = 88;  // so that those of a column are alike
 
 constexpr int kCheckFrames = 6;      // rest, hot, pressed, and the same checked
+constexpr int kBarShare = 40;        // of the quiet text's colour in the list's, of 255: text reads on it
 constexpr int kUnfocusedShare = 96;  // of the list's ground in a selection without the focus, of 255
 
 ActionMark MarkOf(Tone tone) {
@@ -127,6 +130,7 @@ COLORREF TreePainter::RowGround(bool isAlternate, bool isSelected, bool hasFocus
 
 void TreePainter::PaintCell(HDC dc, const TreeCell& cell, const TreeRow& row, const CellPlaces& places,
                             const TreeColumn& column, Touch check, bool isSelected) {
+    if (cell.bar > 0) PaintBar(dc, places.text, cell.bar, column.isNumber);
     if (!::IsRectEmpty(&places.expander)) {
         DrawTriangle(dc, places.expander, Scale(5), !row.isExpanded, false, m_colours.quietText);
     }
@@ -146,6 +150,15 @@ void TreePainter::PaintCell(HDC dc, const TreeCell& cell, const TreeRow& row, co
     ::SetTextColor(dc, colour);
     m_text.Draw(dc, places.text, cell.text, column.isNumber,
                 column.isPath ? CellText::Cut::Path : CellText::Cut::End);
+}
+
+void TreePainter::PaintBar(HDC dc, const RECT& text, std::uint8_t bar, bool isFromRight) const {
+    RECT place = text;
+    ::InflateRect(&place, Scale(kBarRim), -Scale(kBarMargin));
+    // However little it is, it is something.
+    const int length = std::max(1, ::MulDiv(WidthOf(place), bar, kFullBar));
+    (isFromRight ? place.left : place.right) = isFromRight ? place.right - length : place.left + length;
+    FillSolid(dc, place, MixColours(m_colours.list, m_colours.quietText, kBarShare));
 }
 
 void TreePainter::PaintGlyph(HDC dc, const RECT& place, CellGlyph glyph, COLORREF colour) const {

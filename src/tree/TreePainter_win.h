@@ -57,6 +57,7 @@ public:
     void PaintEmptyText(HDC dc, const RECT& rows, const std::string& text) const;
 
 private:
+    void PaintBar(HDC dc, const RECT& text, std::uint8_t bar, bool isFromRight) const;
     void PaintGlyph(HDC dc, const RECT& place, CellGlyph glyph, COLORREF colour) const;
     void PaintCheck(HDC dc, const RECT& place, bool isChecked, Touch touch) const;
     [[nodiscard]] COLORREF Readable(COLORREF colour);

@@ -2,6 +2,7 @@
 // visible of them.
 #pragma once
 
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <vector>
@@ -21,12 +22,15 @@ struct TreeRow {
     RowMark mark = RowMark::None;
 };
 
+inline constexpr std::uint8_t kFullBar = 255;
+
 struct TreeCell {
     std::string text;
     HICON icon = nullptr;               // small, borrowed until the cell has been painted
     const CSkinImage* image = nullptr;  // instead of an icon, borrowed likewise
     int imageFrame = 0;                 // of frames side by side
     int imageFrameCount = 1;
+    std::uint8_t bar = 0;         // quiet, behind the text, so much of kFullBar long
     std::optional<bool> checked;  // the cell has a check box
     CellGlyph glyph = CellGlyph::None;
     Tone tone = Tone::Plain;

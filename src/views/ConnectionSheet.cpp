@@ -62,7 +62,7 @@ DetailsSheet ConnectionDetails(const Language& language, const ConnectionTarget&
         ends.Of(found.localName, found.remoteName));
     add(isListener ? language.GetText(534, "Local MAC:") : language.GetText(14, "Local/Remote MAC:"),
         ends.Of(found.localHardware, found.remoteHardware));
-    add(language.GetText(536, "Bytes In/Out:"), std::to_string(row.bytesIn) + " / " + std::to_string(row.bytesOut));
+    add(language.GetText(536, "Bytes In/Out:"), FormatCount(row.bytesIn) + " / " + FormatCount(row.bytesOut));
     add(language.GetText(535, "Status:"), std::string(ConnectionStateDetailsText(row.state)));
     add(language.GetText(24, "Process:"),
         target.program.path.empty() ? target.program.name : OneLine(target.program.path));

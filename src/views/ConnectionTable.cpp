@@ -9,6 +9,7 @@
 
 #include "base/AsciiCase.h"
 #include "base/DisplayName.h"
+#include "statistics/TrafficMeter.h"
 
 namespace brennvar {
 namespace {
@@ -19,9 +20,6 @@ using std::chrono::milliseconds;
 constexpr milliseconds kShortestMeasure{500};
 // What flowed in a longer time, as while nobody looked, is not what flows now.
 constexpr milliseconds kLongestMeasure{10'000};
-// A counter that is less than before has started over at 2^32 when no more than this has flowed meanwhile, which a
-// gigabit line carries; else the connection is another one.
-constexpr std::uint64_t kMostBytesPerSecond = 125'000'000;
 
 std::uint32_t TenthsOf(milliseconds time) {
     return static_cast<std::uint32_t>(time.count() / 100);
@@ -90,10 +88,9 @@ void Rank(std::vector<ConnectionProgram>& programs, std::uint32_t ConnectionProg
 std::uint32_t RateBetween(std::uint32_t before, std::uint32_t now, milliseconds elapsed) {
     if (elapsed.count() <= 0) return 0;
     const auto time = static_cast<std::uint64_t>(elapsed.count());
-    const std::uint32_t grown = now - before;
-    if (now < before && grown > kMostBytesPerSecond * time / 1000) return 0;
+    const std::uint64_t grown = CounterGrowth(before, now, elapsed).value_or(0);
     return static_cast<std::uint32_t>(
-        std::min<std::uint64_t>(std::uint64_t{grown} * 1000 / time, std::numeric_limits<std::uint32_t>::max()));
+        std::min<std::uint64_t>(grown * 1000 / time, std::numeric_limits<std::uint32_t>::max()));
 }
 
 ConnectionKey KeyOf(const ConnectionRow& row) {

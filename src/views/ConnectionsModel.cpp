@@ -104,9 +104,9 @@ std::optional<std::string> ConnectionsModel::Summary() const {
     if (m_state != State::Read) return std::nullopt;
     const Language& language = m_parts.language;
     const ConnectionSummary& sum = Table().Summary();
-    std::string text = language.GetText(1007, "Connections:") + " " + std::to_string(sum.connections) + ", " +
-                       language.GetText(1680, "programs:") + " " + std::to_string(sum.programs) + ", " +
-                       language.GetText(1682, "listening:") + " " + std::to_string(sum.listeners);
+    std::string text = language.GetText(1007, "Connections:") + " " + FormatCount(sum.connections) + ", " +
+                       language.GetText(1680, "programs:") + " " + FormatCount(sum.programs) + ", " +
+                       language.GetText(1682, "listening:") + " " + FormatCount(sum.listeners);
     if (sum.busiestRate > 0) {
         text += "; " + language.GetText(1683, "most:") + " " + Table().Programs()[sum.busiest].name + " " +
                 FormatRate(sum.busiestRate, 1000, m_words);
@@ -166,7 +166,7 @@ std::string ConnectionsModel::GroupText(const ConnectionGroup& group, Column col
     const auto amount = [this](std::uint64_t bytes) { return bytes == 0 ? "" : FormatBytes(bytes, m_words); };
     switch (column) {
         case Column::Process: return program.name;
-        case Column::Address: return m_parts.language.GetText(1048, "Entries:") + " " + std::to_string(group.count);
+        case Column::Address: return m_parts.language.GetText(1048, "Entries:") + " " + FormatCount(group.count);
         case Column::State: return {};
         case Column::RateIn: return RateText(group.rateIn, m_words);
         case Column::RateOut: return RateText(group.rateOut, m_words);
@@ -183,7 +183,7 @@ std::string ConnectionsModel::CellTip(int row, int column) const {
     const Place place = At(row);
     const Language& language = m_parts.language;
     const auto bytes = [&](std::uint64_t number) {
-        return std::to_string(number) + " " + language.GetText(1679, "bytes");
+        return FormatCount(number) + " " + language.GetText(1679, "bytes");
     };
     const bool isCounted = place.group || !place.row->IsListener();
     switch (static_cast<Column>(column)) {

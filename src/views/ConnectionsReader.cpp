@@ -9,16 +9,8 @@
 namespace brennvar {
 namespace {
 
-// How long a reading may ask the service for paths. Commands wait on the same thread; a service that answers at all
-// normally answers hundreds of times in this time.
-constexpr std::chrono::milliseconds kAskingTime{1000};
-// How long another program's pipe is left alone. A call on it stands on that thread for six seconds, but only a
-// call can tell that the service has its pipe again.
-constexpr std::chrono::seconds kForeignPause{60};
-
 // The process ids of the tables, those without a path so far first, so that a slow service gets to all in time.
-template <class Paths>
-std::vector<std::uint32_t> ProcessIdsToAsk(const DriverTables& tables, const Paths& last) {
+std::vector<std::uint32_t> ProcessIdsToAsk(const DriverTables& tables, const ProcessPaths& last) {
     std::unordered_set<std::uint32_t> seen;
     std::vector<std::uint32_t> ids;
     const auto add = [&](std::uint32_t id) {
@@ -68,7 +60,7 @@ private:
 
     const std::string m_noProcessText;
     std::uint64_t m_number = 0;
-    std::shared_ptr<const Paths> m_paths;
+    std::shared_ptr<const ProcessPaths> m_paths;
     std::shared_ptr<const ProgramNames::Descriptions> m_descriptions;
     std::shared_ptr<const ConnectionTable> m_before;  // of the reading before
     std::shared_ptr<const ConnectionTable> m_table;
@@ -83,14 +75,14 @@ ConnectionsReader::ConnectionsReader(const Parts& parts, std::string noProcessTe
       m_paths(
           parts.link.Queue(),
           [&link = parts.link](const Known& known) { return ResolvePaths(known, link.Pipes()); },
-          [this](std::optional<Paths> paths, const Known&) { OnPaths(std::move(paths)); }),
+          [this](std::optional<ProcessPaths> paths, const Known&) { OnPaths(std::move(paths)); }),
       m_rows(
           parts.reads,
           [builder = std::make_shared<Builder>(std::move(noProcessText))](const Known& known) {
               return builder->Build(known);
           },
           [this](std::optional<Snapshot> snapshot, const Known& known) { OnRows(std::move(snapshot), known); }) {
-    m_known.paths = std::make_shared<const Paths>();
+    m_known.paths = std::make_shared<const ProcessPaths>();
 }
 
 void ConnectionsReader::Open() {
@@ -109,20 +101,13 @@ void ConnectionsReader::Arrange(ConnectionWish wish) {
     Build();
 }
 
-// Asks for each process once, until the time is over or a call has not met the service: a missing service is waited
-// for once in a reading, and what was not asked keeps its last path, or none.
-ConnectionsReader::Paths ConnectionsReader::ResolvePaths(const Known& known, ServicePipes& pipes) {
-    const auto end = std::chrono::steady_clock::now() + kAskingTime;
-    bool isAsking = true;
-    Paths paths;
-    for (const std::uint32_t id : ProcessIdsToAsk(known.reading->tables, *known.paths)) {
-        if (isAsking) {
-            paths.emplace(id, pipes.ResolveProcessPath(id));
-            isAsking = pipes.LastCallMetService() && std::chrono::steady_clock::now() < end;
-        } else if (const auto last = known.paths->find(id);
-                   last != known.paths->end() && pipes.LastCallMetService()) {
-            paths.insert(*last);
-        }
+// What was not asked keeps its last path, or none.
+ProcessPaths ConnectionsReader::ResolvePaths(const Known& known, ServicePipes& pipes) {
+    const std::vector<std::uint32_t> ids = ProcessIdsToAsk(known.reading->tables, *known.paths);
+    ProcessPaths paths = AskForPaths(ids, pipes);
+    if (paths.size() == ids.size() || !pipes.LastCallMetService()) return paths;
+    for (const std::uint32_t id : ids) {
+        if (const auto last = known.paths->find(id); last != known.paths->end()) paths.insert(*last);
     }
     return paths;
 }
@@ -139,17 +124,12 @@ void ConnectionsReader::OnReading(std::shared_ptr<const ConnectionReading> readi
 }
 
 bool ConnectionsReader::IsPathWorthAsking() const {
-    // A call to a missing service stands on the link thread for long; the next ones would only pile up.
-    switch (m_link.StateOf(kPidResolvePipeName)) {
-        case PeerState::Missing: return false;  // forgotten when another call meets it
-        case PeerState::Foreign: return m_known.reading->time - m_askedForPaths >= kForeignPause;
-        default: return true;
-    }
+    return IsWorthAskingForPaths(m_link.StateOf(kPidResolvePipeName), m_known.reading->time - m_askedForPaths);
 }
 
-void ConnectionsReader::OnPaths(std::optional<Paths> paths) {
+void ConnectionsReader::OnPaths(std::optional<ProcessPaths> paths) {
     // The same paths are the same object: a table that is there already need not be made anew for them.
-    if (paths && *paths != *m_known.paths) m_known.paths = std::make_shared<const Paths>(std::move(*paths));
+    if (paths && *paths != *m_known.paths) m_known.paths = std::make_shared<const ProcessPaths>(std::move(*paths));
     Build();
 }
 

@@ -19,6 +19,7 @@
 #include "ipc/ServiceLink.h"
 #include "views/ConnectionOrder.h"
 #include "views/ConnectionTables.h"
+#include "views/ProcessPaths.h"
 #include "views/ProgramNames.h"
 
 namespace brennvar {
@@ -57,24 +58,22 @@ public:
     void Arrange(ConnectionWish wish);
 
 private:
-    // What the service said of each process: its path, or nothing when it does not know it.
-    using Paths = std::unordered_map<std::uint32_t, std::optional<std::string>>;
     // Read on one thread, used on others, changed by none.
     struct Known {
         std::shared_ptr<const ConnectionReading> reading;
         std::uint64_t number = 0;   // of the reading
         std::uint64_t opening = 0;  // during which it was read
         bool isFirst = false;       // none since then has been delivered
-        std::shared_ptr<const Paths> paths;
+        std::shared_ptr<const ProcessPaths> paths;
         std::shared_ptr<const ProgramNames::Descriptions> descriptions;
         ConnectionWish wish;
     };
     class Builder;
 
-    [[nodiscard]] static Paths ResolvePaths(const Known& known, ServicePipes& pipes);
+    [[nodiscard]] static ProcessPaths ResolvePaths(const Known& known, ServicePipes& pipes);
     void OnReading(std::shared_ptr<const ConnectionReading> reading) override;
     [[nodiscard]] bool IsPathWorthAsking() const;
-    void OnPaths(std::optional<Paths> paths);
+    void OnPaths(std::optional<ProcessPaths> paths);
     void OnRows(std::optional<Snapshot> snapshot, const Known& known);
     void Build();
 
@@ -86,7 +85,7 @@ private:
     std::uint64_t m_shownOpening = 0;             // of the rows that were delivered last
     std::chrono::milliseconds m_askedForPaths{};  // when the tables were read that it was asked for
     ProgramNames m_names;
-    Refreshed<Paths, Known> m_paths;
+    Refreshed<ProcessPaths, Known> m_paths;
     Refreshed<Snapshot, Known> m_rows;
 };
 

@@ -1,11 +1,13 @@
 #include "views/StatisticsPage_win.h"
 
 #include <algorithm>
+#include <iterator>
 #include <utility>
 #include <vector>
 
 #include "base/LocalTime_win.h"
 #include "config/ResourceIds.h"
+#include "ui/ChildControls_win.h"
 #include "ui/Paint_win.h"
 
 namespace brennvar {
@@ -17,11 +19,26 @@ constexpr int kCardHeight = 80;
 constexpr int kCardMargin = 8;
 constexpr int kNameHeight = 20;
 constexpr int kValueHeight = 24;
-// The card of the mode, which holds the words of every mode in every language that we deliver. The others share the
-// rest.
+// The mode's card holds the words of every mode in every language that we deliver; the others share what it leaves.
+// It gives way where the page is narrower than in the window's first size.
 constexpr int kModeWidth = 240;
 constexpr int kLeastModeWidth = 192;
-constexpr int kModeShare = 32;  // percent of the room, between the two
+constexpr int kUsualWidth = 740;
+// Of the graphs of traffic: 176 of the 416 below the cards in the window's first size, in steps of the grid.
+constexpr int kTrafficShare = 176;
+constexpr int kTrafficWhole = 416;
+constexpr int kGrid = 8;
+// What the programs need for their numbers beside a name.
+constexpr int kLeastPrograms = 232;
+
+struct CardPage {
+    int button;
+    int command;  // of the page that tells more
+};
+constexpr CardPage kCardPages[] = {{IDC_STATISTICS_OPEN_IN, IDM_CONNECTIONS},
+                                   {IDC_STATISTICS_OPEN_OUT, IDM_CONNECTIONS},
+                                   {IDC_STATISTICS_OPEN_CONNECTIONS, IDM_CONNECTIONS},
+                                   {IDC_STATISTICS_OPEN_ATTACKS, IDM_TRAFFIC_LOG}};
 
 constexpr char kUnknown[] = "-";
 
@@ -37,7 +54,8 @@ StatisticsPage::StatisticsPage(const CFonts& fonts, const Language& language, Pa
       m_mode(language),
       m_incoming(statistics.Incoming()),
       m_outgoing(statistics.Outgoing()),
-      m_attacks(statistics.Attacks()) {}
+      m_attacks(statistics.Attacks()),
+      m_programs(language) {}
 
 void StatisticsPage::OnCreateContent() {
     m_mode.Create(Window(), ModeButton::Form::Card, IDC_STATISTICS_MODE, GetLook());
@@ -45,7 +63,15 @@ void StatisticsPage::OnCreateContent() {
     CreateCard(Out, IDC_STATISTICS_OUT, m_language.GetText(1331, "Outgoing"));
     CreateCard(Connections, IDC_STATISTICS_CONNECTIONS, m_language.GetText(46, "Connections"));
     CreateCard(Attacks, IDC_STATISTICS_ATTACKS, m_language.GetText(1333, "Attacks"));
+    static_assert(std::size(kCardPages) == CardCount);
+    for (int card = 0; card < CardCount; ++card) {
+        m_cards[card].open.Create(Window(), m_cards[card].name.Text(), kCardPages[card].button, GetLook());
+    }
+    CreateGraphs();
+    CreateLists();
+}
 
+void StatisticsPage::CreateGraphs() {
     const Look& look = GetLook();
     constexpr COLORREF kGreen = RGB(0, 255, 0);
     constexpr COLORREF kRed = RGB(255, 0, 0);
@@ -55,6 +81,15 @@ void StatisticsPage::OnCreateContent() {
                             {look.skin, "GRAPH_OUT", kGreen}, look);
     (void)m_attacks.Create(Window(), IDC_STATISTICS_ATTACK_GRAPH, m_language.GetText(327, "Attack History"),
                            {look.skin, "GRAPH_ATTACK", kRed}, look);
+    for (C2DPushGraph* const graph : {&m_incoming, &m_outgoing, &m_attacks}) {
+        graph->ShowSeconds(m_language.GetText(2401, "%1 s ago"), m_language.GetText(2402, "now"));
+    }
+}
+
+void StatisticsPage::CreateLists() {
+    const Look& look = GetLook();
+    (void)m_programs.CreateList(Window(), IDC_STATISTICS_PROGRAMS, look);
+    m_programs.events.opened = [this](int) { PostToOwner(IDM_CONNECTIONS); };
 
     const TreeColumn columns[] = {
         {.title = m_language.GetText(1339, "Time"), .width = 64},
@@ -79,45 +114,47 @@ void StatisticsPage::CreateCard(Card card, int firstId, const std::string& name)
 void StatisticsPage::OnPlaceContent(const RECT& place) {
     const int gap = Scale(kGap);
     PlaceCards({place.left, place.top, place.right, place.top + Scale(kCardHeight)});
-    // Two by two: the graphs and the notices.
+    // Below them the two graphs of traffic, and then three side by side.
     const LONG top = place.top + Scale(kCardHeight) + gap;
-    const LONG middle = top + (place.bottom - top - gap) / 2;
+    const int height = ::MulDiv(place.bottom - top - gap, kTrafficShare, kTrafficWhole);
+    const LONG middle = top + height / Scale(kGrid) * Scale(kGrid);
     const LONG centre = place.left + (WidthOf(place) - gap) / 2;
     m_incoming.Place({place.left, top, centre, middle});
     m_outgoing.Place({centre + gap, top, place.right, middle});
-    m_attacks.Place({place.left, middle + gap, centre, place.bottom});
-    m_notices.Place({centre + gap, middle + gap, place.right, place.bottom});
+    const int room = WidthOf(place) - 2 * gap;
+    const int programs = std::max(room / 3, Scale(kLeastPrograms));
+    const LONG left = place.left + (room - programs) / 2;
+    const LONG right = left + gap + programs;
+    m_attacks.Place({place.left, middle + gap, left, place.bottom});
+    m_programs.Place({left + gap, middle + gap, right, place.bottom});
+    m_notices.Place({right + gap, middle + gap, place.right, place.bottom});
 }
 
 void StatisticsPage::PlaceCards(const RECT& band) {
     const int gap = Scale(kGap);
     const int margin = Scale(kCardMargin);
-    const int width = WidthOf(band);
-    const int mode = std::clamp(width * kModeShare / 100, Scale(kLeastModeWidth), Scale(kModeWidth));
-    std::vector<RECT> grounds{{band.left, band.top, band.left + mode, band.bottom}};
+    const int modeWidth = Scale(WidthOf(band) < Scale(kUsualWidth) ? kLeastModeWidth : kModeWidth);
+    const int room = WidthOf(band) - modeWidth - CardCount * gap;  // of all the others
+    const auto edge = [&](int others) { return band.left + modeWidth + others * gap + room * others / CardCount; };
+    std::vector<RECT> grounds{{band.left, band.top, band.left + modeWidth, band.bottom}};
     m_mode.Place(Inset(grounds.front(), 1));
-    const LONG left = grounds.front().right + gap;
-    const int room = band.right - left + gap;
     for (int card = 0; card < CardCount; ++card) {
-        const RECT ground{left + room * card / CardCount, band.top, left + room * (card + 1) / CardCount - gap,
-                          band.bottom};
+        const RECT ground{edge(card) + gap, band.top, edge(card + 1), band.bottom};
         grounds.push_back(ground);
+        CardTexts& texts = m_cards[card];
+        texts.open.Place(ground);
         RECT line{ground.left + margin, ground.top + margin, ground.right - margin, 0};
         const auto placeLine = [&](CDrawnText& label, int height) {
             line.bottom = line.top + Scale(height);
             label.Place(line);
             line.top = line.bottom;
         };
-        CardTexts& texts = m_cards[static_cast<std::size_t>(card)];
         placeLine(texts.name, kNameHeight);
         placeLine(texts.value, kValueHeight);
         placeLine(texts.remark, kNameHeight);
     }
     SetCards(std::move(grounds));
-}
-
-void StatisticsPage::OnCommand(int id, int notification) {
-    if (id == IDC_STATISTICS_MODE && notification == BN_CLICKED) m_mode.OpenMenu();
+    ShowCards();  // other remarks may fit now
 }
 
 void StatisticsPage::OnShow() {
@@ -129,36 +166,59 @@ void StatisticsPage::OnHide() {
     m_statistics.Watch({});
 }
 
+void StatisticsPage::OnCommand(int id, int notification) {
+    if (id == IDC_STATISTICS_MODE && notification == BN_CLICKED) return m_mode.OpenMenu();
+    const auto page = std::ranges::find(kCardPages, id, &CardPage::button);
+    if (page != std::end(kCardPages) && notification == BN_CLICKED) PostToOwner(page->command);
+}
+
 void StatisticsPage::ShowStatistics() {
     ShowCards();
     ShowNotices();
-    m_incoming.Update(PeakText(m_statistics.Incoming()));
-    m_outgoing.Update(PeakText(m_statistics.Outgoing()));
+    m_programs.ShowPrograms(m_statistics.Programs());
+    ShowTraffic(m_incoming, m_statistics.Incoming(), m_statistics.RecentIn());
+    ShowTraffic(m_outgoing, m_statistics.Outgoing(), m_statistics.RecentOut());
     m_attacks.Update(std::to_string(m_statistics.AttacksOfLastTick()));
 }
 
 // The rate of the second stands in the cards and in the status line.
-std::string StatisticsPage::PeakText(const PushGraphSamples& samples) const {
+void StatisticsPage::ShowTraffic(C2DPushGraph& graph, const PushGraphSamples& samples,
+                                 const RecentTraffic& traffic) const {
     constexpr std::uint64_t kSecond = 1000;
-    return m_language.GetText(2254, "peak") + " " +
-           FormatRate(static_cast<std::uint64_t>(samples.PeakOf(Statistics::kLine)), kSecond, m_words);
+    const RecentTraffic::Rates rates = traffic.OfLast(samples.Lines()[Statistics::kLine].samples.size());
+    const std::string peak = m_language.GetText(2254, "peak") + " " + FormatRate(rates.peak, kSecond, m_words);
+    graph.Update(
+        peak + ", " + m_language.GetText(2400, "average") + " " + FormatRate(rates.average, kSecond, m_words),
+        peak);
 }
 
 void StatisticsPage::ShowCards() {
-    const auto show = [this](Card card, const std::string& value, const std::string& remark) {
-        m_cards[card].value.SetText(value);
-        m_cards[card].remark.SetText(remark);
-    };
     const std::optional<Statistics::Rates>& rates = m_statistics.CurrentRates();
-    const std::string total = m_language.GetText(1334, "Total:") + " ";
-    show(In, rates ? rates->in : kUnknown, total + FormatBytes(m_statistics.Totals().bytesIn, m_words));
-    show(Out, rates ? rates->out : kUnknown, total + FormatBytes(m_statistics.Totals().bytesOut, m_words));
+    const auto showRate = [&](Card card, const std::string Statistics::Rates::*rate, std::uint64_t total) {
+        const std::string amount = FormatBytes(total, m_words);
+        ShowCard(card, rates ? (*rates).*rate : kUnknown, m_language.GetText(1334, "Total:") + " " + amount,
+                 amount);
+    };
+    showRate(In, &Statistics::Rates::in, m_statistics.Totals().bytesIn);
+    showRate(Out, &Statistics::Rates::out, m_statistics.Totals().bytesOut);
 
     m_mode.Show(m_statistics.Mode(), m_clock.UtcNow());
+
     const std::optional<ConnectionCounts>& counts = m_statistics.Connections();
-    show(Connections, counts ? std::to_string(counts->connections) : kUnknown,
-         counts ? m_language.GetText(1682, "listening:") + " " + std::to_string(counts->listeners) : "");
-    show(Attacks, std::to_string(m_statistics.AttackCount()), m_language.GetText(1338, "since the start"));
+    ShowCard(Connections, counts ? FormatCount(counts->connections) : kUnknown,
+             counts ? m_language.GetText(1682, "listening:") + " " + FormatCount(counts->listeners) : "",
+             counts ? "(+" + FormatCount(counts->listeners) + ")" : "");
+    ShowCard(Attacks, FormatCount(m_statistics.AttackCount()), m_language.GetText(1338, "since the start"));
+}
+
+void StatisticsPage::ShowCard(Card card, const std::string& value, const std::string& remark,
+                              const std::string& brief) {
+    CardTexts& texts = m_cards[card];
+    const bool fits =
+        MeasureText(LabelFont(LabelKind::Quiet, GetLook().fonts), remark, 0).cx <= WidthOf(texts.remark.Place());
+    texts.value.SetText(value);
+    texts.remark.SetText(fits || brief.empty() ? remark : brief);
+    texts.open.SetText(texts.name.Text() + ": " + value + ", " + remark);
 }
 
 void StatisticsPage::ShowNotices() {

@@ -12,12 +12,14 @@
 #include "base/Clock.h"
 #include "config/Amounts.h"
 #include "config/Language.h"
+#include "controls/CardButton_win.h"
 #include "controls/DrawnText_win.h"
 #include "controls/PushGraph_win.h"
 #include "dialogs/Page_win.h"
 #include "statistics/Statistics.h"
 #include "tray/ModeButton_win.h"
 #include "tree/Tree_win.h"
+#include "views/TopProgramsList_win.h"
 
 namespace brennvar {
 
@@ -28,27 +30,32 @@ public:
                    const Clock& clock);
 
 private:
-    enum Card { In, Out, Connections, Attacks, CardCount };  // but that of the mode, which is a control
+    enum Card { In, Out, Connections, Attacks, CardCount };  // from left to right, behind the mode's
     struct CardTexts {
         CDrawnText name;
         CDrawnText value;
         CDrawnText remark;
+        CCardButton open;  // the page that tells more
     };
 
     void OnCreateContent() override;
     void OnPlaceContent(const RECT& place) override;
-    void OnCommand(int id, int notification) override;
     void OnShow() override;
     void OnHide() override;
+    void OnCommand(int id, int notification) override;
 
     [[nodiscard]] int RowCount() const override { return static_cast<int>(m_statistics.Notices().size()); }
     [[nodiscard]] TreeCell Cell(int row, int column) const override;
 
     void CreateCard(Card card, int firstId, const std::string& name);
+    void CreateGraphs();
+    void CreateLists();
     void PlaceCards(const RECT& band);
     void ShowStatistics();
-    [[nodiscard]] std::string PeakText(const PushGraphSamples& samples) const;
+    void ShowTraffic(C2DPushGraph& graph, const PushGraphSamples& samples, const RecentTraffic& traffic) const;
     void ShowCards();
+    // brief: the remark where the whole one has no room.
+    void ShowCard(Card card, const std::string& value, const std::string& remark, const std::string& brief = {});
     void ShowNotices();
 
     const Language& m_language;
@@ -60,6 +67,7 @@ private:
     C2DPushGraph m_incoming;
     C2DPushGraph m_outgoing;
     C2DPushGraph m_attacks;
+    CTopProgramsList m_programs;
     CTree m_notices;
     std::uint64_t m_noticesShown = 0;  // of all that have come
 };

@@ -2,6 +2,7 @@
 #include <array>
 #include <utility>
 
+#include "config/Amounts.h"
 #include "views/TrafficLogModel.h"
 
 namespace brennvar {
@@ -44,7 +45,7 @@ std::optional<std::string> TrafficLogModel::Summary() const {
     const auto add = [&](std::uint64_t count, const std::string& word) {
         if (count == 0) return;
         if (!text.empty()) text += ", ";
-        text += std::to_string(count) + ' ' + word;
+        text += FormatCount(count) + ' ' + word;
     };
     if (m_kind == LogKind::Packet) {
         add(m_tally.count, language.GetText(1450, "packets"));

@@ -29,6 +29,29 @@ TEST(AmountsTest, WritesOneDecimalBelowAHundredAndNever1024) {
     EXPECT_EQ(FormatRate(2047, 2000), "1.0 KB/s") << "1023.5 bytes a second";
 }
 
+TEST(AmountsTest, GroupsTheDigitsOfLongNumbersByANoBreakSpace) {
+    struct Row {
+        std::uint64_t count;
+        std::string_view expected;
+    };
+    const Row rows[] = {{0, "0"},
+                        {9'999, "9999"},
+                        {10'000,
+                         "10\xA0"
+                         "000"},
+                        {123'456,
+                         "123\xA0"
+                         "456"},
+                        {1'234'567,
+                         "1\xA0"
+                         "234\xA0"
+                         "567"}};
+    for (const Row& row : rows) EXPECT_EQ(FormatCount(row.count), row.expected) << row.count;
+    EXPECT_EQ(FormatBytes(1ULL << 54),
+              "16\xA0"
+              "384 TB");
+}
+
 TEST(AmountsTest, SpeaksTheLanguageOfTheUser) {
     auto ini = std::make_unique<test::FakeIni>(
         test::FakeIni::Values{{"Language/DL_N_201_1650", "1,5"},

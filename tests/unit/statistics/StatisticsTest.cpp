@@ -37,6 +37,29 @@ TEST(StatisticsTest, ScalesTheTrafficGraphsAnewEachSecond) {
     EXPECT_EQ(statistics.Incoming().Lines()[0].samples.size(), 1 + std::size(rows));  // 0 at the start
 }
 
+TEST(StatisticsTest, KnowsPeakAndAverageOfTheLastSecondsBeyondTheRangeOfTheGraph) {
+    using Rates = RecentTraffic::Rates;
+    Statistics statistics;
+    EXPECT_EQ(statistics.RecentIn().OfLast(9), Rates());
+    statistics.Tick(TrafficIncrease{7'000, 7'000},
+                    86'400'000);  // no second has passed, but the time since the boot
+    EXPECT_EQ(statistics.RecentIn().OfLast(9), Rates());
+    statistics.Tick(TrafficIncrease{50'000'000, 10}, 1000);
+    statistics.Tick(TrafficIncrease{2'000, 600}, 2000);
+    statistics.Tick(std::nullopt, 0);
+    statistics.Tick(TrafficIncrease{3'000, 0}, 1000);
+    statistics.Tick(TrafficIncrease{5'000, 0}, 0);  // twice in a millisecond: no rate
+    EXPECT_EQ(statistics.RecentIn().OfLast(9), (Rates{50'000'000, 12'501'250}));
+    EXPECT_EQ(statistics.RecentIn().OfLast(2), (Rates{3'000, 1'666}));
+    EXPECT_EQ(statistics.RecentOut().OfLast(2), (Rates{300, 200}));
+    for (std::size_t tick = 0; tick < RecentTraffic::kMostTicks; ++tick) {
+        statistics.Tick(TrafficIncrease{UINT64_MAX, 1}, 1);  // of a driver that is confused
+    }
+    EXPECT_GT(statistics.RecentIn().OfLast(1).average, 1ULL << 62);
+    EXPECT_EQ(statistics.RecentOut().OfLast(RecentTraffic::kMostTicks + 9), (Rates{1'000, 1'000}))
+        << "the rest is gone";
+}
+
 TEST(StatisticsTest, CountsTheAttacksOfEachSecond) {
     Statistics statistics;
     const auto attack = [&](int times) {

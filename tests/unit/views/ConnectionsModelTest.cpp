@@ -23,7 +23,9 @@ TEST_F(ConnectionsModelTest, TakesWhatIsReadWhileItIsShown) {
     ASSERT_TRUE(RunUntilRows());
     EXPECT_EQ(view.Row(0),
               "a.exe\t10.0.0.1:80 -> 93.184.216.34:443\tESTAB-OUT\t\t\t640 KB\t0 B\t>0:00\tc:\\tools\\a.exe\t26");
-    EXPECT_EQ(Tip(0, Column::Received), "655360 bytes");
+    EXPECT_EQ(Tip(0, Column::Received),
+              "655\xA0"
+              "360 bytes");
     EXPECT_EQ(Tip(0, Column::Process), "c:\\tools\\a.exe");
     EXPECT_EQ(Tip(0, Column::State), "Established, opened by this computer.");
     EXPECT_EQ(model->Summary(), "Connections: 1, programs: 1, listening: 0");

@@ -72,6 +72,85 @@ TEST_F(StatisticsPageTest, ShowsTheModeAndItsEnd) {
     EXPECT_EQ(text(), "Protection mode: Block All. All traffic is blocked, " + end + "1 min left");
 }
 
+TEST_F(StatisticsPageTest, TellsPeakAndAverageOfTheGraphs) {
+    statistics.Tick(TrafficIncrease{9'999, 0}, 1000);  // the first one stands for no second
+    statistics.Tick(TrafficIncrease{2048, 0}, 1000);
+    statistics.Tick(TrafficIncrease{1024, 0}, 1000);
+    EXPECT_EQ(TextOfWindow(page.Item(IDC_STATISTICS_IN_GRAPH)),
+              "Incoming Traffic History: peak 2.0 KB/s, average 1.5 KB/s");
+}
+
+TEST_F(StatisticsPageTest, CardsOpenThePageThatTellsMore) {
+    struct Row {
+        int button, command;
+        std::string_view says;
+    };
+    const Row rows[] = {{IDC_STATISTICS_OPEN_IN, IDM_CONNECTIONS, "Incoming: -, Total: 0 B"},
+                        {IDC_STATISTICS_OPEN_OUT, IDM_CONNECTIONS, "Outgoing: -, Total: 0 B"},
+                        {IDC_STATISTICS_OPEN_CONNECTIONS, IDM_CONNECTIONS, "Connections: 12, listening: 3"},
+                        {IDC_STATISTICS_OPEN_ATTACKS, IDM_TRAFFIC_LOG, "Attacks: 0, since the start"}};
+    statistics.SetConnections(ConnectionCounts{.connections = 12, .listeners = 3});
+    for (const Row& row : rows) {
+        const HWND button = page.Item(row.button);
+        EXPECT_EQ(TextOfWindow(button), row.says);
+        EXPECT_NE(::GetWindowLongPtrA(button, GWL_STYLE) & WS_TABSTOP, 0);
+        ::SendMessageA(button, BM_CLICK, 0, 0);
+        MSG message{};
+        ASSERT_TRUE(::PeekMessageA(&message, parent, WM_COMMAND, WM_COMMAND, PM_REMOVE)) << row.says;
+        EXPECT_EQ(message.wParam, static_cast<WPARAM>(row.command)) << row.says;
+    }
+}
+
+TEST_F(StatisticsPageTest, StandsOnTheGridInTheWindowsFirstAndLeastSize) {
+    struct Row {
+        SIZE page;
+        int button;  // its card's width
+        RECT graph, programs;
+    };
+    // The page's margins are 16, and its content begins at 72.
+    const Row rows[] = {{{815, 600}, 127, {16, 160, 403, 336}, {280, 344, 535, 584}},
+                        {{635, 480}, 94, {16, 160, 313, 280}, {201, 288, 433, 464}}};
+    for (const Row& row : rows) {
+        page.Place({0, 0, row.page.cx, row.page.cy});
+        const auto place = [&](int id) {
+            RECT rect{};
+            ::GetWindowRect(page.Item(id), &rect);
+            ::MapWindowPoints(nullptr, page.Window(), reinterpret_cast<POINT*>(&rect), 2);
+            return rect;
+        };
+        const auto same = [](const RECT& one, const RECT& other) { return ::EqualRect(&one, &other) != FALSE; };
+        const RECT card = place(IDC_STATISTICS_OPEN_IN);
+        EXPECT_EQ(card.right - card.left, row.button);
+        EXPECT_EQ(card.bottom - card.top, 80);
+        EXPECT_EQ(place(IDC_STATISTICS_OPEN_ATTACKS).right, row.page.cx - 16);
+        EXPECT_TRUE(same(place(IDC_STATISTICS_IN_GRAPH), row.graph)) << row.page.cx;
+        EXPECT_TRUE(same(place(IDC_STATISTICS_PROGRAMS), row.programs)) << row.page.cx;
+        EXPECT_EQ(place(IDC_STATISTICS_NOTICES).right, row.page.cx - 16);
+    }
+}
+
+TEST_F(StatisticsPageTest, ProgramsKeepTheirSelectionWhenTheyChangePlaces) {
+    const auto use = [](const std::string& name, std::uint64_t in, std::uint64_t out) {
+        return Statistics::ProgramUse{.name = name, .sum = {.path = "c:\\" + name, .bytesIn = in, .bytesOut = out}};
+    };
+    const HWND list = page.Item(IDC_STATISTICS_PROGRAMS);
+    const auto cell = [&](int row, int column) {
+        ::SendMessageA(list, kTreeQueryCell, static_cast<WPARAM>(row), column);
+        return TextOfWindow(list);
+    };
+    const auto isSelected = [&](int row) {
+        return ::SendMessageA(list, kTreeIsRowSelected, static_cast<WPARAM>(row), 0) == 1;
+    };
+    statistics.SetPrograms({use("a", 2048, 1), use("b", 1024, 0)});
+    EXPECT_EQ(cell(0, 0) + "|" + cell(0, 1) + "|" + cell(0, 2), "a|2.0 KB|1 B");
+    ::SendMessageA(list, kTreeSelectRow, 0, 0);
+    statistics.SetPrograms({use("c", 9999, 0), use("b", 4096, 0), use("a", 2048, 1)});
+    EXPECT_EQ(cell(1, 1), "4.0 KB");
+    EXPECT_TRUE(isSelected(2) && !isSelected(0));
+    statistics.SetPrograms({use("c", 9999, 0)});
+    EXPECT_FALSE(isSelected(0));
+}
+
 TEST_F(StatisticsPageTest, LatestNoticeStandsOnTopUnlessTheUserReadsFurtherDown) {
     const HWND list = page.Item(IDC_STATISTICS_NOTICES);
     const auto ask = [&](UINT message, int row = 0) {

@@ -309,7 +309,9 @@ TEST_F(TrafficLogModelTest, KeepsTheListWhenAnotherOneIsStopped) {
     for (std::uint32_t i = 0; i < 20'000; ++i) log += Event(1, i / 3600, i / 60 % 60, i % 60);
     const std::string path = WriteToday(log);
     Show();
-    const std::string summary = "20000 allowed; last at 05:33:19";
+    const std::string summary =
+        "20\xA0"
+        "000 allowed; last at 05:33:19";
     EXPECT_EQ(model->Summary(), summary);
     const RowOrder byTime{.searched = "", .column = 0, .isAscending = true, .isNumber = false};
     // Before the worker could begin with it.
@@ -339,7 +341,9 @@ TEST_F(TrafficLogModelTest, KeepsTheListWhenAnotherOneIsStopped) {
         if (!wasStopped) ArrangeBy("");
     }
     ASSERT_TRUE(wasStopped);
-    EXPECT_EQ(model->Summary(), "20000 allowed, 1 denied; last at 15:00:00");
+    EXPECT_EQ(model->Summary(),
+              "20\xA0"
+              "000 allowed, 1 denied; last at 15:00:00");
     test::AppendTo(path, Event(2, 16, 0, 0));
     PassSecond();
     EXPECT_EQ(model->Cell(0, 0).text, "16:00:00");
