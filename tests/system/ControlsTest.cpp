@@ -5,33 +5,13 @@
 
 #include "Desktop.h"
 #include "Programs.h"
+#include "Typing.h"
 #include "gallery/EventsPage.h"
 
 namespace brennvar::test {
 namespace {
 
 using namespace gallery;
-
-// Keys that are pressed one after the other, while the modifier is held.
-void Press(std::initializer_list<WORD> keys, WORD modifier = 0) {
-    std::vector<INPUT> inputs;
-    const auto add = [&](WORD key, DWORD flags) {
-        // The cursor block, not the number pad.
-        const bool isCursorKey = (key >= VK_PRIOR && key <= VK_DOWN) || key == VK_APPS;
-        INPUT input{};
-        input.type = INPUT_KEYBOARD;
-        input.ki.wVk = key;
-        input.ki.dwFlags = flags | (isCursorKey ? KEYEVENTF_EXTENDEDKEY : 0U);
-        inputs.push_back(input);
-    };
-    if (modifier != 0) add(modifier, 0);
-    for (const WORD key : keys) {
-        add(key, 0);
-        add(key, KEYEVENTF_KEYUP);
-    }
-    if (modifier != 0) add(modifier, KEYEVENTF_KEYUP);
-    ASSERT_EQ(::SendInput(static_cast<UINT>(inputs.size()), inputs.data(), sizeof(INPUT)), inputs.size());
-}
 
 TEST(ControlsTest, KeysReachAndWorkEveryControlOfADialog) {
     // What comes after a key comes at once; a test that has failed need not wait for ever.
@@ -41,14 +21,12 @@ TEST(ControlsTest, KeysReachAndWorkEveryControlOfADialog) {
     const HWND dialog = WaitForProgramWindow(program.Id(), kEventsCaption);
     ASSERT_TRUE(WaitUntil([&] { return dialog != nullptr && ::GetForegroundWindow() == dialog; }));
     const auto waitForFocus = [&](int id) {
-        GUITHREADINFO info{};
-        info.cbSize = sizeof info;
         const HWND control = ::GetDlgItem(dialog, id);
         // Or a part of it.
         return WaitUntil(
             [&] {
-                return ::GetGUIThreadInfo(::GetWindowThreadProcessId(dialog, nullptr), &info) &&
-                       (info.hwndFocus == control || ::IsChild(control, info.hwndFocus));
+                const HWND focus = FocusOf(dialog);
+                return focus != nullptr && (focus == control || ::IsChild(control, focus));
             },
             kBrief);
     };
@@ -58,7 +36,7 @@ TEST(ControlsTest, KeysReachAndWorkEveryControlOfADialog) {
     };
     // Just this happens.
     const auto gives = [&](std::initializer_list<WORD> keys, const std::string& expected, WORD modifier = 0) {
-        Press(keys, modifier);
+        Type(keys, modifier);
         const HWND log = ::GetDlgItem(dialog, kEventLog);
         std::string events;
         const bool isSo = WaitUntil([&] { return (events = WindowText(log)) == expected; }, kBrief);
@@ -73,7 +51,7 @@ TEST(ControlsTest, KeysReachAndWorkEveryControlOfADialog) {
     for (const int id : {int{kApply}, int{kRemember}, int{kFirstChoice}, int{kMode}, int{kName}, int{kPort},
                          int{kHost}, int{kRules}, IDOK, IDCANCEL}) {
         ASSERT_TRUE(waitForFocus(id)) << id;
-        Press({VK_TAB});
+        Type({VK_TAB});
     }
     EXPECT_TRUE(waitForFocus(kApply)) << "it goes round";
     EXPECT_TRUE(gives({}, "")) << "nothing is changed on the way";
@@ -84,7 +62,7 @@ TEST(ControlsTest, KeysReachAndWorkEveryControlOfADialog) {
     ASSERT_TRUE(waitForFocus(kRemember));
     EXPECT_TRUE(gives({VK_SPACE}, "check 211 off"));
     // That of a label leads to the field behind it.
-    Press({'N'}, VK_MENU);
+    Type({'N'}, VK_MENU);
     ASSERT_TRUE(waitForFocus(kName));
     EXPECT_TRUE(gives({'B'}, "edit 241 changed to b"));
 
@@ -94,16 +72,16 @@ TEST(ControlsTest, KeysReachAndWorkEveryControlOfADialog) {
     EXPECT_TRUE(gives({VK_DOWN}, "radio 221 chosen")) << "the group is a ring";
     EXPECT_TRUE(gives({VK_UP}, "radio 223 chosen"));
     // The group is one stop of Tab, at the choice.
-    Press({VK_TAB});
+    Type({VK_TAB});
     ASSERT_TRUE(waitForFocus(kMode));
-    Press({VK_TAB}, VK_SHIFT);
+    Type({VK_TAB}, VK_SHIFT);
     EXPECT_TRUE(waitForFocus(kLastChoice));
 
     ASSERT_TRUE(setFocusTo(kMode));
     EXPECT_TRUE(gives({VK_DOWN}, "combo 231 selected 1"));
     EXPECT_TRUE(gives({'B'}, "combo 231 selected 2"));
     // Closed by Enter, which is not the dialog's then; nor is Esc.
-    Press({VK_F4});
+    Type({VK_F4});
     ASSERT_TRUE(waitForDropped(true));
     EXPECT_TRUE(gives({VK_HOME, VK_RETURN}, "combo 231 selected 0"));
     ASSERT_TRUE(waitForDropped(false));
@@ -114,7 +92,7 @@ TEST(ControlsTest, KeysReachAndWorkEveryControlOfADialog) {
     ASSERT_TRUE(setFocusTo(kApply));
     EXPECT_TRUE(gives({VK_RETURN}, "button 201 clicked")) << "a button with the focus is the default one";
     EXPECT_TRUE(gives({VK_TAB, VK_RETURN}, "button 1 clicked")) << "and no longer when it has lost it";
-    Press({VK_ESCAPE});
+    Type({VK_ESCAPE});
     EXPECT_EQ(program.WaitForEnd(), IDCANCEL);
 }
 
