@@ -3,9 +3,8 @@
 // Numbers of parts come from the client and are checked against what is there now.
 #pragma once
 
-// windows.h must stand before this.
 #include "ui/Accessible_win.h"
-//
+// windows.h must stand before this.
 #include <oleacc.h>
 
 #include <atomic>
