@@ -48,6 +48,12 @@ public:
     [[nodiscard]] LONG Role(LONG part = 0) const { return Number(&IAccessible::get_accRole, part); }
     [[nodiscard]] LONG State(LONG part = 0) const { return Number(&IAccessible::get_accState, part); }
     [[nodiscard]] bool Is(DWORD flag, LONG part = 0) const { return (static_cast<DWORD>(State(part)) & flag) != 0; }
+    // On the screen; empty when it is not told.
+    [[nodiscard]] RECT Place(LONG part = 0) const {
+        LONG left = 0, top = 0, width = 0, height = 0;
+        if (FAILED(m_object->accLocation(&left, &top, &width, &height, Part(part)))) return {};
+        return {left, top, left + width, top + height};
+    }
     [[nodiscard]] LONG Count() const {
         LONG count = -1;
         return SUCCEEDED(m_object->get_accChildCount(&count)) ? count : -1;
@@ -77,5 +83,43 @@ private:
     IAccessible* m_object = nullptr;
     HRESULT m_found = E_FAIL;
 };
+
+// Everything in a window, at any depth, as a screen reader comes upon it.
+struct Told {
+    LONG role;
+    std::wstring name;
+    LONG state;
+    HWND window;  // that it is, or that it is a part of
+    RECT place;   // on the screen
+
+    [[nodiscard]] bool Is(DWORD flag) const { return (static_cast<DWORD>(state) & flag) != 0; }
+};
+
+inline void WalkAccessible(HWND window, std::vector<Told>& told) {
+    const AccessibleReader reader(window);
+    if (!reader) return;
+    const auto add = [&](LONG part) {
+        told.push_back({reader.Role(part), reader.Name(part), reader.State(part), window, reader.Place(part)});
+    };
+    add(0);
+    for (LONG part = 1; part <= reader.Count(); ++part) {
+        IDispatch* object = nullptr;
+        const HRESULT result = reader->get_accChild(Part(part), &object);
+        if (result == S_FALSE) {
+            add(part);
+            continue;
+        }
+        if (FAILED(result) || !object) continue;
+        IAccessible* child = nullptr;
+        if (SUCCEEDED(object->QueryInterface(__uuidof(IAccessible), reinterpret_cast<void**>(&child)))) {
+            HWND inside = nullptr;
+            if (SUCCEEDED(::WindowFromAccessibleObject(child, &inside)) && inside != window) {
+                WalkAccessible(inside, told);
+            }
+            child->Release();
+        }
+        object->Release();
+    }
+}
 
 }  // namespace brennvar::test

@@ -13,36 +13,6 @@ namespace {
 constexpr char kAurora[] = R"(C:\Program Files\Aurora\aurora.exe)";
 constexpr int kGeneral = 0;
 
-// Everything in a window, at any depth, as a screen reader comes upon it: role, name, state.
-struct Told {
-    LONG role;
-    std::wstring name;
-    LONG state;
-    HWND window;
-};
-
-void Walk(HWND window, std::vector<Told>& told) {
-    const AccessibleReader reader(window);
-    if (!reader) return;
-    told.push_back({reader.Role(), reader.Name(), reader.State(), window});
-    for (LONG part = 1; part <= reader.Count(); ++part) {
-        IDispatch* object = nullptr;
-        const HRESULT result = reader->get_accChild(Part(part), &object);
-        if (result == S_FALSE) {
-            told.push_back({reader.Role(part), reader.Name(part), reader.State(part), window});
-            continue;
-        }
-        if (FAILED(result) || !object) continue;
-        IAccessible* child = nullptr;
-        if (SUCCEEDED(object->QueryInterface(__uuidof(IAccessible), reinterpret_cast<void**>(&child)))) {
-            HWND inside = nullptr;
-            if (SUCCEEDED(::WindowFromAccessibleObject(child, &inside)) && inside != window) Walk(inside, told);
-            child->Release();
-        }
-        object->Release();
-    }
-}
-
 class AccessibilityTest : public ProductFixture {
 protected:
     const ComOfThread m_com;
@@ -71,7 +41,7 @@ TEST_F(AccessibilityTest, QuestionIsReadOutAndAnswered) {
                   L"Yes allows and No blocks this connection only.");
     }
     std::vector<Told> told;
-    Walk(dialog, told);
+    WalkAccessible(dialog, told);
     const auto has = [&](LONG role, const std::wstring& name) {
         return std::any_of(told.begin(), told.end(),
                            [&](const Told& one) { return one.role == role && one.name == name; });
@@ -100,7 +70,7 @@ TEST_F(AccessibilityTest, PagesTellOfTheirFieldsAndRows) {
     for (int section = kGeneral; section < 8; ++section) {
         OpenOptions(section);
         told.clear();
-        Walk(m_window, told);
+        WalkAccessible(m_window, told);
         for (const Told& one : told) {
             const bool isField = one.role == ROLE_SYSTEM_CHECKBUTTON || one.role == ROLE_SYSTEM_TEXT ||
                                  one.role == ROLE_SYSTEM_COMBOBOX || one.role == ROLE_SYSTEM_PUSHBUTTON;
@@ -112,14 +82,14 @@ TEST_F(AccessibilityTest, PagesTellOfTheirFieldsAndRows) {
     }
     EXPECT_GT(fields, 50U);
     const auto tab = std::find_if(told.begin(), told.end(), [](const Told& one) {
-        return one.role == ROLE_SYSTEM_PAGETAB && (one.state & STATE_SYSTEM_SELECTED) != 0;
+        return one.role == ROLE_SYSTEM_PAGETAB && one.Is(STATE_SYSTEM_SELECTED);
     });
     ASSERT_NE(tab, told.end());
     EXPECT_EQ(tab->name, L"Options");
 
     OpenOptions(kGeneral);
     std::vector<Told> general;
-    Walk(m_window, general);
+    WalkAccessible(m_window, general);
     const auto box = std::find_if(general.begin(), general.end(),
                                   [](const Told& one) { return one.role == ROLE_SYSTEM_CHECKBUTTON; });
     ASSERT_NE(box, general.end());
