@@ -29,7 +29,7 @@ constexpr int kTrafficShare = 176;
 constexpr int kTrafficWhole = 416;
 constexpr int kGrid = 8;
 // What the programs need for their numbers beside a name.
-constexpr int kLeastPrograms = 232;
+constexpr int kLeastPrograms = 248;
 
 struct CardPage {
     int button;

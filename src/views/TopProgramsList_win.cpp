@@ -3,24 +3,33 @@
 #include <algorithm>
 
 #include "base/DisplayName.h"
+#include "ui/ChildControls_win.h"
 
 namespace brennvar {
 namespace {
 
-// At 96 pixels per inch: an amount of four digits with its unit in every language.
+// At 96 pixels per inch. An amount of four digits with its unit in every language; a longer title makes a column
+// wider.
 constexpr int kAmountWidth = 64;
+constexpr int kTitleMargins = 18;
 constexpr int kLeastName = 64;
 
 }  // namespace
 
 bool CTopProgramsList::CreateList(HWND parent, int id, const Look& look) {
-    const TreeColumn columns[] = {
-        {.title = m_language.GetText(2403, "Top programs"),
-         .width = kLeastName,
-         .minimalWidth = kLeastName,
-         .takesRoom = true},
-        {.title = m_language.GetText(1662, "Received"), .width = kAmountWidth, .isNumber = true},
-        {.title = m_language.GetText(1663, "Sent"), .width = kAmountWidth, .isNumber = true}};
+    const auto amounts = [&look](const std::string& title) {
+        // Columns are written at 96 per inch, and a measured text is in pixels of the screen.
+        const int titleWidth =
+            ::MulDiv(MeasureText(look.fonts.Text(), title, 0).cx, kTitleMargins, Scale(kTitleMargins));
+        return TreeColumn{
+            .title = title, .width = std::max(kAmountWidth, titleWidth + kTitleMargins), .isNumber = true};
+    };
+    const TreeColumn columns[] = {{.title = m_language.GetText(2403, "Top programs"),
+                                   .width = kLeastName,
+                                   .minimalWidth = kLeastName,
+                                   .takesRoom = true},
+                                  amounts(m_language.GetText(1662, "Received")),
+                                  amounts(m_language.GetText(1663, "Sent"))};
     const TreeSetup setup{.parent = parent,
                           .id = id,
                           .emptyText = m_language.GetText(2404, "No program has sent or received anything yet.")};
