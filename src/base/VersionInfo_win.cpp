@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "base/DisplayName.h"
+#include "base/Handles_win.h"
 #include "base/LocalPath_win.h"
 #include "base/VersionBlock.h"
 #include "base/Windows_win.h"
@@ -47,8 +48,12 @@ ProgramVersion ReadProgramVersion(const std::string& path) {
 }
 
 std::optional<ProgramVersion> FindProgramVersion(const std::string& path) {
-    if (!IsOnThisMachine(path) || ::GetFileAttributesA(path.c_str()) == INVALID_FILE_ATTRIBUTES)
-        return std::nullopt;
+    if (!IsOnThisMachine(path)) return std::nullopt;
+    // A file that cannot be read now is not one without a version.
+    const UniqueFile file(::CreateFileA(path.c_str(), GENERIC_READ,
+                                        FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                                        OPEN_EXISTING, 0, nullptr));
+    if (!file) return std::nullopt;
     // The block is searched by our own code: the system's query (VerQueryValue) believes the lengths in it.
     const std::vector<std::byte> block = ReadVersionBlock(path);
     return ProgramVersion{.description = ToAnsi(FindFileDescription(block)),

@@ -226,13 +226,14 @@ std::optional<LRESULT> CButton::OnMessage(UINT message, WPARAM wParam, LPARAM lP
 
 void CButton::TellAccessible(AccessibleThing& thing) const {
     const bool isPage = m_form == ButtonForm::PageEntry;
-    CControl::TellAccessible(thing);
-    thing.role = isPage ? AccessibleRole::PageTab : AccessibleRole::Button;
-    thing.action = isPage ? AccessibleAction::Select : AccessibleAction::Press;
-    thing.Set(STATE_SYSTEM_SELECTABLE, isPage);
-    thing.Set(STATE_SYSTEM_SELECTED, isPage && m_isSelected);
+    TellButton(thing);
+    if (isPage) {
+        thing.role = AccessibleRole::PageTab;
+        thing.action = AccessibleAction::Select;
+        thing.Set(STATE_SYSTEM_SELECTABLE, true);
+        thing.Set(STATE_SYSTEM_SELECTED, m_isSelected);
+    }
     thing.Set(STATE_SYSTEM_DEFAULT, IsDefault());
-    thing.Set(STATE_SYSTEM_PRESSED, (::SendMessageA(Window(), BM_GETSTATE, 0, 0) & BST_PUSHED) != 0);
 }
 
 }  // namespace brennvar

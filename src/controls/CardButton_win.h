@@ -15,6 +15,7 @@ public:
     void Create(HWND parent, const std::string& text, int id, const Look& look);
 
     [[nodiscard]] bool TellParts(PictureParts& parts) const override;
+    void TellAccessible(AccessibleThing& thing) const override { TellButton(thing); }
 
 private:
     [[nodiscard]] bool IsPressed() const;

@@ -23,10 +23,4 @@ void CDropButton::OnPaint(HDC dc, const RECT& client) {
     DrawDropArrow(dc, client, IsEnabled() && !IsHot() ? m_colours.quietText : FieldText(m_colours, state));
 }
 
-void CDropButton::TellAccessible(AccessibleThing& thing) const {
-    CControl::TellAccessible(thing);
-    thing.role = AccessibleRole::Button;
-    thing.action = AccessibleAction::Press;
-}
-
 }  // namespace brennvar

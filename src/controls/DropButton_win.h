@@ -17,7 +17,7 @@ public:
     void Create(HWND parent, const std::string& name, int id, const Look& look);
     // At the right of a field's place, whose frame then ends here: what is left for the field.
     [[nodiscard]] RECT PlaceIn(const RECT& field) const;
-    void TellAccessible(AccessibleThing& thing) const override;
+    void TellAccessible(AccessibleThing& thing) const override { TellButton(thing); }
 
 private:
     void OnPaint(HDC dc, const RECT& client) override;

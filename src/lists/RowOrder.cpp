@@ -43,6 +43,24 @@ void SortBy(std::vector<int>& rows, bool isAscending, const KeyOf& keyOf) {
     std::transform(keyed.begin(), keyed.end(), rows.begin(), [](const auto& entry) { return entry.second; });
 }
 
+// rows: all of them, in the order of the source.
+void SortByText(std::vector<int>& rows, const ListRows& source, const RowOrder& order) {
+    // In one piece: strings of their own would take several times the memory.
+    std::string texts;
+    std::vector<std::size_t> ends;
+    ends.reserve(rows.size());
+    for (int row = 0; row < static_cast<int>(rows.size()); ++row) {
+        texts += source.CellText(row, order.column);
+        ends.push_back(texts.size());
+    }
+    Fold(texts);
+    SortBy(rows, order.isAscending, [&](int row) {
+        const auto at = static_cast<std::size_t>(row);
+        const std::size_t start = at == 0 ? 0 : ends[at - 1];
+        return std::string_view(texts).substr(start, ends[at] - start);
+    });
+}
+
 }  // namespace
 
 void RowArranger::Forget() {
@@ -69,26 +87,15 @@ std::vector<int> RowArranger::Arrange(const ListRows& source, int columnCount, c
 void RowArranger::Sort(const ListRows& source, const RowOrder& order) {
     if (!m_sorted.empty() && m_sortedBy.column == order.column && m_sortedBy.isAscending == order.isAscending)
         return;
-    m_sortedBy = order;
-    m_sorted = AllRows(m_rowCount);
+    m_sorted.clear();  // until it is done
+    std::vector<int> rows = AllRows(m_rowCount);
     if (order.isNumber) {
-        SortBy(m_sorted, order.isAscending, [&](int row) { return source.SortNumber(row, order.column); });
-        return;
+        SortBy(rows, order.isAscending, [&](int row) { return source.SortNumber(row, order.column); });
+    } else {
+        SortByText(rows, source, order);
     }
-    // In one piece: strings of their own would take several times the memory.
-    std::string texts;
-    std::vector<std::size_t> ends;
-    ends.reserve(m_sorted.size());
-    for (int row = 0; row < m_rowCount; ++row) {
-        texts += source.CellText(row, order.column);
-        ends.push_back(texts.size());
-    }
-    Fold(texts);
-    SortBy(m_sorted, order.isAscending, [&](int row) {
-        const auto at = static_cast<std::size_t>(row);
-        const std::size_t start = at == 0 ? 0 : ends[at - 1];
-        return std::string_view(texts).substr(start, ends[at] - start);
-    });
+    m_sorted = std::move(rows);
+    m_sortedBy = order;
 }
 
 void RowArranger::Search(const ListRows& source, int columnCount, const std::string& text) {
@@ -96,9 +103,11 @@ void RowArranger::Search(const ListRows& source, int columnCount, const std::str
     Fold(searched);
     // Another letter of the same word: what did not hold the shorter one does not hold the longer.
     const bool isNarrower = !m_foundBy.empty() && searched.find(m_foundBy) != std::string::npos;
-    if (!isNarrower) m_found = AllRows(m_rowCount);
-    if (searched == m_foundBy) return;
-    std::erase_if(m_found, [&](int row) { return !Holds(source, row, columnCount, searched); });
+    if (isNarrower && searched == m_foundBy) return;
+    std::vector<int> found = isNarrower ? m_found : AllRows(m_rowCount);
+    std::erase_if(found, [&](int row) { return !Holds(source, row, columnCount, searched); });
+    // Only now: without memory for a text it would be a half of both.
+    m_found = std::move(found);
     m_foundBy = std::move(searched);
 }
 

@@ -31,7 +31,10 @@ ProgramWords DescribeProgram(const std::string& path, const std::optional<std::s
         return words;
     }
     words.publisher = ShownText(*company);
-    words.isPublisherMissing = words.publisher.empty();
+    // A blank that breaks no line, and a hyphen that is not shown, are nothing to be seen either.
+    words.isPublisherMissing = words.publisher.find_first_not_of(
+                                   " \xA0"
+                                   "\xAD") == std::string::npos;
     if (words.isPublisherMissing) {
         words.publisher = language.GetText(2431, "no publisher given");
         return words;

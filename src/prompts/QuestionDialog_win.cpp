@@ -88,7 +88,7 @@ void QuestionDialog::OnInitDialog() {
     ::GetWindowRect(Item(IDCANCEL), &close);
     ::MapWindowPoints(nullptr, Window(), reinterpret_cast<POINT*>(&close), 2);
     if (!m_content.closeTip.empty()) m_tips.AddBelow(close, m_content.closeTip);
-    m_stand.Begin(Window(), m_owner, {IDC_ALLOW, IDC_DENY, IDCANCEL, IDC_QUESTION_LINK});
+    m_stand.Begin(Window(), m_owner, {IDC_ALLOW, IDC_DENY, IDCANCEL, IDC_QUESTION_LINK, IDC_PROGRAM_FOLDER});
 }
 
 void QuestionDialog::OnCreateContent() {

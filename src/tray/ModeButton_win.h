@@ -31,6 +31,7 @@ public:
     void OpenMenu();
 
     [[nodiscard]] bool TellParts(PictureParts& parts) const override;
+    void TellAccessible(AccessibleThing& thing) const override { TellButton(thing); }
 
 private:
     void OnPaint(HDC dc, const RECT& client) override;

@@ -61,7 +61,7 @@ void TreeAccessible::TellPart(int part, AccessibleThing& thing) const {
         thing.Set(level.isExpanded ? STATE_SYSTEM_EXPANDED : STATE_SYSTEM_COLLAPSED, true);
         thing.action = level.isExpanded ? AccessibleAction::Collapse : AccessibleAction::Expand;
     } else if (check >= 0) {
-        const bool isChecked = *m_state.Source().Cell(row, check).checked;
+        const bool isChecked = m_state.Source().Cell(row, check).checked.value_or(false);
         thing.Set(STATE_SYSTEM_CHECKED, isChecked);
         thing.action = isChecked ? AccessibleAction::Uncheck : AccessibleAction::Check;
     } else if (m_state.events.opened) {

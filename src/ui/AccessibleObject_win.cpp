@@ -326,6 +326,7 @@ HRESULT AccessibleObject::get_accSelection(VARIANT* children) {
 HRESULT AccessibleObject::accSelect(LONG flags, VARIANT child) {
     return WithThing(child, [&](AccessibleSource& source, int part, const AccessibleThing& thing) -> HRESULT {
         if ((thing.state & (STATE_SYSTEM_INVISIBLE | STATE_SYSTEM_UNAVAILABLE)) != 0) return S_FALSE;
+        if (!source.TakesInput()) return S_FALSE;  // behind a dialog
         if (part > 0) return source.GetAccessibleParts()->SelectPart(part, flags) ? S_OK : E_INVALIDARG;
         if (flags != SELFLAG_TAKEFOCUS) return E_INVALIDARG;
         ::SetFocus(source.AccessibleWindow());

@@ -27,6 +27,11 @@ bool IsOnOneLine(const RECT& left, const RECT& right) {
 // The sibling before a field that is a label or, on its line, a check box.
 AccessibleSource* NamingSibling(HWND field, AccessibleRole role) {
     const HWND before = ::GetWindow(field, GW_HWNDPREV);
+    // Another field would look for its own name first, and so on.
+    char className[8] = {};
+    ::GetClassNameA(before, className, sizeof className);
+    const char* const wanted = role == AccessibleRole::StaticText ? "Static" : "Button";
+    if (::lstrcmpiA(className, wanted) != 0) return nullptr;
     AccessibleSource* const source = AccessibleSource::Of(before);
     const std::optional<AccessibleThing> thing = source ? source->AccessibleThingAt(0) : std::nullopt;
     if (!thing || thing->role != role || (thing->state & STATE_SYSTEM_INVISIBLE) != 0) return nullptr;

@@ -101,6 +101,8 @@ public:
     [[nodiscard]] virtual HWND AccessibleWindow() const = 0;
     // Its place is there already, and whether it is seen, works and has the keyboard. The window text is not: that
     // of a field for a password stays where it is.
+    // Whether a click of the user would reach the window.
+    [[nodiscard]] bool TakesInput() const;
     virtual void TellAccessible(AccessibleThing& thing) const = 0;
     // The default action, as the user does it; it may open dialogs.
     virtual void DoAccessible() {}
@@ -126,8 +128,6 @@ protected:
     void EndAccessible();
 
 private:
-    // Whether a click of the user would reach the window.
-    [[nodiscard]] bool TakesInput() const;
     void DoNow(int part);
 
     AccessibleObject* m_object = nullptr;  // one reference, since the first client

@@ -242,7 +242,7 @@ void CBalloon::TellAccessible(AccessibleThing& thing) const {
     thing.role = AccessibleRole::Alert;
     thing.name = m_texts.title.empty() ? m_texts.text : m_texts.title;
     if (!m_texts.title.empty()) thing.description = m_texts.text;
-    thing.font = m_look->fonts.Text();
+    if (m_look) thing.font = m_look->fonts.Text();  // none before it is shown for the first time
 }
 
 }  // namespace brennvar

@@ -120,6 +120,13 @@ RECT CControl::ClientRect() const {
     return client;
 }
 
+void CControl::TellButton(AccessibleThing& thing) const {
+    thing.SetCaption(Text());
+    thing.role = AccessibleRole::Button;
+    thing.action = AccessibleAction::Press;
+    thing.Set(STATE_SYSTEM_PRESSED, (::SendMessageA(m_window, BM_GETSTATE, 0, 0) & BST_PUSHED) != 0);
+}
+
 HFONT CControl::Font() const {
     return reinterpret_cast<HFONT>(::SendMessageA(m_window, WM_GETFONT, 0, 0));
 }

@@ -52,6 +52,8 @@ public:
     [[nodiscard]] virtual bool TellParts(PictureParts&) const { return false; }
 
 protected:
+    // For a BUTTON that is pressed, whatever it looks like: its caption, and that it can be or is pressed.
+    void TellButton(AccessibleThing& thing) const;
     // Takes over a control of a dialog template. The font is given to it.
     void Attach(HWND control, HFONT font);
     // Makes a control of one of Windows' classes, visible, of no size yet.

@@ -329,7 +329,10 @@ void OptionForm::EnableRows() const {
         if (needs.empty()) continue;
         const BOOL isEnabled = std::any_of(needs.begin(), needs.end(), isOn);
         const HWND control = ControlWindow(row->info.control);
-        if (isEnabled != ::IsWindowEnabled(control)) ::EnableWindow(control, isEnabled);
+        if (isEnabled == ::IsWindowEnabled(control)) continue;
+        // The keyboard must not stay in what takes no keys.
+        if (!isEnabled && ::GetFocus() == control) ::SetFocus(ControlWindow(needs.front()));
+        ::EnableWindow(control, isEnabled);
     }
 }
 

@@ -34,8 +34,11 @@ TEST_F(AccessibilityTest, QuestionIsReadOutAndAnswered) {
                   L"www.example.com\n"
                   L"Reason: HTTPS - Secure web connection\n"
                   L"Connection details:\n"
+                  L"Publisher: unknown\n"
                   L"Remote host: 93.184.216.34:443\n"
                   L"Protocol: TCP\n"
+                  L"Local address: 10.1.2.3:49152\n"
+                  L"Process ID: 4242\n"
                   L"General advice: Deny\n"
                   L"Allow this network communication?\n"
                   L"Yes allows and No blocks this connection only.");

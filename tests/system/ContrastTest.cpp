@@ -24,13 +24,20 @@ constexpr auto kBrief = 5s;
 
 // What the skins and the system's own texts lay down, and what is no text of ours.
 struct Exception {
-    const char* page;     // of the gallery; empty: every one
-    const wchar_t* name;  // of the text; empty: every one
+    const char* page;  // of the gallery
+    const char* name;  // what the text begins with
     const char* why;
 };
 constexpr Exception kExceptions[] = {
-    {"", L"", "none yet"},
+    {"tree", "Rule for one port", "its colour is its owner's"},
+    {"questions", "OK", "smoothing leaves no pixel of its two letters in their colour, which has 6.9:1"},
 };
+
+bool IsExcepted(const std::string& page, const std::string& fault) {
+    return std::any_of(std::begin(kExceptions), std::end(kExceptions), [&](const Exception& exception) {
+        return page == exception.page && fault.starts_with(exception.name);
+    });
+}
 
 // A window as the screen shows it.
 class Picture {
@@ -71,12 +78,43 @@ private:
 bool IsText(LONG role) {
     constexpr LONG kRoles[] = {ROLE_SYSTEM_STATICTEXT,  ROLE_SYSTEM_PUSHBUTTON, ROLE_SYSTEM_CHECKBUTTON,
                                ROLE_SYSTEM_RADIOBUTTON, ROLE_SYSTEM_LINK,       ROLE_SYSTEM_LISTITEM,
-                               ROLE_SYSTEM_OUTLINEITEM, ROLE_SYSTEM_PAGETAB};
+                               ROLE_SYSTEM_OUTLINEITEM, ROLE_SYSTEM_PAGETAB,    ROLE_SYSTEM_ALERT,
+                               ROLE_SYSTEM_CHART};
     return std::find(std::begin(kRoles), std::end(kRoles), role) != std::end(kRoles);
 }
 
-bool IsField(LONG role) {
-    return role == ROLE_SYSTEM_TEXT || role == ROLE_SYSTEM_COMBOBOX || role == ROLE_SYSTEM_IPADDRESS;
+// Of a field that can be filled in and has not the keyboard: with it the frame has the accent, which is laid down,
+// and a caret stands in it. The parts of an address have one frame for all.
+bool HasFieldFrame(const Told& one) {
+    if (one.role != ROLE_SYSTEM_TEXT && one.role != ROLE_SYSTEM_COMBOBOX && one.role != ROLE_SYSTEM_IPADDRESS) {
+        return false;
+    }
+    char className[16] = {};
+    ::GetClassNameA(one.window, className, sizeof className);
+    const bool isPlain = one.role == ROLE_SYSTEM_TEXT && ::lstrcmpiA(className, "Edit") != 0;
+    const HWND parent = ::GetParent(one.window);
+    const bool isPart = AccessibleReader(parent) && AccessibleReader(parent).Role() == ROLE_SYSTEM_IPADDRESS;
+    return !isPlain && !isPart && !one.Is(STATE_SYSTEM_READONLY | STATE_SYSTEM_FOCUSED);
+}
+
+// Neither below another window nor cut by one that it is in.
+bool IsInSight(const Told& one) {
+    const HWND root = ::GetAncestor(one.window, GA_ROOT);
+    for (HWND window = HasFieldFrame(one) ? ::GetParent(one.window) : one.window; window != nullptr;
+         window = window == root ? nullptr : ::GetParent(window)) {
+        RECT inside{}, common{};
+        ::GetClientRect(window, &inside);
+        ::MapWindowPoints(window, nullptr, reinterpret_cast<POINT*>(&inside), 2);
+        if (!::IntersectRect(&common, &inside, &one.place) || !::EqualRect(&common, &one.place)) return false;
+    }
+    // The corners of a window may be round.
+    const LONG across = (one.place.right - one.place.left) / 4, down = (one.place.bottom - one.place.top) / 4;
+    const POINT points[] = {{one.place.left + across, one.place.top + down},
+                            {one.place.right - 1 - across, one.place.top + down},
+                            {one.place.left + across, one.place.bottom - 1 - down},
+                            {one.place.right - 1 - across, one.place.bottom - 1 - down}};
+    return std::all_of(std::begin(points), std::end(points),
+                       [root](POINT point) { return ::GetAncestor(::WindowFromPoint(point), GA_ROOT) == root; });
 }
 
 class ContrastTest : public ::testing::Test {
@@ -109,16 +147,18 @@ protected:
         std::vector<Told> told;
         WalkAccessible(window, told);
         const Picture picture(window);
-        for (const Told& one : told) {
+        for (Told& one : told) {
             if (one.Is(STATE_SYSTEM_UNAVAILABLE | STATE_SYSTEM_INVISIBLE | STATE_SYSTEM_OFFSCREEN)) continue;
-            if (::IsRectEmpty(&one.place) || !picture.Shows(one.place)) continue;
+            const bool isField = HasFieldFrame(one);
+            if (isField) ::GetWindowRect(one.window, &one.place);
+            if (::IsRectEmpty(&one.place) || !picture.Shows(one.place) || !IsInSight(one)) continue;
             std::ostringstream fault;
             fault << std::string(one.name.begin(), one.name.end()).substr(0, 40) << " (" << one.role << "): ";
             if (IsText(one.role) && !one.name.empty()) {
                 ++measured;
                 const double ink = picture.InkIn(one.place);
                 if (ink < kTextContrast) faults.push_back(fault.str() + std::to_string(ink));
-            } else if (IsField(one.role) &&
+            } else if (isField &&
                        picture.Shows({one.place.left - 2, one.place.top, one.place.right, one.place.bottom})) {
                 ++measured;
                 const LONG middle = (one.place.top + one.place.bottom) / 2;
@@ -162,6 +202,7 @@ TEST_F(ContrastTest, EverythingInTheGalleryReadsInBothSkins) {
                         }
                         return false;
                     });
+                    std::erase_if(faults, [&](const std::string& fault) { return IsExcepted(page, fault); });
                     return measured > 0 && faults.empty();
                 },
                 kBrief);

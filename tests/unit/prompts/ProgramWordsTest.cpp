@@ -51,6 +51,7 @@ TEST(ProgramWordsTest, TellsAPublisherFromNoneAndFromOneThatIsNotKnown) {
     const Row rows[] = {{std::nullopt, "unknown", false, false},
                         {"", "no publisher given", true, false},
                         {" \x01\r\n ", "no publisher given", true, false},
+                        {"\xA0", "no publisher given", true, false},
                         {"Mail   Co\nGeneral advice: Allow", "Mail Co General advice: Allow", false, true},
                         {"oC\xE2\x80\xAE liaM", "oC[RLO] liaM", false, true},
                         {longest, longest, false, true},

@@ -84,6 +84,8 @@ TEST_F(ProgramTrafficTest, CountersStartOverAndConnectionsBeginAnewAtTheSameEnds
         {"at the limit", {0xFFFFFFFF}, {249'999'999}, 2s, 0xFFFFFFFF + 250'000'000ULL},
         {"one more: another connection", {0xFFFFFFFE}, {249'999'999}, 2s, 0xFFFFFFFE + 249'999'999ULL},
         {"another connection", {1000}, {400}, 2s, 1400},
+        {"less after a long pause: another connection", {1000}, {400}, 60s, 1400},
+        {"more after a long pause", {400}, {1000}, 60s, 1000},
         {"two of them", {100, 50}, {120, 60}, 2s, 180},
         {"one of two has gone", {100, 50}, {120}, 2s, 150},
         {"one more has come", {100}, {100, 30}, 2s, 130},
