@@ -168,7 +168,7 @@ TEST_F(OptionsPageTest, TellsToRestartTheBrowserAlsoOnTheWayOut) {
 TEST_F(OptionsPageTest, BringsTheFieldWithTheKeyboardIntoSight) {
     page.Place({0, 0, 400, 240});
     OpenSection(2);
-    for (const int id : {1041, 1027}) {
+    for (const int id : {IDM_TEST_MAIL_HERE, 1027}) {
         ::SetFocus(Find(id));
         for (MSG message; ::PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE);) ::DispatchMessageA(&message);
         RECT form{}, field{}, both{};
@@ -177,6 +177,12 @@ TEST_F(OptionsPageTest, BringsTheFieldWithTheKeyboardIntoSight) {
         ::IntersectRect(&both, &form, &field);
         EXPECT_TRUE(::EqualRect(&both, &field)) << id;
     }
+    // It does not stay in a field that cannot be worked with any more.
+    constexpr int kNotification = 1034, kFrom = 1035;
+    Ask(kNotification, BM_CLICK);
+    ::SetFocus(Find(kFrom));
+    ::SendMessageA(page.Window(), WM_COMMAND, MAKEWPARAM(IDC_OPTIONS_DISCARD, BN_CLICKED), 0);
+    EXPECT_EQ(::GetFocus(), Find(kNotification));
 }
 
 }  // namespace
