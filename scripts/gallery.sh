@@ -111,7 +111,7 @@ show_program() {
         "picture:$confirmation:$shots/$prefix-password-changed.bmp" "press:$confirmation:1" "gone:$password"
         "page:$main:439" "rows:$main:6" "cell:$main:1x2" "cell:$main:4x0" "opened:$main:1"
         "picture:$main:$shots/$prefix-applications-details.bmp" "menu:$main"
-        "popups:$main:$shots/$prefix-applications-menu.bmp" "leave:$main" "cell:$main:4x1+" "key:$main:46"
+        "popups:$main:$shots/$prefix-applications-menu.bmp" "leave:$main" "cell:$main:2x1+" "key:$main:46"
         "wait:$confirmation" "picture:$confirmation:$shots/$prefix-applications-remove.bmp" "press:$confirmation:2"
         "gone:$confirmation"
         "page:$main:437" "choose:$main:1100:6" "click:$main:1653" "wait:$site" "text:$site:1656:ads.example.com"
