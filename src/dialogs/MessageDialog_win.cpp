@@ -26,7 +26,7 @@ public:
     SignPainter(HDC dc, const RECT& place) : m_smooth(dc, place), m_side(CSmoothDc::kFactor * WidthOf(place)) {}
 
     // Strokes: those of a font would be lost in this size.
-    // A warning has a triangle instead (ui/ActionMark_win.h).
+    // A warning and a failure have marks instead (ui/ActionMark_win.h).
     void Draw(MessageSign sign, const Palette& colours) const {
         if (!m_smooth.Dc()) return;
         constexpr COLORREF kInk = RGB(18, 50, 74);  // reads on the accent in every skin
@@ -36,22 +36,16 @@ public:
                 Line(16, 15, 16, 23, kInk);
                 Dot(9, kInk);
                 break;
-            case MessageSign::Warning: break;
+            case MessageSign::Warning:
+            case MessageSign::Failure: break;
             case MessageSign::Question:
                 Disc(colours.accent);
                 DrawMark(kInk);
-                break;
-            case MessageSign::Failure:
-                Disc(ActionColour(ActionMark::Deny));
-                Line(11, 11, 21, 21, kPaper);
-                Line(21, 11, 11, 21, kPaper);
                 break;
         }
     }
 
 private:
-    static constexpr COLORREF kPaper = RGB(255, 255, 255);
-
     [[nodiscard]] int At(int value) const { return MulDiv(value, m_side, 32); }
     void Disc(COLORREF colour) const { m_smooth.FillDisc({0, 0, m_side, m_side}, colour); }
     void Dot(int y, COLORREF colour) const { m_smooth.FillDisc({At(14), At(y - 2), At(18), At(y + 2)}, colour); }
@@ -139,6 +133,7 @@ void MessageDialog::OnPaintGround(HDC dc) {
     const int side = Scale(kSignSize);
     const RECT place{content.left, content.top, content.left + side, content.top + side};
     if (Sign() == MessageSign::Warning) return DrawWarningTriangle(dc, place);
+    if (Sign() == MessageSign::Failure) return DrawActionMark(dc, place, ActionMark::Deny);
     SignPainter(dc, place).Draw(Sign(), GetLook().colours);
 }
 
