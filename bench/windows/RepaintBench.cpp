@@ -13,12 +13,15 @@
 #include "app/FrameDialog_win.h"
 #include "app/PageList.h"
 #include "app/StatusLine_win.h"
+#include "base/StopSignal.h"
+#include "base/SystemClock.h"
 #include "config/ResourceIds.h"
 #include "config/UserValues.h"
 #include "lists/ListPage_win.h"
 #include "ui/Paint_win.h"
 #include "ui/Window_win.h"
 #include "views/StatisticsPage_win.h"
+#include "views/TopPrograms.h"
 // windows.h must stand before this.
 #include <commctrl.h>
 
@@ -189,7 +192,10 @@ private:
             m_statistics.Tick(TrafficIncrease{second * 7919 % 500'000, second * 7907 % 500'000}, 1000);
             m_statistics.AddNotice("Access of a program was denied.", second);
         }
-        return std::make_unique<StatisticsPage>(fonts, language, TextsOf(info), m_statistics);
+        const ProgramSum sum{.path = "aurora.exe", .bytesIn = 1'288'490'188, .bytesOut = 84'213'000};
+        m_statistics.SetPrograms(
+            std::vector<Statistics::ProgramUse>(TopPrograms::kMostShown, {.name = "Aurora", .sum = sum}));
+        return std::make_unique<StatisticsPage>(fonts, language, TextsOf(info), m_statistics, m_clock);
     }
 
     std::unique_ptr<CPage> MakeConnections(const PageInfo& info) {
@@ -200,6 +206,8 @@ private:
 
     NoOwner m_owner;
     Statistics m_statistics;
+    StopSignal m_never;
+    SystemClock m_clock{m_never};
     StatusLine m_status{language};
 };
 
