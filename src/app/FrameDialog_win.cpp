@@ -100,10 +100,7 @@ bool FrameDialog::OnEraseBackground(HDC dc) {
 }
 
 bool FrameDialog::TellParts(PictureParts& parts) const {
-    RECT client{};
-    ::GetClientRect(Window(), &client);
-    parts.push_back({client, m_ground});
-    m_drawn.TellParts(parts);
+    m_drawn.TellParts(parts, m_ground);
     return true;
 }
 

@@ -80,8 +80,8 @@ std::unique_ptr<CPage> MakePage(const PageInfo& info, Session& session, SkinsAnd
                                     .userValues = session.userValues,
                                     .resources = resources,
                                     .clock = session.clock},
-                OptionsPage::ListSources{.trusted = TrustedFile(session.dataFolder, session.readsClock),
-                                         .sites = SitesFile(session.dataFolder, session.readsClock)});
+                OptionLists::Sources{.trusted = TrustedFile(session.dataFolder, session.readsClock),
+                                     .sites = SitesFile(session.dataFolder, session.readsClock)});
         default:  // the statistics
             return std::make_unique<StatisticsPage>(session.fonts, language, std::move(texts), session.statistics,
                                                     session.clock);

@@ -23,7 +23,9 @@ constexpr int kTextMarkSize = 12;          // of a mark before the text
 constexpr int kDisabledMarkShare = 110;    // of a mark, towards the ground
 constexpr int kDisabledTextShare = 110;    // towards the ground, over which the picture has faded as well
 // Without a picture: a navy on which the default text colour, white, reads.
-constexpr COLORREF kPlainGround[] = {RGB(30, 72, 104), RGB(44, 94, 132), RGB(18, 50, 74)};
+// About what shines through a disabled button that is not flat: the dark column, or the caption band.
+constexpr COLORREF kColumnGround = RGB(18, 50, 74);
+constexpr COLORREF kPlainGround[] = {RGB(30, 72, 104), RGB(44, 94, 132), kColumnGround};
 
 // A line from corner to corner and back, two pixels wide.
 void DrawCross(HDC dc, const RECT& box, COLORREF colour) {
@@ -102,10 +104,6 @@ bool CButton::IsDefault() const {
     return m_form == ButtonForm::Labelled && (Style() & BS_TYPEMASK) == BS_DEFPUSHBUTTON;
 }
 
-COLORREF CButton::GroundBelow() const {
-    return m_form == ButtonForm::Labelled ? m_colours.page : kPlainGround[2];
-}
-
 bool CButton::TellParts(PictureParts& parts) const {
     // Everything that painting asks for, as Windows changes its buttons on its own.
     const std::string state = {static_cast<char>('0' + static_cast<int>(CurrentTouch())),
@@ -164,7 +162,7 @@ COLORREF CButton::TextColour(Touch touch) const {
 
 void CButton::PaintPlain(HDC dc, const RECT& client, Touch touch) const {
     const auto shown = [this](COLORREF colour) {
-        return IsEnabled() ? colour : MixColours(colour, GroundBelow(), 255 - kDisabledOpacity);
+        return IsEnabled() ? colour : MixColours(colour, kColumnGround, 255 - kDisabledOpacity);
     };
     FillSolid(dc, client, shown(kPlainGround[static_cast<int>(touch)]));
     if (m_form == ButtonForm::PageEntry && m_isSelected) {
@@ -189,7 +187,7 @@ void CButton::PaintText(HDC dc, const RECT& client, Touch touch) const {
     RECT place{client.left + (isPage ? kPageTextLeft : padding), client.top, client.right - padding, client.bottom};
     if (m_mark) place = PaintMark(dc, place);
     COLORREF colour = TextColour(touch);
-    if (!IsEnabled() && !IsFlat()) colour = MixColours(colour, GroundBelow(), kDisabledTextShare);
+    if (!IsEnabled() && !IsFlat()) colour = MixColours(colour, kColumnGround, kDisabledTextShare);
     DrawLabel(
         dc, Font(), place, Text(), colour,
         (isPage || m_mark ? DT_LEFT : DT_CENTER) | DT_VCENTER | DT_SINGLELINE | DT_END_ELLIPSIS | PrefixFormat());

@@ -108,8 +108,6 @@ private:
     void Resolve(const ButtonKind& kind, const Look& look);
     [[nodiscard]] Touch CurrentTouch() const;
     [[nodiscard]] bool IsDefault() const;
-    // About what shines through when it is disabled: the page, or the dark column and caption band.
-    [[nodiscard]] COLORREF GroundBelow() const;
     void OnPaint(HDC dc, const RECT& client) override;
     // Of a skin without a picture.
     void PaintPlain(HDC dc, const RECT& client, Touch touch) const;

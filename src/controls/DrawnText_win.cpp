@@ -13,7 +13,10 @@ void DrawnTexts::Paint(HDC dc) const {
     for (const CDrawnText* text : m_texts) text->Paint(dc);
 }
 
-void DrawnTexts::TellParts(PictureParts& parts) const {
+void DrawnTexts::TellParts(PictureParts& parts, std::uint64_t ground) const {
+    RECT client{};
+    ::GetClientRect(m_window, &client);
+    parts.push_back({client, ground});
     for (const CDrawnText* text : m_texts) parts.push_back(text->Part());
 }
 

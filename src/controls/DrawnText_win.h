@@ -35,8 +35,8 @@ public:
     void Paint(HDC dc) const;
     // A part of the window looks different now.
     void Repaint(const RECT& place) const;
-    // For a picture that is kept: each text, where it stands.
-    void TellParts(PictureParts& parts) const;
+    // For a picture that is kept: the window's ground, by its look, and each text, where it stands.
+    void TellParts(PictureParts& parts, std::uint64_t ground) const;
     // kDrawnTextQuery; nothing for any other message.
     [[nodiscard]] std::optional<LRESULT> Answer(UINT message, WPARAM wParam, LPARAM lParam) const;
     [[nodiscard]] const std::vector<const CDrawnText*>& All() const { return m_texts; }

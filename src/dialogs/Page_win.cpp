@@ -63,10 +63,7 @@ void CPage::PaintGround(HDC dc) const {
 }
 
 bool CPage::TellParts(PictureParts& parts) const {
-    RECT client{};
-    ::GetClientRect(Window(), &client);
-    parts.push_back({client, m_ground});
-    m_drawn.TellParts(parts);
+    m_drawn.TellParts(parts, m_ground);
     return true;
 }
 

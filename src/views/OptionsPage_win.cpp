@@ -9,12 +9,10 @@
 #include "dialogs/MessageDialog_win.h"
 #include "dialogs/ModalPlace_win.h"
 #include "dialogs/Questions_win.h"
-#include "dialogs/SavePlaceDialog_win.h"
 #include "ui/ChildControls_win.h"
 #include "ui/Paint_win.h"
 #include "views/OptionFields.h"
 #include "views/OptionHelp.h"
-#include "views/SpamListAddDialog_win.h"
 
 namespace brennvar {
 namespace {
@@ -45,21 +43,17 @@ bool HasFields(const SectionInfo& section) {
                        [](const RowInfo& row) { return row.kind == RowKind::Field; });
 }
 
-ServiceList::Parts ListParts(const OptionEditor::Parts& parts, std::shared_ptr<const ListSource> source) {
-    return {.commander = parts.commander, .reads = parts.reads, .clock = parts.clock, .source = std::move(source)};
-}
-
 }  // namespace
 
 OptionsPage::OptionsPage(const CFonts& fonts, const Language& language, PageTexts texts,
-                         const OptionEditor::Parts& parts, const ListSources& lists)
+                         const OptionEditor::Parts& parts, OptionLists::Sources lists)
     : CPage(fonts, std::move(texts)),
       m_language(language),
       m_resources(parts.resources),
       m_editor(parts, *this),
-      m_trusted(ListParts(parts, lists.trusted), *this),
-      m_sites(ListParts(parts, lists.sites), *this),
-      m_lists{{IDC_TRUSTED_LIST, &m_trusted}, {IDC_SITES_LIST, &m_sites}},
+      m_lists(fonts, language,
+              {.commander = parts.commander, .reads = parts.reads, .clock = parts.clock, .source = {}},
+              std::move(lists), *this),
       m_balloon(fonts),
       m_forms(OptionSections().size()) {}
 
@@ -136,14 +130,11 @@ void OptionsPage::ChooseSection() {
 }
 
 bool OptionsPage::CreateForm(std::size_t index) {
-    auto form = std::make_unique<OptionForm>(GetLook(), m_language, OptionSections()[index], m_lists);
+    auto form = std::make_unique<OptionForm>(GetLook(), m_language, OptionSections()[index], m_lists.ByControl());
     if (!form->CreateForm(Window(), IDC_OPTIONS_FORM)) return false;
     // Tab goes from the list to the form and on to the button.
     ::SetWindowPos(form->Window(), m_list.Window(), 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
-    if (COptionList* const list = form->List()) {
-        list->events.selectionChanged = [this] { ShowListState(); };
-        if (OptionSections()[index].List() == IDC_SITES_LIST) list->removeWanted = [this] { RemoveSites(); };
-    }
+    m_lists.Adopt(*form);
     m_forms[index] = std::move(form);
     return true;
 }
@@ -152,7 +143,7 @@ void OptionsPage::OpenSection(std::size_t index) {
     if (!m_forms[index] && !CreateForm(index)) return;
     m_balloon.Hide();
     m_editor.ForgetNote(m_current);
-    if (ServiceList* const list = ListOfSection()) list->ForgetNote();
+    if (ServiceList* const list = m_lists.Find(Info().List())) list->ForgetNote();
     OptionForm* const last = Form();
     m_current = index;
     m_help.SetText(m_language.GetText(OptionHelp(0)));
@@ -189,14 +180,14 @@ void OptionsPage::ShowOptions() {
         const FlagWhile showing(m_isShowing);
         Form()->ShowFields(m_editor.Shown(m_current));
     }
-    StateChanged();
+    ShowState();
 }
 
-void OptionsPage::StateChanged() {
+void OptionsPage::ShowState() {
     if (!Form()) return;
     ShowNote();
-    ShowListState();
-    if (m_editor.IsFollowing() || m_trusted.IsFollowing() || m_sites.IsFollowing()) {
+    m_lists.ShowState();
+    if (m_editor.IsFollowing() || m_lists.IsFollowing()) {
         ::SetTimer(Window(), kFollowTimer, kFollowPause, nullptr);
     } else {
         ::KillTimer(Window(), kFollowTimer);
@@ -205,7 +196,7 @@ void OptionsPage::StateChanged() {
 
 void OptionsPage::ShowNote() {
     Text note = m_editor.NoteText(m_current);
-    if (ServiceList* const list = ListOfSection(); list && note.number == 0) note = list->NoteText();
+    if (ServiceList* const list = m_lists.Find(Info().List()); list && note.number == 0) note = list->NoteText();
     m_note.SetText(note.number != 0 ? m_language.GetText(note) : std::string());
     // Not while it applies: a button that is disabled loses the keyboard.
     const bool canApply = m_editor.CanApply(m_current);
@@ -225,8 +216,7 @@ void OptionsPage::OnCommand(int id, int notification) {
         return;
     }
     if (id == IDC_OPTIONS_APPLY && notification == BN_CLICKED) {
-        // Later: the message is modal.
-        if (Apply()) ::PostMessageA(Window(), WM_COMMAND, kFilteringApplied, 0);
+        if (Apply()) TellOfFilteringLater();
         return;
     }
     if (id == IDC_OPTIONS_DISCARD && notification == BN_CLICKED) {
@@ -241,7 +231,7 @@ void OptionsPage::OnCommand(int id, int notification) {
 
 void OptionsPage::OnRowCommand(const RowInfo& row, int notification) {
     if (row.kind == RowKind::Action) {
-        if (notification == BN_CLICKED) DoAction(row.control);
+        if (notification == BN_CLICKED) m_lists.OnButton(row.control, Window());
         return;
     }
     if (row.kind == RowKind::Button) {
@@ -270,6 +260,10 @@ bool OptionsPage::Apply() {
     return m_editor.Apply(m_current) && Info().kind == SectionInfo::Kind::BrowserFiltering;
 }
 
+void OptionsPage::TellOfFilteringLater() {
+    ::PostMessageA(Window(), WM_COMMAND, kFilteringApplied, 0);  // the message is modal
+}
+
 void OptionsPage::ShowFilteringApplied() {
     const HWND owner = ::GetAncestor(Window(), GA_ROOT);
     // Another dialog has come first: the message waits for its end.
@@ -283,80 +277,6 @@ void OptionsPage::ShowFilteringApplied() {
 void OptionsPage::TellOfBrowser(HWND owner) {
     ShowMessage(GetLook().fonts, m_language, owner,
                 m_language.GetText(607, "Please restart your Internet browser to apply changes."));
-}
-
-// Lists
-
-ServiceList* OptionsPage::ListOfSection() {
-    switch (Info().List()) {
-        case IDC_TRUSTED_LIST: return &m_trusted;
-        case IDC_SITES_LIST: return &m_sites;
-        default: return nullptr;
-    }
-}
-
-COptionList* OptionsPage::ControlOfList(const ServiceList& list) {
-    for (std::size_t index = 0; index < m_forms.size(); ++index) {
-        const auto shown = m_lists.find(OptionSections()[index].List());
-        if (m_forms[index] && shown != m_lists.end() && shown->second == &list) return m_forms[index]->List();
-    }
-    return nullptr;
-}
-
-void OptionsPage::BeforeEntriesChange(const ServiceList& list) {
-    if (COptionList* const control = ControlOfList(list)) control->BeforeChange();
-}
-
-void OptionsPage::AfterEntriesChange(const ServiceList& list) {
-    if (COptionList* const control = ControlOfList(list)) control->AfterChange();
-}
-
-void OptionsPage::ChangeIsOver(const ServiceList& list) {
-    // Later: the message is modal.
-    if (&list == &m_sites) ::PostMessageA(Window(), WM_COMMAND, kFilteringApplied, 0);
-}
-
-void OptionsPage::ShowListState() {
-    if (Info().List() != IDC_SITES_LIST) return;
-    const HWND button = Form()->ControlWindow(IDC_SITES_REMOVE);
-    const bool canRemove = m_sites.CanRemove(Form()->List()->SelectedPlaces());
-    if (canRemove == (::IsWindowEnabled(button) != FALSE)) return;
-    // The keyboard must not stay with a button that does not answer it.
-    if (!canRemove && ::GetFocus() == button) ::SetFocus(Form()->List()->Window());
-    ::EnableWindow(button, canRemove);
-}
-
-void OptionsPage::DoAction(int control) {
-    switch (control) {
-        case IDC_TRUSTED_ADD: return AddTrusted();
-        case IDC_SITES_ADD: return AddSite();
-        case IDC_SITES_REMOVE: return RemoveSites();
-        default: return;
-    }
-}
-
-void OptionsPage::AddTrusted() {
-    const std::optional<HWND> owner = ModalOwner(::GetAncestor(Window(), GA_ROOT));
-    if (!owner) return;
-    const auto program = AskOpenPath(*owner, {.title = m_language.GetText(2126, "Trust a program"),
-                                              .name = {},
-                                              .types = {{m_language.GetText(2009, "Programs"), "exe"}}});
-    if (!program) return;
-    if (const Text problem = m_trusted.ProblemOf(*program); problem.number != 0) {
-        ShowMessage(GetLook().fonts, m_language, *owner, m_language.GetText(problem));
-    } else {
-        m_trusted.Add(*program);
-    }
-}
-
-void OptionsPage::AddSite() {
-    const std::optional<HWND> owner = ModalOwner(::GetAncestor(Window(), GA_ROOT));
-    if (!owner) return;
-    if (const auto name = SpamListAddDialog(GetLook().fonts, m_language, m_sites).Ask(*owner)) m_sites.Add(*name);
-}
-
-void OptionsPage::RemoveSites() {
-    m_sites.Remove(Form()->List()->SelectedPlaces());
 }
 
 bool OptionsPage::MayLeave() {
@@ -404,14 +324,13 @@ void OptionsPage::OnHide() {
 void OptionsPage::Reload() {
     FillResourceLists();
     m_editor.Reload();
-    m_trusted.Reload();
-    m_sites.Reload();
+    m_lists.Reload();
 }
 
 void OptionsPage::OnTimer(UINT_PTR id) {
     if (id == kWatchTimer) {
         m_editor.Watch();
-        if (ServiceList* const list = ListOfSection()) list->Watch();
+        if (ServiceList* const list = m_lists.Find(Info().List())) list->Watch();
     }
     if (id == kTellTimer) {
         ::KillTimer(Window(), kTellTimer);
@@ -419,8 +338,7 @@ void OptionsPage::OnTimer(UINT_PTR id) {
     }
     if (id != kFollowTimer) return;
     m_editor.Follow();
-    m_trusted.Follow();
-    m_sites.Follow();
+    m_lists.Follow();
 }
 
 }  // namespace brennvar

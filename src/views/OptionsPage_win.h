@@ -14,20 +14,15 @@
 #include "ui/Balloon_win.h"
 #include "views/OptionEditor.h"
 #include "views/OptionForm_win.h"
+#include "views/OptionLists_win.h"
 #include "views/OptionSections.h"
-#include "views/ServiceList.h"
 
 namespace brennvar {
 
-class OptionsPage final : public CPage, private OptionEditor::View, private ServiceList::View {
+class OptionsPage final : public CPage, private OptionEditor::View, private OptionLists::Owner {
 public:
-    // Where the lists of the page stand.
-    struct ListSources {
-        std::shared_ptr<const ListSource> trusted;
-        std::shared_ptr<const ListSource> sites;
-    };
     OptionsPage(const CFonts& fonts, const Language& language, PageTexts texts, const OptionEditor::Parts& parts,
-                const ListSources& lists);
+                OptionLists::Sources lists);
     ~OptionsPage() override;
 
     void Reload() override;
@@ -44,10 +39,8 @@ private:
     std::optional<LRESULT> OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
     void TakeEdits() override;
     void ShowOptions() override;
-    void BeforeEntriesChange(const ServiceList& list) override;
-    void AfterEntriesChange(const ServiceList& list) override;
-    void StateChanged() override;
-    void ChangeIsOver(const ServiceList& list) override;
+    void ListStateChanged() override { ShowState(); }
+    void SitesChanged() override { TellOfFilteringLater(); }
 
     [[nodiscard]] const SectionInfo& Info() const { return OptionSections()[m_current]; }
     [[nodiscard]] OptionForm* Form() { return m_forms[m_current].get(); }
@@ -58,30 +51,20 @@ private:
     void PlaceNote();
     // What the control below the mouse or with the keyboard does.
     void ShowHelp(HWND control);
+    void ShowState();
     void ShowNote();
     void OnRowCommand(const RowInfo& row, int notification);
     void WarnOfSpoofing();
     // True when the user has to be told to restart the browser.
     bool Apply();
     void TellOfBrowser(HWND owner);
+    void TellOfFilteringLater();
     void ShowFilteringApplied();
-
-    // Lists
-    [[nodiscard]] ServiceList* ListOfSection();
-    // The control of a list that has been opened once; null before.
-    [[nodiscard]] COptionList* ControlOfList(const ServiceList& list);
-    void ShowListState();
-    void DoAction(int control);
-    void AddTrusted();
-    void AddSite();
-    void RemoveSites();
 
     const Language& m_language;
     SkinsAndLanguages& m_resources;
     OptionEditor m_editor;
-    TrustedList m_trusted;
-    FilteredSites m_sites;
-    const OptionForm::Lists m_lists;
+    OptionLists m_lists;
     CListBox m_list;
     CButton m_apply;
     CButton m_discard;  // what the user has changed and not applied

@@ -30,8 +30,9 @@ public:
         texts.SetWindow(Window());
     }
     [[nodiscard]] bool TellParts(PictureParts& parts) const override {
-        (void)TellWhole(parts);
-        texts.TellParts(parts);
+        PictureParts whole;
+        (void)TellWhole(whole);
+        texts.TellParts(parts, whole.back().look);
         return true;
     }
 
