@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "base/DisplayName.h"
+#include "base/LocalPath_win.h"
 #include "config/ResourceIds.h"
 #include "prompts/QuestionIcon_win.h"
 #include "ui/ActionMark_win.h"
@@ -39,10 +40,10 @@ QuestionDialog::QuestionDialog(const CFonts& fonts, Content content)
 std::vector<QuestionDialog::Heading> QuestionDialog::ProgramHeading(const std::string& name,
                                                                     const std::string& path,
                                                                     const ProgramWords& program, int gapBelow) {
-    const bool isKnown = !program.file.empty();
+    const bool opens = !program.file.empty() && IsOnThisMachine(program.file);
     std::vector<Heading> lines = {
         {.id = IDC_PROGRAM_NAME, .text = name, .kind = LabelKind::Title},
-        {.id = IDC_PROGRAM_PATH, .text = path, .kind = LabelKind::Plain, .isFolder = isKnown}};
+        {.id = IDC_PROGRAM_PATH, .text = path, .kind = LabelKind::Plain, .isFolder = opens}};
     if (!program.placeWarning.empty()) {
         lines.push_back(
             {.id = IDC_PROGRAM_PLACE, .text = program.placeWarning, .kind = LabelKind::Plain, .isWarning = true});
