@@ -10,6 +10,14 @@ namespace {
 // How long a driver may take until its request is looked at again.
 constexpr DWORD kPendingPollMs = 100;
 
+// The event of the thread's exchanges, of which one is under way at a time, and each resets it: the driver is asked
+// ten times a second, and an event for each time would be a good part of what that takes. Null without memory.
+HANDLE ExchangeEvent() {
+    static thread_local UniqueEvent s_event;
+    if (!s_event) s_event.Reset(::CreateEventA(nullptr, TRUE, FALSE, nullptr));
+    return s_event.Get();
+}
+
 class WinDevice final : public Device {
 public:
     explicit WinDevice(UniqueFile device) : m_device(std::move(device)) {}
@@ -24,10 +32,9 @@ public:
     }
 
     [[nodiscard]] bool Exchange(std::uint32_t code, std::span<std::byte> block) override {
-        const UniqueEvent event(::CreateEventA(nullptr, TRUE, FALSE, nullptr));
-        if (!event) return false;
         OVERLAPPED overlapped{};
-        overlapped.hEvent = event.Get();
+        overlapped.hEvent = ExchangeEvent();
+        if (!overlapped.hEvent) return false;
         const auto size = static_cast<DWORD>(block.size());
         DWORD returned = 0;
         // The device is opened without the overlapped flag, so this call normally completes here.

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <array>
+#include <mutex>
+#include <optional>
 
 #include "base/Handles_win.h"
 
@@ -20,6 +22,43 @@ struct SidBuffer {
     static constexpr DWORD kSize = 256;
 };
 
+// To whom belongs what this user makes: the token's owner. Windows lets that be the user or the administrators;
+// Wine makes it the group of all users. Both are those of the process for as long as it lives.
+struct Makers {
+    SidBuffer user;
+    SidBuffer owner;
+};
+
+std::optional<Makers> ReadMakers() {
+    HANDLE opened = nullptr;
+    if (!::OpenProcessToken(::GetCurrentProcess(), TOKEN_QUERY, &opened)) return std::nullopt;
+    const UniqueToken token(opened);
+    SidBuffer user;
+    SidBuffer owner;
+    DWORD size = 0;
+    Makers makers;
+    // The answers point into their buffers.
+    if (!::GetTokenInformation(token.Get(), TokenUser, user.bytes.data(), SidBuffer::kSize, &size) ||
+        !::CopySid(SidBuffer::kSize, makers.user.bytes.data(),
+                   reinterpret_cast<const TOKEN_USER*>(user.bytes.data())->User.Sid) ||
+        !::GetTokenInformation(token.Get(), TokenOwner, owner.bytes.data(), SidBuffer::kSize, &size) ||
+        !::CopySid(SidBuffer::kSize, makers.owner.bytes.data(),
+                   reinterpret_cast<const TOKEN_OWNER*>(owner.bytes.data())->Owner)) {
+        return std::nullopt;
+    }
+    return makers;
+}
+
+// Reads them once, since the service is called once a second; again when that failed. On any thread.
+bool IsMadeByThisUser(PSID owner) {
+    static std::mutex s_mutex;
+    static std::optional<Makers> s_makers;
+    const std::scoped_lock lock(s_mutex);
+    if (!s_makers) s_makers = ReadMakers();
+    if (!s_makers) return false;
+    return ::EqualSid(owner, s_makers->user.bytes.data()) || ::EqualSid(owner, s_makers->owner.bytes.data());
+}
+
 // Who made the pipe: the service, which runs as the system or an administrator, or a program of this user's. Anyone
 // may take the name of a pipe while the service is away. No owner is nobody's.
 bool IsBelieved(HANDLE pipe) {
@@ -32,20 +71,8 @@ bool IsBelieved(HANDLE pipe) {
         !::GetSecurityDescriptorOwner(descriptor.bytes.data(), &owner, &isDefaulted) || !owner) {
         return false;
     }
-    if (::IsWellKnownSid(owner, WinLocalSystemSid) || ::IsWellKnownSid(owner, WinBuiltinAdministratorsSid)) {
-        return true;
-    }
-    HANDLE opened = nullptr;
-    if (!::OpenProcessToken(::GetCurrentProcess(), TOKEN_QUERY, &opened)) return false;
-    const UniqueToken token(opened);
-    // What this user makes belongs to the token's owner. Windows lets that be the user or the administrators; Wine
-    // makes it the group of all users.
-    SidBuffer user;
-    SidBuffer maker;
-    return (::GetTokenInformation(token.Get(), TokenUser, user.bytes.data(), SidBuffer::kSize, &size) &&
-            ::EqualSid(owner, reinterpret_cast<const TOKEN_USER*>(user.bytes.data())->User.Sid)) ||
-           (::GetTokenInformation(token.Get(), TokenOwner, maker.bytes.data(), SidBuffer::kSize, &size) &&
-            ::EqualSid(owner, reinterpret_cast<const TOKEN_OWNER*>(maker.bytes.data())->Owner));
+    return ::IsWellKnownSid(owner, WinLocalSystemSid) || ::IsWellKnownSid(owner, WinBuiltinAdministratorsSid) ||
+           IsMadeByThisUser(owner);
 }
 
 // What is left until the end, at most one slice; zero when nothing is left.
