@@ -166,6 +166,16 @@ public:
         }
         Paint(list);
         Times times{.open = MillisecondsSince(start), .search = 0};
+        // Nobody types within the time that the other thread takes to prepare the search.
+        bool isPrepared = false;
+        archives.Ask<bool>([] { return true; }, [&](std::optional<bool>) { isPrepared = true; });
+        while (!isPrepared) {
+            if (::GetMessageA(&message, nullptr, 0, 0) <= 0) std::exit(1);
+            message.hwnd ? ::DispatchMessageA(&message) : static_cast<LRESULT>(0);
+            reads.RunCompletions();
+            archives.RunCompletions();
+        }
+        Paint(page.Window());
         const HWND search = page.Item(IDC_PAGE_SEARCH);
         const auto focused = std::chrono::steady_clock::now();
         ::SetFocus(search);  // as whoever types there does before

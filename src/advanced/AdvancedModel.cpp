@@ -43,17 +43,17 @@ bool HaveSameIds(const StoredRules& a, const StoredRules& b) {
 AdvancedModel::AdvancedModel(const Parts& parts)
     : m_parts(parts),
       m_rules(parts.rules.Shown()),
-      m_covering(
+      m_finding(
           parts.queue,
-          [&stop = parts.stop](const Shared& rules) {
-              return std::optional(FindCoveredRules(rules->Rules(), stop));
+          [&language = parts.language, &stop = parts.stop](const Shared& rules) {
+              Found found{.covered = FindCoveredRules(rules->Rules(), stop), .texts = {}};
+              found.texts = RuleTexts(language, rules->Rules(), found.covered, stop);
+              return std::optional(std::move(found));
           },
-          [this](std::optional<std::vector<int>> covered, const Shared& rules) {
-              OnCoveredFound(std::move(covered), rules);
-          }) {
+          [this](std::optional<Found> found, const Shared& rules) { OnFound(std::move(found), rules); }) {
     m_parts.rules.Watch(this);
     m_parts.exchange.Watch(*this);
-    if (m_rules) m_covering.Refresh(m_rules);
+    if (m_rules) m_finding.Refresh(m_rules);
 }
 
 AdvancedModel::~AdvancedModel() {
@@ -93,14 +93,6 @@ std::string AdvancedModel::EmptyText() const {
         "a program or a time of the day.");
 }
 
-std::string AdvancedModel::ActionCellText(int row) const {
-    const Language& language = m_parts.language;
-    const AdvancedRule& rule = m_rules->Rule(row);
-    if (rule.isDamaged) return language.GetText(2085, "Damaged");
-    std::string text = ActionText(language, rule.action);
-    return CoverOf(row) < 0 ? text : FillText(language.GetText(2086, "%1, covered"), {text});
-}
-
 ListCell AdvancedModel::Cell(int row, int column) const {
     const AdvancedRule& rule = m_rules->Rule(row);
     const bool counts = rule.isEnabled && !rule.isDamaged && CoverOf(row) < 0;
@@ -116,18 +108,12 @@ ListCell AdvancedModel::Cell(int row, int column) const {
 }
 
 std::string AdvancedModel::CellText(int row, int column) const {
-    const Language& language = m_parts.language;
-    const AdvancedRule& rule = m_rules->Rule(row);
-    switch (column) {
-        case kNumberColumn: return std::to_string(row + 1);
-        case kActionColumn: return ActionCellText(row);
-        case kWhatColumn: return WhatText(language, rule);
-        case kLocalColumn: return EndText(language, rule.local, rule.protocol);
-        case kRemoteColumn: return EndText(language, rule.remote, rule.protocol);
-        case kProgramColumn: return ProgramText(language, rule);
-        case kWhenColumn: return WhenText(language, rule);
-        default: return rule.description;
-    }
+    return RuleCellText(m_parts.language, m_rules->Rule(row), row, CoverOf(row) >= 0,
+                        static_cast<RuleColumn>(column));
+}
+
+std::optional<std::string_view> AdvancedModel::SearchedText(int row) const {
+    return m_texts.IsEmpty() ? std::nullopt : std::optional(m_texts.Of(row));
 }
 
 std::uint64_t AdvancedModel::SortNumber(int row, int /*column*/) const {
@@ -268,16 +254,19 @@ void AdvancedModel::OnRulesChanged() {
     ChangeRows([&] {
         // What was found of them holds until it has been found anew: marks would only flicker.
         if (!areSame) m_covered.clear();
+        m_texts = {};
         m_rules = shown;
         return areSame ? ListView::Change::Looks : ListView::Change::Rows;
     });
-    m_covering.Refresh(m_rules);
+    m_finding.Refresh(m_rules);
 }
 
-void AdvancedModel::OnCoveredFound(std::optional<std::vector<int>> covered, const Shared& rules) {
-    if (rules != m_rules || !covered || *covered == m_covered) return;
+void AdvancedModel::OnFound(std::optional<Found> found, const Shared& rules) {
+    if (rules != m_rules || !found) return;
+    m_texts = std::move(found->texts);
+    if (found->covered == m_covered) return;
     ChangeRows([&] {
-        m_covered = std::move(*covered);
+        m_covered = std::move(found->covered);
         return ListView::Change::Looks;
     });
 }

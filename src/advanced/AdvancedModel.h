@@ -8,9 +8,11 @@
 #include <optional>
 #include <span>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "advanced/AdvancedRules.h"
+#include "advanced/RuleTexts.h"
 #include "base/Refreshed.h"
 #include "base/StopSignal.h"
 #include "base/TaskQueue.h"
@@ -23,17 +25,14 @@ namespace brennvar {
 class AdvancedModel final : public ListModel, private AdvancedRulesWatcher, private RuleExchangeWatcher {
 public:
     enum Column {
-        kNumberColumn,
-        kActionColumn,
-        kWhatColumn,
-        kLocalColumn,
-        kRemoteColumn,
-        kProgramColumn,
-        kWhenColumn,
-        kDescriptionColumn
+        kNumberColumn = static_cast<int>(RuleColumn::Number),
+        kActionColumn = static_cast<int>(RuleColumn::Action),
+        kWhatColumn = static_cast<int>(RuleColumn::What),
+        kDescriptionColumn = static_cast<int>(RuleColumn::Description)
     };
 
-    // All are borrowed. Which rules are covered by others is found on the queue, until stop is requested. The
+    // All are borrowed. Which rules are covered by others is found on the queue, until stop is requested, and there
+    // the texts are made that are searched. The
     // exchange replaces all rules at once; it is told what to do by commands to the owner of the page.
     struct Parts {
         const Language& language;
@@ -55,6 +54,7 @@ public:
     [[nodiscard]] int RowCount() const override { return m_rules ? m_rules->Count() : 0; }
     [[nodiscard]] ListCell Cell(int row, int column) const override;
     [[nodiscard]] std::string CellText(int row, int column) const override;
+    [[nodiscard]] std::optional<std::string_view> SearchedText(int row) const override;
     [[nodiscard]] std::uint64_t SortNumber(int row, int column) const override;
     // The sentence of the rule, and why it does not do what it says.
     [[nodiscard]] std::string CellTip(int row, int column) const override;
@@ -71,23 +71,28 @@ public:
 
 private:
     using Shared = std::shared_ptr<const StoredRules>;
+    // What is found of rules when they have been read.
+    struct Found {
+        std::vector<int> covered;  // see FindCoveredRules
+        RuleTexts texts;
+    };
 
     void OnRulesChanged() override;
     void OnExchangeChanged() override { TellOfSummary(); }
     void OnRulesReplaced() override {}  // the exchange has had them read
     void TellOfSummary();
-    void OnCoveredFound(std::optional<std::vector<int>> covered, const Shared& rules);
+    void OnFound(std::optional<Found> found, const Shared& rules);
     // The row of the rule that covers this one, -1: none, or it is not known yet.
     [[nodiscard]] int CoverOf(int row) const;
-    [[nodiscard]] std::string ActionCellText(int row) const;
     [[nodiscard]] std::vector<std::uint32_t> IdsOf(std::span<const int> rows) const;
     void Switch(std::span<const int> rows);
 
     const Parts m_parts;
     Shared m_rules;
-    std::vector<int> m_covered;  // see FindCoveredRules; none while it is not known
+    std::vector<int> m_covered;  // none while it is not known
+    RuleTexts m_texts;           // of these rules with these covered ones, or none
     bool m_isInOrder = true;     // all rows are shown, in the order of the rules
-    Refreshed<std::vector<int>, Shared> m_covering;
+    Refreshed<Found, Shared> m_finding;
 };
 
 }  // namespace brennvar

@@ -21,8 +21,12 @@ AdvancedRule AsStored(const AdvancedRule& rule) {
 AdvancedRules::AdvancedRules(Parts parts)
     : m_parts(std::move(parts)),
       m_file(
-          m_parts.reads, [load = m_parts.load](const Request& request) { return load(request.pause); },
-          [this](std::optional<std::vector<AdvancedRule>> rules, const Request& request) {
+          m_parts.reads,
+          [load = m_parts.load](const Request& request) {
+              auto rules = load(request.pause);
+              return rules ? std::optional(std::make_shared<const StoredRules>(std::move(*rules))) : std::nullopt;
+          },
+          [this](std::optional<std::shared_ptr<const StoredRules>> rules, const Request& request) {
               OnRead(std::move(rules), request);
           }) {}
 
@@ -42,9 +46,9 @@ void AdvancedRules::ReadAgain(std::function<void()> over) {
     m_waiting.push_back({.number = ReadAfter(kWritingPause), .over = std::move(over)});
 }
 
-void AdvancedRules::OnRead(std::optional<std::vector<AdvancedRule>> rules, const Request& request) {
+void AdvancedRules::OnRead(std::optional<std::shared_ptr<const StoredRules>> rules, const Request& request) {
     m_isReadable = rules.has_value();
-    if (rules) m_stored = std::make_shared<const StoredRules>(std::move(*rules));
+    if (rules) m_stored = std::move(*rules);
     if (m_changes.empty()) {
         // What had begun to arrive when it was taken for lost has come about after all.
         if (m_isReadable && m_note == Note::Lost &&

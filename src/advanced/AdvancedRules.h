@@ -117,7 +117,7 @@ private:
     };
 
     std::uint64_t ReadAfter(std::chrono::milliseconds pause);
-    void OnRead(std::optional<std::vector<AdvancedRule>> rules, const Request& request);
+    void OnRead(std::optional<std::shared_ptr<const StoredRules>> rules, const Request& request);
     void CheckChanges(std::chrono::milliseconds asked);
     void EndChanges(Note note);
     void Ask(std::uint32_t id);
@@ -164,7 +164,7 @@ private:
 
     std::uint64_t m_requests = 0;
     std::vector<Waiting> m_waiting;
-    Refreshed<std::vector<AdvancedRule>, Request> m_file;
+    Refreshed<std::shared_ptr<const StoredRules>, Request> m_file;
     WhileAlive m_alive;
 };
 

@@ -17,6 +17,7 @@ void Fold(std::string& text) {
 
 // searched: in lower case.
 bool Holds(const ListRows& source, int row, int columnCount, const std::string& searched) {
+    if (const auto texts = source.SearchedText(row)) return texts->find(searched) != std::string_view::npos;
     for (int column = 0; column < columnCount; ++column) {
         std::string text = source.CellText(row, column);
         Fold(text);

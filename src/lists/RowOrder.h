@@ -18,8 +18,8 @@ struct RowOrder {
 };
 
 // Arranges one list again and again. No texts are kept: those of a cell are asked for when they are searched or
-// sorted, which takes less time than the memory for all of them would. A search that goes on from the last one, as
-// a user types, only asks for the rows that were found.
+// sorted, which takes less time than the memory for all of them would, unless the list has them at hand. A search
+// that goes on from the last one, as a user types, only asks for the rows that were found.
 class RowArranger {
 public:
     // Rows or texts have changed: what was found and sorted is dropped.

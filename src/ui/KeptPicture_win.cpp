@@ -1,5 +1,6 @@
 #include "ui/KeptPicture_win.h"
 
+#include <algorithm>
 #include <map>
 #include <utility>
 
@@ -71,32 +72,32 @@ bool KeptPicture::IsSame(const Part& one, const Part& other) {
     return one.look != 0 && one.look == other.look && ::EqualRect(&one.place, &other.place);
 }
 
-UniqueRegion KeptPicture::Stale(const std::vector<Part>& now, const RECT& client) const {
+UniqueRegion KeptPicture::Stale(const std::vector<Part>& before, const std::vector<Part>& now, const RECT& client) {
     UniqueRegion stale(::CreateRectRgn(0, 0, 0, 0));
     if (!stale) return stale;
     std::map<std::pair<HWND, std::size_t>, std::size_t> places;
-    for (std::size_t place = 0; place < m_parts.size(); ++place) {
-        places.emplace(std::pair(m_parts[place].window, m_parts[place].index), place);
+    for (std::size_t place = 0; place < before.size(); ++place) {
+        places.emplace(std::pair(before[place].window, before[place].index), place);
     }
     std::size_t last = 0;
-    bool isReordered = m_parts.empty();
+    bool isReordered = before.empty();
     for (const Part& part : now) {
-        const auto before = places.find({part.window, part.index});
-        if (before == places.end()) {
+        const auto found = places.find({part.window, part.index});
+        if (found == places.end()) {
             AddTo(stale, part.place);
             continue;
         }
-        const Part& old = m_parts[before->second];
+        const Part& old = before[found->second];
         if (!IsSame(part, old)) {
             AddTo(stale, part.place);
             AddTo(stale, old.place);
         }
         // What lies above what may have changed wherever two of them meet.
-        isReordered = isReordered || before->second < last;
-        last = before->second;
-        places.erase(before);
+        isReordered = isReordered || found->second < last;
+        last = found->second;
+        places.erase(found);
     }
-    for (const auto& gone : places) AddTo(stale, m_parts[gone.second].place);
+    for (const auto& gone : places) AddTo(stale, before[gone.second].place);
     if (isReordered) AddTo(stale, client);
     return stale;
 }
@@ -106,6 +107,34 @@ void KeptPicture::FollowWindows(HWND window) {
     if (isSame && m_windowChanges == WindowChanges()) return;
     m_windowChanges = WindowChanges();
     m_tree = WindowTree(window);
+    // Another window may have the number of one that has gone.
+    std::erase_if(m_sheets, [this](const std::unique_ptr<Sheet>& sheet) {
+        return sheet->page &&
+               std::ranges::find(m_tree.Nodes(), sheet->page, &WindowTree::Node::window) == m_tree.Nodes().end();
+    });
+}
+
+HWND KeptPicture::ShownPage() const {
+    HWND page = nullptr;
+    m_tree.ForEachShownIn(0, [&](std::size_t child) {
+        const HWND window = m_tree.Nodes()[child].window;
+        if (CDialog::Of(window)) page = window;
+    });
+    return page;
+}
+
+KeptPicture::Sheet& KeptPicture::SheetOf(HWND page) {
+    auto place = std::ranges::find(m_sheets, page, [](const std::unique_ptr<Sheet>& sheet) { return sheet->page; });
+    if (place == m_sheets.end() && m_sheets.size() < kMostPages) {
+        place = m_sheets.insert(place, std::make_unique<Sheet>());
+    } else if (place == m_sheets.end()) {
+        --place;
+    }
+    std::rotate(m_sheets.begin(), place, place + 1);
+    Sheet& sheet = *m_sheets.front();
+    // What another page has left is painted over: none of its windows is shown.
+    sheet.page = page;
+    return sheet;
 }
 
 HDC KeptPicture::BringUpToDate(HWND window, HDC like) {
@@ -115,24 +144,26 @@ HDC KeptPicture::BringUpToDate(HWND window, HDC like) {
     RECT client{};
     ::GetClientRect(window, &client);
     const SIZE size{client.right, client.bottom};
-    if (!m_bitmap.Dc() || m_bitmap.Size().cx != size.cx || m_bitmap.Size().cy != size.cy) {
-        m_parts.clear();
-        if (!m_bitmap.Make(like, size)) return nullptr;
-    }
     FollowWindows(window);
+    Sheet& sheet = SheetOf(ShownPage());
+    CKeptBitmap& bitmap = sheet.bitmap;
+    if (!bitmap.Dc() || bitmap.Size().cx != size.cx || bitmap.Size().cy != size.cy) {
+        sheet.parts.clear();
+        if (!bitmap.Make(like, size)) return nullptr;
+    }
     // Before anything is painted: what changes meanwhile is painted the next time.
     std::vector<Part> now = Collector(m_tree).Take();
-    const UniqueRegion stale = Stale(now, client);
-    m_parts.clear();
+    const UniqueRegion stale = Stale(sheet.parts, now, client);
+    sheet.parts.clear();
     RECT box{};
     if (!stale) return nullptr;
     if (::GetRgnBox(stale.Get(), &box) != NULLREGION) {
-        const SavedDc saved(m_bitmap.Dc());
-        ::SelectClipRgn(m_bitmap.Dc(), stale.Get());
-        PaintWindows(m_tree, m_bitmap.Dc(), client);
+        const SavedDc saved(bitmap.Dc());
+        ::SelectClipRgn(bitmap.Dc(), stale.Get());
+        PaintWindows(m_tree, bitmap.Dc(), client);
     }
-    if (m_bitmap.Dc()) m_parts = std::move(now);
-    return m_bitmap.Dc();
+    if (bitmap.Dc()) sheet.parts = std::move(now);
+    return bitmap.Dc();
 }
 
 }  // namespace brennvar

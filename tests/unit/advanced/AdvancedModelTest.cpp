@@ -116,13 +116,21 @@ TEST_F(AdvancedModelTest, MarksStayWhileTheyAreFoundAnew) {
     model.Do(IDC_ADVANCED_DOWN, std::array{0});
     EXPECT_EQ(view.TakeChanges(), "bR");
     EXPECT_EQ(Shown(), "2 1-");
+    const auto searched = [this](int row) { return std::string(model.SearchedText(row).value_or("none")); };
+    EXPECT_EQ(searched(0), "none") << "texts of other rules";
+    covering.RunAll();
+    using namespace std::string_literals;
+    EXPECT_EQ(searched(0), "1\0deny\0tcp\0any\0any\0any\0always\0rule\0"s);
+    EXPECT_EQ(searched(1), "2\0deny\0tcp\0any\0any\0any\0always\0rule\0"s);
     // What was found of the rules before these comes too late.
     model.Do(SwitchAction(), std::array{1});
     model.Do(IDC_ADVANCED_UP, std::array{1});
     covering.Run();
     EXPECT_EQ(action(0), "Deny");
+    EXPECT_EQ(searched(1), "none");
     covering.RunAll();
     EXPECT_EQ(action(1), "Deny, covered");
+    EXPECT_NE(searched(1).find("\0deny, covered\0"s), std::string::npos);
 }
 
 TEST_F(AdvancedModelTest, KeysNameRulesAlsoWhereIdentifiersRepeat) {

@@ -10,12 +10,17 @@ using Rows = std::vector<int>;
 class Cells final : public ListRows {
 public:
     std::vector<std::vector<std::string>> cells;
+    std::vector<std::string> searched;  // one for each row, or none
     mutable int asked = 0;
 
     [[nodiscard]] int RowCount() const override { return static_cast<int>(cells.size()); }
     [[nodiscard]] std::string CellText(int row, int column) const override {
         ++asked;
         return cells[static_cast<std::size_t>(row)][static_cast<std::size_t>(column)];
+    }
+    [[nodiscard]] std::optional<std::string_view> SearchedText(int row) const override {
+        return searched.empty() ? std::nullopt
+                                : std::optional<std::string_view>(searched[static_cast<std::size_t>(row)]);
     }
 };
 
@@ -61,6 +66,11 @@ TEST(RowOrderTest, GoesOnFromWhatTheLastKeyHasFound) {
     EXPECT_EQ(arranger.Arrange(model, 1, {.searched = "re"}), (Rows{0, 2, 3})) << "texts have changed";
     model.cells.push_back({"re"});
     EXPECT_EQ(arranger.Arrange(model, 1, {.searched = "re"}), (Rows{0, 2, 3, 5})) << "nobody has told of the row";
+    model.searched = {"a", "red", "a", "bare", "a", "a"};
+    arranger.Forget();
+    model.asked = 0;
+    EXPECT_EQ(arranger.Arrange(model, 1, {.searched = "RE"}), (Rows{1, 3})) << "what is at hand instead of cells";
+    EXPECT_EQ(model.asked, 0);
 }
 
 }  // namespace

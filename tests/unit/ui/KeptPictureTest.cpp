@@ -12,6 +12,7 @@
 #include "controls/DrawnText_win.h"
 #include "controls/Label_win.h"
 #include "controls/PushGraph_win.h"
+#include "dialogs/Page_win.h"
 #include "support/ControlWindow.h"
 #include "tree/Tree_win.h"
 
@@ -245,6 +246,45 @@ TEST_F(KeptPictureTest, PaintsOnlyWhatHasChanged) {
     EXPECT_EQ(paintingsAfter([this] { red->Repaint(); }), std::pair(1, 0));
     EXPECT_EQ(paintingsAfter([this] { ground.Repaint(); }), std::pair(1, 1));
     EXPECT_EQ(paintingsAfter([this] { CKeptBitmap::DropAll(); }), std::pair(1, 1));
+}
+
+TEST_F(KeptPictureTest, HasOneForEachOfThePagesThatWereShownLast) {
+    struct Page final : CPage {
+        Page(const CFonts& fonts, HWND parent, COLORREF colour)
+            : CPage(fonts, {.title = "P", .line = ""}), patch(colour) {
+            EXPECT_TRUE(Create(parent));
+            Place({310, 310, 590, 490});
+            EXPECT_TRUE(patch.Create({.parent = Window(), .text = {}}));
+            patch.Place({20, 80, 200, 170});
+        }
+        Patch patch;
+    };
+    std::vector<std::unique_ptr<Page>> pages;
+    for (std::size_t page = 0; page <= KeptPicture::kMostPages; ++page)
+        pages.push_back(std::make_unique<Page>(look.fonts, ground.Window(), RGB(0, 40 * (page + 1), 0)));
+    // How often the page is painted when it is shown instead of the others.
+    const auto paintings = [&](std::size_t shown) {
+        for (const auto& page : pages) page->Hide();
+        pages[shown]->Show();
+        pages[shown]->patch.paintings = 0;
+        const std::vector<COLORREF> kept = Picture();
+        const int count = pages[shown]->patch.paintings;
+        KeptPicture other;
+        std::swap(other, picture);
+        EXPECT_TRUE(Picture() == kept) << shown;
+        std::swap(other, picture);
+        return count;
+    };
+    for (const std::size_t page : {0, 1, 2}) EXPECT_EQ(paintings(page), 1) << page;
+    for (const std::size_t page : {0, 1, 2, 1, 0}) EXPECT_EQ(paintings(page), 0) << page;
+    pages[1]->patch.Repaint();
+    text.SetText("changed meanwhile");
+    EXPECT_EQ(paintings(1), 1) << "it has changed while it was hidden";
+    EXPECT_EQ(paintings(3), 1);
+    EXPECT_EQ(paintings(0), 0);
+    EXPECT_EQ(paintings(2), 1) << "one page too many, and this one was seen longest ago";
+    pages.pop_back();
+    EXPECT_EQ(paintings(2), 0) << "none of the others";
 }
 
 TEST(KeptBitmapTest, GivesUpTheOldestWhereTheyBecomeTooMany) {
