@@ -59,6 +59,7 @@ private:
     // What the control below the mouse or with the keyboard does.
     void ShowHelp(HWND control);
     void ShowNote();
+    void EnableButton(const CButton& button, bool isEnabled) const;
     void OnRowCommand(const RowInfo& row, int notification);
     void WarnOfSpoofing();
     // True when the user has to be told to restart the browser.
