@@ -59,7 +59,6 @@ public:
 [[nodiscard]] std::unique_ptr<GalleryPage> MakeSetPasswordGallery();
 [[nodiscard]] std::unique_ptr<GalleryPage> MakeSetPasswordWrongGallery();
 [[nodiscard]] std::unique_ptr<GalleryPage> MakeSetPasswordUnconfirmedGallery();
-[[nodiscard]] std::unique_ptr<GalleryPage> MakeDeleteLogsGallery();
 [[nodiscard]] std::unique_ptr<GalleryPage> MakePacketDetailsGallery();
 [[nodiscard]] std::unique_ptr<GalleryPage> MakeLargePacketDetailsGallery();
 [[nodiscard]] std::unique_ptr<GalleryPage> MakeLogDetailsGallery();

@@ -1,6 +1,5 @@
-// The dialogs of the security password, with what is typed into them, and that for deleting logs.
+// The dialogs of the security password, with what is typed into them.
 #include "OpeningPage.h"
-#include "app/DeleteLogDialog_win.h"
 #include "config/ResourceIds.h"
 #include "config/Resources_win.h"
 #include "ipc/Pipe_win.h"
@@ -92,12 +91,6 @@ std::unique_ptr<GalleryPage> MakeSetPasswordWrongGallery() {
 }
 std::unique_ptr<GalleryPage> MakeSetPasswordUnconfirmedGallery() {
     return MakeEnterPage({{"Secret1", "A new one", "A new"}, true});
-}
-std::unique_ptr<GalleryPage> MakeDeleteLogsGallery() {
-    return std::make_unique<OpeningPage>([](HWND window, const Look& look) {
-        const Language language = OpenLanguage();
-        (void)DeleteLogDialog(look.fonts, language, {.year = 2026, .month = 3, .day = 9}).Ask(window);
-    });
 }
 
 }  // namespace brennvar::gallery

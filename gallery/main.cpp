@@ -52,7 +52,6 @@ constexpr PageEntry kPages[] = {
     {"password-set", &MakeSetPasswordGallery, 1, true},
     {"password-set-wrong", &MakeSetPasswordWrongGallery, 2, true},
     {"password-set-unconfirmed", &MakeSetPasswordUnconfirmedGallery, 2, true},
-    {"delete-logs", &MakeDeleteLogsGallery, 1, true},
     {"details-packet", &MakePacketDetailsGallery, 1, true},
     {"details-packet-large", &MakeLargePacketDetailsGallery, 1, true},
     {"details-log", &MakeLogDetailsGallery, 1, true},

@@ -185,9 +185,7 @@ FieldValue<LocalDate> ReadDay(std::string_view text) {
     if (!year || !month || !day || yearText.size() != 4) return kDayFault;
     const LocalDate date{
         .year = static_cast<int>(*year), .month = static_cast<int>(*month), .day = static_cast<int>(*day)};
-    const bool exists = date.year >= 1 && date.month >= 1 && date.month <= 12 && date.day >= 1 &&
-                        date.day <= DaysInMonth(date.year, date.month);
-    return exists ? FieldValue<LocalDate>(date) : FieldValue<LocalDate>(kNoSuchDay);
+    return IsOfCalendar(date) ? FieldValue<LocalDate>(date) : FieldValue<LocalDate>(kNoSuchDay);
 }
 
 }  // namespace brennvar

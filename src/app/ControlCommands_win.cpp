@@ -56,7 +56,8 @@ void ControlCommands::DeleteLogs(HWND window) {
     if (!::IsWindowEnabled(window)) return;
     m_session.commander.AskFor(UserCommand::DeleteLogs, [this, window] {
         if (!::IsWindowEnabled(window)) return;  // another dialog has opened while the password was read
-        DeleteLogDialog dialog(m_session.fonts, m_session.language, m_session.clock.Today());
+        DeleteLogDialog dialog(m_session.fonts, m_session.language, m_session.reads, m_session.dataFolder,
+                               m_session.clock.Today());
         const DeleteLogDialog::Choice choice = dialog.Ask(window);
         if (choice == DeleteLogDialog::Choice::None) return;
         m_session.commander.Send(

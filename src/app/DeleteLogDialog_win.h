@@ -1,10 +1,11 @@
-// Asks whose day's logs are to be deleted. The day is chosen from three lists, which look and work like every other
-// one in both skins.
+// Asks whose day's logs are to be deleted: one of the days that have any.
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "base/Clock.h"
+#include "base/Refreshed.h"
 #include "config/Language.h"
 #include "controls/Button_win.h"
 #include "controls/ComboBox_win.h"
@@ -15,35 +16,31 @@ namespace brennvar {
 
 class DeleteLogDialog final : public CSkinDialog {
 public:
-    // fonts and language are borrowed for the life of the dialog. It begins with today.
-    DeleteLogDialog(const CFonts& fonts, const Language& language, const LocalDate& today);
+    // fonts, language and the queue, on which the folder of the logs is read, are borrowed for the life of the
+    // dialog.
+    DeleteLogDialog(const CFonts& fonts, const Language& language, TaskQueue& reads, const std::string& dataFolder,
+                    const LocalDate& today);
 
     enum class Choice { None, Day, DayAndOlder };
+    // Begins with the newest day.
     [[nodiscard]] Choice Ask(HWND owner);
-    // What was chosen last.
+    // What was chosen, unless that was Choice::None.
     [[nodiscard]] const LocalDate& Day() const { return m_day; }
 
 private:
-    // One part of the date: its name above a list of numbers.
-    struct Part {
-        CLabel label;
-        CComboBox list;
-    };
-
     void OnCreateContent() override;
     void OnCommand(int id, int notification) override;
-    void AdoptPart(Part& part, int label, int list, const std::string& text);
     void PlaceControls();
-    void FillDays();
-    void OnChosen();
+    void OnDays(std::vector<LocalDate> days);
 
     const Language& m_language;
     const LocalDate m_today;
     LocalDate m_day;
+    std::vector<LocalDate> m_days;  // as the list shows them
+    Refreshed<std::vector<LocalDate>> m_reading;
     CLabel m_heading;
-    Part m_dayPart;
-    Part m_monthPart;
-    Part m_yearPart;
+    CComboBox m_list;
+    CLabel m_note;  // why nothing can be chosen
     CButton m_ok;
     CButton m_older;
     CButton m_cancel;

@@ -1,22 +1,16 @@
-// What the calendar says about a day that is being chosen.
+// What the calendar says about days.
 #pragma once
-
-#include <algorithm>
 
 #include "base/Clock.h"
 
 namespace brennvar {
 
-// 28 to 31; month from 1.
-[[nodiscard]] constexpr int DaysInMonth(int year, int month) {
+// Whether there is such a day; years from 1.
+[[nodiscard]] constexpr bool IsOfCalendar(const LocalDate& date) {
     constexpr int kDays[] = {31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
-    const bool isLeap = year % 4 == 0 && (year % 100 != 0 || year % 400 == 0);
-    return kDays[month - 1] + (month == 2 && isLeap ? 1 : 0);
-}
-
-// The day, or the month's last one when it does not have that many.
-[[nodiscard]] constexpr LocalDate NearestDay(LocalDate date) {
-    return {.year = date.year, .month = date.month, .day = std::min(date.day, DaysInMonth(date.year, date.month))};
+    if (date.year < 1 || date.month < 1 || date.month > 12 || date.day < 1) return false;
+    const bool isLeap = date.year % 4 == 0 && (date.year % 100 != 0 || date.year % 400 == 0);
+    return date.day <= kDays[date.month - 1] + (date.month == 2 && isLeap ? 1 : 0);
 }
 
 }  // namespace brennvar

@@ -115,12 +115,8 @@
 
 // Delete-logs dialog
 #define IDC_DELETE_LOG_HEADING 1210
-#define IDC_DELETE_LOG_DAY_LABEL 1211
+#define IDC_DELETE_LOG_NOTE 1211
 #define IDC_DELETE_LOG_DAY 1212
-#define IDC_DELETE_LOG_MONTH_LABEL 1213
-#define IDC_DELETE_LOG_MONTH 1214
-#define IDC_DELETE_LOG_YEAR_LABEL 1215
-#define IDC_DELETE_LOG_YEAR 1216
 
 // The result of the delete-logs dialog that is neither OK nor Cancel
 #define IDC_DELETE_LOG_OLDER 523

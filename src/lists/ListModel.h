@@ -30,7 +30,10 @@ struct ListColumn {
     bool isNumber = false;   // aligned right, and sorted by ListModel::SortNumber
     bool takesRoom = false;  // gets what the other columns leave
     bool isPath = false;     // cut in the middle, so that the file name stays
-    bool hasIcon = false;    // the program's icon stands here; in the first column when no column has it
+    // 0: it stays. Where the list has no room for all columns, those of the highest number are left out first,
+    // together; what they say is not lost, but said by tips, details and copied rows.
+    int yields = 0;
+    bool hasIcon = false;  // the program's icon stands here; in the first column when no column has it
     // Texts that must never be cut, whether or not a row holds them now: all states, all actions.
     std::vector<std::string> longest{};
     int clickAction = 0;  // the action that a click into a cell of this column is, on its row; 0: none

@@ -22,6 +22,7 @@ TreeColumn TreeColumnOf(const ListColumn& column) {
     made.isNumber = column.isNumber;
     made.takesRoom = column.takesRoom;
     made.isPath = column.isPath;
+    made.yields = column.yields;
     made.longest = column.longest;
     return made;
 }

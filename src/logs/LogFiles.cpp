@@ -4,10 +4,12 @@
 #include <charconv>
 #include <cstdio>
 #include <optional>
+#include <span>
 #include <string_view>
 #include <tuple>
 
 #include "base/AsciiCase.h"
+#include "base/Calendar.h"
 #include "config/Folders.h"
 #include "logs/LogFile.h"
 
@@ -33,13 +35,6 @@ std::optional<int> NumberOf(std::string_view digits) {
     return number;
 }
 
-bool IsOfCalendar(LocalDate day) {
-    constexpr int kDays[] = {31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
-    if (day.month < 1 || day.month > 12 || day.day < 1) return false;
-    const bool isLeapYear = (day.year % 4 == 0 && day.year % 100 != 0) || day.year % 400 == 0;
-    return day.day <= kDays[day.month - 1] + (day.month == 2 && isLeapYear ? 1 : 0);
-}
-
 std::optional<LocalDate> DayOf(std::string_view name, std::string_view suffix) {
     constexpr std::size_t kDateSize = 8;  // YYYYMMDD
     if (name.size() != kDateSize + suffix.size() || !EqualsIgnoringCase(name.substr(kDateSize), suffix)) {
@@ -53,23 +48,39 @@ std::optional<LocalDate> DayOf(std::string_view name, std::string_view suffix) {
     return IsOfCalendar(date) ? std::optional(date) : std::nullopt;
 }
 
-}  // namespace
-
-std::vector<LocalDate> FindLogDays(const std::string& dataFolder, LogKind kind) {
+std::vector<LocalDate> DaysAmong(const std::vector<std::string>& names, std::span<const LogKind> kinds) {
     std::vector<LocalDate> days;
-    for (const std::string& name : FileNamesIn(LogFolderPath(dataFolder))) {
-        if (const auto day = DayOf(name, SuffixOf(kind))) days.push_back(*day);
+    for (const std::string& name : names) {
+        for (const LogKind kind : kinds) {
+            if (const auto day = DayOf(name, SuffixOf(kind))) days.push_back(*day);
+        }
     }
     std::sort(days.begin(), days.end(), [](LocalDate a, LocalDate b) {
         return std::tie(a.year, a.month, a.day) > std::tie(b.year, b.month, b.day);
     });
+    days.erase(std::unique(days.begin(), days.end()), days.end());
     return days;
+}
+
+}  // namespace
+
+std::vector<LocalDate> FindLogDays(const std::string& dataFolder, LogKind kind) {
+    return DaysAmong(FileNamesIn(LogFolderPath(dataFolder)), {&kind, 1});
+}
+
+std::vector<LocalDate> FindLogDays(const std::string& dataFolder) {
+    constexpr LogKind kAll[] = {LogKind::Traffic, LogKind::Packet, LogKind::Dns, LogKind::Mac};
+    return DaysAmong(FileNamesIn(LogFolderPath(dataFolder)), kAll);
 }
 
 std::string FormatDay(LocalDate day) {
     char text[40];  // three numbers of any size
     (void)std::snprintf(text, sizeof text, "%04d-%02d-%02d", day.year, day.month, day.day);
     return text;
+}
+
+std::string TextOfDay(LocalDate day, LocalDate today, const Language& language) {
+    return day == today ? language.GetText(1428, "Today") + ", " + FormatDay(day) : FormatDay(day);
 }
 
 std::string LogFilePath(const std::string& dataFolder, LogKind kind, LocalDate day) {

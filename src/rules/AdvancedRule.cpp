@@ -92,10 +92,7 @@ private:
         const LocalDate date{.year = static_cast<int>(number / 10000),
                              .month = static_cast<int>(number / 100 % 100),
                              .day = static_cast<int>(number % 100)};
-        if (date.year < 1 || date.year > kLastYear || date.month < 1 || date.month > 12 || date.day < 1 ||
-            NearestDay(date) != date) {
-            return std::nullopt;
-        }
+        if (date.year > kLastYear || !IsOfCalendar(date)) return std::nullopt;
         return date;
     }
 

@@ -13,11 +13,33 @@ void ColumnLayout::Set(std::vector<Column> columns) {
     Fit(m_room);
 }
 
+int ColumnLayout::LeastTotal() const {
+    int total = 0;
+    for (const Column& column : m_columns) {
+        if (!HasGivenWay(column)) total += column.takesRoom ? column.minimalWidth : column.width;
+    }
+    return total;
+}
+
+void ColumnLayout::ShowWhatFits() {
+    m_firstThatYields = INT_MAX;
+    while (LeastTotal() > m_room) {
+        int next = 0;
+        for (const Column& column : m_columns) {
+            if (!HasGivenWay(column)) next = std::max(next, column.yields);
+        }
+        if (next == 0) return;
+        m_firstThatYields = next;
+    }
+}
+
 void ColumnLayout::Fit(int room) {
     m_room = room;
+    ShowWhatFits();
     int rest = room;
     int takers = 0;
     for (const Column& column : m_columns) {
+        if (HasGivenWay(column)) continue;
         if (column.takesRoom) {
             ++takers;
         } else {
@@ -25,7 +47,7 @@ void ColumnLayout::Fit(int room) {
         }
     }
     for (Column& column : m_columns) {
-        if (!column.takesRoom) continue;
+        if (!column.takesRoom || HasGivenWay(column)) continue;
         column.width = std::max(column.minimalWidth, rest / takers);
         rest -= column.width;
         --takers;
@@ -74,8 +96,9 @@ int ColumnLayout::ColumnAt(int x) const {
 
 int ColumnLayout::DividerAt(int x, int reach) const {
     // From the right: of columns dragged to nothing the last one is found, which can be opened again.
+    // One that gives way cannot.
     for (int i = Count() - 1; i >= 0; --i) {
-        if (std::abs(x - Left(i + 1)) <= reach) return i;
+        if (!HasGivenWay(At(i)) && std::abs(x - Left(i + 1)) <= reach) return i;
     }
     return kNone;
 }

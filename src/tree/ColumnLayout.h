@@ -1,6 +1,9 @@
-// Widths of columns side by side, in pixels. Columns that take room share what the others leave of the width.
+// Widths of columns side by side, in pixels. Columns that take room share what the others leave of the width, and
+// some give way altogether while there is not enough of it for all.
 #pragma once
 
+#include <climits>
+#include <cstddef>
 #include <span>
 #include <vector>
 
@@ -12,6 +15,8 @@ public:
         int width = 0;
         int minimalWidth = 0;
         bool takesRoom = false;
+        // 0: it stays. Where the columns need more than the room, those of the highest number go first, together.
+        int yields = 0;
     };
     static constexpr int kNone = -1;
 
@@ -27,7 +32,10 @@ public:
     void Restore(std::span<const int> widths);
 
     [[nodiscard]] int Count() const { return static_cast<int>(m_columns.size()); }
-    [[nodiscard]] int Width(int column) const { return m_columns[static_cast<std::size_t>(column)].width; }
+    // As it is shown: none, while it gives way.
+    [[nodiscard]] int Width(int column) const { return HasGivenWay(At(column)) ? 0 : At(column).width; }
+    // As it is when there is room for it.
+    [[nodiscard]] int WantedWidth(int column) const { return At(column).width; }
     [[nodiscard]] int Left(int column) const;
     [[nodiscard]] int Total() const { return Left(Count()); }
     // kNone beside all columns.
@@ -37,8 +45,14 @@ public:
 
 private:
     [[nodiscard]] Column& At(int column) { return m_columns[static_cast<std::size_t>(column)]; }
+    [[nodiscard]] const Column& At(int column) const { return m_columns[static_cast<std::size_t>(column)]; }
+    [[nodiscard]] bool HasGivenWay(const Column& column) const { return column.yields >= m_firstThatYields; }
+    // The room that all columns that are shown need at least.
+    [[nodiscard]] int LeastTotal() const;
+    void ShowWhatFits();
 
     std::vector<Column> m_columns;
+    int m_firstThatYields = INT_MAX;
     int m_room = 0;
 };
 

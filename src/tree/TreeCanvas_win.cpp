@@ -85,7 +85,7 @@ void TreeCanvas::PaintHeader(HDC dc, const RECT& invalid) {
     painter.PaintHeaderGround(buffer, header);
     for (int column = 0; column < m_places.Columns().Count(); ++column) {
         RECT cell = m_places.HeaderCell(column);
-        if (cell.right <= invalid.left || cell.left >= invalid.right) continue;
+        if (cell.right <= invalid.left || cell.left >= invalid.right || cell.left == cell.right) continue;
         ::OffsetRect(&cell, -place.left, -place.top);
         painter.PaintHeaderCell(buffer, cell, cell.right < header.right, m_places.Column(column),
                                 m_sortColumn == column ? m_sort : TreePainter::Sort::None,
@@ -152,7 +152,7 @@ void TreeCanvas::ReadRow(int row, int width) {
     LONG left = -m_places.Horizontal().Range().position;
     for (int column = 0; column < m_places.Columns().Count(); ++column) {
         const LONG right = left + m_places.Columns().Width(column);
-        if (right > 0 && left < width) {
+        if (right > 0 && left < width && left < right) {
             TreeCell content = m_state.Source().Cell(row, column);
             const Touch check = content.checked ? m_pointer.TouchOfCheck({row, column}) : Touch::Rest;
             m_row.cells.push_back({column, left, right, check, std::move(content)});

@@ -16,7 +16,7 @@ void TreePlaces::SetColumns(std::span<const TreeColumn> columns, bool hasLevels)
     m_hasLevels = hasLevels;
     std::vector<ColumnLayout::Column> widths;
     for (const TreeColumn& column : m_columns) {
-        widths.push_back({Scale(column.width), Scale(column.minimalWidth), column.takesRoom});
+        widths.push_back({Scale(column.width), Scale(column.minimalWidth), column.takesRoom, column.yields});
     }
     m_layout.Set(std::move(widths));
 }

@@ -61,6 +61,7 @@ struct TreeColumn {
     bool isNumber = false;   // aligned right
     bool takesRoom = false;  // gets what the others leave, at least its minimal width
     bool isPath = false;     // cut in the middle, so that the file name stays
+    int yields = 0;          // as ColumnLayout::Column
     // FitToContent leaves room for these, whether or not a row holds them now.
     std::vector<std::string> longest{};
 };

@@ -96,7 +96,7 @@ std::vector<int> CTree::ColumnWidths() const {
     std::vector<int> widths;
     const int unit = Scale(96);
     for (int column = 0; column < columns.Count(); ++column) {
-        widths.push_back(::MulDiv(columns.Width(column), 96, unit));
+        widths.push_back(::MulDiv(columns.WantedWidth(column), 96, unit));
     }
     return widths;
 }

@@ -64,17 +64,29 @@ std::vector<ListColumn> ConnectionsModel::Columns() const {
     // What the numbers mostly take: with room for it the columns stay as they are.
     const std::string rate = FormatRate(1000 * 1024, 1000, m_words);
     const std::string bytes = FormatBytes(1000 * 1024, m_words);
-    return {
-        {.title = language.GetText(1020, "Process"), .width = 104},
-        {.title = language.GetText(1021, "Address"), .width = 200},
-        {.title = language.GetText(1022, "State"), .width = 96, .longest = std::move(states)},
-        {.title = language.GetText(1660, "Rate in"), .width = 64, .isNumber = true, .longest = {rate}},
-        {.title = language.GetText(1661, "Rate out"), .width = 64, .isNumber = true, .longest = {rate}},
-        {.title = language.GetText(1662, "Received"), .width = 64, .isNumber = true, .longest = {bytes}},
-        {.title = language.GetText(1663, "Sent"), .width = 64, .isNumber = true, .longest = {bytes}},
-        {.title = language.GetText(1664, "Age"), .width = 48, .isNumber = true, .longest = {FormatAge(0, true)}},
-        {.title = language.GetText(1026, "Path"), .width = 96, .takesRoom = true, .isPath = true},
-        {.title = language.GetText(1023, "PID"), .width = 48, .isNumber = true}};
+    // A narrow list does without the numbers first, and last of all without where the program lies.
+    enum Yields { kNever, kAmounts, kProcessId, kAge, kRates };
+    const auto amount = [&](Text title, const std::string& longest, int yields) {
+        return ListColumn{.title = language.GetText(title),
+                          .width = 64,
+                          .isNumber = true,
+                          .yields = yields,
+                          .longest = {longest}};
+    };
+    return {{.title = language.GetText(1020, "Process"), .width = 104},
+            {.title = language.GetText(1021, "Address"), .width = 200},
+            {.title = language.GetText(1022, "State"), .width = 96, .longest = std::move(states)},
+            amount(Text{1660, "Rate in"}, rate, kRates),
+            amount(Text{1661, "Rate out"}, rate, kRates),
+            amount(Text{1662, "Received"}, bytes, kAmounts),
+            amount(Text{1663, "Sent"}, bytes, kAmounts),
+            {.title = language.GetText(1664, "Age"),
+             .width = 48,
+             .isNumber = true,
+             .yields = kAge,
+             .longest = {FormatAge(0, true)}},
+            {.title = language.GetText(1026, "Path"), .width = 96, .takesRoom = true, .isPath = true},
+            {.title = language.GetText(1023, "PID"), .width = 48, .isNumber = true, .yields = kProcessId}};
 }
 
 std::string ConnectionsModel::EmptyText() const {
@@ -182,16 +194,23 @@ std::string ConnectionsModel::GroupText(const ConnectionGroup& group, Column col
 std::string ConnectionsModel::CellTip(int row, int column) const {
     const Place place = At(row);
     const Language& language = m_parts.language;
-    const auto bytes = [&](std::uint64_t number) {
-        return FormatCount(number) + " " + language.GetText(1679, "bytes");
+    // The rate as well, whose own column a narrow list leaves out.
+    const auto bytes = [&](std::uint64_t number, std::uint64_t rate) {
+        const std::string text = FormatCount(number) + " " + language.GetText(1679, "bytes");
+        return rate == 0 ? text : text + ", " + RateText(rate, m_words);
     };
     const bool isCounted = place.group || !place.row->IsListener();
     switch (static_cast<Column>(column)) {
         case Column::Process: return OneLine(ProgramAt(place).path);
         case Column::State: return place.row ? language.GetText(ConnectionStateWords(place.row->state)) : "";
         case Column::Received:
-            return isCounted ? bytes(place.group ? place.group->bytesIn : place.row->bytesIn) : "";
-        case Column::Sent: return isCounted ? bytes(place.group ? place.group->bytesOut : place.row->bytesOut) : "";
+            if (!isCounted) return {};
+            return place.group ? bytes(place.group->bytesIn, place.group->rateIn)
+                               : bytes(place.row->bytesIn, place.row->rateIn);
+        case Column::Sent:
+            if (!isCounted) return {};
+            return place.group ? bytes(place.group->bytesOut, place.group->rateOut)
+                               : bytes(place.row->bytesOut, place.row->rateOut);
         case Column::Age:
             return (place.group ? place.group->isOlder : place.row->isOlder)
                        ? language.GetText(1678, "It was there already when the page was opened.")

@@ -198,14 +198,17 @@ void OptionsPage::ShowNote() {
     Text note = m_editor.NoteText(m_current);
     if (ServiceList* const list = m_lists.Find(Info().List()); list && note.number == 0) note = list->NoteText();
     m_note.SetText(note.number != 0 ? m_language.GetText(note) : std::string());
-    // Not while it applies: a button that is disabled loses the keyboard.
-    const bool canApply = m_editor.CanApply(m_current);
-    if (canApply != (::IsWindowEnabled(m_apply.Window()) != FALSE)) ::EnableWindow(m_apply.Window(), canApply);
-    const bool canDiscard = m_editor.IsUnapplied(m_current);
-    m_list.Mark(canDiscard ? static_cast<int>(m_current) : CListBox::kNone);
-    if (canDiscard == (::IsWindowEnabled(m_discard.Window()) != FALSE)) return;
-    if (!canDiscard && ::GetFocus() == m_discard.Window()) ::SetFocus(m_list.Window());
-    ::EnableWindow(m_discard.Window(), canDiscard);
+    const bool isUnapplied = m_editor.IsUnapplied(m_current);
+    m_list.Mark(isUnapplied ? static_cast<int>(m_current) : CListBox::kNone);
+    EnableButton(m_apply, isUnapplied && m_editor.CanApply(m_current));
+    EnableButton(m_discard, isUnapplied);
+}
+
+void OptionsPage::EnableButton(const CButton& button, bool isEnabled) const {
+    if (isEnabled == (::IsWindowEnabled(button.Window()) != FALSE)) return;
+    // A button that is disabled would keep the keyboard from everybody.
+    if (!isEnabled && ::GetFocus() == button.Window()) ::SetFocus(m_list.Window());
+    ::EnableWindow(button.Window(), isEnabled);
 }
 
 // What the user does
@@ -330,6 +333,9 @@ void OptionsPage::Reload() {
 void OptionsPage::OnTimer(UINT_PTR id) {
     if (id == kWatchTimer) {
         m_editor.Watch();
+        // A program that works a control need not tell of it, and what can be applied is to be offered.
+        TakeEdits();
+        ShowNote();
         if (ServiceList* const list = m_lists.Find(Info().List())) list->Watch();
     }
     if (id == kTellTimer) {

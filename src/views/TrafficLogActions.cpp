@@ -70,11 +70,6 @@ std::string TrafficLogModel::KindName() const {
                                      : m_parts.language.GetText(1425, "Traffic");
 }
 
-std::string TrafficLogModel::TextOfDay(LocalDate day) const {
-    const std::string text = FormatDay(day);
-    return day == m_parts.clock.Today() ? m_parts.language.GetText(1428, "Today") + ", " + text : text;
-}
-
 std::vector<ListChoice> TrafficLogModel::Choices() const {
     const Language& language = m_parts.language;
     ListChoice log{.id = kLogChoice,
@@ -85,7 +80,7 @@ std::vector<ListChoice> TrafficLogModel::Choices() const {
     ListChoice days{
         .id = kDayChoice, .label = language.GetText(1427, "Day:"), .items = {}, .chosen = 0, .width = 136};
     for (std::size_t i = 0; i < m_days.size(); ++i) {
-        days.items.push_back(TextOfDay(m_days[i]));
+        days.items.push_back(TextOfDay(m_days[i], m_parts.clock.Today(), language));
         if (m_days[i] == m_day) days.chosen = static_cast<int>(i);
     }
     ListChoice filter{.id = kFilterChoice,

@@ -130,7 +130,6 @@ private:
     // Of the rows; none while the first listing of the log is under way.
     [[nodiscard]] std::optional<LogExtent> Extent() const;
 
-    [[nodiscard]] std::string TextOfDay(LocalDate day) const;
     [[nodiscard]] std::string KindName() const;
     // "Traffic 2026-03-09"
     [[nodiscard]] std::string LogName() const;

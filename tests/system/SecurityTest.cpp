@@ -13,7 +13,7 @@ namespace {
 constexpr int kResetFingerprints = 971, kReset = 972, kTestMail = 973, kUpdate = 974, kDeleteLogs = 975,
               kSetPassword = 976, kNetworkOff = 701;
 constexpr int kOldEdit = 1202, kEdit = 1204, kConfirmEdit = 1206;
-constexpr int kDayList = 1212, kMonthList = 1214, kYearList = 1216, kDayAndOlder = 523;
+constexpr int kDayList = 1212, kDayAndOlder = 523;
 constexpr char kPasswordCaption[] = "Security password";
 
 // Title "Security password entered", subject "Valid" or "Invalid".
@@ -117,26 +117,47 @@ TEST_F(SecurityTest, CommandsNeedNoPasswordWhereNoneIsSet) {
     // "Options changed", "Reset"
     ExpectSent({"COMMAND 5596 0:1D", "COMMAND 5596 0:01 4:4F7074696F6E73206368616E676564 132:5265736574"});
 
-    // Logs of a day of last year, and of those before it.
-    const auto log = [&](const char* day) { return m_data + "\\Log\\" + year + day + "_dns.log"; };
-    for (const char* day : {"0227", "0228", "0301"}) std::ofstream(log(day)) << "x";
+    // Logs of last year only: the newest day comes first, and each once.
+    const auto log = [&](const std::string& name) { return m_data + "\\Log\\" + year + name + ".log"; };
+    const auto forgetLogs = [&] {
+        for (const auto& file : std::filesystem::directory_iterator(m_data + "\\Log")) {
+            std::filesystem::remove(file);
+        }
+    };
+    forgetLogs();
+    for (const char* name : {"0227_dns", "0228_dns", "0228", "0301_mac"}) std::ofstream(log(name)) << "x";
     const std::pair<int, const char*> choices[] = {{IDOK, ""}, {kDayAndOlder, " 644:01"}};
     for (const auto& [button, older] : choices) {
         Command(kDeleteLogs);
         const HWND dialog = NextWindow("Delete logs");
+        const HWND days = ::GetDlgItem(dialog, kDayList);
+        ASSERT_TRUE(WaitUntil([&] { return ::IsWindowEnabled(days) != FALSE; }));
         EXPECT_EQ(LOWORD(::SendMessageA(dialog, DM_GETDEFID, 0, 0)), IDCANCEL) << "Enter deletes nothing";
-        const std::pair<int, WPARAM> rows[] = {{kYearList, 1}, {kMonthList, 1}, {kDayList, 27}};
-        for (const auto& [list, row] : rows) {
-            Ask(::GetDlgItem(dialog, list), CB_SETCURSEL, row);
-            Ask(dialog, WM_COMMAND, MAKEWPARAM(list, CBN_SELCHANGE));
-        }
+        EXPECT_EQ(WindowText(days), year + "-03-01");
+        EXPECT_EQ(Ask(days, CB_GETCOUNT), button == IDOK ? 3 : 2);
+        const WPARAM row = 1;
+        Ask(days, CB_SETCURSEL, row);
+        const std::string day = button == IDOK ? "0228" : "0227";
+        std::string dayHex;
+        for (const char digit : day) dayHex += std::string("3") + digit;
         Answer(dialog, button);
-        ExpectSent({"COMMAND 5596 0:17 132:" + yearHex + "30323238" + older});
-        EXPECT_TRUE(WaitUntil([&, isLeft = button == IDOK] {
-            return !std::filesystem::exists(log("0228")) && std::filesystem::exists(log("0227")) == isLeft;
+        ExpectSent({"COMMAND 5596 0:17 132:" + yearHex + dayHex + older});
+        EXPECT_TRUE(WaitUntil([&] {
+            return !std::filesystem::exists(log(day + "_dns")) &&
+                   std::filesystem::exists(log("0227_dns")) == (button == IDOK);
         }));
     }
-    EXPECT_TRUE(std::filesystem::exists(log("0301")));
+    EXPECT_TRUE(std::filesystem::exists(log("0301_mac")));
+    // Without logs there is nothing to delete, whatever is pressed.
+    forgetLogs();
+    Command(kDeleteLogs);
+    HWND dialog = NextWindow("Delete logs");
+    EXPECT_TRUE(WaitUntil([&] { return SaysAnywhere(dialog, "There are no logs."); }));
+    EXPECT_FALSE(::IsWindowEnabled(::GetDlgItem(dialog, IDOK)) ||
+                 ::IsWindowEnabled(::GetDlgItem(dialog, kDayAndOlder)));
+    Ask(dialog, WM_COMMAND, IDOK);
+    EXPECT_TRUE(::IsWindowVisible(dialog));
+    Answer(dialog, IDCANCEL);
 
     Command(kDeleteLogs);
     (void)NextWindow("Delete logs");

@@ -5,14 +5,17 @@
 namespace brennvar {
 namespace {
 
-TEST(CalendarTest, KeepsTheDayInsideItsMonth) {
-    EXPECT_EQ(NearestDay({.year = 2026, .month = 12, .day = 31}), (LocalDate{2026, 12, 31}));
-    EXPECT_EQ(NearestDay({.year = 2026, .month = 4, .day = 31}), (LocalDate{2026, 4, 30}));
+TEST(CalendarTest, KnowsItsDays) {
     // Leap years: every fourth, but not the full centuries, except every fourth of these.
-    EXPECT_EQ(NearestDay({.year = 2026, .month = 2, .day = 31}), (LocalDate{2026, 2, 28}));
-    EXPECT_EQ(NearestDay({.year = 2028, .month = 2, .day = 31}), (LocalDate{2028, 2, 29}));
-    EXPECT_EQ(NearestDay({.year = 2100, .month = 2, .day = 31}), (LocalDate{2100, 2, 28}));
-    EXPECT_EQ(NearestDay({.year = 2000, .month = 2, .day = 31}), (LocalDate{2000, 2, 29}));
+    for (const LocalDate& day : {LocalDate{1, 1, 1}, LocalDate{2026, 12, 31}, LocalDate{2026, 4, 30},
+                                 LocalDate{2026, 2, 28}, LocalDate{2028, 2, 29}, LocalDate{2000, 2, 29}}) {
+        EXPECT_TRUE(IsOfCalendar(day)) << day.year << ' ' << day.month << ' ' << day.day;
+    }
+    for (const LocalDate& day :
+         {LocalDate{0, 1, 1}, LocalDate{2026, 0, 1}, LocalDate{2026, 13, 1}, LocalDate{2026, 1, 0},
+          LocalDate{2026, 4, 31}, LocalDate{2026, 2, 29}, LocalDate{2028, 2, 30}, LocalDate{2100, 2, 29}}) {
+        EXPECT_FALSE(IsOfCalendar(day)) << day.year << ' ' << day.month << ' ' << day.day;
+    }
 }
 
 }  // namespace

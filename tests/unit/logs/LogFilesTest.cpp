@@ -21,6 +21,11 @@ TEST(LogFilesTest, FindsTheDaysThatHaveLogsNewestFirst) {
     EXPECT_EQ(FindLogDays(folder.Path(), LogKind::Traffic),
               (std::vector<LocalDate>{{2026, 3, 1}, {2026, 2, 28}, {2025, 12, 31}, {2024, 2, 29}}));
     EXPECT_EQ(FindLogDays(folder.Path(), LogKind::Packet), (std::vector<LocalDate>{{2026, 3, 9}}));
+    // The ninth of March has two logs now.
+    folder.Write(R"(\Log\20260309_mac.log)", "");
+    EXPECT_EQ(FindLogDays(folder.Path()),
+              (std::vector<LocalDate>{
+                  {2026, 3, 9}, {2026, 3, 1}, {2026, 2, 28}, {2025, 12, 31}, {2025, 1, 1}, {2024, 2, 29}}));
     EXPECT_EQ(FormatDay({.year = 2026, .month = 3, .day = 9}), "2026-03-09");
 }
 

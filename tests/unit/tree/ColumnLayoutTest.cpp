@@ -72,5 +72,26 @@ TEST(ColumnLayoutTest, WidensAndRemembersAndFindsWhatIsBelowTheMouse) {
     EXPECT_EQ(layout.DividerAt(20, 3), 1) << "the one that can be opened again";
 }
 
+TEST(ColumnLayoutTest, SomeGiveWayWhereThereIsNoRoomForAll) {
+    ColumnLayout layout;
+    layout.Set({{100, 30, false}, {70, 30, false, 2}, {60, 30, false, 2}, {40, 30, false, 1}, {50, 80, true}});
+    struct Case {
+        int room;
+        std::vector<int> expected;
+    };
+    const Case cases[] = {{360, {100, 70, 60, 40, 90}}, {350, {100, 70, 60, 40, 80}},
+                          {349, {100, 0, 0, 40, 209}},                              // together
+                          {219, {100, 0, 0, 0, 119}},   {150, {100, 0, 0, 0, 80}},  // those that stay need more
+                          {350, {100, 70, 60, 40, 80}}};
+    for (const Case& test : cases) {
+        layout.Fit(test.room);
+        EXPECT_EQ(WidthsOf(layout), test.expected) << test.room;
+    }
+    layout.Fit(349);
+    EXPECT_EQ(layout.WantedWidth(1), 70) << "is remembered";
+    EXPECT_EQ(layout.DividerAt(100, 3), 0) << "none of what cannot be seen";
+    EXPECT_EQ(layout.ColumnAt(100), 3);
+}
+
 }  // namespace
 }  // namespace brennvar

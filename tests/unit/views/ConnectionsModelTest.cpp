@@ -35,6 +35,8 @@ TEST_F(ConnectionsModelTest, TakesWhatIsReadWhileItIsShown) {
     tables.Refresh();
     ASSERT_TRUE(RunUntilRows());
     EXPECT_EQ(Texts(Column::RateIn), "2.0 KB/s   ");
+    EXPECT_TRUE(Tip(0, Column::Received).ends_with("bytes, 2.0 KB/s"));
+    EXPECT_TRUE(Tip(0, Column::Sent).ends_with("bytes"));
     EXPECT_EQ(Texts(Column::Sent), "0 B 0 B  ") << "a listener has no bytes";
     EXPECT_EQ(model->Mark(1), RowMark::New);
     EXPECT_EQ(model->Summary(), "Connections: 2, programs: 2, listening: 1; most: a.exe 2.0 KB/s");

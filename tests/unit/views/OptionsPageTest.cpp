@@ -37,9 +37,7 @@ protected:
         ASSERT_TRUE(page.Create(parent));
         page.Place({0, 0, 800, 500});
         page.Show();
-        EXPECT_FALSE(::IsWindowEnabled(Find(IDC_OPTIONS_APPLY))) << "nothing has been read";
         reads.RunAll();
-        EXPECT_TRUE(::IsWindowEnabled(Find(IDC_OPTIONS_APPLY)));
     }
     ~OptionsPageTest() override { EndWindow(parent); }
 
@@ -63,7 +61,9 @@ protected:
         Ask(IDC_OPTIONS_SECTIONS, LB_SETCURSEL, static_cast<WPARAM>(index));
         ::SendMessageA(page.Window(), WM_COMMAND, MAKEWPARAM(IDC_OPTIONS_SECTIONS, LBN_SELCHANGE), 0);
     }
-    void Apply() const { Ask(IDC_OPTIONS_APPLY, BM_CLICK); }
+    // As of a program that does not look whether the button is enabled.
+    void Apply() const { ::SendMessageA(page.Window(), WM_COMMAND, IDC_OPTIONS_APPLY, 0); }
+    bool IsEnabled(int id) const { return ::IsWindowEnabled(Find(id)) != FALSE; }
     std::string Note() const { return test::DrawnText(page.Window(), IDC_OPTIONS_NOTE).value_or("none"); }
 };
 
@@ -82,16 +82,34 @@ TEST_F(OptionsPageTest, TellsWhatAnOptionDoesAndBringsBackWhatIsStored) {
     ::SendMessageA(page.Window(), WM_SETCURSOR, reinterpret_cast<WPARAM>(Find(IDC_OPTIONS_APPLY)), 0);
     EXPECT_NE(help(), hint) << "what is no option leaves it";
 
-    EXPECT_FALSE(::IsWindowEnabled(Find(IDC_OPTIONS_DISCARD)));
+    EXPECT_FALSE(IsEnabled(IDC_OPTIONS_DISCARD));
     const LRESULT before = Ask(1007, BM_GETCHECK);
     Ask(1007, BM_CLICK);
     EXPECT_NE(Ask(1007, BM_GETCHECK), before);
-    EXPECT_TRUE(::IsWindowEnabled(Find(IDC_OPTIONS_DISCARD)));
+    EXPECT_TRUE(IsEnabled(IDC_OPTIONS_DISCARD));
     Ask(IDC_OPTIONS_DISCARD, BM_CLICK);
     EXPECT_EQ(Ask(1007, BM_GETCHECK), before);
-    EXPECT_FALSE(::IsWindowEnabled(Find(IDC_OPTIONS_DISCARD)));
+    EXPECT_FALSE(IsEnabled(IDC_OPTIONS_DISCARD));
     OpenSection(kMiscellaneousSection);
     EXPECT_EQ(help(), hint);
+}
+
+TEST_F(OptionsPageTest, OffersToApplyWhatIsNotStored) {
+    page.Reload();
+    reads.RunAll();
+    EXPECT_FALSE(IsEnabled(IDC_OPTIONS_APPLY)) << "nothing is changed";
+    Ask(1007, BM_CLICK);
+    EXPECT_TRUE(IsEnabled(IDC_OPTIONS_APPLY));
+    Ask(1007, BM_CLICK);
+    EXPECT_FALSE(IsEnabled(IDC_OPTIONS_APPLY)) << "taken back";
+    // A program that sets the box tells nobody: it is found within the second.
+    constexpr WPARAM kWatchTimer = 1;
+    Ask(1007, BM_SETCHECK, Ask(1007, BM_GETCHECK) == BST_CHECKED ? BST_UNCHECKED : BST_CHECKED);
+    ::SendMessageA(page.Window(), WM_TIMER, kWatchTimer, 0);
+    EXPECT_TRUE(IsEnabled(IDC_OPTIONS_APPLY));
+    Ask(IDC_OPTIONS_APPLY, BM_CLICK);
+    EXPECT_EQ(Note(), "Applying...");
+    EXPECT_FALSE(IsEnabled(IDC_OPTIONS_APPLY)) << "it is on its way";
 }
 
 TEST_F(OptionsPageTest, NothingSelectedChangesNothing) {
