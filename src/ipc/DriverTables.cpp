@@ -1,13 +1,13 @@
 #include "ipc/DriverTables.h"
 
 #include <algorithm>
-#include <array>
 #include <cstddef>
 #include <cstring>
 #include <memory>
 #include <new>
-#include <numeric>
 #include <utility>
+
+#include "base/RadixSort.h"
 
 namespace brennvar {
 namespace {
@@ -40,53 +40,28 @@ SortKey KeyOf(const ListenerEntry& entry) {
 
 struct Place {
     SortKey key;
-    std::uint32_t entry;  // its number in the answer
+    std::uint32_t entry;  // its number in the table
 };
 
-// One step of a radix sort: into the order of these eight bits, equal ones left as they are.
-void SortByByte(std::vector<Place>& places, std::vector<Place>& room, std::uint64_t SortKey::*word,
-                unsigned shift) {
-    std::array<std::size_t, 256> starts{};
-    const auto byteOf = [=](const Place& place) { return (place.key.*word >> shift) & 0xFF; };
-    for (const Place& place : places) ++starts[byteOf(place)];
-    std::exclusive_scan(starts.begin(), starts.end(), starts.begin(), std::size_t{0});
-    for (const Place& place : places) room[starts[byteOf(place)]++] = place;
-    places.swap(room);
-}
-
-// A full table takes a third of the time of a sort by comparisons: its keys are short, and most of their bytes are
-// the same in all entries and need no step.
-void SortPlaces(std::vector<Place>& places) {
-    SortKey differing{};
-    for (const Place& place : places) {
-        differing.high |= place.key.high ^ places.front().key.high;
-        differing.low |= place.key.low ^ places.front().key.low;
-    }
-    std::vector<Place> room(places.size());
-    for (const auto word : {&SortKey::low, &SortKey::high}) {
-        for (unsigned shift = 0; shift < 64; shift += 8) {
-            if (((differing.*word >> shift) & 0xFF) != 0) SortByByte(places, room, word, shift);
-        }
-    }
-}
-
-// Sorted; a piece of an entry at the end is ignored.
 template <RecordType Entry>
 std::vector<Entry> DecodeEntries(std::span<const std::byte> answer) {
-    std::vector<Place> places(answer.size() / sizeof(Entry));
-    const auto read = [answer](std::uint32_t number) {
-        Entry entry;
-        std::memcpy(&entry, answer.data() + number * sizeof(Entry), sizeof entry);
-        return entry;
-    };
-    for (std::uint32_t number = 0; number < places.size(); ++number) {
-        places[number] = {.key = KeyOf(read(number)), .entry = number};
-    }
-    SortPlaces(places);
-    std::vector<Entry> entries;
-    entries.reserve(places.size());
-    for (const Place& place : places) entries.push_back(read(place.entry));
+    std::vector<Entry> entries(answer.size() / sizeof(Entry));
+    if (!entries.empty()) std::memcpy(entries.data(), answer.data(), entries.size() * sizeof(Entry));
     return entries;
+}
+
+template <class Entry>
+std::vector<std::uint32_t> SortedNumbers(const std::vector<Entry>& entries) {
+    std::vector<Place> places(entries.size());
+    for (std::uint32_t number = 0; number < places.size(); ++number) {
+        places[number] = {.key = KeyOf(entries[number]), .entry = number};
+    }
+    std::vector<Place> room;
+    RadixSort(places, room, [](const Place& place) { return place.key.low; });
+    RadixSort(places, room, [](const Place& place) { return place.key.high; });
+    std::vector<std::uint32_t> numbers(places.size());
+    std::transform(places.begin(), places.end(), numbers.begin(), [](const Place& place) { return place.entry; });
+    return numbers;
 }
 
 // What the driver put into a buffer of the size that it expects. The buffer is large and lives for one request.
@@ -125,6 +100,14 @@ std::vector<ListenerEntry> DecodeListeners(std::span<const std::byte> answer) {
     return DecodeEntries<ListenerEntry>(answer);
 }
 
+std::vector<std::uint32_t> OrderOf(const std::vector<ConnectionEntry>& connections) {
+    return SortedNumbers(connections);
+}
+
+std::vector<std::uint32_t> OrderOf(const std::vector<ListenerEntry>& listeners) {
+    return SortedNumbers(listeners);
+}
+
 std::optional<DriverTables> ReadConnectionTable(DeviceOpener& opener) {
     const auto device = opener.Open(kDriverInfoDeviceName);
     if (!device) return std::nullopt;
@@ -137,20 +120,6 @@ std::optional<DriverTables> ReadConnectionTable(DeviceOpener& opener) {
     const TableAnswer answer(*device, kControlReadListeners, kListenerTableSize);
     if (answer.Bytes()) tables.listeners = DecodeListeners(*answer.Bytes());
     return tables;
-}
-
-std::optional<ConnectionCounts> CountConnections(DeviceOpener& opener) {
-    const auto device = opener.Open(kDriverInfoDeviceName);
-    if (!device) return std::nullopt;
-    ConnectionCounts counts;
-    {
-        const TableAnswer answer(*device, kControlReadConnections, kConnectionTableSize);
-        if (!answer.Bytes()) return std::nullopt;
-        counts.connections = answer.Bytes()->size() / sizeof(ConnectionEntry);
-    }
-    const TableAnswer answer(*device, kControlReadListeners, kListenerTableSize);
-    if (answer.Bytes()) counts.listeners = answer.Bytes()->size() / sizeof(ListenerEntry);
-    return counts;
 }
 
 std::optional<TrafficTotals> ReadTrafficTotals(DeviceOpener& opener) {

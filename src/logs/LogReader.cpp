@@ -27,7 +27,9 @@ PacketPlaces::Place PacketPlaces::Before(std::uint32_t number) const {
 }
 
 PacketWalk::PacketWalk(const LogFile& file, Cipher cipher, std::size_t readSize)
-    : m_file(file), m_cipher(cipher), m_buffer(readSize) {}
+    : m_file(file),
+      m_cipher(cipher),
+      m_buffer(std::clamp<std::uint64_t>(file.State().size, sizeof(PacketLogHeader), readSize)) {}
 
 const PacketLogHeader* PacketWalk::At(std::uint64_t position) {
     const auto isHeld = [&] {

@@ -10,6 +10,9 @@ namespace {
 
 constexpr std::size_t kLongestTextLine = 998;  // RFC 5322, 2.1.1
 constexpr std::size_t kLongestLine = 76;       // RFC 2045, 6.7 (5)
+// Of a line that goes on in the next one: the "=" at its end counts as well.
+constexpr std::size_t kSoft = kLongestLine - 1;
+constexpr std::size_t kWordLimit = kSoft / 2;  // a longer word is broken
 constexpr std::size_t kCodeSize = 3;           // "=3D"
 constexpr char kHexDigits[] = "0123456789ABCDEF";
 
@@ -32,107 +35,6 @@ constexpr std::array<bool, 256> kIsBreak = [] {
     for (const char c : kBreaks) isBreak[static_cast<unsigned char>(c)] = true;
     return isBreak;
 }();
-
-bool IsPlain(char c) {
-    return kPlain[static_cast<unsigned char>(c)];
-}
-
-void AppendCode(std::string& out, char c) {
-    const auto byte = static_cast<unsigned char>(c);
-    const char code[kCodeSize] = {'=', kHexDigits[byte >> 4], kHexDigits[byte & 0xF]};
-    out.append(code, kCodeSize);
-}
-
-// Lines of quoted-printable, the last of which is being written.
-class QuotedLines {
-public:
-    // codes: how many of the text's bytes become codes. With room for the ends of broken lines, so that nothing is
-    // copied while it grows.
-    QuotedLines(std::size_t sizeOfText, std::size_t codes) {
-        const std::size_t size = sizeOfText + codes * (kCodeSize - 1);
-        m_out.reserve(size + size / 8);
-    }
-
-    void Plain(std::string_view text) {
-        while (!text.empty()) {
-            if (Length() == kSoft) BreakSoftly();
-            const std::size_t count = std::min(text.size(), kSoft - Length());
-            m_out.append(text.substr(0, count));
-            text.remove_prefix(count);
-        }
-    }
-    void Code(char c) {
-        while (Length() + kCodeSize > kSoft) BreakSoftly();
-        AppendCode(m_out, c);
-    }
-    void EndLine() {
-        CodeTrailingBlank();
-        m_out += "\r\n";
-        m_lineStart = m_out.size();
-    }
-    [[nodiscard]] std::string Take() {
-        CodeTrailingBlank();
-        return std::move(m_out);
-    }
-
-private:
-    // Of a line that goes on in the next one: the "=" at its end counts as well.
-    static constexpr std::size_t kSoft = kLongestLine - 1;
-    static constexpr std::size_t kWordLimit = kSoft / 2;  // a longer word is broken
-
-    [[nodiscard]] std::size_t Length() const { return m_out.size() - m_lineStart; }
-
-    // Moves what follows the last good place, if there is one, to the next line.
-    void BreakSoftly() {
-        constexpr std::string_view kBreak = "=\r\n";
-        std::size_t at = m_out.size();
-        const std::size_t last = at - kWordLimit;
-        while (at > last && !IsGoodPlace(at)) --at;
-        if (at == last) at = m_out.size();
-        m_out.insert(at, kBreak);
-        m_lineStart = at + kBreak.size();
-    }
-    // Behind a character of kBreaks, as it stands or as a code. All of kBreaks but "!" stand as they are.
-    [[nodiscard]] bool IsGoodPlace(std::size_t at) const {
-        const char before = m_out[at - 1];
-        if (kIsBreak[static_cast<unsigned char>(before)]) return true;
-        return before == '1' && m_out.compare(at - kCodeSize, kCodeSize, "=21") == 0;
-    }
-    // A blank at the end of a line may be lost on the way (RFC 2045, 6.7 (3)).
-    void CodeTrailingBlank() {
-        if (Length() == 0 || (m_out.back() != ' ' && m_out.back() != '\t')) return;
-        const char blank = m_out.back();
-        m_out.pop_back();
-        if (Length() + kCodeSize > kLongestLine) {
-            m_out += "=\r\n";
-            m_lineStart = m_out.size();
-        }
-        AppendCode(m_out, blank);
-    }
-
-    std::string m_out;
-    std::size_t m_lineStart = 0;
-};
-
-std::string EncodeQuotedPrintable(std::string_view text) {
-    const auto plain = static_cast<std::size_t>(std::count_if(text.begin(), text.end(), IsPlain));
-    QuotedLines lines(text.size(), text.size() - plain);
-    while (!text.empty()) {
-        const auto end = std::find_if_not(text.begin(), text.end(), IsPlain);
-        const auto count = static_cast<std::size_t>(end - text.begin());
-        lines.Plain(text.substr(0, count));
-        text.remove_prefix(count);
-        if (text.empty()) break;
-        const bool isPair = text.starts_with("\r\n");
-        if (isPair || text.front() == '\n') {
-            lines.EndLine();
-        } else {
-            lines.Code(text.front());
-        }
-        text.remove_prefix(isPair ? 2 : 1);
-    }
-    return lines.Take();
-}
 
 std::string WithLineEnds(std::string_view text) {
     std::string out;
@@ -171,12 +73,89 @@ TransferEncoding FittingEncoding(TransferEncoding wanted, std::string_view text)
 }
 
 std::string EncodeText(TransferEncoding encoding, std::string_view text) {
-    if (encoding == TransferEncoding::QuotedPrintable) return EncodeQuotedPrintable(text);
+    if (encoding == TransferEncoding::QuotedPrintable) {
+        std::string quoted;
+        quoted.reserve(text.size() + text.size() / 8);
+        QuotedPrintable lines(text);
+        while (lines.AppendNext(quoted)) {
+        }
+        return quoted;
+    }
     std::string lines = WithLineEnds(text);
     if (encoding != TransferEncoding::Base64) return lines;
     std::string encoded;
     AppendBase64Lines(encoded, lines, true);
     return encoded;
+}
+
+bool QuotedPrintable::AppendNext(std::string& out) {
+    if (m_text.empty()) return false;
+    std::size_t at = 0;
+    while (at < m_text.size() && at < kPiece) {
+        const char c = m_text[at];
+        if (kPlain[static_cast<unsigned char>(c)]) {
+            if (m_length == kSoft) BreakSoftly(out);
+            m_line[m_length++] = c;
+        } else if (c == '\n' || (c == '\r' && at + 1 < m_text.size() && m_text[at + 1] == '\n')) {
+            if (c == '\r') ++at;
+            EndLine(out);
+        } else {
+            if (m_length + kCodeSize > kSoft) BreakSoftly(out);
+            AppendCode(c);
+        }
+        ++at;
+    }
+    m_text.remove_prefix(at);
+    if (m_text.empty()) {
+        CodeTrailingBlank(out);
+        out.append(m_line.data(), m_length);
+    }
+    return true;
+}
+
+void QuotedPrintable::AppendCode(char c) {
+    const auto byte = static_cast<unsigned char>(c);
+    m_line[m_length++] = '=';
+    m_line[m_length++] = kHexDigits[byte >> 4];
+    m_line[m_length++] = kHexDigits[byte & 0xF];
+}
+
+void QuotedPrintable::EndLine(std::string& out) {
+    CodeTrailingBlank(out);
+    m_line[m_length++] = '\r';
+    m_line[m_length++] = '\n';
+    out.append(m_line.data(), m_length);
+    m_length = 0;
+}
+
+// Moves what follows the last good place, if there is one, to the next line.
+void QuotedPrintable::BreakSoftly(std::string& out) {
+    // Behind a character of kBreaks, as it stands or as a code. All of kBreaks but "!" stand as they are.
+    const auto isGoodPlace = [this](std::size_t at) {
+        if (kIsBreak[static_cast<unsigned char>(m_line[at - 1])]) return true;
+        return std::string_view(m_line.data() + at - kCodeSize, kCodeSize) == "=21";
+    };
+    std::size_t at = m_length;
+    const std::size_t last = at - kWordLimit;  // a line is broken when it is nearly full
+    while (at > last && !isGoodPlace(at)) --at;
+    if (at == last) at = m_length;
+    out.append(m_line.data(), at).append("=\r\n");
+    std::copy(m_line.begin() + static_cast<std::ptrdiff_t>(at),
+              m_line.begin() + static_cast<std::ptrdiff_t>(m_length), m_line.begin());
+    m_length -= at;
+}
+
+// A blank at the end of a line may be lost on the way (RFC 2045, 6.7 (3)).
+void QuotedPrintable::CodeTrailingBlank(std::string& out) {
+    if (m_length == 0) return;
+    const char blank = m_line[m_length - 1];
+    if (blank != ' ' && blank != '\t') return;
+    --m_length;
+    if (m_length + kCodeSize > kLongestLine) {
+        out.append(m_line.data(), m_length).append("=\r\n");
+        m_length = 0;
+    }
+    AppendCode(blank);
 }
 
 void AppendBase64Lines(std::string& out, std::string_view bytes, bool isFirst) {

@@ -2,6 +2,7 @@
 // most 76 characters.
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <string>
@@ -21,6 +22,29 @@ enum class TransferEncoding : std::uint8_t { SevenBit, EightBit, QuotedPrintable
 // Text in the encoding. Its line ends, CR LF or LF alone, become CR LF; a CR alone ends a line as well, but in
 // quoted-printable, where it stays what it is. Base64 has no line end behind its last line.
 [[nodiscard]] std::string EncodeText(TransferEncoding encoding, std::string_view text);
+
+// Text in quoted-printable, made piece by piece: a long one need not stand in memory twice.
+class QuotedPrintable {
+public:
+    // So many bytes of the text, and at most one more, are encoded at a time.
+    static constexpr std::size_t kPiece = 0x4000;
+
+    // The text is borrowed.
+    explicit QuotedPrintable(std::string_view text) : m_text(text) {}
+    // Appends what the next piece of the text becomes; a line that has not ended yet comes with a later one. False:
+    // all of it has been encoded.
+    [[nodiscard]] bool AppendNext(std::string& out);
+
+private:
+    void AppendCode(char c);
+    void EndLine(std::string& out);
+    void BreakSoftly(std::string& out);
+    void CodeTrailingBlank(std::string& out);
+
+    std::string_view m_text;      // that is left
+    std::array<char, 80> m_line;  // the one that is being written: 76 characters and its end
+    std::size_t m_length = 0;     // of it
+};
 
 // So many bytes make a line of base64: 76 characters.
 inline constexpr std::size_t kBytesOfBase64Line = 57;

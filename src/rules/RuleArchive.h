@@ -39,7 +39,8 @@ enum class ArchiveFault : std::uint8_t {
 };
 
 enum class Packing : std::uint8_t {
-    Deflated,  // at zlib's own level
+    Deflated,  // at the level that other programs pack at as well
+    Fast,      // deflated as fast as it goes, for who waits
     Stored,
 };
 

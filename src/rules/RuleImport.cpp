@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <future>
 #include <utility>
 
 #include "ipc/RecordFile.h"
@@ -55,6 +56,28 @@ std::optional<JournalEntry> ParseEntry(std::string_view line) {
     entry.isRemoved = isRemoved != 0;
     entry.path = line;
     return entry;
+}
+
+// Nothing when memory is short.
+std::optional<std::string> PackOldFiles(const RuleImport::OldFiles& old, Packing packing) {
+    ArchiveWriter archive;
+    for (const auto& [path, content] : old.files) {
+        if (!archive.AddFile(path, content, packing)) return std::nullopt;
+    }
+    // An archive has to have something in it; the name of a folder is skipped when it is read.
+    if (old.files.empty() && !archive.AddFile("./", {}, Packing::Stored)) return std::nullopt;
+    if (!archive.SetComment(RestoreComment(old.added))) return std::nullopt;
+    return archive.Close();
+}
+
+// A file that packs too well would be refused when it is read again.
+std::optional<std::string> PackRestorePoint(const RuleImport::OldFiles& old) {
+    auto bytes = PackOldFiles(old, Packing::Fast);
+    if (!bytes) return std::nullopt;
+    const ArchiveReader reader(*bytes);
+    const bool isReadable = std::all_of(reader.Entries().begin(), reader.Entries().end(),
+                                        [](const auto& entry) { return entry.fault == ArchiveFault::None; });
+    return isReadable ? std::move(bytes) : PackOldFiles(old, Packing::Stored);
 }
 
 }  // namespace
@@ -134,7 +157,20 @@ bool RuleImport::Recover() {
 
 ImportOutcome RuleImport::ApplyLocked(const ImportPlan& plan, Kind kind, const StopSignal& stop) {
     ImportJournal journal;
-    ImportResult result = Stage(plan, journal, stop);
+    for (const PlannedFile& file : plan.files) {
+        JournalEntry entry{
+            .path = file.path, .size = file.content.size(), .crc = file.crc, .isRemoved = file.isRemoved};
+        entry.wasThere = !m_files.IsMissing(Target(entry));
+        journal.entries.push_back(std::move(entry));
+    }
+    OldFiles old;
+    ImportResult result = ReadOldFiles(journal, old);
+    // It is packed while the new files are on their way to the disk.
+    std::future<std::optional<std::string>> restorePoint;
+    if (result == ImportResult::Done) {
+        restorePoint = std::async([old = std::move(old)] { return PackRestorePoint(old); });
+        result = Stage(plan, journal, stop);
+    }
     if (result != ImportResult::Done) {
         CleanUp();
         return {.result = result};
@@ -147,7 +183,11 @@ ImportOutcome RuleImport::ApplyLocked(const ImportPlan& plan, Kind kind, const S
     // The journal before the restore point: one without an import would be a thing to be undone that never was
     // done.
     result = ResultOf(m_files.Write(JournalPath(), FormatJournal(journal)));
-    if (result == ImportResult::Done) result = WriteRestorePoint(journal);
+    if (result == ImportResult::Done) {
+        const auto bytes = restorePoint.get();
+        result = bytes ? ResultOf(m_files.Write(m_folders.restore + '/' + journal.restorePoint, *bytes))
+                       : ImportResult::Failed;
+    }
     std::size_t moved = 0;
     if (result == ImportResult::Done) result = MoveIn(journal, moved, stop);
     // This is the moment from which the import has happened.
@@ -163,13 +203,11 @@ ImportOutcome RuleImport::ApplyLocked(const ImportPlan& plan, Kind kind, const S
             .files = std::move(journal.entries)};
 }
 
-ImportResult RuleImport::Stage(const ImportPlan& plan, ImportJournal& journal, const StopSignal& stop) {
+ImportResult RuleImport::Stage(const ImportPlan& plan, const ImportJournal& journal, const StopSignal& stop) {
     for (std::size_t i = 0; i < plan.files.size(); ++i) {
         if (stop.Requested()) return ImportResult::Stopped;
         const PlannedFile& file = plan.files[i];
-        JournalEntry entry{
-            .path = file.path, .size = file.content.size(), .crc = file.crc, .isRemoved = file.isRemoved};
-        entry.wasThere = !m_files.IsMissing(Target(entry));
+        const JournalEntry& entry = journal.entries[i];
         if (!file.isRemoved) {
             const WriteResult written = m_files.Write(Staged(kNew, i), file.content);
             if (written != WriteResult::Written) return ResultOf(written);
@@ -178,39 +216,25 @@ ImportResult RuleImport::Stage(const ImportPlan& plan, ImportJournal& journal, c
             const WriteResult kept = Retry([&] { return m_files.Keep(Target(entry), Staged(kOld, i)); });
             if (kept != WriteResult::Written) return ResultOf(kept);
         }
-        journal.entries.push_back(std::move(entry));
     }
     return ImportResult::Done;
 }
 
-ImportResult RuleImport::WriteRestorePoint(const ImportJournal& journal) {
-    std::vector<std::string> contents(journal.entries.size());  // the archive borrows them
-    std::vector<std::string> added;
+ImportResult RuleImport::ReadOldFiles(const ImportJournal& journal, OldFiles& old) {
     std::uint64_t size = 0;
-    ArchiveWriter archive;
-    for (std::size_t i = 0; i < journal.entries.size(); ++i) {
-        const JournalEntry& entry = journal.entries[i];
+    for (const JournalEntry& entry : journal.entries) {
         if (!entry.wasThere) {
-            added.push_back(entry.path);
+            old.added.push_back(entry.path);
             continue;
         }
         HeldFile file = ReadWhenFree(m_files, m_clock, Target(entry));
         if (!file.content) return ImportResult::Held;
-        contents[i] = *std::move(file.content);
-        size += contents[i].size();
+        size += file.content->size();
         // Nobody could read it again.
         if (size > kMostUnpacked) return ImportResult::TooLarge;
-        // Not packed: it is written in passing, and read hardly ever.
-        if (!archive.AddFile(entry.path, contents[i], Packing::Stored)) return ImportResult::Failed;
+        old.files.emplace_back(entry.path, *std::move(file.content));
     }
-    // An archive has to have something in it; the name of a folder is skipped when it is read.
-    if (added.size() == journal.entries.size() && !archive.AddFile("./", {}, Packing::Stored)) {
-        return ImportResult::Failed;
-    }
-    if (!archive.SetComment(RestoreComment(added))) return ImportResult::Failed;
-    const auto bytes = archive.Close();
-    if (!bytes) return ImportResult::Failed;
-    return ResultOf(m_files.Write(m_folders.restore + '/' + journal.restorePoint, *bytes));
+    return ImportResult::Done;
 }
 
 bool RuleImport::MakeParents(const std::string& path) {

@@ -65,8 +65,8 @@ struct ImportJournal {
 // Nothing when it is no whole journal.
 [[nodiscard]] std::optional<ImportJournal> ParseJournal(std::string_view text);
 
-// On one thread; waits for files that the service holds, with the clock, for as long as whoever reads one of its
-// files waits (kRecordFilePolicy).
+// On one thread, but for the packing of the restore point; waits for files that the service holds, with the clock,
+// for as long as whoever reads one of its files waits (kRecordFilePolicy).
 class RuleImport {
 public:
     // All are borrowed.
@@ -83,10 +83,16 @@ public:
     // Whether the file is what the import made of it; nothing when it cannot be read.
     [[nodiscard]] std::optional<bool> IsInPlace(const JournalEntry& entry);
 
+    // What a restore point is made of.
+    struct OldFiles {
+        std::vector<std::pair<std::string, std::string>> files;  // path and content
+        std::vector<std::string> added;                          // paths where there was none
+    };
+
 private:
     [[nodiscard]] ImportOutcome ApplyLocked(const ImportPlan& plan, Kind kind, const StopSignal& stop);
-    [[nodiscard]] ImportResult Stage(const ImportPlan& plan, ImportJournal& journal, const StopSignal& stop);
-    [[nodiscard]] ImportResult WriteRestorePoint(const ImportJournal& journal);
+    [[nodiscard]] ImportResult Stage(const ImportPlan& plan, const ImportJournal& journal, const StopSignal& stop);
+    [[nodiscard]] ImportResult ReadOldFiles(const ImportJournal& journal, OldFiles& old);
     [[nodiscard]] ImportResult MoveIn(const ImportJournal& journal, std::size_t& moved, const StopSignal& stop);
     // The first ones of the journal, as far as they have been moved in and nobody has written over them since;
     // false when one cannot be put back, or nobody can say.

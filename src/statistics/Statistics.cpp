@@ -93,9 +93,7 @@ void Statistics::SetConnections(const std::optional<ConnectionCounts>& counts) {
 }
 
 void Statistics::SetPrograms(std::vector<ProgramUse> programs) {
-    if (programs == m_programs) return;
     m_programs = std::move(programs);
-    Changed();
 }
 
 }  // namespace brennvar

@@ -85,8 +85,8 @@ public:
     [[nodiscard]] const RecentTraffic& RecentIn() const { return m_recentIn; }
     [[nodiscard]] const RecentTraffic& RecentOut() const { return m_recentOut; }
 
-    // Called after each change but CountAttack, which shows with the next tick; empty: nobody looks. The caller
-    // takes it back before it goes.
+    // Called after each change but CountAttack and SetPrograms, which show with the next tick; empty: nobody looks.
+    // The caller takes it back before it goes.
     void Watch(std::function<void()> changed) { m_changed = std::move(changed); }
 
 private:

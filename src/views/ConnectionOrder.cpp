@@ -6,6 +6,7 @@
 
 #include "base/AsciiCase.h"
 #include "base/DisplayName.h"
+#include "base/RadixSort.h"
 
 namespace brennvar {
 namespace {
@@ -79,48 +80,44 @@ std::uint32_t SortNumberOf(const ConnectionTable& table, const ConnectionRow& ro
     return 0;
 }
 
-// The numbers and the place that the row has now in one word each: the sort needs nothing else, and leaves equal
-// rows as they are.
+// What a row is sorted by, and the row: the sort needs to look at nothing else, and leaves equal rows as they are.
+struct NumberedRow {
+    std::uint32_t number;
+    std::uint32_t row;
+};
+
 void SortByNumber(const ConnectionTable& table, std::vector<std::uint32_t>& rows, Column column, bool isAscending) {
-    std::vector<std::uint64_t> keys(rows.size());
-    for (std::uint32_t place = 0; place < rows.size(); ++place) {
-        const std::uint32_t number = SortNumberOf(table, table.Row(rows[place]), column);
-        keys[place] = std::uint64_t{isAscending ? number : ~number} << 32 | place;
-    }
-    std::sort(keys.begin(), keys.end());
-    const std::vector<std::uint32_t> before = rows;
-    std::transform(keys.begin(), keys.end(), rows.begin(),
-                   [&before](std::uint64_t key) { return before[static_cast<std::uint32_t>(key)]; });
+    std::vector<NumberedRow> numbered(rows.size());
+    std::vector<NumberedRow> room;
+    std::transform(rows.begin(), rows.end(), numbered.begin(), [&](std::uint32_t row) {
+        const std::uint32_t number = SortNumberOf(table, table.Row(row), column);
+        return NumberedRow{.number = isAscending ? number : ~number, .row = row};
+    });
+    RadixSort(numbered, room, [](const NumberedRow& row) { return std::uint64_t{row.number}; });
+    std::transform(numbered.begin(), numbered.end(), rows.begin(), [](const NumberedRow& row) { return row.row; });
 }
 
 void SortByAddress(const ConnectionTable& table, std::vector<std::uint32_t>& rows, bool isAscending) {
-    struct Key {
+    struct Ends {
         std::uint64_t local;
         std::uint64_t remote;
-        std::uint32_t place;
+        std::uint32_t row;
     };
-    const auto ends = [](Ipv4 address, std::uint16_t port) {
-        const std::uint64_t number = std::uint64_t{SwapAddress(address)} << 16 | port;
-        return number;
+    const auto number = [isAscending](Ipv4 address, std::uint16_t port) {
+        const std::uint64_t end = std::uint64_t{SwapAddress(address)} << 16 | port;
+        return isAscending ? end : ~end;
     };
-    std::vector<Key> keys(rows.size());
-    for (std::uint32_t place = 0; place < rows.size(); ++place) {
-        const ConnectionRow& row = table.Row(rows[place]);
-        Key key{.local = ends(row.localAddress, row.localPort),
-                .remote = ends(row.remoteAddress, row.remotePort),
-                .place = place};
-        if (!isAscending) {
-            key.local = ~key.local;
-            key.remote = ~key.remote;
-        }
-        keys[place] = key;
-    }
-    std::sort(keys.begin(), keys.end(), [](const Key& left, const Key& right) {
-        if (left.local != right.local) return left.local < right.local;
-        return left.remote != right.remote ? left.remote < right.remote : left.place < right.place;
+    std::vector<Ends> ends(rows.size());
+    std::vector<Ends> room;
+    std::transform(rows.begin(), rows.end(), ends.begin(), [&](std::uint32_t at) {
+        const ConnectionRow& row = table.Row(at);
+        return Ends{.local = number(row.localAddress, row.localPort),
+                    .remote = number(row.remoteAddress, row.remotePort),
+                    .row = at};
     });
-    const std::vector<std::uint32_t> before = rows;
-    std::transform(keys.begin(), keys.end(), rows.begin(), [&before](const Key& key) { return before[key.place]; });
+    RadixSort(ends, room, [](const Ends& row) { return row.remote; });
+    RadixSort(ends, room, [](const Ends& row) { return row.local; });
+    std::transform(ends.begin(), ends.end(), rows.begin(), [](const Ends& row) { return row.row; });
 }
 
 void AddToGroup(ConnectionGroup& group, const ConnectionTable& table, const ConnectionRow& row) {

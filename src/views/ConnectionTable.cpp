@@ -121,10 +121,13 @@ ConnectionTable::ConnectionTable(const DriverTables& tables, milliseconds time, 
 
 void ConnectionTable::AddRows(const DriverTables& tables, const ProgramSource& programs) {
     const std::size_t count = tables.connections.size() + tables.listeners.size();
+    const std::vector<std::uint32_t> connections = OrderOf(tables.connections);
+    const std::vector<std::uint32_t> listeners = OrderOf(tables.listeners);
     m_rows.reserve(count + count / 16);  // with room for those that have gone, which come behind
     m_rows.resize(count);
     auto row = m_rows.begin();
-    for (const ConnectionEntry& entry : tables.connections) {
+    for (const std::uint32_t number : connections) {
+        const ConnectionEntry& entry = tables.connections[number];
         row->localAddress = entry.localAddress;
         row->remoteAddress = entry.remoteAddress;
         row->localPort = SwapPort(entry.localPort);
@@ -135,7 +138,8 @@ void ConnectionTable::AddRows(const DriverTables& tables, const ProgramSource& p
         row->processId = entry.processId;
         ++row;
     }
-    for (const ListenerEntry& entry : tables.listeners) {
+    for (const std::uint32_t number : listeners) {
+        const ListenerEntry& entry = tables.listeners[number];
         row->localAddress = entry.localAddress;
         row->localPort = SwapPort(entry.localPort);
         row->state = StateOf(entry);
@@ -174,6 +178,11 @@ void ConnectionTable::Index() {
     // How many rows there are of each key that has several; few, as a rule.
     std::unordered_map<std::uint32_t, std::uint32_t> counts;
     for (std::uint32_t row = 0; row < m_rows.size(); ++row) {
+        // The slots of a full table are more than the fastest memory holds, and are met in no order.
+        constexpr std::size_t kAhead = 16;
+        if (row + kAhead < m_rows.size()) {
+            __builtin_prefetch(&m_slots[HashOf(KeyOf(m_rows[row + kAhead])) & (m_slots.size() - 1)], 1);
+        }
         std::uint32_t& slot = m_slots[SlotOf(KeyOf(m_rows[row]))];
         if (slot == 0) {
             slot = row + 1;

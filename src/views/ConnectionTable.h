@@ -107,14 +107,14 @@ public:
     static constexpr std::uint32_t kUnknownProgram = 0;  // its number in every table
     static constexpr std::uint32_t kNoRow = 0xFFFFFFFF;
 
-    // time: of Clock::Elapsed, when the tables were read. before: the table that was shown last; null: none.
-    // isFirst: nobody has looked for a while, so nothing is said to have come or gone.
+    // time: of Clock::Elapsed, when the tables were read. before: the table that was shown last;
+    // null: none. isFirst: nobody has looked for a while, so nothing is said to have come or gone.
     ConnectionTable(const DriverTables& tables, std::chrono::milliseconds time, const ProgramSource& programs,
                     const ConnectionTable* before, bool isFirst);
     ConnectionTable(const ConnectionTable&) = delete;
     ConnectionTable& operator=(const ConnectionTable&) = delete;
 
-    // Connections, listeners, and behind them those that have gone since the last table.
+    // Connections and listeners, each sorted, and behind them those that have gone since the last table.
     [[nodiscard]] const std::vector<ConnectionRow>& Rows() const { return m_rows; }
     [[nodiscard]] const ConnectionRow& Row(std::uint32_t row) const { return m_rows[row]; }
     [[nodiscard]] const std::vector<ConnectionProgram>& Programs() const { return m_programs; }

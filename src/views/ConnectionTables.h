@@ -5,6 +5,7 @@
 #include <chrono>
 #include <memory>
 #include <optional>
+#include <variant>
 #include <vector>
 
 #include "base/Clock.h"
@@ -21,7 +22,7 @@ struct ConnectionReading {
     std::chrono::milliseconds time{};  // when it was read, by Clock::Elapsed
 };
 
-// Wants the tables themselves and not only how long they are.
+// Wants the tables, in the driver's order.
 class ConnectionWatcher {
 public:
     virtual ~ConnectionWatcher() = default;
@@ -56,19 +57,13 @@ public:
     void CountFor(ConnectionCounter* counter) { m_counter = counter; }
 
 private:
-    struct Request {
-        bool wantsTables = false;  // else they are only counted, which needs no sorting
-    };
-    struct Result {
-        ConnectionCounts counts;
-        std::shared_ptr<const ConnectionReading> reading;
-    };
-    void OnRead(const std::optional<Result>& result, const Request& request);
+    using Reading = std::shared_ptr<const ConnectionReading>;  // null: the driver cannot be read
+    void OnRead(const Reading& reading);
 
     std::vector<ConnectionWatcher*> m_watchers;
     ConnectionCounter* m_counter = nullptr;
     unsigned m_ticks;  // since the last reading began
-    Refreshed<Result, Request> m_readings;
+    Refreshed<Reading, std::monostate> m_readings;
 };
 
 }  // namespace brennvar

@@ -26,6 +26,13 @@ void CheckRow(const brennvar::ConnectionTable& table, std::uint32_t number) {
     Require(!table.ProgramOf(row).name.empty());
 }
 
+template <class Entry>
+std::vector<Entry> InOrder(const std::vector<Entry>& entries) {
+    std::vector<Entry> sorted;
+    for (const std::uint32_t number : brennvar::OrderOf(entries)) sorted.push_back(entries.at(number));
+    return sorted;
+}
+
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
@@ -38,8 +45,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const auto listeners = rest.subspan(split);
 
     // The answers are decoded without a device: its buffers of megabytes would leave little time for anything else.
-    const DriverTables tables{.connections = DecodeConnections(connections),
-                              .listeners = DecodeListeners(listeners)};
+    const DriverTables tables{.connections = InOrder(DecodeConnections(connections)),
+                              .listeners = InOrder(DecodeListeners(listeners))};
     Require(tables.connections.size() == connections.size() / sizeof(ConnectionEntry));
     Require(tables.listeners.size() == listeners.size() / sizeof(ListenerEntry));
     Require(std::is_sorted(tables.connections.begin(), tables.connections.end(), ConnectionComesBefore));

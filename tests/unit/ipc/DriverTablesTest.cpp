@@ -34,9 +34,12 @@ void ExpectOrder(std::vector<Entry> entries, Decode decode) {
     for (std::size_t shift = 0; shift < entries.size(); ++shift) {
         std::vector<Entry> given(entries.rbegin(), entries.rend());
         std::rotate(given.begin(), given.begin() + static_cast<std::ptrdiff_t>(shift), given.end());
-        const std::vector<Entry> sorted = decode(std::as_bytes(std::span(given)));
-        ASSERT_EQ(sorted.size(), entries.size());
-        for (std::size_t i = 0; i < sorted.size(); ++i) EXPECT_EQ(std::uint32_t{sorted[i].processId}, i) << shift;
+        const std::vector<Entry> decoded = decode(std::as_bytes(std::span(given)));
+        ASSERT_EQ(decoded.size(), entries.size());
+        std::uint32_t expected = 0;
+        for (const std::uint32_t number : OrderOf(decoded))
+            EXPECT_EQ(std::uint32_t{decoded[number].processId}, expected++) << shift;
+        EXPECT_EQ(expected, entries.size());
     }
 }
 
@@ -94,6 +97,9 @@ TEST(DriverTablesTest, SortsConnectionsUpwardsAndTheAddressesOfListenersDownward
          Listener(17, "10.0.0.1", 1), Listener(17, "10.0.0.1", 256), Listener(17, "9.255.255.255", 0),
          Listener(17, "0.0.0.0", 0), Listener(47, "255.255.255.255", 0)},
         DecodeListeners);
+    std::vector<ConnectionEntry> equal(5, Connection(1, "1.0.0.1", 1, "1.0.0.2", 2));
+    equal.front().state = 2;
+    EXPECT_EQ(OrderOf(equal), (std::vector<std::uint32_t>{1, 2, 3, 4, 0}));
 }
 
 TEST(DriverTablesTest, ReadsTrafficTotalsWhenBothAreThere) {

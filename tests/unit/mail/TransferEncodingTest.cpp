@@ -55,6 +55,21 @@ TEST(TransferEncodingTest, BreaksLinesAtSeventySix) {
     EXPECT_EQ(Quoted(std::string(74, 'a') + " \n"), std::string(74, 'a') + "=\r\n=20\r\n");
 }
 
+TEST(TransferEncodingTest, EncodesLongTextPieceByPiece) {
+    // Lines of 64 bytes behind one byte more: each piece ends between CR and LF, and inside of a line.
+    static_assert(QuotedPrintable::kPiece % 64 == 0);
+    std::string text = "b";
+    while (text.size() < 2 * QuotedPrintable::kPiece + 64) text += std::string(62, 'a') + "\r\n";
+    text += "c ";
+    std::string encoded;
+    int pieces = 0;
+    QuotedPrintable lines(text);
+    while (lines.AppendNext(encoded)) ++pieces;
+    EXPECT_EQ(pieces, 3);
+    text.back() = '=';
+    EXPECT_TRUE(encoded == text + "20");
+}
+
 TEST(TransferEncodingTest, MakesLinesOfBase64) {
     EXPECT_EQ(EncodeText(TransferEncoding::Base64, "a\nb"), "YQ0KYg==");  // of "a\r\nb"
     const std::string line = [] {
