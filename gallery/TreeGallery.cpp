@@ -42,7 +42,8 @@ public:
                 if (!IsProgram(entry)) cell.tone = Tone::Muted;
                 break;
             case 2: return ActionCell(entry % 3);
-            case 3: cell.text = std::to_string(entry * 123457); break;
+            case 3: return StateCell(entry % 3);
+            case 4: cell.text = std::to_string(entry * 123457); break;
             default: break;
         }
         return cell;
@@ -64,6 +65,15 @@ private:
         return cell;
     }
 
+    static TreeCell StateCell(int state) {
+        constexpr const char* kTexts[] = {"ESTAB", "LISTEN", "SYN"};
+        constexpr CellGlyph kGlyphs[] = {CellGlyph::Filled, CellGlyph::Bar, CellGlyph::Hollow};
+        TreeCell cell;
+        cell.text = kTexts[state];
+        cell.glyph = kGlyphs[state];
+        return cell;
+    }
+
     UniqueIcon m_icon;
     VisibleRows m_visible;
     std::array<bool, kEntries> m_isChecked{false, true, false, true};
@@ -82,6 +92,7 @@ public:
         const TreeColumn columns[] = {{.title = "Application", .width = 220},
                                       {.title = "Path", .width = 240, .minimalWidth = 120, .takesRoom = true},
                                       {.title = "Action", .width = 80},
+                                      {.title = "State", .width = 80},
                                       {.title = "Bytes", .width = 100, .isNumber = true}};
         m_tree.events.checkToggled = [this](int row, int, bool isChecked) { m_rules.SetChecked(row, isChecked); };
         m_tree.events.headerClicked = [this](int column) {

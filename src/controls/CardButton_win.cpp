@@ -2,6 +2,7 @@
 
 #include <functional>
 
+#include "controls/FieldFrame_win.h"
 #include "ui/FocusOnce_win.h"
 #include "ui/Paint_win.h"
 
@@ -27,7 +28,7 @@ void CCardButton::OnPaint(HDC dc, const RECT& client) {
     constexpr int kFocusInset = 2;
     if (IsHot() || IsPressed()) DrawFrame(dc, client, m_colours.accent);
     if (IsPressed()) DrawFrame(dc, Inset(client, 1), m_colours.accent);
-    if (ShowsFocus()) DrawFrame(dc, Inset(client, Scale(kFocusInset)), m_colours.accent);
+    if (ShowsFocus()) DrawFrame(dc, Inset(client, Scale(kFocusInset)), FocusColour(m_colours));
 }
 
 std::optional<LRESULT> CCardButton::OnMessage(UINT message, WPARAM, LPARAM) {

@@ -1,5 +1,9 @@
 #include "controls/FieldFrame_win.h"
 
+#include <algorithm>
+#include <iterator>
+
+#include "config/Contrast.h"
 #include "ui/Paint_win.h"
 
 namespace brennvar {
@@ -7,9 +11,8 @@ namespace {
 
 constexpr int kHeight = 24;  // a row of lists and layouts
 constexpr int kPadding = 6;
-constexpr int kArrowSteps = 4;          // half the arrow's width, and its height
-constexpr int kDisabledShare = 90;      // text, towards the page
-constexpr int kInnerAccentShare = 110;  // the inner line of the accent, towards the ground
+constexpr int kArrowSteps = 4;      // half the arrow's width, and its height
+constexpr int kDisabledShare = 90;  // text, towards the page
 
 }  // namespace
 
@@ -19,6 +22,19 @@ int FieldHeight() {
 
 int FieldPadding() {
     return Scale(kPadding);
+}
+
+COLORREF FocusColour(const Palette& colours) {
+    constexpr int kStep = 8, kWhole = 255;  // of the text in the accent
+    const COLORREF grounds[] = {colours.page, colours.list, colours.listAlternate, colours.selection};
+    for (int share = 0; share < kWhole; share += kStep) {
+        const COLORREF colour = MixColours(colours.accent, colours.text, share);
+        if (std::all_of(std::begin(grounds), std::end(grounds),
+                        [colour](COLORREF ground) { return Contrast(colour, ground) >= kFrameContrast; })) {
+            return colour;
+        }
+    }
+    return colours.text;
 }
 
 COLORREF FieldGround(const Palette& colours, FieldState state) {
@@ -36,7 +52,7 @@ void DrawFieldFrame(HDC dc, const RECT& place, const Palette& colours, FieldStat
     COLORREF inner = ground;
     if (state == FieldState::Focused) {
         outer = colours.accent;
-        inner = MixColours(colours.accent, ground, kInnerAccentShare);
+        inner = FocusColour(colours);
     } else if (state == FieldState::Disabled) {
         outer = colours.frame2;
     }

@@ -17,11 +17,14 @@ inline constexpr int kDropArrowWidth = 24;
 
 enum class FieldState {
     Rest,
-    Focused,   // in the accent colour
+    Focused,   // the accent, and within it the colour that marks the focus
     Disabled,  // cannot be worked with
     ReadOnly,  // can be read and copied
 };
 
+// Of the line that marks what has the keyboard: the accent, brought towards the text just so far that it is told
+// from the grounds of pages, lists and selected rows.
+[[nodiscard]] COLORREF FocusColour(const Palette& colours);
 [[nodiscard]] COLORREF FieldGround(const Palette& colours, FieldState state);
 [[nodiscard]] COLORREF FieldText(const Palette& colours, FieldState state);
 void DrawFieldFrame(HDC dc, const RECT& place, const Palette& colours, FieldState state);

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "controls/FieldFrame_win.h"
 #include "ui/ChildControls_win.h"
 #include "ui/Paint_win.h"
 
@@ -160,7 +161,7 @@ void CTextArea::OnPaint(HDC dc, const RECT&) {
     const RECT client = ClientRect();
     FillSolid(dc, client, m_look.colours.list);
     const bool isFocused = ::GetFocus() == m_lines.Window();
-    DrawFrame(dc, client, isFocused ? m_look.colours.accent : m_look.colours.frame2);
+    DrawFrame(dc, client, isFocused ? FocusColour(m_look.colours) : m_look.colours.frame2);
     if (m_bar.IsShown()) m_bar.Paint(dc, m_pictures, m_look.colours);
 }
 

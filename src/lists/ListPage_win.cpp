@@ -175,17 +175,21 @@ TreeRow ListPage::Row(int row) const {
             .mark = m_model->Mark(sourceRow)};
 }
 
-TreeCell ListPage::Cell(int row, int column) const {
-    const int sourceRow = SourceRowOf(row);
-    ListCell cell = m_model->Cell(sourceRow, column);
+TreeCell ListPage::Words(int row, int column) const {
+    ListCell cell = m_model->Cell(SourceRowOf(row), column);
     TreeCell shown;
     shown.text = std::move(cell.text);
     shown.tone = cell.tone;
     shown.checked = cell.checked;
     shown.glyph = cell.glyph;
+    return shown;
+}
+
+TreeCell ListPage::Cell(int row, int column) const {
+    TreeCell shown = Words(row, column);
     // Rows out of sight are asked for their texts only.
     if (column == m_iconColumn && IsInSight(row)) {
-        if (const auto program = m_model->Program(sourceRow)) shown.icon = Programs().Icon(*program);
+        if (const auto program = m_model->Program(SourceRowOf(row))) shown.icon = Programs().Icon(*program);
     }
     return shown;
 }

@@ -96,6 +96,7 @@ private:
         return m_arrangesItself ? m_model->RowCount() : static_cast<int>(m_shown.size());
     }
     [[nodiscard]] TreeCell Cell(int row, int column) const override;
+    [[nodiscard]] TreeCell Words(int row, int column) const override;
     [[nodiscard]] std::string Tip(int row, int column) const override;
     [[nodiscard]] TreeRow Row(int row) const override;
     void SetExpanded(int row, bool isExpanded) override { m_model->SetExpanded(SourceRowOf(row), isExpanded); }

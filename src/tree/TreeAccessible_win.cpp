@@ -19,36 +19,55 @@ void TreeAccessible::Tell(AccessibleThing& thing) const {
     thing.role = m_state.Places().HasLevels() ? AccessibleRole::Tree : AccessibleRole::List;
     thing.font = m_state.Font();
     NameByLabel(m_state.Window(), thing);
-    if (PartCount() == 0) thing.description = m_state.Setup().emptyText;
+    if (m_state.Places().RowCount() == 0) thing.description = m_state.Setup().emptyText;
 }
 
-std::string TreeAccessible::NameOfRow(int row) const {
-    std::string name;
+TreeAccessible::Row TreeAccessible::ReadRow(int row) const {
+    Row read;
     for (int column = 0; column < m_state.Places().Columns().Count(); ++column) {
-        const TreeCell cell = m_state.Source().Cell(row, column);
-        const std::string& title = m_state.Places().Column(column).title;
+        const TreeCell cell = m_state.Source().Words(row, column);
+        if (cell.checked && read.checkColumn < 0) {
+            read.checkColumn = column;
+            read.isChecked = *cell.checked;
+        }
         if (cell.text.empty()) continue;
-        if (!name.empty()) name += title.empty() ? ", " : ", " + title + ": ";
-        name += Flat(cell.text);
+        const std::string& title = m_state.Places().Column(column).title;
+        if (!read.name.empty()) read.name += "; ";
+        if (!title.empty()) read.name += title + ": ";
+        read.name += Flat(cell.text);
     }
-    return name;
+    return read;
 }
 
-int TreeAccessible::CheckColumn(int row) const {
-    for (int column = 0; column < m_state.Places().Columns().Count(); ++column) {
-        if (m_state.Source().Cell(row, column).checked) return column;
-    }
-    return -1;
+int TreeAccessible::TitleCount() const {
+    return ::IsRectEmpty(&m_state.Places().Header()) ? 0 : m_state.Places().Columns().Count();
+}
+
+int TreeAccessible::PartAt(POINT point) const {
+    const TreePlaces& places = m_state.Places();
+    if (TitleCount() == 0 || !::PtInRect(&places.Header(), point)) return places.RowAt(point) + 1;
+    const int column = places.ColumnAt(point);
+    return column == ColumnLayout::kNone ? 0 : places.RowCount() + 1 + column;
+}
+
+void TreeAccessible::TellTitle(int column, AccessibleThing& thing) const {
+    RECT seen{};
+    thing.role = AccessibleRole::ColumnHeader;
+    thing.name = m_state.Places().Column(column).title;
+    thing.place = m_state.Places().HeaderCell(column);
+    thing.Set(STATE_SYSTEM_OFFSCREEN, !::IntersectRect(&seen, &thing.place, &m_state.Places().Header()));
+    if (m_state.events.headerClicked) thing.action = AccessibleAction::Press;
 }
 
 void TreeAccessible::TellPart(int part, AccessibleThing& thing) const {
+    if (ColumnOf(part) >= 0) return TellTitle(ColumnOf(part), thing);
     const int row = part - 1;
     const TreeRow level = m_state.Places().LevelOf(row);
-    const int check = CheckColumn(row);
+    Row read = ReadRow(row);
     const bool hasKeyboard = ::GetFocus() == m_state.Window();
     RECT seen{};
     thing.role = m_state.Places().HasLevels() ? AccessibleRole::TreeItem : AccessibleRole::ListItem;
-    thing.name = NameOfRow(row);
+    thing.name = std::move(read.name);
     thing.place = m_state.Places().Row(row);
     // As Windows' own trees say how deep a row lies.
     if (m_state.Places().HasLevels()) thing.value = std::to_string(level.level);
@@ -60,10 +79,9 @@ void TreeAccessible::TellPart(int part, AccessibleThing& thing) const {
     if (level.hasChildren) {
         thing.Set(level.isExpanded ? STATE_SYSTEM_EXPANDED : STATE_SYSTEM_COLLAPSED, true);
         thing.action = level.isExpanded ? AccessibleAction::Collapse : AccessibleAction::Expand;
-    } else if (check >= 0) {
-        const bool isChecked = m_state.Source().Cell(row, check).checked.value_or(false);
-        thing.Set(STATE_SYSTEM_CHECKED, isChecked);
-        thing.action = isChecked ? AccessibleAction::Uncheck : AccessibleAction::Check;
+    } else if (read.checkColumn >= 0) {
+        thing.Set(STATE_SYSTEM_CHECKED, read.isChecked);
+        thing.action = read.isChecked ? AccessibleAction::Uncheck : AccessibleAction::Check;
     } else if (m_state.events.opened) {
         thing.action = AccessibleAction::Open;
     }
@@ -78,6 +96,7 @@ std::vector<int> TreeAccessible::SelectedParts(std::size_t most) const {
 }
 
 bool TreeAccessible::SelectPart(int part, LONG flags) {
+    if (ColumnOf(part) >= 0) return false;
     const int row = part - 1;
     const LONG how = flags & ~kTakeFocus;
     const bool isOneOfMany = how == kAddSelection || how == kRemoveSelection;
@@ -94,9 +113,10 @@ bool TreeAccessible::SelectPart(int part, LONG flags) {
 }
 
 void TreeAccessible::DoPart(int part) {
+    if (ColumnOf(part) >= 0) return m_state.events.headerClicked(ColumnOf(part));
     const int row = part - 1;
     const TreeRow level = m_state.Places().LevelOf(row);
-    const int check = CheckColumn(row);
+    const int check = ReadRow(row).checkColumn;
     if (level.hasChildren) return m_state.ExpandByUser(row, !level.isExpanded);
     if (check >= 0) return m_state.ToggleCheck({row, check});
     if (!m_state.events.opened) return;

@@ -1,5 +1,5 @@
-// The rows of a tree as screen readers are told of them: the number of a row and one more is the number of its
-// part.
+// The rows of a tree and its header as screen readers are told of them. The number of a row and one more is the
+// number of its part; the titles of the columns, from left to right, come behind the last row.
 #pragma once
 
 #include "tree/TreeState_win.h"
@@ -14,20 +14,29 @@ public:
     // The list itself.
     void Tell(AccessibleThing& thing) const;
 
-    [[nodiscard]] int PartCount() const override { return m_state.Places().RowCount(); }
-    // Its name is the first of its cells that say something, and the others with the titles of their columns.
+    [[nodiscard]] int PartCount() const override { return m_state.Places().RowCount() + TitleCount(); }
+    // The name of a row is its cells that say something, each behind the title of its column.
     void TellPart(int part, AccessibleThing& thing) const override;
-    [[nodiscard]] int PartAt(POINT point) const override { return m_state.Places().RowAt(point) + 1; }
+    [[nodiscard]] int PartAt(POINT point) const override;
     [[nodiscard]] int FocusedPart() const override { return m_state.FocusedRow() + 1; }
     [[nodiscard]] std::vector<int> SelectedParts(std::size_t most) const override;
     bool SelectPart(int part, LONG flags) override;
     // Opens or closes a row with children, checks or unchecks one with a check box, else opens it as Enter does.
+    // A title is clicked.
     void DoPart(int part) override;
 
 private:
-    [[nodiscard]] std::string NameOfRow(int row) const;
-    // The first column with a check box in this row; -1: none.
-    [[nodiscard]] int CheckColumn(int row) const;
+    struct Row {
+        std::string name;
+        int checkColumn = -1;  // the first one with a check box; -1: none
+        bool isChecked = false;
+    };
+    [[nodiscard]] Row ReadRow(int row) const;
+    // Lines of output have no header.
+    [[nodiscard]] int TitleCount() const;
+    // Below zero: the part is a row.
+    [[nodiscard]] int ColumnOf(int part) const { return part - 1 - m_state.Places().RowCount(); }
+    void TellTitle(int column, AccessibleThing& thing) const;
 
     TreeState& m_state;
 };

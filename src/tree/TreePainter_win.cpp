@@ -4,6 +4,7 @@
 #include <limits>
 
 #include "config/Contrast.h"
+#include "controls/FieldFrame_win.h"
 #include "ui/ActionMark_win.h"
 #include "ui/Paint_win.h"
 
@@ -225,7 +226,7 @@ void TreePainter::PaintAction(HDC dc, const TreeCell& cell, const CellPlaces& pl
 }
 
 void TreePainter::PaintFocus(HDC dc, const RECT& row) const {
-    DrawFrame(dc, row, m_colours.accent);
+    DrawFrame(dc, row, FocusColour(m_colours));
 }
 
 void TreePainter::PaintHeaderGround(HDC dc, const RECT& header) const {

@@ -45,6 +45,8 @@ public:
     virtual ~TreeRows() = default;
     [[nodiscard]] virtual int RowCount() const = 0;
     [[nodiscard]] virtual TreeCell Cell(int row, int column) const = 0;
+    // The same without its picture, for those who do not see it: no file is read for it.
+    [[nodiscard]] virtual TreeCell Words(int row, int column) const { return Cell(row, column); }
     // What the tip of a cell says, when that is more than its text.
     [[nodiscard]] virtual std::string Tip(int /*row*/, int /*column*/) const { return {}; }
     // Only trees, and lists that mark rows, have something to say to these.

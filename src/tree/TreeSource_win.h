@@ -33,6 +33,13 @@ public:
             return {};
         }
     }
+    [[nodiscard]] TreeCell Words(int row, int column) const noexcept {
+        try {
+            return Has(row) ? m_rows->Words(row, column) : TreeCell{};
+        } catch (...) {
+            return {};
+        }
+    }
     [[nodiscard]] std::string Tip(int row, int column) const noexcept {
         try {
             return Has(row) ? m_rows->Tip(row, column) : std::string();

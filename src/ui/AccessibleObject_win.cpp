@@ -17,6 +17,7 @@ SAME_ROLE(Pane, PANE);
 SAME_ROLE(Chart, CHART);
 SAME_ROLE(Dialog, DIALOG);
 SAME_ROLE(Grouping, GROUPING);
+SAME_ROLE(ColumnHeader, COLUMNHEADER);
 SAME_ROLE(Link, LINK);
 SAME_ROLE(List, LIST);
 SAME_ROLE(ListItem, LISTITEM);
@@ -169,7 +170,8 @@ HRESULT AccessibleObject::GetTypeInfoCount(UINT* count) {
     return S_OK;
 }
 
-HRESULT AccessibleObject::WithSource(const std::function<HRESULT(AccessibleSource&)>& answer) const noexcept {
+template <class Answer>
+HRESULT AccessibleObject::WithSource(const Answer& answer) const noexcept {
     // A client inside of this process gets the object itself, and could call it on any thread.
     if (::GetCurrentThreadId() != m_thread) return RPC_E_WRONG_THREAD;
     if (!m_source || !m_source->AccessibleWindow()) return CO_E_OBJNOTCONNECTED;
@@ -180,9 +182,8 @@ HRESULT AccessibleObject::WithSource(const std::function<HRESULT(AccessibleSourc
     }
 }
 
-HRESULT AccessibleObject::WithThing(
-    const VARIANT& child,
-    const std::function<HRESULT(AccessibleSource&, int, const AccessibleThing&)>& answer) const noexcept {
+template <class Answer>
+HRESULT AccessibleObject::WithThing(const VARIANT& child, const Answer& answer) const noexcept {
     return WithSource([&](AccessibleSource& source) -> HRESULT {
         if (child.vt != VT_I4) return E_INVALIDARG;
         const std::optional<AccessibleThing> thing = source.AccessibleThingAt(child.lVal);
@@ -190,8 +191,8 @@ HRESULT AccessibleObject::WithThing(
     });
 }
 
-HRESULT AccessibleObject::TellText(const VARIANT& child, BSTR* text,
-                                   const std::function<std::wstring(const AccessibleThing&)>& get) const noexcept {
+template <class Get>
+HRESULT AccessibleObject::TellText(const VARIANT& child, BSTR* text, const Get& get) const noexcept {
     if (!text) return E_POINTER;
     *text = nullptr;
     return WithThing(child, [&](AccessibleSource&, int, const AccessibleThing& thing) -> HRESULT {

@@ -8,7 +8,6 @@
 #include <oleacc.h>
 
 #include <atomic>
-#include <functional>
 
 namespace brennvar {
 
@@ -61,14 +60,16 @@ private:
     ~AccessibleObject() = default;
 
     // Of the window, when there still is one and its thread asks.
-    HRESULT WithSource(const std::function<HRESULT(AccessibleSource&)>& answer) const noexcept;
+    // answer: HRESULT(AccessibleSource&).
+    template <class Answer>
+    HRESULT WithSource(const Answer& answer) const noexcept;
     // Of the window or a part, when the client means one that is there.
-    HRESULT WithThing(
-        const VARIANT& child,
-        const std::function<HRESULT(AccessibleSource&, int part, const AccessibleThing&)>& answer) const noexcept;
-    // S_FALSE for an empty text.
-    HRESULT TellText(const VARIANT& child, BSTR* text,
-                     const std::function<std::wstring(const AccessibleThing&)>& get) const noexcept;
+    // answer: HRESULT(AccessibleSource&, int part, const AccessibleThing&).
+    template <class Answer>
+    HRESULT WithThing(const VARIANT& child, const Answer& answer) const noexcept;
+    // S_FALSE for an empty text. get: std::wstring(const AccessibleThing&).
+    template <class Get>
+    HRESULT TellText(const VARIANT& child, BSTR* text, const Get& get) const noexcept;
 
     AccessibleSource* m_source;
     const DWORD m_thread;

@@ -24,6 +24,7 @@ enum class AccessibleRole : std::uint8_t {
     Chart = 0x11,
     Dialog = 0x12,
     Grouping = 0x14,
+    ColumnHeader = 0x19,
     Link = 0x1E,
     List = 0x21,
     ListItem = 0x22,

@@ -107,16 +107,18 @@ TEST_F(AccessibilityTest, PagesTellOfTheirFieldsAndRows) {
     Require(WaitUntil([&] { return ListRowCount(List()) == 2; }));
     const AccessibleReader list(List());
     EXPECT_EQ(list.Role(), ROLE_SYSTEM_LIST);
-    EXPECT_EQ(list.Count(), 2);
-    EXPECT_TRUE(WaitUntil([&] { return list.Name(1).starts_with(L"a.exe, "); }));
-    EXPECT_NE(list.Name(1).find(LR"(C:\Tools\a.exe)"), std::wstring::npos);
-    EXPECT_NE(list.Name(1).find(L"Action: Deny"), std::wstring::npos);
+    EXPECT_TRUE(WaitUntil([&] { return list.Name(1).starts_with(L"Application: a.exe; "); }));
+    for (const wchar_t* const cell : {LR"(Path: C:\Tools\a.exe)", L"Action: Deny"}) {
+        EXPECT_NE(list.Name(1).find(cell), std::wstring::npos) << list.Name(1).c_str();
+    }
     EXPECT_NE(list.Name(2).find(L"Action: Allow"), std::wstring::npos);
+    EXPECT_EQ(list.Role(3), ROLE_SYSTEM_COLUMNHEADER);
+    EXPECT_EQ(list.Name(3), L"Application");
     EXPECT_FALSE(list.Is(STATE_SYSTEM_SELECTED, 2));
     EXPECT_EQ(list->accSelect(SELFLAG_TAKESELECTION, Part(2)), S_OK);
     EXPECT_TRUE(list.Is(STATE_SYSTEM_SELECTED, 2));
     // Numbers that are none of its rows.
-    for (const LONG row : {-1L, 3L, 0x7FFFFFFFL}) EXPECT_EQ(list.Role(row), -1) << row;
+    for (const LONG row : {-1L, list.Count() + 1, 0x7FFFFFFFL}) EXPECT_EQ(list.Role(row), -1) << row;
     ExpectAnswers();
 }
 

@@ -102,6 +102,10 @@ HWND FindVisibleControl(HWND parent, int id) {
 Pixels PixelsAt(HWND window) {
     RECT place{};
     ::GetWindowRect(window, &place);
+    return PixelsAt(place);
+}
+
+Pixels PixelsAt(const RECT& place) {
     const LONG width = place.right - place.left, height = place.bottom - place.top;
     BITMAPINFO info{};
     info.bmiHeader = {sizeof info.bmiHeader, width, -height, 1, 32, BI_RGB, 0, 0, 0, 0, 0};

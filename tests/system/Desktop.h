@@ -45,6 +45,8 @@ LRESULT Ask(HWND window, UINT message, WPARAM wParam = 0, LPARAM lParam = 0);
 // What the screen shows where the window is, row by row from the top, each pixel in the order of a bitmap.
 using Pixels = std::vector<std::uint32_t>;
 [[nodiscard]] Pixels PixelsAt(HWND window);
+// The same of a place on the screen.
+[[nodiscard]] Pixels PixelsAt(const RECT& place);
 
 // What keeps the input of the window's thread to itself at present (GUI_ flags).
 [[nodiscard]] DWORD ModeOf(HWND window);

@@ -2,11 +2,10 @@
 // what users do most is done without a pointer.
 #include <gtest/gtest.h>
 
-#include <algorithm>
-#include <map>
-#include <set>
+#include <utility>
 
 #include "Product.h"
+#include "TabWalk.h"
 #include "Typing.h"
 
 namespace brennvar::test {
@@ -16,69 +15,12 @@ namespace {
 constexpr std::chrono::seconds kBrief{10};
 constexpr std::size_t kMostStops = 200;
 
-RECT PlaceOf(HWND window) {
-    RECT place{};
-    ::GetWindowRect(window, &place);
-    return place;
-}
-
-// No user reads upwards without going to the right, nor back to the left in a row.
-bool IsReadAfter(const RECT& next, const RECT& before) {
-    const bool isAbove = next.bottom <= before.top, isBelow = next.top >= before.bottom;
-    const bool isLeft = next.right <= before.left;
-    return isBelow || (!isLeft && !(isAbove && next.left < before.right && next.left <= before.left));
-}
-
 class KeyboardTest : public ProductFixture {
 protected:
-    [[nodiscard]] bool WaitForFocus(HWND control) const {
-        return WaitUntil([&] { return FocusOf(m_window) == control; }, kBrief);
-    }
-    // The next stop of Tab.
-    [[nodiscard]] HWND Next() const {
-        const HWND before = FocusOf(m_window);
-        Type({VK_TAB});
-        (void)WaitUntil([&] { return FocusOf(m_window) != before; }, kBrief);
-        return FocusOf(m_window);
-    }
-    // Until it comes back to where it began. In a second round each stop is seen to get the keyboard.
-    [[nodiscard]] std::vector<HWND> Walk(const std::string& where) const {
-        const HWND first = Next();
-        std::vector<HWND> stops{first};
-        for (HWND at = Next(); at != first && stops.size() < kMostStops; at = Next()) stops.push_back(at);
-        for (std::size_t i = 1; i <= stops.size(); ++i) {
-            const HWND next = stops[i % stops.size()];
-            const Pixels without = PixelsAt(next);
-            EXPECT_EQ(Next(), next) << where;
-            EXPECT_TRUE(WaitUntil([&] { return PixelsAt(next) != without; }, kBrief))
-                << where << ": nobody sees that " << ::GetDlgCtrlID(next) << " has the keyboard";
-        }
-        return stops;
-    }
-    // All that can be worked with is a stop, once, and the stops of a window come in the order of reading.
-    void ExpectReadable(const std::vector<HWND>& stops, const std::string& where) const {
-        std::set<HWND> wanted;
-        (void)FindVisible(m_window, [&](HWND window) {
-            const auto style = static_cast<DWORD>(::GetWindowLongPtrA(window, GWL_STYLE));
-            if ((style & WS_TABSTOP) != 0 && ::IsWindowEnabled(window)) wanted.insert(window);
-            return false;
-        });
-        EXPECT_EQ(std::set<HWND>(stops.begin(), stops.end()), wanted) << where;
-        EXPECT_EQ(stops.size(), wanted.size()) << where;
-        std::map<HWND, std::vector<HWND>> windows;
-        for (const HWND stop : stops) windows[::GetParent(stop)].push_back(stop);
-        for (const auto& [parent, inside] : windows) {
-            // The walk has begun anywhere, so once it goes back to the beginning.
-            std::string back;
-            int times = 0;
-            for (std::size_t i = 0; i < inside.size(); ++i) {
-                const HWND next = inside[(i + 1) % inside.size()];
-                if (IsReadAfter(PlaceOf(next), PlaceOf(inside[i]))) continue;
-                ++times;
-                back += std::to_string(::GetDlgCtrlID(next)) + " after " +
-                        std::to_string(::GetDlgCtrlID(inside[i])) + "; ";
-            }
-            EXPECT_LE(times, 1) << where << ": " << back;
+    void ExpectWalkable(const std::string& where) const {
+        const TabWalk walk(m_window);
+        for (const auto* const faults : {&walk.Unseen(), &walk.Misplaced()}) {
+            for (const std::string& fault : *faults) ADD_FAILURE() << where << ": " << fault;
         }
     }
     // Tab to a control, from wherever the keyboard is.
@@ -107,14 +49,61 @@ TEST_F(KeyboardTest, TabReachesAllOfEveryPageInTheOrderOfReading) {
     for (const int page : kPages) {
         if (page == kOptionsPage) continue;
         Ask(m_window, WM_COMMAND, static_cast<WPARAM>(page));
-        const std::string where = "page " + std::to_string(page);
-        ExpectReadable(Walk(where), where);
+        ExpectWalkable("page " + std::to_string(page));
     }
     for (int section = 0; section < kSections; ++section) {
         OpenOptions(section);
-        const std::string where = "section " + std::to_string(section);
-        ExpectReadable(Walk(where), where);
+        ExpectWalkable("section " + std::to_string(section));
     }
+}
+
+TEST_F(KeyboardTest, AMenuOpensAtARowAndIsWalkedAndLeft) {
+    Start({R"(rule deny C:\Tools\a.exe)", "advanced-rule deny tcp in any:1 any one",
+           R"(log allowed tcp 10.0.0.5:1025 93.184.216.34:443 out C:\Tools\aurora.exe)",
+           "connection ESTAB-OUT 10.0.0.5:1025 93.184.216.34:443 4711 10 20"});
+    Require(m_service->WaitForJournal("EVENT scenario-done"));
+    Activate();
+    const auto menu = [this] {
+        constexpr DWORD kMenuClass = 0x8000;
+        return FindVisible(nullptr, [this](HWND window) {
+            return ProcessOf(window) == m_interface->Id() && ::GetClassLongA(window, GCW_ATOM) == kMenuClass;
+        });
+    };
+    // What the last key has changed is painted to its end.
+    const auto rest = [&] {
+        Pixels still;
+        (void)WaitUntil([&] {
+            ExpectAnswers();
+            const Pixels before = std::exchange(still, PixelsAt(menu()));
+            return before == still;
+        });
+        return still;
+    };
+    const auto walkMenu = [&](HWND from, std::initializer_list<WORD> keys, const std::string& where) {
+        ASSERT_TRUE(WaitUntil([&] { return FocusOf(m_window) == from; }, kBrief)) << where;
+        Type(keys);
+        ASSERT_TRUE(WaitUntil([&] { return menu() != nullptr; }, kBrief)) << where;
+        // Each arrow goes to another entry, which is seen, and back again.
+        for (const WORD key : std::initializer_list<WORD>{VK_DOWN, VK_DOWN, VK_UP}) {
+            const Pixels before = rest();
+            Type({key});
+            EXPECT_TRUE(WaitUntil([&] { return PixelsAt(menu()) != before; }, kBrief)) << where << ", key " << key;
+        }
+        Type({VK_ESCAPE});
+        EXPECT_TRUE(WaitUntil([&] { return menu() == nullptr && FocusOf(m_window) == from; }, kBrief)) << where;
+    };
+    for (const int page : {kConnectionsPage, 429, kApplicationsPage, 463}) {
+        const std::string where = "page " + std::to_string(page);
+        Ask(m_window, WM_COMMAND, static_cast<WPARAM>(page));
+        ASSERT_TRUE(WaitUntil([&] { return List() && ListRowCount(List()) > 0; })) << where;
+        TabTo(m_window, ::GetDlgCtrlID(List()));
+        walkMenu(List(), {VK_HOME, VK_APPS}, where);
+    }
+    constexpr int kModeCell = 1230;
+    TabTo(m_window, kModeCell);
+    walkMenu(Control(kModeCell), {VK_SPACE}, "the mode");
+    // None of it has done anything.
+    ExpectSent({});
 }
 
 TEST_F(KeyboardTest, AQuestionIsAnsweredARuleRemovedAnOptionChanged) {

@@ -130,7 +130,7 @@ TEST_F(ProductTest, DeadServiceNeverFreezesTheWindow) {
     // Each round is long enough for every timer and for the waits of the transports, with the pages opened
     // meanwhile.
     AnswerRounds answers(m_window);
-    for (int round = 0; round < 3; ++round) {
+    for (int round = 0; round < 2; ++round) {
         for (const int page : kPages) {
             Command(page);
             for (int look = 0; look < 40; ++look) {

@@ -23,11 +23,11 @@ constexpr WPARAM kFastTimers[] = {4, 6};
 constexpr int kFastTicks = 10;
 
 // What the tests play by default; scripts/soak.sh plays eight hours.
-constexpr int kDefaultSeconds = 240;
+constexpr int kDefaultSeconds = 120;
 // Caches fill, the balloon is made, the heap and the graphs reach their size; twice, as the way back from the tray
 // is part of it.
 constexpr int kWarmUpRounds = 2;
-constexpr int kWarmUpSeconds = 120;
+constexpr int kWarmUpSeconds = 80;
 // What is made once at some time, such as the system's lock when two threads first meet at one, and what is there
 // for a moment, such as the tools of a picture that is being painted. A leak is one for each tick, or notice.
 constexpr int kObjectTolerance = 4;
@@ -101,7 +101,7 @@ void AppendEvents(const std::string& path, int count) {
 }
 
 TEST_F(SoakTest, ALogThatGrowsWhileItIsShownTakesNoMoreThanItsRows) {
-    constexpr int kPerRound = 1000;
+    constexpr int kPerRound = 2000;
     // The page looks at its log once a second, so a round is a second, and soak.sh plays a quarter of an hour.
     constexpr int kTickSecondsPerRound = 30;
     constexpr int kWarmUp = 3;

@@ -157,7 +157,8 @@ protected:
         m_turn += 5;
     }
 
-    // At every window that has come: the messages with a meaning. One of each kind gets the others as well.
+    // At every window that has come: the messages with a meaning, posted or sent in turn. The first of each kind
+    // gets them both ways, and the others as well.
     void StormAtNewWindows() {
         static const std::vector<UINT> meant = MessagesWithAMeaning();
         static const std::vector<UINT> others = OtherMessages();
@@ -165,9 +166,11 @@ protected:
             const std::string kind = KindOf(window);
             m_target = kind + " " + std::to_string(::GetDlgCtrlID(window));
             const bool isNewKind = m_kinds.insert(kind).second;
-            for (const bool isPosted : {false, true}) {
-                StormAt(window, meant, isPosted);
-                if (isNewKind) StormAt(window, others, isPosted);
+            m_isPosted = !m_isPosted;
+            StormAt(window, meant, m_isPosted);
+            if (isNewKind) {
+                StormAt(window, meant, !m_isPosted);
+                for (const bool isPosted : {false, true}) StormAt(window, others, isPosted);
             }
             WaitForPosts();
             EXPECT_EQ(ModeOf(m_window) & ~DWORD{GUI_CARETBLINKING}, 0U) << State();
@@ -194,6 +197,7 @@ protected:
     WPARAM m_fence = 0;
     long m_count = 0;
     std::size_t m_turn = 0;
+    bool m_isPosted = false;
 };
 
 TEST_F(StormTest, NoMessageHurtsThePagesOrAnswersAQuestion) {

@@ -20,6 +20,7 @@ public:
     bool hasChecks = false;
     std::string secondText;        // of every row, when it is not empty
     mutable int oddQuestions = 0;  // about rows that do not exist
+    mutable int pictures = 0;      // cells that were asked for with their pictures
 
     [[nodiscard]] int RowCount() const override { return count; }
     [[nodiscard]] TreeCell Cell(int row, int column) const override {
@@ -29,6 +30,12 @@ public:
         cell.text = "r" + std::to_string(row) + "c" + std::to_string(column);
         if (column == 1 && !secondText.empty()) cell.text = secondText;
         if (column == 1 && hasChecks) cell.checked = false;
+        ++pictures;
+        return cell;
+    }
+    [[nodiscard]] TreeCell Words(int row, int column) const override {
+        TreeCell cell = Cell(row, column);
+        --pictures;
         return cell;
     }
     [[nodiscard]] TreeRow Row(int /*row*/) const override {
@@ -177,9 +184,11 @@ TEST_F(CTreeTest, TellsScreenReadersOfItsRows) {
         while (::PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE)) ::DispatchMessageA(&message);
     };
     EXPECT_EQ(reader.Role(), ROLE_SYSTEM_LIST);
-    EXPECT_EQ(reader.Count(), 100);
+    EXPECT_EQ(reader.Count(), 100 + 3);
     EXPECT_EQ(reader.Role(2), ROLE_SYSTEM_LISTITEM);
-    EXPECT_EQ(reader.Name(2), L"r1c0, Two: Allow me, Three: r1c2");
+    rows.pictures = 0;
+    EXPECT_EQ(reader.Name(2), L"One: r1c0; Two: Allow me; Three: r1c2");
+    EXPECT_EQ(rows.pictures, 0);
     EXPECT_TRUE(reader.Is(STATE_SYSTEM_SELECTED, 2) && reader.Is(STATE_SYSTEM_FOCUSED, 2));
     EXPECT_FALSE(reader.Is(STATE_SYSTEM_SELECTED, 1) || reader.Is(STATE_SYSTEM_FOCUSED, 1));
     EXPECT_FALSE(reader.Is(STATE_SYSTEM_OFFSCREEN, 2));
@@ -192,6 +201,23 @@ TEST_F(CTreeTest, TellsScreenReadersOfItsRows) {
     EXPECT_EQ(reader->accLocation(&left, &top, &width, &height, test::Part(3)), S_OK);
     EXPECT_EQ(reader->accHitTest(left + width / 2, top + height / 2, &child), S_OK);
     EXPECT_EQ(child.lVal, 3);
+    // The titles of the columns come behind the rows.
+    constexpr LONG kSecondTitle = 102;
+    EXPECT_EQ(reader.Role(kSecondTitle), ROLE_SYSTEM_COLUMNHEADER);
+    EXPECT_EQ(reader.Name(kSecondTitle), L"Two");
+    EXPECT_EQ(reader.Action(kSecondTitle), L"");
+    int clicked = -1;
+    tree.events.headerClicked = [&](int column) { clicked = column; };
+    EXPECT_EQ(reader.Action(kSecondTitle), L"Press");
+    EXPECT_EQ(reader.Do(kSecondTitle), S_OK);
+    runPosted();
+    EXPECT_EQ(clicked, 1);
+    const RECT title = reader.Place(kSecondTitle);
+    EXPECT_EQ(reader->accHitTest(title.left + 1, title.bottom - 1, &child), S_OK);
+    EXPECT_EQ(child.lVal, kSecondTitle);
+    EXPECT_EQ(title.bottom, reader.Place(1).top);
+    EXPECT_EQ(reader->accSelect(SELFLAG_TAKESELECTION, test::Part(kSecondTitle)), E_INVALIDARG);
+    EXPECT_EQ(reader.Role(kSecondTitle + 2), -1);
 
     int changes = 0;
     tree.events.selectionChanged = [&] { ++changes; };
