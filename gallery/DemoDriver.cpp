@@ -16,6 +16,7 @@
 //   picture:WINDOW:FILE   a picture of the window (BMP), when it no longer changes
 //   opened:WINDOW:N       until its program shows N other windows or menus
 //   popups:WINDOW:FILE    a picture of these
+//   sort:WINDOW:N         clicks the header of column N, from 0, of its list
 //   cell:WINDOW:RxC       clicks a cell of its list: row and column, from 0; RxC+ as with Ctrl
 //   key:WINDOW:N          presses the key with the virtual code N in its list
 //   menu:WINDOW           opens the menu of its list
@@ -152,6 +153,9 @@ bool Work(HWND window, const std::string& verb, const std::string& rest) {
     if (verb == "opened") return WaitUntil([&] { return HasOthers(window, number); });
     if (verb == "popups") return WritePopups(window, rest);
     if (verb == "cell") return ClickCell(window, rest);
+    if (verb == "sort") {
+        return Ask(FindVisibleChild(window, kTreeClass), kTreeClickHeader, static_cast<WPARAM>(number)) == 1;
+    }
     if (verb == "key") {
         return ::PostMessageA(FindVisibleChild(window, kTreeClass), WM_KEYDOWN, static_cast<WPARAM>(number), 0) !=
                FALSE;

@@ -50,18 +50,45 @@ choose() {
     wine regedit /S "$home/user.reg" >/dev/null 2>&1 </dev/null
 }
 
-# The real program: its question, its pages in their first, least and largest size, and its messages.
-show_program() {
-    wine "$standin" --scenario scripts/demo.scenario >"$logs/service.log" 2>&1 </dev/null &
-    local service=$!
+# start_service SCENARIO: sets $service, its process.
+start_service() {
+    wine "$standin" --scenario "$1" >"$logs/service.log" 2>&1 </dev/null &
+    service=$!
     until grep -qs "EVENT started" "$data/journal.txt"; do
         kill -0 "$service" 2>/dev/null || { cat "$logs/service.log" >&2; fail "the service stand-in did not start"; }
         sleep 0.1
     done
+}
+stop_service() {
+    wine "$standin" --stop >/dev/null 2>&1 </dev/null || true
+    wait "$service" || true
+}
+
+# The real program while neither service nor driver is there, and then the notices of a service that comes.
+show_alone() {
+    local main='#462' confirmation='#905' service
     wine dist/BrennvarGUI.exe >/dev/null 2>&1 </dev/null &
     local interface=$!
-    local main='#462' question='#334' confirmation='#905' leaving='#1120' about='#951' password='#1204' sheet='#981' mail='#1461' mail_test='#1481' why='#1551' site='#1656' group=1287
-    local page number name rows
+    drive "size:$main:1000x680" "picture:$main:$shots/$prefix-unreachable.bmp" "page:$main:462" \
+        "picture:$main:$shots/$prefix-connections-unreachable.bmp" "page:$main:461"
+    printf 'notice %s\r\n' 'Port scan from 203.0.113.77' \
+        'DNS spoofing attempt | https://www.example.com' >"$home/notices.scenario"
+    start_service "$home/notices.scenario"
+    drive "opened:$main:1" "popups:$main:$shots/$prefix-notice.bmp" "picture:$main:$shots/$prefix-notices.bmp" \
+        "command:$main:376" "wait:$confirmation" "press:$confirmation:1"
+    wait "$interface" || fail "the control center ended with $?"
+    stop_service
+}
+
+# show_program SKIN: its question, its pages in their first, least and largest size, and its messages.
+show_program() {
+    local service
+    start_service scripts/demo.scenario
+    wine dist/BrennvarGUI.exe >/dev/null 2>&1 </dev/null &
+    local interface=$!
+    local main='#462' question='#334' confirmation='#905' leaving='#1120' about='#951' password='#1204' sheet='#981' mail='#1461' mail_test='#1481' why='#1551' site='#1656' delete_logs='#1210' group=1287
+    local page number name rows other=0  # the skin that is not chosen, by its place
+    [ "$(ls dist/Skins | head -n 1)" != "$1" ] || other=1
     local steps=("enabled:$question:334" "picture:$question:$shots/$prefix-question.bmp"
         "press:$question:573" "press:$question:334" "gone:$question"
         "enabled:$question:337" "picture:$question:$shots/$prefix-activity.bmp" "press:$question:337" "gone:$question")
@@ -109,6 +136,14 @@ show_program() {
         "press:$confirmation:1" "gone:$confirmation"
         "command:$main:976" "press:$password:1" "wait:$confirmation"
         "picture:$confirmation:$shots/$prefix-password-changed.bmp" "press:$confirmation:1" "gone:$password"
+        "page:$main:463" "rows:$main:12" "sort:$main:3" "picture:$main:$shots/$prefix-sorted.bmp"
+        "text:$main:915:nowhere" "picture:$main:$shots/$prefix-no-hit.bmp" "text:$main:915:"
+        "command:$main:975" "enabled:$delete_logs:1212" "picture:$delete_logs:$shots/$prefix-delete-logs.bmp"
+        "press:$delete_logs:1" "gone:$delete_logs" "command:$main:975" "wait:$delete_logs"
+        "picture:$delete_logs:$shots/$prefix-delete-logs-none.bmp" "press:$delete_logs:2" "gone:$delete_logs"
+        "picture:$main:$shots/$prefix-empty.bmp"
+        "page:$main:461" "command:$main:858" "picture:$main:$shots/$prefix-mode-timed.bmp"
+        "command:$main:435" "picture:$main:$shots/$prefix-mode-block.bmp" "page:$main:431"
         "page:$main:439" "rows:$main:6" "cell:$main:1x2" "cell:$main:4x0" "opened:$main:1"
         "picture:$main:$shots/$prefix-applications-details.bmp" "menu:$main"
         "popups:$main:$shots/$prefix-applications-menu.bmp" "leave:$main" "cell:$main:2x1+" "key:$main:46"
@@ -119,12 +154,13 @@ show_program() {
         "choose:$main:1100:1" "click:$main:1016" "picture:$main:$shots/$prefix-options-warning.bmp"
         "command:$main:462" "wait:$leaving" "picture:$leaving:$shots/$prefix-leaving.bmp" "press:$leaving:1120"
         "gone:$leaving"
+        "page:$main:437" "choose:$main:1100:8" "pick:$main:962:$other" "click:$main:1101" "wait:$confirmation"
+        "picture:$confirmation:$shots/$prefix-restart.bmp" "press:$confirmation:2" "gone:$confirmation"
         "command:$main:376" "wait:$confirmation" "picture:$confirmation:$shots/$prefix-exit.bmp"
         "press:$confirmation:1")
     drive "${steps[@]}"
     wait "$interface" || fail "the control center ended with $?"
-    wine "$standin" --stop >/dev/null 2>&1 </dev/null || true
-    wait "$service" || true
+    stop_service
 }
 
 # show_page NAME OPENS: a page of the development program, or the windows that it opens.
@@ -152,7 +188,9 @@ for skin in "${skins[@]}"; do
         prefix=${skin,,}-${language,,}
         say "$skin, $language"
         choose "$skin" "$language"
-        show_program
+        show_program "$skin"
+        choose "$skin" "$language"
+        show_alone
         for page in "${gallery_pages[@]}"; do
             read -r name opens translated <<<"$page"
             # Pages without a text of the language look the same in each.
