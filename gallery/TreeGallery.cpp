@@ -117,7 +117,7 @@ public:
 
         const std::string why =
             "No rules yet. A program appears here once its question is answered with 'Remember my answer'.";
-        (void)m_empty.Create({.parent = window, .id = 3, .emptyText = why}, look, columns, m_none);
+        (void)m_empty.Create({.parent = window, .id = 3, .empty = {.text = why}}, look, columns, m_none);
         m_empty.Place({16, 416, 552, 744});
 
         (void)m_output.Create(window, 4, look);

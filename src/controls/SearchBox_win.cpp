@@ -1,14 +1,10 @@
 #include "controls/SearchBox_win.h"
 
-#include <array>
-#include <cmath>
-#include <numbers>
-
 #include <windowsx.h>
 
 #include "ui/ActionMark_win.h"
+#include "ui/LineIcons_win.h"
 #include "ui/Paint_win.h"
-#include "ui/SmoothDc_win.h"
 
 namespace brennvar {
 namespace {
@@ -16,28 +12,6 @@ namespace {
 // At 96 pixels per inch: the side of both pictures, and from the frame to each.
 constexpr int kPicture = 16;
 constexpr int kBeside = 4;
-constexpr int kUnit = CSmoothDc::kFactor;
-constexpr int kLine = 6;  // quarters of a pixel
-
-// In sixteenths of the picture's side.
-POINT At(const RECT& place, double x, double y) {
-    const double side = static_cast<double>(WidthOf(place)) * kUnit / kPicture;
-    return {std::lround(x * side), std::lround(y * side)};
-}
-
-void DrawMagnifier(HDC dc, const RECT& place, COLORREF colour) {
-    const CSmoothDc smooth(dc, place);
-    if (!smooth.Dc()) return;
-    constexpr double kCentre = 7, kRadius = 4.2;
-    std::array<POINT, 25> ring{};
-    for (std::size_t i = 0; i < ring.size(); ++i) {
-        const double angle = 2 * std::numbers::pi * static_cast<double>(i) / (ring.size() - 1);
-        ring[i] = At(place, kCentre + kRadius * std::cos(angle), kCentre + kRadius * std::sin(angle));
-    }
-    smooth.DrawLines(ring.data(), static_cast<int>(ring.size()), Scale(kLine), colour);
-    const std::array<POINT, 2> handle{At(place, 10.2, 10.2), At(place, 13.4, 13.4)};
-    smooth.DrawLines(handle.data(), 2, Scale(kLine), colour);
-}
 
 RECT PictureAt(LONG left, const RECT& field) {
     const LONG side = Scale(kPicture);

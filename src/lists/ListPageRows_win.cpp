@@ -184,9 +184,16 @@ void ListPage::ShowCount() {
 }
 
 void ListPage::ShowEmptyText() {
+    const Language& language = m_context.language;
     const bool isSearched = !m_order.searched.empty() && m_model->AllRowCount() > 0 && !m_model->Progress();
-    m_list->SetEmptyText(isSearched ? m_context.language.GetText(1047, "No entry contains this text.")
-                                    : m_model->EmptyText());
+    const std::string noHit = language.GetText(1047, "No entry contains this text.");
+    EmptyNote note{.text = isSearched ? noHit : m_model->EmptyText()};
+    // Some models find out themselves that nothing was found.
+    if (isSearched || (!m_order.searched.empty() && note.text == noHit)) {
+        note.picture = EmptyPicture::Magnifier;
+        note.action = language.GetText(2502, "Clear the search");
+    }
+    m_list->SetEmpty(note);
 }
 
 void ListPage::SortBy(int column) {

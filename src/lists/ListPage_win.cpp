@@ -48,6 +48,7 @@ void ListPage::OnCreateContent() {
         WriteWidths();
     };
     events.refreshWanted = [this] { Reload(); };
+    events.emptyAction = [this] { m_search.SetText(""); };  // EN_CHANGE shows all rows
     events.findWanted = [this] { OnFind(); };
     events.copyWanted = [this] { return CopyByModel(); };
     events.selectionChanged = [this] {

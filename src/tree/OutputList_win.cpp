@@ -12,7 +12,7 @@ bool COutputList::Create(HWND parent, int id, const Look& look, std::string empt
                           .selectsMany = true,
                           .isZebra = false,
                           .hasFixedLetters = true,
-                          .emptyText = std::move(emptyText)};
+                          .empty = {.text = std::move(emptyText), .picture = EmptyPicture::None}};
     return m_tree.Create(setup, look, columns, *this);
 }
 

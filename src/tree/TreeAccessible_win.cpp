@@ -19,7 +19,11 @@ void TreeAccessible::Tell(AccessibleThing& thing) const {
     thing.role = m_state.Places().HasLevels() ? AccessibleRole::Tree : AccessibleRole::List;
     thing.font = m_state.Font();
     NameByLabel(m_state.Window(), thing);
-    if (m_state.Places().RowCount() == 0) thing.description = m_state.Setup().emptyText;
+    const TreeSetup& setup = m_state.Setup();
+    if (!setup.name.empty()) thing.name = setup.name;
+    if (m_state.Places().RowCount() != 0) return;
+    thing.description = setup.empty.text;
+    if (!setup.empty.action.empty()) thing.description += " " + setup.empty.action;
 }
 
 TreeAccessible::Row TreeAccessible::ReadRow(int row) const {

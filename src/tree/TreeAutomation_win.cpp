@@ -54,7 +54,7 @@ LRESULT TreeAutomation::CopyWindowText(char* buffer, std::size_t size) {
 
 std::string TreeAutomation::WindowText() const {
     if (m_query) return *m_query;
-    if (m_places.RowCount() == 0) return m_state.Setup().emptyText;
+    if (m_places.RowCount() == 0) return m_state.Setup().empty.text;
     const int row = m_state.FocusedRow();
     return m_state.Source().Has(row) ? TextOfRow(m_state, row) : std::string();
 }

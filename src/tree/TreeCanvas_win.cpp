@@ -123,10 +123,9 @@ void TreeCanvas::PaintRest(HDC dc, const RECT& rest) {
     FillSolid(buffer.Dc(), rest, painter.Colours().list);
     if (m_places.RowCount() > 0) return;
     if (m_state.ShowsFocus() && HasFocus()) painter.PaintFocus(buffer.Dc(), rows);
-    if (m_state.Setup().emptyText.empty()) return;
     const CSelect font(buffer.Dc(), painter.Font());
     ::SetBkMode(buffer.Dc(), TRANSPARENT);
-    painter.PaintEmptyText(buffer.Dc(), rows, m_state.Setup().emptyText);
+    PaintEmptyNote(buffer.Dc(), rows, m_state.Setup().empty, painter.Colours());
 }
 
 void TreeCanvas::PaintRow(HDC dc, int row, const RECT& place, const RECT& invalid) {

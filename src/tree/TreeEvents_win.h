@@ -5,6 +5,7 @@
 #include <string>
 
 #include "base/Windows_win.h"
+#include "tree/EmptyList_win.h"
 
 namespace brennvar {
 
@@ -15,7 +16,8 @@ struct TreeSetup {
     bool hasLevels = false;  // rows may have children: the first column has room for their expand marks
     bool isZebra = true;
     bool hasFixedLetters = false;  // all of one width, for texts that are set out with blanks
-    std::string emptyText{};       // why there are no rows and what to do about it
+    EmptyNote empty{};             // why there are no rows and what to do about it
+    std::string name{};            // for screen readers, where no label in a window of its own says it
 };
 
 // What the user did. Each may be empty. The tree is in order before one is called: it may refresh the tree or show
@@ -36,7 +38,8 @@ struct TreeEvents {
     // behind all.
     std::function<bool()> canDragRows;
     std::function<void(int before)> rowsDragged;
-    std::function<bool()> copyWanted;  // Ctrl+C. True: it is dealt with
+    std::function<void()> emptyAction;  // of TreeSetup::empty: a click on it, or Enter
+    std::function<bool()> copyWanted;   // Ctrl+C. True: it is dealt with
 };
 
 }  // namespace brennvar

@@ -38,8 +38,12 @@ void TreeKeyboard::OnFocus(bool hasFocus) {
 LRESULT TreeKeyboard::DialogCode(const MSG* message) const {
     // Enter belongs to the dialog's default button, unless a row can be opened.
     const bool isEnter = message && message->message == WM_KEYDOWN && message->wParam == VK_RETURN;
-    const LRESULT wanted = isEnter && m_state.events.opened ? DLGC_WANTMESSAGE : 0;
+    const LRESULT wanted = isEnter && (m_state.events.opened || HasEmptyAction()) ? DLGC_WANTMESSAGE : 0;
     return DLGC_WANTARROWS | DLGC_WANTCHARS | wanted;
+}
+
+bool TreeKeyboard::HasEmptyAction() const {
+    return m_places.RowCount() == 0 && !m_state.Setup().empty.action.empty() && m_state.events.emptyAction;
 }
 
 bool TreeKeyboard::OnKeyDown(UINT key) {
@@ -57,6 +61,10 @@ bool TreeKeyboard::OnKeyDown(UINT key) {
         case VK_RIGHT: GoRight(); return true;
         case VK_SPACE: PressSpace(); return true;
         case VK_RETURN:
+            if (HasEmptyAction()) {
+                events.emptyAction();
+                return true;
+            }
             if (!events.opened || !m_state.Source().Has(m_state.FocusedRow())) return false;
             events.opened(m_state.FocusedRow());
             return true;

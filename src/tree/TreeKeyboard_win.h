@@ -18,6 +18,7 @@ public:
     [[nodiscard]] LRESULT DialogCode(const MSG* message) const;
 
 private:
+    [[nodiscard]] bool HasEmptyAction() const;
     [[nodiscard]] bool OnControlKey(UINT key);
     void MoveFocusTo(int row);
     void MoveFocusBy(int rows);

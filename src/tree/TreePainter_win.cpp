@@ -256,15 +256,4 @@ void TreePainter::PaintHeaderCell(HDC dc, const RECT& place, bool hasDivider, co
     m_text.Draw(dc, inner, column.title, column.isNumber, CellText::Cut::End);
 }
 
-void TreePainter::PaintEmptyText(HDC dc, const RECT& rows, const std::string& text) const {
-    constexpr UINT kFormat = DT_CENTER | DT_NOPREFIX | DT_WORDBREAK;
-    RECT box = Inset(rows, Scale(2 * kMargin));
-    if (IsRectEmpty(&box)) return;
-    RECT needed = box;
-    ::DrawTextA(dc, text.c_str(), static_cast<int>(text.size()), &needed, kFormat | DT_CALCRECT);
-    box.top += std::max(0, (HeightOf(box) - HeightOf(needed)) / 2);
-    ::SetTextColor(dc, m_colours.quietText);
-    ::DrawTextA(dc, text.c_str(), static_cast<int>(text.size()), &box, kFormat);
-}
-
 }  // namespace brennvar

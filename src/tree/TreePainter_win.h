@@ -54,7 +54,6 @@ public:
     // The last column at the list's edge has no divider.
     void PaintHeaderCell(HDC dc, const RECT& place, bool hasDivider, const TreeColumn& column, Sort sort,
                          Touch touch);
-    void PaintEmptyText(HDC dc, const RECT& rows, const std::string& text) const;
 
 private:
     void PaintBar(HDC dc, const RECT& text, std::uint8_t bar, bool isFromRight) const;

@@ -21,6 +21,10 @@ void TreePointer::OnLeftDown(POINT point, UINT keys) {
     m_state.Tip().Hide();
     if (::GetFocus() != m_state.Window()) ::SetFocus(m_state.Window());
     if (PressBar(point) || PressHeader(point, false)) return;
+    if (IsOnEmptyAction(point)) {
+        if (m_state.events.emptyAction) m_state.events.emptyAction();
+        return;
+    }
     PressRow(point, keys, false);
 }
 
@@ -238,9 +242,15 @@ bool TreePointer::SetCursor() const {
     POINT point{};
     ::GetCursorPos(&point);
     ::ScreenToClient(m_state.Window(), &point);
-    if (m_places.DividerAt(point) < 0) return false;
-    ::SetCursor(::LoadCursorA(nullptr, IDC_SIZEWE));
+    const bool isOnAction = IsOnEmptyAction(point);
+    if (!isOnAction && m_places.DividerAt(point) < 0) return false;
+    ::SetCursor(::LoadCursorA(nullptr, isOnAction ? IDC_HAND : IDC_SIZEWE));
     return true;
+}
+
+bool TreePointer::IsOnEmptyAction(POINT point) const {
+    const RECT place = m_state.EmptyAction();
+    return ::PtInRect(&place, point) != FALSE;
 }
 
 Touch TreePointer::TouchOfHeader(int column) const {

@@ -45,6 +45,7 @@ private:
     // True: the point belongs to this.
     [[nodiscard]] bool PressBar(POINT point);
     [[nodiscard]] bool PressHeader(POINT point, bool isSecond);
+    [[nodiscard]] bool IsOnEmptyAction(POINT point) const;
     void PressRow(POINT point, UINT keys, bool isSecond);
     [[nodiscard]] bool PressPart(CellId cell, POINT point);
     void SetHotHeader(int column);

@@ -48,8 +48,13 @@ void TreeState::SetExpanded(int row, bool isExpanded) {
     Announce(EVENT_OBJECT_STATECHANGE, row);
 }
 
-void TreeState::SetEmptyText(const std::string& text) {
-    if (std::exchange(m_setup.emptyText, text) != text && m_places.RowCount() == 0) Repaint();
+void TreeState::SetEmpty(const EmptyNote& note) {
+    if (std::exchange(m_setup.empty, note) != note && m_places.RowCount() == 0) Repaint();
+}
+
+RECT TreeState::EmptyAction() const {
+    if (m_places.RowCount() > 0) return {};
+    return PlaceOfEmptyAction(m_painter->Font(), m_places.Rows(), m_setup.empty);
 }
 
 void TreeState::LayOut() {

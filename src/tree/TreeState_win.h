@@ -47,7 +47,9 @@ public:
     void Refresh();
     void MoveRowsBehind(int row, int by);
     void SetExpanded(int row, bool isExpanded);
-    void SetEmptyText(const std::string& text);
+    void SetEmpty(const EmptyNote& note);
+    // Client coordinates; empty while there are rows.
+    [[nodiscard]] RECT EmptyAction() const;
 
     void LayOut();
     // The column shall have this width, or hold what is in sight uncut.

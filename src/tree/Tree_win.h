@@ -43,7 +43,7 @@ public:
     void RefreshRow(int row) const { m_state.RepaintRow(row); }
     // Whether rows may have children; shown with the next Refresh.
     void SetHasLevels(bool hasLevels) { m_state.Places().SetHasLevels(hasLevels); }
-    void SetEmptyText(const std::string& text) { m_state.SetEmptyText(text); }
+    void SetEmpty(const EmptyNote& note) { m_state.SetEmpty(note); }
 
     // None of these calls an event.
     [[nodiscard]] const RowRanges& SelectedRows() const { return m_state.Selection().Rows(); }

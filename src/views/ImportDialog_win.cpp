@@ -68,7 +68,7 @@ bool ImportDialog::CreateList() {
         columns.push_back(std::move(made));
     }
     const TreeSetup setup{
-        .parent = Window(), .id = IDC_IMPORT_LIST, .selectsMany = true, .emptyText = m_rows.EmptyText()};
+        .parent = Window(), .id = IDC_IMPORT_LIST, .selectsMany = true, .empty = {.text = m_rows.EmptyText()}};
     return m_list.Create(setup, GetLook(), columns, *this);
 }
 

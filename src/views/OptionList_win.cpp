@@ -100,7 +100,7 @@ COptionList::EntryKey COptionList::KeyOf(int place) const {
 
 void COptionList::AfterChange() {
     const Text empty = m_list.EmptyText();
-    SetEmptyText(empty.number != 0 ? m_language.GetText(empty) : std::string());
+    SetEmpty({.text = empty.number != 0 ? m_language.GetText(empty) : std::string()});
     Refresh();
     const std::set<EntryKey> selected = std::exchange(m_selectedBefore, {});
     const std::optional<EntryKey> kept = std::exchange(m_focusedBefore, std::nullopt);

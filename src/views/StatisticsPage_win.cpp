@@ -94,12 +94,14 @@ void StatisticsPage::CreateLists() {
     const TreeColumn columns[] = {
         {.title = m_language.GetText(1339, "Time"), .width = 64},
         {.title = m_language.GetText(1340, "Last notices"), .width = 160, .takesRoom = true}};
-    (void)m_notices.Create({.parent = Window(),
-                            .id = IDC_STATISTICS_NOTICES,
-                            .selectsMany = true,
-                            .emptyText = m_language.GetText(
-                                1341, "No notices yet. What the firewall service reports is listed here.")},
-                           look, columns, *this);
+    (void)m_notices.Create(
+        {.parent = Window(),
+         .id = IDC_STATISTICS_NOTICES,
+         .selectsMany = true,
+         .empty = {.text = m_language.GetText(1341,
+                                              "No notices yet. What the firewall service reports is listed here.")},
+         .name = m_language.GetText(1340, "Last notices")},
+        look, columns, *this);
 }
 
 void StatisticsPage::CreateCard(Card card, int firstId, const std::string& name) {

@@ -30,9 +30,11 @@ bool CTopProgramsList::CreateList(HWND parent, int id, const Look& look) {
                                    .takesRoom = true},
                                   amounts(m_language.GetText(1662, "Received")),
                                   amounts(m_language.GetText(1663, "Sent"))};
-    const TreeSetup setup{.parent = parent,
-                          .id = id,
-                          .emptyText = m_language.GetText(2404, "No program has sent or received anything yet.")};
+    const TreeSetup setup{
+        .parent = parent,
+        .id = id,
+        .empty = {.text = m_language.GetText(2404, "No program has sent or received anything yet.")},
+        .name = m_language.GetText(2403, "Top programs")};
     if (!CTree::Create(setup, look, columns, *this)) return false;
     m_postTarget = Window();
     return true;

@@ -91,6 +91,7 @@ private:
             m_isOpen = true;
             m_peer.m_heard.clear();
             m_peer.m_coming.clear();
+            m_peer.m_given = 0;
             m_peer.m_isClosing = false;
             m_peer.Follow();
             return 0;
@@ -153,15 +154,20 @@ private:
             return {.error = kErrorTimedOut};
         }
         clock.Pass(std::exchange(next.after, std::chrono::milliseconds(0)));
-        const std::size_t count = std::min(bytes.size(), next.bytes.size());
-        std::memcpy(bytes.data(), next.bytes.data(), count);
-        next.bytes.erase(0, count);
-        if (next.bytes.empty()) m_coming.pop_front();
+        const std::size_t count = std::min(bytes.size(), next.bytes.size() - m_given);
+        std::memcpy(bytes.data(), next.bytes.data() + m_given, count);
+        m_given += count;
+        if (m_given == next.bytes.size()) {
+            m_coming.pop_front();
+            m_given = 0;
+        }
         return {.error = 0, .count = count};
     }
 
     std::string m_heard;  // since the last exchange
     std::deque<Piece> m_coming;
+    // Bytes of the first piece. It is not moved up for each receive, since it may be a megabyte.
+    std::size_t m_given = 0;
     bool m_isClosing = false;  // behind what is coming
 };
 
