@@ -83,7 +83,7 @@ protected:
 };
 
 TEST_F(ConnectionsTest, BlocksTheOtherSideAndItComesBackWhenTheTimeIsOver) {
-    Start({"option 18 4", "process 900077 C:\\Windows\\Aurora.exe",
+    Start({"option 18 10", "process 900077 C:\\Windows\\Aurora.exe",
            "connection ESTAB-OUT 10.1.2.3:49152 93.184.216.34:443 900077 655360 2000",
            "connection TIME-WAIT 10.1.2.3:49153 93.184.216.35:80 900077 0 0", "listener udp 10.0.0.1:53 900077"});
     OpenPage(3);
@@ -98,11 +98,11 @@ TEST_F(ConnectionsTest, BlocksTheOtherSideAndItComesBackWhenTheTimeIsOver) {
     Press(kBlock);
     ExpectSent({"COMMAND 5596 0:02 4744:5DB8D822",
                 "COMMAND 5596 0:01 4:" + Hex("Blocked connection") + " 132:" + Hex("93.184.216.34") +
-                    " 644:02 648:" + Hex("IP: 93.184.216.34. Blocking IP address for 4 seconds")});
+                    " 644:02 648:" + Hex("IP: 93.184.216.34. Blocking IP address for 10 seconds")});
     EXPECT_TRUE(WaitUntil([] {
         const HWND balloon = ::FindWindowA("BrennvarBalloon", nullptr);
         return ::IsWindowVisible(balloon) &&
-               WindowText(balloon).find("Blocking IP address for 4 seconds") != std::string::npos;
+               WindowText(balloon).find("Blocking IP address for 10 seconds") != std::string::npos;
     }));
     EXPECT_TRUE(WaitForRows(2));
     EXPECT_TRUE(WaitForRows(3)) << "blocked for a time only";

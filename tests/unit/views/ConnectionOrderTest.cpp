@@ -73,18 +73,18 @@ protected:
 };
 
 TEST_F(ConnectionOrderTest, SortsByWhatAColumnMeansAndKeepsEqualRowsAsTheyWereRead) {
-    EXPECT_EQ(Arranged(), "1 2 3 4 9 5 ");
+    EXPECT_EQ(Arranged(), "1 3 2 4 9 5 ");
     EXPECT_EQ(SortedBy(Column::Process), "2 9 1 3 5 4 ") << "alpha, first.exe, no process";
     EXPECT_EQ(SortedBy(Column::Process, false), "4 1 3 5 2 9 ");
     EXPECT_EQ(SortedBy(Column::Address), "5 9 3 1 2 4 ") << "by numbers: 9 before 10, ports 1, 2, 4";
     EXPECT_EQ(SortedBy(Column::Address, false), "4 2 1 3 9 5 ");
-    EXPECT_EQ(SortedBy(Column::State), "1 2 3 4 9 5 ");
-    EXPECT_EQ(SortedBy(Column::State, false), "5 9 4 2 3 1 ");
+    EXPECT_EQ(SortedBy(Column::State), "1 3 2 4 9 5 ");
+    EXPECT_EQ(SortedBy(Column::State, false), "5 9 4 3 2 1 ");
     EXPECT_EQ(SortedBy(Column::Received), "9 5 2 4 3 1 ") << "by numbers, not by texts";
     EXPECT_EQ(SortedBy(Column::Sent, false), "2 3 4 1 9 5 ");
-    EXPECT_EQ(SortedBy(Column::RateIn, false), "1 2 3 4 9 5 ") << "only one has been there before";
-    EXPECT_EQ(SortedBy(Column::RateOut, false), "1 2 3 4 9 5 ");
-    EXPECT_EQ(SortedBy(Column::Age, false), "1 9 2 3 4 5 ");
+    EXPECT_EQ(SortedBy(Column::RateIn, false), "1 3 2 4 9 5 ") << "only one has been there before";
+    EXPECT_EQ(SortedBy(Column::RateOut, false), "1 3 2 4 9 5 ");
+    EXPECT_EQ(SortedBy(Column::Age, false), "1 9 3 2 4 5 ");
     EXPECT_EQ(SortedBy(Column::Path), "4 2 9 1 3 5 ");
     EXPECT_EQ(SortedBy(Column::ProcessId), "4 3 5 2 9 1 ");
 }
@@ -94,9 +94,9 @@ TEST_F(ConnectionOrderTest, FindsWhatCellsSayAndNothingBetweenThem) {
         {"SECOND", "2 9 "},                                            // in the path
         {"Alpha", "2 9 "},                                             // in the name
         {"no process", "4 "},                                          // what has none
-        {"estab-", "1 2 3 "},                                          // the state
+        {"estab-", "1 3 2 "},                                          // the state
         {"listen", "9 5 "},   {"<- 9.9", "1 "},                        // with its arrow
-        {":443", "1 2 3 4 "}, {"0.0.0.0:5", "5 "}, {"3", "1 2 3 4 "},  // port 443, process 3
+        {":443", "1 3 2 4 "}, {"0.0.0.0:5", "5 "}, {"3", "1 3 2 4 "},  // port 443, process 3
         {"4430", ""},                                                  // the port and the process of the last one
         {"alphac:", ""}};                                              // the name and the path
     for (const auto& [searched, expected] : rows) {
@@ -110,7 +110,7 @@ TEST_F(ConnectionOrderTest, FindsWhatCellsSayAndNothingBetweenThem) {
 
 TEST_F(ConnectionOrderTest, FiltersConnectionsAndListeners) {
     wish.filter = ConnectionFilter::Established;
-    EXPECT_EQ(Arranged(), "1 2 3 ");
+    EXPECT_EQ(Arranged(), "1 3 2 ");
     wish.filter = ConnectionFilter::Listening;
     EXPECT_EQ(Arranged(), "9 5 ");
     wish.order.searched = "udp";

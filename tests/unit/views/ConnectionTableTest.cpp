@@ -52,8 +52,8 @@ protected:
 };
 
 TEST_F(ConnectionTableTest, FillsARowPerConnectionAndThenPerListener) {
-    Read({{Connection({.state = 3, .in = 11, .out = 22}), Connection({.localPort = 9, .processId = 7}),
-           Connection({.localPort = 8, .processId = 0}), Connection({.localPort = 7, .processId = 0xFFFFFFFF})},
+    Read({{Connection({.state = 3, .in = 11, .out = 22}), Connection({.localPort = 7, .processId = 7}),
+           Connection({.localPort = 8, .processId = 0}), Connection({.localPort = 9, .processId = 0xFFFFFFFF})},
           {Listener(17)}});
     EXPECT_EQ(asked,
               "1704294967295"
@@ -199,13 +199,13 @@ TEST_F(ConnectionTableTest, MeasuresRatesAndSaysNothingWhereItCannot) {
 
 TEST_F(ConnectionTableTest, RowsThatStandTwiceAreToldApartAndHaveNoRates) {
     const auto twice = [](std::uint32_t in) { return Connection({.in = in}); };
-    Read({{twice(10), twice(20), twice(30), Connection({.localPort = 1})}, {Listener(47, 5), Listener(48, 5)}});
+    Read({{twice(10), twice(20), twice(30), Connection({.localPort = 60000})}, {Listener(47, 5), Listener(48, 5)}});
     std::vector<std::uint32_t> found;
     for (const ConnectionRow& row : table->Rows()) found.push_back(table->Find(KeyOf(row)));
     EXPECT_EQ(found, (std::vector<std::uint32_t>{0, 1, 2, 3, 4, 5}));
     // One goes, and its number belongs to no other.
-    Read({{twice(10), twice(4'000'000), Connection({.localPort = 1})}, {Listener(48, 5), Listener(47, 5)}});
-    EXPECT_EQ(Rows(), "50000(>0:02) 50000(>0:02) 1(>0:02) 50000-(>0:02) 5(>0:02) 5(>0:02) ");
+    Read({{twice(10), twice(4'000'000), Connection({.localPort = 60000})}, {Listener(48, 5), Listener(47, 5)}});
+    EXPECT_EQ(Rows(), "50000(>0:02) 50000(>0:02) 50000-(>0:02) 60000(>0:02) 5(>0:02) 5(>0:02) ");
     EXPECT_EQ(Rates(1), "0/0");
     ASSERT_EQ(table->Rows().size(), 6U);
     EXPECT_EQ(table->Find(KeyOf(table->Rows()[5])), 5U) << "the one that has gone";

@@ -133,6 +133,10 @@ TEST_F(StatisticsPageTest, ProgramsKeepTheirSelectionWhenTheyChangePlaces) {
     const auto use = [](const std::string& name, std::uint64_t in, std::uint64_t out) {
         return Statistics::ProgramUse{.name = name, .sum = {.path = "c:\\" + name, .bytesIn = in, .bytesOut = out}};
     };
+    const auto show = [this](std::vector<Statistics::ProgramUse> programs) {
+        statistics.SetPrograms(std::move(programs));
+        statistics.Tick(std::nullopt, 1000);
+    };
     const HWND list = page.Item(IDC_STATISTICS_PROGRAMS);
     const auto cell = [&](int row, int column) {
         ::SendMessageA(list, kTreeQueryCell, static_cast<WPARAM>(row), column);
@@ -141,13 +145,13 @@ TEST_F(StatisticsPageTest, ProgramsKeepTheirSelectionWhenTheyChangePlaces) {
     const auto isSelected = [&](int row) {
         return ::SendMessageA(list, kTreeIsRowSelected, static_cast<WPARAM>(row), 0) == 1;
     };
-    statistics.SetPrograms({use("a", 2048, 1), use("b", 1024, 0)});
+    show({use("a", 2048, 1), use("b", 1024, 0)});
     EXPECT_EQ(cell(0, 0) + "|" + cell(0, 1) + "|" + cell(0, 2), "a|2.0 KB|1 B");
     ::SendMessageA(list, kTreeSelectRow, 0, 0);
-    statistics.SetPrograms({use("c", 9999, 0), use("b", 4096, 0), use("a", 2048, 1)});
+    show({use("c", 9999, 0), use("b", 4096, 0), use("a", 2048, 1)});
     EXPECT_EQ(cell(1, 1), "4.0 KB");
     EXPECT_TRUE(isSelected(2) && !isSelected(0));
-    statistics.SetPrograms({use("c", 9999, 0)});
+    show({use("c", 9999, 0)});
     EXPECT_FALSE(isSelected(0));
 }
 
