@@ -1,14 +1,11 @@
 #include "controls/ComboBox_win.h"
 
-#include <algorithm>
-
 // windows.h must stand before commctrl.h.
 #include <commctrl.h>
 
 #include "base/FlagWhile.h"
 #include "controls/FieldFrame_win.h"
 #include "controls/ListBox_win.h"
-#include "ui/ChildControls_win.h"
 #include "ui/OwnMessages_win.h"
 #include "ui/Paint_win.h"
 
@@ -105,12 +102,6 @@ std::string CComboBox::ItemText(int index) const {
     const LRESULT copied = ::SendMessageA(Window(), CB_GETLBTEXT, item, reinterpret_cast<LPARAM>(text.data()));
     text.resize(copied > 0 ? static_cast<std::size_t>(copied) : 0U);
     return text;
-}
-
-int CComboBox::FullWidth() const {
-    LONG text = 0;
-    for (int item = 0; item < Count(); ++item) text = std::max(text, MeasureText(Font(), ItemText(item), 0).cx);
-    return 2 * kFieldFrame + FieldPadding() + static_cast<int>(text) + Scale(kDropArrowWidth);
 }
 
 void CComboBox::OnPaint(HDC dc, const RECT& client) {

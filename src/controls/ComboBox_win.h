@@ -46,8 +46,6 @@ public:
     void Select(int index) const;
     // Empty when there is no such item.
     [[nodiscard]] std::string ItemText(int index) const;
-    // That shows each of its items whole, pixels of the screen.
-    [[nodiscard]] int FullWidth() const;
     void TellAccessible(AccessibleThing& thing) const override;
     // Opens or closes the list.
     void DoAccessible() override;

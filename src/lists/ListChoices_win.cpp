@@ -65,7 +65,6 @@ void ListChoices::Create(DrawnTexts& texts, const Look& look, const Language& la
 }
 
 void ListChoices::Show(const std::vector<ListChoice>& choices) {
-    bool hasOthers = false;
     for (const ListChoice& choice : choices) {
         const auto found = std::find_if(m_controls.begin(), m_controls.end(),
                                         [&](const Control& control) { return control.id == choice.id; });
@@ -78,11 +77,9 @@ void ListChoices::Show(const std::vector<ListChoice>& choices) {
             found->items = choice.items;
             found->box.Clear();
             for (const std::string& item : choice.items) (void)found->box.Add(item);
-            hasOthers = true;
         }
         if (found->box.Selected() != choice.chosen) found->box.Select(choice.chosen);
     }
-    if (hasOthers && !::IsRectEmpty(&m_band)) Place(m_band);
 }
 
 void ListChoices::ShowProgress(const std::optional<ListProgress>& progress) {
@@ -114,14 +111,12 @@ void ListChoices::PlaceControl(Control& control, LONG& left, const RECT& band) c
     left += label + (label > 0 ? Scale(kLabelGap) : 0);
     const int height = FieldHeight();
     const LONG top = middle - height / 2;
-    const int width = std::max(Scale(control.width), control.box.FullWidth());
-    control.box.Place({left, top, left + width, top + height});
-    left += width + Scale(kGap);
+    control.box.Place({left, top, left + Scale(control.width), top + height});
+    left += Scale(control.width) + Scale(kGap);
 }
 
 void ListChoices::Place(const RECT& band) {
     if (m_controls.empty()) return;
-    m_band = band;
     RECT line = band;
     line.bottom = line.top + Scale(kHeight);
     LONG left = line.left;
