@@ -107,13 +107,13 @@ TEST_F(AccessibilityTest, PagesTellOfTheirFieldsAndRows) {
     Require(WaitUntil([&] { return ListRowCount(List()) == 2; }));
     const AccessibleReader list(List());
     EXPECT_EQ(list.Role(), ROLE_SYSTEM_LIST);
-    EXPECT_TRUE(WaitUntil([&] { return list.Name(1).starts_with(L"Application: a.exe; "); }));
+    EXPECT_TRUE(WaitUntil([&] { return list.Name(1).starts_with(L"Name: a.exe; "); }));
     for (const wchar_t* const cell : {LR"(Path: C:\Tools\a.exe)", L"Action: Deny"}) {
         EXPECT_NE(list.Name(1).find(cell), std::wstring::npos) << list.Name(1).c_str();
     }
     EXPECT_NE(list.Name(2).find(L"Action: Allow"), std::wstring::npos);
     EXPECT_EQ(list.Role(3), ROLE_SYSTEM_COLUMNHEADER);
-    EXPECT_EQ(list.Name(3), L"Application");
+    EXPECT_EQ(list.Name(3), L"Name");
     EXPECT_FALSE(list.Is(STATE_SYSTEM_SELECTED, 2));
     EXPECT_EQ(list->accSelect(SELFLAG_TAKESELECTION, Part(2)), S_OK);
     EXPECT_TRUE(list.Is(STATE_SYSTEM_SELECTED, 2));

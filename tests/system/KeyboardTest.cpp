@@ -49,6 +49,9 @@ TEST_F(KeyboardTest, TabReachesAllOfEveryPageInTheOrderOfReading) {
     for (const int page : kPages) {
         if (page == kOptionsPage) continue;
         Ask(m_window, WM_COMMAND, static_cast<WPARAM>(page));
+        // While a log is read, the button that stops it comes and goes.
+        constexpr int kStop = 918;
+        ASSERT_TRUE(WaitUntil([&] { return FindVisibleControl(m_window, kStop) == nullptr; })) << page;
         ExpectWalkable("page " + std::to_string(page));
     }
     for (int section = 0; section < kSections; ++section) {
