@@ -6,7 +6,6 @@
 #include "config/ResourceIds.h"
 #include "tray/TrayWindow_win.h"
 #include "ui/Paint_win.h"
-#include "ui/SkinImage_win.h"
 #include "ui/WorkArea_win.h"
 
 namespace brennvar {
@@ -129,10 +128,7 @@ std::optional<LRESULT> FrameDialog::OnMessage(UINT message, WPARAM wParam, LPARA
             return 0;
         case WM_WINDOWPOSCHANGED:
             m_pages.OnWindowSeen(IsSeen());
-            if (!IsSeen()) {
-                CKeptBitmap::DropAll();
-                CSkinImage::DropPixels();
-            }
+            if (!IsSeen()) CKeptBitmap::DropAll();
             return std::nullopt;  // Windows makes WM_SIZE of it
         // The same may look different from now on: colours, the smoothing of letters, the depth of the screen.
         case WM_SYSCOLORCHANGE:

@@ -2,10 +2,9 @@
 // frame of a strip of states, or stretched in nine pieces.
 #pragma once
 
-#include <memory>
 #include <string>
 
-#include "base/Windows_win.h"
+#include "base/Handles_win.h"
 #include "image/Bitmap.h"
 
 namespace brennvar {
@@ -13,27 +12,22 @@ namespace brennvar {
 // Empty until it is given an image; drawing an empty one does nothing. Used on the user-interface thread only.
 class CSkinImage {
 public:
-    CSkinImage();
-    CSkinImage(CSkinImage&&) noexcept;
-    CSkinImage& operator=(CSkinImage&&) noexcept;
-    ~CSkinImage();
+    CSkinImage() = default;
+    CSkinImage(CSkinImage&&) noexcept = default;
+    CSkinImage& operator=(CSkinImage&&) noexcept = default;
 
     // Empty when the file is missing, larger than 8 MB or no image that DecodeImage knows: a skin without the file
     // is a skin without the decoration.
     [[nodiscard]] static CSkinImage Load(const std::string& path);
     [[nodiscard]] static CSkinImage FromBitmap(const Bitmap& bitmap);
 
-    // Gives up the pixels of all images of this thread, for as long as nobody looks. Those of a loaded one are made
-    // again of its file, as that was when it was loaded, when it is next drawn.
-    static void DropPixels();
-
-    [[nodiscard]] explicit operator bool() const { return m_picture != nullptr; }
+    [[nodiscard]] explicit operator bool() const { return static_cast<bool>(m_bitmap); }
     // The size of one of so many frames side by side, which a control takes as its own; the given size when there
     // is no picture, or one that nobody could use: less than 8 pixels wide or high, or more than four times as
     // large.
     [[nodiscard]] SIZE FrameSizeOr(SIZE plainSize, int frameCount) const;
-    [[nodiscard]] int Width() const;
-    [[nodiscard]] int Height() const;
+    [[nodiscard]] int Width() const { return m_width; }
+    [[nodiscard]] int Height() const { return m_height; }
 
     void Draw(HDC target, int left, int top) const;
     // A part of the image, stretched where the sizes differ. What of it lies outside of the image is cut off
@@ -45,10 +39,9 @@ public:
     void DrawNine(HDC target, const RECT& to, const RECT& borders) const;
 
 private:
-    struct Picture;
-    explicit CSkinImage(std::unique_ptr<Picture> picture);
-
-    std::unique_ptr<Picture> m_picture;
+    int m_width = 0;
+    int m_height = 0;
+    UniqueBitmap m_bitmap;
 };
 
 }  // namespace brennvar
