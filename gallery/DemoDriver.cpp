@@ -33,6 +33,7 @@
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
+#include <iterator>
 #include <string>
 
 namespace brennvar::test {
@@ -120,16 +121,9 @@ bool LeaveMenu(HWND window) {
     return WaitUntil([&] { return MenuOwner(window) == nullptr; });
 }
 
-bool HasOthers(HWND window, int wanted) {
-    int count = 0;
-    (void)PlaceOfOthers(window, count);
-    return count >= wanted;
-}
-
 bool WritePopups(HWND window, const std::string& path) {
-    int count = 0;
-    const RECT place = PlaceOfOthers(window, count);
-    return count > 0 && WritePicture(window, place, path);
+    const RECT place = PlaceOfOthers(window);
+    return !::IsRectEmpty(&place) && WritePicture(window, place, path);
 }
 
 // One step on a window that is there.
@@ -150,7 +144,7 @@ bool Work(HWND window, const std::string& verb, const std::string& rest) {
     if (verb == "maximise") return Maximise(window, true);
     if (verb == "restore") return Maximise(window, false);
     if (verb == "picture") return WritePicture(window, PlaceOfWindow(window), rest);
-    if (verb == "opened") return WaitUntil([&] { return HasOthers(window, number); });
+    if (verb == "opened") return WaitUntil([&] { return std::ssize(OtherWindows(window)) >= number; });
     if (verb == "popups") return WritePopups(window, rest);
     if (verb == "cell") return ClickCell(window, rest);
     if (verb == "sort") {

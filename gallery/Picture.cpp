@@ -91,16 +91,12 @@ RECT PlaceOfWindow(HWND window) {
     return place;
 }
 
-RECT PlaceOfOthers(HWND window, int& count) {
+RECT PlaceOfOthers(HWND window) {
     RECT all{};
-    count = 0;
-    (void)FindVisible(nullptr, [&](HWND other) {
+    for (const HWND other : OtherWindows(window)) {
         const RECT place = PlaceOfWindow(other);
-        if (other == window || ProcessOf(other) != ProcessOf(window) || ::IsRectEmpty(&place)) return false;
-        ++count;
         ::UnionRect(&all, &all, &place);
-        return false;
-    });
+    }
     return all;
 }
 

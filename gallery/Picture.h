@@ -9,8 +9,8 @@ namespace brennvar::test {
 
 // What is seen of the window on the screen.
 [[nodiscard]] RECT PlaceOfWindow(HWND window);
-// The same for all other windows of its program, menus included. count: how many there are.
-[[nodiscard]] RECT PlaceOfOthers(HWND window, int& count);
+// The same for all other windows of its program, menus included; empty when there are none.
+[[nodiscard]] RECT PlaceOfOthers(HWND window);
 
 // Waits until the windows of the program have been painted and what is seen there no longer changes, and writes it
 // to the file (BMP). False when it does not come to rest, or without such a file.

@@ -87,6 +87,18 @@ std::vector<std::vector<std::string>> ListRows(HWND list, int columns, int maxRo
     return rows;
 }
 
+std::vector<HWND> OtherWindows(HWND window) {
+    std::vector<HWND> others;
+    (void)FindVisible(nullptr, [&](HWND other) {
+        RECT place{};
+        ::GetWindowRect(other, &place);
+        if (other != window && ProcessOf(other) == ProcessOf(window) && !::IsRectEmpty(&place))
+            others.push_back(other);
+        return false;
+    });
+    return others;
+}
+
 HWND FindVisibleChild(HWND parent, const std::string& className) {
     return FindVisible(parent, [&](HWND window) {
         char name[128] = {};

@@ -22,6 +22,9 @@ namespace brennvar::test {
 // The same, waited for; null when it did not come.
 [[nodiscard]] HWND WaitForProgramWindow(DWORD processId, const std::string& caption, HWND other = nullptr);
 
+// The other visible windows and menus of its program that take room on the screen, the topmost first.
+[[nodiscard]] std::vector<HWND> OtherWindows(HWND window);
+
 // What the window answers; kNoAnswer, which none does, when it has not in good time.
 inline constexpr LRESULT kNoAnswer = -1000;
 LRESULT Ask(HWND window, UINT message, WPARAM wParam = 0, LPARAM lParam = 0);

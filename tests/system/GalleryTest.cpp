@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <iterator>
 #include <sstream>
 
 #include "Product.h"
@@ -220,6 +221,11 @@ private:
     int m_measured = 0;
 };
 
+struct Page {
+    std::string name;
+    int opens = 0;  // windows over the gallery's own
+};
+
 class GalleryTest : public ::testing::Test {
 protected:
     void SetUp() override {
@@ -232,25 +238,28 @@ protected:
         m_data = EmptyDataFolder();
     }
     [[nodiscard]] std::string Gallery() const { return Quoted(m_home.File("gallery.exe")); }
-    [[nodiscard]] Lines Pages() const {
+    [[nodiscard]] std::vector<Page> Pages() const {
         const std::string list = m_home.File("pages.txt");
         { (void)RunningProgram(Gallery() + " --list", list).WaitForEnd(); }
-        Lines pages;
+        std::vector<Page> pages;
         std::istringstream text(Content(list));
         for (std::string line; std::getline(text, line);) {
-            const std::string name = line.substr(0, line.find(' '));
+            std::istringstream words(line);
+            Page page;
+            words >> page.name >> page.opens;
             const bool isLikeAnother =
-                std::find(std::begin(kLikeOthers), std::end(kLikeOthers), name) != std::end(kLikeOthers);
-            if (!name.empty() && !isLikeAnother) pages.push_back(name);
+                std::find(std::begin(kLikeOthers), std::end(kLikeOthers), page.name) != std::end(kLikeOthers);
+            if (!page.name.empty() && !isLikeAnother) pages.push_back(std::move(page));
         }
         return pages;
     }
+    [[nodiscard]] bool IsExcepted(const std::string& fault) const {
+        return std::any_of(std::begin(kExceptions), std::end(kExceptions), [&](const Exception& exception) {
+            return m_page == exception.page && fault.starts_with(exception.fault);
+        });
+    }
     void Fail(const std::string& fault) const {
-        const bool isExcepted =
-            std::any_of(std::begin(kExceptions), std::end(kExceptions), [&](const Exception& exception) {
-                return m_page == exception.page && fault.starts_with(exception.fault);
-            });
-        if (!isExcepted) ADD_FAILURE() << m_skin << " " << m_page << ": " << fault;
+        if (!IsExcepted(fault)) ADD_FAILURE() << m_skin << " " << m_page << ": " << fault;
     }
     void Inspect(const RunningProgram& program, HWND gallery) const {
         Lines faults;
@@ -265,7 +274,8 @@ protected:
                     if (window == gallery && !::IsWindowEnabled(gallery)) return false;  // it is covered
                     const Inspection inspection(m_page, window);
                     measured += inspection.Measured();
-                    faults.insert(faults.end(), inspection.Faults().begin(), inspection.Faults().end());
+                    std::copy_if(inspection.Faults().begin(), inspection.Faults().end(), std::back_inserter(faults),
+                                 [this](const std::string& fault) { return !IsExcepted(fault); });
                     return false;
                 });
                 return measured > 0 && faults.empty();
@@ -304,7 +314,7 @@ protected:
         Ask(dialog, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(*field), TRUE);
         const LRESULT standing = Ask(dialog, DM_GETDEFID);
         const HWND button = HIWORD(standing) == DC_HASDEFID ? ::GetDlgItem(dialog, LOWORD(standing)) : nullptr;
-        const auto isPressed = [&] { return !::IsWindow(dialog) || !::IsWindowEnabled(dialog); };
+        const auto isPressed = [&] { return !::IsWindowVisible(dialog) || !::IsWindowEnabled(dialog); };
         Type({VK_RETURN});
         if (button && ::IsWindowEnabled(button)) {
             if (!WaitUntil(isPressed, kBrief)) Fail("Enter presses nothing");
@@ -318,7 +328,8 @@ protected:
     }
     void CheckEscape(HWND dialog) const {
         Type({VK_ESCAPE});
-        if (!WaitUntil([&] { return !::IsWindow(dialog); }, kBrief)) Fail("Esc does not close it");
+        // One below a question that waits for its answer is only hidden.
+        if (!WaitUntil([&] { return !::IsWindowVisible(dialog); }, kBrief)) Fail("Esc does not close it");
     }
 
     const ComOfThread m_com;
@@ -328,15 +339,19 @@ protected:
 };
 
 TEST_F(GalleryTest, EverythingIsReadSeenAndReachedInBothSkins) {
-    const Lines pages = Pages();
+    const std::vector<Page> pages = Pages();
     ASSERT_FALSE(pages.empty());
     for (const char* const skin : {"Default", "Graphite"}) {
         m_skin = skin;
         std::ofstream(m_data + R"(\settings.ini)") << "[Skin]\r\nDirectory=" << skin << "\r\n";
-        for (const std::string& page : pages) {
-            m_page = page;
-            const RunningProgram program(Gallery() + " --page " + page);
+        for (const Page& page : pages) {
+            m_page = page.name;
+            const RunningProgram program(Gallery() + " --page " + page.name);
             const HWND gallery = WaitForProgramWindow(program.Id(), "Gallery");
+            // One that opens later would take the keyboard away.
+            if (!WaitUntil([&] { return std::ssize(OtherWindows(gallery)) >= page.opens; }, kBrief)) {
+                Fail("it does not open all of its windows");
+            }
             Inspect(program, gallery);
             const HWND window = BringToFront(program, gallery);
             if (!window) continue;
@@ -344,7 +359,7 @@ TEST_F(GalleryTest, EverythingIsReadSeenAndReachedInBothSkins) {
             for (const std::string& fault : walk.Unseen()) Fail(fault);
             // Controls that are set out side by side are not there to be read in turn.
             if (window == gallery) continue;
-            if (std::find(std::begin(kUnderWay), std::end(kUnderWay), page) != std::end(kUnderWay)) continue;
+            if (std::find(std::begin(kUnderWay), std::end(kUnderWay), page.name) != std::end(kUnderWay)) continue;
             for (const std::string& fault : walk.Misplaced()) Fail(fault);
             // Each ends the page.
             skin == std::string("Default") ? CheckEnter(window, walk.Stops()) : CheckEscape(window);
