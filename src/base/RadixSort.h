@@ -6,14 +6,15 @@
 #include <cstddef>
 #include <cstdint>
 #include <numeric>
-#include <vector>
+
+#include "base/LargeVector.h"
 
 namespace brennvar {
 
 // Ascending by the number that numberOf says of an item; equal ones stay in their order, so that a sort by several
 // numbers is one by the last of them first. room: of any size and contents, used meanwhile.
 template <class Item, class NumberOf>
-void RadixSort(std::vector<Item>& items, std::vector<Item>& room, const NumberOf& numberOf) {
+void RadixSort(LargeVector<Item>& items, LargeVector<Item>& room, const NumberOf& numberOf) {
     std::uint64_t differing = 0;
     for (const Item& item : items) differing |= numberOf(item) ^ numberOf(items.front());
     room.resize(items.size());

@@ -51,15 +51,15 @@ std::vector<Entry> DecodeEntries(std::span<const std::byte> answer) {
 }
 
 template <class Entry>
-std::vector<std::uint32_t> SortedNumbers(const std::vector<Entry>& entries) {
-    std::vector<Place> places(entries.size());
+LargeVector<std::uint32_t> SortedNumbers(const std::vector<Entry>& entries) {
+    LargeVector<Place> places(entries.size());
     for (std::uint32_t number = 0; number < places.size(); ++number) {
         places[number] = {.key = KeyOf(entries[number]), .entry = number};
     }
-    std::vector<Place> room;
+    LargeVector<Place> room;
     RadixSort(places, room, [](const Place& place) { return place.key.low; });
     RadixSort(places, room, [](const Place& place) { return place.key.high; });
-    std::vector<std::uint32_t> numbers(places.size());
+    LargeVector<std::uint32_t> numbers(places.size());
     std::transform(places.begin(), places.end(), numbers.begin(), [](const Place& place) { return place.entry; });
     return numbers;
 }
@@ -100,11 +100,11 @@ std::vector<ListenerEntry> DecodeListeners(std::span<const std::byte> answer) {
     return DecodeEntries<ListenerEntry>(answer);
 }
 
-std::vector<std::uint32_t> OrderOf(const std::vector<ConnectionEntry>& connections) {
+LargeVector<std::uint32_t> OrderOf(const std::vector<ConnectionEntry>& connections) {
     return SortedNumbers(connections);
 }
 
-std::vector<std::uint32_t> OrderOf(const std::vector<ListenerEntry>& listeners) {
+LargeVector<std::uint32_t> OrderOf(const std::vector<ListenerEntry>& listeners) {
     return SortedNumbers(listeners);
 }
 

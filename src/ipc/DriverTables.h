@@ -7,6 +7,7 @@
 #include <span>
 #include <vector>
 
+#include "base/LargeVector.h"
 #include "ipc/Device.h"
 #include "ipc/DriverRecords.h"
 
@@ -31,8 +32,8 @@ struct ConnectionCounts {
 [[nodiscard]] bool ListenerComesBefore(const ListenerEntry& left, const ListenerEntry& right);
 
 // The numbers of the entries by these two; equal ones stay in the driver's order.
-[[nodiscard]] std::vector<std::uint32_t> OrderOf(const std::vector<ConnectionEntry>& connections);
-[[nodiscard]] std::vector<std::uint32_t> OrderOf(const std::vector<ListenerEntry>& listeners);
+[[nodiscard]] LargeVector<std::uint32_t> OrderOf(const std::vector<ConnectionEntry>& connections);
+[[nodiscard]] LargeVector<std::uint32_t> OrderOf(const std::vector<ListenerEntry>& listeners);
 
 // The bytes of one answer as a table. A piece of an entry at the end is ignored.
 [[nodiscard]] std::vector<ConnectionEntry> DecodeConnections(std::span<const std::byte> answer);

@@ -86,9 +86,9 @@ struct NumberedRow {
     std::uint32_t row;
 };
 
-void SortByNumber(const ConnectionTable& table, std::vector<std::uint32_t>& rows, Column column, bool isAscending) {
-    std::vector<NumberedRow> numbered(rows.size());
-    std::vector<NumberedRow> room;
+void SortByNumber(const ConnectionTable& table, LargeVector<std::uint32_t>& rows, Column column, bool isAscending) {
+    LargeVector<NumberedRow> numbered(rows.size());
+    LargeVector<NumberedRow> room;
     std::transform(rows.begin(), rows.end(), numbered.begin(), [&](std::uint32_t row) {
         const std::uint32_t number = SortNumberOf(table, table.Row(row), column);
         return NumberedRow{.number = isAscending ? number : ~number, .row = row};
@@ -97,7 +97,7 @@ void SortByNumber(const ConnectionTable& table, std::vector<std::uint32_t>& rows
     std::transform(numbered.begin(), numbered.end(), rows.begin(), [](const NumberedRow& row) { return row.row; });
 }
 
-void SortByAddress(const ConnectionTable& table, std::vector<std::uint32_t>& rows, bool isAscending) {
+void SortByAddress(const ConnectionTable& table, LargeVector<std::uint32_t>& rows, bool isAscending) {
     struct Ends {
         std::uint64_t local;
         std::uint64_t remote;
@@ -107,8 +107,8 @@ void SortByAddress(const ConnectionTable& table, std::vector<std::uint32_t>& row
         const std::uint64_t end = std::uint64_t{SwapAddress(address)} << 16 | port;
         return isAscending ? end : ~end;
     };
-    std::vector<Ends> ends(rows.size());
-    std::vector<Ends> room;
+    LargeVector<Ends> ends(rows.size());
+    LargeVector<Ends> room;
     std::transform(rows.begin(), rows.end(), ends.begin(), [&](std::uint32_t at) {
         const ConnectionRow& row = table.Row(at);
         return Ends{.local = number(row.localAddress, row.localPort),
@@ -183,7 +183,7 @@ void Group(ArrangedConnections& arranged, const RowOrder& order) {
         next[group.program] = group.first;
         arranged.groupOfProgram[group.program] = number;
     }
-    std::vector<std::uint32_t> rows(arranged.rows.size());
+    LargeVector<std::uint32_t> rows(arranged.rows.size());
     for (const std::uint32_t row : arranged.rows) rows[next[table.Row(row).program]++] = row;
     arranged.rows = std::move(rows);
 }

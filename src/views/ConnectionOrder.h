@@ -9,6 +9,7 @@
 #include <string>
 #include <vector>
 
+#include "base/LargeVector.h"
 #include "lists/RowOrder.h"
 #include "views/ConnectionTable.h"
 #include "views/ConnectionTexts.h"
@@ -40,13 +41,13 @@ struct ConnectionGroup {
 
 struct ArrangedConnections {
     std::shared_ptr<const ConnectionTable> table;
-    std::vector<std::uint32_t> rows;      // of the table
+    LargeVector<std::uint32_t> rows;      // of the table
     std::vector<ConnectionGroup> groups;  // empty: not grouped
     bool isGrouped = false;
     std::size_t filtered = 0;  // rows without the search
 
     static constexpr std::uint32_t kNoPlace = 0xFFFFFFFF;
-    std::vector<std::uint32_t> places;          // of each row of the table in rows; kNoPlace: not shown
+    LargeVector<std::uint32_t> places;          // of each row of the table in rows; kNoPlace: not shown
     std::vector<std::uint32_t> groupOfProgram;  // numbers of groups; kNoPlace: none. Empty when not grouped
 };
 

@@ -121,8 +121,8 @@ ConnectionTable::ConnectionTable(const DriverTables& tables, milliseconds time, 
 
 void ConnectionTable::AddRows(const DriverTables& tables, const ProgramSource& programs) {
     const std::size_t count = tables.connections.size() + tables.listeners.size();
-    const std::vector<std::uint32_t> connections = OrderOf(tables.connections);
-    const std::vector<std::uint32_t> listeners = OrderOf(tables.listeners);
+    const LargeVector<std::uint32_t> connections = OrderOf(tables.connections);
+    const LargeVector<std::uint32_t> listeners = OrderOf(tables.listeners);
     m_rows.reserve(count + count / 16);  // with room for those that have gone, which come behind
     m_rows.resize(count);
     auto row = m_rows.begin();
@@ -310,7 +310,7 @@ void ConnectionTable::AddGoneRow(const ConnectionRow& row, std::uint32_t program
     gone.rateIn = gone.rateOut = 0;
     if (m_slots.size() < m_rows.size() * 2) {
         // More have gone than there are: the slots are made for twice as many.
-        std::vector<std::uint32_t> slots(m_slots.size() * 2, 0);
+        LargeVector<std::uint32_t> slots(m_slots.size() * 2, 0);
         slots.swap(m_slots);
         for (const std::uint32_t slot : slots) {
             if (slot != 0) m_slots[SlotOf(KeyOf(m_rows[slot - 1]))] = slot;
@@ -348,11 +348,11 @@ void ConnectionTable::SumUp() {
     m_summary.busiestRate = *busiest;
 }
 
-std::vector<std::uint32_t> ConnectionTable::OrderAsRead() const {
-    std::vector<std::uint32_t> order(m_rows.size());
+LargeVector<std::uint32_t> ConnectionTable::OrderAsRead() const {
+    LargeVector<std::uint32_t> order(m_rows.size());
     std::iota(order.begin(), order.end(), 0);
     if (m_presentCount == m_rows.size()) return order;
-    const std::vector<std::uint32_t> rows = order;
+    const LargeVector<std::uint32_t> rows = order;
     const auto goneAt = rows.begin() + static_cast<std::ptrdiff_t>(m_presentCount);
     std::merge(
         rows.begin(), goneAt, goneAt, rows.end(), order.begin(),

@@ -16,6 +16,7 @@
 #include <vector>
 
 #include "base/Ipv4.h"
+#include "base/LargeVector.h"
 #include "ipc/DriverTables.h"
 #include "tree/CellMarks.h"
 
@@ -115,7 +116,7 @@ public:
     ConnectionTable& operator=(const ConnectionTable&) = delete;
 
     // Connections and listeners, each sorted, and behind them those that have gone since the last table.
-    [[nodiscard]] const std::vector<ConnectionRow>& Rows() const { return m_rows; }
+    [[nodiscard]] const LargeVector<ConnectionRow>& Rows() const { return m_rows; }
     [[nodiscard]] const ConnectionRow& Row(std::uint32_t row) const { return m_rows[row]; }
     [[nodiscard]] const std::vector<ConnectionProgram>& Programs() const { return m_programs; }
     [[nodiscard]] const ConnectionProgram& ProgramOf(const ConnectionRow& row) const {
@@ -128,7 +129,7 @@ public:
     // The path of the process, of its rows here; nothing when it has none.
     [[nodiscard]] std::optional<std::string> PathOfProcess(std::uint32_t processId) const;
     // The numbers of all rows in the order of the driver's tables, with those that have gone at their old places.
-    [[nodiscard]] std::vector<std::uint32_t> OrderAsRead() const;
+    [[nodiscard]] LargeVector<std::uint32_t> OrderAsRead() const;
     [[nodiscard]] const ConnectionSummary& Summary() const { return m_summary; }
     // Whole seconds since the row was first seen.
     [[nodiscard]] std::uint32_t AgeOf(const ConnectionRow& row) const { return (m_tenths - row.since) / 10; }
@@ -158,12 +159,12 @@ private:
     std::uint32_t m_tenths;                // when it was read
     std::chrono::milliseconds m_time;      // the same
     std::chrono::milliseconds m_baseTime;  // when the counters were read that the next rates are measured from
-    std::vector<ConnectionRow> m_rows;
+    LargeVector<ConnectionRow> m_rows;
     std::size_t m_presentCount = 0;  // rows before those that have gone
     std::vector<ConnectionProgram> m_programs;
     std::unordered_map<std::string, std::uint32_t> m_programByPath;
     std::unordered_map<std::uint32_t, std::uint32_t> m_programById;  // of a process
-    std::vector<std::uint32_t>
+    LargeVector<std::uint32_t>
         m_slots;                    // open addressing: the number of a row that is the first of its key, plus 1
     std::vector<Repeat> m_repeats;  // sorted
     ConnectionSummary m_summary;

@@ -4,6 +4,7 @@
 #include <unordered_set>
 #include <utility>
 
+#include "base/LargeVector.h"
 #include "ipc/PipeRecords.h"
 
 namespace brennvar {
@@ -69,6 +70,7 @@ private:
 ConnectionsReader::ConnectionsReader(const Parts& parts, std::string noProcessText,
                                      std::function<void(Snapshot)> deliver)
     : m_tables(parts.tables),
+      m_reads(parts.reads),
       m_link(parts.link),
       m_deliver(std::move(deliver)),
       m_names(parts.programQueue, parts.programFiles, [this] { Build(); }),
@@ -89,6 +91,11 @@ void ConnectionsReader::Open() {
     ++m_opening;
     m_names.LookAgain();
     Refresh();
+}
+
+void ConnectionsReader::Close() {
+    m_tables.Forget(*this);
+    m_reads.Post(&LargeBlocks::GiveBackAll);
 }
 
 void ConnectionsReader::Refresh() {

@@ -45,13 +45,13 @@ public:
 
     ConnectionsReader(const ConnectionsReader&) = delete;
     ConnectionsReader& operator=(const ConnectionsReader&) = delete;
-    ~ConnectionsReader() override { Close(); }
+    ~ConnectionsReader() override { m_tables.Forget(*this); }
 
     // The page is opened: from now on every reading of the tables is delivered, and one is asked for at once. It is
     // the first one, in which nothing is said to have come or gone.
     void Open();
-    // What is read from now on is for others.
-    void Close() { m_tables.Forget(*this); }
+    // What is read from now on is for others. The memory of full tables goes back to the system.
+    void Close();
     // Asks for a reading that begins after this call, and takes it.
     void Refresh();
     // From now on the rows are wanted like this; those that were read last come at once.
@@ -78,6 +78,7 @@ private:
     void Build();
 
     ConnectionTables& m_tables;
+    TaskQueue& m_reads;
     ServiceLink& m_link;
     const std::function<void(Snapshot)> m_deliver;
     Known m_known;                                // without a reading: the driver could not be read
