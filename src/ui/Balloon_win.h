@@ -47,11 +47,9 @@ public:
     // one that was shown last.
     [[nodiscard]] static bool CloseByKey(const MSG& message);
 
-    // In client coordinates: where the link can be clicked, empty without one; the cross; the time, empty likewise.
+    // In client coordinates: where the link can be clicked, empty without one.
     [[nodiscard]] const RECT& LinkPlace() const { return m_link; }
     void TellAccessible(AccessibleThing& thing) const override;
-    [[nodiscard]] const RECT& CrossPlace() const { return m_cross; }
-    [[nodiscard]] const RECT& TimePlace() const { return m_time; }
 
 private:
     void OnPaint(HDC dc, const RECT& invalid) override;

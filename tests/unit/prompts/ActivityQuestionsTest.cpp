@@ -105,31 +105,6 @@ protected:
     }
 };
 
-TEST_F(ActivityQuestionsTest, AsksOneAfterTheOtherAndGivesEachItsAnswer) {
-    sources.descriptions[kTarget] = "The target";
-    Ask({.kind = Kind::WriteToProcess, .actingPath = kActing, .targetPath = kTarget});
-    Ask({.kind = Kind::ChangeWallpaper});
-    EXPECT_FALSE(questions.IsBusy());
-    TickAndLookUp();
-    EXPECT_TRUE(questions.IsBusy());
-    questions.Tick();
-    ASSERT_EQ(asker.opened.size(), 1U);
-    EXPECT_EQ(asker.opened[0].charset, 204);
-    EXPECT_EQ(asker.opened[0].body,
-              "Process:\n\nacting.exe\n\nis trying to write data into the remote process:\n\nThe target\n\n"
-              "Allow this action?");
-    EXPECT_EQ(asker.opened[0].program.publisher, R"(Co of C:\Tools\acting.exe)");
-    Answer({.allow = true, .trust = true});
-    ASSERT_EQ(asker.opened.size(), 2U);
-    EXPECT_TRUE(asker.opened[1].isMessage);
-    Answer({.allow = false});
-    Join();
-    EXPECT_EQ(*answers[0], (ActivityAnswer{.allow = true, .trust = true}));
-    EXPECT_EQ(*answers[1], ActivityAnswer());
-    EXPECT_FALSE(questions.IsBusy());
-    EXPECT_EQ(asker.takenAway, 2);
-}
-
 TEST_F(ActivityQuestionsTest, WhatIsNotFoundInTimeIsLeftOut) {
     sources.descriptions[kActing] = "Too late";
     sources.texts["Language/DL_N_201_573"] = "startet den Browser:";
@@ -165,18 +140,6 @@ TEST_F(ActivityQuestionsTest, OpensOnlyFilesThatAreNamedWholeAndOnThisMachine) {
     EXPECT_EQ(sources.opened, (Paths{kActing, kActing, "d:/x.exe"}));
 }
 
-TEST_F(ActivityQuestionsTest, WaitsForAMenuToClose) {
-    asker.isReady = false;
-    Ask({.kind = Kind::ChangeAppInit});
-    TickAndLookUp();
-    clock.Pass(10s);
-    questions.Tick();
-    EXPECT_TRUE(asker.opened.empty() && questions.IsBusy());
-    asker.isReady = true;
-    questions.Tick();
-    EXPECT_EQ(asker.opened.size(), 1U);
-}
-
 TEST_F(ActivityQuestionsTest, StoppingDeniesWhatIsOnScreenAndWhatWaits) {
     Ask({.kind = Kind::ChangeAppInit});
     Ask({.kind = Kind::ChangeWallpaper});
@@ -190,16 +153,6 @@ TEST_F(ActivityQuestionsTest, StoppingDeniesWhatIsOnScreenAndWhatWaits) {
     EXPECT_EQ(desk.Ask({.kind = Kind::ChangeAppInit}), ActivityAnswer());
     questions.Tick();
     EXPECT_EQ(asker.opened.size(), 1U);
-}
-
-TEST_F(ActivityQuestionsTest, OrdersAreCarriedOutInTheirOrder) {
-    desk.BringForward();
-    desk.LeaveProgram();
-    EXPECT_EQ(wakes, 2);
-    EXPECT_TRUE(view.log.empty());
-    desk.RunOrders(view);
-    desk.RunOrders(view);
-    EXPECT_EQ(view.log, (std::vector<std::string>{"forward", "leave"}));
 }
 
 TEST_F(ActivityQuestionsTest, AThousandOrdersToComeForwardAreOne) {
@@ -252,7 +205,6 @@ TEST(ActivityTextTest, NamesProgramsAsTheUserKnowsThem) {
             language);
     };
     EXPECT_EQ(question(kActing, "").displayName, "acting.exe");
-    EXPECT_EQ(question(R"(C:\Tools\)", "").displayName, R"(C:\Tools\)");
     EXPECT_EQ(question(kActing, std::string(40, 'd')).displayName, std::string(40, 'd'));
     EXPECT_EQ(question(kActing, std::string(41, 'd')).displayName, std::string(37, 'd') + "...");
     EXPECT_EQ(question(kActing, "a\r\nAllow").displayName, "a Allow");
@@ -268,15 +220,6 @@ TEST(ActivityTextTest, NamesProgramsAsTheUserKnowsThem) {
     const ActivityQuestion endless = question(std::string(4000, 'p') + R"(\acting.exe)", "");
     EXPECT_LE(endless.path.size(), 1100U);
     EXPECT_TRUE(endless.path.starts_with("...") && endless.path.ends_with(R"(\acting.exe)"));
-    EXPECT_EQ(question(kActing, "").trustText,
-              "Add to the Trusted Applications\nand do not ask me next time\nfor this application.");
-    EXPECT_EQ(question(kActing, "").caption, "Confirm process activity");
-    EXPECT_EQ(
-        BuildActivityQuestion({.kind = Kind::ChangeAppInit}, language).body,
-        "Some application is changing value of the AppInit_DLLs registry key. This key allows to inject library "
-        "into the executed applications. Allow this action?");
-    EXPECT_EQ(BuildActivityQuestion({.kind = Kind::ChangeWallpaper}, language).body,
-              "Some application is trying to change desktop wallpaper. Allow this action?");
 }
 
 TEST_F(ActivityQuestionsTest, LosesNoQuestionAndMixesNoneUpWithoutMemory) {

@@ -120,14 +120,6 @@ protected:
 
 using Log = std::vector<std::string>;
 
-TEST_F(ActivityServerTest, TrustedProgramsAreAllowedAndOthersAskedFor) {
-    sources.trusted = kActing;
-    EXPECT_EQ(Serve({Request(1), Request(3)}),
-              (Log{"write", "flush", "disconnect", "write", "flush", "disconnect"}));
-    EXPECT_EQ(pipe.written, (std::vector<RawBytes>{Answer(1), Answer(1)}));
-    EXPECT_TRUE(user.asked.empty());
-}
-
 TEST_F(ActivityServerTest, AsksAndGivesTheAnswerBackInTheWholeRecord) {
     for (const bool allows : {false, true}) {
         user.answer = {.allow = allows, .trust = false};

@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include "ipc/PipeRecords.h"
-#include "prompts/WallpaperValue_win.h"
 #include "support/FakeClock.h"
 #include "support/FakePipe.h"
 
@@ -53,41 +52,6 @@ TEST_F(ActivitySourcesTest, GivesTheWholePathAndRemembersNoFailure) {
     pipe.outcome = PipeOutcome::Failed;
     for (int round = 0; round < 2; ++round) EXPECT_EQ(sources.ProcessPath(900'077), std::nullopt);
     EXPECT_EQ(pipe.requests.size(), 3U);
-}
-
-class WallpaperValueTest : public testing::Test {
-protected:
-    static constexpr char kParent[] = R"(Software\brennvar-test)";
-    static constexpr char kKey[] = R"(Software\brennvar-test\Desktop\General)";
-    const UniqueEvent stop{::CreateEventA(nullptr, TRUE, FALSE, nullptr)};
-
-    void SetUp() override { ::RegDeleteTreeA(HKEY_CURRENT_USER, kParent); }
-    void TearDown() override { ::RegDeleteTreeA(HKEY_CURRENT_USER, kParent); }
-    static void Set(const std::string& text) {
-        ASSERT_EQ(::RegSetKeyValueA(HKEY_CURRENT_USER, kKey, "Wallpaper", REG_SZ, text.c_str(),
-                                    static_cast<DWORD>(text.size() + 1)),
-                  ERROR_SUCCESS);
-    }
-};
-
-TEST_F(WallpaperValueTest, SeesAKeyThatComesLaterAndEveryChangeOfIt) {
-    WinWallpaperValue value(stop.Get(), kKey);
-    EXPECT_EQ(value.Read(), "");
-    value.Write("x");
-    HKEY key = nullptr;
-    EXPECT_NE(::RegOpenKeyExA(HKEY_CURRENT_USER, kParent, 0, KEY_READ, &key), ERROR_SUCCESS) << "it made the key";
-    Set("first");
-    while (value.Read() != "first") ASSERT_TRUE(value.WaitForChange());
-    Set(std::string(300, 'w'));
-    while (value.Read() != std::string(260, 'w')) ASSERT_TRUE(value.WaitForChange());
-    value.Write("back");
-    while (value.Read() != "back") ASSERT_TRUE(value.WaitForChange());
-    ::RegDeleteTreeA(HKEY_CURRENT_USER, kParent);
-    while (value.Read() != "") ASSERT_TRUE(value.WaitForChange());
-    Set("again");
-    while (value.Read() != "again") ASSERT_TRUE(value.WaitForChange());
-    ::SetEvent(stop.Get());
-    EXPECT_FALSE(value.WaitForChange());
 }
 
 }  // namespace

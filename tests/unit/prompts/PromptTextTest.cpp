@@ -48,23 +48,6 @@ TEST(PromptTextTest, KnowsThreeProtocolsAndTwoKindsOfAdvice) {
     }
 }
 
-TEST(PromptTextTest, OffersTheToolsForAnAddressThatIsKnown) {
-    struct Row {
-        bool applicationKnown;
-        Ipv4 remoteAddress;
-        std::string_view expected;
-    };
-    for (const Row& row : {Row{true, 0x077100CB, "203.0.113.7 &Address..."}, Row{true, 0, "0.0.0.0 "},
-                           Row{false, 0x077100CB, "0.0.0.0 "}}) {
-        PromptFacts facts = MailFacts();
-        facts.applicationKnown = row.applicationKnown;
-        facts.remoteAddress = row.remoteAddress;
-        const PromptQuestion question = InEnglish(facts);
-        EXPECT_EQ(FormatIpv4(question.address) + " " + question.addressLink, row.expected);
-        EXPECT_EQ(question.body.find("Address..."), std::string::npos);
-    }
-}
-
 TEST(PromptTextTest, LetsNoNameBreakTheLinesOrTheForm) {
     struct Row {
         std::string description, host, displayName, remoteHost;

@@ -89,22 +89,5 @@ TEST_F(WallpaperWatchTest, AppliesWhatTheUserAgreesToAndRests) {
     EXPECT_EQ(user.asked.size(), 1U) << "it is the known one now";
 }
 
-TEST_F(WallpaperWatchTest, LooksOnceAndAfterEveryChange) {
-    value.value = "hills.bmp";
-    value.changes = 2;
-    int reads = 0;
-    struct Counting final : WallpaperValue {
-        FakeValue& value;
-        int& reads;
-        Counting(FakeValue& v, int& r) : value(v), reads(r) {}
-        bool WaitForChange() override { return value.WaitForChange(); }
-        std::optional<std::string> Read() override { return ++reads, value.Read(); }
-        void Write(const std::string&) override {}
-        void Apply(const std::string&) override {}
-    } counting(value, reads);
-    WallpaperWatch(counting, user, clock).Run();
-    EXPECT_EQ(reads, 3);
-}
-
 }  // namespace
 }  // namespace brennvar

@@ -53,22 +53,6 @@ protected:
     char buffer[100]{};
 };
 
-TEST_F(StreamTransportWinTest, CarriesBytesBothWaysUntilThePeerCloses) {
-    Connect();
-    ASSERT_EQ(transport.Send(BytesOf("question"), kHour).count, 8U);
-    char heard[8];
-    ASSERT_EQ(::recv(accepted.Get(), heard, sizeof heard, MSG_WAITALL), 8);
-    EXPECT_EQ(std::string_view(heard, 8), "question");
-    ASSERT_EQ(::send(accepted.Get(), "answer", 6, 0), 6);
-    const StreamOutcome got = Receive(kHour);
-    EXPECT_EQ(got.error, 0U);
-    EXPECT_EQ(std::string_view(buffer, got.count), "answer");
-    accepted.Reset();
-    const StreamOutcome end = Receive(kHour);
-    EXPECT_EQ(end.error, 0U);
-    EXPECT_EQ(end.count, 0U);
-}
-
 TEST_F(StreamTransportWinTest, ReceivesNothingWithinTheLimit) {
     Connect();
     EXPECT_EQ(Receive(milliseconds(0)).error, kErrorTimedOut);

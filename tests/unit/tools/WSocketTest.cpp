@@ -37,18 +37,6 @@ protected:
     }
 };
 
-TEST_F(WSocketTest, ConnectsToTheServerItselfWithoutAProxy) {
-    proxy.host.clear();
-    peer.Say("", {"hello", " there"});
-    Connect();
-    EXPECT_EQ(peer.connections, (std::vector<FakePeer::Connection>{{"192.0.2.43", 43, milliseconds(10'000)}}));
-    EXPECT_EQ(socket.Receive(3, milliseconds(1)), "hel");
-    EXPECT_EQ(socket.Receive(100, milliseconds(1)), "lo");
-    EXPECT_EQ(socket.Receive(100, milliseconds(1)), " there");
-    EXPECT_EQ(socket.Receive(100, milliseconds(1)), "");
-    EXPECT_EQ(peer.sent, "");
-}
-
 TEST_F(WSocketTest, SendsAllThatTheSystemTakesInPieces) {
     proxy.host.clear();
     peer.mostPerSend = 4;
@@ -113,19 +101,14 @@ TEST_F(WSocketTest, TakesEveryStatusOf200To299AsTheTunnel) {
         {"HTTP/1.1 100 Continue\r\n\r\nHTTP/1.1 200 OK\r\n\r\n", true, {}, 0},
         {"HTTP/1.1 199 Odd\r\n\r\n", false, SocketMessage::ProxyLogin, kErrorConnectionLost},
         {"HTTP/1.1 300 Odd\r\n\r\n", false, SocketMessage::ProxyLogin, 300},
-        {"HTTP/1.0 401 Unauthorized\r\n\r\n", false, SocketMessage::ProxyLogin, 401},
         {"HTTP/1.1 407 Who are you\r\nX: y\r\n\r\nbody", false, SocketMessage::ProxyNeedsLogin, 407},
         {"HTTP/1.1 407 Who are you\r\n", false, SocketMessage::ProxyNeedsLogin, 407},  // and closed
-        {"HTTP/1.1 502 Bad\r\n\r\n", false, SocketMessage::ProxyLogin, 502},
         {"HTTP/1.1 200 OK\r\nX: y\r\n", false, SocketMessage::ProxyLogin, kErrorConnectionLost},
         {"", false, SocketMessage::ProxyLogin, kErrorConnectionLost},
         {"SSH-2.0-OpenSSH\r\n", false, SocketMessage::ProxyLogin, 0},
         {"HTTP/1.1 2000 OK\r\n\r\n", false, SocketMessage::ProxyLogin, 0},
-        {"HTTP/1.1 2x0 OK\r\n\r\n", false, SocketMessage::ProxyLogin, 0},
         {"HTTP/1.1 099 OK\r\n\r\n", false, SocketMessage::ProxyLogin, 0},
         {"HTTP/1.1 600 OK\r\n\r\n", false, SocketMessage::ProxyLogin, 0},
-        {"HTTP/1.1 20\r\n\r\n", false, SocketMessage::ProxyLogin, 0},
-        {"\r\n\r\n", false, SocketMessage::ProxyLogin, 0},
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.reply);
@@ -188,20 +171,6 @@ TEST_F(WSocketTest, GivesUpAProxyThatIsSilentOrDrips) {
     EXPECT_EQ(clock.elapsed - before, milliseconds(30'000));
 }
 
-TEST_F(WSocketTest, TellsWhichNameWasNotFoundAndWhatRefused) {
-    proxy.host = "nowhere.example";
-    ExpectFailure(SocketMessage::UnknownProxy, kErrorHostNotFound, SocketPeer::Proxy);
-    proxy.host.clear();
-    ExpectFailure(SocketMessage::UnknownAddress, kErrorHostNotFound, SocketPeer::Server, {"nowhere.example", 43});
-    peer.connectErrors = {{1, kErrorRefused}, {2, kErrorTimedOut}, {3, 10024}, {4, 10091}, {5, kErrorRefused}};
-    ExpectFailure(SocketMessage::Connect, kErrorRefused, SocketPeer::Server);
-    ExpectFailure(SocketMessage::Connect, kErrorTimedOut, SocketPeer::Server);
-    ExpectFailure(SocketMessage::Socket, 10024, SocketPeer::Server);
-    ExpectFailure(SocketMessage::Startup, 10091, SocketPeer::Server);
-    proxy.host = "proxy.example";
-    ExpectFailure(SocketMessage::Connect, kErrorRefused, SocketPeer::Proxy);
-}
-
 TEST_F(WSocketTest, AsksNobodyAboutWhatIsNoHost) {
     const std::string hosts[] = {"",     "a b",   "a\r\nX: y",          "a\nb", std::string("a\0b", 3),
                                  "a\tb", "a\x7F", std::string(256, 'a')};
@@ -219,15 +188,130 @@ TEST_F(WSocketTest, AsksNobodyAboutWhatIsNoHost) {
     EXPECT_TRUE(peer.connections.empty());
 }
 
-TEST_F(WSocketTest, EndsAtOnceWhenItIsCancelled) {
-    peer.receiveErrors[1] = kErrorCancelled;
-    try {
-        Connect();
-        ADD_FAILURE() << "connected";
-    } catch (const SocketError& error) {
-        EXPECT_TRUE(error.IsCancelled());
+// Bytes of a literal with zeros in it.
+template <std::size_t size>
+std::string Raw(const char (&text)[size]) {
+    return {text, size - 1};
+}
+
+class Socks5Test : public WSocketTest {
+protected:
+    StreamEndpoint server = kServer;
+
+    Socks5Test() { proxy.kind = ProxyKind::Socks5; }
+    void Connect(const StreamEndpoint& to) { socket.Connect(to, proxy, ConnectStyle::Http10); }
+    void ExpectRefusal(SocketMessage message, std::uint32_t code, SocketPeer which) {
+        ExpectFailure(message, code, which, server);
+        peer.script.clear();
     }
-    EXPECT_EQ(peer.closes, 1);
+};
+
+TEST_F(Socks5Test, AsksForANameWithoutALogin) {
+    // The reply comes byte by byte, and with it the server's first words.
+    peer.Say(Raw("\5\1\0"), {"\5", Raw("\0")});
+    peer.Say(Raw("\0\53"), {"\5", Raw("\0"), Raw("\0"), "\1", Raw("\0\0\0\0\0"), Raw("\0hello")});
+    Connect(server);
+    EXPECT_EQ(peer.sent, Raw("\5\1\0\5\1\0\3\15whois.example\0\53"));
+    EXPECT_EQ(socket.Receive(100, milliseconds(1)), "hello");
+}
+
+TEST_F(Socks5Test, LogsInAndAsksForADottedAddress) {
+    proxy.user = "fred";
+    proxy.password = "s3cret";
+    server = {.host = "192.0.2.7", .port = 0x1234};
+    peer.Say(Raw("\5\2\0\2"), {"\5\2"});
+    peer.Say("s3cret", {Raw("\1\0")});
+    peer.Say("\x12\x34", {Raw("\5\0\0\4") + std::string(16, '\0') + "\1\2"});
+    Connect(server);
+    EXPECT_EQ(peer.sent, Raw("\5\2\0\2\1\4fred\6s3cret\5\1\0\1\300\0\2\7\x12\x34"));
+    EXPECT_EQ(socket.Receive(100, milliseconds(1)), "");
+}
+
+TEST_F(Socks5Test, DoesNotLogInWhereNothingIsAsked) {
+    proxy.user = "fred";
+    peer.Say(Raw("\5\2\0\2"), {Raw("\5\0")});
+    peer.Say(Raw("\0\53"), {Raw("\5\0\0\3\2ab\1\2")});  // bound to a name
+    Connect(server);
+    EXPECT_EQ(peer.sent, Raw("\5\2\0\2\5\1\0\3\15whois.example\0\53"));
+    EXPECT_EQ(socket.Receive(100, milliseconds(1)), "");
+}
+
+TEST_F(Socks5Test, TellsWhyItWasRefused) {
+    struct Row {
+        std::string method;
+        SocketMessage message;
+    };
+    const Row rows[] = {
+        {"\5\xFF", SocketMessage::ProxyNeedsLogin}, {"\5\2", SocketMessage::ProxyNeedsLogin},
+        {"\5\1", SocketMessage::ProxyLogin},        {Raw("\4\0"), SocketMessage::ProxyLogin},
+        {"HT", SocketMessage::ProxyLogin},
+    };
+    for (const Row& row : rows) {
+        peer.Say(Raw("\5\1\0"), {row.method});
+        ExpectRefusal(row.message, kErrorRefused, SocketPeer::Proxy);
+    }
+    proxy.user = "fred";
+    peer.Say(Raw("\5\2\0\2"), {"\5\xFF"});
+    ExpectRefusal(SocketMessage::ProxyLogin, kErrorRefused, SocketPeer::Proxy);
+    peer.Say(Raw("\5\2\0\2"), {"\5\2"});
+    peer.Say(Raw("\4fred\0"), {"\1\1"});
+    ExpectRefusal(SocketMessage::ProxyLogin, kErrorAccessDenied, SocketPeer::Proxy);
+    peer.Say(Raw("\5\2\0\2"), {"\5"});
+    ExpectRefusal(SocketMessage::ProxyLogin, kErrorConnectionLost, SocketPeer::Proxy);
+}
+
+TEST_F(Socks5Test, TellsWhatTheProxySaysOfTheServer) {
+    struct Row {
+        std::string reply;
+        SocketMessage message;
+        std::uint32_t code;
+        SocketPeer which;
+    };
+    const Row rows[] = {
+        {Raw("\5\1\0\1"), SocketMessage::Connect, 10061, SocketPeer::Proxy},
+        {Raw("\5\2\0\1"), SocketMessage::Connect, 10013, SocketPeer::Proxy},
+        {Raw("\5\3\0\1"), SocketMessage::Connect, 10051, SocketPeer::Server},
+        {Raw("\5\4\0\1"), SocketMessage::UnknownRemote, 10065, SocketPeer::Server},
+        {Raw("\5\5\0\1"), SocketMessage::Connect, 10061, SocketPeer::Server},
+        {Raw("\5\6\0\1"), SocketMessage::Connect, 10060, SocketPeer::Server},
+        {Raw("\5\7\0\1"), SocketMessage::Connect, 10061, SocketPeer::Proxy},
+        {Raw("\5\0\0\2"), SocketMessage::ProxyLogin, 10061, SocketPeer::Proxy},  // no kind of address
+        {Raw("\4\0\0\1"), SocketMessage::ProxyLogin, 10061, SocketPeer::Proxy},  // no SOCKS 5
+    };
+    for (const Row& row : rows) {
+        peer.Say(Raw("\5\1\0"), {Raw("\5\0")});
+        peer.Say(Raw("\0\53"), {row.reply});
+        ExpectRefusal(row.message, row.code, row.which);
+    }
+}
+
+TEST_F(Socks5Test, RefusesALoginThatDoesNotFitItsLengths) {
+    proxy.user = std::string(255, 'u');
+    proxy.password = std::string(255, 'p');
+    peer.Say(Raw("\5\2\0\2"), {"\5\2"});
+    peer.Say("ppp", {Raw("\1\0")});
+    peer.Say(Raw("\0\53"), {Raw("\5\0\0\1\0\0\0\0\0\0")});
+    EXPECT_NO_THROW(Connect(server));
+    EXPECT_EQ(peer.sent.substr(4, 257), "\1\xFF" + proxy.user);
+
+    for (const bool isUser : {true, false}) {
+        proxy.user.resize(isUser ? 256 : 255, 'u');
+        proxy.password = std::string(isUser ? 255 : 256, 'p');
+        peer.Say(Raw("\5\2\0\2"), {"\5\2"});
+        peer.sent.clear();
+        ExpectRefusal(SocketMessage::InvalidParameters, 87, SocketPeer::Proxy);
+        EXPECT_EQ(peer.sent, Raw("\5\2\0\2"));
+    }
+}
+
+TEST(ProxySettingsTest, TakeNumbersOutOfRangeForTheirDefaults) {
+    OptionValues options;
+    options.SetNumber(OptionId::ProxyPort, 65535);
+    EXPECT_EQ(ProxyOf(options).port, 65535);
+    options.SetNumber(OptionId::ProxyPort, 65536 + 80);
+    options.SetNumber(OptionId::ProxyType, 2);
+    EXPECT_EQ(ProxyOf(options).port, 0);
+    EXPECT_EQ(ProxyOf(options).kind, ProxyKind::Http);
 }
 
 }  // namespace

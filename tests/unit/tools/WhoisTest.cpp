@@ -64,13 +64,6 @@ TEST_F(WhoisTest, AsksTheEuropeanRegistryWhereTheFirstAnswerNamesIt) {
     EXPECT_EQ(LookUp("192.0.2.9"), Lines{"RIPE network coordination centre"});
 }
 
-TEST_F(WhoisTest, ShowsTheFirstAnswerWhenTheReferralFails) {
-    peer.Say("+ 192.0.2.9\r\n", {"RIPE Network Coordination Centre\n"});
-    peer.connectErrors[2] = kErrorRefused;
-    EXPECT_EQ(LookUp("192.0.2.9"), (Lines{"RIPE Network Coordination Centre", "connect() failed",
-                                          "The server refuses connections at present. Try again later."}));
-}
-
 TEST_F(WhoisTest, ResolvesNamesWithFewerThanThreeDots) {
     peer.names["www.example.com"] = "203.0.113.5";
     peer.Say("+ 203.0.113.5\r\n", {"x"});
@@ -92,11 +85,6 @@ TEST_F(WhoisTest, CutsAQueryAt511Bytes) {
     peer.Say("bbb\r\n", {"x"});
     EXPECT_EQ(LookUp(name), Lines{"x"});
     EXPECT_EQ(peer.sent, "+ " + name.substr(0, 509) + "\r\n");
-}
-
-TEST_F(WhoisTest, LeavesNothingOfAnEmptyAnswer) {
-    peer.script.push_back({.until = "+ 192.0.2.9\r\n", .pieces = {}});
-    EXPECT_EQ(LookUp("192.0.2.9"), Lines{});
 }
 
 TEST_F(WhoisTest, ShowsAMegabyteWholeAndTellsWhatIsLeftOut) {
@@ -126,23 +114,6 @@ TEST_F(WhoisTest, GivesUpAServerThatStalls) {
               (Lines{"half a line", "connect() failed",
                      "The server did not answer in time. It may be busy, or a firewall stands in the way."}));
     EXPECT_EQ(clock.elapsed - before, milliseconds(11 * 29'999 + 30'000));
-}
-
-TEST_F(WhoisTest, SaysNothingOfACancelledLookUp) {
-    peer.Say("+ 192.0.2.9\r\n", {"one\n"});
-    peer.receiveErrors[2] = kErrorCancelled;
-    EXPECT_EQ(LookUp("192.0.2.9"), Lines{"one"});
-}
-
-TEST_F(WhoisTest, GoesThroughTheProxyWithTheServersNameUnresolved) {
-    proxy.host = "127.0.0.1";
-    proxy.port = 3128;
-    peer.Say("\r\n\r\n", {"HTTP/1.0 200 OK\r\n\r\n"});
-    peer.Say("+ 192.0.2.9\r\n", {"x"});
-    EXPECT_EQ(LookUp("192.0.2.9"), Lines{"x"});
-    EXPECT_EQ(peer.sent,
-              "CONNECT whois.arin.net:43 HTTP/1.0\r\nUser-Agent: Harrowlyn Update\r\n\r\n+ 192.0.2.9\r\n");
-    EXPECT_EQ(peer.lookups, Lines{"127.0.0.1"});
 }
 
 TEST(AnswerLinesTest, MakesControlCharactersBlanksAndBreaksEndlessLines) {

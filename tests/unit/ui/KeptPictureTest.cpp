@@ -143,12 +143,6 @@ TEST_F(KeptPictureTest, IsWhatWouldBePaintedAnewAfterWhateverChanges) {
     };
     const Change changes[] = {
         {"text", [this] { text.SetText("another text"); }},
-        {"text's place",
-         [this] {
-             text.Place({300, 20, 420, 45});
-         }},
-        {"text hidden", [this] { text.SetShown(false); }},
-        {"text shown", [this] { text.SetShown(true); }},
         {"text's colour", [this] { text.SetColour(RGB(0, 128, 0)); }},
         {"button pressed", [this] { ::SendMessageA(button.Window(), BM_SETSTATE, TRUE, 0); }},
         {"button selected and let go",
@@ -157,56 +151,22 @@ TEST_F(KeptPictureTest, IsWhatWouldBePaintedAnewAfterWhateverChanges) {
              button.SetSelected(true);
              button.SetText("Other");
          }},
-        {"button disabled", [this] { ::EnableWindow(button.Window(), FALSE); }},
         {"what tells nothing", [this] { label.SetText("really nothing"); }},
         {"cell's text", changeRow([this] { rows.first.text = "the second"; })},
         {"cell's tone", changeRow([this] { rows.first.tone = Tone::Deny; })},
-        {"cell's colour", changeRow([this] { rows.first.textColour = RGB(0, 0, 255); })},
         {"cell's glyph", changeRow([this] { rows.first.glyph = CellGlyph::Filled; })},
-        {"cell's other glyph", changeRow([this] { rows.first.glyph = CellGlyph::Bar; })},
-        {"cell's box", changeRow([this] { rows.first.checked = false; })},
         {"cell's check", changeRow([this] { rows.first.checked = true; })},
         {"row's mark", changeRow([this] { rows.state.mark = RowMark::New; })},
-        {"levels",
-         [this] {
-             tree.SetHasLevels(true);
-             tree.Refresh();
-         }},
-        {"row's children", changeRow([this] { rows.state.hasChildren = true; })},
-        {"row open", changeRow([this] { rows.state.isExpanded = true; })},
-        {"row's level", changeRow([this] { rows.state.level = 2; })},
         {"row selected", [this] { tree.SelectRow(0); }},
         {"keyboard in the list", [this] { ::SetFocus(tree.Window()); }},
-        {"row in focus", [this] { ::SendMessageA(tree.Window(), WM_KEYDOWN, VK_DOWN, 0); }},
-        {"scrolled by a row", [this] { tree.ScrollTo(1); }},
         {"scrolled by more than is seen", [this] { tree.ScrollTo(20); }},
         {"scrolled sideways", [this] { ::SendMessageA(tree.Window(), WM_MOUSEHWHEEL, 120U << 16, 0); }},
-        {"column",
-         [this] {
-             tree.SetColumnWidths(std::vector<int>{120, 300});
-         }},
-        {"sort mark", [this] { tree.SetSortMark(0, true); }},
         {"sample",
          [this] {
              samples.Push(80, 0);
              graph.Update("80");
          }},
-        {"sample of the same value",
-         [this] {
-             samples.Push(10, 0);
-             graph.Update("80");
-         }},
         {"value", [this] { graph.Update("81"); }},
-        {"second line",
-         [this] {
-             graph.AddLine(1, RGB(255, 255, 0));
-             samples.Push(50, 1);
-             graph.Repaint();
-         }},
-        {"graph's size",
-         [this] {
-             graph.Place({310, 50, 500, 250});
-         }},
         {"window moved",
          [this] {
              red->Place({20, 320, 210, 410});
@@ -215,8 +175,6 @@ TEST_F(KeptPictureTest, IsWhatWouldBePaintedAnewAfterWhateverChanges) {
          [this] {
              ::SetWindowPos(red->Window(), HWND_BOTTOM, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
          }},
-        {"window hidden", [this] { ::ShowWindow(blue->Window(), SW_HIDE); }},
-        {"window shown", [this] { ::ShowWindow(blue->Window(), SW_SHOWNA); }},
         {"window ended", [this] { blue.reset(); }},
         {"size", [this] { ::SetWindowPos(ground.Window(), nullptr, 0, 0, 560, 450, SWP_NOMOVE | SWP_NOZORDER); }},
     };
@@ -246,45 +204,6 @@ TEST_F(KeptPictureTest, PaintsOnlyWhatHasChanged) {
     EXPECT_EQ(paintingsAfter([this] { red->Repaint(); }), std::pair(1, 0));
     EXPECT_EQ(paintingsAfter([this] { ground.Repaint(); }), std::pair(1, 1));
     EXPECT_EQ(paintingsAfter([this] { CKeptBitmap::DropAll(); }), std::pair(1, 1));
-}
-
-TEST_F(KeptPictureTest, HasOneForEachOfThePagesThatWereShownLast) {
-    struct Page final : CPage {
-        Page(const CFonts& fonts, HWND parent, COLORREF colour)
-            : CPage(fonts, {.title = "P", .line = ""}), patch(colour) {
-            EXPECT_TRUE(Create(parent));
-            Place({310, 310, 590, 490});
-            EXPECT_TRUE(patch.Create({.parent = Window(), .text = {}}));
-            patch.Place({20, 80, 200, 170});
-        }
-        Patch patch;
-    };
-    std::vector<std::unique_ptr<Page>> pages;
-    for (std::size_t page = 0; page <= KeptPicture::kMostPages; ++page)
-        pages.push_back(std::make_unique<Page>(look.fonts, ground.Window(), RGB(0, 40 * (page + 1), 0)));
-    // How often the page is painted when it is shown instead of the others.
-    const auto paintings = [&](std::size_t shown) {
-        for (const auto& page : pages) page->Hide();
-        pages[shown]->Show();
-        pages[shown]->patch.paintings = 0;
-        const std::vector<COLORREF> kept = Picture();
-        const int count = pages[shown]->patch.paintings;
-        KeptPicture other;
-        std::swap(other, picture);
-        EXPECT_TRUE(Picture() == kept) << shown;
-        std::swap(other, picture);
-        return count;
-    };
-    for (const std::size_t page : {0, 1, 2}) EXPECT_EQ(paintings(page), 1) << page;
-    for (const std::size_t page : {0, 1, 2, 1, 0}) EXPECT_EQ(paintings(page), 0) << page;
-    pages[1]->patch.Repaint();
-    text.SetText("changed meanwhile");
-    EXPECT_EQ(paintings(1), 1) << "it has changed while it was hidden";
-    EXPECT_EQ(paintings(3), 1);
-    EXPECT_EQ(paintings(0), 0);
-    EXPECT_EQ(paintings(2), 1) << "one page too many, and this one was seen longest ago";
-    pages.pop_back();
-    EXPECT_EQ(paintings(2), 0) << "none of the others";
 }
 
 TEST(KeptBitmapTest, GivesUpTheOldestWhereTheyBecomeTooMany) {

@@ -130,19 +130,6 @@ TEST_F(WindowPictureTest, IsWhatTheWindowsPaintOneByOneAndLeavesNothingToBePaint
     EXPECT_TRUE(PaintAsOnePicture(window.Window()));
     EXPECT_EQ(LeftToPaint(), 0);
     ExpectLook(painted);
-
-    // A part, through the middle of most: the rest stays as it was.
-    Spoil();
-    const RECT part{100, 40, 300, 200};
-    ShowAsOnePicture(window.Window(), part);
-    RECT client = window.ClientRect();
-    EXPECT_FALSE(test::Screenshot(window.Window()) == painted.back());
-    for (const RECT& rest : {RECT{0, 0, client.right, part.top}, RECT{0, part.top, part.left, part.bottom},
-                             RECT{part.right, part.top, client.right, part.bottom},
-                             RECT{0, part.bottom, client.right, client.bottom}}) {
-        ShowAsOnePicture(window.Window(), rest);
-    }
-    ExpectLook(painted);
 }
 
 TEST_F(WindowPictureTest, WithoutABitmapWindowsPaintsInItsOwnWay) {
@@ -169,28 +156,6 @@ TEST_F(WindowPictureTest, WithoutABitmapWindowsPaintsInItsOwnWay) {
         ExpectLook(painted);
         EXPECT_EQ(LeftToPaint(), 0);
     }
-}
-
-TEST_F(WindowPictureTest, FieldsPrintTheirFrameAndLeaveRoomForTheInside) {
-    for (const HWND field : {line.Window(), text.Window()}) {
-        const HDC dc = ::GetWindowDC(field);
-        ::SendMessageA(field, WM_PRINT, reinterpret_cast<WPARAM>(dc), PRF_NONCLIENT);
-        EXPECT_TRUE(::PtVisible(dc, 20, 10));
-        ::ReleaseDC(field, dc);
-    }
-}
-
-TEST_F(WindowPictureTest, IsNotTakenForAPartNorOfWhatIsNotOnTheScreen) {
-    const test::Screenshot painted(window.Window());
-    const RECT part{0, 0, 10, 10};
-    ::InvalidateRect(window.Window(), &part, FALSE);
-    EXPECT_FALSE(PaintAsOnePicture(window.Window()));
-    EXPECT_EQ(LeftToPaint(), 1);
-    // Hidden, it is not painted, and comes back as it was.
-    ::ShowWindow(window.Window(), SW_HIDE);
-    ShowAsOnePicture(window.Window(), window.ClientRect());
-    ::ShowWindow(window.Window(), SW_SHOW);
-    EXPECT_TRUE(test::Screenshot(window.Window()) == painted);
 }
 
 }  // namespace

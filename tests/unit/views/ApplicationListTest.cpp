@@ -24,13 +24,6 @@ std::string Shown(const ApplicationList& list) {
     return shown;
 }
 
-TEST(ApplicationListTest, ClicksGoRound) {
-    EXPECT_EQ(NextState(Deny), Ask);
-    EXPECT_EQ(NextState(Ask), Allow);
-    EXPECT_EQ(NextState(Allow), Deny);
-    EXPECT_EQ(NextState(static_cast<ApplicationState>(7)), Allow) << "shown as Ask";
-}
-
 TEST(ApplicationListTest, ChangesAreShownUntilTheyAreOverAndThenWhatIsStored) {
     ApplicationList list;
     EXPECT_TRUE(list.Take({Row("a", Deny), Row("b", Deny), Row("c", Ask)}, 0, Order::AsRead));
@@ -83,19 +76,6 @@ protected:
         return sent;
     }
 };
-
-TEST_F(ApplicationChangesTest, QuickClicksAreAskedForOnceAndArriveInOrder) {
-    changes.Carry();  // nothing to carry
-    for (const auto action : {RuleCommandAction::Ask, RuleCommandAction::Allow, RuleCommandAction::Deny}) {
-        Click(action);
-    }
-    EXPECT_EQ(rig.password.asked, 1);
-    EXPECT_EQ(Sent(), "");
-    rig.password.Give(true);
-    EXPECT_EQ(changes.Over(), 0U);
-    EXPECT_EQ(Sent(), "210");
-    EXPECT_EQ(over, (std::vector<std::uint64_t>{3}));
-}
 
 TEST_F(ApplicationChangesTest, WhatIsRefusedIsOverBehindWhatIsBeingSent) {
     Click(RuleCommandAction::Ask);

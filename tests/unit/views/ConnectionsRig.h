@@ -161,9 +161,6 @@ protected:
         }
         return texts;
     }
-    [[nodiscard]] std::string Tip(int row, Column column) const {
-        return model->CellTip(row, static_cast<int>(column));
-    }
     void Do(int action, int row) { model->Do(action, {&row, 1}); }
     [[nodiscard]] std::string Offered(int row) const {
         std::string offered;

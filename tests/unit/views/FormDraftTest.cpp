@@ -9,36 +9,6 @@ namespace {
 
 using Fields = FormDraft::Fields;
 
-TEST(FormDraftTest, FollowsWhatIsStoredButForEditedFields) {
-    FormDraft draft;
-    draft.SetStored({{1, "a"}, {2, "b"}});
-    draft.Edit(1, "mine");
-    draft.SetStored({{1, "c"}, {2, "d"}});
-    EXPECT_EQ(draft.Shown(), (Fields{{1, "mine"}, {2, "d"}}));
-    EXPECT_TRUE(draft.IsEdited());
-    // Somebody else has stored the same: the edit is none any more, and the field follows again.
-    draft.SetStored({{1, "mine"}, {2, "d"}});
-    EXPECT_FALSE(draft.IsEdited());
-    draft.SetStored({{1, "e"}, {2, "d"}});
-    EXPECT_EQ(draft.Shown().at(1), "e");
-    draft.Edit(2, "mine");
-    draft.Discard();
-    EXPECT_FALSE(draft.IsEdited());
-    EXPECT_EQ(draft.Shown(), (Fields{{1, "e"}, {2, "d"}}));
-}
-
-TEST(FormDraftTest, ShowsWhatIsStoredAfterAnAttemptButForLaterEdits) {
-    FormDraft draft;
-    draft.SetStored({{1, "600"}, {2, "b"}});
-    draft.Edit(1, "");
-    draft.Edit(2, "sent");
-    draft.Apply();
-    draft.Edit(2, "later");
-    draft.Settle();
-    EXPECT_EQ(draft.Shown(), (Fields{{1, "600"}, {2, "later"}}));
-    EXPECT_TRUE(draft.IsEdited());
-}
-
 TEST(FormDraftTest, KeepsWhatIsTakenBackWhileItIsOnItsWay) {
     FormDraft draft;
     draft.SetStored({{1, "0"}, {2, "0"}});
@@ -68,13 +38,9 @@ TEST(OptionFieldsTest, NumbersOfFieldsAreDefaultsWhenEmptyAndNeverTooLarge) {
     };
     const Row rows[] = {
         {OptionId::BlockSeconds, "", 600, "600"},
-        {OptionId::TrafficLogKilobytes, "", 4096, "4096"},
-        {OptionId::PacketLogKilobytes, "", 10240, "10240"},
-        {OptionId::LogDays, "", 30, "30"},
         {OptionId::ProxyPort, "", 0, ""},
         {OptionId::ProxyPort, "0", 0, ""},
         {OptionId::LogDays, "0", 0, "0"},
-        {OptionId::LogDays, "007", 7, "7"},
         {OptionId::LogDays, " 12x", 12, "12"},  // pasted
         {OptionId::LogDays, "x", 0, "0"},
         {OptionId::BlockSeconds, "4294967295", 4294967295, "4294967295"},

@@ -59,17 +59,6 @@ TEST(LogRowsTest, KeepsASnapshotAsItWas) {
     rows.Restart(Order::NewestFirst, 3, false);
     EXPECT_EQ(snapshot(1), 6U);
     EXPECT_NE(snapshot(2), 9U);
-    // Of numbers that came in one piece as well as of those that were copied.
-    rows.Restart(Order::AsInFile, 0, false);
-    rows.AddFound(0, {4, 6});
-    const auto two = rows.Snapshot();
-    rows.AddFound(0, {9});
-    const auto three = rows.Snapshot();
-    rows.AddFound(0, {11});
-    EXPECT_NE(two(2), 9U);
-    EXPECT_EQ(three(2), 9U);
-    EXPECT_NE(three(3), 11U);
-    EXPECT_EQ(rows.NumberOf(3), 11U);
 }
 
 }  // namespace

@@ -27,30 +27,6 @@ protected:
     bool Read(bool isStored) { return changes.OnRead(isStored, clock.elapsed).has_value(); }
 };
 
-TEST_F(OptionChangesTest, IsStoredWhenItIsReadBackAfterItsDelivery) {
-    EXPECT_EQ(Send(), 0);
-    changes.Want(kOne, {{1, "a"}});
-    EXPECT_EQ(changes.NoteOf(kOne), Note::UnderWay);
-    ASSERT_NE(changes.Begin(), nullptr);
-    EXPECT_EQ(changes.Sent(), nullptr);
-    clock.Pass(1h);  // the user looks for the password
-    EXPECT_FALSE(changes.NeedsReading());
-    EXPECT_FALSE(Read(true));
-    changes.OnSent();
-    EXPECT_FALSE(changes.NeedsReading());
-    EXPECT_FALSE(Read(true)) << "what is stored may be a part of it";
-    EXPECT_TRUE(changes.OnDelivered(changes.Sent()->number));
-    EXPECT_TRUE(changes.NeedsReading());
-    EXPECT_FALSE(Read(false));
-    const auto ended = changes.OnRead(true, clock.elapsed);
-    ASSERT_TRUE(ended);
-    EXPECT_EQ(ended->fields.at(1), "a");
-    EXPECT_EQ(changes.NoteOf(kOne), Note::Stored);
-    EXPECT_FALSE(changes.NeedsReading());
-    changes.Forget(kOne);
-    EXPECT_EQ(changes.NoteOf(kOne), Note::None);
-}
-
 TEST_F(OptionChangesTest, IsLostOnlyWhenAReadingFromAfterItsTimeSaysSo) {
     changes.Want(kOne, {});
     (void)Send();
@@ -104,17 +80,6 @@ TEST_F(OptionChangesTest, CarriesOutOneAfterTheOtherAndTheLastOfEachSection) {
     EXPECT_EQ(changes.NoteOf(kTwo), Note::Stored);
     changes.Want(kTwo, {});
     EXPECT_EQ(changes.NoteOf(kTwo), Note::UnderWay);
-}
-
-TEST_F(OptionChangesTest, ARefusedOneTakesItsSuccessorWithItButNoOtherSection) {
-    changes.Want(kOne, {{1, "a"}});
-    ASSERT_NE(changes.Begin(), nullptr);
-    changes.Want(kOne, {{1, "b"}});
-    changes.Want(kTwo, {});
-    changes.OnRefused();
-    EXPECT_EQ(changes.NoteOf(kOne), Note::None);
-    ASSERT_NE(Send(), 0);
-    EXPECT_EQ(changes.Sent()->section, kTwo);
 }
 
 }  // namespace

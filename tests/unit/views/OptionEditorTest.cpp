@@ -101,19 +101,6 @@ TEST_F(OptionEditorTest, GoesBackToWhatIsStoredWhenAChangeIsLost) {
     EXPECT_EQ(Note(kLogging), "The change was not stored.");
 }
 
-TEST_F(OptionEditorTest, CarriesOutASecondApplyAfterTheFirst) {
-    Apply(kGeneral, kShowBlocked, "1");
-    Apply(kGeneral, kShowBlocked, "0");
-    EXPECT_FALSE(editor->IsUnapplied(kGeneral));
-    source.values->SetNumber(OptionId::ShowBlockedMessages, 1);
-    EXPECT_EQ(Deliver(), 5U);
-    EXPECT_EQ(Shown(kGeneral, kShowBlocked), "0") << "what the user has wanted last";
-    EXPECT_EQ(Note(kGeneral), "Applying...");
-    source.values->SetNumber(OptionId::ShowBlockedMessages, 0);
-    EXPECT_EQ(Deliver(), 5U);
-    EXPECT_EQ(Note(kGeneral), "Stored.");
-}
-
 TEST_F(OptionEditorTest, KeepsEditsWhenThePasswordIsRefused) {
     rig.password.answer = FakePassword::Answer::Later;
     Apply(kGeneral, kShowBlocked, "1");
@@ -196,18 +183,13 @@ TEST_F(OptionEditorTest, TellsThatTheOptionsCannotBeReadAndAppliesWhatDoesNotDep
     reads.RunAll();
     EXPECT_EQ(Note(kGeneral), "The settings cannot be read at the moment.");
     EXPECT_FALSE(editor->Apply(kGeneral));
-    EXPECT_EQ(Note(kFiltering), "");
     EXPECT_EQ(Shown(kFiltering, ControlOf(OptionId::FilteringProxyPort)), "") << "the default would be applied";
     Apply(kFiltering, IDC_FILTER_ADS, "1");
     EXPECT_EQ(Deliver(), 0U);
     EXPECT_EQ(userValues.stored.at("EnableAdBlocking"), 1U);
-    Apply(kResources, IDC_OPTIONS_SKIN, "Graphite");
-    EXPECT_EQ(resources.applied.size(), 1U);
     source.values.emplace();
     editor->Watch();
     reads.RunAll();
-    EXPECT_TRUE(editor->CanApply(kGeneral));
-    EXPECT_EQ(Note(kGeneral), "");
     EXPECT_EQ(Shown(kFiltering, ControlOf(OptionId::FilteringProxyPort)), "8215");
 }
 
@@ -225,22 +207,6 @@ TEST_F(OptionEditorTest, WhatWasShownAsNotStoredDoesNotArriveLater) {
     }
 }
 
-TEST_F(OptionEditorTest, ComparesSkinAndLanguageWithWhatWasSentLast) {
-    resources.takes = false;
-    Apply(kResources, IDC_OPTIONS_LANGUAGE, "English");
-    EXPECT_TRUE(editor->IsEdited(kResources));
-    resources.takes = true;
-    editor->Apply(kResources);
-    EXPECT_FALSE(editor->IsEdited(kResources));
-    Apply(kResources, IDC_OPTIONS_SKIN, "Graphite");
-    EXPECT_EQ(resources.applied,
-              (std::vector<std::string>{"Default/Slovak to Default/English", "Default/Slovak to Default/English",
-                                        "Default/English to Graphite/English"}));
-    resources.lost();
-    EXPECT_EQ(Shown(kResources, IDC_OPTIONS_SKIN), "Default") << "as the service has it still";
-    EXPECT_FALSE(editor->IsEdited(kResources));
-}
-
 TEST(OptionSectionsTest, ShowEveryOptionThatHasACaptionOnce) {
     std::map<int, int> shown;
     for (const SectionInfo& section : OptionSections()) {
@@ -251,10 +217,6 @@ TEST(OptionSectionsTest, ShowEveryOptionThatHasACaptionOnce) {
     for (const OptionInfo& option : OptionTable()) {
         EXPECT_EQ(shown[ControlOf(option.id)], option.caption.number != 0 ? 1 : 0) << static_cast<int>(option.id);
     }
-    const RowInfo& first = OptionSections()[kMiscellaneous].rows[5];
-    EXPECT_EQ(first.control, ControlOf(OptionId::ProxyType)) << "what kind it is comes before its address";
-    ASSERT_EQ(EntriesOf(first.control).size(), 2U);
-    EXPECT_STREQ(EntriesOf(first.control)[1], "SOCKS5");
 }
 
 }  // namespace

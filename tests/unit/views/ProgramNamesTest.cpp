@@ -76,10 +76,6 @@ TEST_F(ProgramNamesTest, ForgetsWhatNobodyWantsAndStopsAtItsLimit) {
     names.Want({"late"});
     queue.RunAll();
     EXPECT_EQ(*names.Known(), (ProgramNames::Descriptions{{"late", "Late"}}));
-    files.isBroken = true;
-    names.Want({"broken", "late"});
-    queue.RunAll();
-    EXPECT_EQ(Name("broken"), "?");
 }
 
 }  // namespace

@@ -51,15 +51,5 @@ TEST_F(TopProgramsTest, NamesProcessesOnceAndShowsWhatTheirFilesSay) {
     EXPECT_EQ(Shown(), "a.exe=400 Beta=350 ") << "what was counted stays";
 }
 
-TEST_F(TopProgramsTest, TellsOfNoMoreThanAListHolds) {
-    OpenGate();
-    std::vector<ConnectionEntry> connections;
-    for (std::uint32_t id = 1; id <= 26; ++id) connections.push_back(Connection(id, 80, 4, 1000 - id));
-    SetConnections(connections);
-    ReadTables();
-    EXPECT_TRUE(RunUntil([&] { return statistics.Programs().size() == TopPrograms::kMostShown; })) << Shown();
-    EXPECT_TRUE(Shown().starts_with("b.exe=999 c.exe=998 ")) << Shown();
-}
-
 }  // namespace
 }  // namespace brennvar
