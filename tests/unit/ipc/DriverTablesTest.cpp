@@ -99,7 +99,7 @@ TEST(DriverTablesTest, SortsConnectionsUpwardsAndTheAddressesOfListenersDownward
         DecodeListeners);
     std::vector<ConnectionEntry> equal(5, Connection(1, "1.0.0.1", 1, "1.0.0.2", 2));
     equal.front().state = 2;
-    EXPECT_EQ(OrderOf(equal), (std::vector<std::uint32_t>{1, 2, 3, 4, 0}));
+    EXPECT_EQ(OrderOf(equal), (LargeVector<std::uint32_t>{1, 2, 3, 4, 0}));
 }
 
 TEST(DriverTablesTest, ReadsTrafficTotalsWhenBothAreThere) {
