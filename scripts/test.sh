@@ -108,11 +108,21 @@ count_cases() {
         sum += substr($0, at + length(mark)) + 0 } END { print sum + 0 }' "$2"
 }
 
-# The cases against real programs; those that wait for real time-outs are left to scripts/peers.sh.
-run_peer_cases() {
-    local log=$logs/peers.log counts
+# The cases against real programs, which are left running; those that wait for real time-outs are left to
+# scripts/peers.sh.
+start_peer_cases() {
     step "running peers"
-    run_peers ${filter:+"$filter"} >"$log" 2>&1 </dev/null || true
+    export PREFIX_TEMPLATE
+    export -f run_peers
+    setsid bash -c 'run_peers "$@"' run_peers ${filter:+"$filter"} >"$logs/peers.log" 2>&1 </dev/null &
+    running[peers]=$!
+}
+
+# Waits for their end.
+count_peer_cases() {
+    local log=$logs/peers.log counts
+    wait "${running[peers]}" || true
+    unset 'running[peers]'
     counts=$(tail -n 1 "$log")
     if [[ $counts =~ ^peers:\ ([0-9]+)\ passed,\ ([0-9]+)\ failed$ ]]; then
         passed=$((passed + BASH_REMATCH[1])) failed=$((failed + BASH_REMATCH[2]))
@@ -204,11 +214,14 @@ fi
 if wants windows || wants system || wants peers; then
     start_display
     start_wine "$PWD/build/prefix"
-    if wants windows; then run_tests windows-unit windows -j2 -L unit; fi
-    if wants system; then run_tests system windows -L system; fi
-    if wants peers; then run_peer_cases; fi
 fi
+# The peers take half a core and no desktop: beside them run the unit tests, which take one core, and the fuzz targets.
+# The system tests look at the time that the program takes, and run alone.
+if wants peers; then start_peer_cases; fi
+if wants windows; then run_tests windows-unit windows -j2 -L unit; fi
 if wants fuzz; then run_fuzz_targets; fi
+if wants peers; then count_peer_cases; fi
+if wants system; then run_tests system windows -L system; fi
 # Not a part of everything.
 if [[ " ${parts[*]} " == *" reproducible "* ]]; then check_reproducible; fi
 

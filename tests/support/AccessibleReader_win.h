@@ -59,13 +59,6 @@ public:
         return SUCCEEDED(m_object->get_accChildCount(&count)) ? count : -1;
     }
     [[nodiscard]] HRESULT Do(LONG part = 0) const { return m_object->accDoDefaultAction(Part(part)); }
-    // The first part with this name; 0: none.
-    [[nodiscard]] LONG PartNamed(const std::wstring& name) const {
-        for (LONG part = 1; part <= Count(); ++part) {
-            if (Name(part) == name) return part;
-        }
-        return 0;
-    }
 
 private:
     std::wstring Text(HRESULT (STDMETHODCALLTYPE IAccessible::*get)(VARIANT, BSTR*), LONG part) const {

@@ -38,11 +38,6 @@ protected:
         Require((m_list = List()) != nullptr);
         Require(WaitUntil([&] { return ListRowCount(m_list) == count; }));
     }
-    // Four rules, "one" to "four", of ports 1 to 4.
-    void StartWithFour() {
-        StartWithRules({"advanced-rule deny tcp in any:1 any one", "advanced-rule allow udp out any any:2 two",
-                        "advanced-rule deny tcp in any:3 any three", "advanced-rule allow udp out any any:4 four"});
-    }
     [[nodiscard]] POINT PlaceOf(int row, int column) const {
         const LRESULT corner =
             ::SendMessageA(m_list, kTreeGetCellLeftTop, static_cast<WPARAM>(row), static_cast<LPARAM>(column));
@@ -101,10 +96,19 @@ protected:
     HWND m_list = nullptr;
 };
 
-TEST_F(AdvancedTest, RulesAreSwitchedMovedAndDeletedCommandByCommand) {
-    StartWithFour();
+TEST_F(AdvancedTest, RulesAreSwitchedMovedDeletedWrittenAndImportedCommandByCommand) {
+    constexpr int kRemoteHost = 1573, kDescription = 1582, kCounts = 1510, kUndoOfApplications = 1500;
+    // "one" to "four", of ports 1 to 4.
+    StartWithRules({"advanced-rule deny tcp in any:1 any one", "advanced-rule allow udp out any any:2 two",
+                    "advanced-rule deny tcp in any:3 any three", "advanced-rule allow udp out any any:4 four"});
     EXPECT_EQ(ReadList(8, 1), (Rows{{"1", "Deny", "TCP in", "port 1", "any", "any", "always", "one"}}));
     for (const int button : {kEdit, kDelete, kUp, kDown, kUndo}) EXPECT_FALSE(IsEnabled(button)) << button;
+    const TempFolder folder;
+    Press(kExport);
+    AnswerFileDialog(NextWindow("Export the rules"), folder.File("mine"));
+    const HWND done = NextMessage();
+    EXPECT_TRUE(SaysAnywhere(done, "mine.fxz"));
+    Answer(done, IDCANCEL);  // else it goes out by mail
 
     Ask(m_list, kTreeToggleCheck, 0, kActionColumn);
     EXPECT_TRUE(WaitForShown("one- two three four"));
@@ -135,10 +139,6 @@ TEST_F(AdvancedTest, RulesAreSwitchedMovedAndDeletedCommandByCommand) {
     EXPECT_TRUE(WaitForShown("four* one two three"));
     ExpectSent({ById("1E", 4), ById("1E", 4), kReload});
     Click(2, MK_CONTROL);
-    Drag(2, 3);
-    Ask(m_list, WM_KEYDOWN, VK_ESCAPE);
-    Mouse(WM_LBUTTONUP, PlaceOf(3, kWhatColumn));
-    EXPECT_TRUE(WaitForShown("four* one two* three"));
     Drag(0, 3);
     Mouse(WM_LBUTTONUP, PlaceOf(3, kWhatColumn));
     EXPECT_TRUE(WaitForShown("one four* two* three"));
@@ -160,30 +160,42 @@ TEST_F(AdvancedTest, RulesAreSwitchedMovedAndDeletedCommandByCommand) {
     }
     ExpectSent({ById("06", 4), ById("06", 2), kReload});
     EXPECT_TRUE(WaitForStored("one three"));
-}
 
-TEST_F(AdvancedTest, RulesAreWrittenInTheEditor) {
-    constexpr int kRemoteHost = 1573, kDescription = 1582;
-    StartWithFour();
     Press(kAdd);
     HWND editor = NextWindow("New rule");
     SetText(FindVisibleControl(editor, kRemoteHost), "192.0.2.7");
     SetText(FindVisibleControl(editor, kDescription), "five");
     Answer(editor, IDOK);
-    EXPECT_TRUE(WaitForShown("one two three four five"));
+    EXPECT_TRUE(WaitForShown("one three five"));
     ExpectSent(
         {"COMMAND 5596 0:04 4760:01 4764:FFFFFFFF 4796:01 4800:C0 4802:0207FFFFFFFF 5204:" + Hex("five"), kReload});
-
     Click(1);
     ::PostMessageA(m_list, WM_KEYDOWN, VK_RETURN, 0);
     editor = NextWindow("Edit rule");
-    SetText(FindVisibleControl(editor, kDescription), "deux");
+    SetText(FindVisibleControl(editor, kDescription), "trois");
     Answer(editor, IDOK);
-    EXPECT_TRUE(WaitForShown("one deux* three four five"));
-    ExpectSent({"COMMAND 5596 0:05 4752:02 4756:01 4760:01 4764:11 4768:02 4808:02 4810:02 5204:" + Hex("deux") +
-                    " 5464:02",
-                kReload});
-    EXPECT_TRUE(WaitForStored("one deux three four five"));
+    EXPECT_TRUE(WaitForShown("one trois* five"));
+    ExpectSent(
+        {"COMMAND 5596 0:05 4752:03 4760:01 4764:06 4768:01 4784:03 4786:03 5204:" + Hex("trois") + " 5464:03",
+         kReload});
+    EXPECT_TRUE(WaitForStored("one trois five"));
+
+    Press(kImport);
+    AnswerFileDialog(NextWindow("Import rules"), folder.File("mine.fxz"));
+    Answer(NextWindowWith(kCounts), IDOK);
+    EXPECT_TRUE(WaitForShown("one two three* four"));
+    ExpectSent({kReload});
+    EXPECT_TRUE(WaitUntil([&] { return IsEnabled(kUndo); }));
+    EXPECT_NE(Text(kLine).find("imported"), std::string::npos);
+    // The other page has nothing to take back.
+    Command(kApplicationsPage);
+    EXPECT_TRUE(WaitUntil([&] { return Control(kUndoOfApplications) != nullptr; }));
+    EXPECT_FALSE(IsEnabled(kUndoOfApplications));
+    Command(kAdvancedPage);
+    EXPECT_TRUE(WaitUntil([&] { return Control(kUndo) != nullptr; }));
+    Press(kUndo);
+    EXPECT_TRUE(WaitForStored("one trois five"));
+    ExpectSent({kReload});
 }
 
 TEST_F(AdvancedTest, WhatTheServiceDoesNotDoIsTakenBackAndToldOf) {
@@ -201,54 +213,6 @@ TEST_F(AdvancedTest, WhatTheServiceDoesNotDoIsTakenBackAndToldOf) {
     Ask(m_list, kTreeToggleCheck, 0, kActionColumn);
     EXPECT_TRUE(WaitUntil([&] { return Text(kLine).find("has not stored") != std::string::npos; }));
     EXPECT_EQ(Shown(), "one two-");
-}
-
-TEST_F(AdvancedTest, RulesThatNoCommandCanNameCanOnlyBeDuplicated) {
-    StartWithRules({"advanced-rule deny tcp in any:1 any one", "advanced-rule allow udp out any any:2 two",
-                    "spoil advanced-rules same-ids"});
-    Click(1);
-    EXPECT_TRUE(WaitUntil([&] { return SelectedCount() == 1; }));
-    for (const int button : {kEdit, kDelete, kUp, kDown}) EXPECT_FALSE(IsEnabled(button)) << button;
-    Click(0);
-    EXPECT_TRUE(WaitUntil([&] { return IsEnabled(kEdit) && IsEnabled(kDelete) && IsEnabled(kDown); }));
-    ExpectSent({});
-}
-
-TEST_F(AdvancedTest, RulesGoOutAndComeBackAndTheImportIsTakenBack) {
-    constexpr int kCounts = 1510;
-    const TempFolder folder;
-    StartWithFour();
-    Press(kExport);
-    AnswerFileDialog(NextWindow("Export the rules"), folder.File("mine"));
-    const HWND done = NextMessage();
-    EXPECT_TRUE(SaysAnywhere(done, "mine.fxz"));
-    Answer(done, IDCANCEL);  // else it goes out by mail
-    Click(3);
-    ::PostMessageA(m_list, WM_KEYDOWN, VK_DELETE, 0);
-    Answer(NextMessage(), IDOK);
-    ExpectSent({ById("06", 4), kReload});
-    EXPECT_TRUE(WaitForStored("one two three"));
-    Press(kImport);
-    AnswerFileDialog(NextWindow("Import rules"), folder.File("mine.fxz"));
-    HWND preview = nullptr;
-    Require(WaitUntil([&] {
-        preview = NextWindow("Import rules");
-        return FindVisibleControl(preview, kCounts) != nullptr;
-    }));
-    Answer(preview, IDOK);
-    EXPECT_TRUE(WaitForShown("one two three four"));
-    ExpectSent({kReload});
-    EXPECT_TRUE(WaitUntil([&] { return IsEnabled(kUndo); }));
-    EXPECT_NE(Text(kLine).find("imported"), std::string::npos);
-    // The other page has nothing to take back.
-    Command(kApplicationsPage);
-    EXPECT_TRUE(WaitUntil([&] { return Control(1500) != nullptr; }));
-    EXPECT_FALSE(IsEnabled(1500));
-    Command(kAdvancedPage);
-    EXPECT_TRUE(WaitUntil([&] { return Control(kUndo) != nullptr; }));
-    Press(kUndo);
-    EXPECT_TRUE(WaitForShown("one two three"));
-    ExpectSent({kReload});
 }
 
 }  // namespace

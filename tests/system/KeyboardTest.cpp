@@ -1,12 +1,16 @@
-// The finished program worked by the keyboard alone, as it is typed: every page and section is walked by Tab, and
-// what users do most is done without a pointer.
+// The finished program worked by the keyboard alone, as it is typed, and told of to a screen reader, which is
+// another process: every page and section is walked by Tab, and what users do most is done without a pointer.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <utility>
 
 #include "Product.h"
 #include "TabWalk.h"
 #include "Typing.h"
+#include "base/ComOfThread_win.h"
+#include "support/AccessibleReader_win.h"
+#include "tree/TreeMessages_win.h"
 
 namespace brennvar::test {
 namespace {
@@ -38,9 +42,17 @@ protected:
     static void WaitForForeground(HWND window, Place place = Place::current()) {
         Require(WaitUntil([&] { return ::GetForegroundWindow() == window && FocusOf(window) != nullptr; }), place);
     }
+    // What the window, or one in it, tells of its parts.
+    [[nodiscard]] static std::vector<Told> TellAll(HWND window) {
+        std::vector<Told> told;
+        WalkAccessible(window, told);
+        return told;
+    }
+
+    const ComOfThread m_com;
 };
 
-TEST_F(KeyboardTest, TabReachesAllOfEveryPageInTheOrderOfReading) {
+TEST_F(KeyboardTest, TabReachesAllOfEveryPageInTheOrderOfReadingAndFieldsHaveNames) {
     constexpr int kSections = 10;
     Start({R"(rule deny C:\Tools\a.exe)", "advanced-rule deny tcp in any:1 any one",
            "connection ESTAB-OUT 10.0.0.5:1025 93.184.216.34:443 4711 10 20"});
@@ -54,10 +66,35 @@ TEST_F(KeyboardTest, TabReachesAllOfEveryPageInTheOrderOfReading) {
         ASSERT_TRUE(WaitUntil([&] { return FindVisibleControl(m_window, kStop) == nullptr; })) << page;
         ExpectWalkable("page " + std::to_string(page));
     }
+    std::size_t fields = 0;
     for (int section = 0; section < kSections; ++section) {
+        const std::string where = "section " + std::to_string(section);
         OpenOptions(section);
-        ExpectWalkable("section " + std::to_string(section));
+        ExpectWalkable(where);
+        for (const Told& one : TellAll(::GetParent(Control(kOptionSections)))) {
+            const bool isField = one.role == ROLE_SYSTEM_CHECKBUTTON || one.role == ROLE_SYSTEM_TEXT ||
+                                 one.role == ROLE_SYSTEM_COMBOBOX || one.role == ROLE_SYSTEM_PUSHBUTTON;
+            if (!isField) continue;
+            ++fields;
+            EXPECT_FALSE(one.name.empty())
+                << where << ", role " << one.role << ", number " << ::GetDlgCtrlID(one.window);
+        }
     }
+    EXPECT_GT(fields, 50U);
+
+    Ask(m_window, WM_COMMAND, kApplicationsPage);
+    Require(WaitUntil([&] { return ListRowCount(List()) == 1; }));
+    const AccessibleReader list(List());
+    EXPECT_EQ(list.Role(), ROLE_SYSTEM_LIST);
+    EXPECT_TRUE(WaitUntil([&] { return list.Name(1).starts_with(L"Name: a.exe; "); }));
+    for (const wchar_t* const cell : {LR"(Path: C:\Tools\a.exe)", L"Action: Deny"}) {
+        EXPECT_NE(list.Name(1).find(cell), std::wstring::npos) << list.Name(1).c_str();
+    }
+    EXPECT_EQ(list->accSelect(SELFLAG_TAKESELECTION, Part(1)), S_OK);
+    EXPECT_TRUE(list.Is(STATE_SYSTEM_SELECTED, 1));
+    // Numbers that are none of its rows.
+    for (const LONG row : {-1L, list.Count() + 1, 0x7FFFFFFFL}) EXPECT_EQ(list.Role(row), -1) << row;
+    ExpectAnswers();
 }
 
 TEST_F(KeyboardTest, AMenuOpensAtARowAndIsWalkedAndLeft) {
@@ -118,6 +155,17 @@ TEST_F(KeyboardTest, AQuestionIsAnsweredARuleRemovedAnOptionChanged) {
     // It leaves the keyboard where it is; a user goes there by Alt and Tab.
     ::SetForegroundWindow(question);
     WaitForForeground(question);
+    const AccessibleReader reader(question);
+    ASSERT_TRUE(reader) << std::hex << reader.Found();
+    EXPECT_EQ(reader.Role(), ROLE_SYSTEM_ALERT);
+    const std::wstring told = reader.Description();
+    EXPECT_TRUE(told.starts_with(L"a.exe\nC:\\Tools\\a.exe\nis trying to communicate to\n")) << told.c_str();
+    const std::vector<Told> parts = TellAll(question);
+    for (const wchar_t* const name : {L"Yes", L"No", L"Close"}) {
+        EXPECT_TRUE(std::any_of(parts.begin(), parts.end(), [&](const Told& one) {
+            return one.role == ROLE_SYSTEM_PUSHBUTTON && one.name == name;
+        })) << name;
+    }
     const HWND yes = ::GetDlgItem(question, kYes);
     Require(WaitUntil([&] { return ::IsWindowEnabled(yes) != FALSE; }));
     TabTo(question, kRemember);
@@ -126,6 +174,7 @@ TEST_F(KeyboardTest, AQuestionIsAnsweredARuleRemovedAnOptionChanged) {
     Type({'Y'});
     ASSERT_TRUE(WaitForRecords("CONFIRM", 1));
     EXPECT_EQ(m_service->Journal("CONFIRM"), Lines{"CONFIRM 276 0:03 4:03 8:01 12:" + hexPath + " 272:9210"});
+    EXPECT_TRUE(WaitUntil([&] { return reader.Role() == -1; })) << "the object of a question that has gone";
 
     // The rule that it has made.
     WaitForForeground(m_window);

@@ -81,7 +81,7 @@ protected:
 };
 
 TEST_F(PictureTest, APageChangeShowsTheOldPageOrTheNewOneAndNothingElse) {
-    constexpr int kChanges = 200;
+    constexpr int kChanges = std::size(kPages) * (std::size(kPages) - 1);  // every page after every other one
     // Without connections, which show their age.
     Lines scenario = {"log-message Service started",
                       R"(log allowed tcp 10.0.0.5:1025 93.184.216.34:443 out C:\Tools\aurora.exe)", "clear-tables",
@@ -111,7 +111,6 @@ TEST_F(PictureTest, APageChangeShowsTheOldPageOrTheNewOneAndNothingElse) {
     const Still* last = &pages.back();
     std::size_t at = pages.size() - 1;
     for (int change = 0; change < kChanges; ++change) {
-        // Every page after every other one.
         at = (at + 1 + static_cast<std::size_t>(change) / pages.size() % (pages.size() - 1)) % pages.size();
         const Still& next = pages[at];
         Command(next.command);

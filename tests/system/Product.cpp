@@ -134,6 +134,21 @@ HWND ProductFixture::NextWindow(const std::string& caption, Place place) const {
     return window;
 }
 
+HWND ProductFixture::NextWindowWith(int control, Place place) const {
+    HWND found = nullptr;
+    const auto fits = [&](HWND window) {
+        return window != m_window && ProcessOf(window) == m_interface->Id() &&
+               FindVisibleControl(window, control) != nullptr;
+    };
+    Require(WaitUntil([&] { return (found = FindVisible(nullptr, fits)) != nullptr; }), place);
+    return found;
+}
+
+void ProductFixture::Close(HWND dialog, Place place) const {
+    ::PostMessageA(dialog, WM_CLOSE, 0, 0);
+    Require(WaitUntil([&] { return !::IsWindow(dialog) && ::IsWindowEnabled(m_window); }), place);
+}
+
 void ProductFixture::Answer(HWND dialog, int button, Place place) {
     Require(PressWhenEnabled(dialog, button) && WaitUntil([&] { return !::IsWindow(dialog); }), place);
 }

@@ -86,6 +86,9 @@ protected:
     [[nodiscard]] static bool SaysAnywhere(HWND window, const std::string& text);
     // Another window of the program's, waited for.
     [[nodiscard]] HWND NextWindow(const std::string& caption, Place place = Place::current()) const;
+    // One that has a control of this number in sight, whatever its texts say. Others come and go, such as the tip
+    // of a list below the mouse.
+    [[nodiscard]] HWND NextWindowWith(int control, Place place = Place::current()) const;
     // One with the main window's caption.
     [[nodiscard]] HWND NextMessage(Place place = Place::current()) const { return NextWindow(m_caption, place); }
     [[nodiscard]] HWND NextQuestion(Place place = Place::current()) const {
@@ -93,6 +96,8 @@ protected:
     }
     // Presses the button when it is enabled, and waits until the dialog has gone.
     static void Answer(HWND dialog, int button, Place place = Place::current());
+    // As Windows' own menu does; waits until it has gone and the main window takes input.
+    void Close(HWND dialog, Place place = Place::current()) const;
     // Windows' own dialog for a file.
     static void AnswerFileDialog(HWND dialog, const std::string& path);
     // The same with the message that comes now and says this.

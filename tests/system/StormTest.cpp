@@ -25,6 +25,8 @@ constexpr int kBatch = 4000;
 // before anything else comes. While a menu is open, Wine looks at a broken message of a DDE conversation again and
 // again.
 constexpr UINT kPopUpSystemMenu = 0x0313;
+// The atom of the class of dialogs.
+constexpr DWORD kDialogClass = 0x8002;
 // Of the messages that nobody has a name for one of so many, or all when BRENNVAR_SOAK_SECONDS is set.
 constexpr UINT kSampleStep = 61;
 
@@ -145,20 +147,22 @@ protected:
     }
     static void EndMenu(HWND window) { ::PostMessageA(window, WM_CANCELMODE, 0, 0); }
 
-    // With the parameters 0, 1, an own and a foreign window, in turn.
-    void StormAt(HWND window, const std::vector<UINT>& messages, bool isPosted) {
+    // One of so many messages, with the parameters 0, 1, an own and a foreign window, in turn.
+    void StormAt(HWND window, const std::vector<UINT>& messages, bool isPosted, std::size_t step = 1) {
         const LPARAM values[] = {0, 1, reinterpret_cast<LPARAM>(m_window),
                                  reinterpret_cast<LPARAM>(::GetDesktopWindow())};
-        for (const UINT message : messages) {
+        for (std::size_t i = m_turn % step; i < messages.size(); i += step) {
             if (HasFatalFailure()) return;
+            const UINT message = messages[i];
             const std::size_t turn = message + m_turn;
             Deal(window, message, static_cast<WPARAM>(values[turn % 4]), values[turn / 4 % 4], isPosted);
         }
         m_turn += 5;
     }
 
-    // At every window that has come: the messages with a meaning, posted or sent in turn. The first of each kind
-    // gets them both ways, and the others as well.
+    // At every window that has come: the messages with a meaning, posted or sent in turn; a dialog or page gets all
+    // of them, of controls that are like others each a share. The first of each kind gets them both ways, and the
+    // others as well.
     void StormAtNewWindows() {
         static const std::vector<UINT> meant = MessagesWithAMeaning();
         static const std::vector<UINT> others = OtherMessages();
@@ -167,7 +171,9 @@ protected:
             m_target = kind + " " + std::to_string(::GetDlgCtrlID(window));
             const bool isNewKind = m_kinds.insert(kind).second;
             m_isPosted = !m_isPosted;
-            StormAt(window, meant, m_isPosted);
+            constexpr std::size_t kShares = 7;
+            const bool isDialog = ::GetClassLongA(window, GCW_ATOM) == kDialogClass;
+            StormAt(window, meant, m_isPosted, isNewKind || isDialog ? 1 : kShares);
             if (isNewKind) {
                 StormAt(window, meant, !m_isPosted);
                 for (const bool isPosted : {false, true}) StormAt(window, others, isPosted);

@@ -25,28 +25,46 @@ protected:
     [[nodiscard]] bool WaitForVisible(bool isVisible) const {
         return WaitUntil([&] { return (::IsWindowVisible(m_window) != FALSE) == isVisible; });
     }
+    [[nodiscard]] bool WaitForMenu(bool isOpen) const {
+        return WaitUntil([&] { return ((ModeOf(m_window) & GUI_INMENUMODE) != 0) == isOpen; });
+    }
     [[nodiscard]] static HWND Balloon() { return FindVisibleChild(nullptr, "BrennvarBalloon"); }
     [[nodiscard]] bool WaitForBalloon(const std::string& text) const {
         return WaitUntil([&] { return Balloon() != nullptr && WindowText(Balloon()) == text; });
     }
-    // Closes the window into the tray.
-    void Hide() const {
-        ::PostMessageA(m_window, WM_CLOSE, 0, 0);
-        Require(WaitForVisible(false));
-    }
-    // A command for a mode: what it sends, and what the status line shows then.
-    void Choose(int command, const Lines& sent, const std::string& shown) {
-        Command(command);
-        ExpectSent(sent);
-        EXPECT_TRUE(WaitForText(kModeCell, shown)) << command << Text(kModeCell);
+    static void PressKeys(HWND window, std::initializer_list<WPARAM> keys) {
+        for (const WPARAM key : keys) ::PostMessageA(window, WM_KEYDOWN, key, 0);
     }
 };
 
-TEST_F(TrayTest, MenuOpensByARightClickAndTheIconBringsTheWindowBack) {
+TEST_F(TrayTest, IconBringsTheWindowBackAndModesAreChangedWhereTheyAreShown) {
     Start({"totals 0 0"});
-    Choose(435, kBlockAll, "Block All");
-    Choose(853, kAllowAll, "Allow All, 30 min");
-    Choose(431, kNormal, "Normal");
+    // By a click or a key; then down to the mode that is checked when it holds.
+    const HWND card = Control(kModeCard);
+    Press(kModeCard);
+    ASSERT_TRUE(WaitForMenu(true));
+    PressKeys(m_window, {VK_DOWN, VK_RIGHT, VK_RETURN});
+    ExpectSent(kBlockAll);
+    EXPECT_TRUE(
+        WaitUntil([&] { return WindowText(card) == "Protection mode: Block All. All traffic is blocked"; }));
+    for (const int id : {kModeCell, kModeCard}) {
+        PressKeys(Control(id), {VK_DOWN});
+        ASSERT_TRUE(WaitForMenu(true)) << id;
+        PressKeys(m_window, {VK_DOWN, VK_DOWN, VK_RETURN});
+        ExpectSent(kNormal);
+    }
+    EXPECT_TRUE(WaitForText(kModeCell, "Normal"));
+    const std::pair<int, std::pair<Lines, std::string>> modes[] = {
+        {435, {kBlockAll, "Block All"}}, {853, {kAllowAll, "Allow All, 30 min"}}, {431, {kNormal, "Normal"}}};
+    for (const auto& [command, what] : modes) {
+        Command(command);
+        ExpectSent(what.first);
+        EXPECT_TRUE(WaitForText(kModeCell, what.second)) << command << Text(kModeCell);
+    }
+
+    // The task bar has been made anew.
+    ::SendNotifyMessageA(HWND_BROADCAST, ::RegisterWindowMessageA("TaskbarCreated"), 0, 0);
+    ExpectAnswers();
     // Into the tray by its buttons, by Windows' own menu and by closing; back by a left click with its default
     // command, by the commands themselves, and by a second start.
     const std::pair<std::function<void()>, std::function<void()>> ways[] = {
@@ -60,9 +78,9 @@ TEST_F(TrayTest, MenuOpensByARightClickAndTheIconBringsTheWindowBack) {
         ASSERT_TRUE(WaitForVisible(false)) << i;
         for (const bool isAgain : {false, true}) {
             Click(WM_RBUTTONUP);
-            ASSERT_TRUE(WaitUntil([this] { return (ModeOf(m_window) & GUI_INMENUMODE) != 0; })) << isAgain;
+            ASSERT_TRUE(WaitForMenu(true)) << isAgain;
             ::PostMessageA(m_window, WM_CANCELMODE, 0, 0);
-            ASSERT_TRUE(WaitUntil([this] { return (ModeOf(m_window) & GUI_INMENUMODE) == 0; }));
+            ASSERT_TRUE(WaitForMenu(false));
         }
         EXPECT_FALSE(::IsWindowVisible(m_window));
         ways[i].second();
@@ -75,33 +93,14 @@ TEST_F(TrayTest, MenuOpensByARightClickAndTheIconBringsTheWindowBack) {
     ExpectAnswers();
     EXPECT_TRUE(::IsWindowVisible(m_window));
     Answer(about, IDOK);
-    // Only this command ends the program, from the icon as well.
-    Hide();
+    // Only its command ends the program, from the icon as well: not somebody who only says that the session ends.
+    ::PostMessageA(m_window, WM_CLOSE, 0, 0);
+    Require(WaitForVisible(false));
+    EXPECT_EQ(Ask(m_window, WM_QUERYENDSESSION), TRUE);
+    for (const WPARAM ends : {FALSE, TRUE}) EXPECT_EQ(Ask(m_window, WM_ENDSESSION, ends), 0);
+    ExpectAnswers();
+    EXPECT_TRUE(m_interface->IsRunning());
     Leave();
-}
-
-TEST_F(TrayTest, ModeIsChangedWhereItIsShown) {
-    Start({"totals 0 0"});
-    const auto isOpen = [this] { return (ModeOf(m_window) & GUI_INMENUMODE) != 0; };
-    const auto press = [](HWND window, std::initializer_list<WPARAM> keys) {
-        for (const WPARAM key : keys) ::PostMessageA(window, WM_KEYDOWN, key, 0);
-    };
-    // By a click or a key; then down to the mode that is checked when it holds.
-    const HWND card = Control(kModeCard);
-    Press(kModeCard);
-    ASSERT_TRUE(WaitUntil(isOpen));
-    press(m_window, {VK_DOWN, VK_RIGHT, VK_RETURN});
-    ExpectSent(kBlockAll);
-    EXPECT_TRUE(
-        WaitUntil([&] { return WindowText(card) == "Protection mode: Block All. All traffic is blocked"; }));
-    EXPECT_TRUE(WaitForText(kModeCell, "Block All"));
-    for (const int id : {kModeCell, kModeCard}) {
-        press(Control(id), {VK_DOWN});
-        ASSERT_TRUE(WaitUntil(isOpen)) << id;
-        press(m_window, {VK_DOWN, VK_DOWN, VK_RETURN});
-        ExpectSent(kNormal);
-    }
-    EXPECT_TRUE(WaitForText(kModeCell, "Normal"));
 }
 
 TEST_F(TrayTest, NoticesAreShownOneAfterTheOther) {
@@ -113,29 +112,6 @@ TEST_F(TrayTest, NoticesAreShownOneAfterTheOther) {
     SendToService();
     EXPECT_TRUE(WaitForBalloon("Brennvar Personal Firewall\nPort scan"));
     EXPECT_EQ(Balloon(), balloon) << "the same balloon";
-}
-
-TEST_F(TrayTest, NewUserIsWelcomed) {
-    SetWelcomed(0);
-    StartInterface();
-    EXPECT_TRUE(
-        WaitForBalloon("Welcome to Brennvar Personal Firewall\n"
-                       "Welcome to Brennvar Personal Firewall. It protects you against unauthorized incoming and "
-                       "outgoing network traffic. With its intuitive interface, you have complete overview of your "
-                       "network communication and security events on your PC."));
-}
-
-TEST_F(TrayTest, ComesBackWithTheTaskBarAndStaysForAMadeUpEndOfTheSession) {
-    Start({});
-    ::SendNotifyMessageA(HWND_BROADCAST, ::RegisterWindowMessageA("TaskbarCreated"), 0, 0);
-    ExpectAnswers();
-    Hide();  // there is an icon
-    EXPECT_EQ(Ask(m_window, WM_QUERYENDSESSION), TRUE);
-    // Somebody else has refused; and somebody only says so.
-    for (const WPARAM ends : {FALSE, TRUE}) EXPECT_EQ(Ask(m_window, WM_ENDSESSION, ends), 0);
-    ExpectAnswers();
-    EXPECT_TRUE(m_interface->IsRunning());
-    Leave();
 }
 
 }  // namespace
