@@ -148,6 +148,7 @@ show_program() {
         "page:$main:461" "mode:$main:433" "picture:$main:$shots/$prefix-mode-allow.bmp"
         "mode:$main:435" "picture:$main:$shots/$prefix-mode-block.bmp"
         "mode:$main:858" "picture:$main:$shots/$prefix-mode-timed.bmp" "mode:$main:431"
+        "picture:$main:$shots/$prefix-statistics-full.bmp"  # by now the graphs have something to show
         "page:$main:439" "rows:$main:6" "cell:$main:1x2" "cell:$main:4x0" "opened:$main:1"
         "picture:$main:$shots/$prefix-applications-details.bmp" "menu:$main"
         "popups:$main:$shots/$prefix-applications-menu.bmp" "leave:$main" "cell:$main:2x1+" "key:$main:46"
