@@ -47,6 +47,8 @@ public:
     void Fill(HWND window, const Look& look) override {
         m_window = window;
         m_look = &look;
+        m_column = CSkinImage::Load(look.skin.GetSkinImagePath("MAIN_MENU", "menu.png"));
+        m_band = CSkinImage::Load(look.skin.GetSkinImagePath("MAIN_TOP", "top.png"));
         FillHeads();
         FillButtons();
         FillPageButtons();
@@ -59,8 +61,8 @@ public:
     void PaintGround(HDC dc, const RECT& client, const Look& look) const override {
         GalleryPage::PaintGround(dc, client, look);
         // The dark grounds of the column and the caption band, for the buttons that stand on them.
-        FillSolid(dc, At(984, 0, 184, 368), RGB(18, 50, 74));
-        FillSolid(dc, At(632, 24, 176, 144), RGB(18, 50, 74));
+        m_column.DrawPart(dc, At(984, 0, 184, 368), {0, 0, m_column.Width(), m_column.Height()});
+        m_band.DrawPart(dc, At(632, 24, 176, 144), {0, 0, m_band.Width(), m_band.Height()});
     }
 
 private:
@@ -231,6 +233,7 @@ private:
     }
 
     HWND m_window = nullptr;
+    CSkinImage m_column, m_band;
     const Look* m_look = nullptr;  // while the page is filled
     // Controls stay where they are in memory.
     std::deque<CLabel> m_labels;

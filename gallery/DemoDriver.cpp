@@ -3,6 +3,7 @@
 //   gone:WINDOW           until it is not
 //   command:WINDOW:N      posts the window the command N, as a menu or a button does
 //   page:WINDOW:N         the same, until the window has dealt with it: for what opens no dialog
+//   mode:WINDOW:N         the command N, which changes the protection mode, until the window shows that
 //   enabled:WINDOW:ID     until the control ID of the window is enabled
 //   press:WINDOW:ID       presses the button ID of the window as soon as it is enabled
 //   click:WINDOW:ID       clicks the check box or button ID, in the window at any depth
@@ -28,6 +29,7 @@
 #include "Desktop.h"
 #include "Picture.h"
 #include "Programs.h"
+#include "config/ResourceIds.h"
 #include "tree/TreeMessages_win.h"
 
 #include <algorithm>
@@ -96,6 +98,15 @@ bool ChooseEntry(HWND window, const std::string& box, UINT message, WORD notice)
                kNoAnswer;
 }
 
+// The button at the foot of the column shows the mode.
+bool ChangeMode(HWND window, int command) {
+    const HWND button = FindVisibleControl(window, IDC_STATUS_MODE);
+    const RECT place = PlaceOfWindow(button);
+    const Pixels before = PixelsAt(place);
+    return button != nullptr && ::PostMessageA(window, WM_COMMAND, static_cast<WPARAM>(command), 0) &&
+           WaitUntil([&] { return PixelsAt(place) != before; });
+}
+
 HWND MenuOwner(HWND window) {
     GUITHREADINFO info{};
     info.cbSize = sizeof info;
@@ -122,8 +133,13 @@ bool LeaveMenu(HWND window) {
 }
 
 bool WritePopups(HWND window, const std::string& path) {
-    const RECT place = PlaceOfOthers(window);
-    return !::IsRectEmpty(&place) && WritePicture(window, place, path);
+    // They may grow while the picture is taken: a second notice takes the place of the first.
+    return WaitUntil([&] {
+        const RECT place = PlaceOfOthers(window);
+        if (::IsRectEmpty(&place) || !WritePicture(window, place, path)) return false;
+        const RECT after = PlaceOfOthers(window);
+        return ::EqualRect(&place, &after) != FALSE;
+    });
 }
 
 // One step on a window that is there.
@@ -131,6 +147,7 @@ bool Work(HWND window, const std::string& verb, const std::string& rest) {
     const int number = std::atoi(rest.c_str());
     if (verb == "command") return ::PostMessageA(window, WM_COMMAND, static_cast<WPARAM>(number), 0) != FALSE;
     if (verb == "page") return Ask(window, WM_COMMAND, static_cast<WPARAM>(number)) != kNoAnswer;
+    if (verb == "mode") return ChangeMode(window, number);
     if (verb == "enabled") {
         return WaitUntil([&] { return ::IsWindowEnabled(::GetDlgItem(window, number)) != FALSE; });
     }

@@ -140,7 +140,8 @@ int Run() {
     page->OnShown(window.Window(), look);
     MSG message;
     while (::GetMessageA(&message, nullptr, 0, 0) > 0) {
-        if (::IsDialogMessageA(window.Window(), &message)) continue;
+        // A page may open dialogs that leave the window as it is.
+        if (::IsDialogMessageA(::GetAncestor(message.hwnd, GA_ROOT), &message)) continue;
         ::TranslateMessage(&message);
         ::DispatchMessageA(&message);
     }

@@ -4,6 +4,8 @@
 # shows the controls in all of their states, on a display of its own.
 #   --no-setup  skip the set-up script
 #   --built     skip that and building as well
+# SKINS and LANGUAGES, with blanks between, choose some of them, and PAGES, an expression for grep, some of the pages of
+# the development program; NO_PROGRAM=1 leaves the real program out. The pictures of the other skins and languages stay.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 . scripts/lib.sh
@@ -19,13 +21,14 @@ done
 [ -z "$setup" ] || scripts/setup.sh
 [ -z "$build" ] || build_and_install "${show_targets[@]}" gallery
 
-skins=(Default Graphite) languages=(English German Slovak Russian)
+read -ra skins <<<"${SKINS:-Default Graphite}"
+read -ra languages <<<"${LANGUAGES:-English German Slovak Russian}"
 standin=build/windows/standin/brennvar.exe
 home=build/gallery                      # the development program, where it finds skins and languages beside it
 user='HKEY_CURRENT_USER\Software\Quorlan\Brennvar Firewall'
 shots=$home/shots
 logs=build/logs
-rm -rf "$home" out/gallery
+rm -rf "$home"
 mkdir -p "$shots" "$logs" out/gallery
 cp build/windows/gallery/gallery.exe "$home"
 ln -s ../../dist/Skins ../../dist/Languages "$home"
@@ -112,8 +115,8 @@ show_program() {
         done
     done
     steps+=("maximise:$main" "page:$main:462" "rows:$main:8" "picture:$main:$shots/$prefix-connections-largest.bmp"
-        "restore:$main" "size:$main:1000x680" "menu:$main" "popups:$main:$shots/$prefix-listmenu.bmp" "leave:$main"
-        "cell:$main:0x0" "key:$main:13" "wait:$sheet" "picture:$sheet:$shots/$prefix-connection-details.bmp"
+        "restore:$main" "size:$main:1000x680" "cell:$main:0x0" "menu:$main"
+        "popups:$main:$shots/$prefix-listmenu.bmp" "leave:$main" "key:$main:13" "wait:$sheet" "picture:$sheet:$shots/$prefix-connection-details.bmp"
         "press:$sheet:2" "gone:$sheet" "do:$main:1555" "wait:$why" "enabled:$why:1553"
         "picture:$why:$shots/$prefix-why.bmp" "press:$why:2" "gone:$why" "click:$main:$group" "picture:$main:$shots/$prefix-connections-grouped.bmp"
         "click:$main:$group"
@@ -142,8 +145,10 @@ show_program() {
         "press:$delete_logs:1" "gone:$delete_logs" "command:$main:975" "wait:$delete_logs"
         "picture:$delete_logs:$shots/$prefix-delete-logs-none.bmp" "press:$delete_logs:2" "gone:$delete_logs"
         "picture:$main:$shots/$prefix-empty.bmp"
-        "page:$main:461" "command:$main:858" "picture:$main:$shots/$prefix-mode-timed.bmp"
-        "command:$main:435" "picture:$main:$shots/$prefix-mode-block.bmp" "page:$main:431"
+        "page:$main:461" "mode:$main:433" "picture:$main:$shots/$prefix-mode-allow.bmp"
+        "mode:$main:435" "picture:$main:$shots/$prefix-mode-block.bmp"
+        "mode:$main:858" "picture:$main:$shots/$prefix-mode-timed.bmp" "mode:$main:431"
+        "picture:$main:$shots/$prefix-statistics-full.bmp"  # by now the graphs have something to show
         "page:$main:439" "rows:$main:6" "cell:$main:1x2" "cell:$main:4x0" "opened:$main:1"
         "picture:$main:$shots/$prefix-applications-details.bmp" "menu:$main"
         "popups:$main:$shots/$prefix-applications-menu.bmp" "leave:$main" "cell:$main:2x1+" "key:$main:46"
@@ -154,10 +159,11 @@ show_program() {
         "choose:$main:1100:1" "click:$main:1016" "picture:$main:$shots/$prefix-options-warning.bmp"
         "command:$main:462" "wait:$leaving" "picture:$leaving:$shots/$prefix-leaving.bmp" "press:$leaving:1120"
         "gone:$leaving"
+        "command:$main:376" "wait:$confirmation" "picture:$confirmation:$shots/$prefix-exit.bmp"
+        "press:$confirmation:2" "gone:$confirmation"
         "page:$main:437" "choose:$main:1100:8" "pick:$main:962:$other" "click:$main:1101" "wait:$confirmation"
         "picture:$confirmation:$shots/$prefix-restart.bmp" "press:$confirmation:2" "gone:$confirmation"
-        "command:$main:376" "wait:$confirmation" "picture:$confirmation:$shots/$prefix-exit.bmp"
-        "press:$confirmation:1")
+        "command:$main:376" "wait:$confirmation" "press:$confirmation:1")
     drive "${steps[@]}"
     wait "$interface" || fail "the control center ended with $?"
     stop_service
@@ -181,16 +187,19 @@ show_page() {
 }
 
 wine "$home/gallery.exe" --list >"$home/pages" 2>/dev/null </dev/null
-mapfile -t gallery_pages < <(tr -d '\r' <"$home/pages")
+mapfile -t gallery_pages < <(tr -d '\r' <"$home/pages" | grep -E -- "${PAGES:-.}")
 [ "${#gallery_pages[@]}" -gt 0 ] || fail "the gallery has no pages"
 for skin in "${skins[@]}"; do
     for language in "${languages[@]}"; do
         prefix=${skin,,}-${language,,}
         say "$skin, $language"
         choose "$skin" "$language"
-        show_program "$skin"
-        choose "$skin" "$language"
-        show_alone
+        if [ -z "${NO_PROGRAM:-}" ]; then
+            show_program "$skin"
+            choose "$skin" "$language"
+            show_alone
+            choose "$skin" "$language"
+        fi
         for page in "${gallery_pages[@]}"; do
             read -r name opens translated <<<"$page"
             # Pages without a text of the language look the same in each.

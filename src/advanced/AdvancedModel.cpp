@@ -68,16 +68,19 @@ std::vector<ListColumn> AdvancedModel::Columns() const {
         actions.push_back(FillText(language.GetText(2086, "%1, covered"), {ActionText(language, action)}));
     }
     actions.push_back(language.GetText(2085, "Damaged"));
+    // A narrow list does without the times first, then without this computer's own end, and last without the
+    // program.
+    enum Yields { kNever, kProgram, kLocal, kWhen };
     return {{.title = language.GetText(2064, "Place"), .width = 32, .isNumber = true},
             {.title = language.GetText(1028, "Action"),
              .width = 80,
              .longest = std::move(actions),
              .checkAction = kSwitch},
             {.title = language.GetText(2065, "What"), .width = 48},
-            {.title = language.GetText(2066, "Local"), .width = 48},
+            {.title = language.GetText(2066, "Local"), .width = 48, .yields = kLocal},
             {.title = language.GetText(2067, "Remote"), .width = 64},
-            {.title = language.GetText(1422, "Program"), .width = 64, .hasIcon = true},
-            {.title = language.GetText(2068, "When"), .width = 48},
+            {.title = language.GetText(1422, "Program"), .width = 64, .yields = kProgram, .hasIcon = true},
+            {.title = language.GetText(2068, "When"), .width = 48, .yields = kWhen},
             {.title = language.GetText(2069, "Description"), .width = 120, .takesRoom = true}};
 }
 

@@ -9,6 +9,7 @@ namespace brennvar {
 namespace {
 
 constexpr WPARAM kControlA = 'A' - '@';
+constexpr WPARAM kBullet = 0x95;  // in each of the code pages; a star is too faint
 
 }  // namespace
 
@@ -27,6 +28,7 @@ void CEdit::SetUp(const Look& look) {
     m_lineHeight = MeasureText(look.fonts.Text(), "Ag", 0).cy;
     // Windows' margins follow the font; ours are part of the frame.
     ::SendMessageA(Window(), EM_SETMARGINS, EC_LEFTMARGIN | EC_RIGHTMARGIN, 0);
+    if ((Style() & ES_PASSWORD) != 0) ::SendMessageA(Window(), EM_SETPASSWORDCHAR, kBullet, 0);
     RemoveBorder(Window());  // and makes Windows ask for the frame's size
 }
 

@@ -19,7 +19,8 @@ constexpr int kGap = 16;
 constexpr int kBarWidth = 120;
 constexpr int kBarHeight = 8;
 constexpr int kTextWidth = 120;
-constexpr int kCheckRoom = 28;  // of the box of a check box, with its gaps
+constexpr int kCheckRoom = 28;   // of the box of a check box, with its gaps
+constexpr int kWidestBox = 176;  // however long what can be chosen is
 
 constexpr int kSteps = 100;    // of the bar, as it is made
 constexpr int kNoNumber = -1;  // of texts that nobody asks for
@@ -29,6 +30,18 @@ int PositionOf(const ListProgress& progress) {
     const double share =
         static_cast<double>(std::min(progress.done, progress.total)) / static_cast<double>(progress.total);
     return static_cast<int>(share * kSteps);
+}
+
+// More letters than the widest box has room for are not measured: that takes the longer the more there are.
+constexpr std::size_t kMostMeasured = 40;
+
+// Pixels of the screen that show each of the items whole.
+int WidthFor(HFONT font, const std::vector<std::string>& items) {
+    LONG widest = 0;
+    for (const std::string& item : items) {
+        widest = std::max(widest, MeasureText(font, item.substr(0, kMostMeasured), 0).cx);
+    }
+    return static_cast<int>(widest) + 2 * kFieldFrame + FieldPadding() + Scale(kDropArrowWidth);
 }
 
 void SetShown(HWND window, bool isShown) {
@@ -47,7 +60,7 @@ void ListChoices::Create(DrawnTexts& texts, const Look& look, const Language& la
     for (const ListChoice& choice : choices) {
         Control& control = m_controls.emplace_back();
         control.id = choice.id;
-        control.width = choice.width;
+        control.width = Scale(choice.width);
         if (choice.items.empty()) {
             control.check.Create(window, choice.label, choice.id, look);
         } else {
@@ -65,6 +78,7 @@ void ListChoices::Create(DrawnTexts& texts, const Look& look, const Language& la
 }
 
 void ListChoices::Show(const std::vector<ListChoice>& choices) {
+    bool hasOthers = false;
     for (const ListChoice& choice : choices) {
         const auto found = std::find_if(m_controls.begin(), m_controls.end(),
                                         [&](const Control& control) { return control.id == choice.id; });
@@ -77,9 +91,13 @@ void ListChoices::Show(const std::vector<ListChoice>& choices) {
             found->items = choice.items;
             found->box.Clear();
             for (const std::string& item : choice.items) (void)found->box.Add(item);
+            found->width =
+                std::max(Scale(choice.width), std::min(WidthFor(m_font, choice.items), Scale(kWidestBox)));
+            hasOthers = true;
         }
         if (found->box.Selected() != choice.chosen) found->box.Select(choice.chosen);
     }
+    if (hasOthers && !::IsRectEmpty(&m_band)) Place(m_band);
 }
 
 void ListChoices::ShowProgress(const std::optional<ListProgress>& progress) {
@@ -111,12 +129,13 @@ void ListChoices::PlaceControl(Control& control, LONG& left, const RECT& band) c
     left += label + (label > 0 ? Scale(kLabelGap) : 0);
     const int height = FieldHeight();
     const LONG top = middle - height / 2;
-    control.box.Place({left, top, left + Scale(control.width), top + height});
-    left += Scale(control.width) + Scale(kGap);
+    control.box.Place({left, top, left + control.width, top + height});
+    left += control.width + Scale(kGap);
 }
 
 void ListChoices::Place(const RECT& band) {
     if (m_controls.empty()) return;
+    m_band = band;
     RECT line = band;
     line.bottom = line.top + Scale(kHeight);
     LONG left = line.left;

@@ -39,7 +39,7 @@ public:
 private:
     struct Control {
         int id = 0;
-        int width = 0;  // pixels at 96 per inch
+        int width = 0;  // of the box, pixels of the screen
         std::vector<std::string> items{};
         CDrawnText label{};
         CComboBox box{};
@@ -50,6 +50,7 @@ private:
     void PlaceControl(Control& control, LONG& left, const RECT& band) const;
 
     HFONT m_font = nullptr;  // borrowed
+    RECT m_band{};           // where they stand
     std::deque<Control> m_controls;
     CDrawnText m_progressText;
     CProgressBar m_progress;

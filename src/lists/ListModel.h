@@ -60,7 +60,7 @@ struct ListChoice {
     std::string label;
     std::vector<std::string> items{};  // none: a check box
     int chosen = 0;                    // of the items; of a check box 0 or 1
-    int width = 0;                     // of the box, pixels at 96 per inch
+    int width = 0;  // of the box at least, pixels at 96 per inch; up to 176 where an item needs it
 };
 
 // How far something has come that takes long; it can be stopped.

@@ -28,7 +28,9 @@ void TreeKeyboard::OnFocus(bool hasFocus) {
     if (hasFocus && IsHeld(VK_TAB)) {
         m_state.ShowFocus(true);
         if (m_state.FocusedRow() < 0 && m_places.RowCount() > 0) {
-            m_state.ChangeSelection([](RowSelection& selection) { return selection.FocusOnly(0); });
+            // The first one in sight: lists that show their end stay there.
+            const int row = m_places.FirstRow();
+            m_state.ChangeSelection([row](RowSelection& selection) { return selection.FocusOnly(row); });
         }
     }
     m_state.Repaint(m_places.Rows());

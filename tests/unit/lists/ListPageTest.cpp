@@ -42,6 +42,7 @@ public:
     int woken = 0;
     RowOrder order;  // as the page wants it
     std::string chosen;
+    std::string all = "all";
     std::optional<ListProgress> progress;
     std::optional<ListQuestion> leaving;
     std::string summary;
@@ -96,7 +97,7 @@ public:
     void ArrangeBy(const RowOrder& wanted) override { order = wanted; }
     [[nodiscard]] int AllRowCount() const override { return m_arrangesRows ? 1000 : RowCount(); }
     [[nodiscard]] std::vector<ListChoice> Choices() const override {
-        return {{.id = 200, .label = "Show", .items = {"all", "some"}, .chosen = 1, .width = 100},
+        return {{.id = 200, .label = "Show", .items = {all, "some"}, .chosen = 1, .width = 100},
                 {.id = 201, .label = "Group", .chosen = 1}};
     }
     void Choose(int id, int item) override { chosen += std::to_string(id) + "=" + std::to_string(item) + " "; }
@@ -428,6 +429,17 @@ TEST_F(ListPageTest, ChoicesProgressAndSummaryStandAboveTheList) {
         EXPECT_FALSE(::IsWindowVisible(page->Item(IDC_PAGE_STOP)));
     }
     EXPECT_TRUE(page->MayLeave()) << "nothing that could be lost";
+
+    const auto width = [this](const std::string& item) {
+        model->all = item;
+        model->Page().ChoicesChanged();
+        RECT box{};
+        ::GetWindowRect(page->Item(200), &box);
+        return box.right - box.left;
+    };
+    EXPECT_EQ(width("all"), 100) << "as wide as asked for";
+    EXPECT_GT(width(std::string(14, 'w')), 14 * 6) << "as its widest item needs";
+    EXPECT_EQ(width(std::string(100'000, 'w')), 176) << "but no wider than leaves room for the others";
 
     EXPECT_EQ(Drawn(IDC_PAGE_LINE), "line");
     model->summary = "3 of 4";
