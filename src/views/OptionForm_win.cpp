@@ -158,11 +158,14 @@ void OptionForm::CreateField(Row& row) {
 
 int OptionForm::LabelWidth(int column, int width) const {
     LONG wanted = 0;
+    int field = kNumberWidth;
     for (const auto& row : m_rows) {
-        if (row->IsNamed() && row->info.column == column) wanted = std::max(wanted, row->label.Measure(0).cx);
+        if (!row->IsNamed() || row->info.column != column) continue;
+        wanted = std::max(wanted, row->label.Measure(0).cx);
+        if (!row->IsNumber()) field = kLeastFieldWidth;
     }
     // A name that is longer than that is broken.
-    return std::min<int>(wanted, width - Scale(kLabelGap + kLeastFieldWidth));
+    return std::min<int>(wanted, width - Scale(kLabelGap + field));
 }
 
 int OptionForm::OnPlaceContent(int width, int top) {
