@@ -8,6 +8,7 @@
 #include "controls/FieldFrame_win.h"
 #include "dialogs/ModalPlace_win.h"
 #include "ui/ChildControls_win.h"
+#include "ui/Enabling_win.h"
 #include "ui/Paint_win.h"
 #include "ui/WorkArea_win.h"
 
@@ -282,8 +283,7 @@ void WhyDialog::Show(WhyReport report) {
 void WhyDialog::ShowButton() {
     const int row = m_list.SelectedRow();
     const bool hasLink = row >= 0 && row < RowCount() && m_report.lines[static_cast<std::size_t>(row)].link;
-    if (!hasLink && ::GetFocus() == m_show.Window()) ::SetFocus(m_close.Window());
-    ::EnableWindow(m_show.Window(), hasLink);
+    SetEnabled({{m_show.Window(), hasLink}}, m_close.Window());
 }
 
 TreeCell WhyDialog::Cell(int row, int column) const {

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "config/KeyNames.h"
+#include "ui/Enabling_win.h"
 
 namespace brennvar {
 namespace {
@@ -88,10 +89,7 @@ LONG ListActions::Place(const RECT& band) const {
 
 void ListActions::Enable(const PossibleActions& possible, HWND list) const {
     for (const ActionButton& button : m_buttons) {
-        const HWND window = button.control.Window();
-        const bool isPossible = possible.IsPossible(*button.action);
-        if (!isPossible && ::GetFocus() == window) ::SetFocus(list);
-        if ((::IsWindowEnabled(window) != FALSE) != isPossible) ::EnableWindow(window, isPossible);
+        SetEnabled({{button.control.Window(), possible.IsPossible(*button.action)}}, list);
     }
 }
 

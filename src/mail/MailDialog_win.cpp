@@ -8,6 +8,7 @@
 #include "config/ResourceIds.h"
 #include "mail/MailWords.h"
 #include "ui/ChildControls_win.h"
+#include "ui/Enabling_win.h"
 #include "ui/Paint_win.h"
 
 namespace brennvar {
@@ -165,21 +166,15 @@ void MailDialog::ShowNews() {
 }
 
 void MailDialog::ShowState() {
-    const HWND focus = ::GetFocus();
     const bool isUnderWay = IsSending();
     // What has been sent is not sent again by a key that is pressed once more.
-    const std::pair<HWND, bool> states[] = {{m_send.Window(), m_account.has_value() && !isUnderWay && !m_wasSent},
-                                            {m_stop.Window(), isUnderWay},
-                                            {m_to.field.Window(), !isUnderWay},
-                                            {m_cc.field.Window(), !isUnderWay},
-                                            {m_subject.field.Window(), !isUnderWay},
-                                            {m_text.field.Window(), !isUnderWay}};
-    for (const auto& [control, isEnabled] : states) {
-        if ((::IsWindowEnabled(control) != FALSE) == isEnabled) continue;
-        ::EnableWindow(control, isEnabled);
-        // The keyboard would stay with a control that does not answer it any more.
-        if (!isEnabled && focus == control) ::SetFocus(isUnderWay ? m_stop.Window() : m_close.Window());
-    }
+    SetEnabled({{m_send.Window(), m_account.has_value() && !isUnderWay && !m_wasSent},
+                {m_stop.Window(), isUnderWay},
+                {m_to.field.Window(), !isUnderWay},
+                {m_cc.field.Window(), !isUnderWay},
+                {m_subject.field.Window(), !isUnderWay},
+                {m_text.field.Window(), !isUnderWay}},
+               isUnderWay ? m_stop.Window() : m_close.Window());
     ::ShowWindow(m_progress.Window(), isUnderWay || m_wasSent ? SW_SHOWNA : SW_HIDE);
 }
 

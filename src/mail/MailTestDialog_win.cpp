@@ -6,6 +6,7 @@
 #include "mail/MailWords.h"
 #include "ui/ChildControls_win.h"
 #include "ui/Clipboard_win.h"
+#include "ui/Enabling_win.h"
 #include "ui/Paint_win.h"
 
 namespace brennvar {
@@ -120,16 +121,9 @@ void MailTestDialog::ShowNews() {
 }
 
 void MailTestDialog::ShowState() {
-    const HWND focus = ::GetFocus();
     const bool isBusy = IsSending() || m_isReading;
-    const std::pair<HWND, bool> states[] = {
-        {m_again.Window(), !isBusy}, {m_stop.Window(), IsSending()}, {m_copy.Window(), !isBusy}};
-    for (const auto& [control, isEnabled] : states) {
-        if ((::IsWindowEnabled(control) != FALSE) == isEnabled) continue;
-        ::EnableWindow(control, isEnabled);
-        // The keyboard would stay with a button that does not answer it any more.
-        if (!isEnabled && focus == control) ::SetFocus(m_close.Window());
-    }
+    SetEnabled({{m_again.Window(), !isBusy}, {m_stop.Window(), IsSending()}, {m_copy.Window(), !isBusy}},
+               m_close.Window());
 }
 
 void MailTestDialog::OnCommand(int id, int notification) {

@@ -16,6 +16,7 @@
 #include "tools/AddressInText.h"
 #include "ui/ChildControls_win.h"
 #include "ui/Clipboard_win.h"
+#include "ui/Enabling_win.h"
 #include "ui/Paint_win.h"
 #include "ui/PopupMenu_win.h"
 #include "ui/WorkArea_win.h"
@@ -242,18 +243,12 @@ void ToolDialog::ShowLines() {
 }
 
 void ToolDialog::ShowState() {
-    const HWND focus = ::GetFocus();
     const bool hasLines = m_lines.LineCount() > 0;
-    const std::pair<const CButton*, bool> states[] = {{&m_start, !IsBusy()},
-                                                      {&m_stop, IsBusy() && !m_wasStopped},
-                                                      {&m_copy, hasLines},
-                                                      {&m_save, hasLines && !IsBusy() && !m_isSaving}};
-    for (const auto& [button, isEnabled] : states) {
-        if ((::IsWindowEnabled(button->Window()) != FALSE) == isEnabled) continue;
-        ::EnableWindow(button->Window(), isEnabled);
-        // The keyboard would stay with a button that does not answer it any more.
-        if (!isEnabled && focus == button->Window()) ::SetFocus(m_address.Window());
-    }
+    SetEnabled({{m_start.Window(), !IsBusy()},
+                {m_stop.Window(), IsBusy() && !m_wasStopped},
+                {m_copy.Window(), hasLines},
+                {m_save.Window(), hasLines && !IsBusy() && !m_isSaving}},
+               m_address.Window());
     std::string status;
     if (IsBusy()) {
         status = m_language.GetText(1742, "At work...");

@@ -7,6 +7,7 @@
 #include "config/OptionValues.h"
 #include "controls/FieldFrame_win.h"
 #include "ui/ChildControls_win.h"
+#include "ui/Enabling_win.h"
 #include "ui/Paint_win.h"
 #include "views/OptionFields.h"
 
@@ -330,12 +331,8 @@ void OptionForm::EnableRows() const {
     for (const auto& row : m_rows) {
         const std::vector<int>& needs = row->info.needs;
         if (needs.empty()) continue;
-        const BOOL isEnabled = std::any_of(needs.begin(), needs.end(), isOn);
-        const HWND control = ControlWindow(row->info.control);
-        if (isEnabled == ::IsWindowEnabled(control)) continue;
-        // The keyboard must not stay in what takes no keys.
-        if (!isEnabled && ::GetFocus() == control) ::SetFocus(ControlWindow(needs.front()));
-        ::EnableWindow(control, isEnabled);
+        SetEnabled({{ControlWindow(row->info.control), std::any_of(needs.begin(), needs.end(), isOn)}},
+                   ControlWindow(needs.front()));
     }
 }
 

@@ -8,6 +8,7 @@
 #include "dialogs/ModalPlace_win.h"
 #include "dialogs/Questions_win.h"
 #include "dialogs/SavePlaceDialog_win.h"
+#include "ui/Enabling_win.h"
 #include "views/SpamListAddDialog_win.h"
 
 namespace brennvar {
@@ -66,12 +67,8 @@ void OptionLists::ChangeIsOver(const ServiceList& list) {
 void OptionLists::ShowState() {
     OptionForm* const form = FormOf(m_sites);
     if (!form) return;
-    const HWND button = form->ControlWindow(IDC_SITES_REMOVE);
-    const bool canRemove = m_sites.CanRemove(form->List()->SelectedPlaces());
-    if (canRemove == (::IsWindowEnabled(button) != FALSE)) return;
-    // The keyboard must not stay with a button that does not answer it.
-    if (!canRemove && ::GetFocus() == button) ::SetFocus(form->List()->Window());
-    ::EnableWindow(button, canRemove);
+    SetEnabled({{form->ControlWindow(IDC_SITES_REMOVE), m_sites.CanRemove(form->List()->SelectedPlaces())}},
+               form->List()->Window());
 }
 
 void OptionLists::OnButton(int control, HWND window) {

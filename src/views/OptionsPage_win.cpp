@@ -10,6 +10,7 @@
 #include "dialogs/ModalPlace_win.h"
 #include "dialogs/Questions_win.h"
 #include "ui/ChildControls_win.h"
+#include "ui/Enabling_win.h"
 #include "ui/Paint_win.h"
 #include "views/OptionFields.h"
 #include "views/OptionHelp.h"
@@ -200,15 +201,8 @@ void OptionsPage::ShowNote() {
     m_note.SetText(note.number != 0 ? m_language.GetText(note) : std::string());
     const bool isUnapplied = m_editor.IsUnapplied(m_current);
     m_list.Mark(isUnapplied ? static_cast<int>(m_current) : CListBox::kNone);
-    EnableButton(m_apply, isUnapplied && m_editor.CanApply(m_current));
-    EnableButton(m_discard, isUnapplied);
-}
-
-void OptionsPage::EnableButton(const CButton& button, bool isEnabled) const {
-    if (isEnabled == (::IsWindowEnabled(button.Window()) != FALSE)) return;
-    // A button that is disabled would keep the keyboard from everybody.
-    if (!isEnabled && ::GetFocus() == button.Window()) ::SetFocus(m_list.Window());
-    ::EnableWindow(button.Window(), isEnabled);
+    SetEnabled({{m_apply.Window(), isUnapplied && m_editor.CanApply(m_current)}, {m_discard.Window(), isUnapplied}},
+               m_list.Window());
 }
 
 // What the user does

@@ -53,7 +53,6 @@ private:
     void ShowHelp(HWND control);
     void ShowState();
     void ShowNote();
-    void EnableButton(const CButton& button, bool isEnabled) const;
     void OnRowCommand(const RowInfo& row, int notification);
     void WarnOfSpoofing();
     // True when the user has to be told to restart the browser.
