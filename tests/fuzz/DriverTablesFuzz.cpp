@@ -72,7 +72,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     Require(after.Rows().size() == now.Rows().size());
     for (const ConnectionTable* const table : {&now, &after}) {
         for (std::uint32_t row = 0; row < table->Rows().size(); ++row) CheckRow(*table, row);
-        std::vector<std::uint32_t> order = table->OrderAsRead();
+        LargeVector<std::uint32_t> order = table->OrderAsRead();
         std::sort(order.begin(), order.end());
         Require(std::adjacent_find(order.begin(), order.end()) == order.end());
     }
