@@ -95,8 +95,10 @@ bool QuotedPrintable::AppendNext(std::string& out) {
         const char c = m_text[at];
         if (kPlain[static_cast<unsigned char>(c)]) {
             if (m_length == kSoft) BreakSoftly(out);
-            m_line[m_length++] = c;
-        } else if (c == '\n' || (c == '\r' && at + 1 < m_text.size() && m_text[at + 1] == '\n')) {
+            at += AppendPlain(m_text.substr(at, kPiece - at));
+            continue;
+        }
+        if (c == '\n' || (c == '\r' && at + 1 < m_text.size() && m_text[at + 1] == '\n')) {
             if (c == '\r') ++at;
             EndLine(out);
         } else {
@@ -111,6 +113,17 @@ bool QuotedPrintable::AppendNext(std::string& out) {
         out.append(m_line.data(), m_length);
     }
     return true;
+}
+
+std::size_t QuotedPrintable::AppendPlain(std::string_view text) {
+    // Counted beside the line: what is written into it could be any member, as far as the compiler knows.
+    const std::size_t most = std::min(text.size(), kSoft - m_length);
+    const char* const from = text.data();
+    char* const to = m_line.data() + m_length;
+    std::size_t count = 0;
+    for (; count < most && kPlain[static_cast<unsigned char>(from[count])]; ++count) to[count] = from[count];
+    m_length += count;
+    return count;
 }
 
 void QuotedPrintable::AppendCode(char c) {

@@ -36,6 +36,8 @@ public:
     [[nodiscard]] bool AppendNext(std::string& out);
 
 private:
+    // What stands at its beginning as it is, as far as the line has room. Returns how many letters that were.
+    std::size_t AppendPlain(std::string_view text);
     void AppendCode(char c);
     void EndLine(std::string& out);
     void BreakSoftly(std::string& out);
