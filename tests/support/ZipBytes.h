@@ -18,14 +18,8 @@ struct ZipEntry {
     std::optional<std::uint32_t> size{};        // unpacked; else that of the packed bytes
     std::optional<std::uint32_t> packedSize{};  // as the headers tell it
     std::optional<std::string> localName{};     // where the local header has another one
-    std::optional<std::uint32_t> localCrc{};
-    std::optional<std::uint32_t> localSize{};
-    std::optional<std::uint32_t> offset{};  // of the local header, as the directory tells it
-    std::string localExtra{};
-    std::string extra{};   // of the directory
-    std::string behind{};  // the packed bytes: a data descriptor
-    bool hasLocal = true;  // else it stands in the directory alone
-    bool isListed = true;  // else it has a local header alone
+    std::optional<std::uint32_t> offset{};      // of the local header, as the directory tells it
+    bool hasLocal = true;                       // else it stands in the directory alone
 };
 
 inline void Put16(std::string& out, std::uint32_t value) {
@@ -87,16 +81,14 @@ inline std::string ZipBytes(const std::vector<ZipEntry>& entries, const ZipEnd& 
             Put16(out, end.isZip64 ? 45 : 20);
             Put16(out, entry.flags);
             Put16(out, entry.method);
-            Put32(out, 0x5A690000);                      // 2025-03-09
-            const bool isTold = (entry.flags & 8) == 0;  // else the data descriptor tells it
-            Put32(out, isTold ? entry.localCrc.value_or(entry.crc) : 0);
-            Put32(out, isTold ? packedSize : 0);
-            Put32(out, isTold ? entry.localSize.value_or(size) : 0);
+            Put32(out, 0x5A690000);  // 2025-03-09
+            Put32(out, entry.crc);
+            Put32(out, packedSize);
+            Put32(out, size);
             Put16(out, static_cast<std::uint32_t>(name.size()));
-            Put16(out, static_cast<std::uint32_t>(entry.localExtra.size()));
-            out += name + entry.localExtra + entry.packed + entry.behind;
+            Put16(out, 0);  // extra field
+            out += name + entry.packed;
         }
-        if (!entry.isListed) continue;
         ++listed;
         Put32(directory, 0x02014B50);
         Put16(directory, end.isZip64 ? 45 : 20);
@@ -108,13 +100,13 @@ inline std::string ZipBytes(const std::vector<ZipEntry>& entries, const ZipEnd& 
         Put32(directory, packedSize);
         Put32(directory, size);
         Put16(directory, static_cast<std::uint32_t>(entry.name.size()));
-        Put16(directory, static_cast<std::uint32_t>(entry.extra.size()));
+        Put16(directory, 0);  // extra field
         Put16(directory, 0);  // comment
         Put16(directory, 0);  // disk
         Put16(directory, 0);
         Put32(directory, 0);
         Put32(directory, entry.offset.value_or(offset));
-        directory += entry.name + entry.extra;
+        directory += entry.name;
     }
     const auto start = static_cast<std::uint32_t>(out.size());
     out += directory;

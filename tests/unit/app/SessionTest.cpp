@@ -97,20 +97,6 @@ protected:
     }
 };
 
-TEST_F(SessionTest, TellsNoticesAndKeepsWhatThePagesShowOfThem) {
-    session.Begin(window, view);
-    Tell("REFRESH");
-    Tell("ATTACK");
-    Tell("Port scan|http://www.brennvar.example/");
-    ASSERT_EQ(view.notices.size(), 3U);
-    EXPECT_EQ(view.notices[0].kind, TrayNotice::Kind::Refresh);
-    EXPECT_EQ(session.statistics.AttackCount(), 1U);
-    ASSERT_EQ(session.statistics.Notices().size(), 1U);
-    EXPECT_EQ(session.statistics.Notices()[0].text, "Port scan");
-    EXPECT_EQ(session.statistics.Notices()[0].time, clock.now);
-    EXPECT_FALSE(session.IsTellingNotice());
-}
-
 TEST_F(SessionTest, IsSilentTowardsAWindowThatHasGone) {
     session.Begin(window, view);
     session.End();

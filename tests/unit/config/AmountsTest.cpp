@@ -7,7 +7,7 @@
 namespace brennvar {
 namespace {
 
-TEST(AmountsTest, WritesOneDecimalBelowAHundredAndNever1024) {
+TEST(AmountsTest, WritesOneDecimalBelowAHundredNever1024AndGroupsLongNumbers) {
     struct Row {
         std::uint64_t bytes;
         std::string_view expected;
@@ -22,34 +22,21 @@ TEST(AmountsTest, WritesOneDecimalBelowAHundredAndNever1024) {
                         {1'048'063, "1023 KB"},
                         {1'048'064, "1.0 MB"},  // 1023.5 KB
                         {4'000'000'000, "3.7 GB"},
-                        {1ULL << 52, "4096 TB"}};  // there is nothing above
+                        {1ULL << 54,
+                         "16\xA0"
+                         "384 TB"}};  // there is nothing above
     for (const Row& row : rows) EXPECT_EQ(FormatBytes(row.bytes), row.expected) << row.bytes;
+    EXPECT_EQ(FormatCount(9'999), "9999");
+    EXPECT_EQ(FormatCount(10'000),
+              "10\xA0"
+              "000");
+    EXPECT_EQ(FormatCount(1'234'567),
+              "1\xA0"
+              "234\xA0"
+              "567");
     EXPECT_EQ(FormatRate(5, 0), "0 B/s") << "two looks in the same millisecond";
     EXPECT_EQ(FormatRate(1536, 500), "3.0 KB/s");
     EXPECT_EQ(FormatRate(2047, 2000), "1.0 KB/s") << "1023.5 bytes a second";
-}
-
-TEST(AmountsTest, GroupsTheDigitsOfLongNumbersByANoBreakSpace) {
-    struct Row {
-        std::uint64_t count;
-        std::string_view expected;
-    };
-    const Row rows[] = {{0, "0"},
-                        {9'999, "9999"},
-                        {10'000,
-                         "10\xA0"
-                         "000"},
-                        {123'456,
-                         "123\xA0"
-                         "456"},
-                        {1'234'567,
-                         "1\xA0"
-                         "234\xA0"
-                         "567"}};
-    for (const Row& row : rows) EXPECT_EQ(FormatCount(row.count), row.expected) << row.count;
-    EXPECT_EQ(FormatBytes(1ULL << 54),
-              "16\xA0"
-              "384 TB");
 }
 
 TEST(AmountsTest, SpeaksTheLanguageOfTheUser) {

@@ -37,22 +37,6 @@ TEST_F(OptionReaderTest, ReadsTheFirstRecordOfAnOptionToTheEndOfItsText) {
     EXPECT_EQ(m_options.ReadOptionText(38), std::string(119, 'x'));  // unterminated
 }
 
-TEST(OptionTableTest, HasTheKindAndTheDefaultOfEveryOption) {
-    std::string all;
-    for (std::uint32_t id = 0; id < 100; ++id) {
-        const OptionInfo* const option = FindOption(id);
-        if (!option) continue;
-        all += std::to_string(static_cast<std::uint32_t>(option->id)) + "FNPBLTS"[static_cast<int>(option->kind)];
-        if (option->fallback != 0) all += std::to_string(option->fallback);
-        all += ' ';
-    }
-    EXPECT_EQ(all,
-              "1N 2F 3F 4S 5F1 6F 7F1 8F1 9F1 11F1 12F1 13F1 14F1 15F1 16F 17F1 18B600 19F 20F1 21F1 "
-              "22F1 23F1 24F1 25F1 26F1 27F1 28F1 29F1 30F 31N4096 32N10240 33N30 34F 35T 36T 37T 38T 39T 40T 41S "
-              "42F1 43F1 44F 45F 46F 47F1 48F 49F 50F 51F 52F 53F 54F 55F 56F 57F1 58F 59F 60F 61F 62F 63F "
-              "64F1 65F1 66T 67P 68T 69S 70L 78F1 79P8215 ");
-}
-
 TEST_F(OptionReaderTest, KeepsDefaultsWithoutAWholeRecord) {
     EXPECT_EQ(m_options.ReadOption(5, 1), 1U);
     EXPECT_EQ(m_options.ReadOptionText(39), "");

@@ -79,19 +79,6 @@ TEST_F(ServiceLinkTest, SendsBatchAfterBatchAndAnswersInTheSameOrder) {
     EXPECT_EQ(link.Service(), PeerState::Reachable);
 }
 
-TEST_F(ServiceLinkTest, KnowsFromTheLastWaitWhetherTheServiceIsThere) {
-    pipe->failingWaits = 1;
-    link.SendToFilter([](FilterQueue& queue) { queue.FILTER_SET_PROXY_PORT(1); }, Tell("first"));  // waits once
-    Block();
-    EXPECT_EQ(link.Service(), PeerState::Missing);
-    link.SendToFilter([](FilterQueue& queue) { queue.FILTER_SET_PROXY_PORT(1); }, Tell("second"));
-    go.set_value();
-    link.Stop(kLong);
-    link.RunCompletions();
-    EXPECT_EQ(told, (std::vector<std::string>{"first given up", "second there"}));
-    EXPECT_EQ(link.Service(), PeerState::Reachable);
-}
-
 TEST_F(ServiceLinkTest, SendsNothingOfAWithdrawnBatchUnlessItHasBegun) {
     const auto begun = std::make_shared<StopSignal>();
     link.Send(

@@ -100,14 +100,6 @@ TEST_F(RuleImportTest, MovesAllFilesInAndCanBeTakenBackByItsRestorePoint) {
     EXPECT_EQ(data.Rules(), kAfter);
 }
 
-TEST_F(RuleImportTest, ImportsIntoAnEmptyFolderAndBack) {
-    const Data data({});
-    const ImportOutcome outcome = Apply(data, PlanImport(ZipBytes({StoredEntry("rules.conf", "new")})));
-    EXPECT_EQ(data.Rules(), (Files{{"rules.conf", "new"}}));
-    EXPECT_EQ(Apply(data, PlanOfRestorePoint(data, outcome.restorePoint)).result, ImportResult::Done);
-    EXPECT_EQ(data.Rules(), Files{});
-}
-
 TEST_F(RuleImportTest, IsWholeOrNothingWhicheverCallFails) {
     using How = FailingRuleFiles::How;
     for (const How how : {How::Once, How::FromThenOn, How::Dies}) {

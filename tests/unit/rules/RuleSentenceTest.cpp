@@ -65,20 +65,6 @@ TEST(RuleSentenceTest, SaysAllThatARuleSays) {
               "Deny IP to or from 1.0.0.0");
 }
 
-TEST(RuleSentenceTest, FillsTheColumnsOfTheList) {
-    const Language english(nullptr);
-    const AdvancedRule rule = FullRule();
-    EXPECT_EQ(WhatText(english, rule), "TCP out");
-    EXPECT_EQ(WhatText(english, Rule(RuleProtocol::Any, RuleRoute::Incoming)), "Any protocol in");
-    EXPECT_EQ(EndText(english, rule.remote, rule.protocol), "192.0.2.0/24, port 80-88");
-    EXPECT_EQ(EndText(english, rule.remote, RuleProtocol::Icmp), "192.0.2.0/24");
-    EXPECT_EQ(EndText(english, {.firstPort = 1, .lastPort = 1}, RuleProtocol::Udp), "port 1");
-    EXPECT_EQ(EndText(english, {}, RuleProtocol::Udp), "any");
-    EXPECT_EQ(ProgramText(english, rule), "browser.exe");
-    EXPECT_EQ(WhenText(english, rule), "8:00-17:05, 2026-12-01 to 2026-12-24");
-    EXPECT_EQ(WhenText(english, {}), "always");
-}
-
 TEST(RuleSentenceTest, LeavesTheOrderOfWordsToTheLanguage) {
     const Language other(std::make_unique<test::FakeIni>(test::FakeIni::Values{
         {"Language/DL_N_201_1902", "%1 going out: no"}, {"Language/DL_N_201_1927", "until %2 (%1)"}}));

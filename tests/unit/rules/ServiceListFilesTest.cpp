@@ -49,14 +49,29 @@ TEST_F(ServiceListFilesTest, ReadsSitesWhateverTheFileHolds) {
     for (const Row& row : rows) EXPECT_EQ(SitesOf(row.plain), row.expected) << row.plain.size();
 }
 
-TEST_F(ServiceListFilesTest, ReadsProgramsFromTheFieldThatCounts) {
-    const std::string plain = Field(R"(C:\long.exe)", 260) + Field("", 34) + Field("", 294) +
-                              Field(R"(C:\hidden.exe)", 260) + Field(R"(C:\short.exe)", 34) +
-                              std::string(260, 'p') + Field("", 34) + std::string(294, 's');
-    const std::string file = folder.Write("trusted.conf", test::EncipherByHand(plain + "cut", 294));
+TEST_F(ServiceListFilesTest, TakesTheWholePathOfAProgramFromTheFieldThatCounts) {
+    const auto trusted = [](const std::string& longPath, const std::string& shortPath) {
+        return Field(longPath, 260) + Field(shortPath, 34);
+    };
+    const std::string full(259, 'p');
+    const std::string plain = trusted(R"(C:\a rather long folder\program.exe)", "") + trusted("", "") +
+                              trusted(R"(C:\hidden.exe)", R"(C:\b.exe)") + trusted(full + 'x', "") +
+                              trusted("", std::string(34, 's')) + trusted("", R"(C:\cut.exe)").substr(0, 293);
+    const std::string file = folder.Write("trusted.conf", test::EncipherByHand(plain, 294));
     EXPECT_EQ(LoadTrustedPrograms(file, clock),
-              (std::vector<std::string>{R"(C:\long.exe)", R"(C:\short.exe)", std::string(259, 'p'),
+              (std::vector<std::string>{R"(C:\a rather long folder\program.exe)", R"(C:\b.exe)", full,
                                         std::string(33, 's')}));
+    for (const std::string& path : {std::string(R"(C:\A rather long folder\PROGRAM.exe)"),
+                                    std::string(R"(c:\B.EXE)"), full, std::string(33, 'S')}) {
+        EXPECT_TRUE(IsTrustedProgram(file, path)) << path;
+    }
+    for (const std::string& path :
+         {std::string(), std::string(R"(C:\b.ex)"), std::string(R"(C:\b.exe2)"), std::string("b.exe"),
+          std::string(R"(C:\hidden.exe)"), full + 'x', std::string(34, 's'), std::string(R"(C:\cut.exe)")}) {
+        EXPECT_FALSE(IsTrustedProgram(file, path)) << path;
+    }
+    EXPECT_FALSE(IsTrustedProgram(folder.File("none.conf"), R"(C:\b.exe)"));
+    EXPECT_FALSE(std::filesystem::exists(folder.File("none.conf")));
 }
 
 TEST_F(ServiceListFilesTest, AMissingFileIsAnEmptyListAndOneThatCannotBeReadIsNone) {

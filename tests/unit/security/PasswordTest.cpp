@@ -70,11 +70,8 @@ TEST(StoredPasswordTest, IsTheTextOfTheFirstRecordOfOptionFour) {
     // It may stand in the part that is not there.
     EXPECT_EQ(stored(record(4, "Secret1").substr(0, 127)), std::nullopt);
     EXPECT_EQ(stored(record(4, "Secret1") + record(5, "other").substr(0, 9)), Password("Secret1"));
-}
-
-TEST(StoredPasswordTest, CannotBeToldOfAPathThatIsNoFile) {
-    const test::DataFolder folder;
-    test::FakeClock clock;
+    // Nor can it be told of a path that is no file.
+    std::filesystem::remove(folder.File("\\config.conf"));
     std::filesystem::create_directories(folder.File("\\config.conf"));
     EXPECT_EQ(StoredPassword(folder.Path(), clock).Read(), std::nullopt);
 }
