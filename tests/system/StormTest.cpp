@@ -25,8 +25,6 @@ constexpr int kBatch = 4000;
 // before anything else comes. While a menu is open, Wine looks at a broken message of a DDE conversation again and
 // again.
 constexpr UINT kPopUpSystemMenu = 0x0313;
-// The atom of the class of dialogs.
-constexpr DWORD kDialogClass = 0x8002;
 // Of the messages that nobody has a name for one of so many, or all when BRENNVAR_SOAK_SECONDS is set.
 constexpr UINT kSampleStep = 61;
 
@@ -35,8 +33,10 @@ constexpr UINT kSampleStep = 61;
 bool IsLeftOut(UINT message) {
     const bool isMouseButton = message >= WM_LBUTTONDOWN && message <= WM_MBUTTONDBLCLK;
     const bool isKey = message >= WM_KEYFIRST && message <= WM_KEYLAST;
-    return isMouseButton || isKey || message == WM_QUIT || message == WM_CLOSE || message == WM_COMMAND ||
-           message == BM_CLICK || message == WM_CONTEXTMENU;
+    // Of an input method, which types by them: a handle may well end like the letter of an answer.
+    const bool isTyped = message == WM_IME_CHAR || message == WM_IME_KEYDOWN || message == WM_IME_KEYUP;
+    return isMouseButton || isKey || isTyped || message == WM_QUIT || message == WM_CLOSE ||
+           message == WM_COMMAND || message == BM_CLICK || message == WM_CONTEXTMENU;
 }
 
 // Those of Windows, and those that the program and its toolkit have numbered or named themselves.
@@ -147,22 +147,20 @@ protected:
     }
     static void EndMenu(HWND window) { ::PostMessageA(window, WM_CANCELMODE, 0, 0); }
 
-    // One of so many messages, with the parameters 0, 1, an own and a foreign window, in turn.
-    void StormAt(HWND window, const std::vector<UINT>& messages, bool isPosted, std::size_t step = 1) {
+    // With the parameters 0, 1, an own and a foreign window, in turn.
+    void StormAt(HWND window, const std::vector<UINT>& messages, bool isPosted) {
         const LPARAM values[] = {0, 1, reinterpret_cast<LPARAM>(m_window),
                                  reinterpret_cast<LPARAM>(::GetDesktopWindow())};
-        for (std::size_t i = m_turn % step; i < messages.size(); i += step) {
+        for (const UINT message : messages) {
             if (HasFatalFailure()) return;
-            const UINT message = messages[i];
             const std::size_t turn = message + m_turn;
             Deal(window, message, static_cast<WPARAM>(values[turn % 4]), values[turn / 4 % 4], isPosted);
         }
         m_turn += 5;
     }
 
-    // At every window that has come: the messages with a meaning, posted or sent in turn; a dialog or page gets all
-    // of them, of controls that are like others each a share. The first of each kind gets them both ways, and the
-    // others as well.
+    // At every window that has come: the messages with a meaning, posted or sent in turn. The first of each kind
+    // gets them both ways, and the others as well.
     void StormAtNewWindows() {
         static const std::vector<UINT> meant = MessagesWithAMeaning();
         static const std::vector<UINT> others = OtherMessages();
@@ -171,9 +169,7 @@ protected:
             m_target = kind + " " + std::to_string(::GetDlgCtrlID(window));
             const bool isNewKind = m_kinds.insert(kind).second;
             m_isPosted = !m_isPosted;
-            constexpr std::size_t kShares = 7;
-            const bool isDialog = ::GetClassLongA(window, GCW_ATOM) == kDialogClass;
-            StormAt(window, meant, m_isPosted, isNewKind || isDialog ? 1 : kShares);
+            StormAt(window, meant, m_isPosted);
             if (isNewKind) {
                 StormAt(window, meant, !m_isPosted);
                 for (const bool isPosted : {false, true}) StormAt(window, others, isPosted);
