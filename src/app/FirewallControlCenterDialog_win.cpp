@@ -8,6 +8,7 @@
 #include "app/HelperProgram_win.h"
 #include "app/PageFactory_win.h"
 #include "base/Detached.h"
+#include "base/Processes_win.h"
 #include "base/ShellOpen_win.h"
 #include "config/Folders_win.h"
 #include "config/ResourceIds.h"
@@ -31,6 +32,12 @@ constexpr char kSupportPage[] = "https://www.brennvar.example/support/index.php"
 
 constexpr INT_PTR kResultExit = 0;
 constexpr INT_PTR kResultRestart = 1;
+
+void WriteProcessIds(UserValues& userValues) {
+    const std::vector<std::uint32_t> ids = FindProcessIds({"brennvar.exe", "brennvargui.exe"});
+    userValues.WriteUserValue(kUserValueServerPid, ids[0]);
+    userValues.WriteUserValue(kUserValueGuiPid, ids[1]);
+}
 
 }  // namespace
 
@@ -73,13 +80,12 @@ void FirewallControlCenterDialog::OnInitDialog() {
     m_rules.Attach(Window());
     m_mail.SetWindow(Window());
     m_session.rules.SendWith(&m_mail);
-    m_session.Begin(Window(), *this);  // before the page asks the service for anything
     Pages().Open(kFirstPage);
     SetFirstFocus(kFirstPage);
 
     SetTimers(true);
-    // What the user does not wait for comes when the window is there: the icon, and the first look at the driver,
-    // not only after a second.
+    // What the user does not wait for comes when the window is there: the threads of the session, the icon, and the
+    // first look at the driver, not only after a second. The first page asks nobody for anything.
     m_isShownLater = true;
     ::PostMessageA(Window(), kMessageShown, 0, 0);
     ::PostMessageA(Window(), WM_TIMER, Ticks::Table().front().timer, 0);
@@ -130,6 +136,9 @@ void FirewallControlCenterDialog::OnTimer(UINT_PTR id) {
 
 void FirewallControlCenterDialog::OnShown() {
     if (!std::exchange(m_isShownLater, false)) return;  // said by somebody else
+    m_session.Begin(Window(), *this);
+    // Nobody waits for them, and all processes have to be gone through.
+    m_session.reads.Post([&values = m_session.userValues] { WriteProcessIds(values); });
     m_com.emplace();
     m_tray.Create(Window(), kMessageTray, m_session.modes, m_session.network);
     (void)RunDetached([] { EnsureHelperRuns(GetInstallationFolder()); });

@@ -47,12 +47,6 @@ void PrepareSurroundings(const std::string& dataFolder) {
     ::CreateDirectoryA(LogFolderPath(dataFolder).c_str(), nullptr);
 }
 
-void WriteProcessIds(UserValues& userValues) {
-    const std::vector<std::uint32_t> ids = FindProcessIds({"brennvar.exe", "brennvargui.exe"});
-    userValues.WriteUserValue(kUserValueServerPid, ids[0]);
-    userValues.WriteUserValue(kUserValueGuiPid, ids[1]);
-}
-
 // With the skin and the language that the service has written down meanwhile. The new process waits for the end of
 // this one. False when there is none.
 [[nodiscard]] bool StartAgain() {
@@ -147,8 +141,6 @@ End RunControlCenter(Clock& clock, const std::string& firstMessage) {
          .languageName = CurrentLanguageName()},
         OpenLanguage());
     const EndAtScopeExit endAtExit(sessionEnd);
-    // Nobody waits for them, and all processes have to be gone through.
-    session.reads.Post([&userValues] { WriteProcessIds(userValues); });
     FirewallControlCenterDialog window(session, firstMessage);
     RegisterRestart(true);
     const bool isRestart = window.Run() == FirewallControlCenterDialog::Outcome::Restart;

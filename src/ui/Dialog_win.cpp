@@ -17,6 +17,14 @@
 namespace brennvar {
 namespace {
 
+// What has been painted may wait until the thread has no message left, and what it does next takes long: a look for
+// a message that nobody posts finds none.
+void BringToScreen(HWND window) {
+    constexpr UINT kNobodys = 0xBFFF;  // the last of those that programs keep for themselves
+    MSG message;
+    ::PeekMessageA(&message, window, kNobodys, kNobodys, PM_NOREMOVE);
+}
+
 // Shows a window with everything in it painted, and activates it. In this order: for the first active window of a
 // process Windows makes ready what typing takes, which is as much as painting it.
 void ShowPainted(HWND window) {
@@ -26,6 +34,7 @@ void ShowPainted(HWND window) {
     RECT client{};
     ::GetClientRect(window, &client);
     ShowAsOnePicture(window, client);
+    BringToScreen(window);
     ::SetWindowPos(window, HWND_TOP, 0, 0, 0, 0, kInPlace);
 }
 

@@ -2,7 +2,9 @@
 
 #include <cstdint>
 #include <cstring>
+#include <map>
 #include <optional>
+#include <utility>
 #include <vector>
 
 #include "image/DecodeImage.h"
@@ -61,42 +63,65 @@ HDC SourceDc() {
 }  // namespace
 
 CSkinImage CSkinImage::Load(const std::string& path) {
-    const auto file = ReadWholeFile(path);
-    const auto bitmap = file ? DecodeImage(*file) : std::nullopt;
-    return bitmap ? FromBitmap(*bitmap) : CSkinImage();
+    static thread_local std::map<std::string, std::weak_ptr<Picture>> s_inUse;
+    std::erase_if(s_inUse, [](const auto& picture) { return picture.second.expired(); });
+    std::weak_ptr<Picture>& known = s_inUse[path];
+    CSkinImage image;
+    image.m_picture = known.lock();
+    if (!image.m_picture) {
+        known = image.m_picture = std::make_shared<Picture>();
+        image.m_picture->unread = path;
+    }
+    return image;
 }
 
 CSkinImage CSkinImage::FromBitmap(const Bitmap& bitmap) {
     CSkinImage image;
-    if (bitmap.pixels.empty()) return image;
-    std::uint32_t* pixels = nullptr;
-    image.m_bitmap = MakePixelBitmap(bitmap.width, bitmap.height, pixels);
-    if (!image.m_bitmap) return image;
-    std::memcpy(pixels, bitmap.pixels.data(), bitmap.pixels.size() * sizeof(std::uint32_t));
-    image.m_width = bitmap.width;
-    image.m_height = bitmap.height;
+    image.m_picture = std::make_shared<Picture>();
+    image.m_picture->Take(bitmap);
     return image;
+}
+
+void CSkinImage::Picture::Take(const Bitmap& pixels) {
+    if (pixels.pixels.empty()) return;
+    std::uint32_t* copy = nullptr;
+    bitmap = MakePixelBitmap(pixels.width, pixels.height, copy);
+    if (!bitmap) return;
+    std::memcpy(copy, pixels.pixels.data(), pixels.pixels.size() * sizeof(std::uint32_t));
+    width = pixels.width;
+    height = pixels.height;
+}
+
+const CSkinImage::Picture& CSkinImage::Get() const {
+    static const Picture s_none;
+    if (!m_picture) return s_none;
+    const std::string path = std::exchange(m_picture->unread, {});
+    const auto file = path.empty() ? std::nullopt : ReadWholeFile(path);
+    const auto pixels = file ? DecodeImage(*file) : std::nullopt;
+    if (pixels) m_picture->Take(*pixels);
+    return *m_picture;
 }
 
 SIZE CSkinImage::FrameSizeOr(SIZE plainSize, int frameCount) const {
     constexpr LONG kLeast = 8;
     constexpr LONG kMostTimes = 4;
-    const SIZE frame{m_width / frameCount, m_height};
+    const SIZE frame{Width() / frameCount, Height()};
     const auto isUsable = [](LONG size, LONG plain) { return size >= kLeast && size <= kMostTimes * plain; };
     return isUsable(frame.cx, plainSize.cx) && isUsable(frame.cy, plainSize.cy) ? frame : plainSize;
 }
 
 void CSkinImage::Draw(HDC target, int left, int top) const {
-    DrawPart(target, {left, top, left + m_width, top + m_height}, {0, 0, m_width, m_height});
+    DrawPart(target, {left, top, left + Width(), top + Height()}, {0, 0, Width(), Height()});
 }
 
 void CSkinImage::DrawPart(HDC target, const RECT& to, const RECT& from, BYTE opacity) const {
-    const RECT whole{0, 0, m_width, m_height};
+    const Picture& picture = Get();
+    const RECT whole{0, 0, picture.width, picture.height};
     RECT part{};
-    if (!m_bitmap || ::IsRectEmpty(&to) || !::IntersectRect(&part, &from, &whole)) return;
+    if (!picture.bitmap || ::IsRectEmpty(&to) || !::IntersectRect(&part, &from, &whole)) return;
     const HDC source = SourceDc();
     if (!source) return;
-    const CSelect select(source, m_bitmap.Get());
+    const CSelect select(source, picture.bitmap.Get());
     const CHardStretch stretch(target);
     const BLENDFUNCTION blend{AC_SRC_OVER, 0, opacity, AC_SRC_ALPHA};
     ::AlphaBlend(target, to.left, to.top, WidthOf(to), HeightOf(to), source, part.left, part.top, WidthOf(part),
@@ -104,13 +129,13 @@ void CSkinImage::DrawPart(HDC target, const RECT& to, const RECT& from, BYTE opa
 }
 
 void CSkinImage::DrawFrame(HDC target, const RECT& to, int frame, int frameCount, BYTE opacity) const {
-    DrawPart(target, to, ToRect(FrameRect(m_width, m_height, frame, frameCount)), opacity);
+    DrawPart(target, to, ToRect(FrameRect(Width(), Height(), frame, frameCount)), opacity);
 }
 
 void CSkinImage::DrawNine(HDC target, const RECT& to, const RECT& borders) const {
-    if (!m_bitmap || ::IsRectEmpty(&to)) return;
+    if (!*this || ::IsRectEmpty(&to)) return;
     const ImageBorders widths{borders.left, borders.top, borders.right, borders.bottom};
-    for (const NinePiece& piece : NinePieces(m_width, m_height, ToImageRect(to), widths)) {
+    for (const NinePiece& piece : NinePieces(Width(), Height(), ToImageRect(to), widths)) {
         DrawPart(target, ToRect(piece.to), ToRect(piece.from));  // which leaves out those without pixels
     }
 }
