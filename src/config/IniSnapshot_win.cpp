@@ -45,8 +45,9 @@ std::string CIniSnapshot::Read(const std::string& section, const std::string& ke
 }
 
 CIniSnapshot::Values CIniSnapshot::Load(const std::string& section) const {
-    // Lines one after the other, each with its zero, and a zero after the last.
-    std::string lines(0x4000, '\0');
+    // Lines one after the other, each with its zero, and a zero after the last. Every file of texts of ours fits at
+    // once.
+    std::string lines(0x10000, '\0');
     for (;;) {
         const DWORD length = ::GetPrivateProfileSectionA(section.c_str(), lines.data(),
                                                          static_cast<DWORD>(lines.size()), m_path.c_str());

@@ -100,8 +100,10 @@ std::optional<Bitmap> DecodePng(std::span<const std::byte> file) {
     if (!state.png) return std::nullopt;
     state.info = png_create_info_struct(state.png);
     if (!state.info || !ReadPng(state)) return std::nullopt;
+    constexpr std::uint32_t kOpaque = 0xFF000000;
     for (std::uint32_t& pixel : state.bitmap->pixels) {
-        pixel = Premultiplied(pixel >> 16 & 0xFF, pixel >> 8 & 0xFF, pixel & 0xFF, pixel >> 24);
+        if (pixel < kOpaque)
+            pixel = Premultiplied(pixel >> 16 & 0xFF, pixel >> 8 & 0xFF, pixel & 0xFF, pixel >> 24);
     }
     return std::move(state.bitmap);
 }
