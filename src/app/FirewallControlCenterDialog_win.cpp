@@ -72,7 +72,6 @@ FirewallControlCenterDialog::Outcome FirewallControlCenterDialog::Run() {
 }
 
 void FirewallControlCenterDialog::OnInitDialog() {
-    ShowIcons();
     CreateFrame(m_session.language.GetText(41, "Brennvar Personal Firewall"), PageEntries());
     m_status.Create(Texts(), GetLook());
     RestorePlace();
@@ -136,6 +135,7 @@ void FirewallControlCenterDialog::OnTimer(UINT_PTR id) {
 
 void FirewallControlCenterDialog::OnShown() {
     if (!std::exchange(m_isShownLater, false)) return;  // said by somebody else
+    ShowIcons();
     m_session.Begin(Window(), *this);
     // Nobody waits for them, and all processes have to be gone through.
     m_session.reads.Post([&values = m_session.userValues] { WriteProcessIds(values); });

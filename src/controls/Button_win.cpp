@@ -55,8 +55,7 @@ bool FitsButton(const ButtonKind& kind, const Look& look, const std::string& tex
 void CButton::Create(HWND parent, const ButtonKind& kind, const std::string& text, int id, const Look& look) {
     Resolve(kind, look);
     const DWORD tabStop = kind.form == ButtonForm::Caption ? 0U : WS_TABSTOP;
-    Make(parent, "BUTTON", text, BS_PUSHBUTTON | tabStop, id, look.fonts.Text());
-    ::SetWindowPos(Window(), nullptr, 0, 0, m_size.cx, m_size.cy, SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+    Make(parent, "BUTTON", text, BS_PUSHBUTTON | tabStop, id, look.fonts.Text(), 0, m_size);
 }
 
 void CButton::Adopt(HWND control, const ButtonKind& kind, const Look& look) {

@@ -43,6 +43,7 @@ void CPage::OnSize(int width, int height) {
 
 std::optional<LRESULT> CPage::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     if (const std::optional<LRESULT> answer = m_drawn.Answer(message, wParam, lParam)) return answer;
+    if (const std::optional<LRESULT> answer = m_cards.OnMessage(Window(), message, lParam)) return answer;
     return CDialog::OnMessage(message, wParam, lParam);
 }
 
@@ -55,20 +56,18 @@ void CPage::PaintGround(HDC dc) const {
     RECT client{};
     ::GetClientRect(Window(), &client);
     FillSolid(dc, client, m_look->colours.page);
-    for (const RECT& card : m_cards) {
-        FillSolid(dc, card, m_look->colours.list);
-        DrawFrame(dc, card, m_look->colours.frame2);
-    }
+    m_cards.Paint(dc, m_look->colours);
     m_drawn.Paint(dc);
 }
 
 bool CPage::TellParts(PictureParts& parts) const {
     m_drawn.TellParts(parts, m_ground);
+    m_cards.TellParts(parts);
     return true;
 }
 
-void CPage::SetCards(std::vector<RECT> cards) {
-    m_cards = std::move(cards);
+void CPage::SetCards(std::vector<PageCard> cards) {
+    m_cards.Set(std::move(cards));
     m_ground = NextLook();
     ::InvalidateRect(Window(), nullptr, TRUE);
 }

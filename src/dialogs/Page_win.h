@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "controls/DrawnText_win.h"
+#include "dialogs/CardLinks_win.h"
 #include "ui/Dialog_win.h"
 #include "ui/Fonts_win.h"
 #include "ui/Look_win.h"
@@ -64,8 +65,8 @@ protected:
     // The line below the title, when there is more to say than what the page shows. Empty: that.
     void SetLine(const std::string& line) { m_line.SetText(line.empty() ? m_texts.line : line); }
 
-    // Grounds for groups of controls, in client coordinates; for OnPlaceContent.
-    void SetCards(std::vector<RECT> cards);
+    // Grounds for groups of controls; for OnPlaceContent.
+    void SetCards(std::vector<PageCard> cards);
 
     // From OnCreateContent on.
     [[nodiscard]] const Look& GetLook() const { return *m_look; }
@@ -89,8 +90,8 @@ private:
     DrawnTexts m_drawn{DrawnTexts::PaintedIn::Ground};
     CDrawnText m_title;
     CDrawnText m_line;
-    std::vector<RECT> m_cards;
-    std::uint64_t m_ground = NextLook();  // the cards on it
+    CardLinks m_cards;
+    std::uint64_t m_ground = NextLook();  // what the cards stand on
     bool m_shown = false;
 };
 

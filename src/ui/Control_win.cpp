@@ -87,11 +87,11 @@ void CControl::Subclass(HWND control, HFONT font, bool isWide) {
 }
 
 void CControl::Make(HWND parent, const char* className, const std::string& text, DWORD style, int id, HFONT font,
-                    DWORD extendedStyle) {
-    Attach(
-        ::CreateWindowExA(extendedStyle, className, text.c_str(), WS_CHILD | WS_VISIBLE | style, 0, 0, 0, 0, parent,
-                          reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), ::GetModuleHandleA(nullptr), nullptr),
-        font);
+                    DWORD extendedStyle, SIZE size) {
+    Attach(::CreateWindowExA(extendedStyle, className, text.c_str(), WS_CHILD | WS_VISIBLE | style, 0, 0, size.cx,
+                             size.cy, parent, reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)),
+                             ::GetModuleHandleA(nullptr), nullptr),
+           font);
 }
 
 void CControl::MakeWide(HWND parent, const wchar_t* className, DWORD style, int id, HFONT font) {

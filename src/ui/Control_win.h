@@ -56,9 +56,9 @@ protected:
     void TellButton(AccessibleThing& thing) const;
     // Takes over a control of a dialog template. The font is given to it.
     void Attach(HWND control, HFONT font);
-    // Makes a control of one of Windows' classes, visible, of no size yet.
+    // Makes a control of one of Windows' classes, visible, of no size yet or of the given one.
     void Make(HWND parent, const char* className, const std::string& text, DWORD style, int id, HFONT font,
-              DWORD extendedStyle = 0);
+              DWORD extendedStyle = 0, SIZE size = {});
 
     // The same, of a class and with texts in Unicode: what Windows paints of them is right in every language.
     void MakeWide(HWND parent, const wchar_t* className, DWORD style, int id, HFONT font);

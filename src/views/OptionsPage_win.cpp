@@ -97,7 +97,7 @@ void OptionsPage::OnPlaceContent(const RECT& place) {
     m_footer = {form.left, applyTop, form.right, place.bottom};
     PlaceNote();
     m_formPlace = Inset(form, 1);
-    SetCards({list, form, help});
+    SetCards({{.place = list}, {.place = form}, {.place = help}});
     if (Form()) Form()->Place(m_formPlace);
 }
 

@@ -31,14 +31,8 @@ constexpr int kGrid = 8;
 // What the programs need for their numbers beside a name.
 constexpr int kLeastPrograms = 248;
 
-struct CardPage {
-    int button;
-    int command;  // of the page that tells more
-};
-constexpr CardPage kCardPages[] = {{IDC_STATISTICS_OPEN_IN, IDM_CONNECTIONS},
-                                   {IDC_STATISTICS_OPEN_OUT, IDM_CONNECTIONS},
-                                   {IDC_STATISTICS_OPEN_CONNECTIONS, IDM_CONNECTIONS},
-                                   {IDC_STATISTICS_OPEN_ATTACKS, IDM_TRAFFIC_LOG}};
+// For each card the page that tells more.
+constexpr int kCardPages[] = {IDM_CONNECTIONS, IDM_CONNECTIONS, IDM_CONNECTIONS, IDM_TRAFFIC_LOG};
 
 constexpr char kUnknown[] = "-";
 
@@ -64,9 +58,6 @@ void StatisticsPage::OnCreateContent() {
     CreateCard(Connections, IDC_STATISTICS_CONNECTIONS, m_language.GetText(46, "Connections"));
     CreateCard(Attacks, IDC_STATISTICS_ATTACKS, m_language.GetText(1333, "Attacks"));
     static_assert(std::size(kCardPages) == CardCount);
-    for (int card = 0; card < CardCount; ++card) {
-        m_cards[card].open.Create(Window(), m_cards[card].name.Text(), kCardPages[card].button, GetLook());
-    }
     CreateGraphs();
     CreateLists();
 }
@@ -138,13 +129,13 @@ void StatisticsPage::PlaceCards(const RECT& band) {
     const int modeWidth = Scale(WidthOf(band) < Scale(kUsualWidth) ? kLeastModeWidth : kModeWidth);
     const int room = WidthOf(band) - modeWidth - CardCount * gap;  // of all the others
     const auto edge = [&](int others) { return band.left + modeWidth + others * gap + room * others / CardCount; };
-    std::vector<RECT> grounds{{band.left, band.top, band.left + modeWidth, band.bottom}};
-    m_mode.Place(Inset(grounds.front(), 1));
+    const RECT mode{band.left, band.top, band.left + modeWidth, band.bottom};
+    std::vector<PageCard> grounds{{.place = mode}};
+    m_mode.Place(Inset(mode, 1));
     for (int card = 0; card < CardCount; ++card) {
         const RECT ground{edge(card) + gap, band.top, edge(card + 1), band.bottom};
-        grounds.push_back(ground);
+        grounds.push_back({.place = ground, .command = kCardPages[card]});
         CardTexts& texts = m_cards[card];
-        texts.open.Place(ground);
         RECT line{ground.left + margin, ground.top + margin, ground.right - margin, 0};
         const auto placeLine = [&](CDrawnText& label, int height) {
             line.bottom = line.top + Scale(height);
@@ -169,9 +160,7 @@ void StatisticsPage::OnHide() {
 }
 
 void StatisticsPage::OnCommand(int id, int notification) {
-    if (id == IDC_STATISTICS_MODE && notification == BN_CLICKED) return m_mode.OpenMenu();
-    const auto page = std::ranges::find(kCardPages, id, &CardPage::button);
-    if (page != std::end(kCardPages) && notification == BN_CLICKED) PostToOwner(page->command);
+    if (id == IDC_STATISTICS_MODE && notification == BN_CLICKED) m_mode.OpenMenu();
 }
 
 void StatisticsPage::ShowStatistics() {
@@ -220,7 +209,6 @@ void StatisticsPage::ShowCard(Card card, const std::string& value, const std::st
         MeasureText(LabelFont(LabelKind::Quiet, GetLook().fonts), remark, 0).cx <= WidthOf(texts.remark.Place());
     texts.value.SetText(value);
     texts.remark.SetText(fits || brief.empty() ? remark : brief);
-    texts.open.SetText(texts.name.Text() + ": " + value + ", " + remark);
 }
 
 void StatisticsPage::ShowNotices() {

@@ -12,7 +12,6 @@
 #include "base/Clock.h"
 #include "config/Amounts.h"
 #include "config/Language.h"
-#include "controls/CardButton_win.h"
 #include "controls/DrawnText_win.h"
 #include "controls/PushGraph_win.h"
 #include "dialogs/Page_win.h"
@@ -35,7 +34,6 @@ private:
         CDrawnText name;
         CDrawnText value;
         CDrawnText remark;
-        CCardButton open;  // the page that tells more
     };
 
     void OnCreateContent() override;
