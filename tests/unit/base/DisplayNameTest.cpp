@@ -6,21 +6,18 @@ namespace brennvar {
 
 TEST(DisplayNameTest, TakesTheDescriptionCutTo40OrTheWholeFileName) {
     const std::string forty(40, 'd');
-    struct Row {
+    const struct {
         std::string path, description, expected;
-    };
-    const Row rows[] = {{R"(C:\a\mail.exe)", forty, forty},
-                        {R"(C:\a\mail.exe)", forty + "d", std::string(37, 'd') + "..."},
-                        {"C:\\a\\n" + forty, "", "n" + forty},
-                        {"mail.exe", "", "mail.exe"},
-                        {R"(C:\Program Files\)", "", R"(C:\Program Files\)"},  // nothing behind the last backslash
-                        {"C:/bin/mail.exe", "", "C:/bin/mail.exe"},            // only the backslash parts
-                        // Nothing to be read, or pushed out of sight.
-                        {R"(C:\a\mail.exe)", " \t\r\n\x7F", "mail.exe"},
-                        {R"(C:\a\mail.exe)", "  Mail " + std::string(90, ' ') + "\n Reader  ", "Mail Reader"},
-                        {R"(C:\a\mail.exe)", forty + "  ", forty},
-                        {"", "", ""}};
-    for (const Row& row : rows) EXPECT_EQ(DisplayNameOf(row.path, row.description), row.expected) << row.path;
+    } rows[] = {{R"(C:\a\mail.exe)", forty, forty},
+                {R"(C:\a\mail.exe)", forty + "d", std::string(37, 'd') + "..."},
+                {"C:\\a\\n" + forty, "", "n" + forty},
+                {R"(C:\Program Files\)", "", R"(C:\Program Files\)"},  // nothing behind the last backslash
+                {"C:/bin/mail.exe", "", "C:/bin/mail.exe"},            // only the backslash parts
+                // Nothing to be read, or pushed out of sight.
+                {R"(C:\a\mail.exe)", " \t\r\n\x7F", "mail.exe"},
+                {R"(C:\a\mail.exe)", "  Mail " + std::string(90, ' ') + "\n Reader  ", "Mail Reader"},
+                {"", "", ""}};
+    for (const auto& row : rows) EXPECT_EQ(DisplayNameOf(row.path, row.description), row.expected) << row.path;
 }
 
 TEST(DisplayNameTest, NamesTheMarksThatTurnTheOrderOfLetters) {

@@ -1,18 +1,23 @@
+// Waits that end although somebody else does not.
 #include "base/EndWatch.h"
 
 #include <gtest/gtest.h>
 
 #include <atomic>
 #include <future>
+#include <memory>
 #include <stdexcept>
+#include <string>
 
+#include "base/AskAside.h"
 #include "base/Detached.h"
 #include "base/TaskThread.h"
+#include "base/WhileAlive.h"
 
 namespace brennvar {
 namespace {
 
-constexpr std::chrono::milliseconds kNoTime{0};
+constexpr std::chrono::milliseconds kNoTime{0}, kNever = std::chrono::hours(1);
 
 TEST(EndWatchTest, CallsWhenTheEndIsOverdueAndNotAfterIt) {
     std::promise<void> overdue;
@@ -20,7 +25,7 @@ TEST(EndWatchTest, CallsWhenTheEndIsOverdueAndNotAfterIt) {
     overdue.get_future().get();
     std::atomic<bool> isCalled = false;
     {
-        const EndWatch inTime(std::chrono::hours(1), [&] { isCalled = true; });
+        const EndWatch inTime(kNever, [&] { isCalled = true; });
     }
     EXPECT_FALSE(isCalled);
 }
@@ -52,6 +57,35 @@ TEST(EndWatchTest, NobodyWaitsForWhatHeedsNoStop) {
     disk.set_value();
     shellDone.get_future().get();
     thread.Stop(kNoTime);
+}
+
+TEST(AskAsideTest, LeavesAQuestionBehindThatTakesTooLong) {
+    StopSignal stop;
+    EXPECT_EQ(AskAside([] { return std::string("name"); }, kNever, stop), "name");
+    EXPECT_EQ(AskAside([]() -> int { throw std::runtime_error("no"); }, kNever, stop), std::nullopt);
+    std::promise<void> released, over;
+    const std::shared_future<void> release = released.get_future().share();
+    const auto question = [release, &over] {
+        release.wait();
+        over.set_value_at_thread_exit();
+        return 1;
+    };
+    EXPECT_EQ(AskAside(question, kNoTime, stop), std::nullopt);
+    stop.Request();
+    EXPECT_EQ(AskAside([release] { return release.wait(), 1; }, kNever, stop), std::nullopt);
+    released.set_value();
+    over.get_future().wait();  // it goes on by itself, and what it uses is still there
+}
+
+TEST(WhileAliveTest, CallsWithArgumentsUntilItsOwnerHasGone) {
+    auto alive = std::make_unique<WhileAlive>();
+    std::string told;
+    const auto call =
+        alive->Guard([&](bool isThere, std::string text) { told += isThere ? std::move(text) : "-"; });
+    call(true, "text");
+    alive.reset();
+    call(true, "late");
+    EXPECT_EQ(told, "text");
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <memory>
 #include <stdexcept>
 #include <vector>
@@ -11,26 +12,24 @@
 namespace brennvar {
 namespace {
 
+using Delivered = std::vector<std::pair<std::optional<int>, int>>;
+
 // Reads a number that the test changes; each request is a number as well.
 class RefreshedTest : public testing::Test {
 protected:
-    struct Delivered {
-        std::optional<int> value;
-        int request;
-        friend bool operator==(const Delivered&, const Delivered&) = default;
-    };
     test::FakeTaskQueue queue;
     std::optional<int> stored = 1;
-    std::vector<Delivered> delivered;
+    Delivered delivered;
+    std::function<void()> whenDelivered = [] {};
     std::unique_ptr<Refreshed<int, int>> refreshed = std::make_unique<Refreshed<int, int>>(
-        queue, [this](int) { return stored; },
+        queue, [this](int request) { return request < 0 ? throw std::runtime_error("broken") : stored; },
         [this](std::optional<int> value, int request) {
-            delivered.push_back({value, request});
+            delivered.emplace_back(value, request);
+            whenDelivered();
         });
 };
 
 TEST_F(RefreshedTest, ReadsOnceMoreForAllThatAskedMeanwhile) {
-    EXPECT_FALSE(refreshed->IsReading());
     refreshed->Refresh(10);
     refreshed->Refresh(11);
     queue.DoTask();
@@ -39,27 +38,25 @@ TEST_F(RefreshedTest, ReadsOnceMoreForAllThatAskedMeanwhile) {
     EXPECT_EQ(queue.Waiting(), 0U) << "one reading at a time";
     EXPECT_EQ(refreshed->Next(), 12);
     queue.Complete();
-    EXPECT_EQ(delivered, (std::vector<Delivered>{{1, 10}}));
+    EXPECT_EQ(delivered, (Delivered{{1, 10}}));
     EXPECT_TRUE(refreshed->IsReading());
     EXPECT_EQ(refreshed->Next(), std::nullopt);
     queue.RunAll();
-    EXPECT_EQ(delivered, (std::vector<Delivered>{{1, 10}, {2, 12}}));
+    EXPECT_EQ(delivered, (Delivered{{1, 10}, {2, 12}}));
+    stored = std::nullopt;
+    for (const int request : {13, -1}) {
+        refreshed->Refresh(request);
+        queue.RunAll();
+        EXPECT_EQ(delivered.back(), std::pair(std::optional<int>(), request)) << "a reading that has failed";
+    }
     EXPECT_FALSE(refreshed->IsReading());
 }
 
-TEST_F(RefreshedTest, DeliversNothingForAReadingThatFailed) {
-    stored = std::nullopt;
+TEST_F(RefreshedTest, MayBeAskedAgainOrDestroyedByWhatItDelivers) {
+    whenDelivered = [&] { delivered.size() == 1 ? refreshed->Refresh(2) : refreshed.reset(); };
     refreshed->Refresh(1);
     queue.RunAll();
-    Refreshed<int> failing(
-        queue, [](const auto&) -> std::optional<int> { throw std::runtime_error("broken"); },
-        [this](std::optional<int> value, const auto&) {
-            delivered.push_back({value, 2});
-        });
-    failing.Refresh();
-    queue.RunAll();
-    EXPECT_EQ(delivered, (std::vector<Delivered>{{std::nullopt, 1}, {std::nullopt, 2}}));
-    EXPECT_FALSE(failing.IsReading());
+    EXPECT_EQ(delivered, (Delivered{{1, 1}, {1, 2}}));
 }
 
 TEST_F(RefreshedTest, IsSilentWhenItsOwnerHasGone) {
@@ -70,23 +67,6 @@ TEST_F(RefreshedTest, IsSilentWhenItsOwnerHasGone) {
     queue.Complete();
     EXPECT_EQ(queue.Waiting(), 0U) << "nor is it read again";
     EXPECT_TRUE(delivered.empty());
-}
-
-TEST_F(RefreshedTest, MayBeAskedAgainOrDestroyedByWhatItDelivers) {
-    int deliveries = 0;
-    std::unique_ptr<Refreshed<int>> again;
-    again = std::make_unique<Refreshed<int>>(
-        queue, [this](const auto&) { return stored; },
-        [&](std::optional<int>, const auto&) {
-            if (++deliveries == 1) {
-                again->Refresh();
-            } else {
-                again.reset();
-            }
-        });
-    again->Refresh();
-    queue.RunAll();
-    EXPECT_EQ(deliveries, 2);
 }
 
 }  // namespace

@@ -15,36 +15,28 @@ namespace {
 // Longer than any of this takes; no test waits for it to pass.
 constexpr auto kLong = std::chrono::milliseconds(60'000);
 
-TEST(TaskThreadTest, RunsTasksThereAndCompletionsHereInOrder) {
+TEST(TaskThreadTest, RunsTasksThereAndCompletionsHereInOrderAndNeedsNoMemoryThere) {
+    constexpr int kCount = 100;  // more than a container that grows by the way has room for
     std::atomic<int> wakes = 0;
     TaskThread link([&] { ++wakes; });
-    std::vector<int> tasks;  // touched by the link thread only, until it is joined
+    std::vector<int> tasks(kCount);  // touched by the link thread only, until it is joined
     std::vector<int> completions, expected;
     const auto here = std::this_thread::get_id();
-    for (int i = 0; i < 100; ++i) {
+    for (int i = 0; i < kCount; ++i) {
         expected.push_back(i);
-        link.Post([&, i] { tasks.push_back(std::this_thread::get_id() == here ? -1 : i); },
-                  [&, i] { completions.push_back(std::this_thread::get_id() == here ? i : -1); });
+        link.Post(
+            [&, i] {
+                tasks[static_cast<std::size_t>(wakes)] = std::this_thread::get_id() == here ? -1 : i;
+                test::UseMemoryUp();
+            },
+            [&, i] { completions.push_back(std::this_thread::get_id() == here ? i : -1); });
     }
     link.Stop(kLong);  // lets what is waiting be done
-    EXPECT_EQ(wakes, 100);
+    EXPECT_EQ(wakes, kCount);
     EXPECT_TRUE(completions.empty());
     link.RunCompletions();
     EXPECT_EQ(tasks, expected);
     EXPECT_EQ(completions, expected);
-}
-
-TEST(TaskThreadTest, NeedsNoMemoryOnItsThread) {
-    constexpr int kCount = 100;  // more than a container that grows by the way has room for
-    TaskThread link([] {});
-    std::vector<int> completions;
-    completions.reserve(kCount);
-    for (int i = 0; i < kCount; ++i) {
-        link.Post([] { test::UseMemoryUp(); }, [&, i] { completions.push_back(i); });
-    }
-    link.Stop(kLong);
-    link.RunCompletions();
-    EXPECT_EQ(completions.size(), static_cast<std::size_t>(kCount));
     // What cannot be posted has not been posted.
     TaskThread other([] {});
     int done = 0;

@@ -5,6 +5,7 @@
 #include <set>
 #include <string>
 
+#include "commands/NetworkSwitch.h"
 #include "support/CommanderRig.h"
 
 namespace brennvar {
@@ -29,58 +30,65 @@ TEST(CommandTableTest, ProtectsWhatChangesProtection) {
 TEST(CommanderTest, SendsAProtectedBatchOnlyWhenItIsAllowed) {
     test::CommanderRig rig;
     std::string order;
-    const auto send = [&] {
-        order.clear();
-        rig.commander.SendProtected(Batch(UserCommand::SendTestMail), {.allowed = [&] { order += 'a'; },
-                                                                       .refused = [&] { order += 'r'; },
-                                                                       .sent = [&](bool) { order += 's'; }});
-    };
+    const CommandOutcome outcome{
+        .allowed = [&] { order += 'a'; }, .refused = [&] { order += 'r'; }, .sent = [&](bool) { order += 's'; }};
+    const Batch batch(UserCommand::SendTestMail);
     rig.password.answer = FakePassword::Answer::Later;
-    send();
+    rig.commander.SendProtected(batch, outcome);
     EXPECT_TRUE(rig.TakeRecords().empty());
     rig.password.Give(true);
     EXPECT_EQ(rig.TakeRecords().size(), 2U) << "the command and its event";
-    EXPECT_EQ(order, "as");
     rig.password.answer = FakePassword::Answer::Refuse;
-    send();
+    rig.commander.SendProtected(batch, outcome);
+    // Nobody can ask for the password yet.
+    Commander(rig.link, rig.language).SendProtected(batch, outcome);
+    Commander(rig.link, rig.language).SendProtected(batch);
     EXPECT_TRUE(rig.TakeRecords().empty());
-    EXPECT_EQ(order, "r");
+    EXPECT_EQ(order, "asrr");
     rig.commander.SendProtected(Batch(UserCommand::SwitchNetwork));
     EXPECT_EQ(rig.TakeRecords().size(), 1U);
     EXPECT_EQ(rig.password.asked, 2) << "not for what is free";
 }
 
-TEST(CommanderTest, RefusesWhatIsProtectedUntilSomebodyCanAsk) {
-    test::CommanderRig rig;
-    Commander unguarded(rig.link, rig.language);
-    bool isRefused = false;
-    unguarded.SendProtected(Batch(UserCommand::ResetFirewall), {.refused = [&] { isRefused = true; }});
-    unguarded.SendProtected(Batch(UserCommand::ResetFirewall));
-    EXPECT_TRUE(isRefused);
-    EXPECT_TRUE(rig.TakeRecords().empty());
-}
-
 TEST(CommanderTest, TellsWhetherTheServiceWasThere) {
     test::CommanderRig rig;
     std::optional<bool> wasThere;
-    rig.commander.Send(Batch(UserCommand::ReloadNetwork), [&](bool there) { wasThere = there; });
+    const auto done = [&](bool there) { wasThere = there; };
+    rig.commander.Send(Batch(UserCommand::ReloadNetwork), done);
     rig.Settle();
     EXPECT_EQ(wasThere, true);
-    rig.commander.SetFilterPort(8080, [&](bool there) { wasThere = there; });
-    EXPECT_EQ(rig.TakeRecords().size(), 2U);
-    rig.Pipe().failingWaits = 1;  // the queue is called on once
-    rig.commander.SetFilterPort(8080, [&](bool there) { wasThere = there; });
-    rig.Settle();
-    EXPECT_EQ(wasThere, false);
     rig.Pipe().failingWaits = 1;
     rig.Pipe().waits.clear();
-    rig.commander.RemoveSites({1, 2, 3}, [&](bool there) { wasThere = there; });
+    rig.commander.RemoveSites({1, 2, 3}, done);
     rig.Settle();
+    EXPECT_EQ(wasThere, false);
     EXPECT_EQ(rig.Pipe().waits.size(), 1U) << "each of them would take long";
     rig.Pipe().outcome = PipeOutcome::TimedOut;
     rig.commander.RemoveSites({1, 2, 3}, {});
     rig.Settle();
     EXPECT_EQ(rig.Pipe().requests.size(), 1U);
+}
+
+TEST(NetworkSwitchTest, KnowsOnlyWhatTheServiceHasTaken) {
+    test::CommanderRig rig;
+    NetworkSwitch network(rig.commander);
+    {
+        const auto held = rig.Hold();
+        network.Switch(true);
+        network.Switch(false);
+        EXPECT_EQ(network.State(), std::nullopt) << "on its way";
+    }
+    rig.Settle();
+    network.OnService(PeerState::Reachable);
+    EXPECT_EQ(network.State(), false);
+    network.OnService(PeerState::Missing);
+    EXPECT_EQ(network.State(), std::nullopt);
+    network.ResetFingerprints();  // with what was wanted last
+    rig.Settle();
+    EXPECT_EQ(network.State(), false);
+    network.Switch(true);
+    rig.Settle();
+    EXPECT_EQ(network.State(), true);
 }
 
 }  // namespace

@@ -2,9 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <commctrl.h>
-
-#include <fstream>
 #include <optional>
 #include <utility>
 
@@ -41,11 +38,7 @@ public:
     std::string read;
     int woken = 0;
     RowOrder order;  // as the page wants it
-    std::string chosen;
-    std::string all = "all";
     std::optional<ListProgress> progress;
-    std::optional<ListQuestion> leaving;
-    std::string summary;
     bool isTree = false;                 // the first row is the parent of all others
     int never = -1;                      // the row for which no action is offered
     std::optional<std::string> program;  // that the details are about
@@ -54,7 +47,6 @@ public:
     [[nodiscard]] std::vector<ListColumn> Columns() const override {
         return {{.title = "Name", .width = 40, .clickAction = kDetails},
                 {.title = "Number", .width = 40, .isNumber = true, .clickAction = kToggle},
-                {.title = "State", .width = 10, .longest = {"a state that no row holds"}},
                 {.title = "Rest", .width = 100, .takesRoom = true}};
     }
     [[nodiscard]] std::string EmptyText() const override { return "no rows"; }
@@ -89,21 +81,14 @@ public:
     }
     [[nodiscard]] ListView& Page() const { return *View(); }
 
-    [[nodiscard]] std::optional<std::string> Summary() const override { return summary; }
     [[nodiscard]] RowShape Shape(int row) const override {
         return isTree ? RowShape{row == 0 ? 0 : 1, row == 0, row == 0} : RowShape{};
     }
     [[nodiscard]] bool ArrangesItself() const override { return m_arrangesRows; }
     void ArrangeBy(const RowOrder& wanted) override { order = wanted; }
     [[nodiscard]] int AllRowCount() const override { return m_arrangesRows ? 1000 : RowCount(); }
-    [[nodiscard]] std::vector<ListChoice> Choices() const override {
-        return {{.id = 200, .label = "Show", .items = {all, "some"}, .chosen = 1, .width = 100},
-                {.id = 201, .label = "Group", .chosen = 1}};
-    }
-    void Choose(int id, int item) override { chosen += std::to_string(id) + "=" + std::to_string(item) + " "; }
     [[nodiscard]] std::optional<ListProgress> Progress() const override { return progress; }
     void StopProgress() override { progress.reset(); }
-    [[nodiscard]] std::optional<ListQuestion> LeavingQuestion() const override { return leaving; }
     [[nodiscard]] bool CanDo(int, int row) const override { return row < 0 || row != never; }
 
 private:
@@ -122,12 +107,12 @@ protected:
     HWND list = nullptr;
 
     void SetUp() override { MakePage(); }
-    [[nodiscard]] std::string Drawn(int id) const { return test::DrawnText(page->Window(), id).value_or("none"); }
     ~ListPageTest() override {
         page.reset();
         EndWindow(parent);
     }
     void MakePage(bool arrangesRows = false) {
+        page.reset();
         auto made = std::make_unique<Model>(arrangesRows);
         model = made.get();
         page = std::make_unique<ListPage>(ListPageContext{fonts, language, values, *this},
@@ -172,10 +157,15 @@ protected:
     void Search(const char* text) const { ::SetWindowTextA(page->Item(IDC_PAGE_SEARCH), text); }
     [[nodiscard]] bool IsEnabled(int button) const { return ::IsWindowEnabled(page->Item(button)) != FALSE; }
     [[nodiscard]] std::string Done() const { return std::exchange(model->done, {}); }
+    [[nodiscard]] LRESULT FirstInSight() const { return Ask(kTreeGetFirstVisibleRow, 0); }
+    [[nodiscard]] static std::vector<Model::Entry> Numbered(std::uint64_t count) {
+        std::vector<Model::Entry> entries;
+        for (std::uint64_t i = 0; i < count; ++i) entries.push_back({std::to_string(i), i});
+        return entries;
+    }
 };
 
 TEST_F(ListPageTest, SearchesSortsCountsAndKeepsTheSelection) {
-    EXPECT_EQ(TextOfWindow(list), "no rows");
     model->Set({{"ab", 30}, {"b", 4}, {"ac", 200}});
     Select(2);
     for (const char* const names : {"b ab ac ", "ac ab b ", "ab b ac "}) {  // upwards, downwards, as read
@@ -185,25 +175,18 @@ TEST_F(ListPageTest, SearchesSortsCountsAndKeepsTheSelection) {
     }
     Search("A");
     EXPECT_EQ(Names(), "ab ac ");
-    EXPECT_EQ(Selected(), "ac");
-    EXPECT_EQ(Drawn(IDC_PAGE_COUNT), "Entries: 2 of 3");
+    EXPECT_EQ(test::DrawnText(page->Window(), IDC_PAGE_COUNT), "Entries: 2 of 3");
     Search("nowhere");
     EXPECT_EQ(TextOfWindow(list), "No entry contains this text.");
-    model->Set({});
-    EXPECT_EQ(TextOfWindow(list), "no rows") << "nothing to look through";
-}
-
-TEST_F(ListPageTest, SelectionFollowsItsRowsThroughReadings) {
+    Search("");
     model->Set({{"a", 1}, {"b", 2}, {"c", 3}});
     Select(1);
     model->Set({{"new", 9}, {"c", 3}, {"b", 5}});
     EXPECT_EQ(Selected(), "b");
     (void)Ask(kTreeClickHeader, 1);
-    EXPECT_EQ(Names(), "c b new ");
     model->Set({{"new", 1}, {"c", 3}, {"b", 5}}, ListView::Change::Looks);
     EXPECT_EQ(Names(), "c b new ") << "nothing moves under the mouse";
     Search("ne");
-    EXPECT_EQ(Names(), "new ");
     Search("");
     EXPECT_EQ(Names(), "new c b ") << "until the next search or sort";
     model->Set({{"new", 1}});
@@ -211,9 +194,8 @@ TEST_F(ListPageTest, SelectionFollowsItsRowsThroughReadings) {
     EXPECT_FALSE(IsEnabled(kRemove));
 }
 
-TEST_F(ListPageTest, ClicksKeysAndButtonsAreActions) {
-    EXPECT_FALSE(IsEnabled(kRemove));
-    EXPECT_TRUE(IsEnabled(kOpen)) << "works without rows";
+TEST_F(ListPageTest, ClicksKeysAndButtonsAreActionsOfTheRowsTheyAreMeantFor) {
+    EXPECT_TRUE(IsEnabled(kOpen) && !IsEnabled(kRemove)) << "one works without rows";
     Press(VK_DELETE);
     Press(VK_SPACE);
     EXPECT_EQ(Done(), "") << "no row to act upon";
@@ -222,58 +204,68 @@ TEST_F(ListPageTest, ClicksKeysAndButtonsAreActions) {
     EXPECT_EQ(Done(), "2002 b\n");
     EXPECT_EQ(Selected(), "none") << "the click was the action's";
     Select(2);
-    EXPECT_TRUE(IsEnabled(kRemove));
     Press(VK_SPACE);
     Press(VK_DELETE);
-    EXPECT_EQ(Done(), "2002 c\n2000 c\n");
     Press('A');  // not with Ctrl
-    ::SendMessageA(page->Item(kRemove), BM_CLICK, 0, 0);
-    ::SendMessageA(page->Item(kOpen), BM_CLICK, 0, 0);
-    EXPECT_EQ(Done(), "2000 c\n2001\n");
+    for (const int button : {kRemove, kOpen}) ::SendMessageA(page->Item(button), BM_CLICK, 0, 0);
+    EXPECT_EQ(Done(), "2002 c\n2000 c\n2000 c\n2001\n");
+    model->never = 1;
+    Select(1);
+    EXPECT_FALSE(IsEnabled(kRemove));
+    Press(VK_DELETE);
+    Press(VK_SPACE);
+    Click(1, 1);
+    EXPECT_EQ(Done(), "");
+    page->ShowRow("a");
+    EXPECT_EQ(Selected(), "a");
+    page->ShowRow("later");
+    model->Set({{"a", 1}, {"later", 2}});
+    EXPECT_EQ(Selected(), "later") << "as soon as it is there";
+    page->ShowRow("never");
+    model->Set({{"a", 1}});
+    model->Set({{"a", 1}, {"never", 2}});
+    EXPECT_EQ(Selected(), "none") << "a list that was read without it has it no more";
+    Select(0);
+    EXPECT_TRUE(IsEnabled(kRemove));
+    model->never = 0;
+    model->Set({{"a", 1}, {"never", 2}}, ListView::Change::Looks);
+    EXPECT_FALSE(IsEnabled(kRemove)) << "rows say something else now";
 }
 
-TEST_F(ListPageTest, DetailsOpenByClickAndEnterAndCloseWithAnyKey) {
+TEST_F(ListPageTest, DetailsTellOfAProgramWhatThereIsToTell) {
     model->Set({{"a", 1}, {"b", 2}});
     const auto balloon = [] {
         const HWND window = ::FindWindowA("BrennvarBalloon", nullptr);
         return window && ::IsWindowVisible(window) ? TextOfWindow(window) : std::string();
     };
-    Click(1, 0);
-    EXPECT_NE(balloon().find("about"), std::string::npos);
-    EXPECT_EQ(Selected(), "b") << "the click selects as well";
-    Press(VK_UP);
-    EXPECT_EQ(balloon(), "");
-    Press(VK_RETURN);
-    EXPECT_NE(balloon().find("a"), std::string::npos);
-    page->Hide();
-    EXPECT_EQ(balloon(), "");
-    EXPECT_EQ(Done(), "") << "not the model's";
-
-    // Of a program that a click finds nothing more about than the row says, only the action tells.
-    page->Show();
     const test::TempFolder folder;
-    constexpr UINT kProgramRead = WM_APP + 1;  // the page's message to itself
     const auto waitForProgram = [this] {
+        constexpr UINT kProgramRead = WM_APP + 1;  // the page's message to itself
         MSG message;
         ASSERT_GT(::GetMessageA(&message, page->Window(), kProgramRead, kProgramRead), 0);
         ::DispatchMessageA(&message);
     };
-    model->program = folder.File("bare.exe");
-    std::ofstream(*model->program) << "no version";
+    // Of one that a click finds nothing more about than the row says, only the action tells.
+    model->program = folder.Write("bare.exe", "no version");
     Click(1, 0);
+    EXPECT_EQ(Selected(), "b") << "the click selects as well";
     waitForProgram();
     EXPECT_EQ(balloon(), "");
     Press(VK_RETURN);
     while (balloon().empty()) waitForProgram();
     EXPECT_EQ(balloon(), "about\nb");
     Press(VK_SHIFT);
+    EXPECT_EQ(balloon(), "") << "any key closes it";
     model->program = folder.File("gone.exe");
     Click(1, 0);
     while (balloon().empty()) waitForProgram();
     EXPECT_EQ(balloon(), "about\nb\nThis file does not exist.");
+    page->Hide();
+    EXPECT_EQ(balloon(), "");
+    EXPECT_EQ(Done(), "") << "not the model's";
 }
 
-TEST_F(ListPageTest, TellsTheModelWhenToReadAndWhenItWantedToBeWoken) {
+TEST_F(ListPageTest, TellsTheModelWhenToReadToStopAndWhenItWantedToBeWoken) {
     page->Reload();
     page->OnRulesChanged();
     page->Hide();
@@ -283,87 +275,54 @@ TEST_F(ListPageTest, TellsTheModelWhenToReadAndWhenItWantedToBeWoken) {
     ::SendMessageA(page->Window(), WM_TIMER, 1, 0);
     EXPECT_EQ(model->woken, 1);
     EXPECT_FALSE(::KillTimer(page->Window(), 1)) << "once";
-}
-
-TEST_F(ListPageTest, ColumnsFitWhatTheyHoldUntilTheUserHasSetThem) {
-    const auto width = [&](int column) { return static_cast<int>(Ask(kTreeGetColumnWidth, column)); };
-    const auto widthOf = [&](const std::string& text) {
-        const HDC dc = ::GetDC(list);
-        const HGDIOBJ before = ::SelectObject(dc, fonts.Text());
-        SIZE size{};
-        ::GetTextExtentPoint32A(dc, text.data(), static_cast<int>(text.size()), &size);
-        ::SelectObject(dc, before);
-        ::ReleaseDC(list, dc);
-        return static_cast<int>(size.cx);
-    };
-    EXPECT_GT(width(1), widthOf("Number")) << "the title";
-    EXPECT_GE(width(2), widthOf("a state that no row holds") + 2 * Scale(8)) << "with its margins";
-    const std::string name = "a name that is wider than its title";
-    const int least = width(0);
-    model->Set({{"a", 1}});
-    EXPECT_EQ(width(0), least);
-    std::vector<Model::Entry> many(1000, {"a", 1});
-    many.back().name = name + name;
-    many.at(100).name = name;
-    model->Set(many);
-    EXPECT_GT(width(0), widthOf(name));
-    EXPECT_LT(width(0), widthOf(name + name)) << "a row far behind is not looked at";
+    page->Show();
+    model->progress = ListProgress{.done = 25, .total = 100};
+    model->Page().ProgressChanged();
+    page->OnEscape();
+    EXPECT_FALSE(model->progress);
+    // Widths that the rows have asked for are not what the user wants from now on.
     model->Set({{std::string(500, 'x'), 1}});
-    EXPECT_LT(width(0), 400 * Scale(96) / 96) << "within reason";
-    EXPECT_TRUE(values.stored.empty()) << "nobody has set a width";
-    for (int column = 0; column < 4; ++column) values.stored["TestColumn" + std::to_string(column)] = 50;
-    page.reset();
+    EXPECT_TRUE(values.stored.empty());
+    EXPECT_LT(Ask(kTreeGetColumnWidth, 0), Scale(400)) << "within reason";
+    for (int column = 0; column < 3; ++column) values.stored["TestColumn" + std::to_string(column)] = 50;
     MakePage();
-    model->Set(many);
-    EXPECT_EQ(width(0), Scale(50));
-    EXPECT_EQ(width(2), Scale(50));
+    model->Set({{std::string(500, 'x'), 1}});
+    EXPECT_EQ(Ask(kTreeGetColumnWidth, 0), Scale(50));
 }
 
 TEST_F(ListPageTest, AModelThatArrangesItsRowsIsToldHowAndKeepsSelectionAndPlace) {
-    page.reset();
     MakePage(true);
-    std::vector<Model::Entry> many;
-    for (std::uint64_t i = 0; i < 100; ++i) many.push_back({std::to_string(i), i});
+    std::vector<Model::Entry> many = Numbered(100);
     model->Set(many);
     (void)Ask(kTreeClickHeader, 1);
     Search("9");
-    EXPECT_EQ(model->order.column, 1);
-    EXPECT_TRUE(model->order.isNumber);
     EXPECT_EQ(model->order.searched, "9");
+    EXPECT_TRUE(model->order.column == 1 && model->order.isNumber);
     EXPECT_EQ(Ask(kTreeGetRowCount, 0), 100) << "the rows are the model's affair";
     model->Set(many);
-
     Select(60);
     (void)Ask(kTreeEnsureVisible, 60);
-    const auto first = Ask(kTreeGetFirstVisibleRow, 0);
+    const auto first = FirstInSight();
     ASSERT_GT(first, 0);
     many.insert(many.begin(), {{"x", 0}, {"y", 0}, {"z", 0}});
     model->rows = many;
     model->Page().RowsCameFirst(3);
     EXPECT_EQ(Selected(), "60");
-    EXPECT_EQ(Ask(kTreeGetFirstVisibleRow, 0), first + 3) << "what is in sight stays there";
+    EXPECT_EQ(FirstInSight(), first + 3) << "what is in sight stays there";
     many.erase(many.begin(), many.begin() + 2);
     model->Set(many);
     EXPECT_EQ(Selected(), "60");
-    EXPECT_EQ(Ask(kTreeGetFirstVisibleRow, 0), first + 1);
-    many.push_back({"last", 1});
-    model->Set(many, ListView::Change::Behind);
-    EXPECT_EQ(Selected(), "60");
-    EXPECT_EQ(Name(101), "last");
-
+    EXPECT_EQ(FirstInSight(), first + 1);
     ::SendMessageA(list, WM_VSCROLL, SB_TOP, 0);
     model->rows.insert(model->rows.begin(), {"newest", 0});
     model->Page().RowsCameFirst(1);
-    EXPECT_EQ(Ask(kTreeGetFirstVisibleRow, 0), 0) << "who looks at the newest rows sees the next ones come";
+    EXPECT_EQ(FirstInSight(), 0) << "who looks at the newest rows sees the next ones come";
     EXPECT_EQ(Selected(), "60");
 }
 
 TEST_F(ListPageTest, RowsThatComePieceByPieceAreSelectedAsTheyCome) {
-    page.reset();
     MakePage(true);
-    std::vector<Model::Entry> many;
-    for (std::uint64_t i = 0; i < 100; ++i) many.push_back({std::to_string(i), i});
-    const std::vector<Model::Entry> few(many.begin(), many.begin() + 10);
+    const std::vector<Model::Entry> many = Numbered(100), few = Numbered(10);
     const auto come = [&](const std::vector<Model::Entry>& rows, ListView::Change change) {
         model->Set(rows, change);
         model->Page().ProgressChanged();
@@ -372,7 +331,7 @@ TEST_F(ListPageTest, RowsThatComePieceByPieceAreSelectedAsTheyCome) {
     Select(60);
     (void)Ask(kTreeEnsureVisible, 60);
     ::SendMessageA(list, WM_VSCROLL, SB_LINEDOWN, 0);
-    const auto first = Ask(kTreeGetFirstVisibleRow, 0);
+    const auto first = FirstInSight();
     model->progress = ListProgress{};
     // Another filter: the place stays. Another search: what has the focus stays in sight.
     for (const bool isSearch : {false, true}) {
@@ -382,8 +341,8 @@ TEST_F(ListPageTest, RowsThatComePieceByPieceAreSelectedAsTheyCome) {
         come(few, ListView::Change::Rows);  // begun anew meanwhile
         come(many, ListView::Change::Behind);
         EXPECT_EQ(Selected(), "60");
-        EXPECT_EQ(Ask(kTreeGetFirstVisibleRow, 0) == first, !isSearch);
-        EXPECT_GT(Ask(kTreeGetFirstVisibleRow, 0), 0);
+        EXPECT_EQ(FirstInSight() == first, !isSearch);
+        EXPECT_GT(FirstInSight(), 0);
     }
     // What the user selects meanwhile counts, and what has not come at the end does not.
     come(few, ListView::Change::Rows);
@@ -397,81 +356,11 @@ TEST_F(ListPageTest, RowsThatComePieceByPieceAreSelectedAsTheyCome) {
     model->Page().ProgressChanged();
     come(many, ListView::Change::Behind);
     EXPECT_EQ(Ask(kTreeGetSelectedCount, 0), 0);
-
     // Stopped, the rows are in the order that they had.
     model->Page().OrderKept({.searched = "x", .column = 1, .isAscending = false});
     EXPECT_EQ(TextOfWindow(page->Item(IDC_PAGE_SEARCH)), "x");
     (void)Ask(kTreeClickHeader, 1);
     EXPECT_EQ(model->order.column, RowOrder::kAsRead) << "what comes after downwards";
-}
-
-TEST_F(ListPageTest, ChoicesProgressAndSummaryStandAboveTheList) {
-    EXPECT_EQ(TextOfWindow(page->Item(200)), "some");
-    EXPECT_EQ(::SendMessageA(page->Item(201), BM_GETCHECK, 0, 0), BST_CHECKED);
-    ::SendMessageA(page->Item(200), CB_SETCURSEL, 0, 0);
-    ::SendMessageA(page->Window(), WM_COMMAND, MAKEWPARAM(200, CBN_SELCHANGE), 0);
-    ::SendMessageA(page->Item(201), BM_CLICK, 0, 0);
-    EXPECT_EQ(model->chosen, "200=0 201=0 ");
-
-    EXPECT_FALSE(::IsWindowVisible(page->Item(IDC_PAGE_STOP)));
-    for (const bool byButton : {true, false}) {
-        model->progress = ListProgress{.done = 25, .total = 100};
-        model->Page().ProgressChanged();
-        EXPECT_TRUE(::IsWindowVisible(page->Item(IDC_PAGE_STOP)));
-        EXPECT_EQ(::SendMessageA(page->Item(IDC_PAGE_PROGRESS), PBM_GETPOS, 0, 0), 25);
-        if (byButton) {
-            ::SendMessageA(page->Item(IDC_PAGE_STOP), BM_CLICK, 0, 0);
-        } else {
-            page->OnEscape();
-        }
-        EXPECT_FALSE(model->progress);
-        model->Page().ProgressChanged();
-        EXPECT_FALSE(::IsWindowVisible(page->Item(IDC_PAGE_STOP)));
-    }
-    EXPECT_TRUE(page->MayLeave()) << "nothing that could be lost";
-
-    const auto width = [this](const std::string& item) {
-        model->all = item;
-        model->Page().ChoicesChanged();
-        RECT box{};
-        ::GetWindowRect(page->Item(200), &box);
-        return box.right - box.left;
-    };
-    EXPECT_EQ(width("all"), 100) << "as wide as asked for";
-    EXPECT_GT(width(std::string(14, 'w')), 14 * 6) << "as its widest item needs";
-    EXPECT_EQ(width(std::string(100'000, 'w')), 176) << "but no wider than leaves room for the others";
-
-    EXPECT_EQ(Drawn(IDC_PAGE_LINE), "line");
-    model->summary = "3 of 4";
-    model->Set({});
-    EXPECT_EQ(Drawn(IDC_PAGE_LINE), "3 of 4");
-}
-
-TEST_F(ListPageTest, ActionsAreOfferedForTheRowsTheyAreMeantFor) {
-    model->Set({{"a", 1}, {"b", 2}});
-    model->never = 1;
-    Select(1);
-    EXPECT_FALSE(IsEnabled(kRemove));
-    Press(VK_DELETE);
-    Press(VK_SPACE);
-    Click(1, 1);
-    EXPECT_EQ(Done(), "");
-    page->ShowRow("a");
-    EXPECT_EQ(Selected(), "a");
-    EXPECT_TRUE(IsEnabled(kRemove));
-    page->ShowRow("later");
-    model->Set({{"a", 1}, {"later", 2}});
-    EXPECT_EQ(Selected(), "later") << "as soon as it is there";
-    page->ShowRow("never");
-    model->Set({{"a", 1}});
-    model->Set({{"a", 1}, {"never", 2}});
-    EXPECT_EQ(Selected(), "none") << "a list that was read without it has it no more";
-    Select(0);
-    model->never = 0;
-    model->Set({{"a", 1}, {"never", 2}}, ListView::Change::Looks);
-    EXPECT_FALSE(IsEnabled(kRemove)) << "rows say something else now";
-    page.reset();
-    MakePage(true);
     model->isTree = true;
     model->Set({{"a", 1}, {"b", 2}});
     EXPECT_EQ(Ask(kTreeGetExpanded, 0), 1);

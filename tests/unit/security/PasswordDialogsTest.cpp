@@ -68,21 +68,6 @@ TEST_F(PasswordDialogsTest, ReadsThePasswordOnceForEachOkAndNotAfterCancel) {
     EXPECT_TRUE(rig.TakeRecords().empty());
 }
 
-TEST_F(PasswordDialogsTest, WhatCannotBeReadIsNotTakenForNoPassword) {
-    stored.password.reset();
-    VerifyPasswordDialog dialog(context);
-    owner.Post([] { ::SendMessageA(::GetActiveWindow(), WM_COMMAND, IDOK, 0); });
-    owner.Post([&] {
-        owner.Post([&] {
-            EXPECT_EQ(TextOfMessage(), "The settings cannot be read at the moment. Please try again.");
-            ::SendMessageA(::GetActiveWindow(), WM_COMMAND, IDOK, 0);
-        });
-        owner.PostKey(VK_ESCAPE);
-        reads.Run();
-    });
-    EXPECT_FALSE(dialog.Ask(owner.Window()));
-}
-
 TEST_F(PasswordDialogsTest, GateAsksLaterThanTheCallAndRefusesWhatItCannotTell) {
     Ask();
     EXPECT_EQ(outcome, "") << "later than the call";
@@ -129,21 +114,27 @@ TEST_F(PasswordDialogsTest, OpensAboveAQuestionThatStandsByItself) {
     EXPECT_EQ(rig.TakeRecords().size(), 1U) << "it is told who was refused";
 }
 
-TEST_F(PasswordDialogsTest, OpensInFrontOverAHiddenOwner) {
+TEST_F(PasswordDialogsTest, OpensInFrontOverAHiddenOwnerAndTakesNothingUnreadForNoPassword) {
     ::ShowWindow(owner.Window(), SW_HIDE);
     const test::ModalOwner other;
     ::SetForegroundWindow(other.Window());
-    // The step after the one that has let the dialog come forward.
-    owner.Post([] {});
-    owner.Post([] {
+    stored.password.reset();
+    owner.Post([] {});  // the step that lets the dialog come forward
+    owner.Post([this] {
         const HWND dialog = FindWindowA(nullptr, "Security password");
         EXPECT_TRUE(::IsWindowVisible(dialog));
         EXPECT_EQ(::GetForegroundWindow(), dialog);
         EXPECT_EQ(::GetDlgCtrlID(::GetFocus()), IDC_PASSWORD);
         EXPECT_EQ(::SendDlgItemMessageA(dialog, IDC_PASSWORD, EM_GETLIMITTEXT, 0, 0), 119);
         EXPECT_NE(::SendDlgItemMessageA(dialog, IDC_PASSWORD, EM_GETPASSWORDCHAR, 0, 0), 0);
+        owner.Post([] {
+            EXPECT_EQ(TextOfMessage(), "The settings cannot be read at the moment. Please try again.");
+            ::SendMessageA(::GetActiveWindow(), WM_COMMAND, IDOK, 0);
+        });
+        owner.PostKey(VK_ESCAPE);
+        ::SendMessageA(dialog, WM_COMMAND, IDOK, 0);
+        reads.Run();
     });
-    owner.PostKey(VK_ESCAPE);
     EXPECT_FALSE(VerifyPasswordDialog(context).Ask(owner.Window()));
 }
 

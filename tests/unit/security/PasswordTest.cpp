@@ -17,25 +17,30 @@ namespace brennvar {
 namespace {
 
 TEST(PasswordTest, IsCheckedBeforeItsConfirmation) {
-    const auto check = [](const char* entered, const char* confirmation) {
-        return CheckEntered(Password("Secret1"), Password(entered), Password(confirmation));
+    using enum PasswordVerdict;
+    const struct {
+        const char *stored, *old, *entered, *confirmation;  // without an old one: to be let through
+        PasswordVerdict expected;
+    } rows[] = {
+        {"Secret1", nullptr, "Secret1", "Secret1", Right},
+        {"Secret1", nullptr, "secret1", "secret1", Wrong},
+        {"Secret1", nullptr, "Secret12", "Secret1", Wrong},
+        {"Secret1", nullptr, "", "", Wrong},
+        {"Secret1", nullptr, "Secret1", "Secret", Unconfirmed},
+        {"Secret1", nullptr, "Secret1", "", Unconfirmed},
+        {"old", "old", "", "", Right},  // clears it
+        {"old", "fresh", "fresh", "", Wrong},
+        {"old", "old", "fresh", "", Unconfirmed},
+        {"", "", "fresh", "fresh", Right},
+        {"", "old", "fresh", "fresh", Wrong},  // none is set, so that it must be left empty
     };
-    EXPECT_EQ(check("Secret1", "Secret1"), PasswordVerdict::Right);
-    for (const char* wrong : {"secret1", "Secret", "Secret12", ""}) {
-        EXPECT_EQ(check(wrong, wrong), PasswordVerdict::Wrong) << wrong;
-        EXPECT_EQ(check(wrong, "Secret1"), PasswordVerdict::Wrong) << wrong;
-        EXPECT_EQ(check("Secret1", wrong), PasswordVerdict::Unconfirmed) << wrong;
+    for (const auto& row : rows) {
+        const Password stored(row.stored), entered(row.entered), confirmation(row.confirmation);
+        EXPECT_EQ(row.old ? CheckChange(stored, Password(row.old), entered, confirmation)
+                          : CheckEntered(stored, entered, confirmation),
+                  row.expected)
+            << &row - rows;
     }
-}
-
-TEST(PasswordTest, ChangeNeedsTheOldOneAndTheSameTwice) {
-    const Password none, old("old"), fresh("fresh");
-    EXPECT_EQ(CheckChange(old, old, none, none), PasswordVerdict::Right);  // clears it
-    EXPECT_EQ(CheckChange(old, fresh, fresh, none), PasswordVerdict::Wrong);
-    EXPECT_EQ(CheckChange(old, old, fresh, none), PasswordVerdict::Unconfirmed);
-    // With none set, the old one must be left empty.
-    EXPECT_EQ(CheckChange(none, none, fresh, fresh), PasswordVerdict::Right);
-    EXPECT_EQ(CheckChange(none, old, fresh, fresh), PasswordVerdict::Wrong);
 }
 
 TEST(PasswordTest, LeavesNothingInMemory) {

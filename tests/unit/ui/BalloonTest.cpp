@@ -11,8 +11,8 @@ TEST(CBalloonTest, ClosesOnAClickAndInTimeAndOpensItsLink) {
     const RECT anchor{300, 300, 320, 320};
     const auto click = [&](LONG x, LONG y) { ::SendMessageA(balloon.Window(), WM_LBUTTONUP, 0, MAKELPARAM(x, y)); };
     int opened = 0;
-    const BalloonOptions options{.timeout = std::chrono::milliseconds(60'000), .onLink = [&] { ++opened; }};
-
+    // The link may show the balloon again, which then ends by its timer.
+    const BalloonOptions options{.onLink = [&] { opened += balloon.Show({"Another", "", ""}, anchor) ? 1 : 0; }};
     ASSERT_TRUE(balloon.Show({"Title", "Text", "More"}, anchor, options));
     const RECT link = balloon.LinkPlace();
     click(link.left - 1, link.top);
@@ -21,11 +21,6 @@ TEST(CBalloonTest, ClosesOnAClickAndInTimeAndOpensItsLink) {
     ASSERT_TRUE(balloon.Show({"Title", "Text", "More"}, anchor, options));
     click(link.left, link.top);
     EXPECT_EQ(opened, 1);
-    // The link may show the balloon again, which then ends by its timer.
-    ASSERT_TRUE(balloon.Show({"Title", "Text", "More"}, anchor, {.onLink = [&] {
-                                 (void)balloon.Show({"Another", "", ""}, anchor);
-                             }}));
-    click(link.left, link.top);
     EXPECT_TRUE(balloon.IsShown());
     ::SendMessageA(balloon.Window(), WM_TIMER, 1, 0);
     EXPECT_FALSE(balloon.IsShown());

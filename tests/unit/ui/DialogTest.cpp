@@ -77,8 +77,7 @@ TEST(CDialogTest, OuterModalDialogWaitsForTheInnerOneAndStaysDisabled) {
 }
 
 TEST(CDialogTest, KeysReachAnOuterDialogThatTheInnerOneLeavesEnabled) {
-    // A message has come up while another one, which is no owner of it, is open.
-    TestDialog outer, inner;
+    TestDialog outer, inner;  // the one does not own the other
     outer.onInit = [&] { ::PostMessageA(outer.Window(), WM_COMMAND, 7, 0); };
     outer.onCommand = [&](int) {
         EXPECT_EQ(inner.DoModal(nullptr, IDD_MESSAGE_OK), 2);

@@ -4,7 +4,6 @@
 
 #include <functional>
 #include <memory>
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -93,8 +92,7 @@ protected:
         ASSERT_TRUE(graph.Create(parent, 5, "Graph", PushGraphColours(plain, "G", RGB(0, 255, 0)), look));
         graph.Place({310, 50, 590, 300});
         samples.Push(30, 0);
-        for (Patch* const patch : {red.get(), blue.get()})
-            ASSERT_TRUE(patch->Create({.parent = parent, .text = {}}));
+        for (Patch* patch : {red.get(), blue.get()}) ASSERT_TRUE(patch->Create({.parent = parent, .text = {}}));
         red->Place({10, 310, 200, 400});
         blue->Place({150, 350, 300, 480});
         (void)Picture();
@@ -103,14 +101,12 @@ protected:
         const HDC screen = ::GetDC(ground.Window());
         const HDC dc = picture.BringUpToDate(ground.Window(), screen);
         ::ReleaseDC(ground.Window(), screen);
-        RECT client = ground.ClientRect();
-        std::vector<COLORREF> pixels(static_cast<std::size_t>(client.right) *
-                                     static_cast<std::size_t>(client.bottom));
+        const LONG width = ground.ClientRect().right, height = ground.ClientRect().bottom;
+        std::vector<COLORREF> pixels(static_cast<std::size_t>(width * height));
         BITMAPINFO info{};
-        info.bmiHeader = {sizeof(info.bmiHeader), client.right, -client.bottom, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
+        info.bmiHeader = {sizeof(info.bmiHeader), width, -height, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
         const auto bitmap = static_cast<HBITMAP>(::GetCurrentObject(dc, OBJ_BITMAP));
-        EXPECT_NE(
-            ::GetDIBits(dc, bitmap, 0, static_cast<UINT>(client.bottom), pixels.data(), &info, DIB_RGB_COLORS), 0);
+        EXPECT_NE(::GetDIBits(dc, bitmap, 0, static_cast<UINT>(height), pixels.data(), &info, DIB_RGB_COLORS), 0);
         return pixels;
     }
 
@@ -131,79 +127,69 @@ protected:
 };
 
 TEST_F(KeptPictureTest, IsWhatWouldBePaintedAnewAfterWhateverChanges) {
-    struct Change {
-        const char* name;
-        std::function<void()> make;
+    const auto move = [](HWND window, HWND behind, int width, int height, UINT flags) {
+        ::SetWindowPos(window, behind, 0, 0, width, height, flags | SWP_NOMOVE | SWP_NOACTIVATE);
     };
-    const auto changeRow = [this](auto change) {
-        return [this, change] {
-            change();
-            tree.RefreshRow(0);
-        };
-    };
-    const Change changes[] = {
+    const std::pair<const char*, std::function<void()>> changes[] = {
         {"text", [this] { text.SetText("another text"); }},
         {"text's colour", [this] { text.SetColour(RGB(0, 128, 0)); }},
         {"button pressed", [this] { ::SendMessageA(button.Window(), BM_SETSTATE, TRUE, 0); }},
-        {"button selected and let go",
-         [this] {
-             ::SendMessageA(button.Window(), BM_SETSTATE, FALSE, 0);
-             button.SetSelected(true);
-             button.SetText("Other");
-         }},
+        {"button let go", [this] { ::SendMessageA(button.Window(), BM_SETSTATE, FALSE, 0); }},
+        {"button selected", [this] { button.SetSelected(true); }},
+        {"button's text", [this] { button.SetText("Other"); }},
         {"what tells nothing", [this] { label.SetText("really nothing"); }},
-        {"cell's text", changeRow([this] { rows.first.text = "the second"; })},
-        {"cell's tone", changeRow([this] { rows.first.tone = Tone::Deny; })},
-        {"cell's glyph", changeRow([this] { rows.first.glyph = CellGlyph::Filled; })},
-        {"cell's check", changeRow([this] { rows.first.checked = true; })},
-        {"row's mark", changeRow([this] { rows.state.mark = RowMark::New; })},
+        {"cell's text", [this] { rows.first.text = "the second"; }},
+        {"cell's tone", [this] { rows.first.tone = Tone::Deny; }},
+        {"cell's glyph", [this] { rows.first.glyph = CellGlyph::Filled; }},
+        {"cell's check", [this] { rows.first.checked = true; }},
+        {"row's mark", [this] { rows.state.mark = RowMark::New; }},
         {"row selected", [this] { tree.SelectRow(0); }},
         {"keyboard in the list", [this] { ::SetFocus(tree.Window()); }},
         {"scrolled by more than is seen", [this] { tree.ScrollTo(20); }},
         {"scrolled sideways", [this] { ::SendMessageA(tree.Window(), WM_MOUSEHWHEEL, 120U << 16, 0); }},
-        {"sample",
-         [this] {
-             samples.Push(80, 0);
-             graph.Update("80");
-         }},
+        {"sample", [this] { samples.Push(80, 0), graph.Update("80"); }},
         {"value", [this] { graph.Update("81"); }},
         {"window moved",
          [this] {
              red->Place({20, 320, 210, 410});
          }},
-        {"order of windows",
-         [this] {
-             ::SetWindowPos(red->Window(), HWND_BOTTOM, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
-         }},
+        {"order of windows", [&] { move(red->Window(), HWND_BOTTOM, 0, 0, SWP_NOSIZE); }},
         {"window ended", [this] { blue.reset(); }},
-        {"size", [this] { ::SetWindowPos(ground.Window(), nullptr, 0, 0, 560, 450, SWP_NOMOVE | SWP_NOZORDER); }},
+        {"size", [&] { move(ground.Window(), nullptr, 560, 450, SWP_NOZORDER); }},
     };
     std::vector<COLORREF> last = Picture();
-    for (const Change& change : changes) {
-        change.make();
+    for (const auto& [name, change] : changes) {
+        change();
+        tree.RefreshRow(0);
         const std::vector<COLORREF> kept = Picture();
         CKeptBitmap::DropAll();
         const std::vector<COLORREF> fresh = Picture();
-        EXPECT_TRUE(kept == fresh) << change.name;
-        EXPECT_FALSE(fresh == last) << change.name << " is not seen";
+        EXPECT_TRUE(kept == fresh) << name;
+        EXPECT_FALSE(fresh == last) << name << " is not seen";
         last = fresh;
     }
 }
 
 TEST_F(KeptPictureTest, PaintsOnlyWhatHasChanged) {
-    const auto paintingsAfter = [this](auto change) {
-        red->paintings = blue->paintings = 0;
-        change();
-        (void)Picture();
-        return std::pair(red->paintings, blue->paintings);
+    const struct {
+        std::function<void()> change;
+        int reds, blues;
+    } rows[] = {
+        {[] {}, 0, 0},
+        {[this] { text.SetText("a text far from them"); }, 0, 0},
+        {[this] {
+             red->Place({20, 320, 140, 340});
+         },
+         1, 1},  // it was over both
+        {[this] { red->Repaint(); }, 1, 0},
+        {[this] { ground.Repaint(); }, 1, 1},
     };
-    EXPECT_EQ(paintingsAfter([] {}), std::pair(0, 0));
-    EXPECT_EQ(paintingsAfter([this] { text.SetText("a text far from them"); }), std::pair(0, 0));
-    EXPECT_EQ(paintingsAfter([this] { ::InvalidateRect(red->Window(), nullptr, FALSE); }), std::pair(0, 0));
-    EXPECT_EQ(paintingsAfter([this] { red->Place({20, 320, 140, 340}); }), std::pair(1, 1)) << "it was over both";
-    EXPECT_EQ(paintingsAfter([this] { red->Repaint(); }), std::pair(1, 0));
-    EXPECT_EQ(paintingsAfter([this] { ground.Repaint(); }), std::pair(1, 1));
-    EXPECT_EQ(paintingsAfter([this] { CKeptBitmap::DropAll(); }), std::pair(1, 1));
+    for (const auto& row : rows) {
+        red->paintings = blue->paintings = 0;
+        row.change();
+        (void)Picture();
+        EXPECT_EQ(std::pair(red->paintings, blue->paintings), std::pair(row.reds, row.blues)) << &row - rows;
+    }
 }
 
 TEST(KeptBitmapTest, GivesUpTheOldestWhereTheyBecomeTooMany) {
