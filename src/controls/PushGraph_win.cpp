@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "config/Contrast.h"
 #include "config/Language.h"
 #include "ui/ChildControls_win.h"
 #include "ui/Paint_win.h"
@@ -54,6 +55,8 @@ bool C2DPushGraph::Create(HWND parent, int id, const std::string& title, const P
     m_ground = colours.ground;
     m_grid = colours.grid;
     m_text = colours.text;
+    // As headings are elsewhere, where that reads on this ground.
+    m_titleText = Contrast(look.colours.text, colours.ground) >= kTextContrast ? look.colours.text : colours.text;
     m_frame = look.colours.frame2;
     m_titleFont = look.fonts.Bold();
     m_labelFont = look.fonts.Text();
@@ -137,7 +140,7 @@ void C2DPushGraph::PaintTitle(HDC dc, const RECT& client) const {
     const std::string& value = isBrief ? m_briefValue : m_value;
     DrawLabel(dc, m_labelFont, band, value, m_text, kOneLine | DT_RIGHT);
     band.right -= MeasureText(m_labelFont, value, 0).cx + Scale(kTitleMargin);
-    DrawLabel(dc, m_titleFont, band, m_title, m_text, kOneLine | DT_END_ELLIPSIS);
+    DrawLabel(dc, m_titleFont, band, m_title, m_titleText, kOneLine | DT_END_ELLIPSIS);
 }
 
 // Before the samples fill the plot, the latest one is not at its right edge, and "now" goes there with it.

@@ -78,6 +78,7 @@ private:
     COLORREF m_ground = 0;
     COLORREF m_grid = 0;
     COLORREF m_text = 0;
+    COLORREF m_titleText = 0;
     COLORREF m_frame = 0;
     std::vector<LineColour> m_lineColours;
     HFONT m_titleFont = nullptr;

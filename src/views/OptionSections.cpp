@@ -108,7 +108,13 @@ std::vector<SectionInfo> MakeSections() {
     using Kind = SectionInfo::Kind;
     Section filtering(Kind::BrowserFiltering, Text{1202, "Browser filtering"}, OptionGroup::BrowserFiltering);
     for (const FilterFlag& flag : kFilterFlags) filtering.Field(OptionKind::Flag, flag.control, flag.caption);
-    return {Section(OptionGroup::General).Options().Button(IDM_RESET, Text{610, "Reset"}).Destroys().Made(),
+    return {Section(OptionGroup::General)
+                .Options()
+                .Heading(Text{610, "Reset"})
+                .Remark(Text{2303, "Brings all options back to their first values. This cannot be undone."})
+                .Button(IDM_RESET, Text{610, "Reset"})
+                .Destroys()
+                .Made(),
             Section(OptionGroup::Enhancements, kFlagColumn)
                 .Heading(Text{2250, "Attack detection"})
                 .These({8, 20, 21, 17, 18})

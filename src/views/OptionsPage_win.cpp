@@ -92,8 +92,9 @@ void OptionsPage::OnPlaceContent(const RECT& place) {
     m_help.Place({help.left + Scale(kHelpPadding), help.top + Scale(kHelpPadding) / 2,
                   help.right - Scale(kHelpPadding), help.bottom - 1});
     m_list.Place(Inset(list, 1));
-    m_apply.MoveTo(form.left, applyTop);
-    m_discard.MoveTo(form.left + m_apply.Size().cx + Scale(kButtonGap), applyTop);
+    const LONG discardLeft = form.right - m_discard.Size().cx;
+    m_apply.MoveTo(discardLeft - Scale(kButtonGap) - m_apply.Size().cx, applyTop);
+    m_discard.MoveTo(discardLeft, applyTop);
     m_footer = {form.left, applyTop, form.right, place.bottom};
     PlaceNote();
     m_formPlace = Inset(form, 1);
@@ -103,7 +104,7 @@ void OptionsPage::OnPlaceContent(const RECT& place) {
 
 void OptionsPage::PlaceNote() {
     RECT note = m_footer;
-    if (HasFields(Info())) note.left += m_apply.Size().cx + m_discard.Size().cx + Scale(kButtonGap + kNoteGap);
+    if (HasFields(Info())) note.right -= m_apply.Size().cx + m_discard.Size().cx + Scale(kButtonGap + kNoteGap);
     m_note.Place(note);
 }
 
