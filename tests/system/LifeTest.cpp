@@ -83,18 +83,28 @@ TEST_F(LifeTest, WithoutAServiceItStartsAtOnceMakesNoDataFolderAndIsWaitedFor) {
 TEST_F(LifeTest, ThreadsThatNobodyCanEndDoNotKeepTheProcess) {
     StartInterface();
     const DWORD windowThread = ::GetWindowThreadProcessId(m_window, nullptr);
+    const auto others = [&] {
+        std::vector<DWORD> ids;
+        const UniqueFile snapshot(::CreateToolhelp32Snapshot(TH32CS_SNAPTHREAD, 0));
+        THREADENTRY32 entry{};
+        entry.dwSize = sizeof entry;
+        for (BOOL more = ::Thread32First(snapshot.Get(), &entry); more;
+             more = ::Thread32Next(snapshot.Get(), &entry)) {
+            const bool isOther =
+                entry.th32OwnerProcessID == m_interface->Id() && entry.th32ThreadID != windowThread;
+            if (isOther) ids.push_back(entry.th32ThreadID);
+        }
+        return ids;
+    };
+    // They begin when the window is seen: link, reads, archives, and both of the activity questions.
+    ASSERT_TRUE(WaitUntil([&] { return others().size() >= 5; }));
     // As if all the others waited for a disk that never answers.
-    const UniqueFile snapshot(::CreateToolhelp32Snapshot(TH32CS_SNAPTHREAD, 0));
-    int held = 0;
-    THREADENTRY32 entry{};
-    entry.dwSize = sizeof entry;
-    for (BOOL more = ::Thread32First(snapshot.Get(), &entry); more; more = ::Thread32Next(snapshot.Get(), &entry)) {
-        if (entry.th32OwnerProcessID != m_interface->Id() || entry.th32ThreadID == windowThread) continue;
-        const UniqueHandle<KernelHandleTraits> thread(
-            ::OpenThread(THREAD_SUSPEND_RESUME, FALSE, entry.th32ThreadID));
+    std::size_t held = 0;
+    for (const DWORD id : others()) {
+        const UniqueHandle<KernelHandleTraits> thread(::OpenThread(THREAD_SUSPEND_RESUME, FALSE, id));
         if (thread && ::SuspendThread(thread.Get()) != static_cast<DWORD>(-1)) ++held;
     }
-    ASSERT_GT(held, 0);
+    ASSERT_GE(held, 5U);
     ASSERT_TRUE(::PostThreadMessageA(windowThread, WM_QUIT, 0, 0));
     ExpectNextInsteadOfFirst();
 }
